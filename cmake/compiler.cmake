@@ -1,0 +1,22 @@
+# Warnings, sanitizers and link rules that hold for the whole tree.
+
+if(MSVC)
+    add_compile_options(/W4 /WX /utf-8 /permissive-)
+else()
+    add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+        $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>)
+endif()
+
+if(PAVANE_SANITIZE)
+    add_compile_options(-fsanitize=${PAVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${PAVANE_SANITIZE})
+endif()
+
+if(WIN32)
+    add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+    if(NOT MSVC)
+        # One file is installed: the runtime is linked in.
+        add_compile_options(-ffunction-sections -fdata-sections)
+        add_link_options(-static -Wl,--gc-sections)
+    endif()
+endif()

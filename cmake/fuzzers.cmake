@@ -1,0 +1,9 @@
+# One libFuzzer program for each tests/fuzz/NAME_fuzz.cpp; seeds lie in tests/fuzz/NAME_seeds/.
+file(GLOB fuzzSources CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
+foreach(source IN LISTS fuzzSources)
+    get_filename_component(name ${source} NAME_WE)
+    add_executable(${name} ${source})
+    target_link_libraries(${name} PRIVATE pavane_core)
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endforeach()

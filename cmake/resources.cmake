@@ -1,0 +1,27 @@
+# Lays PVResources beside what runs: the views, bitmaps and pages as they are, and each text dictionary as
+# little-endian UTF-16 with its mark (without a mark the reader takes the process's code page).
+
+set(resourceOutput ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/PVResources)
+set(resourceFiles)
+
+file(GLOB_RECURSE shipped CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/resources/PVResources
+    resources/PVResources/*)
+foreach(file IN LISTS shipped)
+    add_custom_command(OUTPUT ${resourceOutput}/${file}
+        COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_SOURCE_DIR}/resources/PVResources/${file} ${resourceOutput}/${file}
+        DEPENDS resources/PVResources/${file} VERBATIM)
+    list(APPEND resourceFiles ${resourceOutput}/${file})
+endforeach()
+
+file(GLOB_RECURSE dictionaries CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/resources/dictionaries
+    resources/dictionaries/*.txt)
+foreach(file IN LISTS dictionaries)
+    string(REGEX REPLACE "txt$" "zdct" target ${file})
+    add_custom_command(OUTPUT ${resourceOutput}/${target}
+        COMMAND sh ${CMAKE_SOURCE_DIR}/resources/make_dictionary.sh
+            ${CMAKE_SOURCE_DIR}/resources/dictionaries/${file} ${resourceOutput}/${target}
+        DEPENDS resources/dictionaries/${file} resources/make_dictionary.sh VERBATIM)
+    list(APPEND resourceFiles ${resourceOutput}/${target})
+endforeach()
+
+add_custom_target(pavane_resources ALL DEPENDS ${resourceFiles})

@@ -1,0 +1,65 @@
+# Test programs, one a folder, found by glob so that none can be forgotten:
+#   tests/unit/ROOM      native; the rooms without windows also under Wine
+#   tests/platform/ROOM  one source for the twin and for Windows
+#   tests/windows/NAME   real windows, Wine only
+# The kinds of test that drive whole programs live in tests/end_to_end, started by ./test.
+
+include(GoogleTest)
+if(WIN32)
+    set(BUILD_GMOCK ON)
+    set(INSTALL_GTEST OFF)
+    # GoogleTest is not ours to warn about.
+    get_directory_property(ourOptions COMPILE_OPTIONS)
+    set_directory_properties(PROPERTIES COMPILE_OPTIONS "-ffunction-sections;-fdata-sections")
+    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+    set_directory_properties(PROPERTIES COMPILE_OPTIONS "${ourOptions}")
+    add_library(GTest::gmock ALIAS gmock)
+    add_library(GTest::gtest ALIAS gtest)
+else()
+    find_package(GTest REQUIRED)
+endif()
+
+file(GLOB supportSources CONFIGURE_DEPENDS tests/support/*.cpp)
+if(supportSources)
+    add_library(test_support STATIC ${supportSources})
+    target_include_directories(test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
+    target_compile_definitions(test_support PUBLIC PAVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+    target_link_libraries(test_support PUBLIC GTest::gmock GTest::gtest)
+endif()
+
+# pavane_test(NAME FOLDER library...): a test program of all sources of FOLDER; each test is one of CTest's.
+function(pavane_test name folder)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE ${ARGN} test_support)
+    if(WIN32)
+        target_link_libraries(${name} PRIVATE pavane_manifest)
+    endif()
+    add_dependencies(${name} pavane_resources)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."
+        WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin PROPERTIES TIMEOUT 120 LABELS ${name})
+endfunction()
+
+function(pavane_test_folders kind)
+    file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true tests/${kind}/*)
+    foreach(folder IN LISTS folders)
+        get_filename_component(room ${folder} NAME)
+        if(NOT IS_DIRECTORY ${folder} OR (ARGN AND NOT room IN_LIST ARGN))
+            continue()
+        endif()
+        if(TARGET pavane_${room})
+            pavane_test(${kind}_${room} ${folder} pavane_${room})
+        else()
+            pavane_test(${kind}_${room} ${folder} pavane_core)
+        endif()
+    endforeach()
+endfunction()
+
+if(WIN32)
+    pavane_test_folders(unit values dictionaries view)
+    pavane_test_folders(platform)
+    pavane_test_folders(windows)
+else()
+    pavane_test_folders(unit)
+    pavane_test_folders(platform)
+endif()

@@ -1,0 +1,14 @@
+// Handles of the window system, opaque above the platform folders. Null is the absent one in each case.
+#pragma once
+
+namespace brixen::zeve {
+
+using NativeWindow = struct NativeWindowTag*;
+using NativeModule = struct NativeModuleTag*;
+using NativeFont = struct NativeFontTag*;
+using NativeBitmap = struct NativeBitmapTag*;
+using NativeIcon = struct NativeIconTag*;
+using NativeBrush = struct NativeBrushTag*;
+using NativeDrawing = struct NativeDrawingTag*; // a device context
+
+} // namespace brixen::zeve

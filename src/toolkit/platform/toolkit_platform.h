@@ -1,0 +1,146 @@
+// What dialogs and boxes need of the window system, in pixels and UTF-16. A null window is harmless everywhere:
+// the call does nothing or answers zero. Every call belongs to the thread that made the windows. Calls that can
+// send messages run window procedures; those keep their exceptions (see toolkit/kept_exception.h), so no
+// function here throws.
+#pragma once
+
+#include "toolkit/platform/native_types.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace brixen::zeve::platform {
+
+struct Rectangle {
+    std::int32_t left = 0, top = 0, right = 0, bottom = 0;
+    std::int32_t Width() const { return right - left; }
+    std::int32_t Height() const { return bottom - top; }
+};
+
+struct Extent {
+    std::int32_t width = 0, height = 0;
+};
+
+// --- Windows ---------------------------------------------------------------------------------------------------
+
+struct WindowRequest {
+    std::uint32_t extendedStyle = 0;
+    const char16_t* className = u"";
+    const char16_t* text = u"";
+    std::uint32_t style = 0;
+    std::int32_t left = 0, top = 0, width = 0, height = 0;
+    NativeWindow parent = nullptr; // the owner of a top-level window
+    std::uint16_t id = 0;          // control id; 0 for a top-level window
+    NativeModule instance = nullptr;
+};
+
+// Makes a window inside the library's activation context. Null when the system refuses.
+NativeWindow MakeWindow(const WindowRequest& request) noexcept;
+// Registers a window class with the dialog trampoline as its procedure, the arrow cursor and the face colour.
+bool RegisterDialogClass(const char16_t* className, NativeModule instance) noexcept;
+void UnregisterDialogClass(const char16_t* className, NativeModule instance) noexcept;
+// A new globally unique id as "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x".
+std::u16string NewUniqueName();
+
+void CloseWindow(NativeWindow window) noexcept; // destroys it with its children
+bool IsWindowAlive(NativeWindow window) noexcept;
+void ShowOrHide(NativeWindow window, bool show) noexcept;
+bool IsShown(NativeWindow window) noexcept;
+void PaintNow(NativeWindow window) noexcept;
+void Enable(NativeWindow window, bool enabled) noexcept;
+bool IsEnabled(NativeWindow window) noexcept;
+void Focus(NativeWindow window) noexcept;
+void Activate(NativeWindow window) noexcept;
+void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) noexcept;
+Rectangle OuterFrame(NativeWindow window) noexcept; // screen coordinates
+Rectangle ClientArea(NativeWindow window) noexcept;
+Extent WorkArea() noexcept; // the size of a full-screen client area
+NativeWindow ParentOf(NativeWindow window) noexcept;
+NativeWindow TopLevelOf(NativeWindow window) noexcept;
+NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept;
+std::uint16_t IdOf(NativeWindow window) noexcept;
+std::uint32_t StyleOf(NativeWindow window) noexcept;
+void SetStyle(NativeWindow window, std::uint32_t style) noexcept;
+void SetText(NativeWindow window, const char16_t* text) noexcept;
+std::u16string TextOf(NativeWindow window);
+// Deletes every item of the system menu but Move and Close.
+void TrimSystemMenu(NativeWindow window) noexcept;
+
+// --- Messages --------------------------------------------------------------------------------------------------
+
+std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept;
+bool Post(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept;
+void PostQuit(std::int32_t code) noexcept;
+// What the system does with a message that the dialog's host leaves alone.
+std::intptr_t DefaultAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                            std::intptr_t lparam) noexcept;
+// The same by the rules of the system's own dialogs.
+std::intptr_t DefaultDialogAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                                  std::intptr_t lparam) noexcept;
+
+enum class LoopStep { Handled, Quit, Failed };
+// Waits for one message and hands it to the dialog's keyboard rules or to its window. For Quit, `code` is the
+// number that PostQuit was given.
+LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept;
+
+// --- Procedures of windows -------------------------------------------------------------------------------------
+
+// Makes toolkit/window_procedures.h's DialogProcedure the procedure of a top-level window.
+void TakeDialogProcedure(NativeWindow window) noexcept;
+// Puts ControlProcedure before a control's own, which is kept in the property `FISavedWindowProc`.
+void TakeControlProcedure(NativeWindow window) noexcept;
+// Puts EditProcedure over that, with `box` kept in the property `FISavedCEveEdit`.
+void TakeEditProcedure(NativeWindow window, void* box) noexcept;
+void* EditBoxOf(NativeWindow window) noexcept;
+// Hands a message to the procedure that TakeControlProcedure kept; 0 if there is none.
+std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                          std::intptr_t lparam) noexcept;
+
+// --- Keyboard --------------------------------------------------------------------------------------------------
+
+bool IsShiftDown() noexcept;
+// The control that Tab reaches next from `control`, in the order in which the controls were made.
+NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) noexcept;
+
+// --- Fonts and text --------------------------------------------------------------------------------------------
+
+inline constexpr std::size_t kFaceUnits = 32; // with the terminator
+
+struct FontRecord {
+    std::int32_t height = 0, width = 0, escapement = 0, orientation = 0, weight = 0;
+    std::uint8_t italic = 0, underline = 0, strikeOut = 0, characterSet = 0;
+    std::uint8_t outputPrecision = 0, clippingPrecision = 0, quality = 0, pitchAndFamily = 0;
+    char16_t face[kFaceUnits] = {};
+};
+
+FontRecord StockSystemFont() noexcept;
+NativeFont MakeFont(const FontRecord& record) noexcept;
+void DeleteFont(NativeFont font) noexcept;
+std::int32_t ScreenResolution() noexcept;                   // vertical, pixels an inch
+std::int32_t WindowResolution(NativeWindow window) noexcept; // the same of a window's device
+Extent MeasureText(NativeFont font, std::u16string_view text) noexcept;
+
+struct FittedText {
+    std::size_t units = 0; // UTF-16 units that fit
+    Extent extent;         // of those units
+};
+FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept;
+
+// --- Icons, bitmaps, messages ----------------------------------------------------------------------------------
+
+// A copy of a system icon at the given size, or null. The caller deletes it.
+NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept;
+void DeleteIcon(NativeIcon icon) noexcept;
+// A modal message of the system with an error icon, no title and one button.
+void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
+
+// --- Once per process ------------------------------------------------------------------------------------------
+
+NativeModule LibraryModule() noexcept; // of the code that runs here
+NativeModule LoadRichEdit() noexcept;
+void FreeModule(NativeModule module) noexcept;
+void RegisterCommonControls() noexcept;
+
+} // namespace brixen::zeve::platform

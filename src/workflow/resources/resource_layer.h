@@ -1,0 +1,43 @@
+// What a workflow asks of the files beside the library: its view description, its words and its bitmaps,
+// found by name in PVResources for the language of the run. Everything here belongs to the thread that runs
+// the workflow.
+//
+// Views and dictionaries are vital: a missing one leaves a log line and throws. Bitmaps are optional: a log
+// line and null.
+#pragma once
+
+#include "toolkit/platform/native_types.h"
+
+#include <cstdint>
+#include <string>
+
+namespace brixen::pvn::pvn_workflow {
+
+// Initialises the toolkit, once per process, and sets the layer up for a locale such as "he_IL". Does nothing
+// more when the layer is set up already: the first language stands until ShutDownResources.
+void SelectLanguage(const std::string& language);
+
+// Takes the layer down with all it holds: views, bitmap handles, the language. Harmless when nothing is set
+// up.
+void ShutDownResources();
+
+// The text of NAME.exv, from the language's folder or from the root. Throws std::runtime_error("missing
+// resource").
+std::string LoadViewDescription(const std::string& name);
+
+// Adds the dictionary of the workflow `name` to the dictionary store, from the language's folder or from
+// en_US; each dictionary once a run, however many workflows share it. Throws std::runtime_error("missing
+// resource").
+void LoadWorkFlowDictionary(const std::string& name);
+
+// The bitmap of NAME.png, from the language's folder or from the root, or null. The layer owns the handle
+// until ShutDownResources. `mode` reaches the bitmap handler, which has a search of its own and ignores it.
+zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode);
+
+// Takes resources from PVResources beside the library: the state after SelectLanguage.
+void SetResourceRootToLibrary();
+
+// Takes resources from PVResources below another folder (UTF-8). Whoever does restores the root at once.
+void SetResourceRootBelow(const std::string& folder);
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,78 @@
+/* window_probe: prints the topmost visible dialog of the screen and its visible controls, one a line, for scripts
+ * that drive a program from outside:
+ *
+ *   dialog LEFT TOP WIDTH HEIGHT TITLE
+ *   ID CLASS CENTRE_X CENTRE_Y WIDTH HEIGHT STATES TEXT
+ *
+ * Coordinates are the screen's, in pixels. STATES is a word of letters: E enabled, F has the focus, T is a tab
+ * stop, D is drawn as the default button, - for none. Exit code 1 when there is no dialog. */
+#include <stdio.h>
+#include <windows.h>
+
+static HWND topDialog;
+
+static BOOL CALLBACK FindDialog(HWND window, LPARAM unused) {
+    wchar_t name[64];
+    (void)unused;
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+    GetClassNameW(window, name, 64);
+    if (lstrcmpW(name, L"#32770") != 0) return TRUE;
+    topDialog = window;
+    return FALSE;
+}
+
+static void PrintText(const wchar_t* text) {
+    char utf8[1024];
+    char* end;
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, NULL, NULL);
+    for (end = utf8; *end; ++end) {
+        if (*end == '\n' || *end == '\r') *end = ' ';
+    }
+    printf("%s\n", utf8);
+}
+
+static void PrintStates(HWND control, HWND focus) {
+    LONG style = GetWindowLongW(control, GWL_STYLE);
+    wchar_t name[64];
+    char states[8];
+    char* end = states;
+    GetClassNameW(control, name, 64);
+    if (IsWindowEnabled(control)) *end++ = 'E';
+    if (control == focus) *end++ = 'F';
+    if (style & WS_TABSTOP) *end++ = 'T';
+    if (lstrcmpiW(name, L"button") == 0 && (style & 15) == BS_DEFPUSHBUTTON) *end++ = 'D';
+    if (end == states) *end++ = '-';
+    *end = 0;
+    printf("%s ", states);
+}
+
+static BOOL CALLBACK PrintControl(HWND control, LPARAM focus) {
+    wchar_t name[64], text[512];
+    RECT frame;
+    if (!IsWindowVisible(control)) return TRUE;
+    GetClassNameW(control, name, 64);
+    GetWindowTextW(control, text, 512);
+    GetWindowRect(control, &frame);
+    printf("%d %ls %ld %ld %ld %ld ", GetDlgCtrlID(control), name, (frame.left + frame.right) / 2,
+           (frame.top + frame.bottom) / 2, frame.right - frame.left, frame.bottom - frame.top);
+    PrintStates(control, (HWND)focus);
+    PrintText(text);
+    return TRUE;
+}
+
+int main(void) {
+    RECT frame;
+    wchar_t title[512];
+    GUITHREADINFO thread;
+    EnumWindows(FindDialog, 0);
+    if (!topDialog) return 1;
+    GetWindowRect(topDialog, &frame);
+    GetWindowTextW(topDialog, title, 512);
+    printf("dialog %ld %ld %ld %ld ", frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top);
+    PrintText(title);
+    thread.cbSize = sizeof thread;
+    thread.hwndFocus = NULL;
+    GetGUIThreadInfo(GetWindowThreadProcessId(topDialog, NULL), &thread);
+    EnumChildWindows(topDialog, PrintControl, (LPARAM)thread.hwndFocus);
+    return 0;
+}

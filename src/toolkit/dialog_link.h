@@ -1,7 +1,11 @@
-// What boxes and the generator may know of the dialog they belong to. A description carries it as the number
-// `__zeveInternalObj`; the dialog handle derives from it.
+// What boxes, the generator and the window procedures may know of the dialog they belong to. A description
+// carries it as the number `__zeveInternalObj`; the dialog handle derives from it.
 #pragma once
 
+#include "toolkit/platform/native_types.h"
+#include "toolkit/zeve_callback.h"
+
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,11 +14,23 @@ namespace brixen::zeve {
 class CEveBox;
 
 struct DialogLink {
-    // The CEveDialog, owned by the dialog handle. Its Create stores itself here, so that messages sent while the
-    // children are being made already find the dialog.
+    // The CEveDialog, owned by the dialog handle. Its Create stores itself here, so that messages sent while
+    // the children are being made already find the dialog.
     CEveBox* rootBox = nullptr;
+    ZeveCallback callback = nullptr;
+    void* callbackParams = nullptr;
     // Attributes that the generator copies onto every view besides its own list, in this order.
     std::vector<std::string> extraAttributeNames;
 };
+
+// ZeveDialogRegistry: all live dialogs of the process, newest last, without a lock. A dialog stands in it
+// from the end of its making to the start of its deletion.
+void RegisterDialog(DialogLink& dialog);
+void UnregisterDialog(DialogLink& dialog) noexcept;
+// The first live dialog whose root box has this top-level window; null if none.
+DialogLink* DialogOfWindow(NativeWindow window) noexcept;
+// The live dialog that the number of a scope refers to; null for any other number. A description can write
+// any number under `__zeveInternalObj`, so ask here before following one.
+DialogLink* LiveDialog(std::int64_t reference) noexcept;
 
 } // namespace brixen::zeve

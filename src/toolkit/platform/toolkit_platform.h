@@ -1,7 +1,7 @@
-// What dialogs and boxes need of the window system, in pixels and UTF-16. A null window is harmless everywhere:
-// the call does nothing or answers zero. Every call belongs to the thread that made the windows. Calls that can
-// send messages run window procedures; those keep their exceptions (see toolkit/kept_exception.h), so no
-// function here throws.
+// What dialogs and boxes need of the window system, in pixels and UTF-16. A null window is harmless
+// everywhere: the call does nothing or answers zero. Every call belongs to the thread that made the windows.
+// Calls that can send messages run window procedures; those keep their exceptions (see
+// toolkit/kept_exception.h), so no function here throws.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -23,7 +23,8 @@ struct Extent {
     std::int32_t width = 0, height = 0;
 };
 
-// --- Windows ---------------------------------------------------------------------------------------------------
+// --- Windows
+// ---------------------------------------------------------------------------------------------------
 
 struct WindowRequest {
     std::uint32_t extendedStyle = 0;
@@ -53,24 +54,50 @@ void Enable(NativeWindow window, bool enabled) noexcept;
 bool IsEnabled(NativeWindow window) noexcept;
 void Focus(NativeWindow window) noexcept;
 void Activate(NativeWindow window) noexcept;
-void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height) noexcept;
+void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width,
+            std::int32_t height) noexcept;
 Rectangle OuterFrame(NativeWindow window) noexcept; // screen coordinates
 Rectangle ClientArea(NativeWindow window) noexcept;
 Extent WorkArea() noexcept; // the size of a full-screen client area
 NativeWindow ParentOf(NativeWindow window) noexcept;
 NativeWindow TopLevelOf(NativeWindow window) noexcept;
 NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept;
+NativeWindow TopChild(NativeWindow window) noexcept; // the first in the order of the children
+// The first child of a class (compared without regard to case) whose style is exactly `style`.
+NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
+                                  std::uint32_t style) noexcept;
 std::uint16_t IdOf(NativeWindow window) noexcept;
 std::uint32_t StyleOf(NativeWindow window) noexcept;
 void SetStyle(NativeWindow window, std::uint32_t style) noexcept;
 void SetText(NativeWindow window, const char16_t* text) noexcept;
 std::u16string TextOf(NativeWindow window);
+// The text of the child with that id, set and read by the id.
+void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) noexcept;
+std::u16string ControlText(NativeWindow window, std::uint16_t id);
 // Deletes every item of the system menu but Move and Close.
 void TrimSystemMenu(NativeWindow window) noexcept;
+void GreyCloseItem(NativeWindow window) noexcept;
+// Opens or closes the input method of a window.
+void SetInputMethodOpen(NativeWindow window, bool open) noexcept;
 
-// --- Messages --------------------------------------------------------------------------------------------------
+// --- Painting
+// --------------------------------------------------------------------------------------------------
 
-std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept;
+// Asks for the whole client area to be erased and painted again.
+void Invalidate(NativeWindow window) noexcept;
+// Answers a paint message: fills what has to be painted with the face colour.
+void PaintFace(NativeWindow window) noexcept;
+// Fills what has to be erased on the device of an erase message with the face colour.
+void EraseFace(NativeWindow window, NativeDrawing device) noexcept;
+// Between the two calls the window draws nothing. One window of the whole system at a time.
+void LockUpdates(NativeWindow window) noexcept;
+void UnlockUpdates() noexcept;
+
+// --- Messages
+// --------------------------------------------------------------------------------------------------
+
+std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                   std::intptr_t lparam) noexcept;
 bool Post(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept;
 void PostQuit(std::int32_t code) noexcept;
 // What the system does with a message that the dialog's host leaves alone.
@@ -85,7 +112,8 @@ enum class LoopStep { Handled, Quit, Failed };
 // number that PostQuit was given.
 LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept;
 
-// --- Procedures of windows -------------------------------------------------------------------------------------
+// --- Procedures of windows
+// -------------------------------------------------------------------------------------
 
 // Makes toolkit/window_procedures.h's DialogProcedure the procedure of a top-level window.
 void TakeDialogProcedure(NativeWindow window) noexcept;
@@ -98,13 +126,15 @@ void* EditBoxOf(NativeWindow window) noexcept;
 std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                           std::intptr_t lparam) noexcept;
 
-// --- Keyboard --------------------------------------------------------------------------------------------------
+// --- Keyboard
+// --------------------------------------------------------------------------------------------------
 
 bool IsShiftDown() noexcept;
 // The control that Tab reaches next from `control`, in the order in which the controls were made.
 NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) noexcept;
 
-// --- Fonts and text --------------------------------------------------------------------------------------------
+// --- Fonts and text
+// --------------------------------------------------------------------------------------------
 
 inline constexpr std::size_t kFaceUnits = 32; // with the terminator
 
@@ -118,7 +148,7 @@ struct FontRecord {
 FontRecord StockSystemFont() noexcept;
 NativeFont MakeFont(const FontRecord& record) noexcept;
 void DeleteFont(NativeFont font) noexcept;
-std::int32_t ScreenResolution() noexcept;                   // vertical, pixels an inch
+std::int32_t ScreenResolution() noexcept;                    // vertical, pixels an inch
 std::int32_t WindowResolution(NativeWindow window) noexcept; // the same of a window's device
 Extent MeasureText(NativeFont font, std::u16string_view text) noexcept;
 
@@ -128,7 +158,8 @@ struct FittedText {
 };
 FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept;
 
-// --- Icons, bitmaps, messages ----------------------------------------------------------------------------------
+// --- Icons, bitmaps, messages
+// ----------------------------------------------------------------------------------
 
 // A copy of a system icon at the given size, or null. The caller deletes it.
 NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept;
@@ -136,7 +167,8 @@ void DeleteIcon(NativeIcon icon) noexcept;
 // A modal message of the system with an error icon, no title and one button.
 void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
 
-// --- Once per process ------------------------------------------------------------------------------------------
+// --- Once per process
+// ------------------------------------------------------------------------------------------
 
 NativeModule LibraryModule() noexcept; // of the code that runs here
 NativeModule LoadRichEdit() noexcept;

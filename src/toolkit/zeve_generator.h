@@ -1,0 +1,45 @@
+// The generator that makes real boxes: a dialog's own.
+#pragma once
+
+#include "view/generator.h"
+
+#include <memory>
+#include <unordered_map>
+
+namespace brixen::zeve {
+
+struct DialogLink;
+
+class CZeveGenerator : public CGenerator {
+public:
+    // The dialog that this generator belongs to. A view's `__callback` and `__zeveInternalObj` are followed
+    // only where they are that dialog's own: a description may write any number there.
+    explicit CZeveGenerator(DialogLink* dialog = nullptr);
+    ~CZeveGenerator() override;
+
+    // Gives the view its ids, copies its attributes, makes its box and lets it prepare itself.
+    void PrepareView(std::string_view viewKeyword, CExpressionScope& viewAttributes,
+                     CExpressionScope& attributes) override;
+    // Lets the box bind itself and make its control, then tells the host of it. A box whose Create gives null
+    // hands its children to its own parent, and the host does not hear of it.
+    ViewHandle CreateView(std::string_view viewKeyword, CExpressionScope& attributes,
+                          ViewHandle parentHandle) override;
+
+    // Deletes every box that no other box owns: the roots, with all below them, and the prepared ones that
+    // were never created. The destructor does the same.
+    void DeleteBoxes() noexcept;
+
+private:
+    CEveBox* CreateBox(CEveBox& box, CExpressionScope& attributes, CEveBox* parent);
+    void ReleaseIfOwnedBy(CEveBox& box, const CEveBox* parent) noexcept;
+    bool IsOwnCallback(CExpressionScope& attributes) const;
+    void TellHost(std::string_view viewKeyword, CExpressionScope& attributes, CEveBox& box) const;
+
+    DialogLink* fDialog = nullptr;
+    std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> fBoxes; // those without an owning box
+};
+
+// The process-wide 16-bit counter of view ids: the last one given. Starts at 10000 and wraps without a test.
+std::uint16_t& LastViewId() noexcept;
+
+} // namespace brixen::zeve

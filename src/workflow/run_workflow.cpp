@@ -1,0 +1,42 @@
+#include "workflow/run_workflow.h"
+
+#include "frame/status.h"
+#include "workflow/context_keys.h"
+#include "workflow/resources/resource_layer.h"
+#include "workflow/workflow.h"
+#include "workflow/workflow_context.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+std::uint16_t StoredResult(PVNWorkFlowContext& context) {
+    std::uint32_t result = 0;
+    GetLong(context, PvnWFKey_WorkFlowResult, result);
+    return static_cast<std::uint16_t>(result);
+}
+
+std::uint16_t RunUnguarded(T_StorageInterface& bag, WorkFlowMaker make) {
+    std::string language;
+    GetString(bag, PvnWFKey_Language, language);
+    SelectLanguage(language);
+    PVNWorkFlowContext context(bag);
+    // Until the run decides otherwise, the user has cancelled.
+    SetLong(context, PvnWFKey_WorkFlowResult, kStatusUserCancel);
+    const auto workFlow = make(context);
+    const std::uint16_t status = workFlow->Run(false) ? kStatusSuccess : StoredResult(context);
+    ShutDownResources();
+    return status;
+}
+
+} // namespace
+
+std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept {
+    try {
+        return RunUnguarded(bag, make);
+    } catch (...) {
+        return kStatusException;
+    }
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,28 @@
+// The frame's native twin: what it answers is set here by tests.
+#pragma once
+
+#include "frame/platform/frame_platform.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace brixen::pvn {
+
+struct FrameTwin {
+    // With its last separator. Unset: the system's own.
+    std::optional<std::u16string> temporaryFolder;
+    // Unset: the system's clock.
+    std::optional<std::uint32_t> tickCount;
+    // Counts down with each thread start; the start that takes it to 0 is refused. 0 refuses none.
+    int startsUntilRefusal = 0;
+    int openThreadHandles = 0;
+    LanguageIdentifier threadLanguage = 0x0409;
+};
+
+FrameTwin& GetFrameTwin() noexcept;
+// Back to the defaults, but for the count of open handles.
+void ResetFrameTwin();
+
+} // namespace brixen::pvn

@@ -1,0 +1,27 @@
+// Status words: 0 is success, any other value a failure or a user's decision. A value means the same wherever
+// it appears: returned, kept as last error, given to a progress callback, or stored as a workflow's result.
+#pragma once
+
+#include <cstdint>
+
+namespace brixen::pvn {
+
+using Status = std::uint16_t;
+
+inline constexpr Status kStatusSuccess = 0;
+inline constexpr Status kStatusNotInitialised = 0x8101;  // there is no context
+inline constexpr Status kStatusNullArgument = 0x8102;    // a required pointer was null
+inline constexpr Status kStatusBadArgument = 0x8106;     // a value outside its set
+inline constexpr Status kStatusNoMemory = 0x8206;        // an allocation failed
+inline constexpr Status kStatusException = 0x8209;       // an exception reached a boundary; no more is known
+inline constexpr Status kStatusNoThread = 0x8282;        // the worker thread could not be created
+inline constexpr Status kStatusUnmappedOutcome = 0x8401; // a workflow ended in a way it has no status for
+inline constexpr Status kStatusUserQuit = 0x8901;        // the user chose to quit the host
+inline constexpr Status kStatusUserCancel = 0x8902;      // the user cancelled the workflow
+inline constexpr Status kStatusUserOutcome3 = 0x8903;    // what it says is each workflow's own affair
+inline constexpr Status kStatusUserOutcome4 = 0x8904;    // as above
+
+// The user's decisions are no faults.
+constexpr bool IsUserDecision(Status status) { return status >> 8 == 0x89; }
+
+} // namespace brixen::pvn

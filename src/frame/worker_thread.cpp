@@ -1,0 +1,46 @@
+#include "frame/log.h"
+#include "frame/pavane_context.h"
+
+#include <atomic>
+
+namespace brixen::pvn {
+namespace {
+
+// Set once a new thread has read the slot, which may be overwritten, or freed with its record, right after.
+std::atomic<bool> gSlotTaken = false;
+
+unsigned long RunWorker(void* argument) {
+    const PavaneContext::ThreadSlot slot = *static_cast<const PavaneContext::ThreadSlot*>(argument);
+    gSlotTaken = true;
+    gSlotTaken.notify_one();
+    try {
+        return slot.threadEntry(slot.threadArg, slot.threadCallback);
+    } catch (...) {
+        return kStatusException;
+    }
+}
+
+void DropEarlierThread(PavaneContext& context) noexcept {
+    if (context.threadHandle) CloseThread(context.threadHandle);
+    context.threadHandle = nullptr;
+}
+
+} // namespace
+
+Status Pavane_Pri_RunPlatformThread(WorkerEntry entry, void* arg, WorkerCallback callback) noexcept {
+    if (!entry) return kStatusNullArgument;
+    if (!gPavaneContext) return kStatusNotInitialised;
+    PavaneContext& context = *gPavaneContext;
+    context.slot = {entry, arg, callback};
+    DropEarlierThread(context);
+    gSlotTaken = false;
+    context.threadHandle = StartThread(RunWorker, &context.slot);
+    if (!context.threadHandle) {
+        LogRequirement(kThreadRefused);
+        return kStatusNoThread;
+    }
+    gSlotTaken.wait(false);
+    return kStatusSuccess;
+}
+
+} // namespace brixen::pvn

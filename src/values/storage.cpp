@@ -1,0 +1,103 @@
+#include "values/storage.h"
+
+namespace brixen::pvn {
+namespace {
+
+// An overwritten entry keeps its node and its key: nothing but the value is made anew.
+template <class Map, class Value>
+void Put(Map& map, std::string_view key, Value value) {
+    const auto place = map.lower_bound(key);
+    if (place != map.end() && place->first == key)
+        place->second = value;
+    else
+        map.emplace_hint(place, key, value);
+}
+
+template <class Map, class Out>
+bool Take(const Map& map, std::string_view key, Out read) {
+    const auto entry = map.find(key);
+    if (entry == map.end()) return false;
+    read(entry->second);
+    return true;
+}
+
+template <class Map>
+void Erase(Map& map, std::string_view key) {
+    if (const auto entry = map.find(key); entry != map.end()) map.erase(entry);
+}
+
+} // namespace
+
+bool T_Storage::Set(std::string_view key, std::string_view typeName, const void* value) {
+    if (typeName == kValueTypeLong)
+        Put(fLongs, key, *static_cast<const std::uint32_t*>(value));
+    else if (typeName == kValueTypeString)
+        Put(fStrings, key, static_cast<const char*>(value));
+    else if (typeName == kValueTypePtr)
+        Put(fPtrs, key, const_cast<void*>(value));
+    return true;
+}
+
+bool T_Storage::Get(std::string_view key, std::string_view typeName, void* out) {
+    if (typeName == kValueTypeLong)
+        return Take(fLongs, key, [&](std::uint32_t value) { *static_cast<std::uint32_t*>(out) = value; });
+    if (typeName == kValueTypeString)
+        return Take(fStrings, key,
+                    [&](const std::string& value) { *static_cast<const char**>(out) = value.c_str(); });
+    if (typeName == kValueTypePtr)
+        return Take(fPtrs, key, [&](void* value) { *static_cast<void**>(out) = value; });
+    return false;
+}
+
+void T_Storage::Remove(std::string_view key, std::string_view typeName) {
+    if (typeName == kValueTypeLong)
+        Erase(fLongs, key);
+    else if (typeName == kValueTypeString)
+        Erase(fStrings, key);
+    else if (typeName == kValueTypePtr)
+        Erase(fPtrs, key);
+}
+
+bool SetLong(T_StorageInterface& bag, std::string_view key, std::uint32_t value) {
+    return bag.Set(key, kValueTypeLong, &value);
+}
+
+bool SetPtr(T_StorageInterface& bag, std::string_view key, const void* value) {
+    return bag.Set(key, kValueTypePtr, value);
+}
+
+bool SetString(T_StorageInterface& bag, std::string_view key, const char* value) {
+    return bag.Set(key, kValueTypeString, value);
+}
+
+bool GetLong(T_StorageInterface& bag, std::string_view key, std::uint32_t& out) {
+    return bag.Get(key, kValueTypeLong, &out);
+}
+
+bool GetPtr(T_StorageInterface& bag, std::string_view key, void*& out) {
+    return bag.Get(key, kValueTypePtr, &out);
+}
+
+bool GetString(T_StorageInterface& bag, std::string_view key, std::string& out) {
+    const char* text = nullptr;
+    if (!bag.Get(key, kValueTypeString, &text)) return false;
+    out = text;
+    return true;
+}
+
+bool CopyLong(T_StorageInterface& from, T_StorageInterface& to, std::string_view key) {
+    std::uint32_t value = 0;
+    return GetLong(from, key, value) && SetLong(to, key, value);
+}
+
+bool CopyPtr(T_StorageInterface& from, T_StorageInterface& to, std::string_view key) {
+    void* value = nullptr;
+    return GetPtr(from, key, value) && SetPtr(to, key, value);
+}
+
+bool CopyString(T_StorageInterface& from, T_StorageInterface& to, std::string_view key) {
+    const char* text = nullptr;
+    return from.Get(key, kValueTypeString, &text) && SetString(to, key, text);
+}
+
+} // namespace brixen::pvn

@@ -1,0 +1,109 @@
+// The window system as tests see it: every call is recorded, answers come from a small state, and anything
+// can be refused on demand. There are no default procedures, no dialog keyboard and no focus rules here.
+#pragma once
+
+#include "toolkit/platform/toolkit_platform.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace brixen::zeve::headless {
+
+// One call of a function of toolkit_platform.h. `numbers` are its arguments in order, without window and
+// text.
+struct Call {
+    std::string name;
+    NativeWindow window = nullptr;
+    std::vector<std::int64_t> numbers;
+    std::u16string text;
+};
+
+enum class Procedure { System, Dialog, Control, Edit };
+
+struct Window {
+    NativeWindow handle = nullptr;
+    std::u16string className, text;
+    std::uint32_t style = 0; // with the bits for shown and disabled, as the system keeps them
+    std::uint32_t extendedStyle = 0;
+    platform::Rectangle frame; // in the parent's client area; of a top-level window on the screen
+    NativeWindow parent = nullptr;
+    std::uint16_t id = 0;
+    NativeModule instance = nullptr;
+    Procedure procedure = Procedure::System;
+    void* editBox = nullptr;
+    std::map<std::uint32_t, std::int64_t> remembered; // the last value of each setting message, by its number
+    bool menuTrimmed = false, closeGreyed = false, inputMethodOpen = false;
+};
+
+struct Message {
+    NativeWindow window = nullptr;
+    std::uint32_t number = 0;
+    std::uintptr_t wparam = 0;
+    std::intptr_t lparam = 0;
+};
+
+struct System {
+    std::vector<Call> calls;
+    std::vector<std::unique_ptr<Window>> windows; // the living ones, in the order of their making
+    std::deque<Message> posted;
+    std::optional<std::int32_t> quit;
+    // What the user does: run one by one by HandleNextMessage when nothing is posted and no quit waits. With
+    // an empty script the loop step fails, so that nothing hangs.
+    std::deque<std::function<void()>> script;
+
+    // What a native control, or the system's default procedure, would answer; no value: the small state
+    // answers.
+    std::function<std::optional<std::intptr_t>(const Message&)> answer;
+    std::function<NativeWindow(NativeWindow control, bool backwards)> nextTabStop;
+    bool shiftDown = false;
+
+    // The n-th such request from now on is refused, counted from 1; 0 refuses none.
+    int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
+
+    NativeWindow focus = nullptr, active = nullptr, locked = nullptr;
+    std::set<NativeFont> fonts;
+    std::set<NativeIcon> icons;
+    std::set<std::u16string> classes;
+    int richEditLoads = 0; // minus the frees
+    std::uintptr_t lastHandle = 0x1000;
+    std::uint32_t lastUniqueName = 0;
+};
+
+System& State();
+// Forgets everything: calls, windows, refusals.
+void Reset();
+
+Window* FindWindow(NativeWindow handle);
+// The calls of that name, in order.
+std::vector<Call> CallsOf(std::string_view name);
+// Adds a message to the script: it is handed to its window's procedure.
+void ScriptMessage(NativeWindow window, std::uint32_t number, std::uintptr_t wparam = 0,
+                   std::intptr_t lparam = 0);
+
+// --- For the twin's own files
+// ----------------------------------------------------------------------------------
+
+// Records nothing rather than throw when memory runs out.
+void Record(const char* name, NativeWindow window = nullptr, std::initializer_list<std::int64_t> numbers = {},
+            std::u16string_view text = {}) noexcept;
+// Whether a counted refusal strikes now.
+bool Refuses(int& countdown) noexcept;
+template <class Handle>
+Handle NewHandle() noexcept {
+    return reinterpret_cast<Handle>(State().lastHandle += 16);
+}
+template <class Handle>
+std::int64_t HandleNumber(Handle handle) noexcept {
+    return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(handle));
+}
+// Hands a message to the procedure of its window; 0 for a window that is gone.
+std::intptr_t Deliver(const Message& message) noexcept;
+
+} // namespace brixen::zeve::headless

@@ -1,0 +1,182 @@
+#include "toolkit/platform/headless/headless.h"
+#include "toolkit/window_messages.h"
+#include "toolkit/window_procedures.h"
+
+namespace brixen::zeve {
+
+using headless::FindWindow;
+using headless::Message;
+using headless::Record;
+using headless::State;
+using headless::Window;
+
+namespace headless {
+
+namespace {
+
+// The messages whose last value a control gives back when asked.
+struct Setting {
+    std::uint32_t set, get;
+    bool inLparam;
+    std::int64_t unset;
+};
+constexpr Setting kSettings[] = {
+    {kButtonSetCheck, kButtonGetCheck, false, 0},
+    {kComboSetSelection, kComboGetSelection, false, -1},
+    {kStaticSetImage, kStaticGetImage, true, 0},
+};
+
+std::intptr_t AnswerFromState(Window& window, const Message& message) {
+    if (message.number == kMessageGetTextLength) return static_cast<std::intptr_t>(window.text.size());
+    for (const Setting& setting : kSettings) {
+        const auto kept = window.remembered.find(setting.set);
+        const std::int64_t value = kept != window.remembered.end() ? kept->second : setting.unset;
+        if (message.number == setting.get) return static_cast<std::intptr_t>(value);
+        if (message.number != setting.set) continue;
+        window.remembered[setting.set] =
+            setting.inLparam ? message.lparam : static_cast<std::int64_t>(message.wparam);
+        return setting.inLparam ? static_cast<std::intptr_t>(value) : 0;
+    }
+    return 0;
+}
+
+std::intptr_t SystemAnswer(const Message& message) noexcept {
+    try {
+        if (State().answer)
+            if (const auto answer = State().answer(message)) return *answer;
+        Window* window = FindWindow(message.window);
+        return window != nullptr ? AnswerFromState(*window, message) : 0;
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+}
+
+} // namespace
+
+std::intptr_t Deliver(const Message& message) noexcept {
+    const Window* window = FindWindow(message.window);
+    if (window == nullptr) return 0;
+    switch (window->procedure) {
+    case Procedure::Dialog:
+        return DialogProcedure(message.window, message.number, message.wparam, message.lparam);
+    case Procedure::Control:
+        return ControlProcedure(message.window, message.number, message.wparam, message.lparam);
+    case Procedure::Edit:
+        return EditProcedure(message.window, message.number, message.wparam, message.lparam);
+    case Procedure::System: break;
+    }
+    return SystemAnswer(message);
+}
+
+} // namespace headless
+
+namespace platform {
+
+namespace {
+
+std::intptr_t RecordAndAnswer(const char* name, const Message& message) noexcept {
+    Record(name, message.window, {message.number, static_cast<std::int64_t>(message.wparam), message.lparam});
+    return headless::SystemAnswer(message);
+}
+
+void TakeProcedure(const char* name, NativeWindow window, headless::Procedure procedure, void* box) noexcept {
+    Record(name, window);
+    Window* found = FindWindow(window);
+    if (found == nullptr) return;
+    found->procedure = procedure;
+    if (box != nullptr) found->editBox = box;
+}
+
+} // namespace
+
+std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                   std::intptr_t lparam) noexcept {
+    Record("Send", window, {message, static_cast<std::int64_t>(wparam), lparam});
+    return headless::Deliver({window, message, wparam, lparam});
+}
+
+bool Post(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept {
+    Record("Post", window, {message, static_cast<std::int64_t>(wparam), lparam});
+    if (FindWindow(window) == nullptr) return false;
+    try {
+        State().posted.push_back({window, message, wparam, lparam});
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void PostQuit(std::int32_t code) noexcept {
+    Record("PostQuit", nullptr, {code});
+    State().quit = code;
+}
+
+std::intptr_t DefaultAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                            std::intptr_t lparam) noexcept {
+    return RecordAndAnswer("DefaultAnswer", {window, message, wparam, lparam});
+}
+
+std::intptr_t DefaultDialogAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                                  std::intptr_t lparam) noexcept {
+    return RecordAndAnswer("DefaultDialogAnswer", {window, message, wparam, lparam});
+}
+
+std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                          std::intptr_t lparam) noexcept {
+    const Window* found = FindWindow(window);
+    const bool kept = found != nullptr && (found->procedure == headless::Procedure::Control ||
+                                           found->procedure == headless::Procedure::Edit);
+    return kept ? RecordAndAnswer("SavedAnswer", {window, message, wparam, lparam}) : 0;
+}
+
+LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept {
+    Record("HandleNextMessage", dialog);
+    headless::System& system = State();
+    if (!system.posted.empty()) {
+        const Message message = system.posted.front();
+        system.posted.pop_front();
+        headless::Deliver(message);
+        return LoopStep::Handled;
+    }
+    if (system.quit) {
+        code = static_cast<std::uintptr_t>(*system.quit);
+        system.quit.reset();
+        return LoopStep::Quit;
+    }
+    if (system.script.empty()) return LoopStep::Failed;
+    const auto action = std::move(system.script.front());
+    system.script.pop_front();
+    action();
+    return LoopStep::Handled;
+}
+
+void TakeDialogProcedure(NativeWindow window) noexcept {
+    TakeProcedure("TakeDialogProcedure", window, headless::Procedure::Dialog, nullptr);
+}
+
+void TakeControlProcedure(NativeWindow window) noexcept {
+    TakeProcedure("TakeControlProcedure", window, headless::Procedure::Control, nullptr);
+}
+
+void TakeEditProcedure(NativeWindow window, void* box) noexcept {
+    TakeProcedure("TakeEditProcedure", window, headless::Procedure::Edit, box);
+}
+
+void* EditBoxOf(NativeWindow window) noexcept {
+    Record("EditBoxOf", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr ? found->editBox : nullptr;
+}
+
+bool IsShiftDown() noexcept {
+    Record("IsShiftDown");
+    return State().shiftDown;
+}
+
+NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) noexcept {
+    Record("NextTabStop", dialog, {headless::HandleNumber(control), backwards});
+    return State().nextTabStop ? State().nextTabStop(control, backwards) : nullptr;
+}
+
+} // namespace platform
+} // namespace brixen::zeve

@@ -1,0 +1,96 @@
+#include "toolkit/platform/headless/headless.h"
+
+#include <algorithm>
+
+namespace brixen::zeve::platform {
+
+using headless::FindWindow;
+using headless::HandleNumber;
+using headless::Record;
+using headless::State;
+
+namespace {
+
+constexpr std::int32_t kUnitWidth = 6, kLineHeight = 13, kResolution = 96;
+
+Extent ExtentOf(std::size_t units) {
+    if (units == 0) return {};
+    return {static_cast<std::int32_t>(units) * kUnitWidth, kLineHeight};
+}
+
+} // namespace
+
+void SetText(NativeWindow window, const char16_t* text) noexcept {
+    Record("SetText", window, {}, text);
+    try {
+        if (headless::Window* found = FindWindow(window)) found->text = text;
+    } catch (const std::bad_alloc&) {
+        // The window keeps the text it had.
+    }
+}
+
+std::u16string TextOf(NativeWindow window) {
+    Record("TextOf", window);
+    const headless::Window* found = FindWindow(window);
+    return found != nullptr ? found->text : std::u16string();
+}
+
+void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) noexcept {
+    Record("SetControlText", window, {id}, text);
+    SetText(ChildWithId(window, id), text);
+}
+
+std::u16string ControlText(NativeWindow window, std::uint16_t id) {
+    Record("ControlText", window, {id});
+    return TextOf(ChildWithId(window, id));
+}
+
+FontRecord StockSystemFont() noexcept {
+    Record("StockSystemFont");
+    FontRecord record;
+    record.height = 16;
+    record.width = 7;
+    record.weight = 700;
+    std::u16string_view(u"System").copy(record.face, kFaceUnits - 1);
+    return record;
+}
+
+NativeFont MakeFont(const FontRecord& record) noexcept {
+    Record("MakeFont", nullptr,
+           {record.height, record.weight, record.italic, record.underline, record.characterSet}, record.face);
+    if (headless::Refuses(State().refuseFont)) return nullptr;
+    try {
+        return *State().fonts.insert(headless::NewHandle<NativeFont>()).first;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void DeleteFont(NativeFont font) noexcept {
+    Record("DeleteFont", nullptr, {HandleNumber(font)});
+    State().fonts.erase(font);
+}
+
+std::int32_t ScreenResolution() noexcept {
+    Record("ScreenResolution");
+    return kResolution;
+}
+
+std::int32_t WindowResolution(NativeWindow window) noexcept {
+    Record("WindowResolution", window);
+    return FindWindow(window) != nullptr ? kResolution : 0;
+}
+
+Extent MeasureText(NativeFont font, std::u16string_view text) noexcept {
+    Record("MeasureText", nullptr, {HandleNumber(font)}, text);
+    return ExtentOf(text.size());
+}
+
+FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept {
+    Record("MeasureFitting", nullptr, {HandleNumber(font), width}, text);
+    const std::size_t room = width > 0 ? static_cast<std::size_t>(width / kUnitWidth) : 0;
+    const std::size_t units = std::min(room, text.size());
+    return {units, ExtentOf(units)};
+}
+
+} // namespace brixen::zeve::platform

@@ -1,0 +1,242 @@
+#include "toolkit/platform/headless/headless.h"
+#include "toolkit/window_messages.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace brixen::zeve {
+
+using headless::FindWindow;
+using headless::HandleNumber;
+using headless::Record;
+using headless::State;
+using headless::Window;
+
+namespace {
+
+constexpr std::uint32_t kStyleChild = 0x40000000, kStyleShown = 0x10000000, kStyleDisabled = 0x08000000;
+constexpr std::int32_t kFrameSide = 3, kFrameTop = 22; // of a top-level window
+constexpr std::uint32_t kMessageDestroy = 0x0002;
+
+bool IsChild(const Window& window) { return (window.style & kStyleChild) != 0; }
+
+void SetStyleBit(Window& window, std::uint32_t bit, bool set) {
+    window.style = set ? window.style | bit : window.style & ~bit;
+}
+
+std::vector<NativeWindow> ChildrenOf(NativeWindow parent) {
+    std::vector<NativeWindow> children;
+    for (auto& window : State().windows)
+        if (window->parent == parent) children.push_back(window->handle);
+    return children;
+}
+
+char16_t Lower(char16_t unit) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
+}
+
+bool SameClass(std::u16string_view one, std::u16string_view other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](char16_t a, char16_t b) { return Lower(a) == Lower(b); });
+}
+
+void Destroy(NativeWindow window) {
+    headless::Deliver({window, kMessageDestroy, 0, 0});
+    for (NativeWindow child : ChildrenOf(window)) Destroy(child);
+    headless::Deliver({window, kMessageWindowGone, 0, 0});
+    std::erase_if(State().windows, [window](const auto& other) { return other->handle == window; });
+}
+
+std::unique_ptr<Window> NewWindow(const platform::WindowRequest& request) {
+    auto window = std::make_unique<Window>();
+    window->handle = headless::NewHandle<NativeWindow>();
+    window->className = request.className;
+    window->text = request.text;
+    window->style = request.style;
+    window->extendedStyle = request.extendedStyle;
+    window->frame = {request.left, request.top, request.left + request.width, request.top + request.height};
+    window->parent = request.parent;
+    window->id = request.id;
+    window->instance = request.instance;
+    return window;
+}
+
+} // namespace
+
+namespace platform {
+
+NativeWindow MakeWindow(const WindowRequest& request) noexcept {
+    Record("MakeWindow", request.parent,
+           {request.extendedStyle, request.style, request.left, request.top, request.width, request.height,
+            request.id},
+           request.className);
+    if (headless::Refuses(State().refuseWindow)) return nullptr;
+    try {
+        State().windows.push_back(NewWindow(request));
+        return State().windows.back()->handle;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+bool RegisterDialogClass(const char16_t* className, NativeModule instance) noexcept {
+    Record("RegisterDialogClass", nullptr, {HandleNumber(instance)}, className);
+    if (headless::Refuses(State().refuseClass)) return false;
+    try {
+        return State().classes.insert(className).second;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void UnregisterDialogClass(const char16_t* className, NativeModule instance) noexcept {
+    Record("UnregisterDialogClass", nullptr, {HandleNumber(instance)}, className);
+    const auto found = std::find_if(State().classes.begin(), State().classes.end(),
+                                    [className](const auto& name) { return name == className; });
+    if (found != State().classes.end()) State().classes.erase(found);
+}
+
+std::u16string NewUniqueName() {
+    Record("NewUniqueName");
+    char text[64];
+    std::snprintf(text, sizeof text, "%08x-0000-4000-8000-000000000000", ++State().lastUniqueName);
+    return {text, text + std::char_traits<char>::length(text)};
+}
+
+void CloseWindow(NativeWindow window) noexcept {
+    Record("CloseWindow", window);
+    if (FindWindow(window) != nullptr) Destroy(window);
+}
+
+bool IsWindowAlive(NativeWindow window) noexcept {
+    Record("IsWindowAlive", window);
+    return FindWindow(window) != nullptr;
+}
+
+void ShowOrHide(NativeWindow window, bool show) noexcept {
+    Record("ShowOrHide", window, {show});
+    if (Window* found = FindWindow(window)) SetStyleBit(*found, kStyleShown, show);
+}
+
+bool IsShown(NativeWindow window) noexcept {
+    Record("IsShown", window);
+    for (Window* found = FindWindow(window); found != nullptr; found = FindWindow(found->parent)) {
+        if ((found->style & kStyleShown) == 0) return false;
+        if (!IsChild(*found)) return true;
+    }
+    return false;
+}
+
+void PaintNow(NativeWindow window) noexcept { Record("PaintNow", window); }
+
+void Enable(NativeWindow window, bool enabled) noexcept {
+    Record("Enable", window, {enabled});
+    if (Window* found = FindWindow(window)) SetStyleBit(*found, kStyleDisabled, !enabled);
+}
+
+bool IsEnabled(NativeWindow window) noexcept {
+    Record("IsEnabled", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr && (found->style & kStyleDisabled) == 0;
+}
+
+void Focus(NativeWindow window) noexcept {
+    Record("Focus", window);
+    if (FindWindow(window) != nullptr) State().focus = window;
+}
+
+void Activate(NativeWindow window) noexcept {
+    Record("Activate", window);
+    if (FindWindow(window) != nullptr) State().active = window;
+}
+
+void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width,
+            std::int32_t height) noexcept {
+    Record("MoveTo", window, {left, top, width, height});
+    if (Window* found = FindWindow(window)) found->frame = {left, top, left + width, top + height};
+}
+
+Rectangle OuterFrame(NativeWindow window) noexcept {
+    Record("OuterFrame", window);
+    const Window* found = FindWindow(window);
+    if (found == nullptr) return {};
+    Rectangle frame = found->frame;
+    if (!IsChild(*found) || FindWindow(found->parent) == nullptr) return frame;
+    const Window& parent = *FindWindow(found->parent);
+    const std::int32_t x = parent.frame.left + (IsChild(parent) ? 0 : kFrameSide);
+    const std::int32_t y = parent.frame.top + (IsChild(parent) ? 0 : kFrameTop);
+    return {frame.left + x, frame.top + y, frame.right + x, frame.bottom + y};
+}
+
+Rectangle ClientArea(NativeWindow window) noexcept {
+    Record("ClientArea", window);
+    const Window* found = FindWindow(window);
+    if (found == nullptr) return {};
+    const Rectangle& frame = found->frame;
+    if (IsChild(*found)) return {0, 0, frame.Width(), frame.Height()};
+    return {0, 0, frame.Width() - 2 * kFrameSide, frame.Height() - kFrameTop - kFrameSide};
+}
+
+Extent WorkArea() noexcept {
+    Record("WorkArea");
+    return {1024, 740};
+}
+
+NativeWindow ParentOf(NativeWindow window) noexcept {
+    Record("ParentOf", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr ? found->parent : nullptr;
+}
+
+NativeWindow TopLevelOf(NativeWindow window) noexcept {
+    Record("TopLevelOf", window);
+    Window* found = FindWindow(window);
+    while (found != nullptr && IsChild(*found) && FindWindow(found->parent) != nullptr)
+        found = FindWindow(found->parent);
+    return found != nullptr ? found->handle : nullptr;
+}
+
+NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept {
+    Record("ChildWithId", window, {id});
+    for (auto& child : State().windows)
+        if (window != nullptr && child->parent == window && IsChild(*child) && child->id == id)
+            return child->handle;
+    return nullptr;
+}
+
+NativeWindow TopChild(NativeWindow window) noexcept {
+    Record("TopChild", window);
+    for (auto& child : State().windows)
+        if (window != nullptr && child->parent == window && IsChild(*child)) return child->handle;
+    return nullptr;
+}
+
+NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
+                                  std::uint32_t style) noexcept {
+    Record("ChildOfClassAndStyle", window, {style}, className);
+    for (auto& child : State().windows)
+        if (window != nullptr && child->parent == window && IsChild(*child) && child->style == style &&
+            SameClass(child->className, className))
+            return child->handle;
+    return nullptr;
+}
+
+std::uint16_t IdOf(NativeWindow window) noexcept {
+    Record("IdOf", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr ? found->id : std::uint16_t(0);
+}
+
+std::uint32_t StyleOf(NativeWindow window) noexcept {
+    Record("StyleOf", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr ? found->style : 0;
+}
+
+void SetStyle(NativeWindow window, std::uint32_t style) noexcept {
+    Record("SetStyle", window, {style});
+    if (Window* found = FindWindow(window)) found->style = style;
+}
+
+} // namespace platform
+} // namespace brixen::zeve

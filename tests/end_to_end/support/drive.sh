@@ -1,0 +1,70 @@
+# Sourced by the end-to-end scripts: starts the sample host and drives its dialogs by real keys and mouse clicks.
+# Every step waits for a condition of the screen, never for a guess of time.
+
+set -euo pipefail
+build=$1
+bin=$build/bin
+output=$(mktemp)
+hostProcess=
+trap 'finish' EXIT
+
+finish() {
+    [ -z "$hostProcess" ] || kill "$hostProcess" 2>/dev/null || true
+    rm -f "$output"
+}
+
+fail() {
+    echo "FAILED: $*" >&2
+    probe >&2 || true
+    [ -z "${PAVANE_FAILURE_PICTURE:-}" ] || import -window root "$PAVANE_FAILURE_PICTURE"
+    exit 1
+}
+
+# start_host ARGUMENT...: in the background, its words kept.
+start_host() {
+    : >"$output"
+    (cd "$bin" && exec timeout 120 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
+    hostProcess=$!
+}
+
+# host_ends CODE TEXT: the host ends with that exit code, having printed TEXT.
+host_ends() {
+    local code=0
+    wait "$hostProcess" || code=$?
+    hostProcess=
+    [ "$code" = "$1" ] || fail "the host ended with $code instead of $1: $(cat "$output")"
+    grep -qF "$2" "$output" || fail "the host did not say '$2' but: $(cat "$output")"
+    echo "ok: the host ended with '$2'"
+}
+
+probe() { wine "$bin/window-probe.exe" 2>/dev/null | tr -d '\r'; }
+
+# wait_until WHAT COMMAND...: repeats COMMAND until it succeeds.
+wait_until() {
+    local what=$1 end=$((SECONDS + 20))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$end" ] || fail "never came: $what"
+        sleep 0.1
+    done
+    echo "ok: $what"
+}
+
+# The line of the visible control whose text is TEXT (its access key's & aside).
+control() { probe | awk -v text="$1" '{ line = $0; for (i = 0; i < 7; ++i) sub(/^[^ ]* /, "", line);
+    gsub(/&/, "", line); if (line == text) { print; exit } }'; }
+states_of() { control "$1" | awk '{ print $7 }'; }
+shows() { [ -n "$(control "$1")" ]; }
+shows_no_more() { ! shows "$1"; }
+is_focused() { case "$(states_of "$1")" in *F*) true ;; *) false ;; esac; }
+is_default() { case "$(states_of "$1")" in *D*) true ;; *) false ;; esac; }
+title_is() { probe | awk -v text="$1" 'NR == 1 { sub(/^dialog( [^ ]*){4} /, ""); found = $0 == text } END { exit !found }'; }
+
+press() { xdotool key --clearmodifiers "$1"; }
+click() {
+    local line
+    line=$(control "$1")
+    [ -n "$line" ] || fail "no control '$1' to click"
+    # shellcheck disable=SC2046
+    xdotool mousemove $(echo "$line" | awk '{ print $3, $4 }') click 1
+}

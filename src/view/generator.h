@@ -1,5 +1,5 @@
-// What turns the views of a description into boxes. The reader calls it twice for each view: once while reading,
-// to prepare the view, and once after the layout, to create it.
+// What turns the views of a description into boxes. The reader calls it twice for each view: once while
+// reading, to prepare the view, and once after the layout, to create it.
 #pragma once
 
 #include "view/scope_string_pool.h"
@@ -18,8 +18,8 @@ class CGenerator {
 public:
     virtual ~CGenerator() = default;
 
-    // Called while the head of a view is read. `viewAttributes` holds the view's parameters, with its chain into
-    // the enclosing blocks; `attributes` is the view's own scope, in which names may be defined.
+    // Called while the head of a view is read. `viewAttributes` holds the view's parameters, with its chain
+    // into the enclosing blocks; `attributes` is the view's own scope, in which names may be defined.
     virtual void PrepareView(std::string_view viewKeyword, CExpressionScope& viewAttributes,
                              CExpressionScope& attributes) = 0;
 
@@ -27,7 +27,8 @@ public:
     virtual ViewHandle CreateView(std::string_view viewKeyword, CExpressionScope& attributes,
                                   ViewHandle parentHandle) = 0;
 
-    // If set, a run of a description answers with it instead of the root view's handle. Nothing sets it today.
+    // If set, a run of a description answers with it instead of the root view's handle. Nothing sets it
+    // today.
     ViewHandle fixedRoot = nullptr;
     // Holds the names and texts of every view's `attributes`, so that they outlive the description's scopes.
     ScopeStringPool pool;

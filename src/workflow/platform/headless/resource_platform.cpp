@@ -1,0 +1,68 @@
+#include "workflow/platform/resource_platform.h"
+
+#include "values/text_conversion.h"
+#include "workflow/platform/headless/resource_recorder.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <fstream>
+
+namespace brixen::pvn::pvn_workflow::platform {
+
+namespace {
+
+// A file is taken for a picture when its signature and the start of its first chunk are those of a PNG.
+constexpr std::array<unsigned char, 16> kPngStart = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n',
+                                                     0,    0,   0,   13,  'I',  'H',  'D',  'R'};
+constexpr std::size_t kPngHeaderBytes = 33;
+
+bool IsPng(const char16_t* path) {
+    std::string name = lyr::gen::ToUtf8(path, true);
+    std::replace(name.begin(), name.end(), '\\', '/');
+    std::ifstream file(name, std::ios::binary);
+    std::array<char, kPngHeaderBytes> head{};
+    file.read(head.data(), head.size());
+    return file && std::memcmp(head.data(), kPngStart.data(), kPngStart.size()) == 0;
+}
+
+} // namespace
+
+ResourceRecorder& TheResourceRecorder() {
+    static ResourceRecorder recorder;
+    return recorder;
+}
+
+std::u16string LibraryFolder() {
+    std::array<char, 4096> path{};
+    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
+    if (length < 0) return {};
+    const std::string_view program(path.data(), static_cast<std::size_t>(length));
+    std::u16string folder = lyr::gen::ToUtf16(program, true).substr(0, kPathUnits - 1);
+    folder.resize(std::min(folder.rfind(u'/'), folder.size()));
+    return folder;
+}
+
+bool StartDecoder() noexcept {
+    ResourceRecorder& recorder = TheResourceRecorder();
+    if (recorder.refuseDecoder) return false;
+    ++recorder.decoderStarts;
+    return recorder.decoderRuns = true;
+}
+
+void StopDecoder() noexcept { TheResourceRecorder().decoderRuns = false; }
+
+DecodedBitmap DecodeBitmap(const char16_t* path) {
+    ResourceRecorder& recorder = TheResourceRecorder();
+    if (!recorder.decoderRuns || !IsPng(path)) return {};
+    if (++recorder.bitmapsMade == recorder.refuseBitmap) return {};
+    const auto bitmap = reinterpret_cast<zeve::NativeBitmap>(recorder.bitmapsMade);
+    recorder.liveBitmaps.insert(bitmap);
+    return {bitmap, 0};
+}
+
+void DeleteBitmap(zeve::NativeBitmap bitmap) noexcept { TheResourceRecorder().liveBitmaps.erase(bitmap); }
+
+} // namespace brixen::pvn::pvn_workflow::platform

@@ -1,0 +1,94 @@
+#include "workflow/resources/resource_layer.h"
+
+#include "frame/log.h"
+#include "toolkit/zeve_dialog.h"
+#include "values/text_conversion.h"
+#include "workflow/resources/bitmap_handler.h"
+#include "workflow/resources/dictionary_handler.h"
+#include "workflow/resources/resource_state.h"
+#include "workflow/resources/view_handler.h"
+
+#include <array>
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+const std::string kTypeView = "Resource_Type_Exvw";
+const std::string kTypeDictionary = "Resource_Type_Zdct";
+const std::string kTypeBitmap = "Resource_Type_Bitmap";
+
+template <class Handler>
+void AddHandler(const std::string& type) {
+    auto handler = std::make_unique<Handler>();
+    PVNResourceManager::Get().RegisterHandler(type, handler.get());
+    handler.release(); // TearDown takes it back by its type
+}
+
+void SetUp(const std::string& language) {
+    AddHandler<PVNViewHandler>(kTypeView);
+    AddHandler<PVNDictionaryHandler>(kTypeDictionary);
+    AddHandler<PVNBitmapHandler>(kTypeBitmap);
+    PVNResourceManager::Get().SetLanguage(language);
+    SetResourceRootToLibrary();
+    TheResourceState().isSetUp = true;
+}
+
+void TearDown() {
+    PVNResourceManager& manager = PVNResourceManager::Get();
+    for (const std::string* type : {&kTypeView, &kTypeDictionary, &kTypeBitmap})
+        std::unique_ptr<PVNResourceHandler>(manager.RemoveHandler(*type)).reset();
+    PVNResourceManager::Destroy();
+    TheResourceState().isSetUp = false;
+}
+
+void LogMissing(const char* kind, const std::string& name) {
+    PvnLog("%s: %s: Missing Resource(Type: %s, Name: %s)\n", kLogComponent, kLogInfo, kind, name.c_str());
+}
+
+[[noreturn]] void FailMissing(const char* kind, const std::string& name) {
+    LogMissing(kind, name);
+    throw std::runtime_error("missing resource");
+}
+
+} // namespace
+
+void SelectLanguage(const std::string& language) {
+    zeve::ZeveInitialize();
+    if (TheResourceState().isSetUp) return;
+    try {
+        SetUp(language);
+    } catch (...) {
+        TearDown();
+        throw;
+    }
+}
+
+void ShutDownResources() {
+    if (TheResourceState().isSetUp) TearDown();
+}
+
+std::string LoadViewDescription(const std::string& name) {
+    const void* text = PVNResourceManager::Get().Load(kTypeView, name, kDefaultLocale, 0);
+    if (!text) FailMissing("Exvw", name);
+    return static_cast<const char*>(text);
+}
+
+void LoadWorkFlowDictionary(const std::string& name) {
+    if (!PVNResourceManager::Get().Load(kTypeDictionary, name, kDefaultLocale, 1)) FailMissing("Zdct", name);
+}
+
+zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode) {
+    void* bitmap = PVNResourceManager::Get().Load(kTypeBitmap, name, kDefaultLocale, mode);
+    if (!bitmap) LogMissing("Bitmap", name);
+    return static_cast<zeve::NativeBitmap>(bitmap);
+}
+
+void SetResourceRootToLibrary() { PVNResourceManager::Get().SetRootIn(platform::LibraryFolder()); }
+
+void SetResourceRootBelow(const std::string& folder) {
+    PVNResourceManager::Get().SetRootIn(lyr::gen::ToUtf16(folder));
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,68 @@
+#include "workflow/resources/resource_manager.h"
+
+#include "values/platform/values_platform.h"
+#include "values/text_conversion.h"
+#include "workflow/resources/resource_handler.h"
+#include "workflow/resources/resource_state.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+using lyr::gen::ToUtf16;
+
+PVNResourceManager& PVNResourceManager::Get() {
+    ResourceState& state = TheResourceState();
+    if (!state.manager) state.manager = std::make_unique<PVNResourceManager>();
+    return *state.manager;
+}
+
+void PVNResourceManager::Destroy() { TheResourceState().manager.reset(); }
+
+void PVNResourceManager::RegisterHandler(const std::string& type, PVNResourceHandler* handler) {
+    handlers[type] = handler;
+}
+
+PVNResourceHandler* PVNResourceManager::RemoveHandler(const std::string& type) {
+    const auto found = handlers.extract(type);
+    return found ? found.mapped() : nullptr;
+}
+
+PVNResourceHandler* PVNResourceManager::HandlerOf(const std::string& type) const {
+    const auto found = handlers.find(type);
+    return found == handlers.end() ? nullptr : found->second;
+}
+
+void* PVNResourceManager::Load(const std::string& type, const std::string& name, const std::string& locale,
+                               std::uint32_t mode) {
+    PVNResourceHandler* handler = HandlerOf(type);
+    return handler ? handler->Load(name, locale, mode) : nullptr;
+}
+
+void PVNResourceManager::Release(const std::string& type, const std::string& name) {
+    if (PVNResourceHandler* handler = HandlerOf(type)) handler->Release(name);
+}
+
+// An empty locale folder means the root itself.
+PathUnits PVNResourceManager::Probe(std::u16string_view localeFolder, std::u16string_view file) const {
+    PathBuffer path = root;
+    if (!localeFolder.empty()) path.Enter(localeFolder);
+    path.Enter(file);
+    return lyr::gen::FileExists(path.Text()) ? path.Copy() : nullptr;
+}
+
+PathUnits PVNResourceManager::FindResourceFile(const std::string& name, const std::string& extension,
+                                               const std::string& locale, std::uint32_t mode) const {
+    const std::u16string file = ToUtf16(name + "." + extension);
+    const std::u16string folder = ToUtf16(locale == kDefaultLocale ? language : locale);
+    if (mode == kSearchRoot) return Probe(u"", file);
+    if (mode > kSearchLocaleThenEnUs) return nullptr;
+    if (PathUnits path = Probe(folder, file)) return path;
+    if (mode == kSearchLocaleThenRoot) return Probe(u"", file);
+    if (mode == kSearchLocaleThenEnUs && folder != u"en_US") return Probe(u"en_US", file);
+    return nullptr;
+}
+
+void PVNResourceManager::SetRootIn(std::u16string_view folder) {
+    root = PathBuffer(folder).Enter(u"PVResources");
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -9,7 +9,7 @@
 
 namespace brixen::pvn {
 
-std::FILE* gLogStream = nullptr;
+std::atomic<std::FILE*> gLogStream = nullptr;
 
 namespace {
 
@@ -37,26 +37,33 @@ void OpenLog(bool trimIfLarge) noexcept {
 }
 
 void CloseLog() noexcept {
-    if (gLogStream) std::fclose(gLogStream);
-    gLogStream = nullptr;
+    if (std::FILE* stream = gLogStream.exchange(nullptr)) std::fclose(stream);
 }
 
-void WriteLogPrefix() noexcept {
-    if (!gLogStream) return;
+namespace {
+
+void WritePrefixTo(std::FILE* stream) noexcept {
     const std::tm now = LocalTime(std::time(nullptr));
     char text[100] = {};
     std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &now);
-    std::fprintf(gLogStream, "%s [%d] ", text, static_cast<int>(CurrentProcessNumber()));
+    std::fprintf(stream, "%s [%d] ", text, static_cast<int>(CurrentProcessNumber()));
+}
+
+} // namespace
+
+void WriteLogPrefix() noexcept {
+    if (std::FILE* stream = gLogStream) WritePrefixTo(stream);
 }
 
 void PvnLog(const char* format, ...) noexcept {
-    if (!gLogStream) return;
-    WriteLogPrefix();
+    std::FILE* const stream = gLogStream;
+    if (!stream) return;
+    WritePrefixTo(stream);
     std::va_list arguments;
     va_start(arguments, format);
-    std::vfprintf(gLogStream, format, arguments);
+    std::vfprintf(stream, format, arguments);
     va_end(arguments);
-    std::fflush(gLogStream);
+    std::fflush(stream);
 }
 
 void LogRequirement(const LogPlace& place) noexcept {

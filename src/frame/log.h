@@ -8,6 +8,7 @@
 
 #include "frame/status.h"
 
+#include <atomic>
 #include <cstdio>
 
 #if defined(__MINGW_PRINTF_FORMAT)
@@ -20,8 +21,9 @@
 
 namespace brixen::pvn {
 
-// The open log file; null while there is none.
-extern std::FILE* gLogStream;
+// The open log file; null while there is none. Atomic, since an initialise from another thread during a run
+// opens the file again.
+extern std::atomic<std::FILE*> gLogStream;
 
 // The component word and the keys that begin a body.
 inline constexpr char kLogComponent[] = "PVN";
@@ -39,6 +41,7 @@ struct LogPlace {
 inline constexpr char kInitializeName[] = "brixen::pvn::Pavane_Initialize";
 inline constexpr char kPreloadWorkflowName[] = "brixen::pvn::Pavane_PreloadWorkflow";
 inline constexpr char kRunWorkflowName[] = "brixen::pvn::Pavane_RunWorkflow";
+inline constexpr char kLaunchWorkflowName[] = "brixen::pvn::LaunchWorkflow";
 inline constexpr char kRunPlatformThreadName[] = "brixen::pvn::Pavane_Pri_RunPlatformThread";
 
 inline constexpr LogPlace kAlreadyInitialised{kInitializeName, 182};
@@ -47,6 +50,7 @@ inline constexpr LogPlace kNoMemoryForContext{kInitializeName, 191};
 inline constexpr LogPlace kPreloadWithoutContext{kPreloadWorkflowName, 328};
 inline constexpr LogPlace kRunWithoutContext{kRunWorkflowName, 392};
 inline constexpr LogPlace kRunNotPrepared{kRunWorkflowName, 394};
+inline constexpr LogPlace kLauncherStarts{kLaunchWorkflowName, 64};
 inline constexpr LogPlace kThreadRefused{kRunPlatformThreadName, 1928};
 
 // Opens the file to append; with trimIfLarge it is emptied first when it holds more than 256,000 bytes. A

@@ -3,7 +3,7 @@
 namespace brixen::pvn {
 
 PavaneContext* gPavaneContext = nullptr;
-Status gLastError = kStatusSuccess;
+std::atomic<Status> gLastError = kStatusSuccess;
 std::uint16_t gPreloadedWorkflow = 0;
 
 void SetWorkflowPhase(std::uint32_t phase) noexcept {

@@ -6,6 +6,7 @@
 #include "frame/platform/frame_platform.h"
 #include "frame/status.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
@@ -55,8 +56,9 @@ struct PavaneContext {
 // Null: the library is not initialised. Owned; a plain pointer, since a destructor of it would run while the
 // library is being unloaded.
 extern PavaneContext* gPavaneContext;
-// The status of the latest frame operation. Outlives the record.
-extern Status gLastError;
+// The status of the latest frame operation. Outlives the record. Any thread may read it, and a call that is
+// refused during a run writes it from any thread.
+extern std::atomic<Status> gLastError;
 // The workflow whose resources are already prepared; 0 for none.
 extern std::uint16_t gPreloadedWorkflow;
 

@@ -1,4 +1,4 @@
-// What the frame asks of the system. Nothing here throws.
+// What the frame asks of the system. Nothing throws but DescribeHostProgram.
 #pragma once
 
 #include <cstddef>
@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <ctime>
 #include <span>
+#include <string>
 
 namespace brixen::pvn {
 
@@ -43,5 +44,14 @@ LanguageIdentifier ThreadLanguage() noexcept;
 // The system's name for a language, such as "he-IL": ASCII, NUL-terminated. Empty when it has none.
 inline constexpr std::size_t kLocaleNameSize = 85;
 void GetLocaleName(LanguageIdentifier language, std::span<char, kLocaleNameSize> name) noexcept;
+
+// What the program that loaded the library calls itself, in UTF-8; a text that it lacks is empty.
+struct HostProgram {
+    std::string productName;     // from its version resource
+    std::string fileDescription; // from its version resource
+    std::string fileName;        // without folder
+};
+// Throws std::bad_alloc.
+HostProgram DescribeHostProgram();
 
 } // namespace brixen::pvn

@@ -78,4 +78,6 @@ void GetLocaleName(LanguageIdentifier language, std::span<char, kLocaleNameSize>
     std::strcpy(name.data(), row == std::end(kLanguageNames) ? "" : row->name);
 }
 
+HostProgram DescribeHostProgram() { return GetFrameTwin().hostProgram; }
+
 } // namespace brixen::pvn

@@ -19,6 +19,7 @@ struct FrameTwin {
     int startsUntilRefusal = 0;
     int openThreadHandles = 0;
     LanguageIdentifier threadLanguage = 0x0409;
+    HostProgram hostProgram = {"", "", "host"};
 };
 
 FrameTwin& GetFrameTwin() noexcept;

@@ -52,7 +52,7 @@ public:
     // of the new child. `generator` must outlive the tree: its pool holds the texts. Throws what the
     // generator throws.
     ViewProxy(CGenerator& generator, std::string_view viewKeyword, CExpressionScope& viewAttributes,
-              ViewProxy* parent, const ViewInheritance& inherited);
+              ViewProxy* enclosing, const ViewInheritance& inherited);
     ViewProxy(const ViewProxy&) = delete;
     ViewProxy& operator=(const ViewProxy&) = delete;
     ~ViewProxy();
@@ -101,7 +101,6 @@ public:
 
 private:
     void CopyAttributes(const CExpressionScope& viewAttributes);
-    void InheritAlignment();
     void ReadAttributes(const CExpressionScope& viewAttributes);
     void ReadOutsets();
     void ReadMargins();

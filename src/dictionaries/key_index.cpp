@@ -1,0 +1,88 @@
+#include "dictionaries/key_index.h"
+
+#include <bit>
+#include <cstring>
+#include <utility>
+
+namespace kestrel_private {
+namespace {
+
+constexpr std::size_t kFewestSlots = 64;
+constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
+
+std::uint64_t ReadWord(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+std::uint64_t ReadTail(const char* bytes, std::size_t length) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, length);
+    return word;
+}
+
+std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
+    hash = (hash ^ word) * kMultiplier;
+    return hash ^ (hash >> 32);
+}
+
+// Over all bytes, unlike the hash of the buckets.
+std::uint64_t HashWhole(std::string_view key) {
+    std::uint64_t hash = key.size() * kMultiplier;
+    const char* bytes = key.data();
+    std::size_t left = key.size();
+    for (; left >= 8; left -= 8, bytes += 8) hash = Mix(hash, ReadWord(bytes));
+    if (left != 0) hash = Mix(hash, ReadTail(bytes, left));
+    return Mix(hash, 0);
+}
+
+bool IsTooFull(std::size_t used, std::size_t slots) { return used * 2 > slots; }
+
+} // namespace
+
+void KeyIndex::Clear() {
+    fSlots.clear();
+    fUsed = 0;
+}
+
+void KeyIndex::Start(std::size_t count) {
+    Clear();
+    Resize(std::bit_ceil(count * 2 < kFewestSlots ? kFewestSlots : count * 2));
+}
+
+std::size_t KeyIndex::SlotFor(std::string_view key) const {
+    const std::uint64_t hash = HashWhole(key);
+    const auto tag = static_cast<std::uint16_t>(hash >> 48);
+    const std::size_t mask = fSlots.size() - 1;
+    for (std::size_t place = hash & mask;; place = (place + 1) & mask) {
+        const Slot& slot = fSlots[place];
+        if (slot.id == kFree) return place;
+        if (slot.tag == tag && std::string_view(slot.key, slot.length) == key) return place;
+    }
+}
+
+void KeyIndex::Insert(std::string_view key, std::uint32_t id) {
+    if (IsTooFull(fUsed + 1, fSlots.size())) Resize(fSlots.size() * 2);
+    Slot& slot = fSlots[SlotFor(key)];
+    if (slot.id != kFree) return;
+    slot = {key.data(), id, static_cast<std::uint16_t>(key.size()),
+            static_cast<std::uint16_t>(HashWhole(key) >> 48)};
+    ++fUsed;
+}
+
+std::optional<std::uint32_t> KeyIndex::Find(std::string_view key) const {
+    const Slot& slot = fSlots[SlotFor(key)];
+    if (slot.id == kFree) return std::nullopt;
+    return slot.id;
+}
+
+void KeyIndex::Resize(std::size_t slotCount) {
+    std::vector<Slot> old(slotCount);
+    old.swap(fSlots);
+    for (const Slot& slot : old) {
+        if (slot.id != kFree) fSlots[SlotFor({slot.key, slot.length})] = slot;
+    }
+}
+
+} // namespace kestrel_private

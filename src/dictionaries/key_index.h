@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace kestrel_private {
+
+// A table from whole keys to ids, made when the buckets of the store prove too long to scan. It borrows the
+// bytes of the keys. The first id given for a key stays.
+class KeyIndex {
+public:
+    bool IsBuilt() const { return !fSlots.empty(); }
+    void Clear();
+    // Room for `count` keys. Builds the table.
+    void Start(std::size_t count);
+    void Insert(std::string_view key, std::uint32_t id);
+    std::optional<std::uint32_t> Find(std::string_view key) const;
+
+private:
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF; // no entry has this id
+
+    struct Slot {
+        const char* key = nullptr;
+        std::uint32_t id = kFree;
+        std::uint16_t length = 0;
+        std::uint16_t tag = 0; // bits of the hash that did not choose the slot
+    };
+
+    // The slot of the key, or the free one where it belongs.
+    std::size_t SlotFor(std::string_view key) const;
+    void Resize(std::size_t slotCount);
+
+    std::vector<Slot> fSlots; // a power of two, never full
+    std::size_t fUsed = 0;
+};
+
+} // namespace kestrel_private

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace kestrel_private {
+
+// Bytes of an entry, borrowed from the store. They may stand at any alignment.
+struct ValueBytes {
+    const std::uint8_t* bytes = nullptr;
+    std::uint32_t length = 0;
+
+    std::string_view Text() const { return {reinterpret_cast<const char*>(bytes), length}; }
+};
+
+inline constexpr std::size_t kLongestText = 0xFFFF; // bytes; lengths have 16 bits
+
+// One text of every entry of a block: all keys, all values or all notes. A text lies in the area that came
+// with a file, or in a private copy of its own, the override, which wins. An entry whose arrays or bytes are
+// missing has no text.
+class TextColumn {
+public:
+    TextColumn() = default;
+    // The arrays of a file, as far as they were read.
+    TextColumn(std::vector<std::uint32_t> offsets, std::vector<std::uint16_t> lengths,
+               std::vector<std::uint8_t> area);
+
+    ValueBytes At(std::size_t index) const;
+
+    // Room for `count` entries, so that Append cannot fail for want of it.
+    void Reserve(std::size_t count);
+    static std::unique_ptr<std::uint8_t[]> Copy(std::string_view text);
+    void Append(std::unique_ptr<std::uint8_t[]> copy, std::size_t length) noexcept;
+
+    // Writes over a text that is at least as long, else makes an override. `entryCount` is how many entries
+    // the column has by its block's count. Texts beyond kLongestText are the caller's business.
+    void Replace(std::size_t index, std::string_view text, std::size_t entryCount);
+    // Marks an entry as dropped.
+    void Clear(std::size_t index);
+
+private:
+    std::uint8_t* MutableAt(std::size_t index);
+
+    std::vector<std::uint32_t> fOffsets;
+    std::vector<std::uint16_t> fLengths;
+    std::vector<std::uint8_t> fArea;
+    std::vector<std::unique_ptr<std::uint8_t[]>> fOverrides;
+};
+
+} // namespace kestrel_private

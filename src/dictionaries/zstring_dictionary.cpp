@@ -1,0 +1,163 @@
+#include "dictionaries/zstring_dictionary.h"
+
+#include "dictionaries/dictionaries_state.h"
+#include "dictionaries/dictionary_reader.h"
+#include "dictionaries/encoding.h"
+#include "dictionaries/value_decoding.h"
+
+#include <algorithm>
+
+namespace kestrel {
+
+using namespace kestrel_private;
+
+namespace {
+
+constexpr std::uint32_t kFastMajor = 2;
+constexpr std::uint32_t kFastMinor = 5;
+constexpr std::size_t kLongestValue = kLongestText / 2; // characters
+
+// Cut where the length has no more bits, but not through a pair.
+std::u16string_view CutValue(std::u16string_view value) {
+    if (value.size() <= kLongestValue) return value;
+    const char16_t last = value[kLongestValue - 1];
+    return value.substr(0, last >= 0xD800 && last <= 0xDBFF ? kLongestValue - 1 : kLongestValue);
+}
+
+std::string_view BytesOf(std::u16string_view text) {
+    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
+}
+
+std::optional<std::string_view> NoteBytes(const char16_t* note, std::uint32_t noteChars) {
+    if (note == nullptr) return std::nullopt;
+    return BytesOf(CutValue({note, noteChars}));
+}
+
+// A dictionary line may carry its text in quotes, with anything around them.
+std::u16string_view QuotedPart(std::u16string_view line) {
+    const auto findQuote = [&](std::size_t from) {
+        std::size_t quote = line.find(u'"', from);
+        while (quote != line.npos && quote > 0 && line[quote - 1] == u'\\')
+            quote = line.find(u'"', quote + 1);
+        return quote;
+    };
+    const std::size_t opening = findQuote(0);
+    if (opening == line.npos) return line;
+    const std::size_t closing = findQuote(opening + 1);
+    return closing == line.npos ? line.substr(opening + 1) : line.substr(opening + 1, closing - opening - 1);
+}
+
+// Keys are Latin-1: each unit is cut to its low byte.
+std::string NarrowKey(std::u16string_view key) {
+    std::string narrow(key.size(), '\0');
+    std::transform(key.begin(), key.end(), narrow.begin(),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    return narrow;
+}
+
+// Each byte widened with its sign.
+std::u16string WidenWithSign(std::string_view text) {
+    std::u16string wide(text.size(), u'\0');
+    std::transform(text.begin(), text.end(), wide.begin(),
+                   [](char byte) { return static_cast<char16_t>(static_cast<signed char>(byte)); });
+    return wide;
+}
+
+ZString DecodeDefault(std::string_view text, const std::int32_t* encoding) {
+    const bool encoded = encoding != nullptr && *encoding != 0;
+    return ZString(DecodeValue(encoded ? DecodeBytes(text, encoding) : WidenWithSign(text)));
+}
+
+} // namespace
+
+std::unique_ptr<ZStringDictionary> ZStringDictionary::Create(bool fast) {
+    return std::make_unique<ZStringDictionary>(fast);
+}
+
+ZStringDictionary::ZStringDictionary(bool fast)
+    : fEntries(new FastArray), fMajor(fast ? kFastMajor : 0), fMinor(fast ? kFastMinor : 0) {}
+
+ZStringDictionary::~ZStringDictionary() {
+    if (State().fallback == this) State().fallback = nullptr;
+}
+
+void ZStringDictionary::Load(const void* bytes, std::int64_t length, bool /*copyKeys*/) {
+    if (bytes == nullptr || length <= 0) {
+        fStatus = 0;
+        return;
+    }
+    const auto* const begin = static_cast<const std::uint8_t*>(bytes);
+    const auto reader = MakeReader(begin, begin + length);
+    if (!reader) {
+        fStatus = 0;
+        return;
+    }
+    while (reader->NextLine() != nullptr) {
+        if (!reader->Line().empty()) AddLine(reader->Line());
+    }
+}
+
+void ZStringDictionary::AddLine(std::u16string_view line) {
+    const auto split = SplitKeyText(QuotedPart(line));
+    if (!split || split->key.size() > kLongestText) {
+        fStatus = 0;
+        return;
+    }
+    const std::string key = NarrowKey(split->key);
+    const std::u16string value = DecodeValue(split->defaultText);
+    if (IsFast()) {
+        fEntries->Add(key, BytesOf(CutValue(value)), std::nullopt);
+    } else {
+        fChains.Replace(key, ZString(value));
+    }
+}
+
+std::int32_t ZStringDictionary::Add(const char* keyText, const char16_t* value, std::uint32_t valueChars,
+                                    std::uint32_t /*reserved*/, const char16_t* note,
+                                    std::uint32_t noteChars) {
+    constexpr std::int32_t kNoId = -1;
+    if (keyText == nullptr || *keyText == '\0' || !IsFast()) return kNoId;
+    const auto split = SplitKeyText(std::string_view(keyText));
+    if (!split || split->key.size() > kLongestText) return kNoId;
+    const std::u16string_view text =
+        value == nullptr ? std::u16string_view() : std::u16string_view(value, valueChars);
+    return static_cast<std::int32_t>(
+        fEntries->Add(split->key, BytesOf(CutValue(text)), NoteBytes(note, noteChars)));
+}
+
+std::optional<ValueBytes> ZStringDictionary::FindOwnValue(std::string_view key) const {
+    if (!IsFast()) {
+        const DictionaryEntry* const entry = fChains.Find(key);
+        if (entry == nullptr) return std::nullopt;
+        const ByteRunValue* const value = entry->Value().Value();
+        return ValueBytes{reinterpret_cast<const std::uint8_t*>(value->Bytes()), value->Length()};
+    }
+    const auto id = fEntries->Find(key);
+    if (!id) return std::nullopt;
+    return fEntries->Value(*id);
+}
+
+std::optional<ValueBytes> ZStringDictionary::FindValue(std::string_view key) const {
+    const auto own = FindOwnValue(key);
+    const ZStringDictionary* const fallback = State().fallback;
+    return own || fallback == nullptr || fallback == this ? own : fallback->FindOwnValue(key);
+}
+
+void ZStringDictionary::Lookup(ZString& outString, const char* keyText, const std::int32_t* encoding) const {
+    Lookup(outString, keyText == nullptr ? std::string_view() : std::string_view(keyText), encoding);
+}
+
+void ZStringDictionary::Lookup(ZString& outString, std::string_view keyText,
+                               const std::int32_t* encoding) const {
+    outString = ZString();
+    if (keyText.empty()) return;
+    const auto split = SplitKeyText(keyText);
+    if (!split) return;
+    if (const auto found = FindValue(split->key)) {
+        outString = ZString(found->bytes, found->length);
+    } else if (!split->defaultText.empty()) {
+        outString = DecodeDefault(split->defaultText, encoding);
+    }
+}
+
+} // namespace kestrel

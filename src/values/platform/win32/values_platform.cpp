@@ -1,0 +1,79 @@
+#include "values/platform/values_platform.h"
+
+#include "values/platform/read_file.h"
+
+#include <windows.h>
+
+#include <climits>
+#include <cstdlib>
+
+namespace brixen::lyr::gen {
+namespace {
+
+const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+wchar_t* Wide(char16_t* text) { return reinterpret_cast<wchar_t*>(text); }
+
+bool IsUtf8(unsigned codePage) {
+    return codePage == kCodePageUtf8 || (codePage == kCodePageProcess && GetACP() == kCodePageUtf8);
+}
+
+CodePageResult LastFailure() {
+    const bool tooSmall = GetLastError() == ERROR_INSUFFICIENT_BUFFER;
+    return {tooSmall ? CodePageStatus::OutputTooSmall : CodePageStatus::Failed, 0};
+}
+
+// A capacity of 0 would ask the system for the count, and capacities beyond an int are more than enough.
+bool IsTooSmall(const void* output, std::size_t capacity) { return output != nullptr && capacity == 0; }
+int Clamp(const void* output, std::size_t capacity) {
+    return output == nullptr ? 0 : capacity > INT_MAX ? INT_MAX : static_cast<int>(capacity);
+}
+
+} // namespace
+
+CodePageResult CodePageToWide(unsigned codePage, std::string_view bytes, char16_t* output,
+                              std::size_t capacity) {
+    if (bytes.empty()) return {CodePageStatus::Done, 0};
+    if (bytes.size() > INT_MAX) return {CodePageStatus::Failed, 0};
+    if (IsTooSmall(output, capacity)) return {CodePageStatus::OutputTooSmall, 0};
+    const int written =
+        MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
+                            Wide(output), Clamp(output, capacity));
+    if (written <= 0) return LastFailure();
+    return {CodePageStatus::Done, static_cast<std::size_t>(written)};
+}
+
+CodePageResult WideToCodePage(unsigned codePage, std::u16string_view wide, char* output,
+                              std::size_t capacity) {
+    if (wide.empty()) return {CodePageStatus::Done, 0};
+    if (wide.size() > INT_MAX) return {CodePageStatus::Failed, 0};
+    if (IsTooSmall(output, capacity)) return {CodePageStatus::OutputTooSmall, 0};
+    // A character that only resembles the right one is worse than a question mark.
+    const DWORD flags = IsUtf8(codePage) ? 0 : WC_NO_BEST_FIT_CHARS;
+    const int written = WideCharToMultiByte(codePage, flags, Wide(wide.data()), static_cast<int>(wide.size()),
+                                            output, Clamp(output, capacity), nullptr, nullptr);
+    if (written <= 0) return LastFailure();
+    return {CodePageStatus::Done, static_cast<std::size_t>(written)};
+}
+
+std::size_t NarrowSize(const char16_t* wide) { return std::wcstombs(nullptr, Wide(wide), 0); }
+
+std::size_t WideToNarrow(char* output, const char16_t* wide, std::size_t size) {
+    return std::wcstombs(output, Wide(wide), size);
+}
+
+std::size_t WideSize(const char* narrow) { return std::mbstowcs(nullptr, narrow, 0); }
+
+std::size_t NarrowToWide(char16_t* output, const char* narrow, std::size_t size) {
+    return std::mbstowcs(Wide(output), narrow, size);
+}
+
+bool FileExists(const std::u16string& path) {
+    const DWORD attributes = GetFileAttributesW(Wide(path.c_str()));
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+std::optional<std::string> ReadWholeFile(const std::u16string& path) {
+    return ReadToEnd(FileHandle(_wfopen(Wide(path.c_str()), L"rb")));
+}
+
+} // namespace brixen::lyr::gen

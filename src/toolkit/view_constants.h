@@ -2,8 +2,9 @@
 // define them anew for itself; the boxes take the metrics through the view's scopes.
 #pragma once
 
+#include "view/scope_name.h"
+
 #include <cstdint>
-#include <string_view>
 
 namespace brixen::zeve {
 
@@ -33,6 +34,6 @@ enum BuiltinIcon : std::int64_t {
 void InstallViewConstants(CExpressionScope& rootScope);
 
 // A metric as a view sees it, 0 if no scope has it.
-std::int64_t Metric(const CExpressionScope& viewAttributes, std::string_view name);
+std::int64_t Metric(const CExpressionScope& viewAttributes, const ScopeName& name);
 
 } // namespace brixen::zeve

@@ -74,6 +74,8 @@ std::u16string TextOf(NativeWindow window);
 // The text of the child with that id, set and read by the id.
 void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) noexcept;
 std::u16string ControlText(NativeWindow window, std::uint16_t id);
+// Puts a tab with that text before the index of a tab control.
+void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) noexcept;
 // Deletes every item of the system menu but Move and Close.
 void TrimSystemMenu(NativeWindow window) noexcept;
 void GreyCloseItem(NativeWindow window) noexcept;

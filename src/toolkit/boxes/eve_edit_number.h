@@ -1,0 +1,10 @@
+// An edit field for numbers. It takes and gives its value as text.
+#pragma once
+
+#include "toolkit/boxes/eve_edit_text.h"
+
+namespace brixen::zeve {
+
+class CEveEditNumber : public CEveEditText {};
+
+} // namespace brixen::zeve

@@ -1,0 +1,81 @@
+#include "toolkit/boxes/eve_edit_text.h"
+
+#include "dictionaries/translation.h"
+#include "toolkit/boxes/box_attributes.h"
+#include "toolkit/boxes/control_value.h"
+#include "toolkit/control_maker.h"
+#include "toolkit/control_styles.h"
+#include "toolkit/event_record.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/text_measure.h"
+#include "toolkit/wide_text.h"
+#include "toolkit/window_messages.h"
+#include "view/expression_scope.h"
+
+#include <algorithm>
+
+namespace brixen::zeve {
+
+namespace {
+
+constexpr std::int64_t kTextMargins = 20;
+constexpr std::string_view kNotAsciiMessage =
+    "$$$/brixen/zeve/error/not_7bit_ascii=Please enter only 7-bit ASCII characters in this field.";
+
+std::uint32_t EditStyle(const CExpressionScope& attributes, bool isReadOnly) {
+    std::uint32_t editStyle = style::kChild | style::kTabStop | style::kEditWantReturn;
+    editStyle |= attributes.GetBooleanOr("v_scroller"_name, false)
+                     ? style::kVerticalScroll | style::kEditAutoVerticalScroll | style::kEditMultiline
+                     : style::kEditAutoHorizontalScroll;
+    if (attributes.GetBooleanOr("password"_name, false)) editStyle |= style::kEditPassword;
+    if (isReadOnly) editStyle |= style::kEditReadOnly;
+    return editStyle;
+}
+
+bool IsAscii(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](char byte) { return byte & 0x80; });
+}
+
+} // namespace
+
+void CEveEditText::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
+    CEveBox::Prepare(viewAttributes, attributes);
+    std::int64_t fieldWidth = viewAttributes.GetLongOr("width"_name, 0);
+    if (fieldWidth == 0) fieldWidth = MeasureName(*this, viewAttributes, 0).width + kTextMargins;
+    CopyBooleans(attributes, viewAttributes,
+                 {"v_scroller"_name, "password"_name, "locked"_name, "rtl_aware"_name});
+    CopyNumber(attributes, viewAttributes, "max_chars"_name);
+    fTestsAscii = viewAttributes.HasVariable("seven_bit_ascii"_name);
+    attributes.DefineNumber("width"_name, fieldWidth);
+    DefineSizeOr(viewAttributes, attributes, "height"_name, "gEditTextHeight"_name);
+}
+
+CEveBox* CEveEditText::Create(CExpressionScope& attributes, CEveBox* parentBox) {
+    CEveBox::Create(attributes, parentBox);
+    // A read-only field stays enabled, so that it can be scrolled and copied from.
+    if (readOnly) honoursReadOnly = false;
+    MakeControlWithSubCheck(
+        *this, attributes,
+        {u"edit", EditStyle(attributes, readOnly), FieldStyle(attributes, extended::kField)},
+        WantsSubCheck(*this));
+    platform::TakeEditProcedure(control, this);
+    const std::int64_t limit = attributes.GetLongOr("max_chars"_name, 0);
+    if (limit > 0) platform::Send(control, kEditSetLimitText, static_cast<std::uintptr_t>(limit), 0);
+    return this;
+}
+
+void CEveEditText::SetValue(const EventRecord& record) {
+    SetTextById(*this, ReadTextPointer(record, kKeySetValue));
+}
+
+void CEveEditText::GetValue(EventRecord& record, bool honourSubCheck) {
+    if ((honourSubCheck && !GetSubCheck()) || !control || readOnly) return;
+    const std::string text = TextById(*this);
+    if (fTestsAscii && !IsAscii(text)) {
+        platform::ShowErrorMessage(TopLevelWindow(), WideText(ShownText(kNotAsciiMessage)).c_str());
+        return;
+    }
+    StoreNewText(record, text);
+}
+
+} // namespace brixen::zeve

@@ -1,0 +1,25 @@
+#include "toolkit/boxes/eve_empty.h"
+
+#include "toolkit/control_maker.h"
+#include "toolkit/control_styles.h"
+#include "view/expression_scope.h"
+
+namespace brixen::zeve {
+
+void CEveEmpty::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
+    CEveBox::Prepare(viewAttributes, attributes);
+    CopyBoolean(attributes, viewAttributes, "create_user_pane"_name);
+}
+
+CEveBox* CEveEmpty::Create(CExpressionScope& attributes, CEveBox* parentBox) {
+    CEveBox::Create(attributes, parentBox);
+    if (attributes.GetBooleanOr("create_user_pane"_name, false)) {
+        MakeControl(*this, attributes,
+                    {u"static", style::kChild | style::kStaticFrame, extended::kControlParent});
+    }
+    return this;
+}
+
+void CEveHyperlink::RefreshText() {}
+
+} // namespace brixen::zeve

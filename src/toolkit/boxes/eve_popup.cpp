@@ -1,0 +1,110 @@
+#include "toolkit/boxes/eve_popup.h"
+
+#include "dictionaries/translation.h"
+#include "toolkit/boxes/box_attributes.h"
+#include "toolkit/boxes/control_value.h"
+#include "toolkit/control_maker.h"
+#include "toolkit/control_styles.h"
+#include "toolkit/event_record.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/text_measure.h"
+#include "toolkit/wide_text.h"
+#include "toolkit/window_messages.h"
+
+namespace brixen::zeve {
+
+namespace {
+
+constexpr std::int64_t kTextMargins = 20;
+constexpr std::int64_t kItemHeight = 13;
+constexpr std::int64_t kDefaultVisibleItems = 30;
+
+constexpr std::uint32_t kPopupStyle =
+    style::kChild | style::kVerticalScroll | style::kTabStop | style::kDropDownList;
+
+// Of the list when it is open; the system gives the closed field its own height.
+std::int16_t OpenHeight(const CExpressionScope& attributes) {
+    const std::int64_t items = attributes.GetLongOr("max_visible_items"_name, kDefaultVisibleItems);
+    return static_cast<std::int16_t>((static_cast<std::uint64_t>(items) + 2) * kItemHeight);
+}
+
+} // namespace
+
+void CEvePopup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
+    CEveBox::Prepare(viewAttributes, attributes);
+    CopyString(attributes, viewAttributes, "items"_name);
+    CopyNumber(attributes, viewAttributes, "max_visible_items"_name);
+    CopyBoolean(attributes, viewAttributes, "rtl_aware"_name);
+    DefineSizeOr(viewAttributes, attributes, "height"_name, "gPopupHeight"_name);
+    std::int64_t fieldWidth = viewAttributes.GetLongOr("width"_name, 0);
+    if (fieldWidth == 0) {
+        const std::string items = ShownText(viewAttributes.GetStringOr("items"_name, ""));
+        const std::int64_t textWidth = MeasureLongestItem(items).width;
+        width = CutTo16(textWidth);
+        fieldWidth = textWidth + kTextMargins;
+    }
+    attributes.DefineNumber("width"_name, fieldWidth);
+}
+
+CEveBox* CEvePopup::Create(CExpressionScope& attributes, CEveBox* parentBox) {
+    CEveBox::Create(attributes, parentBox);
+    height = OpenHeight(attributes);
+    MakeControlWithSubCheck(*this, attributes,
+                            {u"combobox", kPopupStyle, FieldStyle(attributes, extended::kField)},
+                            WantsSubCheck(*this) && !ignoresSubCheck);
+    fItemsKey = attributes.GetStringOr("items"_name, "");
+    Fill();
+    platform::Send(control, kComboSetSelection, 0, 0);
+    return this;
+}
+
+void CEvePopup::Fill() {
+    fItems = ParseItemList(ShownText(fItemsKey), Separators::Drop);
+    for (const ListItem& item : fItems) {
+        const std::u16string label = WideText(item.label);
+        platform::Send(control, kComboAddString, 0, reinterpret_cast<std::intptr_t>(label.c_str()));
+    }
+}
+
+void CEvePopup::SetValue(const EventRecord& record) {
+    Select(RecordText(ReadTextOrFourCharCode(record, kKeySetValue)));
+}
+
+void CEvePopup::Select(std::string_view value) {
+    if (value == kKeepSelection) return;
+    const ListItem* item = FindItemByValue(fItems, value);
+    const auto index = item ? static_cast<std::uintptr_t>(item - fItems.data()) : 0;
+    platform::Send(control, kComboSetSelection, index, 0);
+}
+
+const ListItem* CEvePopup::SelectedItem() const {
+    const std::intptr_t index = platform::Send(control, kComboGetSelection, 0, 0);
+    if (index < 0 || static_cast<std::size_t>(index) >= fItems.size()) return nullptr;
+    return &fItems[static_cast<std::size_t>(index)];
+}
+
+void CEvePopup::GetValue(EventRecord& record, bool honourSubCheck) {
+    if (honourSubCheck && !ignoresSubCheck && !GetSubCheck()) return;
+    if (!control) return;
+    if (const ListItem* item = SelectedItem()) StoreNewText(record, item->value);
+}
+
+void CEvePopup::RefreshText() {
+    CEveBox::RefreshText();
+    const ListItem* item = control ? SelectedItem() : nullptr;
+    const std::string value = item ? item->value : std::string();
+    platform::Send(control, kComboResetContent, 0, 0);
+    Fill();
+    if (!value.empty()) Select(value);
+}
+
+void CEveButtonPopup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
+    CEvePopup::Prepare(viewAttributes, attributes);
+    CopyString(attributes, viewAttributes, "items"_name);
+    DefineSizeOr(viewAttributes, attributes, "height"_name, "gButtonPopupHeight"_name);
+    DefineSizeOr(viewAttributes, attributes, "width"_name, "gButtonPopupWidth"_name);
+}
+
+void CEveButtonPopup::GetValue(EventRecord& record, bool) { CEvePopup::GetValue(record, false); }
+
+} // namespace brixen::zeve

@@ -1,0 +1,43 @@
+#include "toolkit/boxes/eve_tab_group.h"
+
+#include "toolkit/boxes/box_attributes.h"
+#include "toolkit/control_maker.h"
+#include "toolkit/control_styles.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/wide_text.h"
+#include "view/expression_scope.h"
+
+#include <string_view>
+
+namespace brixen::zeve {
+
+namespace {
+
+void InsertTabs(NativeWindow control, std::string_view names) {
+    for (std::int32_t index = 0;; ++index) {
+        const std::size_t end = names.find(';');
+        platform::InsertTab(control, index, WideText(names.substr(0, end)).c_str());
+        if (end == std::string_view::npos) return;
+        names.remove_prefix(end + 1);
+    }
+}
+
+} // namespace
+
+void CEveTabGroup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
+    CEveBox::Prepare(viewAttributes, attributes);
+    DefineSizeOr(viewAttributes, attributes, "height"_name, "gTabsHeight"_name);
+    attributes.DefineNumber("width"_name, viewAttributes.GetLongOr("width"_name, 0));
+}
+
+CEveBox* CEveTabGroup::Create(CExpressionScope& attributes, CEveBox* parentBox) {
+    CEveBox::Create(attributes, parentBox);
+    MakeControl(*this, attributes,
+                {u"SysTabControl32",
+                 style::kChild | style::kVisible | style::kTabStop | (height > width ? style::kUpright : 0),
+                 extended::kControlParent});
+    InsertTabs(control, nameText);
+    return this;
+}
+
+} // namespace brixen::zeve

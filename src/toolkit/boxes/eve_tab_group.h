@@ -1,0 +1,15 @@
+// A row of tabs. What their pages show is the host's affair.
+#pragma once
+
+#include "toolkit/eve_box.h"
+
+namespace brixen::zeve {
+
+class CEveTabGroup : public CEveBox {
+public:
+    void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
+    // One tab for each part of the translated name between semicolons, empty parts included.
+    CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
+};
+
+} // namespace brixen::zeve

@@ -1,0 +1,120 @@
+#include "workflow/alert.h"
+
+#include "frame/log.h"
+#include "toolkit/event_record.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/window_messages.h"
+#include "toolkit/zeve_dialog.h"
+#include "workflow/alert_catalogue.h"
+#include "workflow/context_keys.h"
+#include "workflow/host_messages.h"
+#include "workflow/pane_helpers.h"
+#include "workflow/picture_controls.h"
+#include "workflow/platform/pane_platform.h"
+#include "workflow/resources/resource_layer.h"
+#include "workflow/workflow_context.h"
+
+#include <memory>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+struct DeleteDialog {
+    void operator()(zeve::ZeveDialog* dialog) const noexcept {
+        try {
+            zeve::ZeveDelete(dialog);
+        } catch (...) {
+            // The dialog is gone all the same, and the user has answered.
+        }
+    }
+};
+using OwnedDialog = std::unique_ptr<zeve::ZeveDialog, DeleteDialog>;
+
+OwnedDialog NewDialog(zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+    std::string language;
+    if (context) GetString(*context, PvnWFKey_Language, language);
+    zeve::ZeveInitRecord record;
+    record.parentWindow = parent;
+    record.callback = &AlertEventCallback;
+    record.instance = zeve::platform::LibraryModule();
+    if (IsRightToLeft(language)) record.language = language.c_str();
+    return OwnedDialog(zeve::ZeveNew(&record));
+}
+
+// Whoever ended the loop meant a dialog below, unless the alert was answered or its window died with its
+// owner.
+void PostForeignQuitAgain(zeve::NativeWindow window, bool wasPositive) {
+    if (zeve::platform::IsWindowAlive(window)) zeve::platform::PostQuit(wasPositive ? 1 : 0);
+}
+
+bool RunAlert(AlertParams& params, zeve::NativeWindow window) {
+    const bool isPositive = zeve::ZeveRunModal(params.dialog);
+    if (!params.isAnswered) PostForeignQuitAgain(window, isPositive);
+    return params.isAnswered && isPositive;
+}
+
+bool ShowUnguarded(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+    const OwnedDialog dialog = NewDialog(parent, context);
+    AlertParams params;
+    params.dialog = dialog.get();
+    zeve::ZeveAddViewText(dialog.get(), LoadViewDescription(std::string(alert.view)).c_str());
+    const zeve::NativeWindow window = zeve::ZeveMakeDialog(dialog.get(), &params);
+    if (!window) throw std::runtime_error("the alert has no window");
+    PictureControls pictures;
+    if (alert.isError) {
+        pictures.Show(platform::IsHighContrast() ? "xball1_hc" : "xball1",
+                      zeve::platform::ChildWithId(window, kAlertPicture));
+    }
+    return RunAlert(params, window);
+}
+
+void FillWithFace(zeve::NativeWindow window, std::uintptr_t device) {
+    zeve::platform::EraseFace(window, reinterpret_cast<zeve::NativeDrawing>(device));
+    zeve::platform::PaintFace(window);
+}
+
+std::uint32_t End(AlertParams& params, std::uint32_t answer) {
+    params.isAnswered = true;
+    return answer;
+}
+
+std::uint32_t AnswerCommand(AlertParams& params, std::uintptr_t wparam) {
+    if (HighWord(wparam) > kNotificationKey) return zeve::kAnswerDefault;
+    const std::uint16_t id = LowWord(wparam);
+    if (id == params.firstButton) return End(params, zeve::kAnswerEndPositive);
+    const bool isRefused = id == params.secondButton || id == kIdEscape;
+    return isRefused ? End(params, zeve::kAnswerEndNegative) : zeve::kAnswerDefault;
+}
+
+} // namespace
+
+bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+    try {
+        const bool isAgreed = ShowUnguarded(FindAlert(name), parent, context);
+        zeve::platform::Post(parent, zeve::kMessageSetFocus, 0, 0);
+        return isAgreed;
+    } catch (...) {
+        PvnLog("%s: %s: Alert not shown(Name: %.*s)\n", kLogComponent, kLogInfo,
+               static_cast<int>(name.size()), name.data());
+        return true;
+    }
+}
+
+std::uint64_t AlertEventCallback(std::int32_t what, zeve::EventRecord& record, void* params) {
+    if (what != zeve::kWhatMessage) return 0;
+    const auto window = record.ReadPointer<zeve::NativeWindow>(zeve::kKeyWindow);
+    const auto wparam = static_cast<std::uintptr_t>(record.Read(zeve::kKeyWparam));
+    switch (static_cast<std::uint32_t>(record.Read(zeve::kKeyEventRecord))) {
+    case zeve::kMessageSetFocus:
+        if (LowWord(wparam) == 0) FocusDefaultButton(window);
+        return zeve::kAnswerDefault;
+    case zeve::kMessagePaint:
+    case zeve::kMessageEraseBackground: FillWithFace(window, wparam); return zeve::kAnswerDefault;
+    case zeve::kMessageClose: return End(*static_cast<AlertParams*>(params), zeve::kAnswerEndNegative);
+    case zeve::kMessageCommand: return AnswerCommand(*static_cast<AlertParams*>(params), wparam);
+    default: return zeve::kAnswerDefault;
+    }
+}
+
+} // namespace brixen::pvn::pvn_workflow

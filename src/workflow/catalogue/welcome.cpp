@@ -1,0 +1,166 @@
+#include "workflow/catalogue/welcome.h"
+
+#include "frame/status.h"
+#include "workflow/alert.h"
+#include "workflow/alert_catalogue.h"
+#include "workflow/catalogue/welcome_views.h"
+#include "workflow/concrete_host.h"
+#include "workflow/context_keys.h"
+#include "workflow/controls/open_in_browser.h"
+#include "workflow/dialog_state_machine.h"
+#include "workflow/host_messages.h"
+#include "workflow/pane.h"
+#include "workflow/pane_helpers.h"
+#include "workflow/resources/resource_layer.h"
+#include "workflow/workflow_context.h"
+
+#include "toolkit/zeve_dialog.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr std::uint16_t kStateWelcome = 1;
+constexpr std::uint16_t kStateHighlights = 2;
+constexpr std::uint16_t kStateReady = 3;
+
+constexpr std::string_view kEventBack = kEventGoBack;
+constexpr std::string_view kEventContinue = "Continue";
+constexpr std::string_view kEventDone = "DoneButton";
+constexpr std::string_view kEventQuit = "QuitButton";
+
+// What distinguishes the panes.
+struct PaneTraits {
+    const char* titleKey;
+    std::uint16_t page;
+    bool hasBack;
+    std::uint16_t defaultButton;
+    std::string_view defaultEvent;
+};
+
+constexpr PaneTraits kWelcomeTraits{"$$$/pvn/welcome/welcome/window_title", welcome::kWelcomePage, false,
+                                    welcome::kContinueButton, kEventContinue};
+constexpr PaneTraits kHighlightsTraits{"$$$/pvn/welcome/highlights/window_title", welcome::kHighlightsPage,
+                                       true, welcome::kContinueButton, kEventContinue};
+constexpr PaneTraits kReadyTraits{"$$$/pvn/welcome/ready/window_title", welcome::kReadyPage, true,
+                                  welcome::kDoneButton, kEventDone};
+
+class WelcomePane : public PVNPane {
+public:
+    explicit WelcomePane(const PaneTraits& traits) : traits(traits) {}
+
+    void Enter() override {
+        SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
+        MakeDefaultButton(ref, traits.defaultButton);
+        SetEnabled(ref, traits.page, true);
+        SetVisible(ref, traits.page, true);
+        SetVisible(ref, welcome::kBackButton, traits.hasBack);
+        SetVisible(ref, traits.defaultButton, true);
+    }
+
+    void Leave() override {
+        SetVisible(ref, traits.page, false);
+        SetVisible(ref, welcome::kBackButton, false);
+        SetVisible(ref, traits.defaultButton, false);
+        SetEnabled(ref, traits.page, false);
+    }
+
+    std::string_view DefaultEvent() const { return traits.defaultEvent; }
+
+private:
+    const PaneTraits& traits;
+};
+
+class HighlightsPane final : public WelcomePane {
+public:
+    explicit HighlightsPane(PVNPaneHost& host) : WelcomePane(kHighlightsTraits), host(host) {}
+
+    void Enter() override {
+        if (!hasPictures) ShowPictures();
+        WelcomePane::Enter();
+    }
+
+private:
+    void ShowPictures() {
+        ShowBitmapInControl(host, "highlight1", welcome::kStepsPicture);
+        ShowBitmapInControl(host, "highlight2", welcome::kLanguagePicture);
+        ShowBitmapInControl(host, "highlight3", welcome::kPrivacyPicture);
+        hasPictures = true;
+    }
+
+    PVNPaneHost& host;
+    bool hasPictures = false;
+};
+
+class WelcomeHost final : public PVNConcreteHost<WelcomeHost> {
+public:
+    using PVNConcreteHost::PVNConcreteHost;
+
+    static std::span<const Command> Commands() {
+        static constexpr Command kCommands[] = {
+            {welcome::kBackButton, &WelcomeHost::OnBack},
+            {welcome::kContinueButton, &WelcomeHost::OnContinue},
+            {welcome::kDoneButton, &WelcomeHost::OnDone},
+            {welcome::kQuitButton, &WelcomeHost::OnQuit},
+            {welcome::kLearnMoreButton, &WelcomeHost::OnLearnMore},
+            {kIdEnter, &WelcomeHost::OnEnterKey},
+            {kIdEscape, &WelcomeHost::OnQuit},
+        };
+        return kCommands;
+    }
+
+private:
+    std::intptr_t OnBack() { return DeliverEvent(kEventBack); }
+    std::intptr_t OnContinue() { return DeliverEvent(kEventContinue); }
+    std::intptr_t OnDone() { return DeliverEvent(kEventDone); }
+
+    std::intptr_t OnQuit() {
+        std::string_view event = kEventNone;
+        if (ShowAlert(kAlertQuit, Window(), context)) {
+            SetLong(*context, PvnWFKey_WorkFlowResult, kStatusUserQuit);
+            event = kEventQuit;
+        }
+        return DeliverEvent(event);
+    }
+
+    std::intptr_t OnLearnMore() {
+        OpenLocalPage("welcome");
+        return DeliverEvent(kEventNone);
+    }
+
+    std::intptr_t OnEnterKey() {
+        return DeliverEvent(static_cast<WelcomePane*>(currentPane)->DefaultEvent());
+    }
+};
+
+} // namespace
+
+void PVNWelcomeWorkFlow::Build(bool) {
+    LoadWorkFlowDictionary("Welcome");
+    host = std::make_unique<WelcomeHost>(LoadViewDescription("welcome"));
+    SetPtr(*ref, PvnWFKey_AppDialog, host.get());
+    machine = std::make_unique<PVNDialogStateMachine>(*host);
+    SetTransitions();
+    machine->SetProperty(kWFState_Any, kPropertyActionDelegate, static_cast<PVNActionDelegate*>(host.get()));
+    SetPanes();
+    machine->startState = kStateWelcome;
+}
+
+void PVNWelcomeWorkFlow::SetTransitions() {
+    machine->SetTransition(kStateWelcome, kStateHighlights, kEventContinue);
+    machine->SetTransition(kStateHighlights, kStateReady, kEventContinue);
+    machine->SetTransition(kStateHighlights, kWFState_BackUnset, kEventBack);
+    machine->SetTransition(kStateReady, kWFState_Done, kEventDone);
+    machine->SetTransition(kStateReady, kWFState_BackUnset, kEventBack);
+    for (std::uint16_t state : {kStateWelcome, kStateHighlights, kStateReady}) {
+        machine->SetTransition(state, kWFState_Exit, kEventQuit);
+    }
+}
+
+void PVNWelcomeWorkFlow::SetPanes() {
+    SetPane(kStateWelcome, std::make_unique<WelcomePane>(kWelcomeTraits));
+    SetPane(kStateHighlights, std::make_unique<HighlightsPane>(*host));
+    SetPane(kStateReady, std::make_unique<WelcomePane>(kReadyTraits));
+}
+
+} // namespace brixen::pvn::pvn_workflow

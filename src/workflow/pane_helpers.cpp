@@ -1,0 +1,97 @@
+#include "workflow/pane_helpers.h"
+
+#include "dictionaries/translation.h"
+#include "toolkit/event_record.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/window_messages.h"
+#include "toolkit/zeve_dialog.h"
+#include "values/text_conversion.h"
+#include "workflow/pane_host.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+using zeve::NativeWindow;
+namespace platform = zeve::platform;
+
+namespace {
+
+constexpr std::uint32_t kStyleTabStop = 0x00010000;
+constexpr std::uint32_t kStyleNormalButton = 0x40010000;
+constexpr std::uint32_t kStyleDefaultButton = 0x40010001;
+constexpr std::uint32_t kStyleShown = 0x10000000;
+constexpr std::size_t kTitleUnits = 255;
+
+// Never ends between the halves of a surrogate pair.
+void CutTitle(std::u16string& title) {
+    if (title.size() <= kTitleUnits) return;
+    const bool splitsPair = (title[kTitleUnits - 1] & 0xFC00) == 0xD800;
+    title.resize(splitsPair ? kTitleUnits - 1 : kTitleUnits);
+}
+
+NativeWindow ControlOf(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    return platform::ChildWithId(zeve::ZeveTopWindow(dialog), viewId);
+}
+
+void MakeButton(zeve::ZeveDialog* dialog, std::uint16_t viewId, std::uint32_t style) {
+    const NativeWindow control = ControlOf(dialog, viewId);
+    platform::SetStyle(control, style);
+    platform::Focus(control);
+    platform::Post(zeve::ZeveTopWindow(dialog), zeve::kMessageSetFocus, 0, 0);
+    zeve::ThrowKeptException();
+}
+
+} // namespace
+
+bool IsRightToLeft(std::string_view language) { return language == "ar_AE" || language == "he_IL"; }
+
+void SetWindowTitle(const std::string& key, NativeWindow window) {
+    std::string title = zeve::ZeveTranslate("$$$/pvn/dlg/common/window_title/prefix");
+    title += zeve::ZeveTranslate(key.empty() ? std::string_view("$$$/pvn/common/window_title") : key);
+    std::u16string wide = lyr::gen::ToUtf16(title, true);
+    CutTitle(wide);
+    platform::SetText(window, wide.c_str());
+}
+
+void SetControlText(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text) {
+    zeve::EventRecord record;
+    record.StorePointer(zeve::kKeySetValue, text.c_str());
+    zeve::ZeveSetValue(dialog, viewId, record);
+}
+
+void MakeDefaultButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    MakeButton(dialog, viewId, kStyleDefaultButton);
+}
+
+void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    MakeButton(dialog, viewId, kStyleNormalButton);
+    platform::Send(zeve::ZeveTopWindow(dialog), zeve::kMessageActivate, 1, 0);
+    zeve::ThrowKeptException();
+}
+
+void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    const NativeWindow control = ControlOf(dialog, viewId);
+    platform::SetStyle(control, platform::StyleOf(control) | kStyleTabStop);
+}
+
+void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible) {
+    visible ? zeve::ZeveShow(dialog, viewId) : zeve::ZeveHide(dialog, viewId);
+}
+
+void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled) {
+    enabled ? zeve::ZeveEnable(dialog, viewId) : zeve::ZeveDisable(dialog, viewId);
+}
+
+void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId) {
+    host.Pictures().Show(name, platform::ChildWithId(host.Window(), viewId));
+}
+
+void FocusDefaultButton(NativeWindow window) {
+    NativeWindow target =
+        platform::ChildOfClassAndStyle(window, u"Button", kStyleDefaultButton | kStyleShown);
+    if (!target) target = platform::ChildOfClassAndStyle(window, u"Button", kStyleNormalButton | kStyleShown);
+    if (!target) target = platform::TopChild(window);
+    platform::Focus(target);
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,148 @@
+#include "workflow/pane_host.h"
+
+#include "frame/pavane_context.h"
+#include "toolkit/event_record.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/zeve_dialog.h"
+#include "workflow/context_keys.h"
+#include "workflow/nav_state_machine.h"
+#include "workflow/pane.h"
+#include "workflow/pane_helpers.h"
+#include "workflow/resources/resource_layer.h"
+#include "workflow/resources/resource_manager.h"
+#include "workflow/scope_guard.h"
+#include "workflow/screen_lock.h"
+#include "workflow/workflow_context.h"
+
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr char kBackgroundName[] = "background";
+constexpr char kLogoName[] = "brixenlogo";
+constexpr std::uint32_t kBitmapMode = 3;
+
+// Without memory for the name the layer keeps the bitmap until it is shut down.
+void GiveBack(const char* name, zeve::NativeBitmap bitmap) noexcept {
+    if (!bitmap) return;
+    try {
+        PVNResourceManager::Get().Release("Resource_Type_Bitmap", name);
+    } catch (const std::bad_alloc&) {
+    }
+}
+
+} // namespace
+
+PVNPaneHost::PVNPaneHost(std::string viewText) : viewText(std::move(viewText)) {}
+
+PVNPaneHost::~PVNPaneHost() {
+    PVNPaneHost::Destroy();
+    GiveBack(kBackgroundName, backgroundBitmap);
+    GiveBack(kLogoName, logoBitmap);
+}
+
+void PVNPaneHost::Connect(PVNNavStateMachine& runMachine, PVNWorkFlowContext& runContext) {
+    machine = &runMachine;
+    context = &runContext;
+}
+
+void PVNPaneHost::Init() {
+    activeContext = context;
+    backgroundBitmap = LoadHostBitmap(kBackgroundName);
+    logoBitmap = LoadHostBitmap(kLogoName);
+    MakeDialog();
+    SetPtr(*context, PvnWFKey_ZeveRef, zeveRef);
+    context->RefreshDictionaryVariables();
+}
+
+void PVNPaneHost::MakeDialog() {
+    void* mainWindow = nullptr;
+    GetPtr(*context, PvnWFKey_MainWindow, mainWindow);
+    std::string language;
+    GetString(*context, PvnWFKey_Language, language);
+
+    zeve::ZeveInitRecord record;
+    record.parentWindow = static_cast<zeve::NativeWindow>(mainWindow);
+    record.callback = &PVNPaneHost::HostEventCallback;
+    record.instance = zeve::platform::LibraryModule();
+    if (IsRightToLeft(language)) record.language = language.c_str();
+    zeve::ZeveInitialize();
+    zeveRef = zeve::ZeveNew(&record);
+    zeve::ZeveAddViewText(zeveRef, viewText.c_str());
+    callbackParams.host = this;
+    window = callbackParams.window = zeve::ZeveMakeDialog(zeveRef, &callbackParams);
+    if (!window) throw std::runtime_error("the dialog has no window");
+}
+
+zeve::NativeBitmap PVNPaneHost::LoadHostBitmap(const std::string& name) {
+    const std::string folder = context->Action("PvnWFAction_GetSVHPath");
+    if (!folder.empty()) SetResourceRootBelow(folder);
+    ScopeGuard restore([] { SetResourceRootToLibrary(); });
+    return LoadBitmapResource(name, kBitmapMode);
+}
+
+bool PVNPaneHost::RunModal() { return zeve::ZeveRunModal(zeveRef); }
+
+void PVNPaneHost::Destroy() noexcept {
+    pictures.TakeBack();
+    window = callbackParams.window = nullptr;
+    try {
+        zeve::ZeveDelete(zeveRef);
+    } catch (...) {
+        // The dialog is gone all the same, and the run has its result.
+    }
+    zeveRef = nullptr;
+}
+
+std::intptr_t PVNPaneHost::OnInitDialog() {
+    zeve::platform::GreyCloseItem(window);
+    return 1;
+}
+
+void PVNPaneHost::Enter(PVNStateMachine& stateMachine, std::uint16_t state) {
+    void* pane = nullptr;
+    stateMachine.GetProperty(state, kPropertyPaneObject, pane);
+    currentPane = static_cast<PVNPane*>(pane);
+    if (!currentPane) return;
+    if (!sawPane) SetWorkflowPhase(kPhaseRunning);
+    sawPane = true;
+    SetPtr(*activeContext, PvnWFKey_ZeveRef, zeveRef);
+    currentPane->Attach(zeveRef, context);
+    EnterPane();
+}
+
+void PVNPaneHost::EnterPane() {
+    // The first pane comes up on a window that is not visible yet, where there is nothing to hold back.
+    if (!zeve::platform::IsShown(window)) return currentPane->Enter();
+    const ScreenLock lock(window);
+    currentPane->Enter();
+    RepaintForProductName();
+}
+
+void PVNPaneHost::RepaintForProductName() {
+    std::uint32_t hasChanged = 0;
+    GetLong(*activeContext, PvnWFKey_HasChangedProductName, hasChanged);
+    if (hasChanged == 0 || RepaintedFlag()) return;
+    RepaintedFlag() = true;
+    zeve::platform::Invalidate(window);
+}
+
+void PVNPaneHost::Exit(PVNStateMachine&, std::uint16_t) {
+    if (!currentPane) return;
+    {
+        const ScreenLock lock(window);
+        currentPane->Leave();
+    }
+    zeve::platform::Invalidate(window);
+}
+
+std::intptr_t PVNPaneHost::DeliverEvent(std::string_view event) {
+    const std::uint16_t to = machine->HandleEvent(event);
+    if (to != kWFState_Done && to != kWFState_Exit) return 0;
+    SetWorkflowPhase(kPhaseEnded);
+    return to == kWFState_Done ? zeve::kAnswerEndPositive : zeve::kAnswerEndNegative;
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,112 @@
+// The one dialog window of a workflow, and the action delegate of all its states. It owns the toolkit's
+// dialog, routes the window's messages, and lets the pane of each state come and go. Everything runs on the
+// thread of the modal loop.
+//
+// A concrete host derives from PVNConcreteHost (workflow/concrete_host.h) and brings its table from control
+// id to handler.
+#pragma once
+
+#include "workflow/action_delegate.h"
+#include "workflow/host_window.h"
+#include "workflow/picture_controls.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace brixen::zeve {
+class EventRecord;
+class ZeveDialog;
+} // namespace brixen::zeve
+
+namespace brixen::pvn::pvn_workflow {
+
+class PVNNavStateMachine;
+class PVNPane;
+class PVNWorkFlowContext;
+
+class PVNPaneHost : public PVNActionDelegate, public PVNHostWindow {
+public:
+    // `viewText` is the view description that holds the controls of all panes.
+    explicit PVNPaneHost(std::string viewText);
+    PVNPaneHost(const PVNPaneHost&) = delete;
+    PVNPaneHost& operator=(const PVNPaneHost&) = delete;
+    ~PVNPaneHost() override;
+
+    // Both are not owned and must outlive the run. Comes before Init.
+    void Connect(PVNNavStateMachine& runMachine, PVNWorkFlowContext& runContext);
+    // Makes the dialog, hidden, with all its controls. Throws when there is no window.
+    virtual void Init();
+    // Runs the dialog to its end. True if that was kWFState_Done.
+    virtual bool RunModal();
+    // Deletes the dialog. Harmless without one.
+    virtual void Destroy() noexcept;
+    // Called once, just before the window is shown.
+    virtual std::intptr_t OnInitDialog();
+
+    // The pane of the state comes up in place of the one before. A state without a pane leaves what is shown.
+    void Enter(PVNStateMachine& stateMachine, std::uint16_t state) override;
+    // The pane that was entered last goes, whatever `state` says.
+    void Exit(PVNStateMachine& stateMachine, std::uint16_t state) override;
+
+    // The host's message map.
+    bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override;
+    // What the toolkit is answered (see toolkit/zeve_callback.h).
+    std::intptr_t RouteHostMessage(const WindowMessage& message);
+
+    PictureControls& Pictures() { return pictures; }
+
+protected:
+    // Hands the event to the machine. Returns 2 if the workflow is done, 3 if it was left, else 0: what a
+    // handler answers.
+    std::intptr_t DeliverEvent(std::string_view event);
+    // Calls the handler of a control's id. Returns whether there is one; only then `result` counts.
+    virtual bool HandleCommand(std::uint16_t id, std::intptr_t& result) = 0;
+    // Does what the current pane put off until it is on screen: it posted kMessageFirstFocus.
+    virtual void OnFirstFocus() {}
+    // Whether a host of this class was painted again after a changed product name; one flag a class and
+    // process.
+    virtual bool& RepaintedFlag() = 0;
+
+    PVNWorkFlowContext* context = nullptr; // not owned
+    PVNNavStateMachine* machine = nullptr; // not owned
+    PVNPane* currentPane = nullptr;        // of the state last entered, or null; not owned
+    zeve::ZeveDialog* zeveRef = nullptr;   // owned
+
+private:
+    struct CallbackParams {
+        zeve::NativeWindow window = nullptr;
+        PVNPaneHost* host = nullptr;
+    };
+    struct MapEntry {
+        std::uint32_t number;
+        bool (PVNPaneHost::*handle)(const WindowMessage&, std::intptr_t& result);
+    };
+    static const MapEntry kMessageMap[];
+
+    static std::uint64_t HostEventCallback(std::int32_t what, zeve::EventRecord& record, void* params);
+
+    void MakeDialog();
+    zeve::NativeBitmap LoadHostBitmap(const std::string& name);
+    void EnterPane();
+    void RepaintForProductName();
+    void NoteFirstUserEvent(const WindowMessage& message);
+
+    bool OnInitDialogMessage(const WindowMessage& message, std::intptr_t& result);
+    bool OnPaint(const WindowMessage& message, std::intptr_t& result);
+    bool OnEraseBackground(const WindowMessage& message, std::intptr_t& result);
+    bool OnKeyDown(const WindowMessage& message, std::intptr_t& result);
+    bool OnClose(const WindowMessage& message, std::intptr_t& result);
+    bool OnFirstFocusMessage(const WindowMessage& message, std::intptr_t& result);
+    bool OnCommand(const WindowMessage& message, std::intptr_t& result);
+
+    zeve::NativeBitmap backgroundBitmap = nullptr; // the resource layer's
+    zeve::NativeBitmap logoBitmap = nullptr;       // the resource layer's
+    PVNWorkFlowContext* activeContext = nullptr;   // null until Init
+    std::string viewText;
+    CallbackParams callbackParams;
+    PictureControls pictures;
+    bool sawPane = false, sawUser = false;
+};
+
+} // namespace brixen::pvn::pvn_workflow

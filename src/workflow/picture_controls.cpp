@@ -1,0 +1,38 @@
+#include "workflow/picture_controls.h"
+
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/window_messages.h"
+#include "workflow/platform/resource_platform.h"
+#include "workflow/resources/resource_layer.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr std::uint32_t kBitmapMode = 3;
+
+std::intptr_t SetImage(zeve::NativeWindow control, zeve::NativeBitmap bitmap) noexcept {
+    return zeve::platform::Send(control, zeve::kStaticSetImage, zeve::kImageBitmap,
+                                reinterpret_cast<std::intptr_t>(bitmap));
+}
+
+void TakeImage(zeve::NativeWindow control, zeve::NativeBitmap handedOver) noexcept {
+    const auto image = reinterpret_cast<zeve::NativeBitmap>(SetImage(control, nullptr));
+    if (image && image != handedOver) platform::DeleteBitmap(image);
+}
+
+} // namespace
+
+void PictureControls::Show(const std::string& name, zeve::NativeWindow control) {
+    const zeve::NativeBitmap bitmap = LoadBitmapResource(name, kBitmapMode);
+    if (!control || !bitmap) return;
+    shown.push_back({control, bitmap});
+    SetImage(control, bitmap);
+}
+
+void PictureControls::TakeBack() noexcept {
+    for (const Picture& picture : shown) TakeImage(picture.control, picture.bitmap);
+    shown.clear();
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,31 @@
+#include "workflow/platform/pane_platform.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace brixen::pvn::pvn_workflow::platform {
+
+namespace {
+
+const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+
+// The shell's results above this are successes.
+constexpr INT_PTR kShellError = 32;
+
+} // namespace
+
+bool IsHighContrast() noexcept {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+bool StartProgram(const char16_t* program, const char16_t* arguments, std::int32_t showCommand) noexcept {
+    const HINSTANCE answer =
+        ShellExecuteW(nullptr, nullptr, Wide(program), Wide(arguments), nullptr, showCommand);
+    return reinterpret_cast<INT_PTR>(answer) > kShellError;
+}
+
+} // namespace brixen::pvn::pvn_workflow::platform

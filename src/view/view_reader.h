@@ -1,5 +1,5 @@
 // Runs a view description: text that defines variables and builds a tree of views, executed in one pass with
-// no form in between. See docs of the language; in short, a definition is a list of statements and views
+// no form in between. A definition is a list of statements and views
 //
 //     w = gButtonWidth * 2;
 //     dialog(name: 'Hello') { static_text(name: 'Text', width: w); button(name: 'OK', default: true); }
@@ -10,15 +10,7 @@
 #include "view/express_view_scope.h"
 #include "view/generator.h"
 
-#include <cstdint>
-
 namespace brixen::zeve {
-
-// Parentheses, function calls, prefix operators, right sides of `==` and `!=`, blocks and `eval` together may
-// stand inside each other this deep; what would be deeper does not parse.
-inline constexpr int kMaximumReadingDepth = 256;
-// How many texts `eval` runs in one run; after that it does not parse.
-inline constexpr std::uint32_t kMaximumEvaluatedTexts = 65536;
 
 // Runs the NUL-terminated `text` in `rootScope`, lays the views out and has the scope's generator make them.
 // Returns the root view's handle, or the generator's fixed root. The scope keeps what the text defined.

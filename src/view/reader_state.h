@@ -1,0 +1,25 @@
+// The process-wide state of the readers: what makes them non-reentrant across threads.
+#pragma once
+
+namespace brixen::zeve {
+
+class CExpressionScope;
+
+// The furthest positions in a text that were reached by a construct that was completed and by one that
+// failed. An aid for seeing where a description stopped; texts run by `eval` do not move them.
+struct HighWaterMarks {
+    const char* completed = nullptr;
+    const char* failed = nullptr;
+};
+
+struct ReaderState {
+    HighWaterMarks marks; // of the latest run, set at its start
+    // The scope whose expression calls a user function, for the time of the call.
+    CExpressionScope* currentScope = nullptr;
+};
+
+extern ReaderState gReaderState;
+
+void ResetReaderState();
+
+} // namespace brixen::zeve

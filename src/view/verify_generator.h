@@ -1,0 +1,15 @@
+// A generator that makes nothing: a description run on it executes every statement, evaluates every
+// expression and lays its views out, so that every assertion of those shows.
+#pragma once
+
+#include "view/generator.h"
+
+namespace brixen::zeve {
+
+class CVerifyGenerator : public CGenerator {
+public:
+    void PrepareView(std::string_view, CExpressionScope&, CExpressionScope&) override {}
+    ViewHandle CreateView(std::string_view, CExpressionScope&, ViewHandle) override { return nullptr; }
+};
+
+} // namespace brixen::zeve

@@ -74,3 +74,11 @@ else()
     pavane_test_folders(unit)
     pavane_test_folders(platform)
 endif()
+
+# The public header is plain C11.
+add_library(pavane_header_in_c OBJECT ${CMAKE_SOURCE_DIR}/tests/unit/exports/pavane_header.c)
+target_include_directories(pavane_header_in_c PRIVATE ${CMAKE_SOURCE_DIR}/src/frame)
+target_compile_options(pavane_header_in_c PRIVATE -Wstrict-prototypes)
+if(TARGET unit_exports)
+    target_link_libraries(unit_exports PRIVATE pavane_header_in_c)
+endif()

@@ -1,0 +1,60 @@
+// A log of a test's own: the native twin's temporary folder is a fresh one while this lives.
+#pragma once
+
+#include "frame/log.h"
+#include "frame/platform/posix/frame_twin.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <stdlib.h>
+
+namespace pavane_test {
+
+class LogFile {
+public:
+    LogFile() : fFolder(MakeFolder()) {
+        brixen::pvn::GetFrameTwin().temporaryFolder = (fFolder / "").u16string();
+    }
+    ~LogFile() {
+        brixen::pvn::CloseLog();
+        brixen::pvn::ResetFrameTwin();
+        std::filesystem::remove_all(fFolder);
+    }
+    LogFile(const LogFile&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+
+    const std::filesystem::path& Folder() const { return fFolder; }
+    std::filesystem::path Path() const { return fFolder / "pvn.log"; }
+
+    std::string Text() const {
+        std::ifstream file(Path(), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    // The lines without their prefix; one whose prefix is not as it should be stays whole.
+    std::vector<std::string> Bodies() const {
+        static const std::regex prefix(R"(^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d \[\d+\] )");
+        std::vector<std::string> bodies;
+        std::ifstream file(Path());
+        for (std::string line; std::getline(file, line);)
+            bodies.push_back(std::regex_replace(line, prefix, ""));
+        return bodies;
+    }
+
+private:
+    static std::filesystem::path MakeFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "pavane-XXXXXX").string();
+        if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
+        return pattern;
+    }
+
+    std::filesystem::path fFolder;
+};
+
+} // namespace pavane_test

@@ -7,6 +7,7 @@ namespace brixen::zeve {
 // Keeps the exception in flight, unless an earlier one is kept already. Call it inside a catch block.
 void KeepException() noexcept;
 bool IsExceptionKept() noexcept;
+void ForgetKeptException() noexcept;
 // Throws the kept exception, if there is one, and forgets it.
 void ThrowKeptException();
 

@@ -12,6 +12,11 @@ class EventRecord;
 // the operation, or of the modal run, that led to the call.
 using ZeveCallback = std::uint64_t (*)(std::int32_t what, EventRecord& record, void* params);
 
+// A callback as the number that a scope holds under `__callback`.
+inline std::int64_t CallbackNumber(ZeveCallback callback) {
+    return static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(callback));
+}
+
 // A message arrived at the dialog's window. The record holds kKeyWindow, kKeyEventRecord, kKeyWparam,
 // kKeyLparam.
 inline constexpr std::int32_t kWhatMessage = 0;

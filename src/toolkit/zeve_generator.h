@@ -30,13 +30,13 @@ public:
     void DeleteBoxes() noexcept;
 
 private:
+    void CopyExtraAttributes(CExpressionScope& attributes, const CExpressionScope& viewAttributes) const;
     CEveBox* CreateBox(CEveBox& box, CExpressionScope& attributes, CEveBox* parent);
-    void ReleaseIfOwnedBy(CEveBox& box, const CEveBox* parent) noexcept;
-    bool IsOwnCallback(CExpressionScope& attributes) const;
-    void TellHost(std::string_view viewKeyword, CExpressionScope& attributes, CEveBox& box) const;
+    bool HasOwnCallback(const CExpressionScope& attributes) const;
+    void TellHost(CExpressionScope& attributes, const CEveBox& box) const;
 
-    DialogLink* fDialog = nullptr;
-    std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> fBoxes; // those without an owning box
+    DialogLink* fDialog;                                                 // not owned, may be null
+    std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> fBoxes; // those that no other box owns
 };
 
 // The process-wide 16-bit counter of view ids: the last one given. Starts at 10000 and wraps without a test.

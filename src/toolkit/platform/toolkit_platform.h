@@ -174,7 +174,7 @@ void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
 
 NativeModule LibraryModule() noexcept; // of the code that runs here
 NativeModule LoadRichEdit() noexcept;
-void FreeModule(NativeModule module) noexcept;
+void UnloadModule(NativeModule module) noexcept;
 void RegisterCommonControls() noexcept;
 
 } // namespace brixen::zeve::platform

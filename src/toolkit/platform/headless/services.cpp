@@ -78,8 +78,8 @@ NativeModule LoadRichEdit() noexcept {
     return kRichEdit;
 }
 
-void FreeModule(NativeModule module) noexcept {
-    Record("FreeModule", nullptr, {HandleNumber(module)});
+void UnloadModule(NativeModule module) noexcept {
+    Record("UnloadModule", nullptr, {HandleNumber(module)});
     if (module == kRichEdit) --State().richEditLoads;
 }
 

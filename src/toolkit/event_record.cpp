@@ -1,0 +1,85 @@
+#include "toolkit/event_record.h"
+
+#include "view/expression_scope.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace brixen::zeve {
+
+namespace {
+
+// What a four-character code is handed out in; see ReadTextOrFourCharCode.
+char gFourCharText[5];
+
+bool IsLetterOrDigit(unsigned byte) {
+    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+}
+
+// Fills gFourCharText if the code's four bytes, from the highest, are all letters or digits.
+bool SpellFourCharCode(std::uint32_t code) {
+    char text[5] = {};
+    for (int i = 0; i < 4; ++i) {
+        const unsigned byte = (code >> (24 - 8 * i)) & 0xFF;
+        if (!IsLetterOrDigit(byte)) return false;
+        text[i] = static_cast<char>(byte);
+    }
+    std::copy(std::begin(text), std::end(text), gFourCharText);
+    return true;
+}
+
+const CExpressionScope* ScopeOf(const EventRecord& record) {
+    return record.Has(kKeyScope) ? record.ReadPointer<const CExpressionScope*>(kKeyScope) : nullptr;
+}
+
+} // namespace
+
+void EventRecord::Store(std::string_view key, std::int64_t value) {
+    if (Entry* entry = const_cast<Entry*>(Find(key)))
+        entry->value = value;
+    else
+        fBuckets[KeyBucket(key)].push_front({std::string(key), value});
+}
+
+void EventRecord::StorePointer(std::string_view key, const void* value) {
+    Store(key, static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(value)));
+}
+
+bool EventRecord::Has(std::string_view key) const { return Find(key) != nullptr; }
+
+std::int64_t EventRecord::Read(std::string_view key) const {
+    const Entry* entry = Find(key);
+    if (entry == nullptr) throw std::logic_error("hash table index not found");
+    return entry->value;
+}
+
+const EventRecord::Entry* EventRecord::Find(std::string_view key) const {
+    const auto& bucket = fBuckets[KeyBucket(key)];
+    const auto found =
+        std::find_if(bucket.begin(), bucket.end(), [key](const Entry& entry) { return entry.key == key; });
+    return found != bucket.end() ? &*found : nullptr;
+}
+
+const char* ReadTextPointer(const EventRecord& record, std::string_view key) {
+    std::string_view text;
+    const CExpressionScope* scope = ScopeOf(record);
+    if (scope != nullptr && scope->GetString(key, &text)) return text.data();
+    return record.ReadPointer<const char*>(key);
+}
+
+std::int64_t ReadNumber(const EventRecord& record, std::string_view key) {
+    std::int64_t number = 0;
+    const CExpressionScope* scope = ScopeOf(record);
+    if (scope != nullptr && scope->GetLong(key, &number)) return number;
+    return record.Read(key);
+}
+
+const char* ReadTextOrFourCharCode(const EventRecord& record, std::string_view key) {
+    std::uint32_t code = 0;
+    const CExpressionScope* scope = ScopeOf(record);
+    if (scope != nullptr && scope->GetFourCharCode(key, &code) && SpellFourCharCode(code))
+        return gFourCharText;
+    return ReadTextPointer(record, key);
+}
+
+} // namespace brixen::zeve

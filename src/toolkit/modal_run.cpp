@@ -1,0 +1,131 @@
+#include "toolkit/modal_run.h"
+
+#include "toolkit/dialog_link.h"
+#include "toolkit/eve_box.h"
+#include "toolkit/event_record.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/window_messages.h"
+
+#include <optional>
+
+namespace brixen::zeve {
+
+namespace {
+
+class ModalRun;
+ModalRun* gInnermost = nullptr;
+
+// One run under way, for as long as it lives on the stack.
+class ModalRun {
+public:
+    explicit ModalRun(const DialogLink& dialog) : fDialog(&dialog), fOuter(gInnermost) { gInnermost = this; }
+    ModalRun(const ModalRun&) = delete;
+    ModalRun& operator=(const ModalRun&) = delete;
+    ~ModalRun() {
+        gInnermost = fOuter;
+        if (!IsQuitHeldBelow()) return;
+        platform::PostQuit(fOuter->fHeldQuit.value_or(kQuitNegative));
+        fOuter->fHeldQuit.reset();
+    }
+
+    // The innermost run of that dialog, from this one outwards.
+    ModalRun* Find(const DialogLink& dialog) {
+        ModalRun* run = this;
+        while (run != nullptr && run->fDialog != &dialog) run = run->fOuter;
+        return run;
+    }
+
+    // Whether a dialog below waits for its own end.
+    bool IsQuitHeldBelow() const {
+        for (const ModalRun* run = fOuter; run != nullptr; run = run->fOuter)
+            if (run->fHeldQuit) return true;
+        return false;
+    }
+
+    void HoldQuit(std::int32_t code) { fHeldQuit = code; }
+
+private:
+    const DialogLink* fDialog; // compared only: it may be deleted during its run
+    ModalRun* fOuter;
+    // The code of a quit that came while another dialog ran above this one.
+    std::optional<std::int32_t> fHeldQuit;
+};
+
+// Keeps the parent disabled while it lives.
+class DisabledParent {
+public:
+    explicit DisabledParent(NativeWindow parent) : fParent(parent) {
+        if (!platform::IsWindowAlive(fParent)) return;
+        platform::Enable(fParent, false);
+        platform::Send(fParent, kMessageActivate, 0, 0);
+    }
+    DisabledParent(const DisabledParent&) = delete;
+    DisabledParent& operator=(const DisabledParent&) = delete;
+    ~DisabledParent() {
+        if (!platform::IsWindowAlive(fParent)) return;
+        platform::Enable(fParent, true);
+        platform::Send(fParent, kMessageActivate, 1, 0);
+        platform::Activate(fParent);
+    }
+
+private:
+    NativeWindow fParent;
+};
+
+bool HandleMessages(NativeWindow window) {
+    std::uintptr_t code = 0;
+    platform::LoopStep step = platform::LoopStep::Handled;
+    while (step == platform::LoopStep::Handled) step = platform::HandleNextMessage(window, code);
+    return step == platform::LoopStep::Quit && code == kQuitPositive;
+}
+
+bool ShowAndRun(const DialogLink& dialog, NativeWindow window, NativeWindow parent) {
+    const DisabledParent disabled(parent);
+    const ModalRun run(dialog);
+    platform::ShowOrHide(window, true);
+    platform::PaintNow(window);
+    return HandleMessages(window) && !run.IsQuitHeldBelow();
+}
+
+void AnnounceRun(const DialogLink& dialog) {
+    if (dialog.callback == nullptr) return;
+    EventRecord record;
+    dialog.callback(kWhatModalRun, record, dialog.callbackParams);
+    ThrowKeptException();
+}
+
+} // namespace
+
+bool RunModally(DialogLink& dialog, NativeWindow parent) {
+    const NativeWindow window = dialog.rootBox != nullptr ? dialog.rootBox->TopLevelWindow() : nullptr;
+    if (!platform::IsWindowAlive(window)) return false;
+    AnnounceRun(dialog);
+    // The host may have closed the window just now; a loop without it would never end.
+    if (!platform::IsWindowAlive(window)) return false;
+    const bool positive = ShowAndRun(dialog, window, parent);
+    ThrowKeptException();
+    return positive;
+}
+
+bool IsModalRunUnderWay() noexcept { return gInnermost != nullptr; }
+
+bool IsRunning(const DialogLink& dialog) noexcept {
+    return gInnermost != nullptr && gInnermost->Find(dialog) != nullptr;
+}
+
+void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
+    ModalRun* run = gInnermost != nullptr ? gInnermost->Find(dialog) : nullptr;
+    if (run == nullptr || run == gInnermost) {
+        platform::PostQuit(code);
+        return;
+    }
+    run->HoldQuit(code);
+    platform::PostQuit(kQuitNegative);
+}
+
+void AbortInnermostRun() noexcept {
+    if (gInnermost != nullptr) platform::PostQuit(kQuitNegative);
+}
+
+} // namespace brixen::zeve

@@ -1,0 +1,57 @@
+// The system's handles behind the toolkit's opaque ones, and its wide texts behind char16_t.
+#pragma once
+
+#include "toolkit/platform/native_types.h"
+
+#include <string>
+
+#include <windows.h>
+
+namespace brixen::zeve::platform {
+
+inline HWND Handle(NativeWindow window) { return reinterpret_cast<HWND>(window); }
+inline HINSTANCE Handle(NativeModule module) { return reinterpret_cast<HINSTANCE>(module); }
+inline HFONT Handle(NativeFont font) { return reinterpret_cast<HFONT>(font); }
+inline HICON Handle(NativeIcon icon) { return reinterpret_cast<HICON>(icon); }
+inline HDC Handle(NativeDrawing device) { return reinterpret_cast<HDC>(device); }
+
+inline NativeWindow Opaque(HWND window) { return reinterpret_cast<NativeWindow>(window); }
+inline NativeModule Opaque(HINSTANCE module) { return reinterpret_cast<NativeModule>(module); }
+inline NativeFont Opaque(HFONT font) { return reinterpret_cast<NativeFont>(font); }
+inline NativeIcon Opaque(HICON icon) { return reinterpret_cast<NativeIcon>(icon); }
+
+inline const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+inline wchar_t* Wide(char16_t* text) { return reinterpret_cast<wchar_t*>(text); }
+
+// The device context of a window, or of the screen for null, for as long as this lives.
+class BorrowedDevice {
+public:
+    explicit BorrowedDevice(HWND window) : fWindow(window), fDevice(GetDC(window)) {}
+    BorrowedDevice(const BorrowedDevice&) = delete;
+    BorrowedDevice& operator=(const BorrowedDevice&) = delete;
+    ~BorrowedDevice() {
+        if (fDevice != nullptr) ReleaseDC(fWindow, fDevice);
+    }
+    HDC Get() const { return fDevice; }
+
+private:
+    HWND fWindow;
+    HDC fDevice;
+};
+
+// Makes an object current on a device, for as long as this lives. The object is borrowed.
+class Selection {
+public:
+    Selection(HDC device, HGDIOBJ object) : fDevice(device), fFormer(SelectObject(device, object)) {}
+    Selection(const Selection&) = delete;
+    Selection& operator=(const Selection&) = delete;
+    ~Selection() {
+        if (fFormer != nullptr) SelectObject(fDevice, fFormer);
+    }
+
+private:
+    HDC fDevice;
+    HGDIOBJ fFormer;
+};
+
+} // namespace brixen::zeve::platform

@@ -1,0 +1,125 @@
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/platform/win32/handles.h"
+
+#include <algorithm>
+#include <climits>
+
+namespace brixen::zeve::platform {
+
+namespace {
+
+int Count(std::u16string_view text) { return static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX)); }
+
+LOGFONTW ToSystem(const FontRecord& record) {
+    LOGFONTW font = {};
+    font.lfHeight = record.height;
+    font.lfWidth = record.width;
+    font.lfEscapement = record.escapement;
+    font.lfOrientation = record.orientation;
+    font.lfWeight = record.weight;
+    font.lfItalic = record.italic;
+    font.lfUnderline = record.underline;
+    font.lfStrikeOut = record.strikeOut;
+    font.lfCharSet = record.characterSet;
+    font.lfOutPrecision = record.outputPrecision;
+    font.lfClipPrecision = record.clippingPrecision;
+    font.lfQuality = record.quality;
+    font.lfPitchAndFamily = record.pitchAndFamily;
+    std::copy_n(record.face, kFaceUnits - 1, font.lfFaceName);
+    return font;
+}
+
+FontRecord FromSystem(const LOGFONTW& font) {
+    FontRecord record;
+    record.height = font.lfHeight;
+    record.width = font.lfWidth;
+    record.escapement = font.lfEscapement;
+    record.orientation = font.lfOrientation;
+    record.weight = font.lfWeight;
+    record.italic = font.lfItalic;
+    record.underline = font.lfUnderline;
+    record.strikeOut = font.lfStrikeOut;
+    record.characterSet = font.lfCharSet;
+    record.outputPrecision = font.lfOutPrecision;
+    record.clippingPrecision = font.lfClipPrecision;
+    record.quality = font.lfQuality;
+    record.pitchAndFamily = font.lfPitchAndFamily;
+    std::copy_n(font.lfFaceName, kFaceUnits - 1, record.face);
+    return record;
+}
+
+Extent ExtentOf(HDC device, std::u16string_view text) {
+    SIZE size = {};
+    if (!text.empty()) GetTextExtentPoint32W(device, Wide(text.data()), Count(text), &size);
+    return {size.cx, size.cy};
+}
+
+} // namespace
+
+void SetText(NativeWindow window, const char16_t* text) noexcept {
+    SetWindowTextW(Handle(window), Wide(text));
+}
+
+std::u16string TextOf(NativeWindow window) {
+    const int length = GetWindowTextLengthW(Handle(window));
+    if (length <= 0) return {};
+    std::u16string text(static_cast<std::size_t>(length), u'\0');
+    const int got = GetWindowTextW(Handle(window), Wide(text.data()), length + 1);
+    text.resize(static_cast<std::size_t>(std::max(got, 0)));
+    return text;
+}
+
+void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) noexcept {
+    SetDlgItemTextW(Handle(window), id, Wide(text));
+}
+
+std::u16string ControlText(NativeWindow window, std::uint16_t id) {
+    const LRESULT length = SendMessageW(GetDlgItem(Handle(window), id), WM_GETTEXTLENGTH, 0, 0);
+    if (length <= 0) return {};
+    std::u16string text(static_cast<std::size_t>(length), u'\0');
+    text.resize(GetDlgItemTextW(Handle(window), id, Wide(text.data()), static_cast<int>(length) + 1));
+    return text;
+}
+
+FontRecord StockSystemFont() noexcept {
+    LOGFONTW font = {};
+    GetObjectW(GetStockObject(SYSTEM_FONT), sizeof font, &font);
+    return FromSystem(font);
+}
+
+NativeFont MakeFont(const FontRecord& record) noexcept {
+    const LOGFONTW font = ToSystem(record);
+    return Opaque(CreateFontIndirectW(&font));
+}
+
+void DeleteFont(NativeFont font) noexcept {
+    if (font != nullptr) DeleteObject(Handle(font));
+}
+
+std::int32_t ScreenResolution() noexcept { return GetDeviceCaps(BorrowedDevice(nullptr).Get(), LOGPIXELSY); }
+
+std::int32_t WindowResolution(NativeWindow window) noexcept {
+    // A null window's device would be the screen's.
+    if (window == nullptr) return 0;
+    return GetDeviceCaps(BorrowedDevice(Handle(window)).Get(), LOGPIXELSY);
+}
+
+Extent MeasureText(NativeFont font, std::u16string_view text) noexcept {
+    const BorrowedDevice device(nullptr);
+    const Selection selection(device.Get(), Handle(font));
+    return ExtentOf(device.Get(), text);
+}
+
+FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept {
+    const BorrowedDevice device(nullptr);
+    const Selection selection(device.Get(), Handle(font));
+    int fitting = 0;
+    SIZE whole = {};
+    if (text.empty() || !GetTextExtentExPointW(device.Get(), Wide(text.data()), Count(text),
+                                               std::max(width, 0), &fitting, nullptr, &whole))
+        return {};
+    const auto units = static_cast<std::size_t>(fitting);
+    return {units, ExtentOf(device.Get(), text.substr(0, units))};
+}
+
+} // namespace brixen::zeve::platform

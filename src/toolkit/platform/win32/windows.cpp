@@ -1,0 +1,137 @@
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/platform/win32/handles.h"
+#include "toolkit/platform/win32/isolation.h"
+#include "toolkit/platform/win32/procedures.h"
+
+#include <cstdio>
+
+#include <objbase.h>
+
+namespace brixen::zeve::platform {
+
+namespace {
+
+constexpr UINT kDialogClassStyle = CS_VREDRAW | CS_HREDRAW;
+constexpr std::size_t kUniqueNameUnits = 64;
+
+Rectangle FromSystem(const RECT& area) { return {area.left, area.top, area.right, area.bottom}; }
+
+bool IsOfClass(HWND window, const wchar_t* className) noexcept {
+    wchar_t name[256] = {}; // the system's limit
+    GetClassNameW(window, name, 256);
+    return lstrcmpiW(name, className) == 0;
+}
+
+} // namespace
+
+NativeWindow MakeWindow(const WindowRequest& request) noexcept {
+    return Opaque(IsolatedCall([&request] {
+        return CreateWindowExW(
+            request.extendedStyle, Wide(request.className), Wide(request.text), request.style, request.left,
+            request.top, request.width, request.height, Handle(request.parent),
+            reinterpret_cast<HMENU>(static_cast<UINT_PTR>(request.id)), Handle(request.instance), nullptr);
+    }));
+}
+
+bool RegisterDialogClass(const char16_t* className, NativeModule instance) noexcept {
+    WNDCLASSW description = {};
+    description.style = kDialogClassStyle;
+    description.lpfnWndProc = DialogTrampoline;
+    description.hInstance = Handle(instance);
+    description.hCursor = LoadCursorW(nullptr, reinterpret_cast<const wchar_t*>(IDC_ARROW));
+    description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(COLOR_BTNFACE + 1));
+    description.lpszClassName = Wide(className);
+    return IsolatedCall([&description] { return RegisterClassW(&description); }) != 0;
+}
+
+void UnregisterDialogClass(const char16_t* className, NativeModule instance) noexcept {
+    UnregisterClassW(Wide(className), Handle(instance));
+}
+
+std::u16string NewUniqueName() {
+    GUID id = {};
+    CoCreateGuid(&id);
+    const unsigned char* tail = id.Data4;
+    char text[kUniqueNameUnits];
+    const int length = std::snprintf(text, sizeof text, "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x",
+                                     static_cast<unsigned>(id.Data1), id.Data2, id.Data3, tail[0], tail[1],
+                                     tail[2], tail[3], tail[4], tail[5], tail[6], tail[7]);
+    return {text, text + length};
+}
+
+void CloseWindow(NativeWindow window) noexcept {
+    if (window != nullptr) DestroyWindow(Handle(window));
+}
+
+bool IsWindowAlive(NativeWindow window) noexcept { return IsWindow(Handle(window)) != FALSE; }
+
+void ShowOrHide(NativeWindow window, bool show) noexcept {
+    ShowWindow(Handle(window), show ? SW_SHOW : SW_HIDE);
+}
+
+bool IsShown(NativeWindow window) noexcept { return IsWindowVisible(Handle(window)) != FALSE; }
+
+void PaintNow(NativeWindow window) noexcept { UpdateWindow(Handle(window)); }
+
+void Enable(NativeWindow window, bool enabled) noexcept { EnableWindow(Handle(window), enabled); }
+
+bool IsEnabled(NativeWindow window) noexcept { return IsWindowEnabled(Handle(window)) != FALSE; }
+
+void Focus(NativeWindow window) noexcept {
+    // A null window would take the focus from whoever has it.
+    if (window != nullptr) SetFocus(Handle(window));
+}
+
+void Activate(NativeWindow window) noexcept { SetActiveWindow(Handle(window)); }
+
+void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width,
+            std::int32_t height) noexcept {
+    MoveWindow(Handle(window), left, top, width, height, TRUE);
+}
+
+Rectangle OuterFrame(NativeWindow window) noexcept {
+    RECT area = {};
+    GetWindowRect(Handle(window), &area);
+    return FromSystem(area);
+}
+
+Rectangle ClientArea(NativeWindow window) noexcept {
+    RECT area = {};
+    GetClientRect(Handle(window), &area);
+    return FromSystem(area);
+}
+
+Extent WorkArea() noexcept { return {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)}; }
+
+NativeWindow ParentOf(NativeWindow window) noexcept { return Opaque(GetParent(Handle(window))); }
+
+NativeWindow TopLevelOf(NativeWindow window) noexcept { return Opaque(GetAncestor(Handle(window), GA_ROOT)); }
+
+NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept {
+    return Opaque(GetDlgItem(Handle(window), id));
+}
+
+NativeWindow TopChild(NativeWindow window) noexcept { return Opaque(GetTopWindow(Handle(window))); }
+
+NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
+                                  std::uint32_t style) noexcept {
+    if (window == nullptr) return nullptr;
+    HWND child = GetTopWindow(Handle(window));
+    while (child != nullptr && !(StyleOf(Opaque(child)) == style && IsOfClass(child, Wide(className))))
+        child = GetWindow(child, GW_HWNDNEXT);
+    return Opaque(child);
+}
+
+std::uint16_t IdOf(NativeWindow window) noexcept {
+    return static_cast<std::uint16_t>(GetDlgCtrlID(Handle(window)));
+}
+
+std::uint32_t StyleOf(NativeWindow window) noexcept {
+    return static_cast<std::uint32_t>(GetWindowLongW(Handle(window), GWL_STYLE));
+}
+
+void SetStyle(NativeWindow window, std::uint32_t style) noexcept {
+    SetWindowLongW(Handle(window), GWL_STYLE, static_cast<LONG>(style));
+}
+
+} // namespace brixen::zeve::platform

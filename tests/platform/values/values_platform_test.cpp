@@ -1,0 +1,138 @@
+#include "values/platform/values_platform.h"
+
+#include "values/text_conversion.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+using namespace brixen::lyr::gen;
+
+namespace {
+
+std::u16string Widened(unsigned codePage, std::string_view bytes) {
+    const CodePageResult counted = CodePageToWide(codePage, bytes, nullptr, 0);
+    EXPECT_EQ(counted.status, CodePageStatus::Done);
+    std::u16string wide(counted.length, u'\0');
+    EXPECT_EQ(CodePageToWide(codePage, bytes, wide.data(), wide.size()).length, wide.size());
+    return wide;
+}
+
+std::string Narrowed(unsigned codePage, std::u16string_view wide) {
+    const CodePageResult counted = WideToCodePage(codePage, wide, nullptr, 0);
+    EXPECT_EQ(counted.status, CodePageStatus::Done);
+    std::string bytes(counted.length, '\0');
+    EXPECT_EQ(WideToCodePage(codePage, wide, bytes.data(), bytes.size()).length, bytes.size());
+    return bytes;
+}
+
+TEST(CodePages, ConvertUtf8) {
+    EXPECT_EQ(Widened(kCodePageUtf8, "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"), u"a\u00E9\u20AC\U0001F600");
+    EXPECT_EQ(Narrowed(kCodePageUtf8, u"a\u00E9\u20AC\U0001F600"), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+}
+
+TEST(CodePages, ReplaceUnpairedSurrogatesInUtf8) {
+    const std::u16string wide = {u'a', 0xD800, u'b', 0xDC00};
+    EXPECT_EQ(Narrowed(kCodePageUtf8, wide), "a\xEF\xBF\xBD"
+                                             "b\xEF\xBF\xBD");
+}
+
+TEST(CodePages, RefuseBytesThatAreNotUtf8) {
+    for (const char* const bytes : {"\x80", "a\xC0\x80", "\xED\xA0\x80", "abc\xE2\x82"}) {
+        EXPECT_EQ(CodePageToWide(kCodePageUtf8, bytes, nullptr, 0).status, CodePageStatus::Failed) << bytes;
+    }
+}
+
+TEST(CodePages, ConvertTheProcessesOwn) {
+    EXPECT_EQ(Widened(kCodePageProcess, "a\x80\xE9\x95"), u"a\u20AC\u00E9\u2022");
+    EXPECT_EQ(Narrowed(kCodePageProcess, u"a\u20AC\u00E9\u2022"), "a\x80\xE9\x95");
+    EXPECT_EQ(Narrowed(kCodePageProcess, u"a\u4E2Db\u0101"), "a?b?");
+}
+
+TEST(CodePages, SayWhenTheOutputIsTooSmall) {
+    std::array<char16_t, 4> wide{};
+    std::array<char, 4> bytes{};
+    EXPECT_EQ(CodePageToWide(kCodePageUtf8, "abc", wide.data(), 2).status, CodePageStatus::OutputTooSmall);
+    EXPECT_EQ(CodePageToWide(kCodePageProcess, "abc", wide.data(), 0).status, CodePageStatus::OutputTooSmall);
+    EXPECT_EQ(WideToCodePage(kCodePageUtf8, u"\u20AC\u20AC", bytes.data(), 4).status,
+              CodePageStatus::OutputTooSmall);
+    EXPECT_EQ(WideToCodePage(kCodePageProcess, u"abc", bytes.data(), 0).status,
+              CodePageStatus::OutputTooSmall);
+}
+
+TEST(CodePages, GiveNothingForNothing) {
+    EXPECT_EQ(Widened(kCodePageUtf8, ""), u"");
+    EXPECT_EQ(Widened(kCodePageProcess, ""), u"");
+    EXPECT_EQ(Narrowed(kCodePageUtf8, u""), "");
+    EXPECT_EQ(Narrowed(kCodePageProcess, u""), "");
+}
+
+TEST(NarrowText, HoldsOneByteForEachCharacterOfLatin1) {
+    std::array<char, 8> narrow{};
+    EXPECT_EQ(NarrowSize(u"a\u00E9"), 2u);
+    EXPECT_EQ(WideToNarrow(narrow.data(), u"a\u00E9", 8), 2u);
+    EXPECT_EQ(std::string(narrow.data()), "a\xE9");
+    EXPECT_EQ(NarrowSize(u"a\u4E2D"), kNoNarrowText);
+    EXPECT_EQ(WideToNarrow(narrow.data(), u"\u4E2D", 8), kNoNarrowText);
+}
+
+TEST(NarrowText, IsCutAtTheSize) {
+    std::array<char, 8> narrow{};
+    EXPECT_EQ(WideToNarrow(narrow.data(), u"abc", 2), 2u);
+    EXPECT_EQ(std::string(narrow.data()), "ab");
+}
+
+TEST(NarrowText, WidensEachByte) {
+    std::array<char16_t, 8> wide{};
+    EXPECT_EQ(WideSize("a\xE9"), 2u);
+    EXPECT_EQ(NarrowToWide(wide.data(), "a\xE9", 8), 2u);
+    EXPECT_EQ(std::u16string(wide.data()), u"a\u00E9");
+    EXPECT_EQ(NarrowToWide(wide.data(), "abc", 2), 2u);
+}
+
+// A folder whose name no code page holds, gone when the test ends.
+class WideFiles : public testing::Test {
+protected:
+    WideFiles() { std::filesystem::create_directories(fFolder); }
+    ~WideFiles() override { std::filesystem::remove_all(fFolder); }
+
+    std::u16string Write(const std::string& bytes) {
+        std::ofstream(fFile, std::ios::binary) << bytes;
+        return fFile.u16string();
+    }
+
+    const std::filesystem::path fFolder =
+        std::filesystem::temp_directory_path() / std::filesystem::path(u"pavane_\u4E2D\u05D0_files");
+    const std::filesystem::path fFile = fFolder / "file.bin";
+};
+
+TEST_F(WideFiles, AreReadAsTheyAre) {
+    for (const std::size_t length : {0U, 1U, 4095U, 4096U, 4097U, 10000U}) {
+        std::string bytes(length, '\n');
+        if (length > 2) bytes[1] = '\x1A';
+        const auto read = ReadWholeFile(Write(bytes));
+        ASSERT_TRUE(read.has_value());
+        EXPECT_EQ(*read, bytes);
+        EXPECT_EQ(read->c_str()[length], '\0');
+    }
+}
+
+TEST_F(WideFiles, AreNothingWhenTheyCannotBeOpened) {
+    EXPECT_FALSE(ReadWholeFile((fFolder / "absent").u16string()).has_value());
+    EXPECT_FALSE(ReadWholeFile(fFolder.u16string()).has_value());
+}
+
+TEST_F(WideFiles, ExistWithEitherSeparator) {
+    const std::u16string path = Write("x");
+    EXPECT_TRUE(FileExists(path));
+    EXPECT_TRUE(FileExists(fFolder.u16string() + u"\\file.bin"));
+    EXPECT_TRUE(ReadWholeFile(fFolder.u16string() + u"\\file.bin").has_value());
+    EXPECT_FALSE(FileExists(path + u"x"));
+    EXPECT_FALSE(FileExists(fFolder.u16string()));
+}
+
+} // namespace

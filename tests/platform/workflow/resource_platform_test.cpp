@@ -78,8 +78,4 @@ TEST_F(Decoder, ClosesTheFile) {
 
 TEST_F(Decoder, DeletingNullIsHarmless) { DeleteBitmap(nullptr); }
 
-TEST(ResourcePlatform, WithoutTheDecoderNothingIsDecoded) {
-    EXPECT_EQ(Decode(Picture("rgb.png")).bitmap, nullptr);
-}
-
 } // namespace brixen::pvn::pvn_workflow::platform

@@ -1,0 +1,26 @@
+/* The command line of pavane-host. */
+#ifndef PAVANE_HOST_OPTIONS_H
+#define PAVANE_HOST_OPTIONS_H
+
+#include <windows.h>
+
+#include <stdbool.h>
+#include <stdint.h>
+
+/* What the program answers to whoever started it. */
+#define EXIT_OK 0     /* the workflow ended with status 0, or there was none to run */
+#define EXIT_STATUS 1 /* it ended with another status, which was printed */
+#define EXIT_USAGE 2  /* nothing was run: the command line cannot be followed */
+#define EXIT_STUCK 3  /* the automatic walk found no way on */
+
+struct Options {
+    uint16_t workflow;               /* 0: open the window and wait for the user */
+    LANGID language;                 /* 0: that of the user interface */
+    const wchar_t* screenshotFolder; /* null: take no pictures */
+    bool autoWalk;                   /* press the default button of each pane */
+};
+
+/* False after it has said on stderr what is wrong. */
+bool ReadOptions(int count, wchar_t** arguments, struct Options* options);
+
+#endif

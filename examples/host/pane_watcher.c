@@ -1,0 +1,140 @@
+#include "pane_watcher.h"
+
+#include "options.h"
+#include "window_picture.h"
+
+#include <stdint.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <wchar.h>
+
+enum {
+    kTimer = 1,
+    kMilliseconds = 100,
+    kMostPanes = 50, /* a walk that meets more goes round in a circle */
+};
+
+/* A pane is told from the next by what can be seen of it. */
+typedef uint64_t Look;
+
+static struct {
+    HWND host;
+    const wchar_t* folder;
+    bool walk;
+    Look seen;  /* at the latest look */
+    Look saved; /* of the latest picture */
+    int panes;
+} gWatcher;
+
+static bool BelongsToHost(HWND window) {
+    while (window && window != gWatcher.host) {
+        window = GetWindow(window, GW_OWNER);
+    }
+    return window != NULL;
+}
+
+/* Of several dialogs on top of one another only the uppermost is enabled. */
+static BOOL CALLBACK TakeOpenDialog(HWND window, LPARAM result) {
+    if (window == gWatcher.host || !IsWindowVisible(window) || !IsWindowEnabled(window) ||
+        !BelongsToHost(window)) {
+        return TRUE;
+    }
+    *(HWND*)result = window;
+    return FALSE;
+}
+
+static HWND FindDialog(void) {
+    HWND dialog = NULL;
+    EnumThreadWindows(GetCurrentThreadId(), TakeOpenDialog, (LPARAM)&dialog);
+    return dialog;
+}
+
+static Look Mix(Look look, uint64_t value) { return (look ^ value) * UINT64_C(0x100000001B3); }
+
+static BOOL CALLBACK MixControl(HWND control, LPARAM look) {
+    if (IsWindowVisible(control)) {
+        *(Look*)look = Mix(*(Look*)look, (uintptr_t)control);
+    }
+    return TRUE;
+}
+
+static Look LookOf(HWND dialog) {
+    wchar_t title[200] = L"";
+    Look look = Mix(UINT64_C(0xCBF29CE484222325), (uintptr_t)dialog);
+    GetWindowTextW(dialog, title, sizeof title / sizeof title[0]);
+    for (const wchar_t* unit = title; *unit; ++unit) {
+        look = Mix(look, *unit);
+    }
+    EnumChildWindows(dialog, MixControl, (LPARAM)&look);
+    return look;
+}
+
+static BOOL CALLBACK TakeDefaultButton(HWND control, LPARAM result) {
+    wchar_t className[20];
+    GetClassNameW(control, className, sizeof className / sizeof className[0]);
+    const bool isDefault = _wcsicmp(className, L"Button") == 0 &&
+                           (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    if (!isDefault || !IsWindowVisible(control) || !IsWindowEnabled(control)) {
+        return TRUE;
+    }
+    *(HWND*)result = control;
+    return FALSE;
+}
+
+static void GiveUp(const char* why) {
+    fprintf(stderr, "pavane-host: %s after pane %d\n", why, gWatcher.panes);
+    fflush(stderr);
+    ExitProcess(EXIT_STUCK);
+}
+
+static void PressDefaultButton(HWND dialog) {
+    HWND button = NULL;
+    EnumChildWindows(dialog, TakeDefaultButton, (LPARAM)&button);
+    if (!button) {
+        GiveUp("no default button");
+    }
+    PostMessageW(button, BM_CLICK, 0, 0); /* posted: the click may open a dialog of its own */
+}
+
+static void SavePane(HWND dialog) {
+    wchar_t path[MAX_PATH];
+    swprintf(path, MAX_PATH, L"%ls\\pane-%d.png", gWatcher.folder, gWatcher.panes);
+    if (!SaveWindowPicture(dialog, path)) {
+        fprintf(stderr, "pavane-host: cannot write %ls\n", path);
+    }
+}
+
+static void CALLBACK LookForPane(HWND window, UINT message, UINT_PTR timer, DWORD time) {
+    (void)window, (void)message, (void)timer, (void)time;
+    HWND dialog = FindDialog();
+    const Look look = dialog ? LookOf(dialog) : 0;
+    const bool stands = look == gWatcher.seen; /* not in the middle of a change */
+    gWatcher.seen = look;
+    if (!dialog || !stands || look == gWatcher.saved) {
+        return;
+    }
+    gWatcher.saved = look;
+    if (++gWatcher.panes > kMostPanes) {
+        GiveUp("no end");
+    }
+    if (gWatcher.folder) {
+        SavePane(dialog);
+    }
+    if (gWatcher.walk) {
+        PressDefaultButton(dialog);
+    }
+}
+
+bool WatchPanes(HWND host, const wchar_t* folder, bool walk) {
+    if (folder && !CreateDirectoryW(folder, NULL) && GetLastError() != ERROR_ALREADY_EXISTS) {
+        fprintf(stderr, "pavane-host: cannot make the folder %ls\n", folder);
+        return false;
+    }
+    gWatcher.host = host;
+    gWatcher.folder = folder;
+    gWatcher.walk = walk;
+    if (folder || walk) {
+        SetTimer(host, kTimer, kMilliseconds, LookForPane);
+    }
+    return true;
+}

@@ -1,0 +1,41 @@
+#include "status_words.h"
+
+#include "pavane.h"
+
+#include <stddef.h>
+
+static const struct {
+    uint16_t status;
+    const char* words;
+} kWords[] = {
+    {PAVANE_SUCCESS, "Done."},
+    {PAVANE_NOT_INITIALIZED, "The library is not initialized."},
+    {PAVANE_NULL_ARGUMENT, "A required pointer was null."},
+    {PAVANE_BAD_ARGUMENT, "An argument is outside its set, or a workflow is running."},
+    {PAVANE_NO_MEMORY, "There is not enough memory."},
+    {PAVANE_EXCEPTION, "The workflow failed. Is PVResources beside the library?"},
+    {PAVANE_NO_THREAD, "The system refused a thread."},
+    {PAVANE_UNMAPPED_OUTCOME, "The workflow reached an outcome that has no status."},
+    {PAVANE_USER_QUIT, "The user chose to quit the application."},
+    {PAVANE_USER_CANCEL, "The user cancelled the workflow."},
+    {PAVANE_USER_OUTCOME3, "The user put it off."},
+    {PAVANE_USER_OUTCOME4, "The user decided otherwise."},
+    {PAVANE_CALL_CANCELLED, "The call to the service was cancelled."},
+    {PAVANE_CALL_TIMED_OUT, "The service did not answer in time."},
+    {PAVANE_CALL_BAD_ANSWER, "The service's answer could not be read."},
+    {PAVANE_CALL_SYSTEM_ERROR, "The system refused the call to the service."},
+    {PAVANE_CALL_NO_MEMORY, "There is not enough memory for the call to the service."},
+    {PAVANE_CALL_HTTP_ERROR, "The call to the service failed."},
+    {PAVANE_CALL_INVALID_URL, "The service's address is not valid."},
+    {PAVANE_CALL_NAME_UNRESOLVED, "The service's name is unknown."},
+    {PAVANE_CALL_SECURE_FAILURE, "The service's certificate is not trusted."},
+};
+
+const char* StatusWords(uint16_t status) {
+    for (size_t i = 0; i < sizeof kWords / sizeof kWords[0]; ++i) {
+        if (kWords[i].status == status) {
+            return kWords[i].words;
+        }
+    }
+    return "A status of the workflow's own.";
+}

@@ -1,0 +1,10 @@
+/* Status codes of Pavane in words. */
+#ifndef PAVANE_HOST_STATUS_WORDS_H
+#define PAVANE_HOST_STATUS_WORDS_H
+
+#include <stdint.h>
+
+/* Plain ASCII, never null. */
+const char* StatusWords(uint16_t status);
+
+#endif

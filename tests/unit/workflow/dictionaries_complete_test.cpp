@@ -1,0 +1,142 @@
+// The words that are shipped: every locale has every one of them, and the dictionary gives them back as
+// written.
+#include "resource_fixture.h"
+
+#include "dictionaries/translation.h"
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+#include <vector>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+using Words = std::map<std::string, std::string>;
+
+const std::filesystem::path kSources = std::filesystem::path(PAVANE_TEST_DATA) / "../../resources";
+
+std::string ReadText(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+// The entries of one source, `"key=value"` a line. Anything else but an empty line is a failure.
+Words ReadWords(const std::filesystem::path& path) {
+    Words words;
+    std::istringstream lines(ReadText(path));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty()) continue;
+        const std::size_t equals = line.find('=');
+        const bool isEntry =
+            line.size() > 2 && line.front() == '"' && line.back() == '"' && equals != line.npos;
+        EXPECT_TRUE(isEntry) << path << ": " << line;
+        if (!isEntry) continue;
+        const std::string value = line.substr(equals + 1, line.size() - equals - 2);
+        EXPECT_TRUE(words.emplace(line.substr(1, equals - 1), value).second) << path << " twice: " << line;
+    }
+    return words;
+}
+
+std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::vector<std::string> Locales() { return NamesIn(kSources / "dictionaries"); }
+
+// The `^n` of a text, sorted.
+std::vector<std::string> Placeholders(const std::string& text) {
+    std::vector<std::string> found;
+    for (std::size_t i = text.find('^'); i != text.npos; i = text.find('^', i + 1))
+        found.push_back(text.substr(i, 2));
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+bool IsSentence(const std::string& text) { return std::count(text.begin(), text.end(), ' ') >= 2; }
+
+class ShippedDictionaries : public testing::TestWithParam<std::string> {
+protected:
+    // Calls `check` with each pair of sources, English and the locale's.
+    template <class Check>
+    static void ForEachDictionary(Check check) {
+        for (const std::string& name : NamesIn(kSources / "dictionaries/en_US"))
+            check(ReadWords(kSources / "dictionaries/en_US" / name),
+                  ReadWords(kSources / "dictionaries" / GetParam() / name));
+    }
+};
+
+} // namespace
+
+TEST_P(ShippedDictionaries, HoldTheSameFiles) {
+    EXPECT_EQ(NamesIn(kSources / "dictionaries" / GetParam()), NamesIn(kSources / "dictionaries/en_US"));
+}
+
+TEST_P(ShippedDictionaries, HoldTheSameKeys) {
+    ForEachDictionary([](const Words& english, const Words& words) {
+        for (const auto& [key, value] : english) EXPECT_EQ(words.count(key), 1u) << "missing: " << key;
+        for (const auto& [key, value] : words) EXPECT_EQ(english.count(key), 1u) << "not in English: " << key;
+        EXPECT_FALSE(english.empty());
+    });
+}
+
+TEST_P(ShippedDictionaries, HoldTheSamePlaceholders) {
+    ForEachDictionary([](const Words& english, const Words& words) {
+        for (const auto& [key, value] : words) {
+            const auto original = english.find(key);
+            if (original == english.end()) continue; // told by HoldTheSameKeys
+            EXPECT_EQ(Placeholders(value), Placeholders(original->second)) << key;
+        }
+    });
+}
+
+TEST_P(ShippedDictionaries, HoldNoEmptyText) {
+    ForEachDictionary([](const Words&, const Words& words) {
+        for (const auto& [key, value] : words) EXPECT_NE(value.find_first_not_of(' '), value.npos) << key;
+    });
+}
+
+TEST_P(ShippedDictionaries, HoldNoEnglishInDisguise) {
+    if (GetParam() == "en_US") return;
+    ForEachDictionary([](const Words& english, const Words& words) {
+        for (const auto& [key, value] : words)
+            if (IsSentence(value)) EXPECT_NE(value, english.at(key)) << key;
+    });
+}
+
+TEST_P(ShippedDictionaries, HaveTheirPage) {
+    const std::string page = ReadText(kSources / "PVResources" / GetParam() / "welcome.html");
+    EXPECT_NE(page.find("<meta charset=\"utf-8\">"), page.npos);
+    EXPECT_NE(page.find("<html lang=\"" + GetParam().substr(0, 2) + "\""), page.npos);
+    EXPECT_EQ(page.find("dir=\"rtl\"") != page.npos, GetParam() == "he_IL" || GetParam() == "ar_AE");
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, ShippedDictionaries, testing::ValuesIn(Locales()),
+                         [](const auto& info) { return info.param; });
+
+TEST(ShippedLocales, AreThoseOfTheProduct) {
+    const std::vector<std::string> locales = Locales();
+    for (const char* locale : {"de_DE", "en_US", "he_IL", "ja_JP"})
+        EXPECT_EQ(std::count(locales.begin(), locales.end(), locale), 1) << locale;
+}
+
+// What is built beside the program, read as a run reads it.
+class BuiltDictionaries : public ResourceFixture {};
+
+TEST_F(BuiltDictionaries, GiveEveryTextBackAsItIsWritten) {
+    for (const std::string& locale : Locales()) {
+        SelectLanguage(locale);
+        LoadWorkFlowDictionary("Welcome");
+        for (const auto& [key, value] : ReadWords(kSources / "dictionaries" / locale / "guide.txt"))
+            EXPECT_EQ(zeve::ZeveTranslate(key), value) << locale << " " << key;
+        ShutDownResources();
+    }
+}
+
+} // namespace brixen::pvn::pvn_workflow

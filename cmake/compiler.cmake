@@ -3,7 +3,9 @@
 if(MSVC)
     add_compile_options(/W4 /WX /utf-8 /permissive-)
 else()
-    add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+    # A constructor's parameter may bear the name of the member that it fills, with either compiler.
+    add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Werror
+        $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
         $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>)
 endif()
 

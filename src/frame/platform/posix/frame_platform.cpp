@@ -65,10 +65,9 @@ struct LanguageName {
 };
 
 constexpr LanguageName kLanguageNames[] = {
-    {0x0001, "ar"},    {0x0007, "de"},    {0x0009, "en"},    {0x000c, "fr"},    {0x000d, "he"},
-    {0x0011, "ja"},    {0x0401, "ar-SA"}, {0x0407, "de-DE"}, {0x0409, "en-US"}, {0x040a, "es-ES_tradnl"},
-    {0x040c, "fr-FR"}, {0x040d, "he-IL"}, {0x0410, "it-IT"}, {0x0411, "ja-JP"}, {0x0412, "ko-KR"},
-    {0x0419, "ru-RU"}, {0x0804, "zh-CN"}, {0x0807, "de-CH"}, {0x0809, "en-GB"}, {0x3801, "ar-AE"},
+    {0x0401, "ar-SA"}, {0x0407, "de-DE"}, {0x0409, "en-US"}, {0x040a, "es-ES_tradnl"}, {0x040c, "fr-FR"},
+    {0x040d, "he-IL"}, {0x0410, "it-IT"}, {0x0411, "ja-JP"}, {0x0412, "ko-KR"},        {0x0419, "ru-RU"},
+    {0x0804, "zh-CN"}, {0x0807, "de-CH"}, {0x0809, "en-GB"}, {0x3801, "ar-AE"},
 };
 
 } // namespace

@@ -1,0 +1,117 @@
+// The log on Windows: where it lies, and that others may read and write it meanwhile.
+#include "frame/log.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace brixen::pvn {
+namespace {
+
+using testing::EndsWith;
+
+class LogOnWindows : public testing::Test {
+protected:
+    void SetUp() override {
+        fTmpBefore = Variable(L"TMP");
+        fDirectoryBefore = std::filesystem::current_path();
+        fFolder =
+            std::filesystem::temp_directory_path() / ("pavane-log-" + std::to_string(GetCurrentProcessId()));
+        std::filesystem::create_directories(fFolder);
+        std::filesystem::current_path(fFolder);
+        SetEnvironmentVariableW(L"TMP", fFolder.c_str());
+    }
+    void TearDown() override {
+        CloseLog();
+        SetEnvironmentVariableW(L"TMP", fTmpBefore.c_str());
+        std::filesystem::current_path(fDirectoryBefore);
+        std::filesystem::remove_all(fFolder);
+    }
+
+    static std::wstring Variable(const wchar_t* name) {
+        wchar_t text[1000] = {};
+        GetEnvironmentVariableW(name, text, 1000);
+        return text;
+    }
+
+    static std::string TextOf(const std::filesystem::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    // Makes TMP a folder that the system gives out with that length, its last separator included.
+    std::filesystem::path UseFolderOfLength(std::size_t length) {
+        std::wstring path = fFolder.wstring();
+        while (path.size() + 101 < length - 1) path += L'\\' + std::wstring(99, L'd');
+        path += L'\\' + std::wstring(length - 1 - path.size() - 1, L'd');
+        std::filesystem::create_directories(path);
+        SetEnvironmentVariableW(L"TMP", path.c_str());
+        wchar_t given[300];
+        EXPECT_EQ(GetTempPathW(300, given), length);
+        return path;
+    }
+
+    std::filesystem::path fFolder;
+    std::filesystem::path fDirectoryBefore;
+    std::wstring fTmpBefore;
+};
+
+TEST_F(LogOnWindows, LinesEndInCrLfAndHoldTheProcessId) {
+    OpenLog(false);
+    PvnLog("%s: %s: text\n", kLogComponent, kLogInfo);
+    EXPECT_THAT(TextOf(fFolder / "pvn.log"),
+                EndsWith("[" + std::to_string(GetCurrentProcessId()) + "] PVN: _info_: text\r\n"));
+}
+
+TEST_F(LogOnWindows, OthersMayReadAndWriteTheOpenFile) {
+    OpenLog(false);
+    PvnLog("one\n");
+    const HANDLE other = CreateFileW((fFolder / "pvn.log").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(other, INVALID_HANDLE_VALUE);
+    CloseHandle(other);
+}
+
+TEST_F(LogOnWindows, ALockedFileLeavesTheStreamNull) {
+    const HANDLE owner =
+        CreateFileW((fFolder / "pvn.log").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(owner, INVALID_HANDLE_VALUE);
+    OpenLog(false);
+    EXPECT_EQ(gLogStream, nullptr);
+    PvnLog("nowhere\n");
+    CloseHandle(owner);
+}
+
+TEST_F(LogOnWindows, AFolderOf252UnitsIsUsedAndOneOf253CountsAsNone) {
+    const auto used = UseFolderOfLength(252);
+    OpenLog(false);
+    CloseLog();
+    EXPECT_TRUE(std::filesystem::exists(used / "pvn.log"));
+    EXPECT_FALSE(std::filesystem::exists(fFolder / "pvn.log"));
+
+    UseFolderOfLength(253);
+    OpenLog(false);
+    CloseLog();
+    EXPECT_TRUE(std::filesystem::exists(fFolder / "pvn.log")) << "the current directory";
+}
+
+TEST_F(LogOnWindows, TrimmingEmpties256001Bytes) {
+    const auto path = fFolder / "pvn.log";
+    std::ofstream(path, std::ios::binary) << std::string(256000, 'x');
+    OpenLog(true);
+    CloseLog();
+    EXPECT_EQ(std::filesystem::file_size(path), 256000u);
+    std::ofstream(path, std::ios::binary) << std::string(256001, 'x');
+    OpenLog(true);
+    CloseLog();
+    EXPECT_EQ(std::filesystem::file_size(path), 0u);
+}
+
+} // namespace
+} // namespace brixen::pvn

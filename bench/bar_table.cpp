@@ -1,0 +1,79 @@
+#include "bench/bar_table.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace bench {
+namespace {
+
+// `name` is to cost at most `limit` times what `peer` costs, by item; without a peer, at most `limit`
+// nanoseconds.
+struct Bar {
+    const char* name;
+    const char* peer;
+    double limit;
+};
+
+constexpr Bar kBars[] = {
+    {"description/pavane/100", "description/luajit/100", 1.0 / 2},
+    {"description/pavane/2000", "description/luajit/2000", 1.0 / 2},
+    {"description/pavane/100", "description/lua54/100", 1.0 / 3},
+    {"description/pavane/2000", "description/lua54/2000", 1.0 / 3},
+    {"description/pavane/10000", "description/pavane/100", 1.2},
+    {"assignment/pavane/1", "assignment/luajit/1", 0.15},
+    {"layout/pavane/100", nullptr, 40},
+    {"layout/pavane/1000", nullptr, 40},
+    {"layout/pavane/10000", nullptr, 40},
+    {"bag_get_long/pavane", "bag_get_long/map", 1.15},
+    {"bag_get_ptr/pavane", "bag_get_ptr/map", 1.15},
+    {"bag_get_string/pavane", "bag_get_string/map", 1.3},
+    {"bag_set_long/pavane", "bag_set_long/map", 0.5},
+    {"bag_set_string/pavane", "bag_set_string/map", 0.5},
+};
+
+} // namespace
+
+bool BarReporter::ReportContext(const Context&) { return true; }
+
+void BarReporter::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        if (run.error_occurred) {
+            std::printf("%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
+        } else if (run.run_type == Run::RT_Iteration) {
+            costs[run.run_name.str()].push_back(1e9 / run.counters.at("items_per_second"));
+        }
+    }
+}
+
+double BarReporter::Median(const std::string& name) const {
+    const auto found = costs.find(name);
+    if (found == costs.end()) return 0;
+    std::vector<double> rounds = found->second;
+    std::sort(rounds.begin(), rounds.end());
+    return rounds[rounds.size() / 2];
+}
+
+void BarReporter::PrintCosts() {
+    std::printf("%-28s %12s %12s %12s   (nanoseconds an item)\n", "", "least", "median", "most");
+    for (const auto& [name, rounds] : costs) {
+        const auto [least, most] = std::minmax_element(rounds.begin(), rounds.end());
+        std::printf("%-28s %12.2f %12.2f %12.2f\n", name.c_str(), *least, Median(name), *most);
+    }
+}
+
+void BarReporter::PrintBars() {
+    std::printf("\n%-28s %-28s %10s %10s\n", "", "against", "is", "at most");
+    for (const Bar& bar : kBars) {
+        const double cost = Median(bar.name), peer = bar.peer ? Median(bar.peer) : 1;
+        if (cost == 0 || peer == 0) continue; // filtered out of this run
+        std::printf("%-28s %-28s %10.3f %10.3f   %s\n", bar.name, bar.peer ? bar.peer : "nanoseconds an item",
+                    cost / peer, bar.limit, cost <= bar.limit * peer ? "met" : "MISSED");
+    }
+}
+
+void BarReporter::Finalize() {
+    PrintCosts();
+    PrintBars();
+}
+
+} // namespace bench

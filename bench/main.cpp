@@ -1,0 +1,16 @@
+#include "bench/bar_table.h"
+
+#include <malloc.h>
+
+int main(int argumentCount, char** arguments) {
+    // The heap stays ours between rounds, for both sides: what is measured is the work, not the system's
+    // pages.
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+    mallopt(M_MMAP_THRESHOLD, 1 << 30);
+
+    benchmark::Initialize(&argumentCount, arguments);
+    if (benchmark::ReportUnrecognizedArguments(argumentCount, arguments)) return 1;
+    bench::BarReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}

@@ -1,0 +1,19 @@
+// The dialogs that the benchmarks read and lay out: sections of rows of labelled controls, six attributes a
+// view.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace bench {
+
+// The same tree of exactly `nodeCount` views, as a description, and as a Lua chunk that returns table
+// constructors.
+std::string SampleDescription(std::size_t nodeCount);
+std::string SampleLuaChunk(std::size_t nodeCount);
+
+// What both texts use and a dialog would define beforehand: the chunk that gives Lua the constants.
+extern const char* const kSampleLuaConstants;
+inline constexpr int kSampleSpace = 6; // gSpace
+
+} // namespace bench

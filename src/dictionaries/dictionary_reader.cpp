@@ -40,6 +40,7 @@ DictionaryReader::DictionaryReader(SourceKind kind, std::istream& stream, std::s
 }
 
 bool DictionaryReader::NextByte(std::uint8_t& byte) {
+    if (fEnded) return false;
     if (fCursor != fEnd) {
         byte = *fCursor++;
         return true;
@@ -78,6 +79,7 @@ const char16_t* UnicodeReader::NextLine() {
         if (EndsWideLine(unit)) return Terminated();
         fLine.Append(unit);
     }
+    EndText();
     return fLine.Used() == 0 ? nullptr : Terminated();
 }
 
@@ -87,6 +89,7 @@ const char16_t* MultibyteReader::NextLine() {
     std::uint8_t byte = 0;
     while (true) {
         const bool ended = !NextByte(byte) || byte == 0;
+        if (ended) EndText();
         if (ended && fBytes.Used() == 0) return nullptr;
         if (ended || byte == '\n' || byte == '\r') break;
         fBytes.Append(static_cast<char>(byte));

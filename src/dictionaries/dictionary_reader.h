@@ -67,11 +67,14 @@ protected:
     // False when no byte is left.
     bool NextByte(std::uint8_t& byte);
     const char16_t* Terminated();
+    // No byte is left from now on.
+    void EndText() { fEnded = true; }
 
     LineBuffer<char16_t> fLine;
 
 private:
     std::istream* fStream = nullptr;
+    bool fEnded = false;
     SourceKind fKind;
     std::array<std::uint8_t, kHeadLength> fHead{};
     const std::uint8_t* fBegin = nullptr;

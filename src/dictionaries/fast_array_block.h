@@ -15,14 +15,12 @@ struct FastArrayBlock {
 
     std::uint32_t entryCount = 0;
     std::uint32_t liveCount = 0;
-    std::uint32_t bucketListCount = 0; // as its file had them
     std::uint32_t firstId = 0;
     bool hasKeys = true; // without keys no lookup reaches the values
     TextColumn keys;
     TextColumn values;
     TextColumn notes;                     // one for each element of noteIndex
     std::vector<std::uint32_t> noteIndex; // entries that have a note, ascending
-    std::vector<std::uint16_t> bucketNumbers;
 
     bool IsDropped(std::uint32_t entry) const { return hasKeys && keys.At(entry).length == 0; }
     // Nothing when the entry has no note.

@@ -16,7 +16,7 @@ problem() {
 headers=$("$objdump" -p "$dll")
 
 wanted="Pavane_GetVersion Pavane_Info_GetErrorCode Pavane_Initialize Pavane_PreloadWorkflow Pavane_RunWorkflow Pavane_Terminate"
-exported=$(echo "$headers" | sed -n '/Ordinal\/Name Pointer/,/^$/s/^.*\] *\([^ ]*\)$/\1/p' | sort | tr '\n' ' ')
+exported=$(echo "$headers" | sed -n '/Ordinal\/Name Pointer/,/^$/s/^[[:space:]]*\[ *[0-9]*\] *\([^ ]*\)$/\1/p' | sort | tr '\n' ' ')
 [ "$exported" = "$wanted " ] || problem "exports are: $exported"
 
 # Windows' own libraries; the last is the C runtime that is part of the system.

@@ -15,6 +15,7 @@
 #include "workflow/workflow_context.h"
 
 #include <memory>
+#include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -42,18 +43,6 @@ OwnedDialog NewDialog(zeve::NativeWindow parent, PVNWorkFlowContext* context) {
     return OwnedDialog(zeve::ZeveNew(&record));
 }
 
-// Whoever ended the loop meant a dialog below, unless the alert was answered or its window died with its
-// owner.
-void PostForeignQuitAgain(zeve::NativeWindow window, bool wasPositive) {
-    if (zeve::platform::IsWindowAlive(window)) zeve::platform::PostQuit(wasPositive ? 1 : 0);
-}
-
-bool RunAlert(AlertParams& params, zeve::NativeWindow window) {
-    const bool isPositive = zeve::ZeveRunModal(params.dialog);
-    if (!params.isAnswered) PostForeignQuitAgain(window, isPositive);
-    return params.isAnswered && isPositive;
-}
-
 bool ShowUnguarded(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
     const OwnedDialog dialog = NewDialog(parent, context);
     AlertParams params;
@@ -66,7 +55,7 @@ bool ShowUnguarded(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFl
         pictures.Show(platform::IsHighContrast() ? "xball1_hc" : "xball1",
                       zeve::platform::ChildWithId(window, kAlertPicture));
     }
-    return RunAlert(params, window);
+    return zeve::ZeveRunModal(dialog.get());
 }
 
 void FillWithFace(zeve::NativeWindow window, std::uintptr_t device) {
@@ -74,17 +63,12 @@ void FillWithFace(zeve::NativeWindow window, std::uintptr_t device) {
     zeve::platform::PaintFace(window);
 }
 
-std::uint32_t End(AlertParams& params, std::uint32_t answer) {
-    params.isAnswered = true;
-    return answer;
-}
-
-std::uint32_t AnswerCommand(AlertParams& params, std::uintptr_t wparam) {
+std::uint32_t AnswerCommand(const AlertParams& params, std::uintptr_t wparam) {
     if (HighWord(wparam) > kNotificationKey) return zeve::kAnswerDefault;
     const std::uint16_t id = LowWord(wparam);
-    if (id == params.firstButton) return End(params, zeve::kAnswerEndPositive);
+    if (id == params.firstButton) return zeve::kAnswerEndPositive;
     const bool isRefused = id == params.secondButton || id == kIdEscape;
-    return isRefused ? End(params, zeve::kAnswerEndNegative) : zeve::kAnswerDefault;
+    return isRefused ? zeve::kAnswerEndNegative : zeve::kAnswerDefault;
 }
 
 } // namespace
@@ -111,8 +95,8 @@ std::uint64_t AlertEventCallback(std::int32_t what, zeve::EventRecord& record, v
         return zeve::kAnswerDefault;
     case zeve::kMessagePaint:
     case zeve::kMessageEraseBackground: FillWithFace(window, wparam); return zeve::kAnswerDefault;
-    case zeve::kMessageClose: return End(*static_cast<AlertParams*>(params), zeve::kAnswerEndNegative);
-    case zeve::kMessageCommand: return AnswerCommand(*static_cast<AlertParams*>(params), wparam);
+    case zeve::kMessageClose: return zeve::kAnswerEndNegative;
+    case zeve::kMessageCommand: return AnswerCommand(*static_cast<const AlertParams*>(params), wparam);
     default: return zeve::kAnswerDefault;
     }
 }

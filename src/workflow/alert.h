@@ -25,8 +25,7 @@ inline constexpr std::uint16_t kAlertPicture = 1001; // of an error alert
 // The second button, Esc and the close box are false. An alert that cannot be shown counts as agreed, and
 // leaves a log line. `context` gives the language and may be null.
 //
-// A quit that somebody else posted while the alert was open is posted again for the dialog below; the alert
-// then answers as by its second button.
+// When a dialog below is ended while the alert is open, the alert answers as by its second button.
 bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context);
 
 // What an alert's dialog hands to AlertEventCallback.
@@ -34,7 +33,6 @@ struct AlertParams {
     zeve::ZeveDialog* dialog = nullptr;
     std::uint16_t firstButton = kAlertFirstButton;
     std::uint16_t secondButton = kAlertSecondButton;
-    bool isAnswered = false; // one of the buttons ended the run
 };
 
 std::uint64_t AlertEventCallback(std::int32_t what, zeve::EventRecord& record, void* params);

@@ -9,16 +9,16 @@ namespace brixen::zeve {
 
 class ViewProxy;
 
-// Direction, measure and place, in that order: afterwards the tree's sizes, and its positions relative to the
-// parent, are final. Children of views with `reverse` are in reverse order from here on.
+// All passes, to be run once over a tree: afterwards its sizes, and its positions relative to the parent, are
+// final. Children of views with `reverse` are in reverse order from here on.
 void LayOut(ViewProxy& root, bool rightToLeft);
 
 // The single passes. Each walks the whole tree once and recurses as deep as the tree is.
 
-// Sets `rtl` everywhere.
-void SetDirection(ViewProxy& root, bool rightToLeft);
-// Children before their parents: outsets, label columns and the smallest sizes that hold all children.
-void Measure(ViewProxy& view);
+// Sets `rtl` everywhere, and, children before their parents, finds the outsets, the label columns and the
+// smallest sizes that hold all children. Direction and measure share a walk: neither reads what the other
+// writes.
+void Measure(ViewProxy& view, bool rtl);
 // Parents before their children: positions, and the sizes of those that fill.
 void Place(ViewProxy& view);
 

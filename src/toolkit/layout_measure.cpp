@@ -96,9 +96,10 @@ void MeasureOffscreen(ViewProxy& view) {
 
 } // namespace
 
-void Measure(ViewProxy& view) {
+void Measure(ViewProxy& view, bool rtl) {
+    view.rtl = rtl;
     if (view.children.empty()) return;
-    for (const auto& child : view.children) Measure(*child);
+    for (const auto& child : view.children) Measure(*child, rtl);
     if (view.reverse) std::reverse(view.children.begin(), view.children.end());
     switch (view.placement) {
     case kPlaceColumn: MeasureColumn(view); break;

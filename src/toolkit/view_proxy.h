@@ -70,7 +70,9 @@ public:
     // right.
     bool IsMirrored() const { return rtl && !alwaysL2R; }
 
-    // What the layout walks stands together, in front of what it never touches.
+    // In the order of how often the layout touches them: what a parent reads and writes of each child comes
+    // first and fits into two lines of the processor's cache, what only a view with children uses comes next.
+
     ViewProxyList children;
     std::int32_t width = 0, height = 0; // outer size; measuring makes it larger, never smaller
     std::int32_t top = 0, left = 0;     // relative to the parent
@@ -81,16 +83,17 @@ public:
     // Space wanted outside the own frame; the parent absorbs it into its own outsets.
     std::int32_t leftOutset = 0, topOutset = 0, rightOutset = 0, bottomOutset = 0;
     std::int32_t horizontal = kAlignNone, vertical = kAlignNone; // inside the parent
-    std::int32_t placement = kPlaceColumn;                       // of the children
-    std::int32_t spacing = 0;                                    // between two children
-    std::int32_t marginLeft = 0, marginTop = 0, marginRight = 0, marginBottom = 0;
-    std::int32_t leftOffset = 0, topOffset = 0; // a shift of this view, applied by its parent after placing
-    std::int32_t childWidthSum = 0, childHeightSum = 0;
     bool hasLabel = false;  // `attributes` hold a `label_width`, or a child's label column was adopted
+    bool rtl = false;       // the tree is laid out right to left
     bool alwaysL2R = false; // the direct children are never mirrored; at the root, no view is
     bool reverse = false;   // lay the children out in reverse order
     bool offscreen = false; // this view's placement is offscreen, or an enclosing view's
-    bool rtl = false;       // the tree is laid out right to left
+    std::int32_t leftOffset = 0, topOffset = 0; // a shift of this view, applied by its parent after placing
+
+    std::int32_t placement = kPlaceColumn; // of the children
+    std::int32_t spacing = 0;              // between two children
+    std::int32_t marginLeft = 0, marginTop = 0, marginRight = 0, marginBottom = 0;
+    std::int32_t childWidthSum = 0, childHeightSum = 0;
 
     std::int32_t outset = 0; // only the default of the four outsets
     std::int32_t childHorizontal = kAlignNone, childVertical = kAlignNone;

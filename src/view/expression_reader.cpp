@@ -227,12 +227,12 @@ bool ExpressionReader::ReadFunctionOrIdentifier(std::int64_t& value) {
 
 // An unknown name is no error here.
 std::int64_t ExpressionReader::ValueOfIdentifier(const Identifier& identifier) {
-    const ScopeVariable* variable = scope->Find(identifier.Name());
+    const FoundValue variable = scope->Find(identifier.Name());
     if (!variable) {
         scope->SetLastUnresolved(identifier.text);
         return kUndefinedNumber;
     }
-    return variable->number;
+    return variable.number;
 }
 
 // value := identifier, before a terminator | quoted | expression
@@ -263,9 +263,9 @@ bool ExpressionReader::ReadValueByVariable(Terminator terminator, ScopeValue& va
         return false;
     }
     if (!observer || observer->ResolveVariables()) {
-        const ScopeVariable* variable = scope->Find(identifier.Name());
-        Assert(variable != nullptr, "variable != NULL");
-        value = {variable->number, variable->string};
+        const FoundValue variable = scope->Find(identifier.Name());
+        Assert(static_cast<bool>(variable), "variable != NULL");
+        value = {variable.number, variable.string};
     }
     Done(ScopeProduction::kValueByVariable, start.next);
     return true;

@@ -42,27 +42,35 @@ std::uint32_t PackFourBytes(const char* text) {
 
 CExpressionScope::CExpressionScope(CExpressionScope* parentScope, ScopeFunctionHost* host,
                                    ScopeStringPool* pool, ScopeParseObserver* parseObserver)
-    : activePool(pool ? pool : &ownPool),
-      functionHost(host || !parentScope ? host : parentScope->functionHost), observer(parseObserver),
-      parent(parentScope) {}
+    : parent(parentScope), activePool(pool),
+      functionHost(host || !parentScope ? host : parentScope->functionHost), observer(parseObserver) {}
 
-void CExpressionScope::DefineVariable(const ScopeName& name, std::int64_t number, std::string_view string) {
-    const char* text = string.data() ? string.data() : kEmptyScopeBytes;
-    if (ScopeVariable* known = table.Find(name)) {
-        known->number = number;
-        known->string = text;
-        return;
+ScopeStringPool& CExpressionScope::Pool() {
+    if (!activePool) {
+        ownPool = std::make_unique<ScopeStringPool>();
+        activePool = ownPool.get();
     }
-    table.Reserve();
-    table.Add(name, name.isLiteral ? name.text : activePool->Store(name.text), number, text);
+    return *activePool;
 }
 
-void CExpressionScope::DefineNumber(const ScopeName& name, std::int64_t number) {
-    DefineVariable(name, number, kEmptyScopeString);
+void CExpressionScope::DefineVariable(const ScopeName& name, std::int64_t number, std::string_view string) {
+    if (string.data() == nullptr || string.data() == kEmptyScopeBytes) {
+        DefineNumber(name, number);
+    } else {
+        DefineRecord(name, number, string.data());
+    }
 }
 
 void CExpressionScope::DefineString(const ScopeName& name, std::string_view text) {
-    DefineVariable(name, kUndefinedNumber, activePool->Store(text));
+    DefineRecord(name, kUndefinedNumber, Pool().Store(text).data());
+}
+
+void CExpressionScope::DefineRecord(const ScopeName& name, std::int64_t number, const char* string) {
+    if (table.Replace(name, number, string)) {
+        return;
+    }
+    table.Reserve();
+    table.Add(name, name.isLiteral ? name.text.data() : Pool().Store(name.text).data(), number, string);
 }
 
 void CExpressionScope::DefineConstants(bool enabled) {
@@ -74,108 +82,90 @@ void CExpressionScope::DefineConstants(bool enabled) {
     }
 }
 
-const ScopeVariable* CExpressionScope::Find(const ScopeName& name) const {
+std::uint64_t CExpressionScope::MarksAlongChain() const {
+    std::uint64_t marks = 0;
     for (const CExpressionScope* scope = this; scope; scope = scope->parent) {
-        if (const ScopeVariable* found = scope->table.Find(name)) {
-            return found;
-        }
+        marks |= scope->table.Marks();
     }
-    return nullptr;
-}
-
-bool CExpressionScope::GetBoolean(const ScopeName& name, bool* value) const {
-    Assert(value != nullptr, "value != NULL");
-    const ScopeVariable* found = Find(name);
-    if (found) {
-        *value = found->number != 0;
-    }
-    return found != nullptr;
-}
-
-bool CExpressionScope::GetLong(const ScopeName& name, std::int64_t* value) const {
-    Assert(value != nullptr, "value != NULL");
-    const ScopeVariable* found = Find(name);
-    if (found) {
-        *value = found->number;
-    }
-    return found != nullptr;
-}
-
-bool CExpressionScope::GetInt(const ScopeName& name, std::int32_t* value) const {
-    Assert(value != nullptr, "value != NULL");
-    const ScopeVariable* found = Find(name);
-    if (found) {
-        *value = static_cast<std::int32_t>(found->number);
-    }
-    return found != nullptr;
+    return marks;
 }
 
 bool CExpressionScope::GetFourCharCode(const ScopeName& name, std::uint32_t* value) const {
     Assert(value != nullptr, "value != NULL");
-    const ScopeVariable* found = Find(name);
+    const FoundValue found = Find(name);
     if (found) {
-        const bool isPlainText = found->number == kUndefinedNumber && std::strlen(found->string) == 4;
-        *value = isPlainText ? PackFourBytes(found->string) : static_cast<std::uint32_t>(found->number);
+        const bool isPlainText = found.number == kUndefinedNumber && std::strlen(found.string) == 4;
+        *value = isPlainText ? PackFourBytes(found.string) : static_cast<std::uint32_t>(found.number);
     }
-    return found != nullptr;
+    return static_cast<bool>(found);
 }
 
 bool CExpressionScope::GetString(const ScopeName& name, std::string_view* value) const {
     Assert(value != nullptr, "value != NULL");
-    const ScopeVariable* found = Find(name);
+    const FoundValue found = Find(name);
     if (found) {
-        *value = found->string;
+        *value = found.string;
     }
-    return found != nullptr;
+    return static_cast<bool>(found);
 }
 
 std::int64_t CExpressionScope::GetLongOr(const ScopeName& name, std::int64_t otherwise) const {
-    const ScopeVariable* found = Find(name);
-    return found ? found->number : otherwise;
+    const FoundValue found = Find(name);
+    return found ? found.number : otherwise;
 }
 
 bool CExpressionScope::GetBooleanOr(const ScopeName& name, bool otherwise) const {
-    const ScopeVariable* found = Find(name);
-    return found ? found->number != 0 : otherwise;
+    const FoundValue found = Find(name);
+    return found ? found.number != 0 : otherwise;
 }
 
 std::string_view CExpressionScope::GetStringOr(const ScopeName& name, std::string_view otherwise) const {
-    const ScopeVariable* found = Find(name);
-    return found ? std::string_view(found->string) : otherwise;
+    const FoundValue found = Find(name);
+    return found ? std::string_view(found.string) : otherwise;
 }
 
 bool CopyNumber(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name) {
-    const ScopeVariable* found = source.Find(name);
+    const FoundValue found = source.Find(name);
     if (found) {
-        destination.DefineNumber(name, found->number);
+        destination.DefineNumber(name, found.number);
     }
-    return found != nullptr;
+    return static_cast<bool>(found);
+}
+
+void CopyNumbers(CExpressionScope& destination, const CExpressionScope& source,
+                 std::span<const ScopeName> names) {
+    const std::uint64_t marks = source.MarksAlongChain();
+    for (const ScopeName& name : names) {
+        if ((marks >> name.mark & 1) != 0) {
+            CopyNumber(destination, source, name);
+        }
+    }
 }
 
 bool CopyBoolean(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name) {
-    const ScopeVariable* found = source.Find(name);
+    const FoundValue found = source.Find(name);
     if (found) {
-        destination.DefineNumber(name, found->number != 0 ? 1 : 0);
+        destination.DefineNumber(name, found.number != 0 ? 1 : 0);
     }
-    return found != nullptr;
+    return static_cast<bool>(found);
 }
 
 bool CopyString(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name) {
-    const ScopeVariable* found = source.Find(name);
+    const FoundValue found = source.Find(name);
     if (found) {
-        destination.DefineString(name, found->string);
+        destination.DefineString(name, found.string);
     }
-    return found != nullptr;
+    return static_cast<bool>(found);
 }
 
 bool CopyVariable(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name) {
-    const ScopeVariable* found = source.Find(name);
-    if (found && found->number == kUndefinedNumber) {
-        destination.DefineString(name, found->string);
+    const FoundValue found = source.Find(name);
+    if (found && found.number == kUndefinedNumber) {
+        destination.DefineString(name, found.string);
     } else if (found) {
-        destination.DefineNumber(name, found->number);
+        destination.DefineNumber(name, found.number);
     }
-    return found != nullptr;
+    return static_cast<bool>(found);
 }
 
 } // namespace brixen::zeve

@@ -6,23 +6,18 @@
 // as literals, GetLong("width"_name, &width).
 #pragma once
 
+#include "view/assertion.h"
 #include "view/scope_hooks.h"
 #include "view/scope_name.h"
 #include "view/scope_string_pool.h"
 #include "view/scope_table.h"
 
 #include <cstdint>
-#include <limits>
+#include <memory>
+#include <span>
 #include <string_view>
 
 namespace brixen::zeve {
-
-// The marker of a missing number. It spreads through arithmetic; see expression_reader.h.
-inline constexpr std::int64_t kUndefinedNumber = std::numeric_limits<std::int32_t>::min();
-
-// The text of every number: recognised by its address, not by being empty.
-inline constexpr char kEmptyScopeBytes[1] = {};
-inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes, 0);
 
 // Object references travel through scopes as numbers, at full width.
 inline std::int64_t ReferenceNumber(const void* object) {
@@ -49,7 +44,11 @@ public:
     // `string` is kept as it is: NUL-terminated, alive as long as the scope. Null data stands for
     // kEmptyScopeString.
     void DefineVariable(const ScopeName& name, std::int64_t number, std::string_view string);
-    void DefineNumber(const ScopeName& name, std::int64_t number);
+    void DefineNumber(const ScopeName& name, std::int64_t number) {
+        if (!name.IsListed() || !table.SetPlainNumber(name, number)) {
+            DefineRecord(name, number, kEmptyScopeBytes);
+        }
+    }
     // Copies the text; it ends at its first NUL for every reader.
     void DefineString(const ScopeName& name, std::string_view text);
     // The core constants: `true`, `false`, and the values of alignment, frame and placement.
@@ -58,12 +57,18 @@ public:
     // Queries look through this scope and then its parents. They answer false and leave the result alone if
     // the name is not there. A null result pointer raises the assertion "Warning! (value != NULL)".
 
-    bool HasVariable(const ScopeName& name) const { return Find(name) != nullptr; }
+    bool HasVariable(const ScopeName& name) const { return static_cast<bool>(Find(name)); }
     // Number other than 0; so a text reads true.
-    bool GetBoolean(const ScopeName& name, bool* value) const;
-    bool GetLong(const ScopeName& name, std::int64_t* value) const;
+    bool GetBoolean(const ScopeName& name, bool* value) const {
+        return Get(name, value, [](std::int64_t number) { return number != 0; });
+    }
+    bool GetLong(const ScopeName& name, std::int64_t* value) const {
+        return Get(name, value, [](std::int64_t number) { return number; });
+    }
     // The low 32 bits of the number.
-    bool GetInt(const ScopeName& name, std::int32_t* value) const;
+    bool GetInt(const ScopeName& name, std::int32_t* value) const {
+        return Get(name, value, [](std::int64_t number) { return static_cast<std::int32_t>(number); });
+    }
     // Of a text of exactly 4 bytes without a number: the bytes, first one highest. Else the low 32 bits.
     bool GetFourCharCode(const ScopeName& name, std::uint32_t* value) const;
     // NUL-terminated; lives as long as the pool that it is in.
@@ -73,13 +78,22 @@ public:
     bool GetBooleanOr(const ScopeName& name, bool otherwise) const;
     std::string_view GetStringOr(const ScopeName& name, std::string_view otherwise) const;
 
-    // Both sides of a variable of the chain; null if the name is not there. Valid until the next definition.
-    const ScopeVariable* Find(const ScopeName& name) const;
+    // Both sides of a variable of the chain. Allocates nothing; a scope without the name costs one test.
+    FoundValue Find(const ScopeName& name) const {
+        for (const CExpressionScope* scope = this; scope; scope = scope->parent) {
+            if (const FoundValue found = scope->table.Find(name)) {
+                return found;
+            }
+        }
+        return {};
+    }
 
     CExpressionScope* Parent() const { return parent; }
     ScopeFunctionHost* FunctionHost() const { return functionHost; }
     ScopeParseObserver* Observer() const { return observer; }
-    ScopeStringPool& Pool() { return *activePool; }
+    ScopeStringPool& Pool();
+    // Which names some scope of the chain may hold, by their marks.
+    std::uint64_t MarksAlongChain() const;
     bool HasEntries() const { return !table.IsEmpty(); }
     // How many names this scope itself has.
     std::size_t VariableCount() const { return table.Count(); }
@@ -89,12 +103,23 @@ public:
     std::string_view LastUnresolved() const { return lastUnresolved; }
 
 private:
-    ScopeStringPool ownPool;
-    ScopeStringPool* activePool;
-    ScopeFunctionHost* functionHost;
-    ScopeParseObserver* observer;
+    template <class T, class Convert>
+    bool Get(const ScopeName& name, T* value, Convert convert) const {
+        Assert(value != nullptr, "value != NULL");
+        const FoundValue found = Find(name);
+        if (found) {
+            *value = convert(found.number);
+        }
+        return static_cast<bool>(found);
+    }
+    void DefineRecord(const ScopeName& name, std::int64_t number, const char* string);
+
     CExpressionScope* parent;
     ScopeTable table;
+    ScopeStringPool* activePool;              // null until the own one is needed
+    std::unique_ptr<ScopeStringPool> ownPool; // made for the first text
+    ScopeFunctionHost* functionHost;
+    ScopeParseObserver* observer;
     std::string_view lastUnresolved;
 };
 
@@ -103,6 +128,9 @@ private:
 bool CopyNumber(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
 bool CopyBoolean(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
 bool CopyString(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
+// CopyNumber for each of the names, in their order; quicker than one by one.
+void CopyNumbers(CExpressionScope& destination, const CExpressionScope& source,
+                 std::span<const ScopeName> names);
 // As a string if the number is undefined, else as a number.
 bool CopyVariable(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
 

@@ -1,64 +1,102 @@
-// The variables of one scope: records in order of definition, found by hash.
+// The variables of one scope.
 #pragma once
 
 #include "view/scope_name.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <string_view>
 #include <vector>
 
 namespace brixen::zeve {
 
-// A value has two sides and no type: see expression_scope.h.
-struct ScopeVariable {
-    const char* name; // NUL-terminated
-    std::size_t nameLength;
-    std::int64_t number;
-    const char* string; // NUL-terminated, never null
-    std::uint32_t hash;
-    std::uint32_t next; // place + 1 of the next record of the bucket; 0 for none
+// The marker of a missing number. It spreads through arithmetic; see scope_arithmetic.h.
+inline constexpr std::int64_t kUndefinedNumber = std::numeric_limits<std::int32_t>::min();
+
+// The text of every number: recognised by its address, not by being empty.
+inline constexpr char kEmptyScopeBytes[1] = {};
+inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes, 0);
+
+// Both sides of a variable, or nothing.
+struct FoundValue {
+    std::int64_t number = kUndefinedNumber;
+    const char* string = nullptr; // NUL-terminated; null if there is no such variable
+
+    explicit operator bool() const { return string != nullptr; }
 };
 
-// A scope has 127 buckets, the newest record first in each. Most hold a handful of names and a window full of
-// them is alive at once, so a head is a byte as long as that reaches; only a scope of more than 255 names
-// gets a table of its own that grows with it, which keeps texts of a million names from searching chains of
-// thousands.
+// Finds by hash, the newest first among names that share a bucket of 127. Windows full of scopes are alive at
+// once, so a scope of few names does without the heads of the buckets, and plain numbers of listed names are
+// kept without a record. Beyond some hundred names the buckets grow in number, so that a text of a million
+// names does not search chains of thousands.
 class ScopeTable {
 public:
-    bool IsEmpty() const { return records.empty(); }
-    std::size_t Count() const { return records.size(); }
+    static constexpr std::uint32_t kBucketCount = 127;
 
-    const ScopeVariable* Find(const ScopeName& name) const {
-        for (std::uint32_t place = Head(name); place != 0;) {
-            const ScopeVariable& record = records[place - 1];
-            if (record.hash == name.hash && std::string_view(record.name, record.nameLength) == name.text) {
-                return &record;
-            }
-            place = record.next;
+    bool IsEmpty() const { return held == 0; }
+    std::size_t Count() const;
+
+    std::uint64_t Marks() const { return held; }
+    bool MayHold(const ScopeName& name) const { return (held >> name.mark & 1) != 0; }
+
+    FoundValue Find(const ScopeName& name) const {
+        if (!MayHold(name)) {
+            return {};
         }
-        return nullptr;
-    }
-    ScopeVariable* Find(const ScopeName& name) {
-        return const_cast<ScopeVariable*>(static_cast<const ScopeTable*>(this)->Find(name));
+        if (name.IsListed() && (plainNumbers >> name.mark & 1) != 0) {
+            return {numbers[name.mark], kEmptyScopeBytes};
+        }
+        return FindRecord(name);
     }
 
-    // Makes room for one more record; throws std::bad_alloc and has changed nothing then.
+    // For a listed name that has no record here; never fails.
+    bool SetPlainNumber(const ScopeName& name, std::int64_t number) {
+        const std::uint32_t bit = std::uint32_t{1} << name.mark;
+        if ((held & bit) != 0 && (plainNumbers & bit) == 0) {
+            return false;
+        }
+        held |= bit;
+        plainNumbers |= bit;
+        numbers[name.mark] = number;
+        return true;
+    }
+
+    // Replaces both sides of a record; false if there is none.
+    bool Replace(const ScopeName& name, std::int64_t number, const char* string);
+    // Makes room for one more record; throws std::bad_alloc, and nothing has changed then.
     void Reserve();
-    // The name must be new to the table, Reserve called before. `storedName` is the text to keep.
-    void Add(const ScopeName& name, std::string_view storedName, std::int64_t number,
-             const char* string) noexcept;
+    // The name must have no record yet, Reserve called before. A plain number of that name gives way.
+    // `storedName` is the text to keep.
+    void Add(const ScopeName& name, const char* storedName, std::int64_t number, const char* string) noexcept;
 
 private:
-    std::uint32_t Head(const ScopeName& name) const {
-        return wideHeads.empty() ? heads[name.bucket] : wideHeads[WideBucket(name.hash)];
-    }
-    std::size_t WideBucket(std::uint32_t hash) const;
-    void Widen(std::size_t headCount);
+    struct Record {
+        const char* name; // NUL-terminated
+        std::size_t nameLength;
+        std::int64_t number;
+        const char* string; // NUL-terminated, never null
+        std::uint32_t hash;
+        std::uint32_t next; // place + 1 of the next record of the bucket; 0 for none
 
-    std::array<std::uint8_t, kScopeBucketCount> heads{}; // place + 1 of the newest record; 0 for none
-    std::vector<ScopeVariable> records;
-    std::vector<std::uint32_t> wideHeads; // in use once it is not empty; a power of two
+        bool Is(const ScopeName& wanted) const {
+            return hash == wanted.hash && std::string_view(name, nameLength) == wanted.text;
+        }
+    };
+
+    FoundValue FindRecord(const ScopeName& name) const;
+    const Record* RecordOf(const ScopeName& name) const;
+    std::size_t BucketOf(std::uint32_t hash) const {
+        return heads.size() == kBucketCount ? hash % kBucketCount : hash % heads.size();
+    }
+    void MakeHeads(std::size_t count);
+
+    std::uint64_t held = 0;         // the marks of all names that are here
+    std::uint32_t plainNumbers = 0; // the listed names whose number stands in `numbers`
+    std::vector<Record> records;    // in order of definition
+    std::vector<std::uint32_t>
+        heads; // of the buckets, place + 1 of the newest record; empty while there are few
+    std::int64_t numbers[kListedNames.size()]; // NOLINT: read only where plainNumbers says so
 };
 
 } // namespace brixen::zeve

@@ -186,8 +186,8 @@ bool StatementReader::ReadString(std::string_view& text) {
     if (!ReadIdentifier(identifier)) {
         return false;
     }
-    const ScopeVariable* variable = scope->Find(identifier.Name());
-    text = variable ? std::string_view(variable->string) : scope->Pool().Store(identifier.text);
+    const FoundValue variable = scope->Find(identifier.Name());
+    text = variable ? std::string_view(variable.string) : scope->Pool().Store(identifier.text);
     Done(variable ? ScopeProduction::kVariableAsString : ScopeProduction::kBareWordAsString, begin);
     return true;
 }

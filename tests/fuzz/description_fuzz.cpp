@@ -1,0 +1,60 @@
+// Runs bytes as a view description: through the reader and the layout alone, in both directions, and through
+// the boxes of a dialog that a headless window system makes. All that may come of it is a dialog or the
+// assertion.
+#include "toolkit/platform/headless/headless.h"
+#include "toolkit/zeve_dialog.h"
+#include "values/text_conversion.h"
+#include "view/express_view_scope.h"
+#include "view/verify_generator.h"
+#include "view/view_reader.h"
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using namespace brixen::zeve;
+
+void Verify(const std::string& text, bool rightToLeft) {
+    CVerifyGenerator generator;
+    generator.rightToLeft = rightToLeft;
+    const auto scope = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
+    scope->DefineNumber("gSpace"_name, 6);
+    try {
+        RunDefinition(*scope, text.c_str());
+    } catch (const std::logic_error&) {
+    }
+}
+
+std::uint64_t Answer(std::int32_t, EventRecord&, void*) { return kAnswerDefault; }
+
+void MakeDialog(const std::string& text, const char* language) {
+    ZeveInitRecord record;
+    record.callback = Answer;
+    record.language = language;
+    ZeveDialog* const dialog = ZeveNew(&record);
+    try {
+        ZeveAddViewText(dialog, text.c_str());
+        ZeveMakeDialog(dialog, nullptr);
+    } catch (const std::logic_error&) {
+    } catch (const brixen::lyr::gen::illegal_utf_sequence&) { // a text for a control that is no UTF-8
+    }
+    ZeveDelete(dialog);
+    headless::State().calls.clear();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    ZeveInitialize();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t length) {
+    const std::string text(reinterpret_cast<const char*>(bytes), length);
+    Verify(text, false);
+    Verify(text, true);
+    MakeDialog(text, length % 2 == 0 ? "en_US" : "he_IL");
+    return 0;
+}

@@ -84,7 +84,7 @@ NativeWindow MakeWindowOf(CEveBox& box, const CExpressionScope& attributes, cons
 // Goes by the style alone, and by the icon that was remembered last.
 void LoadIcon(const CEveBox& box, const ControlKind& kind) {
     const RememberedIcon& icon = gBoxState.icon;
-    if (kind.style != kIconControl) return;
+    if (kind.style != kIconControl || !box.control) return;
     if (icon.builtinIcon != kBuiltinIconWarning && icon.builtinIcon != kBuiltinIconAlert) return;
     const NativeIcon copy = platform::CopySystemIcon(static_cast<std::uint16_t>(icon.builtinIcon),
                                                      static_cast<std::int32_t>(icon.width),

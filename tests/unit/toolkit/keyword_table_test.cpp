@@ -1,0 +1,108 @@
+#include "toolkit/box_state.h"
+#include "toolkit/boxes/eve_button.h"
+#include "toolkit/boxes/eve_dialog.h"
+#include "toolkit/boxes/eve_edit_number.h"
+#include "toolkit/boxes/eve_edit_text.h"
+#include "toolkit/boxes/eve_empty.h"
+#include "toolkit/boxes/eve_frames.h"
+#include "toolkit/boxes/eve_lists.h"
+#include "toolkit/boxes/eve_pictures.h"
+#include "toolkit/boxes/eve_popup.h"
+#include "toolkit/boxes/eve_radio_button.h"
+#include "toolkit/boxes/eve_ranges.h"
+#include "toolkit/boxes/eve_static_text.h"
+#include "toolkit/boxes/eve_static_text_enum.h"
+#include "toolkit/boxes/eve_tab_group.h"
+#include "toolkit/key_hash.h"
+#include "toolkit/keyword_table.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <typeindex>
+#include <vector>
+
+namespace brixen::zeve {
+namespace {
+
+class KeywordTableTest : public testing::Test {
+protected:
+    KeywordTableTest() { ResetBoxState(); }
+    ~KeywordTableTest() override { ResetBoxState(); }
+};
+
+template <class Box>
+std::unique_ptr<CEveBox> Maker() {
+    return std::make_unique<Box>();
+}
+
+std::type_index ClassOf(std::string_view keyword) {
+    const std::unique_ptr<CEveBox> box = MakeBox(keyword);
+    const CEveBox& made = *box;
+    return typeid(made);
+}
+
+TEST_F(KeywordTableTest, EveryKeywordOfTheCatalogueMakesItsOwnClass) {
+    const std::map<std::string, std::type_index> catalogue = {
+        {"dialog", typeid(CEveDialog)},
+        {"button", typeid(CEveButton)},
+        {"hyperlink", typeid(CEveHyperlink)},
+        {"radio", typeid(CEveRadioButton)},
+        {"check_box", typeid(CEveCheckBox)},
+        {"radio_group", typeid(CEveRadioGroup)},
+        {"tab_group", typeid(CEveTabGroup)},
+        {"edit_text", typeid(CEveEditText)},
+        {"edit_number", typeid(CEveEditNumber)},
+        {"cluster", typeid(CEveCluster)},
+        {"slider", typeid(CEveSlider)},
+        {"separator", typeid(CEveSeparator)},
+        {"picture", typeid(CEvePicture)},
+        {"icon", typeid(CEveIcon)},
+        {"static_text", typeid(CEveStaticText)},
+        {"static_text_enum", typeid(CEveStaticTextEnum)},
+        {"list_box", typeid(CEveListBox)},
+        {"scroller", typeid(CEveScroller)},
+        {"progress_bar", typeid(CEveProgressBar)},
+        {"table", typeid(CEveTreeCtrl)},
+        {"popup", typeid(CEvePopup)},
+        {"button_popup", typeid(CEveButtonPopup)},
+    };
+    ASSERT_EQ(catalogue.size(), 22u);
+    FillKeywordTable();
+    for (const auto& [keyword, boxClass] : catalogue) EXPECT_EQ(ClassOf(keyword), boxClass) << keyword;
+}
+
+TEST_F(KeywordTableTest, AnyOtherKeywordMakesAnEmptyBox) {
+    FillKeywordTable();
+    for (const char* keyword : {"", "row", "group", "popup_cluster", "Button", "button "}) {
+        EXPECT_EQ(ClassOf(keyword), typeid(CEveEmpty)) << keyword;
+    }
+}
+
+TEST_F(KeywordTableTest, AnEmptyTableMakesEmptyBoxes) { EXPECT_EQ(ClassOf("button"), typeid(CEveEmpty)); }
+
+TEST_F(KeywordTableTest, RefillingReplacesWhatWasDefinedInBetween) {
+    FillKeywordTable();
+    gBoxState.keywords.Define("button", Maker<CEveEmpty>);
+    EXPECT_EQ(ClassOf("button"), typeid(CEveEmpty));
+    FillKeywordTable();
+    EXPECT_EQ(ClassOf("button"), typeid(CEveButton));
+}
+
+TEST_F(KeywordTableTest, KeywordsOfOneBucketStayApart) {
+    std::vector<std::string> sameBucket;
+    for (int i = 0; sameBucket.size() < 3; ++i) {
+        const std::string keyword = "k" + std::to_string(i);
+        if (KeyBucket(keyword) == KeyBucket("button")) sameBucket.push_back(keyword);
+    }
+    KeywordTable table;
+    table.Define(sameBucket[0], Maker<CEveButton>);
+    table.Define(sameBucket[1], Maker<CEveSlider>);
+    EXPECT_EQ(table.Find(sameBucket[0]), &Maker<CEveButton>);
+    EXPECT_EQ(table.Find(sameBucket[1]), &Maker<CEveSlider>);
+    EXPECT_EQ(table.Find(sameBucket[2]), nullptr);
+}
+
+} // namespace
+} // namespace brixen::zeve

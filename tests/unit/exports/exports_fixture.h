@@ -1,0 +1,83 @@
+// The exports with a catalogue of the test's own in place of the engine's.
+#pragma once
+
+#include "frame/pavane.h"
+#include "frame/pavane_context.h"
+#include "frame/pavane_exports.h"
+#include "support/log_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace brixen::pvn {
+
+// What the catalogue of the tests was asked, and how it answers.
+struct EngineRecord {
+    std::vector<std::string> calls;
+    std::function<Status(T_StorageInterface&)> run;
+    std::function<void(const std::string&)> onSelect;
+    std::function<void()> onLoad;
+    std::function<void()> onShutDown;
+};
+inline EngineRecord gEngine;
+
+inline Status RecordRun(T_StorageInterface& bag) {
+    gEngine.calls.push_back("run");
+    return gEngine.run ? gEngine.run(bag) : kStatusSuccess;
+}
+
+inline void RecordSelect(const std::string& language) {
+    gEngine.calls.push_back("select " + language);
+    if (gEngine.onSelect) gEngine.onSelect(language);
+}
+
+inline std::string RecordLoad(const std::string& name) {
+    gEngine.calls.push_back("load " + name);
+    if (gEngine.onLoad) gEngine.onLoad();
+    return "text of the view";
+}
+
+inline void RecordShutDown() {
+    gEngine.calls.push_back("shut down");
+    if (gEngine.onShutDown) gEngine.onShutDown();
+}
+
+inline constexpr WorkflowRow kTestWorkflows[] = {
+    {.number = 1, .type = 11, .name = "First", .run = RecordRun},
+    {.number = 2,
+     .type = 12,
+     .name = "Second",
+     .run = RecordRun,
+     .showsHostName = true,
+     .offersCancel = true,
+     .preloadView = "second"},
+    {.number = 3, .type = 13, .name = "Third", .run = nullptr},
+    {.number = 4, .type = 14, .name = "Fourth", .run = RecordRun, .showsHostName = true},
+};
+
+inline constexpr WorkflowCatalogue kTestCatalogue = {kTestWorkflows, RecordSelect, RecordLoad,
+                                                     RecordShutDown};
+
+class Exports : public testing::Test {
+protected:
+    void SetUp() override {
+        gEngine = {};
+        ResetExports();
+        GetExportsState().catalogue = &kTestCatalogue;
+        GetFrameTwin().hostProgram.productName = "The Host";
+    }
+    void TearDown() override {
+        ResetExports();
+        gEngine = {};
+    }
+
+    std::vector<std::string> Lines() const { return fLog.Bodies(); }
+
+    pavane_test::LogFile fLog;
+};
+
+} // namespace brixen::pvn

@@ -1,0 +1,147 @@
+#include "exports_fixture.h"
+
+#include "support/failing_allocator.h"
+
+namespace brixen::pvn {
+namespace {
+
+using testing::ElementsAre;
+
+class PavaneInitialize : public Exports {};
+
+TEST_F(PavaneInitialize, MakesARecordOfItsArguments) {
+    EXPECT_EQ(Pavane_Initialize(-7, 0x040D0001), PAVANE_SUCCESS);
+    ASSERT_NE(gPavaneContext, nullptr);
+    EXPECT_EQ(gPavaneContext->hostApp, -7);
+    EXPECT_EQ(gPavaneContext->hostOptions, 0x040D0001u);
+    EXPECT_NE(gLogStream, nullptr);
+    EXPECT_THAT(Lines(), ElementsAre());
+}
+
+TEST_F(PavaneInitialize, ASecondOneChangesNothingAndIsLogged) {
+    Pavane_Initialize(5, 1);
+    gLastError = kStatusUserQuit;
+    PavaneContext* const first = gPavaneContext;
+    EXPECT_EQ(Pavane_Initialize(2, 9), PAVANE_SUCCESS);
+    EXPECT_EQ(gPavaneContext, first);
+    EXPECT_EQ(first->hostApp, 5);
+    EXPECT_EQ(first->hostOptions, 1u);
+    EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_SUCCESS);
+    EXPECT_THAT(Lines(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 182)"));
+}
+
+TEST_F(PavaneInitialize, HostApp2IsRefusedAndLeavesNothingOpen) {
+    EXPECT_EQ(Pavane_Initialize(2, 0), PAVANE_BAD_ARGUMENT);
+    EXPECT_EQ(gPavaneContext, nullptr);
+    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
+    EXPECT_THAT(Lines(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 187)"));
+    EXPECT_EQ(Pavane_Initialize(1, 0), PAVANE_SUCCESS);
+    EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_SUCCESS);
+}
+
+TEST_F(PavaneInitialize, WorksWithoutALog) {
+    GetFrameTwin().temporaryFolder = (fLog.Folder() / "absent" / "").u16string();
+    EXPECT_EQ(Pavane_Initialize(0, 0), PAVANE_SUCCESS);
+    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
+}
+
+TEST_F(PavaneInitialize, WithoutMemoryForTheRecordIsLoggedAndLeavesNothingOpen) {
+    gPreloadedWorkflow = 4;
+    std::size_t refused = 0;
+    pavane_test::ForEveryFailingAllocation([&] {
+        const Status status = Pavane_Initialize(1, 0);
+        EXPECT_EQ(Pavane_Info_GetErrorCode(), status);
+        if (status == kStatusSuccess) {
+            EXPECT_NE(gPavaneContext, nullptr) << "only the log was refused";
+        } else {
+            EXPECT_EQ(status, PAVANE_NO_MEMORY);
+            EXPECT_EQ(gPavaneContext, nullptr);
+            EXPECT_EQ(gLogStream, nullptr);
+            ++refused;
+        }
+        Pavane_Terminate();
+    });
+    EXPECT_EQ(refused, 1u);
+    EXPECT_THAT(Lines(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 191)"));
+    EXPECT_EQ(Pavane_Initialize(1, 0), PAVANE_SUCCESS) << "the next one starts clean";
+    EXPECT_EQ(gPreloadedWorkflow, 4);
+}
+
+class PavaneTerminate : public Exports {};
+
+TEST_F(PavaneTerminate, IsSafeAtAnyTime) {
+    Pavane_Terminate();
+    Pavane_Terminate();
+    Pavane_Initialize(0, 0);
+    Pavane_Terminate();
+    Pavane_Terminate();
+    EXPECT_EQ(gPavaneContext, nullptr);
+    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_THAT(gEngine.calls, ElementsAre("shut down")) << "once, for the one record";
+}
+
+TEST_F(PavaneTerminate, WithoutAContextClosesTheLog) {
+    OpenLog(false);
+    Pavane_Terminate();
+    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_THAT(gEngine.calls, ElementsAre());
+}
+
+TEST_F(PavaneTerminate, LeavesTheWordsAlone) {
+    Pavane_Initialize(0, 0);
+    Pavane_PreloadWorkflow(9);
+    Pavane_Terminate();
+    EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
+    EXPECT_EQ(gPreloadedWorkflow, 9) << "what was prepared outlives the record: meant";
+}
+
+// Tells when it goes.
+class Aux : public AuxObject {
+public:
+    ~Aux() override { gEngine.calls.push_back("aux"); }
+};
+
+TEST_F(PavaneTerminate, DestroysTheHelperObjectThenShutsTheResourcesDown) {
+    Pavane_Initialize(0, 0);
+    gPavaneContext->auxObject = new Aux;
+    Pavane_Terminate();
+    EXPECT_THAT(gEngine.calls, ElementsAre("aux", "shut down"));
+}
+
+TEST_F(PavaneTerminate, FreesTheRecordEvenWhenTheResourcesThrow) {
+    gEngine.onShutDown = [] { throw 1; };
+    Pavane_Initialize(0, 0);
+    Pavane_Terminate();
+    EXPECT_EQ(gPavaneContext, nullptr);
+    EXPECT_EQ(gLogStream, nullptr);
+}
+
+Status EndAtOnce(void* ran, WorkerCallback) {
+    static_cast<std::atomic<bool>*>(ran)->store(true);
+    static_cast<std::atomic<bool>*>(ran)->notify_all();
+    return kStatusSuccess;
+}
+
+TEST_F(PavaneTerminate, ClosesTheThreadsHandleAndLetsItRunOn) {
+    static std::atomic<bool> ran;
+    ran = false;
+    Pavane_Initialize(0, 0);
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(EndAtOnce, &ran, nullptr), kStatusSuccess);
+    EXPECT_EQ(GetFrameTwin().openThreadHandles, 1);
+    Pavane_Terminate();
+    EXPECT_EQ(GetFrameTwin().openThreadHandles, 0);
+    ran.wait(false);
+}
+
+TEST_F(Exports, TheVersionNeedsNoInitialisation) {
+    EXPECT_EQ(Pavane_GetVersion(), 403023709u);
+    Pavane_Initialize(0, 0);
+    EXPECT_EQ(Pavane_GetVersion(), 403023709u);
+}
+
+TEST_F(Exports, TheErrorCodeIsZeroBeforeAnyCall) { EXPECT_EQ(Pavane_Info_GetErrorCode(), 0); }
+
+} // namespace
+} // namespace brixen::pvn

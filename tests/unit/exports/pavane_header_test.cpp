@@ -1,0 +1,106 @@
+// The public header says what the library means.
+#include "frame/pavane.h"
+
+#include "exports_fixture.h"
+#include "frame/host_configuration.h"
+#include "frame/launchers.h"
+#include "frame/version.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+extern "C" {
+std::uint32_t VersionSeenFromC(void);
+std::uint16_t WholeRoundFromC(std::int32_t hostApp, std::uint32_t hostOptions);
+std::uint32_t HostOptionsFromC(std::uint16_t language, std::uint16_t flags);
+}
+
+namespace brixen::pvn {
+namespace {
+
+TEST(PavaneHeader, ItsStatusCodesAreTheLibrarys) {
+    EXPECT_EQ(PAVANE_SUCCESS, kStatusSuccess);
+    EXPECT_EQ(PAVANE_NOT_INITIALIZED, kStatusNotInitialised);
+    EXPECT_EQ(PAVANE_NULL_ARGUMENT, kStatusNullArgument);
+    EXPECT_EQ(PAVANE_BAD_ARGUMENT, kStatusBadArgument);
+    EXPECT_EQ(PAVANE_NO_MEMORY, kStatusNoMemory);
+    EXPECT_EQ(PAVANE_EXCEPTION, kStatusException);
+    EXPECT_EQ(PAVANE_NO_THREAD, kStatusNoThread);
+    EXPECT_EQ(PAVANE_UNMAPPED_OUTCOME, kStatusUnmappedOutcome);
+    EXPECT_EQ(PAVANE_USER_QUIT, kStatusUserQuit);
+    EXPECT_EQ(PAVANE_USER_CANCEL, kStatusUserCancel);
+    EXPECT_EQ(PAVANE_USER_OUTCOME3, kStatusUserOutcome3);
+    EXPECT_EQ(PAVANE_USER_OUTCOME4, kStatusUserOutcome4);
+}
+
+TEST(PavaneHeader, ItsStatusCodesAreTheDocumentedNumbers) {
+    EXPECT_EQ(PAVANE_NOT_INITIALIZED, 33025);
+    EXPECT_EQ(PAVANE_NULL_ARGUMENT, 33026);
+    EXPECT_EQ(PAVANE_BAD_ARGUMENT, 33030);
+    EXPECT_EQ(PAVANE_NO_MEMORY, 33286);
+    EXPECT_EQ(PAVANE_EXCEPTION, 33289);
+    EXPECT_EQ(PAVANE_NO_THREAD, 33410);
+    EXPECT_EQ(PAVANE_UNMAPPED_OUTCOME, 33793);
+    EXPECT_EQ(PAVANE_USER_QUIT, 35073);
+    EXPECT_EQ(PAVANE_USER_OUTCOME4, 35076);
+    EXPECT_EQ(PAVANE_CALL_CANCELLED, 53249);
+    EXPECT_EQ(PAVANE_CALL_TIMED_OUT, 53250);
+    EXPECT_EQ(PAVANE_CALL_BAD_ANSWER, 53251);
+    EXPECT_EQ(PAVANE_CALL_SYSTEM_ERROR, 53409);
+    EXPECT_EQ(PAVANE_CALL_NO_MEMORY, 53410);
+    EXPECT_EQ(PAVANE_CALL_HTTP_ERROR, 53411);
+    EXPECT_EQ(PAVANE_CALL_INVALID_URL, 53425);
+    EXPECT_EQ(PAVANE_CALL_NAME_UNRESOLVED, 53426);
+    EXPECT_EQ(PAVANE_CALL_SECURE_FAILURE, 53427);
+}
+
+TEST(PavaneHeader, TellsTheUsersDecisionsApart) {
+    EXPECT_TRUE(PAVANE_IS_USER_DECISION(PAVANE_USER_QUIT));
+    EXPECT_TRUE(PAVANE_IS_USER_DECISION(0x89FF));
+    EXPECT_FALSE(PAVANE_IS_USER_DECISION(PAVANE_UNMAPPED_OUTCOME));
+    EXPECT_FALSE(PAVANE_IS_USER_DECISION(PAVANE_SUCCESS));
+}
+
+TEST(PavaneHeader, ItsVersionIsTheLibrarysAndSaysTheSameAsTheText) {
+    EXPECT_EQ(PAVANE_VERSION, kVersionWord);
+    const std::string text =
+        std::to_string(kVersionWord >> 27) + "." + std::to_string(kVersionWord >> 23 & 15) + "." +
+        std::to_string(kVersionWord >> 15 & 255) + "." + std::to_string(kVersionWord & 0x7FFF);
+    EXPECT_EQ(text, kVersionText);
+}
+
+TEST(PavaneHeader, BuildsTheHostOptions) {
+    EXPECT_EQ(PAVANE_HOST_OPTIONS(0x040D, PAVANE_OPTION_WITHHOLD_CANCEL), 0x040D0001u);
+    EXPECT_EQ(PAVANE_HOST_OPTIONS(-1, 0), 0xFFFF0000u);
+    EXPECT_EQ(HostOptionsFromC(0x8001, 0xFFFF), 0x8001FFFFu);
+    EXPECT_EQ(std::uint32_t{PAVANE_OPTION_WITHHOLD_CANCEL}, kOptionWithholdCancel);
+}
+
+class PavaneFromC : public Exports {};
+
+TEST_F(PavaneFromC, GoesTheWholeRound) {
+    EXPECT_EQ(VersionSeenFromC(), PAVANE_VERSION);
+    EXPECT_EQ(WholeRoundFromC(2, 0), PAVANE_BAD_ARGUMENT);
+    gEngine.run = [](T_StorageInterface&) { return kStatusUserQuit; };
+    EXPECT_EQ(WholeRoundFromC(0, 0), PAVANE_USER_QUIT);
+    EXPECT_EQ(WholeRoundFromC(0, 0), PAVANE_USER_QUIT);
+}
+
+TEST(WorkflowTable, NamesTheFiveWorkflowsAndHasThoseThatExist) {
+    const auto rows = kWorkflowCatalogue.workflows;
+    ASSERT_EQ(rows.size(), 5u);
+    const char* const kNames[] = {"Welcome", "Registration", "Privacy", "Connection", "Feedback"};
+    for (std::uint16_t number = 1; number <= 5; ++number) {
+        const WorkflowRow& row = rows[number - 1u];
+        EXPECT_EQ(row.number, number);
+        EXPECT_EQ(row.type, number);
+        EXPECT_STREQ(row.name, kNames[number - 1]);
+        EXPECT_EQ(kWorkflowCatalogue.Find(number), row.run ? &row : nullptr);
+    }
+    EXPECT_NE(kWorkflowCatalogue.Find(PAVANE_WORKFLOW_WELCOME), nullptr);
+    EXPECT_EQ(kWorkflowCatalogue.Find(0), nullptr);
+    EXPECT_EQ(kWorkflowCatalogue.Find(6), nullptr);
+}
+
+} // namespace
+} // namespace brixen::pvn

@@ -1,0 +1,132 @@
+#include "workflow/alert.h"
+
+#include "dialog_fixture.h"
+#include "toolkit/event_record.h"
+#include "workflow/alert_catalogue.h"
+#include "workflow/context_keys.h"
+#include "workflow/host_messages.h"
+#include "workflow/workflow_context.h"
+
+#include <gmock/gmock.h>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using testing::HasSubstr;
+using zeve::headless::CallsOf;
+
+constexpr char kView[] = R"(
+dialog(name: 'Sure?', close_box: true) {
+    picture(view_id: 1001, width: 32, height: 32);
+    button(view_id: 101, name: 'Yes', default: true);
+    button(view_id: 102, name: 'No');
+})";
+
+class Alert : public DialogFixture {
+protected:
+    Alert() {
+        Select("en_US");
+        files.Write("quit_alert.exv", kView);
+        files.Write("plain.exv", kView);
+    }
+    bool Show(const char* name = kAlertQuit) { return ShowAlert(name, parent, &context); }
+    bool ShowAndTell(std::uint32_t number, std::uintptr_t wparam) {
+        Then([=] { Tell(TopDialog(), number, wparam); });
+        return Show();
+    }
+
+    T_Storage bag;
+    PVNWorkFlowContext context{bag};
+    Window parent = MakeMainWindow();
+};
+
+TEST_F(Alert, TheFirstButtonAgreesAndTheOthersDoNot) {
+    EXPECT_TRUE(ShowAndTell(zeve::kMessageCommand, 101));
+    EXPECT_TRUE(ShowAndTell(zeve::kMessageCommand, 0x00010000 | 101));
+    EXPECT_FALSE(ShowAndTell(zeve::kMessageCommand, 102));
+    EXPECT_FALSE(ShowAndTell(zeve::kMessageCommand, kIdEscape));
+    EXPECT_FALSE(ShowAndTell(zeve::kMessageClose, 0));
+}
+
+TEST_F(Alert, TakesNothingElseForAnAnswer) {
+    for (std::uintptr_t wparam : {std::uintptr_t(1), std::uintptr_t(103), std::uintptr_t(0x00020000 | 101)}) {
+        Then([=] { EXPECT_EQ(Tell(TopDialog(), zeve::kMessageCommand, wparam), 0); });
+        Then([] { EXPECT_FALSE(System().quit.has_value()); });
+    }
+    EXPECT_FALSE(ShowAndTell(zeve::kMessageCommand, 102));
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Alert, IsGoneAfterwardsAndTheParentGetsTheFocusMessage) {
+    ShowAndTell(zeve::kMessageCommand, 101);
+    EXPECT_EQ(TopDialog(), nullptr);
+    EXPECT_TRUE(zeve::platform::IsEnabled(parent));
+    ASSERT_FALSE(System().posted.empty());
+    EXPECT_EQ(System().posted.back().window, parent);
+    EXPECT_EQ(System().posted.back().number, zeve::kMessageSetFocus);
+}
+
+TEST_F(Alert, ThatCannotBeShownCountsAsAgreedAndLeavesALine) {
+    EXPECT_TRUE(Show("missing"));
+    EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: Missing Resource(Type: Exvw, Name: missing)\n"));
+    EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: Alert not shown(Name: missing)\n"));
+    System().refuseWindow = 1;
+    EXPECT_TRUE(Show());
+}
+
+TEST_F(Alert, WithoutACatalogueEntryIsItsOwnView) {
+    ThenPress(101);
+    EXPECT_TRUE(Show("plain"));
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Alert, NeedsNoContext) {
+    ThenPress(102);
+    EXPECT_FALSE(ShowAlert(kAlertQuit, nullptr, nullptr));
+}
+
+TEST_F(Alert, OnlyTwoLanguagesTurnRightToLeftOn) {
+    for (const auto& [language, isMirrored] : {std::pair("he_IL", true), std::pair("ar_AE", true),
+                                               std::pair("ar_SA", false), std::pair("en_US", false)}) {
+        SetString(bag, PvnWFKey_Language, language);
+        const bool expected = isMirrored;
+        Then([expected] { EXPECT_EQ((Control(101)->extendedStyle & 0x2000) != 0, expected); });
+        ThenPress(101);
+        Show();
+    }
+}
+
+TEST_F(Alert, PaintsItselfOnBothDevices) {
+    Then([] { Tell(TopDialog(), zeve::kMessageEraseBackground, 0x55); });
+    Then([] {
+        EXPECT_EQ(CallsOf("EraseFace").back().numbers.at(0), 0x55);
+        EXPECT_EQ(CallsOf("PaintFace").back().window, TopDialog());
+    });
+    ThenPress(101);
+    Show();
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Alert, FocusGoesToTheDefaultButton) {
+    Then([] {
+        System().focus = nullptr;
+        Tell(TopDialog(), zeve::kMessageSetFocus, 0);
+        EXPECT_EQ(System().focus, Control(101)->handle);
+        System().focus = nullptr;
+        Tell(TopDialog(), zeve::kMessageSetFocus, 0x1234);
+        EXPECT_EQ(System().focus, nullptr);
+    });
+    ThenPress(101);
+    Show();
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST(AlertCatalogue, KnowsTheQuitAlertAndTakesTheRestAsItComes) {
+    EXPECT_EQ(FindAlert(kAlertQuit).view, "quit_alert");
+    EXPECT_FALSE(FindAlert(kAlertQuit).isError);
+    EXPECT_EQ(FindAlert("anything").view, "anything");
+    EXPECT_FALSE(FindAlert("anything").isError);
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,192 @@
+#include "workflow/run_workflow.h"
+
+#include "dialog_fixture.h"
+#include "frame/status.h"
+#include "workflow/concrete_host.h"
+#include "workflow/context_keys.h"
+#include "workflow/dialog_state_machine.h"
+#include "workflow/pane.h"
+#include "workflow/workflow.h"
+#include "workflow/workflow_context.h"
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr char kView[] = "dialog(name: 'Test') { button(view_id: 21, name: 'Go'); }";
+constexpr std::uint16_t kGo = 21;
+
+// What the workflow under test does, and what happened to it.
+struct Plan {
+    std::uint16_t target = kWFState_Done;
+    std::uint32_t storedResult = 0;
+    bool throwInBuild = false, throwAfterPanes = false;
+    int built = 0, panesAlive = 0, cleanups = 0;
+    std::string language;
+    std::uint32_t resultAtBuild = 0;
+};
+Plan gPlan;
+
+class CountedPane : public PVNPane {
+public:
+    CountedPane() { ++gPlan.panesAlive; }
+    ~CountedPane() override { --gPlan.panesAlive; }
+};
+
+class GoHost final : public PVNConcreteHost<GoHost> {
+public:
+    using PVNConcreteHost::PVNConcreteHost;
+    static std::span<const Command> Commands() {
+        static constexpr Command kCommands[] = {{kGo, &GoHost::OnGo}};
+        return kCommands;
+    }
+
+private:
+    std::intptr_t OnGo() {
+        if (gPlan.storedResult != 0) SetLong(*context, PvnWFKey_WorkFlowResult, gPlan.storedResult);
+        return DeliverEvent("OKButton");
+    }
+};
+
+class PlannedWorkFlow : public PVNWorkFlow {
+public:
+    using PVNWorkFlow::PVNWorkFlow;
+
+    void Build(bool demo) override {
+        EXPECT_FALSE(demo);
+        ++gPlan.built;
+        GetLong(*ref, PvnWFKey_WorkFlowResult, gPlan.resultAtBuild);
+        SetString(*ref, "left behind", "by the run");
+        if (gPlan.throwInBuild) throw std::runtime_error("build");
+        host = std::make_unique<GoHost>(kView);
+        machine = std::make_unique<PVNDialogStateMachine>(*host);
+        machine->SetTransition(1, gPlan.target, "OKButton");
+        SetPane(1, std::make_unique<CountedPane>());
+        if (gPlan.throwAfterPanes) throw std::runtime_error("late");
+        machine->startState = 1;
+    }
+    void Cleanup() noexcept override {
+        ++gPlan.cleanups;
+        PVNWorkFlow::Cleanup();
+    }
+    using PVNWorkFlow::machine;
+    using PVNWorkFlow::SetPane;
+};
+
+class RunWorkFlow : public DialogFixture {
+protected:
+    RunWorkFlow() {
+        gPlan = Plan();
+        SetString(bag, PvnWFKey_Language, "en_US");
+        SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
+    }
+    std::uint16_t Run() {
+        ThenPress(kGo);
+        return RunWorkFlowFromBag<PlannedWorkFlow>(bag);
+    }
+
+    T_Storage bag;
+    Window mainWindow = MakeMainWindow();
+};
+
+TEST_F(RunWorkFlow, DoneIsZeroWhateverIsStored) {
+    EXPECT_EQ(Run(), 0);
+    gPlan.storedResult = kStatusUnmappedOutcome;
+    EXPECT_EQ(Run(), 0);
+}
+
+TEST_F(RunWorkFlow, ExitIsTheStoredResultAndTheCancelUntilThen) {
+    gPlan.target = kWFState_Exit;
+    EXPECT_EQ(Run(), kStatusUserCancel);
+    gPlan.storedResult = kStatusUserOutcome3;
+    EXPECT_EQ(Run(), kStatusUserOutcome3);
+}
+
+TEST_F(RunWorkFlow, EachRunBeginsWithTheCancelAsItsResult) {
+    SetLong(bag, PvnWFKey_WorkFlowResult, 5);
+    Run();
+    EXPECT_EQ(gPlan.resultAtBuild, kStatusUserCancel);
+}
+
+TEST_F(RunWorkFlow, PanesLiveUntilCleanup) {
+    Then([] { EXPECT_EQ(gPlan.panesAlive, 1); });
+    Run();
+    EXPECT_EQ(gPlan.panesAlive, 0);
+    EXPECT_EQ(gPlan.cleanups, 1);
+}
+
+TEST_F(RunWorkFlow, WhatTheRunSetIsInTheBag) {
+    Run();
+    std::string text;
+    EXPECT_TRUE(GetString(bag, "left behind", text));
+    EXPECT_EQ(text, "by the run");
+}
+
+TEST_F(RunWorkFlow, TheResourceLayerIsDownAfterAnOrderlyRun) {
+    Run();
+    SelectLanguage("de_DE");
+    files.Write("de_DE/file.txt", "x");
+    SetResourceRootBelow(files.Utf8());
+    EXPECT_EQ(Found("file", "default_locale", kSearchLocale), "de_DE\\file.txt");
+}
+
+TEST_F(RunWorkFlow, AnExceptionIsItsStatusAndNoLine) {
+    gPlan.throwInBuild = true;
+    EXPECT_EQ(Run(), kStatusException);
+    EXPECT_EQ(Logged(), "");
+    EXPECT_EQ(gPlan.cleanups, 1);
+    std::uint32_t result = 0;
+    GetLong(bag, PvnWFKey_WorkFlowResult, result);
+    EXPECT_EQ(result, kStatusUserCancel);
+}
+
+TEST_F(RunWorkFlow, AnExceptionLeavesTheResourceLayerUp) {
+    gPlan.throwInBuild = true;
+    Run();
+    SelectLanguage("de_DE");
+    files.Write("de_DE/file.txt", "x");
+    SetResourceRootBelow(files.Utf8());
+    EXPECT_EQ(Found("file", "default_locale", kSearchLocale), "");
+}
+
+TEST_F(RunWorkFlow, AnExceptionLateInBuildFreesThePanes) {
+    gPlan.throwAfterPanes = true;
+    EXPECT_EQ(Run(), kStatusException);
+    EXPECT_EQ(gPlan.panesAlive, 0);
+}
+
+TEST_F(RunWorkFlow, AnEventWithoutARowIsAnException) {
+    // The first event leads to a state without transitions; the second finds no row.
+    gPlan.target = 2;
+    ThenPress(kGo);
+    EXPECT_EQ(Run(), kStatusException);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+    EXPECT_EQ(TopDialog(), nullptr);
+}
+
+TEST_F(RunWorkFlow, AMissingResourceIsAnException) {
+    class Missing : public PVNWorkFlow {
+    public:
+        using PVNWorkFlow::PVNWorkFlow;
+        void Build(bool) override { LoadViewDescription("missing"); }
+    };
+    EXPECT_EQ(RunWorkFlowFromBag<Missing>(bag), kStatusException);
+    EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Exvw, Name: missing)\n");
+}
+
+TEST_F(RunWorkFlow, APaneNeedsAStateWithTransitionsAndHasItAlone) {
+    PVNWorkFlowContext context(bag);
+    PlannedWorkFlow workFlow(context);
+    workFlow.Build(false);
+    EXPECT_THROW(workFlow.SetPane(1, std::make_unique<CountedPane>()), std::logic_error);
+    EXPECT_THROW(workFlow.SetPane(2, std::make_unique<CountedPane>()), std::logic_error);
+    EXPECT_EQ(gPlan.panesAlive, 1);
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

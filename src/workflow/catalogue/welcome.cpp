@@ -51,11 +51,15 @@ public:
 
     void Enter() override {
         SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
+        // A button that had the focus on the pane before may still be drawn as the default one.
+        MakeNormalButton(ref, welcome::kBackButton);
+        MakeNormalButton(ref, welcome::kQuitButton);
         MakeDefaultButton(ref, traits.defaultButton);
         SetEnabled(ref, traits.page, true);
         SetVisible(ref, traits.page, true);
         SetVisible(ref, welcome::kBackButton, traits.hasBack);
         SetVisible(ref, traits.defaultButton, true);
+        SetVisible(ref, welcome::kQuitButton, true);
     }
 
     void Leave() override {

@@ -51,14 +51,14 @@ wait_until() {
 }
 
 # The line of the visible control whose text is TEXT (its access key's & aside).
-control() { probe | awk -v text="$1" '{ line = $0; for (i = 0; i < 7; ++i) sub(/^[^ ]* /, "", line);
+control() { probe | awk -v text="$1" 'NR > 1 { line = $0; for (i = 0; i < 7; ++i) sub(/^[^ ]* /, "", line);
     gsub(/&/, "", line); if (line == text) { print; exit } }'; }
 states_of() { control "$1" | awk '{ print $7 }'; }
 shows() { [ -n "$(control "$1")" ]; }
 shows_no_more() { ! shows "$1"; }
 is_focused() { case "$(states_of "$1")" in *F*) true ;; *) false ;; esac; }
 is_default() { case "$(states_of "$1")" in *D*) true ;; *) false ;; esac; }
-title_is() { probe | awk -v text="$1" 'NR == 1 { sub(/^dialog( [^ ]*){4} /, ""); found = $0 == text } END { exit !found }'; }
+title_is() { [ "$(probe | sed -n '1s/^dialog [^ ]* [^ ]* [^ ]* [^ ]* //p')" = "$1" ]; }
 
 press() { xdotool key --clearmodifiers "$1"; }
 click() {

@@ -1,0 +1,52 @@
+#!/bin/bash
+# Walks Welcome by keyboard alone: Enter, Tab, Shift+Tab, Space and Esc, and quits it by its alert.
+. "$(dirname "$0")/support/drive.sh"
+
+start_host --workflow 1 --language en_US
+wait_until "Welcome is shown" title_is "Getting Started: Welcome"
+wait_until "Continue has the focus" is_focused Continue
+is_default Continue || fail "Continue is not the default button"
+shows Back && fail "the first pane offers Back"
+
+press Tab
+wait_until "Tab leads to Quit" is_focused Quit
+press Tab
+wait_until "Tab goes round to the first control" is_focused "Learn more"
+press shift+Tab
+wait_until "Shift+Tab goes back round" is_focused Quit
+press shift+Tab
+wait_until "Shift+Tab leads to Continue" is_focused Continue
+
+press Return
+wait_until "Enter leads to Highlights" title_is "Getting Started: Highlights"
+wait_until "Continue has the focus again" is_focused Continue
+press shift+Tab
+wait_until "Shift+Tab leads to Back" is_focused Back
+press space
+wait_until "Space presses Back" title_is "Getting Started: Welcome"
+
+wait_until "Continue has the focus" is_focused Continue
+press Return
+wait_until "Enter leads to Highlights" title_is "Getting Started: Highlights"
+wait_until "Continue has the focus" is_focused Continue
+press space
+wait_until "Space leads to Ready" title_is "Getting Started: Ready"
+wait_until "Done has the focus" is_focused Done
+is_default Done || fail "Done is not the default button"
+
+press Escape
+wait_until "Esc asks whether to quit" title_is "Quit"
+press Escape
+wait_until "Esc stays" title_is "Getting Started: Ready"
+wait_until "Done has the focus after the alert" is_focused Done
+press Escape
+wait_until "Esc asks again" title_is "Quit"
+wait_until "Quit has the focus in the alert" is_focused Quit
+press Tab
+wait_until "Tab leads to Stay" is_focused Stay
+press space
+wait_until "Space presses Stay" title_is "Getting Started: Ready"
+press Escape
+wait_until "Esc asks once more" title_is "Quit"
+press Return
+host_ends 1 "status 0x8901"

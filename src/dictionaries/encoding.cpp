@@ -1,6 +1,7 @@
 #include "dictionaries/encoding.h"
 
 #include "values/platform/values_platform.h"
+#include "values/text_conversion.h"
 
 namespace kestrel_private {
 namespace {
@@ -35,6 +36,8 @@ std::size_t ToBytes(std::u16string_view wide, char* output, std::size_t capacity
 
 int CompareWide(std::u16string_view left, std::u16string_view right) { return left.compare(right); }
 
+bool IsUtf8(const EncodingCode* encoding) { return encoding != nullptr && *encoding == kEncodingUtf8; }
+
 template <unsigned codePage>
 constexpr EncodingFunctions kFunctions = {WideLength<codePage>, ToWide<codePage>,
                                           BytesLengthPlusOne<codePage>, ToBytes<codePage>, CompareWide};
@@ -42,11 +45,17 @@ constexpr EncodingFunctions kFunctions = {WideLength<codePage>, ToWide<codePage>
 } // namespace
 
 const EncodingFunctions& FunctionsOf(const EncodingCode* encoding) {
-    const bool utf8 = encoding != nullptr && *encoding == kEncodingUtf8;
-    return utf8 ? kFunctions<kCodePageUtf8> : kFunctions<kCodePageProcess>;
+    return IsUtf8(encoding) ? kFunctions<kCodePageUtf8> : kFunctions<kCodePageProcess>;
 }
 
 std::u16string DecodeBytes(std::string_view bytes, const EncodingCode* encoding) {
+    if (IsUtf8(encoding)) {
+        try {
+            return ToUtf16(bytes);
+        } catch (const illegal_utf_sequence&) {
+            throw kFailureCode;
+        }
+    }
     const EncodingFunctions& functions = FunctionsOf(encoding);
     std::u16string wide(functions.wideLength(bytes), u'\0');
     functions.toWide(bytes, wide.data(), wide.size());

@@ -2,28 +2,78 @@
 
 #include "dictionaries/dictionaries_state.h"
 #include "dictionaries/encoding.h"
-#include "dictionaries/zstring.h"
+#include "dictionaries/key_text.h"
+#include "dictionaries/value_decoding.h"
+#include "values/text_conversion.h"
 
+#include <cstring>
 #include <exception>
 #include <stdexcept>
+#include <utility>
 
 namespace brixen::zeve {
 
-using kestrel::ZString;
 using kestrel_private::kEncodingUtf8;
 
 namespace {
 
 std::string_view TextOrEmpty(const char* text) { return text == nullptr ? std::string_view() : text; }
 
-ZString Look(std::string_view key) {
-    ZString found;
-    kestrel_private::ProcessDictionary().Lookup(found, key, &kEncodingUtf8);
-    return found;
-}
+// What a key text stands for. A value that the dictionary holds is not copied, so the next change ends it.
+class Words {
+public:
+    explicit Words(std::string_view keyText) {
+        const kestrel::ZStringDictionary& dictionary = kestrel_private::ProcessDictionary();
+        const auto split = kestrel_private::SplitKeyText(keyText);
+        if (keyText.empty() || !split) return;
+        if (const auto value = dictionary.FindValue(split->key)) {
+            Take(*value);
+        } else if (!split->defaultText.empty()) {
+            fOwned = kestrel_private::DecodeValue(
+                kestrel_private::DecodeBytes(split->defaultText, &kEncodingUtf8));
+            fText = fOwned;
+        }
+    }
+    Words(const Words&) = delete;
+    Words& operator=(const Words&) = delete;
 
-std::string Utf8Of(const ZString& string) {
-    return kestrel_private::EncodeText(string.Text(), &kEncodingUtf8);
+    std::u16string_view Text() const { return fText; }
+
+    void Substitute(std::uint32_t index, std::string_view text) {
+        const std::u16string replacement = kestrel_private::DecodeBytes(text, &kEncodingUtf8);
+        std::u16string substituted;
+        if (!kestrel_private::SubstituteText(fText, index, replacement, substituted)) return;
+        fOwned = std::move(substituted);
+        fText = fOwned;
+    }
+
+private:
+    void Take(const kestrel_private::ValueBytes& value) {
+        const std::size_t length = value.length / sizeof(char16_t);
+        // The areas of a file may hold a text at any address.
+        if (reinterpret_cast<std::uintptr_t>(value.bytes) % alignof(char16_t) == 0) {
+            fText = {reinterpret_cast<const char16_t*>(value.bytes), length};
+        } else {
+            fOwned.resize(length);
+            std::memcpy(fOwned.data(), value.bytes, length * sizeof(char16_t));
+            fText = fOwned;
+        }
+    }
+
+    std::u16string fOwned;
+    std::u16string_view fText;
+};
+
+// Unpaired surrogates become U+FFFD, as in every conversion of the dictionaries.
+std::string Utf8Of(const Words& words) {
+    const std::u16string_view text = words.Text();
+    const bool endsInHalf = !text.empty() && text.back() >= 0xD800 && text.back() <= 0xDBFF;
+    try {
+        if (!endsInHalf) return lyr::gen::ToUtf8(text);
+    } catch (const lyr::gen::illegal_utf_sequence&) {
+        return kestrel_private::EncodeText(text, &kEncodingUtf8);
+    }
+    return kestrel_private::EncodeText(text, &kEncodingUtf8);
 }
 
 // Whoever fills the dictionary goes on with what was good; only failures that are no exceptions of the
@@ -41,22 +91,20 @@ void Guarded(const Population& population) {
 
 } // namespace
 
-std::string ZeveTranslate(std::string_view key) { return key.empty() ? std::string() : Utf8Of(Look(key)); }
+std::string ZeveTranslate(std::string_view key) { return Utf8Of(Words(key)); }
 
 std::string ZeveTranslate(std::string_view key, const std::vector<std::string>& texts) {
     if (key.empty()) return {};
-    ZString string = Look(key);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        Substitute(string, static_cast<std::uint32_t>(i), ZString::FromBytes(texts[i], &kEncodingUtf8));
-    }
-    return Utf8Of(string);
+    Words words(key);
+    for (std::size_t i = 0; i < texts.size(); ++i) words.Substitute(static_cast<std::uint32_t>(i), texts[i]);
+    return Utf8Of(words);
 }
 
 std::string ZeveTranslate(std::string_view key, std::uint32_t index, std::string_view text) {
     if (key.empty()) return {};
-    ZString string = Look(key);
-    Substitute(string, index, ZString::FromBytes(text, &kEncodingUtf8));
-    return Utf8Of(string);
+    Words words(key);
+    words.Substitute(index, text);
+    return Utf8Of(words);
 }
 
 std::string ZeveTranslate(const char* key) { return ZeveTranslate(TextOrEmpty(key)); }

@@ -3,6 +3,7 @@
 #include "dictionaries/encoding.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace kestrel {
@@ -59,38 +60,20 @@ void Substitute(ZString& string, std::uint32_t index, const ZString& replacement
 } // namespace kestrel
 
 namespace kestrel_private {
-namespace {
 
-constexpr char16_t kHold = u'^';
-
-std::size_t FindPlaceholder(std::u16string_view text, char16_t mark) {
-    for (std::size_t i = text.find(kHold); i < text.size(); i = text.find(kHold, i + 1)) {
-        if (i + 1 < text.size() && text[i + 1] == mark) return i;
-    }
-    return text.npos;
-}
-
-} // namespace
-
+// All the holding of `^` comes to this: every `^` that is not directly before the mark stands.
 bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16string_view replacement,
                     std::u16string& output) {
-    const auto mark = static_cast<char16_t>(u'0' + index);
-    if (FindPlaceholder(text, mark) == text.npos) return false;
-    bool held = false;
-    for (const char16_t unit : text) {
-        if (!held) {
-            held = unit == kHold;
-            if (!held) output += unit;
-        } else if (unit == mark) {
-            output += replacement;
-            held = false;
-        } else {
-            output += kHold;
-            held = unit == kHold;
-            if (!held) output += unit;
-        }
+    const std::array<char16_t, 2> placeholder = {u'^', static_cast<char16_t>(u'0' + index)};
+    const std::u16string_view searched(placeholder.data(), placeholder.size());
+    std::size_t found = text.find(searched);
+    if (found == text.npos) return false;
+    output.reserve(output.size() + text.size() + replacement.size());
+    for (; found != text.npos; found = text.find(searched)) {
+        output.append(text.substr(0, found)).append(replacement);
+        text.remove_prefix(found + searched.size());
     }
-    if (held) output += kHold;
+    output += text;
     return true;
 }
 

@@ -1,7 +1,11 @@
 #include "values/text_conversion.h"
 
+#include "values/ascii_block.h"
+
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 
 namespace brixen::lyr::gen {
 namespace {
@@ -105,6 +109,171 @@ Decoded DecodePair(const char16_t* source, const char16_t* end, bool lenient) {
     return {ConversionResult::ConversionOk, unit, 1};
 }
 
+// Four bytes as a number, the first lowest.
+inline std::uint32_t ReadFour(const Byte* source) {
+    std::uint32_t four = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&four, source, sizeof four);
+    } else {
+        for (int i = 3; i >= 0; --i) four = four << 8 | source[i];
+    }
+    return four;
+}
+
+inline void WriteFour(Byte* target, std::uint32_t four) {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(target, &four, sizeof four);
+    } else {
+        for (int i = 0; i < 4; ++i) target[i] = static_cast<Byte>(four >> (8 * i));
+    }
+}
+
+// Moves over a run of ASCII.
+inline void QuickAsciiToUtf16(const Byte*& source, const Byte* end, char16_t*& target,
+                              const char16_t* targetEnd) {
+    while (std::min(end - source, targetEnd - target) >= static_cast<std::ptrdiff_t>(kAsciiBlock)) {
+        const std::size_t count = WidenAsciiBlock(source, target);
+        source += count;
+        target += count;
+        if (count < kAsciiBlock) return;
+    }
+    if (std::min(end - source, targetEnd - target) >= static_cast<std::ptrdiff_t>(kAsciiBlock / 2)) {
+        const std::size_t count = WidenAsciiHalfBlock(source, target);
+        source += count;
+        target += count;
+    }
+    while (source != end && target != targetEnd && *source < 0x80) *target++ = *source++;
+}
+
+// One legal sequence of several bytes; false when it is anything else. The marks are tested at once, and an
+// overlong form shows in its code point.
+inline bool QuickSequence(std::uint32_t four, const Byte*& source, char16_t*& target) {
+    if ((four & 0xC0C0F0) == 0x8080E0) {
+        const char32_t code = ((four & 0x0F) << 12) | ((four >> 2) & 0xFC0) | ((four >> 16) & 0x3F);
+        if (code < 0x800 || IsSurrogate(code)) return false;
+        *target++ = static_cast<char16_t>(code);
+        source += 3;
+        return true;
+    }
+    if ((four & 0xC0E0) == 0x80C0) {
+        const char32_t code = ((four & 0x1F) << 6) | ((four >> 8) & 0x3F);
+        if (code < 0x80) return false;
+        *target++ = static_cast<char16_t>(code);
+        source += 2;
+        return true;
+    }
+    const char32_t code =
+        ((four & 0x07) << 18) | ((four << 4) & 0x3F000) | ((four >> 10) & 0xFC0) | ((four >> 24) & 0x3F);
+    if ((four & 0xC0C0C0F8) != 0x808080F0 || code < 0x10000 || code > kLastCodePoint) return false;
+    target[0] = static_cast<char16_t>(0xD7C0 + (code >> 10));
+    target[1] = static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+    target += 2;
+    source += 4;
+    return true;
+}
+
+// Converts legal text as far as there is plenty of room and four bytes are in sight, and leaves all that is
+// special to the careful loop.
+void QuickUtf8ToUtf16(const Byte*& sourceAt, const Byte* end, char16_t*& targetAt,
+                      const char16_t* targetEnd) {
+    const Byte* source = sourceAt;
+    char16_t* target = targetAt;
+    bool going = true;
+    while (going) {
+        // So many sequences fit whatever they are.
+        std::ptrdiff_t sequences = std::min((end - source) / 4, (targetEnd - target) / 2);
+        going = sequences > 0;
+        for (; sequences > 0; --sequences) {
+            const std::uint32_t four = ReadFour(source);
+            if ((four & 0x80) == 0) {
+                QuickAsciiToUtf16(source, end, target, targetEnd);
+                break;
+            }
+            going = QuickSequence(four, source, target);
+            if (!going) break;
+        }
+    }
+    sourceAt = source;
+    targetAt = target;
+}
+
+inline void QuickAsciiToUtf8(const char16_t*& source, const char16_t* end, Byte*& target,
+                             const Byte* targetEnd) {
+    while (std::min(end - source, targetEnd - target) >= static_cast<std::ptrdiff_t>(kAsciiBlock)) {
+        const std::size_t count = NarrowAsciiBlock(source, target);
+        source += count;
+        target += count;
+        if (count < kAsciiBlock) return;
+    }
+    while (source != end && target != targetEnd && *source < 0x80) *target++ = static_cast<Byte>(*source++);
+}
+
+// One character beyond ASCII; false for an unpaired surrogate. Four bytes are written, however many count.
+inline bool QuickCharacter(const char16_t*& source, const char16_t* end, Byte*& target) {
+    const std::uint32_t unit = *source;
+    if (unit < 0x800) {
+        WriteFour(target, 0x80C0 | (unit >> 6) | (unit & 0x3F) << 8);
+        target += 2;
+        ++source;
+        return true;
+    }
+    if (!IsSurrogate(unit)) {
+        WriteFour(target, 0x8080E0 | (unit >> 12) | (unit & 0xFC0) << 2 | (unit & 0x3F) << 16);
+        target += 3;
+        ++source;
+        return true;
+    }
+    if (!IsHighSurrogate(unit) || end - source < 2 || !IsLowSurrogate(source[1])) return false;
+    const std::uint32_t code = 0x10000 + ((unit - 0xD800) << 10) + (source[1] - 0xDC00U);
+    WriteFour(target, 0x808080F0 | (code >> 18) | ((code >> 4) & 0x3F00) | (code & 0xFC0) << 10 |
+                          (code & 0x3F) << 24);
+    target += 4;
+    source += 2;
+    return true;
+}
+
+void QuickUtf16ToUtf8(const char16_t*& sourceAt, const char16_t* end, Byte*& targetAt,
+                      const Byte* targetEnd) {
+    const char16_t* source = sourceAt;
+    Byte* target = targetAt;
+    bool going = true;
+    while (going && source != end && targetEnd - target >= 4) {
+        if (*source < 0x80) {
+            QuickAsciiToUtf8(source, end, target, targetEnd);
+        } else {
+            going = QuickCharacter(source, end, target);
+        }
+    }
+    sourceAt = source;
+    targetAt = target;
+}
+
+// How many units a legal text gives.
+std::size_t Utf16Length(std::string_view utf8) {
+    const Byte* source = reinterpret_cast<const Byte*>(utf8.data());
+    const Byte* const end = source + utf8.size();
+    std::size_t units = 0;
+    for (; end - source >= static_cast<std::ptrdiff_t>(kAsciiBlock); source += kAsciiBlock) {
+        units += Utf16UnitsOfBlock(source);
+    }
+    std::array<Byte, kAsciiBlock> rest;
+    rest.fill(0x80); // starts nothing
+    std::copy(source, end, rest.begin());
+    return units + Utf16UnitsOfBlock(rest.data());
+}
+
+// How many bytes a text without unpaired surrogates gives.
+std::size_t Utf8Length(std::u16string_view utf16) {
+    constexpr std::size_t kHalf = kAsciiBlock / 2;
+    std::size_t bytes = 0;
+    for (; utf16.size() >= kHalf; utf16.remove_prefix(kHalf)) bytes += Utf8BytesOfUnits(utf16.data());
+    std::array<char16_t, kHalf> rest{};
+    std::copy(utf16.begin(), utf16.end(), rest.begin());
+    return bytes + Utf8BytesOfUnits(rest.data()) - (kHalf - utf16.size());
+}
+
+Byte* BytesOf(std::string& text) { return reinterpret_cast<Byte*>(text.data()); }
+
 [[noreturn]] void ThrowBadUtf8() { throw illegal_utf_sequence("Bad UTF-8 sequence."); }
 [[noreturn]] void ThrowBadUtf16() { throw illegal_utf_sequence("Bad UTF-16 sequence."); }
 [[noreturn]] void ThrowEmptyTarget() { throw illegal_utf_sequence("Empty target buffer."); }
@@ -130,6 +299,8 @@ bool IsLegalUtf8Sequence(const std::uint8_t* bytes, const std::uint8_t* end) {
 ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint8_t* sourceEnd,
                                     char16_t*& target, char16_t* targetEnd, bool lenient) {
     while (source != sourceEnd) {
+        QuickUtf8ToUtf16(source, sourceEnd, target, targetEnd);
+        if (source == sourceEnd) break;
         const Decoded decoded = DecodeSequence(source, sourceEnd);
         if (decoded.result != ConversionResult::ConversionOk) return decoded.result;
         if (target == targetEnd) return ConversionResult::TargetExhausted;
@@ -143,6 +314,8 @@ ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint
 ConversionResult ConvertUtf16ToUtf8(const char16_t*& source, const char16_t* sourceEnd, std::uint8_t*& target,
                                     std::uint8_t* targetEnd, bool lenient) {
     while (source != sourceEnd) {
+        QuickUtf16ToUtf8(source, sourceEnd, target, targetEnd);
+        if (source == sourceEnd) break;
         const Decoded decoded = DecodePair(source, sourceEnd, lenient);
         if (decoded.result != ConversionResult::ConversionOk) return decoded.result;
         if (!PutUtf8(decoded.code, target, targetEnd)) return ConversionResult::TargetExhausted;
@@ -226,35 +399,47 @@ RangePositions<char16_t, std::uint8_t> Utf16RangeToUtf8(const char16_t* source, 
 }
 
 std::string ToUtf8(std::u16string_view wide, bool lenient) {
-    std::string result;
+    constexpr std::size_t kMostBytesAUnit = 3;
     const char16_t* source = wide.data();
     const char16_t* const end = source + wide.size();
-    std::array<Byte, kPiece> piece;
-    while (source != end) {
+    if (wide.size() <= kPiece / kMostBytesAUnit) {
+        std::array<Byte, kPiece> piece;
         Byte* target = piece.data();
-        const ConversionResult converted =
-            ConvertUtf16ToUtf8(source, end, target, piece.data() + piece.size(), lenient);
+        const auto converted = ConvertUtf16ToUtf8(source, end, target, piece.data() + piece.size(), lenient);
         if (converted == ConversionResult::SourceIllegal) ThrowBadUtf16();
-        result.append(reinterpret_cast<const char*>(piece.data()),
-                      static_cast<std::size_t>(target - piece.data()));
+        return {reinterpret_cast<const char*>(piece.data()), static_cast<std::size_t>(target - piece.data())};
     }
+    std::string result(Utf8Length(wide), '\0');
+    Byte* target = BytesOf(result);
+    while (true) {
+        const auto converted =
+            ConvertUtf16ToUtf8(source, end, target, BytesOf(result) + result.size(), lenient);
+        if (converted == ConversionResult::SourceIllegal) ThrowBadUtf16();
+        if (converted == ConversionResult::ConversionOk) break;
+        // Unpaired surrogates take a byte more than was counted.
+        const auto written = target - BytesOf(result);
+        result.resize(result.size() + static_cast<std::size_t>(end - source) * kMostBytesAUnit);
+        target = BytesOf(result) + written;
+    }
+    result.resize(static_cast<std::size_t>(target - BytesOf(result)));
     return result;
 }
 
 std::u16string ToUtf16(std::string_view narrow, bool lenient) {
-    std::u16string result;
     const Byte* source = reinterpret_cast<const Byte*>(narrow.data());
     const Byte* const end = source + narrow.size();
-    std::array<char16_t, kPiece> piece;
-    while (source != end) {
+    if (narrow.size() <= kPiece) {
+        std::array<char16_t, kPiece> piece;
         char16_t* target = piece.data();
-        const ConversionResult converted =
-            ConvertUtf8ToUtf16(source, end, target, piece.data() + piece.size(), lenient);
-        if (converted != ConversionResult::ConversionOk && converted != ConversionResult::TargetExhausted) {
-            ThrowBadUtf8();
-        }
-        result.append(piece.data(), static_cast<std::size_t>(target - piece.data()));
+        const auto converted = ConvertUtf8ToUtf16(source, end, target, piece.data() + piece.size(), lenient);
+        if (converted != ConversionResult::ConversionOk) ThrowBadUtf8();
+        return {piece.data(), target};
     }
+    // Room for all of a legal text, so that the only failures are those of the text.
+    std::u16string result(Utf16Length(narrow), u'\0');
+    char16_t* target = result.data();
+    const auto converted = ConvertUtf8ToUtf16(source, end, target, result.data() + result.size(), lenient);
+    if (converted != ConversionResult::ConversionOk) ThrowBadUtf8();
     return result;
 }
 

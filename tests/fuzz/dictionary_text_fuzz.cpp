@@ -1,0 +1,36 @@
+// Any bytes as a text dictionary, in blocks and in chains: both stores give the same answers.
+#include "dictionaries/encoding.h"
+#include "dictionaries/zstring_dictionary.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void Load(kestrel::ZStringDictionary& dictionary, const std::uint8_t* bytes, std::size_t length) {
+    try {
+        dictionary.Load(bytes, static_cast<std::int64_t>(length), true);
+    } catch (kestrel_private::ConversionCode) {
+        // Bytes that are no text in the code page are refused; what was read before stays.
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t length) {
+    kestrel::ZStringDictionary fast(true);
+    kestrel::ZStringDictionary chains(false);
+    Load(fast, bytes, length);
+    Load(chains, bytes, length);
+    if (fast.IsGood() != chains.IsGood()) std::abort();
+    for (std::uint32_t id = 0; id < fast.Entries().TotalIds(); ++id) fast.Entries().Value(id);
+    for (const char* const key : {"$$$/a=default", "a", "/", "$$$/a/b/c=#{endl}^C"}) {
+        kestrel::ZString inBlocks;
+        kestrel::ZString inChains;
+        fast.Lookup(inBlocks, key, &kestrel_private::kEncodingUtf8);
+        chains.Lookup(inChains, key, &kestrel_private::kEncodingUtf8);
+        if (inBlocks.Text() != inChains.Text()) std::abort();
+    }
+    return 0;
+}

@@ -1,5 +1,6 @@
 #include "toolkit/boxes/eve_button.h"
 
+#include "toolkit/boxes/control_value.h"
 #include "toolkit/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
@@ -61,7 +62,7 @@ CEveBox* CEveButton::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 }
 
 void CEveButton::SetValue(const EventRecord& record) {
-    const std::string_view label = ReadTextOrFourCharCode(record, kKeySetValue);
+    const std::string_view label = RecordText(ReadTextOrFourCharCode(record, kKeySetValue));
     platform::SetText(control, WideText(CutToCharacters(label, kLabelCharacters)).c_str());
 }
 

@@ -65,7 +65,7 @@ CEveBox* CEveEditText::Create(CExpressionScope& attributes, CEveBox* parentBox) 
 }
 
 void CEveEditText::SetValue(const EventRecord& record) {
-    SetTextById(*this, ReadTextPointer(record, kKeySetValue));
+    SetTextById(*this, RecordText(ReadTextPointer(record, kKeySetValue)));
 }
 
 void CEveEditText::GetValue(EventRecord& record, bool honourSubCheck) {

@@ -46,7 +46,7 @@ void CEveStaticText::MakeLabel(CExpressionScope& attributes) {
 }
 
 void CEveStaticText::SetValue(const EventRecord& record) {
-    SetTextById(*this, ReadTextPointer(record, kKeySetValue));
+    SetTextById(*this, RecordText(ReadTextPointer(record, kKeySetValue)));
 }
 
 void CEveStaticText::GetValue(EventRecord& record, bool) {

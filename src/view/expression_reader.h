@@ -89,9 +89,9 @@ private:
 
     bool ReadFunction(const Identifier& name, std::int64_t& value);
     bool ReadBuiltInFunction(std::string_view name, std::int64_t& value);
-    bool ReadExtreme(bool isMaximum, std::int64_t& value);
-    bool ReadDim(std::int64_t& value);
-    bool ReadIn(std::int64_t& value);
+    bool ReadExtreme(std::string_view name, std::int64_t& value);
+    bool ReadDim(std::string_view name, std::int64_t& value);
+    bool ReadIn(std::string_view name, std::int64_t& value);
     bool ReadNextArgument(std::int64_t& value);
     bool ReadUserFunction(std::string_view name, std::int64_t& value);
     bool ReadParameter();

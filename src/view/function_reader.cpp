@@ -35,9 +35,9 @@ bool ExpressionReader::ReadFunction(const Identifier& name, std::int64_t& value)
 }
 
 bool ExpressionReader::ReadBuiltInFunction(std::string_view name, std::int64_t& value) {
-    if (name == "min" || name == "max") return ReadExtreme(name == "max", value);
-    if (name == "dim") return ReadDim(value);
-    if (name == "in") return ReadIn(value);
+    if (name == "min" || name == "max") return ReadExtreme(name, value);
+    if (name == "dim") return ReadDim(name, value);
+    if (name == "in") return ReadIn(name, value);
     return false;
 }
 
@@ -52,39 +52,36 @@ bool ExpressionReader::ReadNextArgument(std::int64_t& value) {
 }
 
 // extreme := ( "min" | "max" ) "(" expression "," expression { "," expression } [ "," ] ")"
-bool ExpressionReader::ReadExtreme(bool isMaximum, std::int64_t& value) {
-    const char* begin = Here().next;
+bool ExpressionReader::ReadExtreme(std::string_view name, std::int64_t& value) {
     Skip(1);
     std::int64_t next = 0;
     if (!ReadExpression(value) || !ReadNextArgument(next)) {
         return Fail();
     }
     do {
-        value = isMaximum ? std::max(value, next) : std::min(value, next);
+        value = name == "max" ? std::max(value, next) : std::min(value, next);
     } while (ReadNextArgument(next));
     if (!Take(')')) {
         return false;
     }
-    Done(ScopeProduction::kMinOrMax, begin);
+    Done(ScopeProduction::kMinOrMax, name.data());
     return true;
 }
 
 // dim := "dim" "(" expression "," expression ")"
-bool ExpressionReader::ReadDim(std::int64_t& value) {
-    const char* begin = Here().next;
+bool ExpressionReader::ReadDim(std::string_view name, std::int64_t& value) {
     Skip(1);
     std::int64_t subtracted = 0;
     if (!ReadExpression(value) || !ReadNextArgument(subtracted) || !Take(')')) {
         return Fail();
     }
     value = arithmetic::PositiveDifference(value, subtracted);
-    Done(ScopeProduction::kDim, begin);
+    Done(ScopeProduction::kDim, name.data());
     return true;
 }
 
 // in := "in" "(" expression { "," expression } [ "," ] ")"
-bool ExpressionReader::ReadIn(std::int64_t& value) {
-    const char* begin = Here().next;
+bool ExpressionReader::ReadIn(std::string_view name, std::int64_t& value) {
     Skip(1);
     if (!ReadExpression(value)) {
         return false;
@@ -99,7 +96,7 @@ bool ExpressionReader::ReadIn(std::int64_t& value) {
         return false;
     }
     value = IsInSetRange(value) ? set >> value & 1 : 0;
-    Done(ScopeProduction::kIn, begin);
+    Done(ScopeProduction::kIn, name.data());
     return true;
 }
 

@@ -4,7 +4,7 @@
 //     w = gButtonWidth * 2;
 //     dialog(name: 'Hello') { static_text(name: 'Text', width: w); button(name: 'OK', default: true); }
 //
-// that leaves exactly one view at its top.
+// that leaves exactly one view at its top. How deep and how often it may go is in reading_limits.h.
 #pragma once
 
 #include "view/express_view_scope.h"

@@ -1,0 +1,154 @@
+#include "toolkit/event_record.h"
+
+#include "toolkit/key_hash.h"
+#include "view/expression_scope.h"
+
+#include <limits>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace brixen::zeve {
+namespace {
+
+std::string ErrorOfReading(const EventRecord& record, std::string_view key) {
+    try {
+        record.Read(key);
+    } catch (const std::logic_error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(KeyHash, IsTheStandardCrc32) {
+    EXPECT_EQ(Crc32(""), 0u);
+    EXPECT_EQ(Crc32("123456789"), 0xCBF43926u);
+    EXPECT_EQ(KeyBucket("123456789"), 0xCBF43926u % 127);
+}
+
+TEST(EventRecord, GivesBackWhatWasStored) {
+    EventRecord record;
+    record.Store(kKeyWparam, 42);
+    record.Store(kKeyLparam, std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(record.Read(kKeyWparam), 42);
+    EXPECT_EQ(record.Read(kKeyLparam), std::numeric_limits<std::int64_t>::min());
+}
+
+TEST(EventRecord, KeepsOneEntryAKeyAndTheLastValueHolds) {
+    EventRecord record;
+    record.Store(kKeySetValue, 1);
+    record.Store(kKeySetValue, 2);
+    EXPECT_EQ(record.Read(kKeySetValue), 2);
+}
+
+TEST(EventRecord, ReadingAnAbsentKeyRaises) {
+    EventRecord record;
+    EXPECT_EQ(ErrorOfReading(record, kKeyWindow), "hash table index not found");
+    record.Store(kKeyWparam, 1);
+    EXPECT_EQ(ErrorOfReading(record, kKeyWindow), "hash table index not found");
+}
+
+TEST(EventRecord, TellsWhetherAKeyIsThere) {
+    EventRecord record;
+    EXPECT_FALSE(record.Has(kKeyControl));
+    record.Store(kKeyControl, 0);
+    EXPECT_TRUE(record.Has(kKeyControl));
+}
+
+TEST(EventRecord, KeysOfOneBucketStayApart) {
+    EventRecord record;
+    // More keys than buckets, so some share one.
+    for (int i = 0; i < 500; ++i) record.Store("key" + std::to_string(i), i);
+    for (int i = 0; i < 500; ++i) EXPECT_EQ(record.Read("key" + std::to_string(i)), i);
+    EXPECT_FALSE(record.Has("key500"));
+}
+
+TEST(EventRecord, CarriesPointersAtFullWidth) {
+    EventRecord record;
+    int object = 0;
+    record.StorePointer(kKeyScope, &object);
+    EXPECT_EQ(record.ReadPointer<int*>(kKeyScope), &object);
+    const auto high = reinterpret_cast<const void*>(std::uintptr_t(0xFEDCBA9876543210));
+    record.StorePointer(kKeyScope, high);
+    EXPECT_EQ(record.ReadPointer<const void*>(kKeyScope), high);
+}
+
+class ReadingARecord : public ::testing::Test {
+protected:
+    void UseScope() { record.StorePointer(kKeyScope, &scope); }
+
+    EventRecord record;
+    CExpressionScope scope;
+};
+
+TEST_F(ReadingARecord, WithoutAScopeTakesTheRecordsEntry) {
+    record.StorePointer(kKeySetValue, "text");
+    EXPECT_STREQ(ReadTextPointer(record, kKeySetValue), "text");
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "text");
+    record.Store(kKeySetValue, 7);
+    EXPECT_EQ(ReadNumber(record, kKeySetValue), 7);
+}
+
+TEST_F(ReadingARecord, ANullScopeCountsAsNone) {
+    record.StorePointer(kKeyScope, nullptr);
+    record.Store(kKeySetValue, 7);
+    EXPECT_EQ(ReadNumber(record, kKeySetValue), 7);
+}
+
+TEST_F(ReadingARecord, PrefersTheScopesValue) {
+    UseScope();
+    scope.DefineNumber(kKeySetValue, 3);
+    record.Store(kKeySetValue, 7);
+    EXPECT_EQ(ReadNumber(record, kKeySetValue), 3);
+    scope.DefineString(kKeySetValue, "of the scope");
+    EXPECT_STREQ(ReadTextPointer(record, kKeySetValue), "of the scope");
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "of the scope");
+}
+
+TEST_F(ReadingARecord, FallsBackToItsEntryWhereTheScopeHasNone) {
+    UseScope();
+    record.StorePointer(kKeySetValue, "of the record");
+    EXPECT_STREQ(ReadTextPointer(record, kKeySetValue), "of the record");
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "of the record");
+    record.Store(kKeySetValue, 8);
+    EXPECT_EQ(ReadNumber(record, kKeySetValue), 8);
+}
+
+TEST_F(ReadingARecord, RaisesWhereNeitherHasTheKey) {
+    UseScope();
+    EXPECT_THROW(ReadTextPointer(record, kKeySetValue), std::logic_error);
+    EXPECT_THROW(ReadNumber(record, kKeySetValue), std::logic_error);
+    EXPECT_THROW(ReadTextOrFourCharCode(record, kKeySetValue), std::logic_error);
+}
+
+TEST_F(ReadingARecord, ANumberThatSpellsLettersAndDigitsIsTheirText) {
+    UseScope();
+    scope.DefineNumber(kKeySetValue, 0x4F4B3432); // OK42
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "OK42");
+    scope.DefineNumber(kKeySetValue, 0x617A415A); // azAZ
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "azAZ");
+}
+
+TEST_F(ReadingARecord, AFourCharacterTextIsItself) {
+    UseScope();
+    scope.DefineString(kKeySetValue, "ABCD");
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "ABCD");
+}
+
+TEST_F(ReadingARecord, ANumberThatSpellsSomethingElseIsItsEmptyText) {
+    UseScope();
+    for (const std::int64_t number : {std::int64_t(5), std::int64_t(0x4F4B2D32), std::int64_t(0x4F4BFF32)}) {
+        scope.DefineNumber(kKeySetValue, number);
+        EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "") << number;
+    }
+}
+
+TEST_F(ReadingARecord, ATextOfFourOtherBytesStaysAText) {
+    UseScope();
+    scope.DefineString(kKeySetValue, "a-b!");
+    EXPECT_STREQ(ReadTextOrFourCharCode(record, kKeySetValue), "a-b!");
+}
+
+} // namespace
+} // namespace brixen::zeve

@@ -7,6 +7,7 @@
 #include "view/expression_scope.h"
 #include "view/generator.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -45,7 +46,7 @@ struct ViewInheritance {
     bool offscreen = false;
 };
 
-class ViewProxy {
+class ViewProxy final {
 public:
     // Copies the layout attributes found along the chain of `viewAttributes`, lets `generator` prepare the
     // view, and reads what stands in `attributes` then into the fields. `parent` may be null and is not told
@@ -56,6 +57,10 @@ public:
     ViewProxy(const ViewProxy&) = delete;
     ViewProxy& operator=(const ViewProxy&) = delete;
     ~ViewProxy();
+
+    // Views lie side by side in memory of their own, which is given back when the last of them is gone.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* room) noexcept;
 
     // Appends the views of a finished block; `views` is empty afterwards.
     void SpliceChildren(ViewProxyList&& views);

@@ -285,6 +285,20 @@ TEST_F(MakingAViewProxy, WhatPreparingThrowsComesThrough) {
     EXPECT_THROW(Make({}), std::logic_error);
 }
 
+TEST_F(MakingAViewProxy, ViewsComeAndGoInAnyOrder) {
+    for (int round = 0; round < 2; ++round) {
+        ViewProxyList views;
+        for (std::int64_t number = 0; number < 300; ++number) views.push_back(Make({{"width", number}}));
+        for (std::size_t place = 0; place < 300; place += 3) views[place].reset();
+        for (std::size_t place = 0; place < 300; place += 3) {
+            views[place] = Make({{"width", static_cast<std::int64_t>(place)}});
+        }
+        for (std::size_t place = 0; place < 300; ++place) {
+            ASSERT_EQ(views[place]->width, static_cast<std::int32_t>(place));
+        }
+    }
+}
+
 TEST_F(MakingAViewProxy, SplicedChildrenGoToTheEnd) {
     const auto view = Make({});
     ViewProxyList first, second;

@@ -16,9 +16,10 @@ std::uint64_t ReadWord(const char* bytes) {
     return word;
 }
 
-std::uint64_t ReadTail(const char* bytes, std::size_t length) {
+// Fewer than eight bytes.
+std::uint64_t ReadShort(const char* bytes, std::size_t length) {
     std::uint64_t word = 0;
-    std::memcpy(&word, bytes, length);
+    for (std::size_t i = 0; i < length; ++i) word = word << 8 | static_cast<unsigned char>(bytes[i]);
     return word;
 }
 
@@ -27,17 +28,27 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
     return hash ^ (hash >> 32);
 }
 
-// Over all bytes, unlike the hash of the buckets.
+// Over all bytes, unlike the hash of the buckets: two words at a time, the last ones overlapping what came
+// before them.
 std::uint64_t HashWhole(std::string_view key) {
-    std::uint64_t hash = key.size() * kMultiplier;
     const char* bytes = key.data();
-    std::size_t left = key.size();
-    for (; left >= 8; left -= 8, bytes += 8) hash = Mix(hash, ReadWord(bytes));
-    if (left != 0) hash = Mix(hash, ReadTail(bytes, left));
-    return Mix(hash, 0);
+    const char* const end = bytes + key.size();
+    std::uint64_t first = key.size() * kMultiplier;
+    std::uint64_t second = ~first;
+    for (; end - bytes > 16; bytes += 16) {
+        first = Mix(first, ReadWord(bytes));
+        second = Mix(second, ReadWord(bytes + 8));
+    }
+    if (key.size() < 8) {
+        first = Mix(first, ReadShort(bytes, key.size()));
+    } else {
+        first = Mix(first, ReadWord(key.size() < 16 ? bytes : end - 16));
+        second = Mix(second, ReadWord(end - 8));
+    }
+    return Mix(Mix(first, 0) + second, 0);
 }
 
-bool IsTooFull(std::size_t used, std::size_t slots) { return used * 2 > slots; }
+bool IsTooFull(std::size_t used, std::size_t slots) { return used * 5 > slots * 4; }
 
 } // namespace
 
@@ -48,7 +59,7 @@ void KeyIndex::Clear() {
 
 void KeyIndex::Start(std::size_t count) {
     Clear();
-    Resize(std::bit_ceil(count * 2 < kFewestSlots ? kFewestSlots : count * 2));
+    Resize(std::bit_ceil(kFewestSlots + count * 5 / 4));
 }
 
 std::size_t KeyIndex::SlotFor(std::string_view key) const {

@@ -4,13 +4,62 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
+#include <new>
+
+namespace kestrel_private {
+namespace {
+
+// `^` and its mark. All the holding of `^` comes to this: every `^` that is not directly before the mark
+// stands.
+class Placeholder {
+public:
+    explicit Placeholder(std::uint32_t index) : fUnits{u'^', static_cast<char16_t>(u'0' + index)} {}
+
+    std::size_t Length() const { return fUnits.size(); }
+    std::size_t FindIn(std::u16string_view text) const { return text.find(fUnits.data(), 0, fUnits.size()); }
+    std::size_t CountIn(std::u16string_view text) const {
+        std::size_t count = 0;
+        for (std::size_t at = FindIn(text); at != text.npos; at = FindIn(text)) {
+            text.remove_prefix(at + Length());
+            ++count;
+        }
+        return count;
+    }
+    // `output` has room for the result.
+    void Replace(std::u16string_view text, std::u16string_view replacement, char16_t* output) const {
+        for (std::size_t at = FindIn(text); at != text.npos; at = FindIn(text)) {
+            output = std::copy_n(text.begin(), at, output);
+            output = std::copy(replacement.begin(), replacement.end(), output);
+            text.remove_prefix(at + Length());
+        }
+        std::copy(text.begin(), text.end(), output);
+    }
+
+private:
+    std::array<char16_t, 2> fUnits;
+};
+
+} // namespace
+
+bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16string_view replacement,
+                    std::u16string& output) {
+    const Placeholder placeholder(index);
+    const std::size_t count = placeholder.CountIn(text);
+    if (count == 0) return false;
+    output.resize(text.size() - count * placeholder.Length() + count * replacement.size());
+    placeholder.Replace(text, replacement, output.data());
+    return true;
+}
+
+} // namespace kestrel_private
 
 namespace kestrel {
 
 using kestrel_private::ByteRunValue;
 
 namespace {
+
+constexpr std::size_t kMostUnits = 0x7FFFFFFF;
 
 // Never destroyed, since handles of other statics may outlive any order of destruction.
 ByteRunValue* EmptyValue() {
@@ -51,30 +100,17 @@ void ZString::CopyOut(char16_t* buffer, std::uint32_t capacity, bool failOnOverf
 }
 
 void Substitute(ZString& string, std::uint32_t index, const ZString& replacement) {
-    std::u16string substituted;
-    if (kestrel_private::SubstituteText(string.Text(), index, replacement.Text(), substituted)) {
-        string = ZString(substituted);
+    const kestrel_private::Placeholder placeholder(index);
+    const std::size_t count = placeholder.CountIn(string.Text());
+    if (count == 0) return;
+    const std::size_t length = string.Length() - count * placeholder.Length() + count * replacement.Length();
+    if (length > kMostUnits) throw std::bad_alloc();
+    ZString substituted(new ByteRunValue(static_cast<std::uint32_t>(length * sizeof(char16_t))));
+    if (length != 0) {
+        placeholder.Replace(string.Text(), replacement.Text(),
+                            reinterpret_cast<char16_t*>(substituted.fValue->FillBytes()));
     }
+    string = substituted;
 }
 
 } // namespace kestrel
-
-namespace kestrel_private {
-
-// All the holding of `^` comes to this: every `^` that is not directly before the mark stands.
-bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16string_view replacement,
-                    std::u16string& output) {
-    const std::array<char16_t, 2> placeholder = {u'^', static_cast<char16_t>(u'0' + index)};
-    const std::u16string_view searched(placeholder.data(), placeholder.size());
-    std::size_t found = text.find(searched);
-    if (found == text.npos) return false;
-    output.reserve(output.size() + text.size() + replacement.size());
-    for (; found != text.npos; found = text.find(searched)) {
-        output.append(text.substr(0, found)).append(replacement);
-        text.remove_prefix(found + searched.size());
-    }
-    output += text;
-    return true;
-}
-
-} // namespace kestrel_private

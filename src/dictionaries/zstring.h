@@ -40,6 +40,8 @@ public:
     const kestrel_private::ByteRunValue* Value() const { return fValue.Get(); }
 
 private:
+    friend void Substitute(ZString& string, std::uint32_t index, const ZString& replacement);
+
     kestrel_private::Reference<kestrel_private::ByteRunValue> fValue;
 };
 
@@ -52,8 +54,8 @@ void Substitute(ZString& string, std::uint32_t index, const ZString& replacement
 
 namespace kestrel_private {
 
-// The same on a plain text: appends to `output` and returns true, or leaves it alone and returns false when
-// there is no such placeholder.
+// The same on a plain text: sets `output` and returns true, or leaves it alone and returns false when there
+// is no such placeholder.
 bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16string_view replacement,
                     std::u16string& output);
 

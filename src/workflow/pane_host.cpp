@@ -33,6 +33,14 @@ void GiveBack(const char* name, zeve::NativeBitmap bitmap) noexcept {
     }
 }
 
+// Without memory for the path the root stays where it was.
+void RestoreRoot() noexcept {
+    try {
+        SetResourceRootToLibrary();
+    } catch (const std::bad_alloc&) {
+    }
+}
+
 } // namespace
 
 PVNPaneHost::PVNPaneHost(std::string viewText) : viewText(std::move(viewText)) {}
@@ -79,7 +87,7 @@ void PVNPaneHost::MakeDialog() {
 zeve::NativeBitmap PVNPaneHost::LoadHostBitmap(const std::string& name) {
     const std::string folder = context->Action("PvnWFAction_GetSVHPath");
     if (!folder.empty()) SetResourceRootBelow(folder);
-    ScopeGuard restore([] { SetResourceRootToLibrary(); });
+    const ScopeGuard restore(&RestoreRoot);
     return LoadBitmapResource(name, kBitmapMode);
 }
 

@@ -5,6 +5,7 @@
 #include "values/text_conversion.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
+#include "workflow/resources/resource_manager.h"
 #include "workflow/resources/resource_state.h"
 #include "workflow/resources/view_handler.h"
 

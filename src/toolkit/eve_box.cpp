@@ -25,7 +25,7 @@ std::uint16_t ControlId(const CExpressionScope& attributes, const ScopeName& nam
 }
 
 void DeleteIconOf(NativeWindow control) noexcept {
-    if (!(platform::StyleOf(control) & style::kMayHoldAnIcon)) return;
+    if (!control || !(platform::StyleOf(control) & style::kMayHoldAnIcon)) return;
     const std::intptr_t icon = platform::Send(control, kStaticGetImage, kImageIcon, 0);
     if (icon) platform::DeleteIcon(reinterpret_cast<NativeIcon>(icon));
 }

@@ -2,6 +2,7 @@
 #include "resource_fixture.h"
 
 #include "dictionaries/translation.h"
+#include "support/failing_allocator.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
 #include "workflow/resources/resource_state.h"
@@ -304,6 +305,28 @@ TEST_F(ResourceLayer, ShutDownDestroysTheManager) {
     EXPECT_EQ(TheResourceState().manager, nullptr);
     EXPECT_EQ(LoadBitmapResource("any", 3), nullptr) << "a manager made anew has no handlers";
     PVNResourceManager::Destroy();
+}
+
+TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeavesNothingBehind) {
+    files.Write("welcome.exv", "root");
+    files.Copy("one.png", Picture("rgb.png"));
+    const std::string folder = files.Utf8();
+    const std::size_t failures = pavane_test::ForEveryFailingAllocation([&folder] {
+        try {
+            SelectLanguage("de_DE");
+            SetResourceRootBelow(folder);
+            LoadViewDescription("welcome");
+            LoadBitmapResource("one", 3);
+        } catch (const std::exception&) { // no memory, or what was missing for that reason
+        }
+        ShutDownResources();
+        PVNResourceManager::Destroy();
+    });
+    EXPECT_GT(failures, 10u);
+    EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty());
+    EXPECT_EQ(TheResourceState().decoderUsers, 0);
+    Select("de_DE");
+    EXPECT_EQ(LoadViewDescription("welcome"), "root") << "the next set-up works";
 }
 
 TEST_F(ResourceLayer, HandlersDescribeThemselves) {

@@ -161,6 +161,13 @@ TEST_F(Windows, AreNotHarmedByTheOtherServices) {
     EXPECT_TRUE(IsWindowAlive(top));
 }
 
+TEST(NoWindow, IsTheParentOfNoChild) {
+    EXPECT_EQ(MakeChild(nullptr, 1), nullptr);
+    const NativeWindow gone = MakeTop();
+    CloseWindow(gone);
+    EXPECT_EQ(MakeChild(gone, 1), nullptr);
+}
+
 TEST(NoWindow, IsHarmlessEverywhere) {
     EXPECT_FALSE(IsWindowAlive(nullptr));
     EXPECT_FALSE(IsShown(nullptr));
@@ -213,8 +220,9 @@ TEST(UniqueName, HasTheFormOfAnIdAndIsNew) {
     for (std::size_t i = 0; i < one.size(); ++i) {
         const bool isDash = i == 8 || i == 13 || i == 18 || i == 23;
         EXPECT_EQ(one[i] == u'-', isDash) << i;
-        if (!isDash)
+        if (!isDash) {
             EXPECT_NE(std::u16string_view(u"0123456789abcdef").find(one[i]), std::u16string_view::npos);
+        }
     }
     EXPECT_NE(one, two);
 }

@@ -130,7 +130,9 @@ TEST_F(ModalRunTest, WithoutAWindowItReturnsFalseAndDisablesNothing) {
     for (const bool isMade : {false, true}) {
         DialogOwner dialog = NewDialog(kTwoButtons, parent);
         State().refuseWindow = 1;
-        if (isMade) EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+        if (isMade) {
+            EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+        }
         State().refuseWindow = 0;
         State().calls.clear();
         host.events.clear();

@@ -1,8 +1,10 @@
 #include "toolkit/zeve_dialog.h"
 
 #include "dialog_fixture.h"
+#include "support/failing_allocator.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
+#include "toolkit/modal_run.h"
 #include "toolkit/window_messages.h"
 
 #include <stdexcept>
@@ -320,6 +322,29 @@ TEST_F(ZeveDialogTest, ALanguageFromRightToLeftMirrorsTheLayout) {
     EXPECT_TRUE(leftOfFirst(nullptr));
     EXPECT_FALSE(leftOfFirst("he_IL"));
     EXPECT_FALSE(leftOfFirst("AR_ae"));
+}
+
+TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
+    const auto live = [] {
+        try {
+            TestHost own;
+            ZeveInitialize();
+            DialogOwner dialog = MadeDialog(own);
+            headless::ScriptMessage(ZeveTopWindow(dialog.get()), kMessageCommand, 1);
+            ZeveRunModal(dialog.get());
+            ZeveHide(dialog.get(), 2);
+        } catch (const std::exception&) {
+            // Out of memory, or the logic error of a control that could not be made for it.
+        }
+        EXPECT_TRUE(State().windows.empty());
+        EXPECT_TRUE(State().fonts.empty());
+        EXPECT_FALSE(IsExceptionKept());
+        EXPECT_FALSE(IsModalRunUnderWay());
+        State().quit.reset();
+        State().script.clear();
+        State().calls.clear();
+    };
+    EXPECT_GT(pavane_test::ForEveryFailingAllocation(live), 50u);
 }
 
 TEST_F(ZeveDialogTest, ADescriptionThatMakesUpReferencesHarmsNobody) {

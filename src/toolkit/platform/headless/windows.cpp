@@ -24,11 +24,10 @@ void SetStyleBit(Window& window, std::uint32_t bit, bool set) {
     window.style = set ? window.style | bit : window.style & ~bit;
 }
 
-std::vector<NativeWindow> ChildrenOf(NativeWindow parent) {
-    std::vector<NativeWindow> children;
+NativeWindow AnyChildOf(NativeWindow parent) {
     for (auto& window : State().windows)
-        if (window->parent == parent) children.push_back(window->handle);
-    return children;
+        if (window->parent == parent) return window->handle;
+    return nullptr;
 }
 
 char16_t Lower(char16_t unit) {
@@ -42,7 +41,7 @@ bool SameClass(std::u16string_view one, std::u16string_view other) {
 
 void Destroy(NativeWindow window) {
     headless::Deliver({window, kMessageDestroy, 0, 0});
-    for (NativeWindow child : ChildrenOf(window)) Destroy(child);
+    while (const NativeWindow child = AnyChildOf(window)) Destroy(child);
     headless::Deliver({window, kMessageWindowGone, 0, 0});
     std::erase_if(State().windows, [window](const auto& other) { return other->handle == window; });
 }
@@ -71,6 +70,7 @@ NativeWindow MakeWindow(const WindowRequest& request) noexcept {
             request.id},
            request.className);
     if (headless::Refuses(State().refuseWindow)) return nullptr;
+    if ((request.style & kStyleChild) != 0 && FindWindow(request.parent) == nullptr) return nullptr;
     try {
         State().windows.push_back(NewWindow(request));
         return State().windows.back()->handle;

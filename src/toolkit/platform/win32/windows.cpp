@@ -111,7 +111,10 @@ NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept {
     return Opaque(GetDlgItem(Handle(window), id));
 }
 
-NativeWindow TopChild(NativeWindow window) noexcept { return Opaque(GetTopWindow(Handle(window))); }
+NativeWindow TopChild(NativeWindow window) noexcept {
+    // A null window would stand for the desktop.
+    return window != nullptr ? Opaque(GetTopWindow(Handle(window))) : nullptr;
+}
 
 NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                   std::uint32_t style) noexcept {

@@ -1,0 +1,184 @@
+#include "toolkit/platform/win32/isolation.h"
+
+#include "patched_import.h"
+#include "toolkit/platform/toolkit_platform.h"
+
+#include <algorithm>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace brixen::zeve::platform {
+namespace {
+
+using pavane_test::PatchedImport;
+
+DWORD gErrorOfCreate = 0;
+int gCreateCalls = 0;
+DWORD gPathLength = 0;
+
+HANDLE WINAPI FailToCreate(const ACTCTXW*) {
+    ++gCreateCalls;
+    SetLastError(gErrorOfCreate);
+    return INVALID_HANDLE_VALUE;
+}
+
+BOOL WINAPI FailToActivate(HANDLE, ULONG_PTR*) {
+    SetLastError(4711);
+    return FALSE;
+}
+
+BOOL WINAPI FailToQuery(DWORD, HANDLE, void*, ULONG, void*, SIZE_T, SIZE_T*) {
+    SetLastError(4712);
+    return FALSE;
+}
+
+BOOL WINAPI DisturbWhileLeaving(DWORD, ULONG_PTR) {
+    SetLastError(4713);
+    return TRUE;
+}
+
+DWORD WINAPI TellLongPath(HMODULE, wchar_t* path, DWORD size) {
+    const DWORD length = gPathLength < size ? gPathLength : size;
+    std::fill_n(path, length, L'p');
+    if (length < size) path[length] = 0;
+    return length;
+}
+
+class IsolationTest : public ::testing::Test {
+protected:
+    IsolationTest() {
+        ResetIsolation();
+        gCreateCalls = 0;
+    }
+    ~IsolationTest() override { ResetIsolation(); }
+
+    // Whether a call is made at all.
+    static bool IsCalled() {
+        bool called = false;
+        IsolatedCall([&called] { return called = true; });
+        return called;
+    }
+};
+
+TEST_F(IsolationTest, FindsTheCommonControlsThatTheManifestNames) {
+    EXPECT_TRUE(IsCalled());
+    EXPECT_TRUE(Isolation().isInitialised);
+    ASSERT_NE(Isolation().commonControls, nullptr);
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(Isolation().commonControls, path, MAX_PATH);
+    EXPECT_NE(std::wstring(path).find(L"winsxs"), std::wstring::npos);
+}
+
+TEST_F(IsolationTest, InitialisesOnce) {
+    EXPECT_TRUE(IsCalled());
+    const HANDLE context = Isolation().context;
+    EXPECT_TRUE(IsCalled());
+    EXPECT_EQ(Isolation().context, context);
+}
+
+TEST_F(IsolationTest, AModuleWithoutAManifestHasNoContextAndCallsGoOn) {
+    const PatchedImport patch("CreateActCtxW", &FailToCreate);
+    ASSERT_TRUE(patch.IsPatched());
+    for (const DWORD error : {1812u, 1813u, 1814u, 1815u}) {
+        ResetIsolation();
+        gErrorOfCreate = error;
+        EXPECT_TRUE(IsCalled()) << error;
+        EXPECT_EQ(Isolation().context, nullptr);
+    }
+}
+
+TEST_F(IsolationTest, AnyOtherErrorOfTheContextStopsTheCall) {
+    const PatchedImport patch("CreateActCtxW", &FailToCreate);
+    for (const DWORD error : {1811u, 1816u, 14001u}) {
+        ResetIsolation();
+        gErrorOfCreate = error;
+        EXPECT_FALSE(IsCalled()) << error;
+        EXPECT_EQ(GetLastError(), error);
+        EXPECT_EQ(MakeWindow({}), nullptr);
+    }
+}
+
+TEST_F(IsolationTest, AFailedInitialisingIsTriedAgain) {
+    gErrorOfCreate = 14001;
+    {
+        const PatchedImport patch("CreateActCtxW", &FailToCreate);
+        EXPECT_FALSE(IsCalled());
+        EXPECT_FALSE(IsCalled());
+        EXPECT_EQ(gCreateCalls, 2);
+    }
+    EXPECT_TRUE(IsCalled());
+}
+
+TEST_F(IsolationTest, AQueryThatFailsStopsTheCall) {
+    const PatchedImport patch("QueryActCtxW", &FailToQuery);
+    ASSERT_TRUE(patch.IsPatched());
+    EXPECT_FALSE(IsCalled());
+    EXPECT_EQ(GetLastError(), 4712u);
+}
+
+TEST_F(IsolationTest, AContextThatCannotBeEnteredStopsTheCall) {
+    EXPECT_TRUE(IsCalled());
+    const PatchedImport patch("ActivateActCtx", &FailToActivate);
+    ASSERT_TRUE(patch.IsPatched());
+    EXPECT_FALSE(IsCalled());
+    EXPECT_EQ(GetLastError(), 4711u);
+}
+
+TEST_F(IsolationTest, APathOfMoreThan261CharactersIsTheError111) {
+    const PatchedImport path("GetModuleFileNameW", &TellLongPath);
+    ASSERT_TRUE(path.IsPatched());
+    for (const DWORD length : {262u, 263u, 5000u}) {
+        gPathLength = length;
+        SetLastError(0);
+        EXPECT_FALSE(IsCalled()) << length;
+        EXPECT_EQ(GetLastError(), 111u) << length;
+    }
+    const PatchedImport create("CreateActCtxW", &FailToCreate);
+    gErrorOfCreate = 1812;
+    gPathLength = 261;
+    EXPECT_TRUE(IsCalled());
+    EXPECT_EQ(gCreateCalls, 1);
+}
+
+TEST_F(IsolationTest, TheErrorOfTheCallOutlivesTheLeaving) {
+    EXPECT_TRUE(IsCalled());
+    const PatchedImport patch("DeactivateActCtx", &DisturbWhileLeaving);
+    ASSERT_TRUE(patch.IsPatched());
+    const bool result = IsolatedCall([] {
+        SetLastError(99);
+        return false;
+    });
+    EXPECT_FALSE(result);
+    EXPECT_EQ(GetLastError(), 99u);
+}
+
+std::string gDebugText;
+
+LONG CALLBACK NoteDebugText(EXCEPTION_POINTERS* exception) {
+    constexpr DWORD kDebugText = 0x40010006;
+    if (exception->ExceptionRecord->ExceptionCode != kDebugText) return EXCEPTION_CONTINUE_SEARCH;
+    gDebugText = reinterpret_cast<const char*>(exception->ExceptionRecord->ExceptionInformation[1]);
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
+
+TEST_F(IsolationTest, AfterTheCleanUpItComplainsAndGoesOn) {
+    EXPECT_TRUE(IsCalled());
+    Isolation().isCleanedUp = true;
+    void* const handler = AddVectoredExceptionHandler(1, NoteDebugText);
+    EXPECT_TRUE(IsCalled());
+    RemoveVectoredExceptionHandler(handler);
+    EXPECT_EQ(gDebugText, "IsolationAware function called after IsolationAwareCleanup\n");
+}
+
+TEST_F(IsolationTest, AfterTheCleanUpNothingIsInitialised) {
+    Isolation().isCleanedUp = true;
+    void* const handler = AddVectoredExceptionHandler(1, NoteDebugText);
+    IsCalled();
+    RemoveVectoredExceptionHandler(handler);
+    EXPECT_FALSE(Isolation().isInitialised);
+    EXPECT_EQ(Isolation().context, INVALID_HANDLE_VALUE);
+}
+
+} // namespace
+} // namespace brixen::zeve::platform

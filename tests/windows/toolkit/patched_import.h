@@ -1,0 +1,59 @@
+// Replaces a function that this program imports, so that the system refuses what it would not refuse here.
+#pragma once
+
+#include <windows.h>
+
+#include <cstring>
+
+namespace pavane_test {
+
+// The place in the program's import table that holds the address of `function`; null if it imports no such
+// one.
+inline void** ImportPlace(const char* function) {
+    auto* const base = reinterpret_cast<BYTE*>(GetModuleHandleW(nullptr));
+    const auto* headers =
+        reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+    for (; library->Name != 0; ++library) {
+        auto* name = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+        auto* place = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
+        for (; name->u1.AddressOfData != 0; ++name, ++place) {
+            if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
+            const auto* imported = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
+            if (std::strcmp(reinterpret_cast<const char*>(imported->Name), function) == 0)
+                return reinterpret_cast<void**>(&place->u1.Function);
+        }
+    }
+    return nullptr;
+}
+
+// For as long as it lives.
+class PatchedImport {
+public:
+    template <class Function>
+    PatchedImport(const char* name, Function* replacement) : fPlace(ImportPlace(name)) {
+        if (fPlace != nullptr) fFormer = Exchange(reinterpret_cast<void*>(replacement));
+    }
+    PatchedImport(const PatchedImport&) = delete;
+    PatchedImport& operator=(const PatchedImport&) = delete;
+    ~PatchedImport() {
+        if (fPlace != nullptr) Exchange(fFormer);
+    }
+    bool IsPatched() const { return fPlace != nullptr; }
+
+private:
+    void* Exchange(void* address) {
+        DWORD protection = 0;
+        VirtualProtect(fPlace, sizeof *fPlace, PAGE_READWRITE, &protection);
+        void* const former = *fPlace;
+        *fPlace = address;
+        VirtualProtect(fPlace, sizeof *fPlace, protection, &protection);
+        return former;
+    }
+
+    void** fPlace;
+    void* fFormer = nullptr;
+};
+
+} // namespace pavane_test

@@ -190,7 +190,9 @@ TEST_F(GalleryTest, EveryControlStandsWhereItsBoxSays) {
         const std::wstring name = row.className;
         if (row.style == 0x40000010) continue;
         EXPECT_EQ(frame.right - frame.left, box.width - room) << row.id;
-        if (row.width) EXPECT_EQ(frame.right - frame.left, row.width) << row.id;
+        if (row.width) {
+            EXPECT_EQ(frame.right - frame.left, row.width) << row.id;
+        }
         if (name == L"ComboBox" || name == L"ListBox") continue;
         EXPECT_EQ(frame.bottom - frame.top, box.height) << row.id;
     }

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <libintl.h>
+#include <map>
 #include <random>
 #include <string>
 #include <string_view>
@@ -84,7 +85,7 @@ void FindPeer(benchmark::State& state) {
 }
 
 // A catalogue in a folder of its own, bound as the domain "bench"; false when it cannot be made.
-bool BindCatalogue(MakeKey makeKey, std::size_t count) {
+bool MakeCatalogue(MakeKey makeKey, std::size_t count) {
     const auto root = std::filesystem::temp_directory_path() / ("pavane_bench_" + std::to_string(count));
     const auto folder = root / "en" / "LC_MESSAGES";
     std::filesystem::create_directories(folder);
@@ -104,10 +105,20 @@ bool BindCatalogue(MakeKey makeKey, std::size_t count) {
     return std::string(dgettext("bench", makeKey(0).c_str())) == kValue;
 }
 
+// Once for each size, however often the benchmark begins again.
+bool HaveCatalogue(std::size_t count) {
+    static std::map<std::size_t, bool> made;
+    const auto [entry, isNew] = made.try_emplace(count, false);
+    if (isNew) entry->second = MakeCatalogue(PaddedKey, count);
+    const auto root = std::filesystem::temp_directory_path() / ("pavane_bench_" + std::to_string(count));
+    bindtextdomain("bench", root.c_str());
+    return entry->second;
+}
+
 template <class Answer>
 void AskGettext(benchmark::State& state, Answer answer) {
     const auto count = static_cast<std::size_t>(state.range(0));
-    if (!BindCatalogue(PaddedKey, count)) {
+    if (!HaveCatalogue(count)) {
         state.SkipWithError("no catalogue: gettext's msgfmt is needed");
         return;
     }

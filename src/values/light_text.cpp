@@ -99,7 +99,9 @@ std::string NarrowOf(const char16_t* wide) {
     const std::size_t size = NarrowSize(wide);
     if (size == kNoNarrowText) return {};
     TextRoom<char> narrow(size);
-    return {narrow.Units(), WideToNarrow(narrow.Units(), wide, size + 1)};
+    // The size was counted without a look at the characters.
+    const std::size_t written = WideToNarrow(narrow.Units(), wide, size + 1);
+    return written == kNoNarrowText ? std::string() : std::string(narrow.Units(), written);
 }
 
 std::string Utf8Of(const char16_t* wide) {
@@ -160,8 +162,8 @@ std::string CodePageToUtf8(std::string_view text) {
     const std::size_t units = WideSize(narrow.c_str());
     if (units == kNoNarrowText) return {};
     TextRoom<char16_t> wide(units);
-    NarrowToWide(wide.Units(), narrow.c_str(), units + 1);
-    return Utf8Of(wide.Units());
+    const bool read = NarrowToWide(wide.Units(), narrow.c_str(), units + 1) != kNoNarrowText;
+    return read ? Utf8Of(wide.Units()) : std::string();
 }
 
 } // namespace brixen::lyr::gen

@@ -30,8 +30,8 @@ CodePageResult WideToCodePage(unsigned codePage, std::u16string_view wide, char*
                               std::size_t capacity);
 
 // The narrow text of the C library in the locale of the process, both NUL-terminated. Sizes are without the
-// terminator; `kNoNarrowText` says that the text cannot be shown. `size` counts characters of `output`, which
-// is terminated when there is room.
+// terminator; `kNoNarrowText` says that the text cannot be shown, which the size alone may not tell. `size`
+// counts characters of `output`, which is terminated when there is room.
 inline constexpr std::size_t kNoNarrowText = static_cast<std::size_t>(-1);
 std::size_t NarrowSize(const char16_t* wide);
 std::size_t WideToNarrow(char* output, const char16_t* wide, std::size_t size);

@@ -81,11 +81,7 @@ CodePageResult WideToCodePage(unsigned codePage, std::u16string_view wide, char*
     return Deliver(bytes, output, capacity);
 }
 
-std::size_t NarrowSize(const char16_t* wide) {
-    const std::u16string_view text(wide);
-    const bool shown = std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit <= 0xFF; });
-    return shown ? text.size() : kNoNarrowText;
-}
+std::size_t NarrowSize(const char16_t* wide) { return std::u16string_view(wide).size(); }
 
 std::size_t WideToNarrow(char* output, const char16_t* wide, std::size_t size) {
     for (std::size_t i = 0; i < size; ++i) {

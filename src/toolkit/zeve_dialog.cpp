@@ -1,9 +1,9 @@
 #include "toolkit/zeve_dialog.h"
 
+#include "toolkit/catalogue.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/guarded.h"
-#include "toolkit/keyword_table.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/modal_run.h"
 #include "toolkit/platform/toolkit_platform.h"

@@ -1,10 +1,10 @@
 #include "toolkit/zeve_generator.h"
 
+#include "toolkit/catalogue.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
-#include "toolkit/keyword_table.h"
 #include "view/expression_scope.h"
 
 namespace brixen::zeve {

@@ -3,9 +3,9 @@
 #include "dictionaries/dictionaries_state.h"
 #include "dictionaries/translation.h"
 #include "toolkit/box_state.h"
+#include "toolkit/catalogue.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
-#include "toolkit/keyword_table.h"
 #include "toolkit/view_constants.h"
 
 #include <algorithm>

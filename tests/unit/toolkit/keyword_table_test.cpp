@@ -13,8 +13,8 @@
 #include "toolkit/boxes/eve_static_text.h"
 #include "toolkit/boxes/eve_static_text_enum.h"
 #include "toolkit/boxes/eve_tab_group.h"
+#include "toolkit/catalogue.h"
 #include "toolkit/key_hash.h"
-#include "toolkit/keyword_table.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include "dialog_fixture.h"
 #include "toolkit/box_state.h"
+#include "toolkit/catalogue.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/eve_box.h"
-#include "toolkit/keyword_table.h"
 #include "toolkit/view_constants.h"
 #include "view/expression_scope.h"
 

@@ -1,6 +1,6 @@
 #include "dictionaries/translation.h"
 
-#include "dictionaries/dictionaries_state.h"
+#include "dictionaries/process_dictionary.h"
 #include "dictionaries/encoding.h"
 #include "dictionaries/key_text.h"
 #include "dictionaries/value_decoding.h"

@@ -7,7 +7,6 @@
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_dialog.h"
 #include "values/text_conversion.h"
-#include "workflow/pane_host.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -80,10 +79,6 @@ void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible) {
 
 void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled) {
     enabled ? zeve::ZeveEnable(dialog, viewId) : zeve::ZeveDisable(dialog, viewId);
-}
-
-void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId) {
-    host.Pictures().Show(name, platform::ChildWithId(host.Window(), viewId));
 }
 
 void FocusDefaultButton(NativeWindow window) {

@@ -14,8 +14,6 @@ class ZeveDialog;
 
 namespace brixen::pvn::pvn_workflow {
 
-class PVNPaneHost;
-
 // Only these two languages turn on right-to-left layout; for all others the toolkit is told none.
 bool IsRightToLeft(std::string_view language);
 
@@ -31,8 +29,6 @@ void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible);
 void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled);
-// Loads a bitmap and shows it in a picture control. A missing one is shown as nothing.
-void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId);
 
 // Gives the focus to the dialog's default button, else to its first plain button, else to its first child.
 void FocusDefaultButton(zeve::NativeWindow window);

@@ -153,4 +153,8 @@ std::intptr_t PVNPaneHost::DeliverEvent(std::string_view event) {
     return to == kWFState_Done ? zeve::kAnswerEndPositive : zeve::kAnswerEndNegative;
 }
 
+void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId) {
+    host.Pictures().Show(name, zeve::platform::ChildWithId(host.Window(), viewId));
+}
+
 } // namespace brixen::pvn::pvn_workflow

@@ -109,4 +109,7 @@ private:
     bool sawPane = false, sawUser = false;
 };
 
+// Loads a bitmap and shows it in a picture control of the host's dialog. A missing one is shown as nothing.
+void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId);
+
 } // namespace brixen::pvn::pvn_workflow

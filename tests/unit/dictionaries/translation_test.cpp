@@ -42,9 +42,9 @@ TEST_F(Translation, SpeaksUtf8BothWays) {
 }
 
 TEST_F(Translation, MakesTheDictionaryWhenItIsMissing) {
-    kestrel_private::State().dictionary.reset();
+    kestrel_private::ProcessDictionarySlot().reset();
     EXPECT_EQ(ZeveTranslate("$$$/a=x"), "x");
-    EXPECT_NE(kestrel_private::State().dictionary, nullptr);
+    EXPECT_NE(kestrel_private::ProcessDictionarySlot(), nullptr);
 }
 
 TEST_F(Translation, PutsTextsIntoPlaceholdersInOrder) {

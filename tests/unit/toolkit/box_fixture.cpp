@@ -1,6 +1,6 @@
 #include "unit/toolkit/box_fixture.h"
 
-#include "dictionaries/dictionaries_state.h"
+#include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"
 #include "toolkit/box_state.h"
 #include "toolkit/catalogue.h"

@@ -18,7 +18,6 @@ namespace {
 constexpr std::uint32_t kStyleTabStop = 0x00010000;
 constexpr std::uint32_t kStyleNormalButton = 0x40010000;
 constexpr std::uint32_t kStyleDefaultButton = 0x40010001;
-constexpr std::uint32_t kStyleShown = 0x10000000;
 constexpr std::size_t kTitleUnits = 255;
 
 // Never ends between the halves of a surrogate pair.
@@ -41,8 +40,6 @@ void MakeButton(zeve::ZeveDialog* dialog, std::uint16_t viewId, std::uint32_t st
 }
 
 } // namespace
-
-bool IsRightToLeft(std::string_view language) { return language == "ar_AE" || language == "he_IL"; }
 
 void SetWindowTitle(const std::string& key, NativeWindow window) {
     std::string title = zeve::ZeveTranslate("$$$/pvn/dlg/common/window_title/prefix");
@@ -79,14 +76,6 @@ void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible) {
 
 void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled) {
     enabled ? zeve::ZeveEnable(dialog, viewId) : zeve::ZeveDisable(dialog, viewId);
-}
-
-void FocusDefaultButton(NativeWindow window) {
-    NativeWindow target =
-        platform::ChildOfClassAndStyle(window, u"Button", kStyleDefaultButton | kStyleShown);
-    if (!target) target = platform::ChildOfClassAndStyle(window, u"Button", kStyleNormalButton | kStyleShown);
-    if (!target) target = platform::TopChild(window);
-    platform::Focus(target);
 }
 
 } // namespace brixen::pvn::pvn_workflow

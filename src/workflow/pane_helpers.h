@@ -6,16 +6,12 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace brixen::zeve {
 class ZeveDialog;
 }
 
 namespace brixen::pvn::pvn_workflow {
-
-// Only these two languages turn on right-to-left layout; for all others the toolkit is told none.
-bool IsRightToLeft(std::string_view language);
 
 // The prefix that all titles share, then the text of `key`, or of the common title if that is empty. At most
 // 255 UTF-16 units are shown.
@@ -29,8 +25,5 @@ void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible);
 void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled);
-
-// Gives the focus to the dialog's default button, else to its first plain button, else to its first child.
-void FocusDefaultButton(zeve::NativeWindow window);
 
 } // namespace brixen::pvn::pvn_workflow

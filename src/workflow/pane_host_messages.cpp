@@ -4,8 +4,8 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_callback.h"
+#include "workflow/dialog_rules.h"
 #include "workflow/host_messages.h"
-#include "workflow/pane_helpers.h"
 #include "workflow/pane_host.h"
 #include "workflow/platform/pane_platform.h"
 

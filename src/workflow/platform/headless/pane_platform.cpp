@@ -19,7 +19,7 @@ bool StartProgram(const char16_t* program, const char16_t* arguments, std::int32
     } catch (const std::bad_alloc&) {
         return false;
     }
-    return !ThePaneRecorder().refusePrograms;
+    return ThePaneRecorder().installed == program;
 }
 
 } // namespace brixen::pvn::pvn_workflow::platform

@@ -14,8 +14,8 @@ struct StartedProgram {
 
 struct PaneRecorder {
     bool isHighContrast = false;
-    bool refusePrograms = false;
-    std::vector<StartedProgram> started; // refused ones included
+    std::u16string installed = u"iexplore.exe"; // the one program that there is
+    std::vector<StartedProgram> started;        // those that are not there included
 
     void Reset() { *this = PaneRecorder(); }
 };

@@ -1,0 +1,16 @@
+#include "workflow/platform/pane_platform.h"
+
+#include <gtest/gtest.h>
+
+namespace brixen::pvn::pvn_workflow::platform {
+namespace {
+
+TEST(PanePlatform, ContrastIsPlainUnlessTheUserAskedForMore) { EXPECT_FALSE(IsHighContrast()); }
+
+TEST(PanePlatform, AProgramThatIsNotThereIsNotStarted) {
+    EXPECT_FALSE(StartProgram(u"no-such-program-anywhere.exe", u"page.html", 9));
+    EXPECT_FALSE(StartProgram(u"no-such-program-anywhere.exe", u"", 1));
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow::platform

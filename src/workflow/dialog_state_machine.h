@@ -10,7 +10,7 @@ class PVNPaneHost;
 class PVNDialogStateMachine final : public PVNNavStateMachine {
 public:
     // The host is not owned and must outlive this.
-    explicit PVNDialogStateMachine(PVNPaneHost& host) : host(host) {}
+    explicit PVNDialogStateMachine(PVNPaneHost& paneHost) : host(paneHost) {}
 
     // Opens the host's dialog, enters startState and runs the dialog to its end. The dialog is closed also
     // when an exception leaves.

@@ -43,7 +43,7 @@ void RestoreRoot() noexcept {
 
 } // namespace
 
-PVNPaneHost::PVNPaneHost(std::string viewText) : viewText(std::move(viewText)) {}
+PVNPaneHost::PVNPaneHost(std::string text) : viewText(std::move(text)) {}
 
 PVNPaneHost::~PVNPaneHost() {
     PVNPaneHost::Destroy();

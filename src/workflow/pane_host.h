@@ -27,8 +27,8 @@ class PVNWorkFlowContext;
 
 class PVNPaneHost : public PVNActionDelegate, public PVNHostWindow {
 public:
-    // `viewText` is the view description that holds the controls of all panes.
-    explicit PVNPaneHost(std::string viewText);
+    // `text` is the view description that holds the controls of all panes.
+    explicit PVNPaneHost(std::string text);
     PVNPaneHost(const PVNPaneHost&) = delete;
     PVNPaneHost& operator=(const PVNPaneHost&) = delete;
     ~PVNPaneHost() override;

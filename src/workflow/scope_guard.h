@@ -8,8 +8,8 @@ namespace brixen::pvn::pvn_workflow {
 template <class Leave>
 class ScopeGuard {
 public:
-    // `leave` must not throw.
-    explicit ScopeGuard(Leave leave) : leave(std::move(leave)) {}
+    // `action` must not throw.
+    explicit ScopeGuard(Leave action) : leave(std::move(action)) {}
     ScopeGuard(const ScopeGuard&) = delete;
     ScopeGuard& operator=(const ScopeGuard&) = delete;
     ~ScopeGuard() { leave(); }

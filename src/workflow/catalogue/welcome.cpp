@@ -47,7 +47,7 @@ constexpr PaneTraits kReadyTraits{"$$$/pvn/welcome/ready/window_title", welcome:
 
 class WelcomePane : public PVNPane {
 public:
-    explicit WelcomePane(const PaneTraits& traits) : traits(traits) {}
+    explicit WelcomePane(const PaneTraits& paneTraits) : traits(paneTraits) {}
 
     void Enter() override {
         SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
@@ -77,7 +77,7 @@ private:
 
 class HighlightsPane final : public WelcomePane {
 public:
-    explicit HighlightsPane(PVNPaneHost& host) : WelcomePane(kHighlightsTraits), host(host) {}
+    explicit HighlightsPane(PVNPaneHost& paneHost) : WelcomePane(kHighlightsTraits), host(paneHost) {}
 
     void Enter() override {
         if (!hasPictures) ShowPictures();

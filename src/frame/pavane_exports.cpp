@@ -93,7 +93,8 @@ void TerminateNow() noexcept {
     CloseLog();
 }
 
-// Marks the time of a run, for all threads; at its end comes the terminate that arrived meanwhile.
+// Marks the time of a run, for all threads. The terminate that arrived meanwhile is carried out at its end
+// and still belongs to it: a call from another thread must not run on a record that is going.
 class RunMark {
 public:
     RunMark() noexcept {
@@ -101,8 +102,10 @@ public:
         fIsOurs = gExports.run.compare_exchange_strong(idle, RunState::kRunning);
     }
     ~RunMark() {
-        if (fIsOurs && gExports.run.exchange(RunState::kIdle) == RunState::kRunningThenTerminate)
-            TerminateNow();
+        RunState running = RunState::kRunning;
+        if (!fIsOurs || gExports.run.compare_exchange_strong(running, RunState::kIdle)) return;
+        TerminateNow();
+        gExports.run = RunState::kIdle;
     }
     RunMark(const RunMark&) = delete;
     RunMark& operator=(const RunMark&) = delete;

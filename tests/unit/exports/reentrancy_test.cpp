@@ -86,6 +86,19 @@ TEST_P(PavaneDuringARun, ATerminateWaitsForItsEnd) {
     EXPECT_EQ(Pavane_RunWorkflow(2, nullptr), PAVANE_USER_OUTCOME4);
 }
 
+TEST_P(PavaneDuringARun, TheTerminateAtItsEndIsPartOfIt) {
+    gEngine.onShutDown = [&] {
+        GetParam()([] {
+            EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_BAD_ARGUMENT);
+            EXPECT_EQ(Pavane_PreloadWorkflow(1), PAVANE_BAD_ARGUMENT);
+            Pavane_Terminate();
+        });
+    };
+    RunWith([] { Pavane_Terminate(); });
+    EXPECT_EQ(gPavaneContext, nullptr);
+    EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "shut down"));
+}
+
 TEST_P(PavaneDuringARun, AnInitialiseAnswersAsASecondOne) {
     RunWith([] { EXPECT_EQ(Pavane_Initialize(2, 8), PAVANE_SUCCESS); });
     EXPECT_EQ(gPavaneContext->hostApp, 5);

@@ -110,6 +110,23 @@ TEST_F(PavaneTerminate, DestroysTheHelperObjectThenShutsTheResourcesDown) {
     EXPECT_THAT(gEngine.calls, ElementsAre("aux", "shut down"));
 }
 
+TEST_F(PavaneTerminate, EmptiesTheRecordBeforeTheResourcesGoAndClosesTheLogAfterThem) {
+    Pavane_Initialize(0, 0);
+    gPavaneContext->auxObject = new Aux;
+    const auto endAtOnce = [](void*, WorkerCallback) { return kStatusSuccess; };
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(endAtOnce, nullptr, nullptr), kStatusSuccess);
+    gEngine.onShutDown = [] {
+        ASSERT_NE(gPavaneContext, nullptr);
+        EXPECT_EQ(gPavaneContext->auxObject, nullptr);
+        EXPECT_EQ(gPavaneContext->threadHandle, nullptr);
+        EXPECT_EQ(GetFrameTwin().openThreadHandles, 0);
+        PvnLog("shutting down\n");
+    };
+    Pavane_Terminate();
+    EXPECT_EQ(gEngine.calls, (std::vector<std::string>{"aux", "shut down"}));
+    EXPECT_THAT(Lines(), ElementsAre("shutting down"));
+}
+
 TEST_F(PavaneTerminate, FreesTheRecordEvenWhenTheResourcesThrow) {
     gEngine.onShutDown = [] { throw 1; };
     Pavane_Initialize(0, 0);

@@ -1,5 +1,7 @@
 #include "exports_fixture.h"
 
+#include "workflow/context_keys.h"
+
 #include <stdexcept>
 
 namespace brixen::pvn {
@@ -57,6 +59,24 @@ TEST_F(PavanePreload, OfNumberZeroIsTheOnePreparedAlready) {
     Pavane_PreloadWorkflow(9);
     gPreloadedWorkflow = 0;
     EXPECT_EQ(Pavane_PreloadWorkflow(0), PAVANE_BAD_ARGUMENT) << "the status of the call before";
+}
+
+TEST_F(PavanePreload, OutlivesATerminate) {
+    Pavane_Initialize(0, 0);
+    Pavane_PreloadWorkflow(2);
+    Pavane_Terminate();
+    Pavane_Initialize(0, 0);
+    gEngine.calls.clear();
+    EXPECT_EQ(Pavane_PreloadWorkflow(2), PAVANE_SUCCESS);
+    EXPECT_THAT(gEngine.calls, IsEmpty());
+    gEngine.run = [](T_StorageInterface& bag) -> Status {
+        std::string name = "before";
+        EXPECT_TRUE(GetString(bag, pvn_workflow::PvnWFKey_ProductName, name));
+        EXPECT_EQ(name, "") << "the new record was not refreshed: meant";
+        return kStatusSuccess;
+    };
+    EXPECT_EQ(Pavane_RunWorkflow(2, nullptr), PAVANE_SUCCESS);
+    EXPECT_THAT(gEngine.calls, ElementsAre("run"));
 }
 
 TEST_F(PavanePreload, NumbersOutsideTheSetAreRefusedWithoutARefresh) {

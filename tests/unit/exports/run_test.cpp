@@ -87,6 +87,17 @@ TEST_F(PavaneRun, NumberZeroCountsAsPreparedAndIsRefusedAtTheDispatch) {
     EXPECT_THAT(Lines(), ElementsAre(kNotPrepared)) << "now the latest status says that preparing it failed";
 }
 
+TEST_F(PavaneRun, AFailedPreloadWhoseStatusIsGoneIsRefusedAtTheDispatch) {
+    Pavane_Initialize(0, 0);
+    EXPECT_EQ(Pavane_PreloadWorkflow(7), PAVANE_BAD_ARGUMENT);
+    EXPECT_EQ(Pavane_Initialize(0, 0), PAVANE_SUCCESS) << "the latest status now";
+    const auto lines = Lines();
+    EXPECT_EQ(Pavane_RunWorkflow(7, nullptr), PAVANE_BAD_ARGUMENT);
+    EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
+    EXPECT_EQ(gPreloadedWorkflow, 0) << "as after any run";
+    EXPECT_EQ(Lines(), lines);
+}
+
 TEST_F(PavaneRun, TheBagHoldsWhatEveryWorkflowGets) {
     int window = 0;
     Pavane_Initialize(-3, PAVANE_HOST_OPTIONS(0x0411, 0));

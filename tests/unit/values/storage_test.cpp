@@ -170,6 +170,22 @@ TEST(Storage, AKeyCanBeSetToItsOwnText) {
     EXPECT_EQ(StringIn(bag, kKey), "that is much too long for the short form");
 }
 
+TEST(Storage, RemoveTakesTheEntryOfItsTypeAlone) {
+    for (const std::string_view type : {kValueTypeLong, kValueTypeString, kValueTypePtr}) {
+        T_Storage bag;
+        SetLong(bag, kKey, 1);
+        SetString(bag, kKey, "text");
+        SetPtr(bag, kKey, &bag);
+        bag.Remove(kKey, type);
+        std::uint32_t number = 0;
+        std::string text;
+        void* pointer = nullptr;
+        EXPECT_EQ(GetLong(bag, kKey, number), type != kValueTypeLong) << type;
+        EXPECT_EQ(GetString(bag, kKey, text), type != kValueTypeString) << type;
+        EXPECT_EQ(GetPtr(bag, kKey, pointer), type != kValueTypePtr) << type;
+    }
+}
+
 TEST(Storage, RemovingAMissingKeyIsNoError) {
     T_Storage bag;
     SetLong(bag, "other", 9);

@@ -19,11 +19,15 @@ void ResetFrameTwin() {
     GetFrameTwin() = fresh;
 }
 
-std::size_t GetTemporaryFolder(std::span<char16_t, kPathLimit> folder) noexcept try {
-    const auto& chosen = GetFrameTwin().temporaryFolder;
-    const std::u16string path = chosen ? *chosen : (std::filesystem::temp_directory_path() / "").u16string();
+static std::size_t CopyFolder(const std::u16string& path, std::span<char16_t, kPathLimit> folder) noexcept {
     if (path.size() < folder.size()) std::copy_n(path.c_str(), path.size() + 1, folder.begin());
     return path.size();
+}
+
+// A chosen folder costs no allocation, so that tests that refuse one find their log where it always is.
+std::size_t GetTemporaryFolder(std::span<char16_t, kPathLimit> folder) noexcept try {
+    if (const auto& chosen = GetFrameTwin().temporaryFolder) return CopyFolder(*chosen, folder);
+    return CopyFolder((std::filesystem::temp_directory_path() / "").u16string(), folder);
 } catch (...) {
     return 0;
 }

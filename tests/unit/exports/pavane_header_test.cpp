@@ -102,5 +102,14 @@ TEST(WorkflowTable, NamesTheFiveWorkflowsAndHasThoseThatExist) {
     EXPECT_EQ(kWorkflowCatalogue.Find(6), nullptr);
 }
 
+TEST(WorkflowTable, TellsWhichShowTheirHostOfferCancelAndLoadAViewAhead) {
+    for (const WorkflowRow& row : kWorkflowCatalogue.workflows) {
+        const bool callsTheService = row.number == 2 || row.number == 4 || row.number == 5;
+        EXPECT_EQ(row.showsHostName, callsTheService) << row.name;
+        EXPECT_EQ(row.offersCancel, callsTheService) << row.name;
+        EXPECT_EQ(row.preloadView != nullptr, row.number == 2) << row.name;
+    }
+}
+
 } // namespace
 } // namespace brixen::pvn

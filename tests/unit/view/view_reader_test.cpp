@@ -58,7 +58,9 @@ TEST_F(ViewReaderTest, ViewsArePreparedAndCreatedInTheOrderOfTheText) {
 }
 
 TEST_F(ViewReaderTest, TheRunReturnsTheRootsHandleOrTheFixedRoot) {
-    EXPECT_EQ(Run("dialog();"), generator.created[0].handle);
+    const ViewHandle root = Run("dialog();");
+    ASSERT_EQ(generator.created.size(), 1u);
+    EXPECT_EQ(root, generator.created[0].handle);
     generator.fixedRoot = generator.MakeHandle(77);
     EXPECT_EQ(Run("dialog();"), generator.MakeHandle(77));
 }
@@ -96,6 +98,19 @@ TEST_F(SeenByViews, ABlocksVariablesEndWithIt) {
     Run("value = 1; dialog() { a(); value = 2; b(); row() { value = 3; c(); } d(); }");
     EXPECT_THAT(fromChain, ElementsAre(1, 1, 2, 2, 3, 2));
     EXPECT_EQ(Number("value"), 1);
+}
+
+TEST_F(SeenByViews, ABlockHasAViewScopeOfItsOwnWithoutConstants) {
+    generator.onPrepare = [this](std::string_view keyword, CExpressionScope& head, CExpressionScope&) {
+        auto* block = dynamic_cast<CExpressViewScope*>(head.Parent());
+        ASSERT_NE(block, nullptr);
+        EXPECT_EQ(&block->Generator(), &generator);
+        EXPECT_EQ(block->Parent(), keyword == "dialog" ? nullptr : root.get());
+        EXPECT_EQ(block->HasEntries(), keyword == "dialog");
+        EXPECT_EQ(head.GetLongOr("true", 0), 5);
+    };
+    Run("true = 5; dialog(value: 1) { a(value: 2); }");
+    EXPECT_THAT(generator.prepared, ElementsAre("dialog", "a"));
 }
 
 TEST_F(SeenByViews, ParametersAreNotSeenByChildren) {
@@ -138,10 +153,12 @@ TEST_F(ViewReaderTest, AViewMayBearTheNameOfAStatement) {
 
 TEST_F(ViewReaderTest, InheritsAlignmentAndOffscreenFromTheEnclosingView) {
     generator.watched = {"horizontal", "vertical"};
-    Run("dialog(child_horizontal: align_center, child_vertical: align_bottom) { a(); b(horizontal: 4); }");
+    Run("dialog(child_horizontal: align_center, child_vertical: align_bottom) {"
+        "  a(); b(horizontal: 4); eval('c();'); }");
     EXPECT_EQ(generator.created[1].numbers.at("horizontal"), 2);
     EXPECT_EQ(generator.created[1].numbers.at("vertical"), 5);
     EXPECT_EQ(generator.created[2].numbers.at("horizontal"), 4);
+    EXPECT_EQ(generator.created[3].numbers.at("vertical"), 5) << "an evaluated text stands in the same view";
     EXPECT_EQ(generator.created[0].numbers.count("horizontal"), 0u);
     generator.created.clear();
     Run("dialog(placement: place_offscreen) { a(); }");
@@ -190,6 +207,21 @@ TEST_F(ViewReaderTest, HighWaterMarksShowWhereTheTextStopped) {
     EXPECT_EQ(gReaderState.marks.failed, nullptr);
 }
 
+TEST_F(ViewReaderTest, HighWaterMarksAreThoseOfTheLatestRun) {
+    const std::string texts[] = {"dialog(); ?", "dialog();    "};
+    for (const std::size_t place : {0, 1, 0}) {
+        const std::string& text = texts[place];
+        Failure(""); // elsewhere
+        try {
+            RunDefinition(*root, text.c_str());
+        } catch (const std::logic_error&) {
+        }
+        const char* end = text.data() + text.size();
+        EXPECT_EQ(gReaderState.marks.completed, place == 0 ? text.data() + text.find(" ?") : end);
+        EXPECT_EQ(gReaderState.marks.failed, place == 0 ? text.data() + text.find('?') : end);
+    }
+}
+
 // The log's lines go to a file of the test's own while this lives.
 class LogCatcher {
 public:
@@ -215,6 +247,20 @@ TEST_F(ViewReaderTest, TheLogTellsLineAndColumnOfTheFurthestFailure) {
                                    "line 3, column 28"));
     EXPECT_EQ(Failure("?"), kNotAllRead);
     EXPECT_THAT(log.Text(), testing::HasSubstr("line 1, column 1"));
+}
+
+TEST_F(ViewReaderTest, ARunInsideAnotherDoesNotLeadTheLogAstray) {
+    const LogCatcher log;
+    CVerifyGenerator inner;
+    const char elsewhere[] = "?"; // far behind the outer text
+    generator.onPrepare = [&](std::string_view, CExpressionScope&, CExpressionScope&) {
+        const auto scope = CreateViewScope(nullptr, &inner, nullptr, nullptr, true);
+        EXPECT_THROW(RunDefinition(*scope, elsewhere), std::logic_error);
+    };
+    EXPECT_EQ(Failure("dialog();
+ ?"), kNotAllRead);
+    EXPECT_THAT(log.Text(), testing::HasSubstr("line 1, column 1"));
+    EXPECT_THAT(log.Text(), testing::HasSubstr("line 2, column "));
 }
 
 TEST_F(ViewReaderTest, TheLogIsSilentAboutOtherFailures) {

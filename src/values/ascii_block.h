@@ -15,10 +15,58 @@ namespace brixen::lyr::gen {
 
 inline constexpr std::size_t kAsciiBlock = 16;
 
+// What the functions mean, for processors without vectors.
+namespace scalar_blocks {
+
+// Widens sixteen bytes and returns how many of them, from the front, are ASCII; what is behind those may be
+// written too, and means nothing then.
+inline std::size_t WidenAsciiBlock(const std::uint8_t* source, char16_t* target) {
+    std::size_t count = 0;
+    for (; count < kAsciiBlock && source[count] < 0x80; ++count) target[count] = source[count];
+    return count;
+}
+
+// The same with half a block.
+inline std::size_t WidenAsciiHalfBlock(const std::uint8_t* source, char16_t* target) {
+    std::size_t count = 0;
+    for (; count < kAsciiBlock / 2 && source[count] < 0x80; ++count) target[count] = source[count];
+    return count;
+}
+
+// The way back.
+inline std::size_t NarrowAsciiBlock(const char16_t* source, std::uint8_t* target) {
+    std::size_t count = 0;
+    for (; count < kAsciiBlock && source[count] < 0x80; ++count)
+        target[count] = static_cast<std::uint8_t>(source[count]);
+    return count;
+}
+
+// How many units the sixteen bytes of legal UTF-8 start, a pair of surrogates counting as two.
+inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
+    std::size_t units = 0;
+    for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        units += static_cast<std::size_t>((source[i] & 0xC0) != 0x80) +
+                 static_cast<std::size_t>(source[i] >= 0xF0);
+    }
+    return units;
+}
+
+// How many bytes of UTF-8 the eight units give, each half of a pair counting as two.
+inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
+    std::size_t bytes = 24;
+    for (std::size_t i = 0; i < kAsciiBlock / 2; ++i) {
+        const bool three = source[i] >= 0x800 && (source[i] & 0xF800) != 0xD800;
+        bytes -= static_cast<std::size_t>(source[i] < 0x80) + static_cast<std::size_t>(!three);
+    }
+    return bytes;
+}
+
+} // namespace scalar_blocks
+
 #ifdef PAVANE_HAS_SSE2
 
-// Widens sixteen bytes and returns how many of them, from the front, are ASCII; what is behind those is
-// written too and means nothing.
+namespace vector_blocks {
+
 inline std::size_t WidenAsciiBlock(const std::uint8_t* source, char16_t* target) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     const __m128i zero = _mm_setzero_si128();
@@ -28,7 +76,6 @@ inline std::size_t WidenAsciiBlock(const std::uint8_t* source, char16_t* target)
     return static_cast<std::size_t>(std::countr_zero(marks));
 }
 
-// The same with half a block.
 inline std::size_t WidenAsciiHalfBlock(const std::uint8_t* source, char16_t* target) {
     const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(source));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
@@ -36,7 +83,18 @@ inline std::size_t WidenAsciiHalfBlock(const std::uint8_t* source, char16_t* tar
     return static_cast<std::size_t>(std::countr_zero(marks));
 }
 
-// How many units the sixteen bytes of legal UTF-8 start, a pair of surrogates counting as two.
+inline std::size_t NarrowAsciiBlock(const char16_t* source, std::uint8_t* target) {
+    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
+    const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + 8));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_packus_epi16(low, high));
+    const __m128i above = _mm_set1_epi16(static_cast<short>(0xFF80));
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i lowAscii = _mm_cmpeq_epi16(_mm_and_si128(low, above), zero);
+    const __m128i highAscii = _mm_cmpeq_epi16(_mm_and_si128(high, above), zero);
+    const auto ascii = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_packs_epi16(lowAscii, highAscii)));
+    return static_cast<std::size_t>(std::countr_one(ascii));
+}
+
 inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     const __m128i starts = _mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(0xBF)));
@@ -46,7 +104,6 @@ inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
     return static_cast<std::size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
 }
 
-// How many bytes of UTF-8 the eight units give, each half of a pair counting as two.
 inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     const __m128i zero = _mm_setzero_si128();
@@ -60,57 +117,13 @@ inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
     return 24 - static_cast<std::size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
 }
 
-// The way back.
-inline std::size_t NarrowAsciiBlock(const char16_t* source, std::uint8_t* target) {
-    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
-    const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + 8));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_packus_epi16(low, high));
-    const __m128i above = _mm_set1_epi16(static_cast<short>(0xFF80));
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i lowAscii = _mm_cmpeq_epi16(_mm_and_si128(low, above), zero);
-    const __m128i highAscii = _mm_cmpeq_epi16(_mm_and_si128(high, above), zero);
-    const auto ascii = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_packs_epi16(lowAscii, highAscii)));
-    return static_cast<std::size_t>(std::countr_one(ascii));
-}
+} // namespace vector_blocks
+
+namespace blocks = vector_blocks;
 
 #else
 
-inline std::size_t WidenAsciiBlock(const std::uint8_t* source, char16_t* target) {
-    std::size_t count = 0;
-    for (; count < kAsciiBlock && source[count] < 0x80; ++count) target[count] = source[count];
-    return count;
-}
-
-inline std::size_t WidenAsciiHalfBlock(const std::uint8_t* source, char16_t* target) {
-    std::size_t count = 0;
-    for (; count < kAsciiBlock / 2 && source[count] < 0x80; ++count) target[count] = source[count];
-    return count;
-}
-
-inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
-    std::size_t units = 0;
-    for (std::size_t i = 0; i < kAsciiBlock; ++i) {
-        units += static_cast<std::size_t>((source[i] & 0xC0) != 0x80) +
-                 static_cast<std::size_t>(source[i] >= 0xF0);
-    }
-    return units;
-}
-
-inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
-    std::size_t bytes = 24;
-    for (std::size_t i = 0; i < kAsciiBlock / 2; ++i) {
-        const bool three = source[i] >= 0x800 && (source[i] & 0xF800) != 0xD800;
-        bytes -= static_cast<std::size_t>(source[i] < 0x80) + static_cast<std::size_t>(!three);
-    }
-    return bytes;
-}
-
-inline std::size_t NarrowAsciiBlock(const char16_t* source, std::uint8_t* target) {
-    std::size_t count = 0;
-    for (; count < kAsciiBlock && source[count] < 0x80; ++count)
-        target[count] = static_cast<std::uint8_t>(source[count]);
-    return count;
-}
+namespace blocks = scalar_blocks;
 
 #endif
 

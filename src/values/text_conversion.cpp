@@ -132,13 +132,13 @@ inline void WriteFour(Byte* target, std::uint32_t four) {
 inline void QuickAsciiToUtf16(const Byte*& source, const Byte* end, char16_t*& target,
                               const char16_t* targetEnd) {
     while (std::min(end - source, targetEnd - target) >= static_cast<std::ptrdiff_t>(kAsciiBlock)) {
-        const std::size_t count = WidenAsciiBlock(source, target);
+        const std::size_t count = blocks::WidenAsciiBlock(source, target);
         source += count;
         target += count;
         if (count < kAsciiBlock) return;
     }
     if (std::min(end - source, targetEnd - target) >= static_cast<std::ptrdiff_t>(kAsciiBlock / 2)) {
-        const std::size_t count = WidenAsciiHalfBlock(source, target);
+        const std::size_t count = blocks::WidenAsciiHalfBlock(source, target);
         source += count;
         target += count;
     }
@@ -200,7 +200,7 @@ void QuickUtf8ToUtf16(const Byte*& sourceAt, const Byte* end, char16_t*& targetA
 inline void QuickAsciiToUtf8(const char16_t*& source, const char16_t* end, Byte*& target,
                              const Byte* targetEnd) {
     while (std::min(end - source, targetEnd - target) >= static_cast<std::ptrdiff_t>(kAsciiBlock)) {
-        const std::size_t count = NarrowAsciiBlock(source, target);
+        const std::size_t count = blocks::NarrowAsciiBlock(source, target);
         source += count;
         target += count;
         if (count < kAsciiBlock) return;
@@ -254,22 +254,22 @@ std::size_t Utf16Length(std::string_view utf8) {
     const Byte* const end = source + utf8.size();
     std::size_t units = 0;
     for (; end - source >= static_cast<std::ptrdiff_t>(kAsciiBlock); source += kAsciiBlock) {
-        units += Utf16UnitsOfBlock(source);
+        units += blocks::Utf16UnitsOfBlock(source);
     }
     std::array<Byte, kAsciiBlock> rest;
     rest.fill(0x80); // starts nothing
     std::copy(source, end, rest.begin());
-    return units + Utf16UnitsOfBlock(rest.data());
+    return units + blocks::Utf16UnitsOfBlock(rest.data());
 }
 
 // How many bytes a text without unpaired surrogates gives.
 std::size_t Utf8Length(std::u16string_view utf16) {
     constexpr std::size_t kHalf = kAsciiBlock / 2;
     std::size_t bytes = 0;
-    for (; utf16.size() >= kHalf; utf16.remove_prefix(kHalf)) bytes += Utf8BytesOfUnits(utf16.data());
+    for (; utf16.size() >= kHalf; utf16.remove_prefix(kHalf)) bytes += blocks::Utf8BytesOfUnits(utf16.data());
     std::array<char16_t, kHalf> rest{};
     std::copy(utf16.begin(), utf16.end(), rest.begin());
-    return bytes + Utf8BytesOfUnits(rest.data()) - (kHalf - utf16.size());
+    return bytes + blocks::Utf8BytesOfUnits(rest.data()) - (kHalf - utf16.size());
 }
 
 Byte* BytesOf(std::string& text) { return reinterpret_cast<Byte*>(text.data()); }

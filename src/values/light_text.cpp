@@ -2,6 +2,7 @@
 
 #include "values/platform/values_platform.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -158,11 +159,12 @@ std::string Utf8ToCodePage(std::string_view utf8) {
 std::string CodePageToUtf8(std::string_view text) {
     if (IsTooLong(text)) return {};
     // The C library wants a terminated text.
-    const std::string narrow(text);
-    const std::size_t units = WideSize(narrow.c_str());
+    TextRoom<char> narrow(text.size());
+    *std::copy(text.begin(), text.end(), narrow.Units()) = '\0';
+    const std::size_t units = WideSize(narrow.Units());
     if (units == kNoNarrowText) return {};
     TextRoom<char16_t> wide(units);
-    const bool read = NarrowToWide(wide.Units(), narrow.c_str(), units + 1) != kNoNarrowText;
+    const bool read = NarrowToWide(wide.Units(), narrow.Units(), units + 1) != kNoNarrowText;
     return read ? Utf8Of(wide.Units()) : std::string();
 }
 

@@ -1,5 +1,7 @@
 #include "values/light_text.h"
 
+#include "support/failing_allocator.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -107,6 +109,16 @@ TEST(CodePage, WidensOneByteToSeveral) {
     EXPECT_EQ(CodePageToUtf8(utf8), "Gr\xC3\xBC\xC3\x9F"
                                     "e");
     EXPECT_EQ(CodePageToUtf8(std::string(200, '\xFC')).size(), 400u);
+}
+
+TEST(CodePage, TakesNothingButTheResultFromTheHeapForAShortText) {
+    const std::string text(255, 'x');
+    std::size_t before = pavane_test::AllocationCount();
+    const std::string narrow = Utf8ToCodePage(text);
+    EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
+    before = pavane_test::AllocationCount();
+    EXPECT_EQ(CodePageToUtf8(narrow), text);
+    EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
 }
 
 TEST(CodePage, IsEmptyForWhatTheLocaleCannotShow) { EXPECT_EQ(Utf8ToCodePage("a\xE4\xB8\xAD"), ""); }

@@ -32,6 +32,15 @@ TEST(Base64Encode, PadsTheLastGroup) {
     EXPECT_EQ(Encode("\xFB\xFF\xBF"), "+/+/");
 }
 
+TEST(Base64Encode, TakesTheStandardAlphabetInItsOrder) {
+    std::string bytes;
+    for (unsigned value = 0; value < 64; value += 4) {
+        const unsigned group = value << 18 | (value + 1) << 12 | (value + 2) << 6 | (value + 3);
+        for (const int shift : {16, 8, 0}) bytes += static_cast<char>(group >> shift);
+    }
+    EXPECT_EQ(Encode(bytes), "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/");
+}
+
 TEST(Base64Encode, StaysOnOneLine) { EXPECT_EQ(Encode(std::string(300, 'x')).find('\n'), std::string::npos); }
 
 TEST(Base64Decode, StopsAtTheFirstCharacterOutsideTheAlphabet) {

@@ -125,7 +125,14 @@ TEST(ConvertUtf8ToUtf16, RefusesIllegalSequencesInBothModes) {
         for (const bool lenient : {false, true}) {
             EXPECT_EQ(From8To16(sequence, lenient), (Out16{SourceIllegal, 0, {}}))
                 << testing::PrintToString(sequence);
+            // In sight of more text, where whole runs are converted at once.
+            Bytes inText = {'a'};
+            inText.insert(inText.end(), sequence.begin(), sequence.end());
+            inText.insert(inText.end(), 20, 'x');
+            EXPECT_EQ(From8To16(inText, lenient), (Out16{SourceIllegal, 1, {u'a'}}))
+                << testing::PrintToString(sequence);
         }
+        EXPECT_EQ(From8To32(sequence), (Out32{SourceIllegal, 0, {}})) << testing::PrintToString(sequence);
     }
 }
 
@@ -249,6 +256,9 @@ TEST(Utf16RangeToUtf8, ThrowsAsItsCounterpartDoes) {
               "Empty target buffer.");
     EXPECT_EQ(MessageOf([&] { Utf16RangeToUtf8(text.data(), end, target.data(), target.data() + 8, false); }),
               "Bad UTF-16 sequence.");
+    const auto full = Utf16RangeToUtf8(text.data(), end, target.data(), target.data() + 2, true);
+    EXPECT_EQ(full.source, text.data() + 1);
+    EXPECT_EQ(full.target, target.data() + 1);
     const auto lenient = Utf16RangeToUtf8(text.data(), end, target.data(), target.data() + 8, true);
     EXPECT_EQ(lenient.source, end);
     EXPECT_EQ(lenient.target, target.data() + 4);
@@ -265,6 +275,16 @@ TEST(ToUtf8, RefusesALoneLowSurrogateUnlessLenient) {
 }
 
 TEST(ToUtf8, EncodesAHighSurrogateAtTheEnd) { EXPECT_EQ(ToUtf8(U16({0xD83D})), "\xED\xA0\xBD"); }
+
+// An unpaired surrogate takes more room than half a pair, wherever it stands in a long text.
+TEST(ToUtf8, FindsRoomForUnpairedSurrogatesInALongText) {
+    const std::u16string halves(300, char16_t{0xDC00});
+    std::string expected;
+    for (int i = 0; i < 300; ++i) expected += "\xED\xB0\x80";
+    EXPECT_EQ(ToUtf8(halves, true), expected);
+    EXPECT_EQ(ToUtf16(expected, true), halves);
+    EXPECT_EQ(ToUtf8(std::u16string(300, u'x') + U16({0xD83D})), std::string(300, 'x') + "\xED\xA0\xBD");
+}
 
 TEST(ToUtf16, RefusesAnOverlongFormInBothModes) {
     EXPECT_EQ(MessageOf([] { ToUtf16("\xC0\x80", false); }), "Bad UTF-8 sequence.");

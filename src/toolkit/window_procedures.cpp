@@ -11,15 +11,19 @@ namespace brixen::zeve {
 
 namespace {
 
-std::uint64_t AskHost(const DialogLink& dialog, NativeWindow window, std::uint32_t message,
+// The low 32 bits of the host's result.
+std::uint32_t AskHost(const DialogLink& dialog, NativeWindow window, std::uint32_t message,
                       std::uintptr_t wparam, std::intptr_t lparam) {
     EventRecord record;
     record.StorePointer(kKeyWindow, window);
     record.Store(kKeyEventRecord, message);
     record.Store(kKeyWparam, static_cast<std::int64_t>(wparam));
     record.Store(kKeyLparam, lparam);
-    return dialog.callback(kWhatMessage, record, dialog.callbackParams);
+    return static_cast<std::uint32_t>(dialog.callback(kWhatMessage, record, dialog.callbackParams));
 }
+
+// A handle has 32 bits of meaning, and the system widens it with its sign.
+std::intptr_t BrushOf(std::uint32_t answer) { return static_cast<std::int32_t>(answer); }
 
 bool IsColourMessage(std::uint32_t message) {
     return message >= kMessageColourEdit && message <= kMessageColourStatic;
@@ -40,15 +44,17 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
     if (dialog == nullptr) return platform::DefaultAnswer(window, message, wparam, lparam);
     // A loop whose window is gone would wait for ever.
     if (message == kMessageWindowGone && IsRunning(*dialog)) EndRun(*dialog, kQuitNegative);
-    if (dialog->callback == nullptr) return AnswerOfSystem(window, message, wparam, lparam);
+    // After an exception the host hears nothing more until it was thrown to whom it belongs.
+    if (dialog->callback == nullptr || IsExceptionKept())
+        return AnswerOfSystem(window, message, wparam, lparam);
 
     // The host may delete the dialog meanwhile: from here on it is only compared.
-    const std::uint64_t answer = AskHost(*dialog, window, message, wparam, lparam);
-    switch (static_cast<std::uint32_t>(answer)) {
+    const std::uint32_t answer = AskHost(*dialog, window, message, wparam, lparam);
+    switch (answer) {
     case kAnswerDefault: return AnswerOfSystem(window, message, wparam, lparam);
     case kAnswerEndPositive: EndRun(*dialog, kQuitPositive); return 0;
     case kAnswerEndNegative: EndRun(*dialog, kQuitNegative); return 0;
-    default: return IsColourMessage(message) ? static_cast<std::intptr_t>(answer) : 0;
+    default: return IsColourMessage(message) ? BrushOf(answer) : 0;
     }
 }
 

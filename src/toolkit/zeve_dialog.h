@@ -3,12 +3,10 @@
 //
 // - A null handle raises std::logic_error "nil pointer", but for ZeveDelete, where it is no error.
 // - ZeveShow, ZeveHide, ZeveEnable and ZeveDisable swallow every exception, also that for an id that no box
-// has.
-//   All other operations let exceptions derived from std::exception pass; any other they swallow, and return
-//   null or false.
+//   has. All other operations let exceptions derived from std::exception pass; any other they swallow, and
+//   return null or false.
 // - An exception of the host's callback that was raised inside a window procedure comes out of the operation,
-// or of
-//   the modal run, that led to the message.
+//   or of the modal run, that led to the message. Until it has come out, the host hears no other message.
 #pragma once
 
 #include "toolkit/event_record.h"

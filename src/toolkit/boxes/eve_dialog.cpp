@@ -67,10 +67,10 @@ CEveBox* CEveDialog::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 
 std::u16string CEveDialog::ClassName(bool isSystemDialog) {
     if (isSystemDialog) return kSystemDialogClass;
-    const std::u16string className = platform::NewUniqueName();
-    if (platform::RegisterDialogClass(className.c_str(), fInstance)) fOwnClass = className;
-    gBoxState.dialogClassName = className;
-    return className;
+    fOwnClass = platform::NewUniqueName();
+    gBoxState.dialogClassName = fOwnClass;
+    platform::RegisterDialogClass(fOwnClass.c_str(), fInstance);
+    return fOwnClass;
 }
 
 NativeWindow CEveDialog::MakeDialogWindow(const CExpressionScope& attributes) {

@@ -17,7 +17,7 @@ private:
     NativeWindow MakeDialogWindow(const CExpressionScope& attributes);
     void GrowToClientSize();
 
-    // The window class registered for this dialog alone, empty for a system dialog.
+    // The name of the window class made for this dialog alone, empty for a system dialog.
     std::u16string fOwnClass;
     NativeModule fInstance = nullptr;
 };

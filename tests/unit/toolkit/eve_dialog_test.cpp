@@ -50,6 +50,13 @@ TEST_F(EveDialogTest, StandsInTheMiddleAndGrowsToItsClientArea) {
     EXPECT_EQ(client.Height(), 200);
 }
 
+TEST_F(EveDialogTest, ItsOwnPlaceMovesItFromTheMiddle) {
+    MakeDialog({{"width", 300}, {"height", 200}, {"left", 7}, {"top", -11}});
+    // Of the twin's frame: 3 on three sides and 22 above.
+    EXPECT_EQ(headless::CallsOf("MoveTo").back().numbers,
+              (std::vector<std::int64_t>{7 + 362, -11 + 270, 300 + 6, 200 + 25}));
+}
+
 TEST_F(EveDialogTest, IsMadeByTheseCallsAndStaysHidden) {
     const PreparedView view = Prepare("dialog");
     headless::State().calls.clear();
@@ -87,6 +94,19 @@ TEST_F(EveDialogTest, AClassOfItsOwnLivesAsLongAsItsWindow) {
         if (call.name == "CloseWindow" || call.name == "UnregisterDialogClass") order.push_back(call.name);
     }
     EXPECT_EQ(order, (std::vector<std::string>{"CloseWindow", "UnregisterDialogClass"}));
+}
+
+TEST_F(EveDialogTest, EachClassOfItsOwnHasANewName) {
+    MakeDialog({{"create_system_dialog", 0}});
+    const std::u16string first = WindowOf(*dialog).className;
+    MakeDialog({{"create_system_dialog", 0}, {"__hInstance", 0x4711}});
+    const std::u16string second = WindowOf(*dialog).className;
+    EXPECT_NE(first, second);
+    EXPECT_EQ(gBoxState.dialogClassName, second) << "the last one made";
+    EXPECT_EQ(headless::CallsOf("RegisterDialogClass").back().numbers, std::vector<std::int64_t>{0x4711});
+    generator.DeleteBoxes();
+    dialog = nullptr;
+    EXPECT_TRUE(headless::State().classes.empty());
 }
 
 TEST_F(EveDialogTest, ARefusedWindowLeavesAWorkingBox) {

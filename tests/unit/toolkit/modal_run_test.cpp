@@ -85,6 +85,23 @@ TEST_F(ModalRunTest, HandsEachMessageToTheDialogFirst) {
     EXPECT_EQ(steps[0].window, ZeveTopWindow(dialog.get()));
 }
 
+TEST_F(ModalRunTest, TakesItsStepsInThisOrder) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    host.answer = [](std::int32_t what, EventRecord&) {
+        if (what == kWhatModalRun) headless::Record("the host hears of it");
+        return kAnswerDefault;
+    };
+    State().calls.clear();
+    ZeveRunModal(dialog.get());
+    std::vector<std::string> steps;
+    for (const headless::Call& call : State().calls)
+        if (call.name != "IsWindowAlive") steps.push_back(call.name);
+    EXPECT_EQ(steps,
+              (std::vector<std::string>{"the host hears of it", "Enable", "Send", "ShowOrHide", "PaintNow",
+                                        "HandleNextMessage", "Enable", "Send", "Activate"}));
+}
+
 TEST_F(ModalRunTest, DisablesTheParentMeanwhile) {
     const NativeWindow parent = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
@@ -192,6 +209,20 @@ TEST_F(ModalRunTest, AnExceptionOfTheHostComesOutOfTheRunWithTheParentEnabled) {
     EXPECT_TRUE(platform::IsEnabled(parent));
     EXPECT_FALSE(IsModalRunUnderWay());
     EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, AnExceptionOutlivesTheMessagesThatWerePostedBeforeTheEndOfTheLoop) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage) return 0;
+        if (record.Read(kKeyEventRecord) == kUser) throw std::out_of_range("first");
+        ZeveHide(dialog.get(), 1); // swallows what it finds
+        return 0;
+    };
+    platform::Post(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+    platform::Post(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_TRUE(host.Messages(kMessageTimer).empty());
 }
 
 TEST_F(ModalRunTest, AnExceptionBeforeTheWindowIsShownComesOutToo) {

@@ -121,6 +121,14 @@ TEST_F(WindowProcedures, TheAnswerToAColourMessageIsTheBrush) {
     EXPECT_EQ(DialogProcedure(root.window, 0x139, 0, 0), 0);
 }
 
+TEST_F(WindowProcedures, ABrushIsTheLow32BitsOfTheAnswerWithTheirSign) {
+    AnswerMessages(0x5001900AB);
+    EXPECT_EQ(DialogProcedure(root.window, kMessageColourEdit, 0, 0), 0x1900AB);
+    AnswerMessages(0xFFFFFFFF901900AB);
+    EXPECT_EQ(DialogProcedure(root.window, kMessageColourEdit, 0, 0),
+              static_cast<std::intptr_t>(0xFFFFFFFF901900AB));
+}
+
 TEST_F(WindowProcedures, AColourMessageAnsweredWithOneIsTheSystemsAndWithZeroHasNoBrush) {
     State().answer = [](const headless::Message&) { return 99; };
     AnswerMessages(1);
@@ -141,6 +149,18 @@ TEST_F(WindowProcedures, AnExceptionIsKeptAndTheMessageAnsweredWithZero) {
     EXPECT_TRUE(IsExceptionKept());
     // No loop runs: a quit would end one that has nothing to do with it.
     EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(WindowProcedures, WhileAnExceptionIsKeptTheHostIsNotAsked) {
+    host.answer = [](std::int32_t, EventRecord&) -> std::uint64_t { throw std::runtime_error("host"); };
+    DialogProcedure(root.window, kUser, 0, 0);
+    State().answer = [](const headless::Message&) { return 31; };
+    EXPECT_EQ(DialogProcedure(root.window, kUser, 0, 0), 31) << "the system answers";
+    EXPECT_EQ(host.events.size(), 1u);
+    ForgetKeptException();
+    AnswerMessages(0);
+    EXPECT_EQ(DialogProcedure(root.window, kUser, 0, 0), 0);
+    EXPECT_EQ(host.events.size(), 2u);
 }
 
 TEST_F(WindowProcedures, APaintMessageThatFailsIsPaintedByTheSystem) {

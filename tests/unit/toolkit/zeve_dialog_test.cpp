@@ -2,10 +2,13 @@
 
 #include "dialog_fixture.h"
 #include "support/failing_allocator.h"
+#include "toolkit/box_state.h"
+#include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/modal_run.h"
 #include "toolkit/window_messages.h"
+#include "view/expression_scope.h"
 
 #include <stdexcept>
 #include <string>
@@ -124,6 +127,31 @@ TEST_F(ZeveDialogTest, ADialogIsMadeOnce) {
     EXPECT_EQ(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &host); }),
               "You have already used this instance to create a dialog.");
     EXPECT_NE(ZeveTopWindow(dialog.get()), nullptr) << "the one that is there stays";
+}
+
+TEST_F(ZeveDialogTest, ASecondMakingSetsEverythingUpBeforeItIsRefused) {
+    DialogOwner dialog = MadeDialog(host);
+    gBoxState.keywords = KeywordTable();
+    TestHost other;
+    EXPECT_NE(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &other); }), "");
+    EXPECT_NE(gBoxState.keywords.Find("button"), nullptr);
+    platform::Send(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
+    EXPECT_TRUE(host.Messages(kMessageTimer).empty());
+    EXPECT_EQ(other.Messages(kMessageTimer).size(), 1u) << "the new params hold";
+}
+
+TEST_F(ZeveDialogTest, ARootThatGivesNoBoxMakesNoDialog) {
+    class NeverMade : public CEveBox {
+        CEveBox* Create(CExpressionScope&, CEveBox*) override { return nullptr; }
+    };
+    ZeveInitialize();
+    DialogOwner dialog = NewDialog("never_made();");
+    gBoxState.keywords.Define("never_made",
+                              []() -> std::unique_ptr<CEveBox> { return std::make_unique<NeverMade>(); });
+    EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+    EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
+    EXPECT_TRUE(host.events.empty());
+    EXPECT_EQ(ErrorOf([&] { ZeveRetranslate(dialog.get()); }), "nil pointer");
 }
 
 TEST_F(ZeveDialogTest, ATextThatCannotBeReadRaisesAndLeavesNothing) {
@@ -325,11 +353,14 @@ TEST_F(ZeveDialogTest, ALanguageFromRightToLeftMirrorsTheLayout) {
 }
 
 TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
+    static constexpr char kOwnClass[] =
+        "dialog(name: 'Own class', create_system_dialog: false) {"
+        " button(name: 'OK', view_id: 1); button(name: 'Cancel', view_id: 2); }";
     const auto live = [] {
         try {
             TestHost own;
             ZeveInitialize();
-            DialogOwner dialog = MadeDialog(own);
+            DialogOwner dialog = MadeDialog(own, kOwnClass);
             headless::ScriptMessage(ZeveTopWindow(dialog.get()), kMessageCommand, 1);
             ZeveRunModal(dialog.get());
             ZeveHide(dialog.get(), 2);
@@ -338,6 +369,7 @@ TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
         }
         EXPECT_TRUE(State().windows.empty());
         EXPECT_TRUE(State().fonts.empty());
+        EXPECT_TRUE(State().classes.empty());
         EXPECT_FALSE(IsExceptionKept());
         EXPECT_FALSE(IsModalRunUnderWay());
         State().quit.reset();

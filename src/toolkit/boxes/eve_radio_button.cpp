@@ -1,5 +1,6 @@
 #include "toolkit/boxes/eve_radio_button.h"
 
+#include "toolkit/boxes/box_attributes.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -26,8 +27,7 @@ void CEveRadioButton::Prepare(CExpressionScope& viewAttributes, CExpressionScope
                                             Metric(viewAttributes, "gRadioWidth"_name));
     }
     attributes.DefineNumber("width"_name, labelWidth + Metric(viewAttributes, "gButtonPadding"_name));
-    const std::int64_t given = viewAttributes.GetLongOr("height"_name, 0);
-    attributes.DefineNumber("height"_name, given ? given : Metric(viewAttributes, "gRadioButtonHeight"_name));
+    DefineSizeOr(viewAttributes, attributes, "height"_name, "gRadioButtonHeight"_name);
     CopyBoolean(attributes, viewAttributes, "initial_value"_name);
 }
 

@@ -77,6 +77,18 @@ TEST_F(BoxFontTest, EveryFontStartsFromTheStockFont) {
     EXPECT_EQ(headless::CallsOf("StockSystemFont").size(), 1u);
 }
 
+TEST_F(BoxFontTest, TheOtherQualitiesAreAlwaysTheSame) {
+    const CExpressionScope none;
+    for (const NativeFont font : {MakeBoxFont(none, 96), MakeNarrowFont(96)}) {
+        const platform::FontRecord& record = headless::State().fonts.at(font);
+        EXPECT_EQ(record.width, 0);
+        EXPECT_EQ(record.outputPrecision, 2);
+        EXPECT_EQ(record.clippingPrecision, 0);
+        EXPECT_EQ(record.quality, 2);
+        EXPECT_EQ(record.pitchAndFamily, 0x22);
+    }
+}
+
 TEST_F(BoxFontTest, TheLanguagePicksFaceAndCharacterSet) {
     struct Case {
         const char* language;

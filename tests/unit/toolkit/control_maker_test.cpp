@@ -120,6 +120,8 @@ TEST_F(ControlMakerTest, UprightControlsAreHigherThanWide) {
     EXPECT_EQ(StylesOf("scroller", {{"width", 20}, {"height", 20}}).style, 0x40000000u);
     EXPECT_EQ(StylesOf("table", {{"width", 20}, {"height", 200}, {"has_buttons", 0}, {"has_lines", 0}}).style,
               0x50810011u);
+    // Upright and with buttons are the same bit: it stands once.
+    EXPECT_EQ(StylesOf("table", {{"width", 20}, {"height", 200}}).style, 0x50810017u);
     EXPECT_EQ(StylesOf("table", {{"width", 200}, {"height", 20}, {"has_buttons", 0}}).style, 0x50810016u);
     EXPECT_EQ(StylesOf("table", {{"width", 200}, {"height", 20}, {"has_lines", 0}}).style, 0x50810011u);
 }

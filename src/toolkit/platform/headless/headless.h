@@ -68,7 +68,7 @@ struct System {
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
 
     NativeWindow focus = nullptr, active = nullptr, locked = nullptr;
-    std::set<NativeFont> fonts;
+    std::map<NativeFont, platform::FontRecord> fonts; // the living ones, as they were asked for
     std::set<NativeIcon> icons;
     std::set<std::u16string> classes;
     int richEditLoads = 0; // minus the frees

@@ -60,7 +60,7 @@ NativeFont MakeFont(const FontRecord& record) noexcept {
            {record.height, record.weight, record.italic, record.underline, record.characterSet}, record.face);
     if (headless::Refuses(State().refuseFont)) return nullptr;
     try {
-        return *State().fonts.insert(headless::NewHandle<NativeFont>()).first;
+        return State().fonts.emplace(headless::NewHandle<NativeFont>(), record).first->first;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

@@ -132,6 +132,14 @@ TEST_F(Dialog, HasTheClientAreaThatTheViewAsksFor) {
     EXPECT_EQ(client.bottom, 123);
 }
 
+TEST_F(Dialog, StandsInTheMiddleOfTheScreen) {
+    Make("dialog(name: 'Place', width: 321, height: 123);");
+    RECT frame = {};
+    GetWindowRect(window, &frame);
+    EXPECT_EQ(frame.left, (GetSystemMetrics(SM_CXFULLSCREEN) - 321) / 2);
+    EXPECT_EQ(frame.top, (GetSystemMetrics(SM_CYFULLSCREEN) - 123) / 2);
+}
+
 TEST_F(Dialog, ItsSystemMenuHoldsMoveAndCloseAlone) {
     Make("dialog(name: 'Menu', close_box: true, width: 200, height: 50);");
     const HMENU menu = GetSystemMenu(window, FALSE);
@@ -276,6 +284,15 @@ TEST_F(Dialog, AClassOfItsOwnGoesWithIt) {
     ZeveDelete(dialog);
     dialog = nullptr;
     EXPECT_FALSE(GetClassInfoW(instance, name, &description));
+}
+
+TEST_F(Dialog, AnExceptionInAMessageOfAnOperationComesOutOfIt) {
+    Make();
+    throwsAt = WM_COMMAND; // by which the edit field tells of its new text
+    EventRecord record;
+    record.StorePointer(kKeySetValue, "new");
+    EXPECT_THROW(ZeveSetValue(dialog, 10, record), std::out_of_range);
+    EXPECT_TRUE(ZeveSetValue(dialog, 10, record));
 }
 
 // Messages that the window manager sends from inside its own calls, and ones that are dispatched.

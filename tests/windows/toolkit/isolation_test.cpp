@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,30 @@ DWORD WINAPI TellLongPath(HMODULE, wchar_t* path, DWORD size) {
     std::fill_n(path, length, L'p');
     if (length < size) path[length] = 0;
     return length;
+}
+
+// Stands for InitCommonControlsEx.
+struct AskedClasses {
+    DWORD size = 0, classes = 0;
+    int times = 0;
+    HANDLE context = nullptr; // the one that was active
+};
+AskedClasses gAsked;
+int gEntryLookups = 0;
+
+BOOL WINAPI NoteClasses(const DWORD* request) {
+    gAsked.size = request[0];
+    gAsked.classes = request[1];
+    ++gAsked.times;
+    GetCurrentActCtx(&gAsked.context);
+    ReleaseActCtx(gAsked.context);
+    return TRUE;
+}
+
+FARPROC WINAPI TellNoteClasses(HMODULE, const char* name) {
+    ++gEntryLookups;
+    const bool isAskedFor = std::string_view(name) == "InitCommonControlsEx";
+    return reinterpret_cast<FARPROC>(isAskedFor ? reinterpret_cast<void*>(&NoteClasses) : nullptr);
 }
 
 class IsolationTest : public ::testing::Test {
@@ -151,6 +176,21 @@ TEST_F(IsolationTest, TheErrorOfTheCallOutlivesTheLeaving) {
     });
     EXPECT_FALSE(result);
     EXPECT_EQ(GetLastError(), 99u);
+}
+
+TEST_F(IsolationTest, RegistersAllCommonControlsInsideTheContext) {
+    gAsked = {};
+    gEntryLookups = 0;
+    const PatchedImport patch("GetProcAddress", &TellNoteClasses);
+    ASSERT_TRUE(patch.IsPatched());
+    RegisterCommonControls();
+    RegisterCommonControls();
+    EXPECT_EQ(gAsked.size, 8u);
+    EXPECT_EQ(gAsked.classes, 2047u);
+    EXPECT_EQ(gAsked.times, 2);
+    EXPECT_EQ(gEntryLookups, 1) << "the entry is kept";
+    EXPECT_EQ(gAsked.context, Isolation().context);
+    EXPECT_NE(gAsked.context, nullptr);
 }
 
 std::string gDebugText;

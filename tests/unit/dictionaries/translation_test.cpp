@@ -22,6 +22,20 @@ protected:
     }
 };
 
+// Looks at the slot before any test has emptied it.
+class LibraryStart : public testing::Environment {
+public:
+    void SetUp() override { fMade = kestrel_private::ProcessDictionarySlot() != nullptr; }
+    bool HadADictionary() const { return fMade; }
+
+private:
+    bool fMade = false;
+};
+const auto* const gLibraryStart =
+    static_cast<LibraryStart*>(testing::AddGlobalTestEnvironment(new LibraryStart));
+
+TEST_F(Translation, HasItsDictionaryFromTheStart) { EXPECT_TRUE(gLibraryStart->HadADictionary()); }
+
 TEST_F(Translation, IsEmptyForNoKey) {
     EXPECT_EQ(ZeveTranslate(static_cast<const char*>(nullptr)), "");
     EXPECT_EQ(ZeveTranslate(""), "");

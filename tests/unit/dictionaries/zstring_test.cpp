@@ -160,7 +160,13 @@ TEST(Encoding, MeasuresBeforeItConverts) {
               5u);
     std::array<char16_t, 1> wide{};
     std::array<char, 3> bytes{};
-    EXPECT_THROW(utf8.toWide("ab", wide.data(), 1), std::int32_t);
+    try {
+        utf8.toWide("ab", wide.data(), 1);
+        FAIL();
+    } catch (std::int32_t code) {
+        EXPECT_EQ(code, 0x42554646);
+    }
+    EXPECT_THROW(utf8.toBytes(u"abcd", bytes.data(), 3), std::int32_t);
     EXPECT_EQ(utf8.toBytes(u"\u20AC", bytes.data(), 3), 3u);
     EXPECT_EQ(EncodeText(u"\u20AC", nullptr), "\x80");
 }

@@ -1,6 +1,7 @@
 #include "dictionaries/dictionary_entry.h"
 
 #include <string>
+#include <utility>
 
 namespace kestrel_private {
 namespace {

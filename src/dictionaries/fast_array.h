@@ -33,7 +33,8 @@ public:
     std::optional<ValueBytes> Note(std::uint32_t id) const;
 
     // Adds an entry or replaces its value (and its note, if one is given). At most kLongestText bytes each.
-    // On failure (of memory) nothing has changed.
+    // When memory runs out nothing was added; a value that was being replaced may be the new one already,
+    // beside its old note.
     std::uint32_t Add(std::string_view key, std::string_view value, std::optional<std::string_view> note);
 
     // Lays a whole block behind the others, with its file's bucket lists. `block.firstId` is what the file

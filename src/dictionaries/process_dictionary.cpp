@@ -5,7 +5,6 @@
 #include <new>
 
 namespace kestrel_private {
-
 namespace {
 
 std::unique_ptr<kestrel::ZStringDictionary> MakeAtStart() {

@@ -1,11 +1,12 @@
 #include "dictionaries/translation.h"
 
-#include "dictionaries/process_dictionary.h"
 #include "dictionaries/encoding.h"
 #include "dictionaries/key_text.h"
+#include "dictionaries/process_dictionary.h"
 #include "dictionaries/value_decoding.h"
 #include "values/text_conversion.h"
 
+#include <cstdint>
 #include <cstring>
 #include <exception>
 #include <stdexcept>

@@ -25,14 +25,14 @@ if(supportSources)
     target_link_libraries(test_support PUBLIC GTest::gmock GTest::gtest)
 endif()
 
-# pavane_test(NAME FOLDER library...): a test program of all sources of FOLDER; each test is one of CTest's.
-# Programs that show windows have the screen to themselves.
+# pavane_test(NAME FOLDER library...): a test program of all sources and resources of FOLDER; each test is one of
+# CTest's. Programs that show windows have the screen to themselves.
 function(pavane_test name folder)
     set(locks)
     if(WIN32 AND name MATCHES "^(windows|platform_toolkit|platform_workflow)")
         set(locks RESOURCE_LOCK display)
     endif()
-    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.rc)
     if(NOT sources)
         return()
     endif()

@@ -175,6 +175,8 @@ TEST(HostProgram, HasAFileNameWithoutFolder) {
     const HostProgram host = DescribeHostProgram();
     EXPECT_FALSE(host.fileName.empty());
     EXPECT_EQ(host.fileName.find_first_of("/\\"), std::string::npos);
+    EXPECT_EQ(host.productName, "") << "this one has no version resource";
+    EXPECT_EQ(host.fileDescription, "");
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cwchar>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,12 +58,14 @@ public:
     }
 
 private:
-    // The system counts a text's length in its own units and any other value's in bytes.
+    // The system counts a text's length in its own units and any other value's in bytes. A value that is
+    // wrongly marked as a text must not reach beyond the resource.
     std::span<const char> Find(const wchar_t* path, std::size_t unit = 1) const {
         void* value = nullptr;
         UINT length = 0;
         if (fBytes.empty() || !VerQueryValueW(fBytes.data(), path, &value, &length)) return {};
-        return {static_cast<const char*>(value), length * unit};
+        const char* first = static_cast<const char*>(value);
+        return {first, std::min(length * unit, static_cast<std::size_t>(&fBytes.back() + 1 - first))};
     }
 
     std::vector<char> fBytes;

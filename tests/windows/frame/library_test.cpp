@@ -1,0 +1,87 @@
+// What the finished library carries besides its code.
+#include "frame/version.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace brixen::pvn {
+namespace {
+
+constexpr wchar_t kLibrary[] = L"pavane.dll";
+
+struct ModuleDeleter {
+    using pointer = HMODULE;
+    void operator()(HMODULE module) const { FreeLibrary(module); }
+};
+using Module = std::unique_ptr<HMODULE, ModuleDeleter>;
+
+class VersionInfo {
+public:
+    VersionInfo() : fBytes(GetFileVersionInfoSizeW(kLibrary, nullptr)) {
+        GetFileVersionInfoW(kLibrary, 0, static_cast<DWORD>(fBytes.size()), fBytes.data());
+    }
+    template <class Value>
+    const Value* Find(const wchar_t* path) {
+        void* value = nullptr;
+        UINT length = 0;
+        return VerQueryValueW(fBytes.data(), path, &value, &length) ? static_cast<const Value*>(value)
+                                                                    : nullptr;
+    }
+
+private:
+    std::vector<char> fBytes;
+};
+
+TEST(LibraryVersion, IsTheOneOfTheVersionWord) {
+    VersionInfo version;
+    const auto* fixed = version.Find<VS_FIXEDFILEINFO>(L"\\");
+    ASSERT_NE(fixed, nullptr);
+    EXPECT_EQ(HIWORD(fixed->dwFileVersionMS), 3);
+    EXPECT_EQ(LOWORD(fixed->dwFileVersionMS), 0);
+    EXPECT_EQ(HIWORD(fixed->dwFileVersionLS), 11);
+    EXPECT_EQ(LOWORD(fixed->dwFileVersionLS), 10077);
+    EXPECT_EQ(fixed->dwProductVersionMS, fixed->dwFileVersionMS);
+    EXPECT_EQ(fixed->dwProductVersionLS, fixed->dwFileVersionLS);
+}
+
+TEST(LibraryVersion, StandsAsTextToo) {
+    const std::wstring wanted(std::begin(kVersionText), std::end(kVersionText) - 1);
+    VersionInfo version;
+    for (const wchar_t* name : {L"FileVersion", L"ProductVersion"}) {
+        const std::wstring path = std::wstring(L"\\StringFileInfo\\040904b0\\") + name;
+        const auto* text = version.Find<wchar_t>(path.c_str());
+        ASSERT_NE(text, nullptr);
+        EXPECT_EQ(text, wanted);
+    }
+}
+
+TEST(LibraryManifest, IsResource3AndAsksForVersion6OfTheCommonControls) {
+    const Module library(LoadLibraryW(kLibrary));
+    ASSERT_TRUE(library) << GetLastError();
+    const HRSRC place = FindResourceW(library.get(), MAKEINTRESOURCEW(3), MAKEINTRESOURCEW(24));
+    ASSERT_NE(place, nullptr);
+    const std::string_view text(static_cast<const char*>(LockResource(LoadResource(library.get(), place))),
+                                SizeofResource(library.get(), place));
+    EXPECT_THAT(text, testing::HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
+}
+
+TEST(LibraryManifest, IsItsOnlyOne) {
+    const Module library(LoadLibraryW(kLibrary));
+    ASSERT_TRUE(library) << GetLastError();
+    const auto count = [](HMODULE, LPCWSTR, LPWSTR, LONG_PTR number) -> BOOL {
+        ++*reinterpret_cast<int*>(number);
+        return TRUE;
+    };
+    int manifests = 0;
+    EnumResourceNamesW(library.get(), MAKEINTRESOURCEW(24), count, reinterpret_cast<LONG_PTR>(&manifests));
+    EXPECT_EQ(manifests, 1);
+}
+
+} // namespace
+} // namespace brixen::pvn

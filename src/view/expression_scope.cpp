@@ -69,7 +69,6 @@ void CExpressionScope::DefineRecord(const ScopeName& name, std::int64_t number, 
     if (table.Replace(name, number, string)) {
         return;
     }
-    table.Reserve();
     table.Add(name, name.isLiteral ? name.text.data() : Pool().Store(name.text).data(), number, string);
 }
 

@@ -2,15 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 namespace brixen::zeve {
-
-ScopeStringPool::ScopeStringPool(ScopeStringPool&& other) noexcept
-    : blocks(std::move(other.blocks)), cursor(std::exchange(other.cursor, nullptr)),
-      remaining(std::exchange(other.remaining, 0)) {
-    other.blocks.clear();
-}
 
 std::string_view ScopeStringPool::Store(std::string_view text) {
     const std::size_t needed = text.size() + 1;

@@ -16,9 +16,6 @@ public:
     ScopeStringPool() = default;
     ScopeStringPool(const ScopeStringPool&) = delete;
     ScopeStringPool& operator=(const ScopeStringPool&) = delete;
-    // The texts stay where they are; `other` is empty afterwards.
-    ScopeStringPool(ScopeStringPool&& other) noexcept;
-    ScopeStringPool& operator=(ScopeStringPool&&) = delete;
 
     // Copies the text and a NUL behind it; the NUL is not counted in the result. Throws std::bad_alloc, and
     // then the pool is as before.

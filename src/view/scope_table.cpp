@@ -1,14 +1,15 @@
 #include "view/scope_table.h"
 
 #include <bit>
+#include <utility>
 
 namespace brixen::zeve {
 namespace {
 
 constexpr std::size_t kFirstCapacity = 8;
-constexpr std::size_t kLargestCountWithoutHeads = 8;
-// Names in a bucket, on average, before there are more buckets.
-constexpr std::size_t kLargestLoad = 4;
+constexpr std::size_t kLargestCountWithoutIndex = 8;
+// In a bucket there are four names on average then.
+constexpr std::size_t kLargestCountInBuckets = std::size_t{ScopeTable::kBucketCount} * 4;
 
 } // namespace
 
@@ -17,13 +18,17 @@ std::size_t ScopeTable::Count() const {
 }
 
 const ScopeTable::Record* ScopeTable::RecordOf(const ScopeName& name) const {
-    if (heads.empty()) {
+    if (!index) {
         for (const Record& record : records) {
             if (record.Is(name)) return &record;
         }
         return nullptr;
     }
-    for (std::uint32_t place = heads[BucketOf(name.hash)]; place != 0;) {
+    if (!index->byName.empty()) {
+        const auto found = index->byName.find(name.text);
+        return found != index->byName.end() ? &records[found->second] : nullptr;
+    }
+    for (std::uint32_t place = index->heads[name.hash % kBucketCount]; place != 0;) {
         const Record& record = records[place - 1];
         if (record.Is(name)) return &record;
         place = record.next;
@@ -45,24 +50,16 @@ bool ScopeTable::Replace(const ScopeName& name, std::int64_t number, const char*
     return record != nullptr;
 }
 
-void ScopeTable::Reserve() {
-    if (records.size() == records.capacity()) {
-        records.reserve(records.empty() ? kFirstCapacity : records.size() * 2);
+void ScopeTable::Add(const ScopeName& name, const char* storedName, std::int64_t number, const char* string) {
+    MakeRoom();
+    const auto place = static_cast<std::uint32_t>(records.size());
+    const Record record{storedName, name.text.size(), number, string, name.hash, 0};
+    if (index && !index->byName.empty()) {
+        index->byName.emplace(record.Name(), place);
     }
-    if (records.size() == kLargestCountWithoutHeads) {
-        MakeHeads(kBucketCount);
-    } else if (!heads.empty() && records.size() >= heads.size() * kLargestLoad) {
-        MakeHeads(heads.size() * 8 + 1);
-    }
-}
-
-void ScopeTable::Add(const ScopeName& name, const char* storedName, std::int64_t number,
-                     const char* string) noexcept {
-    records.push_back({storedName, name.text.size(), number, string, name.hash, 0});
-    if (!heads.empty()) {
-        std::uint32_t& head = heads[BucketOf(name.hash)];
-        records.back().next = head;
-        head = static_cast<std::uint32_t>(records.size());
+    records.push_back(record);
+    if (index) {
+        LinkIntoBucket(place);
     }
     held |= std::uint64_t{1} << name.mark;
     if (name.IsListed()) {
@@ -70,13 +67,36 @@ void ScopeTable::Add(const ScopeName& name, const char* storedName, std::int64_t
     }
 }
 
-void ScopeTable::MakeHeads(std::size_t count) {
-    heads = std::vector<std::uint32_t>(count);
-    for (std::uint32_t place = 1; Record & record : records) {
-        std::uint32_t& head = heads[BucketOf(record.hash)];
-        record.next = head;
-        head = place++;
+void ScopeTable::MakeRoom() {
+    if (records.size() == records.capacity()) {
+        records.reserve(records.empty() ? kFirstCapacity : records.size() * 2);
     }
+    if (records.size() == kLargestCountWithoutIndex) {
+        MakeIndex();
+    } else if (records.size() == kLargestCountInBuckets) {
+        OrderByName();
+    }
+}
+
+void ScopeTable::MakeIndex() {
+    index = std::make_unique<Index>();
+    for (std::uint32_t place = 0; place < records.size(); ++place) {
+        LinkIntoBucket(place);
+    }
+}
+
+void ScopeTable::LinkIntoBucket(std::uint32_t place) {
+    std::uint32_t& head = index->heads[records[place].hash % kBucketCount];
+    records[place].next = head;
+    head = place + 1;
+}
+
+void ScopeTable::OrderByName() {
+    std::map<std::string_view, std::uint32_t> byName;
+    for (std::uint32_t place = 0; place < records.size(); ++place) {
+        byName.emplace(records[place].Name(), place);
+    }
+    index->byName = std::move(byName);
 }
 
 } // namespace brixen::zeve

@@ -3,9 +3,12 @@
 
 #include "view/scope_name.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <map>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -27,9 +30,9 @@ struct FoundValue {
 };
 
 // Finds by hash, the newest first among names that share a bucket of 127. Windows full of scopes are alive at
-// once, so a scope of few names does without the heads of the buckets, and plain numbers of listed names are
-// kept without a record. Beyond some hundred names the buckets grow in number, so that a text of a million
-// names does not search chains of thousands.
+// once, so a scope of few names does without the buckets, and plain numbers of listed names are kept without
+// a record. Some hundred names are found in their order instead, so that a text of a million names, all of
+// one hash if it means ill, does not search chains of thousands.
 class ScopeTable {
 public:
     static constexpr std::uint32_t kBucketCount = 127;
@@ -64,11 +67,9 @@ public:
 
     // Replaces both sides of a record; false if there is none.
     bool Replace(const ScopeName& name, std::int64_t number, const char* string);
-    // Makes room for one more record; throws std::bad_alloc, and nothing has changed then.
-    void Reserve();
-    // The name must have no record yet, Reserve called before. A plain number of that name gives way.
-    // `storedName` is the text to keep.
-    void Add(const ScopeName& name, const char* storedName, std::int64_t number, const char* string) noexcept;
+    // The name must have no record yet. A plain number of that name gives way. `storedName` is the text to
+    // keep. Throws std::bad_alloc, and nothing has changed then.
+    void Add(const ScopeName& name, const char* storedName, std::int64_t number, const char* string);
 
 private:
     struct Record {
@@ -79,23 +80,27 @@ private:
         std::uint32_t hash;
         std::uint32_t next; // place + 1 of the next record of the bucket; 0 for none
 
-        bool Is(const ScopeName& wanted) const {
-            return hash == wanted.hash && std::string_view(name, nameLength) == wanted.text;
-        }
+        std::string_view Name() const { return {name, nameLength}; }
+        bool Is(const ScopeName& wanted) const { return hash == wanted.hash && Name() == wanted.text; }
+    };
+
+    // Where to look for a record when there are more than a few.
+    struct Index {
+        std::array<std::uint32_t, kBucketCount> heads{};  // place + 1 of each bucket's newest record, or 0
+        std::map<std::string_view, std::uint32_t> byName; // places of all records; empty until there are many
     };
 
     FoundValue FindRecord(const ScopeName& name) const;
     const Record* RecordOf(const ScopeName& name) const;
-    std::size_t BucketOf(std::uint32_t hash) const {
-        return heads.size() == kBucketCount ? hash % kBucketCount : hash % heads.size();
-    }
-    void MakeHeads(std::size_t count);
+    void MakeRoom();
+    void MakeIndex();
+    void LinkIntoBucket(std::uint32_t place);
+    void OrderByName();
 
-    std::uint64_t held = 0;         // the marks of all names that are here
-    std::uint32_t plainNumbers = 0; // the listed names whose number stands in `numbers`
-    std::vector<Record> records;    // in order of definition
-    std::vector<std::uint32_t>
-        heads; // of the buckets, place + 1 of the newest record; empty while there are few
+    std::uint64_t held = 0;                    // the marks of all names that are here
+    std::uint32_t plainNumbers = 0;            // the listed names whose number stands in `numbers`
+    std::vector<Record> records;               // in order of definition
+    std::unique_ptr<Index> index;              // null while there are few
     std::int64_t numbers[kListedNames.size()]; // NOLINT: read only where plainNumbers says so
 };
 

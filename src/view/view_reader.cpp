@@ -133,6 +133,7 @@ std::unique_ptr<ViewProxy> ViewReader::ReadView(const Identifier& keyword, ViewP
 
 // view-head := identifier "(" parameter-list ")"
 std::unique_ptr<ViewProxy> ViewReader::ReadViewHead(const Identifier& keyword, ViewProxy* parent) {
+    parameterPool.Clear(); // of the head before, also of one that failed
     CExpressionScope parameters(scope, nullptr, &parameterPool, observer);
     Take('(');
     {
@@ -142,7 +143,6 @@ std::unique_ptr<ViewProxy> ViewReader::ReadViewHead(const Identifier& keyword, V
         }
     }
     std::unique_ptr<ViewProxy> view = MakeViewProxy(keyword.text, parameters, parent);
-    parameterPool.Clear();
     Done(ScopeProduction::kViewHead, keyword.text.data());
     return view;
 }
@@ -191,9 +191,10 @@ struct TextPosition {
     unsigned long column = 1; // in bytes
 };
 
+// The end of the text if `at` lies behind it, as it may when a hook has run another text meanwhile.
 TextPosition PositionIn(const char* text, const char* at) {
     TextPosition position;
-    for (; text < at; ++text) {
+    for (; text < at && *text != 0; ++text) {
         const bool endsLine = *text == '\n' || (*text == '\r' && text[1] != '\n');
         position =
             endsLine ? TextPosition{position.line + 1, 1} : TextPosition{position.line, position.column + 1};

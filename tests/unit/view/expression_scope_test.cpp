@@ -118,6 +118,17 @@ TEST(ExpressionScope, ATextHasTheUndefinedNumberAndReadsTrue) {
     EXPECT_EQ(scope.GetStringOr("s", ""), "hello");
 }
 
+TEST(ExpressionScope, ABooleanIsANumberOtherThanZero) {
+    CExpressionScope scope;
+    for (const std::int64_t number : {std::int64_t{0}, std::int64_t{-3}, std::int64_t{1} << 32}) {
+        bool truth = number == 0;
+        scope.DefineNumber("x", number);
+        EXPECT_TRUE(scope.GetBoolean("x", &truth));
+        EXPECT_EQ(truth, number != 0);
+        EXPECT_EQ(scope.GetBooleanOr("x", !truth), truth);
+    }
+}
+
 TEST(ExpressionScope, AnAbsentNameLeavesTheResultAlone) {
     const CExpressionScope scope;
     bool truth = true;

@@ -16,6 +16,7 @@ public:
         calls.emplace_back(name);
         published.push_back(gReaderState.currentScope);
         EXPECT_EQ(arguments.Parent(), gReaderState.currentScope);
+        EXPECT_EQ(arguments.Observer(), arguments.Parent()->Observer());
         if (calls.back() == "refuse") throw std::runtime_error("refused");
         return static_cast<std::int32_t>(arguments.GetLongOr("a", 0) * 10 + arguments.GetLongOr("b", 0));
     }
@@ -187,6 +188,17 @@ TEST_F(Observing, HearsOfViewsAndBlocks) {
     EXPECT_THAT(observer.seen, Contains(Pair(50, "a();")));
     EXPECT_THAT(observer.seen, Contains(Pair(49, "a(); b() { }")));
     EXPECT_THAT(observer.seen, Contains(Pair(41, "w: 1")));
+}
+
+TEST_F(Observing, IsPassedOnToTheScopesOfHeadsBlocksAndCalls) {
+    generator.onPrepare = [this](std::string_view, CExpressionScope& head, CExpressionScope& attributes) {
+        EXPECT_EQ(head.Observer(), &observer);
+        EXPECT_EQ(head.Parent()->Observer(), &observer);
+        EXPECT_EQ(attributes.Observer(), nullptr);
+    };
+    Watch("dialog() { x = f(a: 1); button(width: f(a: 2)); }");
+    EXPECT_EQ(generator.prepared.size(), 2u);
+    EXPECT_EQ(host.calls.size(), 2u);
 }
 
 TEST_F(Observing, MayKeepVariablesFromBeingLookedUp) {

@@ -10,6 +10,26 @@ namespace {
 
 using HostileDescription = DescriptionTest;
 
+// As many different names as wanted, all of one hash: whatever a name begins with, some six bytes behind it
+// lead to the hash.
+std::string AssignmentsOfOneHash(std::uint32_t count) {
+    constexpr std::string_view kBytes = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
+    constexpr std::uint32_t kHash = 12345;
+    std::uint32_t shift = 1;
+    for (int place = 0; place < 6; ++place) shift *= 63;
+    std::string text;
+    for (std::uint32_t n = 0; n < count; ++n) {
+        std::string name = "a" + std::to_string(n);
+        std::uint32_t rest = kHash - ScopeNameHash(name) * shift;
+        std::string end(6, '0');
+        for (std::size_t place = 6; place-- > 0; rest /= 63) end[place] = kBytes[rest % 63];
+        name += end;
+        EXPECT_EQ(ScopeNameHash(name), kHash);
+        text += name + "=1;";
+    }
+    return text;
+}
+
 std::string Nested(const std::string& open, std::size_t count, const std::string& middle,
                    const std::string& close) {
     return Repeated(open, count) + middle + Repeated(close, count);
@@ -43,6 +63,12 @@ TEST_F(HostileDescription, AllKindsOfNestingShareOneDepth) {
     EXPECT_EQ(FailureOf("x = " + Repeated("(-max(1,", 85) + "((1))" + Repeated("))", 85) + ";"), kNotAllRead);
     EXPECT_EQ(Failure(Nested("v() {", 255, "v() { x = 1; }", "}")), "");
     EXPECT_EQ(Failure(Nested("v() {", 255, "v() { x = (1); }", "}")), kNotAllRead);
+    for (const std::size_t depth : {254u, 255u}) { // and one of eval, and one of the text's own
+        root->DefineString("t", "x = (" + Nested("(", depth - 1, "1", ")") + "); done = done + 1;");
+        root->DefineString("outer", "eval(t);");
+        EXPECT_EQ(FailureOf("done = 0; eval(outer);"), "");
+        EXPECT_EQ(Number("done"), depth == 254 ? 1 : 0);
+    }
 }
 
 TEST_F(HostileDescription, BlocksNestUpToTheLimit) {
@@ -94,6 +120,12 @@ TEST_F(HostileDescription, ManyStatementsAreOnlyLong) {
     EXPECT_EQ(FailureOf(distinct), "");
     EXPECT_EQ(Failure("dialog() {" + Repeated("v();", 20000) + "}"), "");
     EXPECT_EQ(generator.prepared.size(), 20004u);
+}
+
+TEST_F(HostileDescription, NamesOfOneHashAreFoundAsFast) {
+    const std::size_t before = root->VariableCount();
+    EXPECT_EQ(FailureOf(AssignmentsOfOneHash(100000)), "");
+    EXPECT_EQ(root->VariableCount(), before + 100000);
 }
 
 TEST_F(HostileDescription, HalfReadHeadsAndCallsAreNotReadAgain) {

@@ -46,9 +46,9 @@ TEST(ReaderMemory, EveryFailedAllocationLeavesNothingBehindAndThingsUsable) {
 
 TEST(ReaderMemory, AScopeIsAsBeforeWhenADefinitionFails) {
     CExpressionScope scope;
-    for (int n = 0; n < 300; ++n) {
+    for (int n = 0; n < 600; ++n) {
         const std::string name = "variable_with_a_long_name_" + std::to_string(n);
-        for (std::size_t nth = 1; nth < 8; ++nth) {
+        for (std::size_t nth = 1;; ++nth) {
             const std::size_t before = scope.VariableCount();
             try {
                 const pavane_test::FailNthAllocation failure(nth);
@@ -62,9 +62,23 @@ TEST(ReaderMemory, AScopeIsAsBeforeWhenADefinitionFails) {
         }
         ASSERT_EQ(scope.GetLongOr(name, -1), n);
     }
-    for (int n = 0; n < 300; ++n) {
+    for (int n = 0; n < 600; ++n) {
         ASSERT_EQ(scope.GetLongOr("variable_with_a_long_name_" + std::to_string(n), -1), n);
     }
+}
+
+TEST(ReaderMemory, HeadsThatFailGiveTheirTextsBack) {
+    CVerifyGenerator generator;
+    auto root = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
+    root->DefineString("half", "v(" + std::string(1000, 'n') + ": 1,");
+    const auto allocationsFor = [&](int heads) {
+        std::string text = "d();";
+        for (int n = 0; n < heads; ++n) text += "eval(half);";
+        const std::size_t before = pavane_test::AllocationCount();
+        RunDefinition(*root, text.c_str());
+        return pavane_test::AllocationCount() - before;
+    };
+    EXPECT_EQ(allocationsFor(1000), allocationsFor(100) + 900) << "each has a record and no text of its own";
 }
 
 TEST(ReaderMemory, LookingANameUpTakesNone) {

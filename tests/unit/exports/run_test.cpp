@@ -1,6 +1,7 @@
 #include "exports_fixture.h"
 
 #include "frame/stop_watch.h"
+#include "support/failing_allocator.h"
 #include "workflow/context_keys.h"
 
 #include <stdexcept>
@@ -189,6 +190,27 @@ TEST_F(PavaneRun, StartsTheClockAtZeroAndThePhaseToo) {
         return kStatusSuccess;
     };
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
+}
+
+TEST_F(PavaneRun, WithoutMemoryEndsIn33289AndTheNextOneWorks) {
+    Pavane_Initialize(0, PAVANE_HOST_OPTIONS(0x040D, 0));
+    GetFrameTwin().hostProgram.productName = "a name that is much too long for the short form";
+    gEngine.calls.reserve(1000);
+    std::size_t failed = 0;
+    const std::size_t failures = pavane_test::ForEveryFailingAllocation([&] {
+        gEngine.calls.clear();
+        const Status status = Pavane_RunWorkflow(2, nullptr);
+        EXPECT_EQ(Pavane_Info_GetErrorCode(), status);
+        EXPECT_EQ(gPreloadedWorkflow, 0);
+        if (status != kStatusSuccess) {
+            EXPECT_EQ(status, PAVANE_EXCEPTION);
+            ++failed;
+        }
+        gEngine.calls.clear();
+    });
+    EXPECT_EQ(failed, failures);
+    EXPECT_GT(failures, 5u);
+    EXPECT_EQ(Pavane_RunWorkflow(2, nullptr), PAVANE_SUCCESS);
 }
 
 } // namespace

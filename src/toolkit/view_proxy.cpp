@@ -53,7 +53,7 @@ void ViewProxy::SpliceChildren(ViewProxyList&& views) {
 
 void ViewProxy::CopyAttributes(const CExpressionScope& viewAttributes) {
     for (const ScopeName& name : kCopiedBooleans) CopyBoolean(attributes, viewAttributes, name);
-    for (const ScopeName& name : kCopiedNumbers) CopyNumber(attributes, viewAttributes, name);
+    CopyNumbers(attributes, viewAttributes, kCopiedNumbers);
 }
 
 // A name that is absent leaves its field as it is, so the order counts wherever one field is another's

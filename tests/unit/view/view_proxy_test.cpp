@@ -12,6 +12,12 @@
 #include <utility>
 #include <vector>
 
+#if defined(__SANITIZE_ADDRESS__)
+#define PAVANE_WATCHES_ADDRESSES 1
+#elif defined(__has_feature)
+#define PAVANE_WATCHES_ADDRESSES __has_feature(address_sanitizer)
+#endif
+
 namespace brixen::zeve {
 namespace {
 
@@ -298,6 +304,20 @@ TEST_F(MakingAViewProxy, ViewsComeAndGoInAnyOrder) {
         }
     }
 }
+
+#if PAVANE_WATCHES_ADDRESSES
+using MakingAViewProxyDeathTest = MakingAViewProxy;
+
+TEST_F(MakingAViewProxyDeathTest, AViewThatIsGoneIsShut) {
+    const auto kept = Make({});
+    auto view = Make({{"width", 5}});
+    const volatile std::int32_t* const width = &view->width;
+    view.reset();
+    EXPECT_DEATH(static_cast<void>(*width), "use-after-poison");
+    view = Make({{"width", 6}});
+    EXPECT_EQ(*width, 6) << "the next view takes its place";
+}
+#endif
 
 TEST_F(MakingAViewProxy, SplicedChildrenGoToTheEnd) {
     const auto view = Make({});

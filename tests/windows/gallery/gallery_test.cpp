@@ -1,8 +1,15 @@
-// Opens the gallery, which has every keyword, in a real window and reads every control back from the system.
+// Opens the gallery, which has every keyword, in a real window and reads every control back from the system:
+// in English, German, Japanese and Hebrew what depends on words and faces, in English the rest. The view's
+// text keys hold the ids of its controls; its English words stand in the view, the others in
+// tests/data/gallery/.
+#include "dictionaries/process_dictionary.h"
+#include "dictionaries/translation.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
+#include "toolkit/wide_text.h"
 #include "toolkit/zeve_dialog.h"
+#include "toolkit/zeve_generator.h"
 #include "view/expression_scope.h"
 
 #include <gtest/gtest.h>
@@ -50,10 +57,33 @@ std::string GalleryText() {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+std::wstring Wide(const std::string& text) {
+    const std::u16string wide = WideText(text);
+    return {wide.begin(), wide.end()};
+}
+
+// The words of a language by their keys; none for English, which stands in the view.
+std::map<std::string, std::string> WordsOf(const std::string& language) {
+    std::map<std::string, std::string> words;
+    std::ifstream file(PAVANE_TEST_DATA "/gallery/" + language + ".txt", std::ios::binary);
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t equals = line.find('=');
+        words[line.substr(1, equals - 1)] = line.substr(equals + 1, line.size() - equals - 2);
+    }
+    return words;
+}
+
 class GalleryTest : public testing::Test {
 protected:
-    explicit GalleryTest(const char* language = "") : fLanguage(language) { ZeveInitialize(); }
-    ~GalleryTest() override { ZeveDelete(dialog); }
+    explicit GalleryTest(const char* language = "en_US") : words(WordsOf(language)), fLanguage(language) {
+        kestrel_private::ResetState();
+        for (const auto& [key, text] : words) AddKeyValue(key + "=" + text);
+        ZeveInitialize();
+    }
+    ~GalleryTest() override {
+        ZeveDelete(dialog);
+        kestrel_private::ResetState();
+    }
 
     void New(const std::string& view) {
         ZeveInitRecord record;
@@ -83,6 +113,20 @@ protected:
         GetClassNameW(control, name, 64);
         return name;
     }
+    // What the control of that id shows in the language of the test.
+    std::wstring InItsLanguage(int id, const wchar_t* english) const {
+        for (const char* part : {"", "/items"}) {
+            const auto found = words.find("$$$/gallery/" + std::to_string(id) + part);
+            if (found == words.end() || !*english) continue;
+            return Wide(found->second.substr(0, found->second.find('{')));
+        }
+        return english;
+    }
+    static LOGFONTW FontOf(HWND control) {
+        LOGFONTW font = {};
+        GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);
+        return font;
+    }
     RECT FrameOf(HWND control) const {
         RECT frame;
         GetWindowRect(control, &frame);
@@ -90,6 +134,7 @@ protected:
         return frame;
     }
 
+    const std::map<std::string, std::string> words;
     Host host;
     ZeveDialog* dialog = nullptr;
     HWND window = nullptr;
@@ -109,6 +154,7 @@ struct ControlRow {
 };
 
 constexpr int kWide = 160;
+constexpr DWORD kFrame = 0x40000007;
 
 const ControlRow kControls[] = {
     {110, L"Static", 0x40000000, true, true, L"Label, measured", 0},
@@ -138,18 +184,28 @@ const ControlRow kControls[] = {
     {153, L"Static", 0x40000010, true, true, L"", kWide},
     {154, L"ListBox", 0x40010401, true, true, L"", kWide},
     {160, L"SysTabControl32", 0x40010000, true, true, L"One;;Two", kWide},
-    {161, L"SysTreeView32", 0x40810017, true, true, L"", kWide},
+    {161, L"SysTreeView32", 0x40810011, true, true, L"", kWide},
     {162, L"Static", 0x40000003, true, true, L"", 32},
     {163, L"Static", 0x40000003, true, true, L"", 32},
     {164, L"Static", 0x4000000E, true, true, L"", 0},
     {165, L"Static", 0x40000007, true, true, L"", 32},
     {166, L"Static", 0x40000000, false, true, L"Hidden", 0},
+    {167, L"Static", 0x40000000, true, true, L"Large and slanted", 200},
     {170, L"Button", 0x40010000, true, true, L"Plain", 95},
     {171, L"Button", 0x40010000, true, true, L"A longer button text", 0},
+    {173, L"Button", 0x40010000, true, true, L"Hide", 0},
     {172, L"Button", 0x40010001, true, true, L"OK", 95},
 };
 
-TEST_F(GalleryTest, EveryControlHasItsClassStyleAndText) {
+class GalleryInEachLanguage : public GalleryTest, public testing::WithParamInterface<const char*> {
+protected:
+    GalleryInEachLanguage() : GalleryTest(GetParam()) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(, GalleryInEachLanguage, testing::Values("en_US", "de_DE", "ja_JP", "he_IL"),
+                         [](const auto& test) { return std::string(test.param); });
+
+TEST_P(GalleryInEachLanguage, EveryControlHasItsClassStyleAndText) {
     Open();
     for (const ControlRow& row : kControls) {
         const HWND control = Control(row.id);
@@ -161,7 +217,7 @@ TEST_F(GalleryTest, EveryControlHasItsClassStyleAndText) {
         EXPECT_EQ(style & row.style, row.style) << row.id << std::hex << " " << style;
         EXPECT_EQ(bool(style & WS_VISIBLE), row.isShown) << row.id;
         EXPECT_EQ(!(style & WS_DISABLED), row.isEnabled) << row.id;
-        EXPECT_EQ(Text(control), row.text) << row.id;
+        EXPECT_EQ(Text(control), InItsLanguage(row.id, row.text)) << row.id;
         EXPECT_EQ(GetParent(control), window) << row.id;
     }
 }
@@ -176,7 +232,7 @@ TEST_F(GalleryTest, PlainStylesStandToTheBit) {
     }
 }
 
-TEST_F(GalleryTest, EveryControlStandsWhereItsBoxSays) {
+TEST_P(GalleryInEachLanguage, EveryControlStandsWhereItsBoxSays) {
     Open();
     for (const ControlRow& row : kControls) {
         ASSERT_TRUE(host.boxes.count(row.id)) << row.id;
@@ -214,7 +270,7 @@ TEST_F(GalleryTest, TheWindowHasTheClientAreaOfTheLayout) {
     }
 }
 
-TEST_F(GalleryTest, TabGoesThroughTheControlsInTheOrderOfTheView) {
+TEST_P(GalleryInEachLanguage, TabGoesThroughTheControlsInTheOrderOfTheView) {
     Open();
     std::vector<int> order;
     const HWND first = Control(120);
@@ -225,9 +281,58 @@ TEST_F(GalleryTest, TabGoesThroughTheControlsInTheOrderOfTheView) {
     } while (control && control != first && order.size() < 100);
     // Not the check box in front of 124, which is hidden until the host shows it; nor the tabs 160, which
     // count as a parent of other controls.
-    const std::vector<int> expected = {120, 121, 122, 123, 124, 125, 126, 127, 131,
-                                       134, 135, 140, 141, 154, 161, 170, 171, 172};
+    const std::vector<int> expected = {120, 121, 122, 123, 124, 125, 126, 127, 131, 134,
+                                       135, 140, 141, 154, 161, 170, 171, 173, 172};
     EXPECT_EQ(order, expected);
+}
+
+TEST_P(GalleryInEachLanguage, EveryMeasuredTextHasRoom) {
+    Open();
+    for (const ControlRow& row : kControls) {
+        if (row.width || !*row.text || row.style == kFrame) continue; // a frame does not measure its title
+        const HWND control = Control(row.id);
+        const std::wstring text = Text(control);
+        const HDC device = GetDC(control);
+        const auto font = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+        const HGDIOBJ before = SelectObject(device, font);
+        SIZE extent = {};
+        GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &extent);
+        SelectObject(device, before);
+        ReleaseDC(control, device);
+        const RECT frame = FrameOf(control);
+        EXPECT_GT(extent.cx, 0) << row.id;
+        EXPECT_GE(frame.right - frame.left, extent.cx) << row.id;
+    }
+}
+
+TEST_P(GalleryInEachLanguage, EveryFrameLiesInTheWindowAndOnNoOther) {
+    Open();
+    RECT client;
+    GetClientRect(window, &client);
+    std::map<int, RECT> placed;
+    for (const ControlRow& row : kControls) {
+        // A frame stands around others.
+        if ((row.style == kFrame && *row.text) || !row.isShown) continue;
+        const RECT frame = FrameOf(Control(row.id));
+        RECT common;
+        IntersectRect(&common, &frame, &client);
+        EXPECT_TRUE(EqualRect(&common, &frame)) << row.id;
+        for (const auto& [id, other] : placed) {
+            EXPECT_FALSE(IntersectRect(&common, &frame, &other)) << row.id << " on " << id;
+        }
+        placed[row.id] = frame;
+    }
+}
+
+TEST_P(GalleryInEachLanguage, TheFaceIsThatOfTheLanguage) {
+    Open();
+    const bool isJapanese = GetParam() == std::string("ja_JP");
+    for (const ControlRow& row : kControls) {
+        if (!*row.text) continue; // some controls without a text keep no font
+        const LOGFONTW font = FontOf(Control(row.id));
+        EXPECT_STREQ(font.lfFaceName, isJapanese ? L"MS UI Gothic" : L"Tahoma") << row.id;
+        EXPECT_EQ(font.lfCharSet, isJapanese ? SHIFTJIS_CHARSET : ANSI_CHARSET) << row.id;
+    }
 }
 
 TEST_F(GalleryTest, RightToLeftFieldsAreReadFromTheirExtendedStyle) {
@@ -237,6 +342,7 @@ TEST_F(GalleryTest, RightToLeftFieldsAreReadFromTheirExtendedStyle) {
     EXPECT_EQ(GetWindowLongW(Control(120), GWL_EXSTYLE) & kRightToLeft, 0);
     EXPECT_TRUE(GetWindowLongW(Control(120), GWL_EXSTYLE) & WS_EX_CLIENTEDGE);
     EXPECT_TRUE(GetWindowLongW(Control(130), GWL_EXSTYLE) & WS_EX_CONTROLPARENT);
+    EXPECT_TRUE(GetWindowLongW(Control(167), GWL_EXSTYLE) & WS_EX_STATICEDGE); // by `win_ex_style`
 }
 
 TEST_F(GalleryTest, MarksRowsTabsIconsAndFocusAreThere) {
@@ -269,11 +375,7 @@ TEST_F(GalleryTest, TabsHaveTheirTexts) {
 
 TEST_F(GalleryTest, FontsAreThoseOfTheirViews) {
     Open();
-    const auto fontOf = [this](int id) {
-        LOGFONTW font = {};
-        GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Control(id), WM_GETFONT, 0, 0)), sizeof font, &font);
-        return font;
-    };
+    const auto fontOf = [this](int id) { return FontOf(Control(id)); };
     const HDC screen = GetDC(nullptr);
     const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
@@ -282,7 +384,18 @@ TEST_F(GalleryTest, FontsAreThoseOfTheirViews) {
     EXPECT_EQ(fontOf(112).lfWeight, 700);
     EXPECT_EQ(fontOf(171).lfWeight, 700);
     EXPECT_EQ(fontOf(120).lfWeight, 400);
-    EXPECT_STREQ(fontOf(120).lfFaceName, L"Tahoma");
+    EXPECT_EQ(fontOf(167).lfHeight, -(14 * dpi / 72));
+    EXPECT_TRUE(fontOf(167).lfItalic);
+    EXPECT_TRUE(fontOf(167).lfUnderline);
+    EXPECT_FALSE(fontOf(120).lfItalic || fontOf(120).lfUnderline);
+    EXPECT_EQ(fontOf(120).lfQuality, 2);
+    EXPECT_EQ(fontOf(120).lfPitchAndFamily, 0x22);
+}
+
+TEST_F(GalleryTest, AButtonHasRoomForItsOtherNameToo) {
+    Open();
+    const RECT hide = FrameOf(Control(173)); // "Hide", or "Show all of the details"
+    EXPECT_GT(hide.right - hide.left, 95);
 }
 
 TEST_F(GalleryTest, ValuesGoThroughTheRealControls) {
@@ -319,15 +432,30 @@ TEST_F(HebrewGalleryTest, TheDialogIsMirroredAndItsControlsReadFromTheRight) {
     EXPECT_EQ(GetWindowLongW(Control(110), GWL_EXSTYLE) & 0x7000, 0x7000);
 }
 
-TEST_F(GalleryTest, AHostThatThrowsWhileAControlIsMadeGivesItsClassName) {
-    host.throwAtControl = 7;
-    New("dialog() { slider(view_id: 7); }");
-    try {
-        ZeveMakeDialog(dialog, &host);
-        ADD_FAILURE() << "nothing thrown";
-    } catch (const std::logic_error& error) {
-        EXPECT_STREQ(error.what(), "msctls_trackbar32");
+class ThrowingHostTest : public GalleryTest {
+protected:
+    // What comes out of the making of a view whose host does not stand the control of that id.
+    std::string WhatComesOut(const std::string& view, UINT id) {
+        host.throwAtControl = id;
+        New(view);
+        try {
+            ZeveMakeDialog(dialog, &host);
+            return "nothing";
+        } catch (const std::logic_error& error) {
+            return error.what();
+        }
     }
+};
+
+TEST_F(ThrowingHostTest, GivesTheClassNameOfTheControl) {
+    EXPECT_EQ(WhatComesOut("dialog() { slider(view_id: 7); }", 7), "msctls_trackbar32");
+    EXPECT_FALSE(IsExceptionKept());
+}
+
+TEST_F(ThrowingHostTest, GivesATextOfItsOwnForTheCheckBoxInFront) {
+    const UINT subCheck = LastViewId() + 2; // the dialog's own comes before it
+    EXPECT_EQ(WhatComesOut("dialog(view_id: 6) { edit_text(view_id: 7, check_box_aware: true); }", subCheck),
+              "sub checkbox creation error!");
     EXPECT_FALSE(IsExceptionKept());
 }
 

@@ -53,6 +53,15 @@ TEST_F(ZeveGenerator, AViewWithAnIdUsesOne) {
     EXPECT_EQ(Number("sub_view_id"), 10001);
 }
 
+TEST_F(ZeveGenerator, NothingTestsForClashesOfIds) {
+    view.DefineNumber("view_id", 7);
+    for (const std::int64_t ownId : {10001, 10002}) {
+        generator.PrepareView("button", view, attributes);
+        EXPECT_EQ(Number("view_id"), 7);
+        EXPECT_EQ(Number("sub_view_id"), ownId);
+    }
+}
+
 TEST_F(ZeveGenerator, IdsAreCutTo16Bits) {
     view.DefineNumber("view_id", 70000);
     generator.PrepareView("button", view, attributes);
@@ -83,6 +92,27 @@ TEST_F(ZeveGenerator, CopiesTheCommonAttributesWherePresent) {
     EXPECT_EQ(Number("locked"), 1);
     EXPECT_FALSE(attributes.HasVariable("margin"));
     EXPECT_FALSE(attributes.HasVariable("unknown_to_the_generator"));
+}
+
+TEST_F(ZeveGenerator, CopiesEachCommonAttributeInItsType) {
+    CExpressionScope plain;
+    for (const char* text : {"name", "alt_name", "class_name", "__languageInfo"}) {
+        plain.DefineString(text, "its text");
+        generator.PrepareView("no_such_view", plain, attributes);
+        EXPECT_EQ(attributes.GetStringOr(text, ""), "its text") << text;
+    }
+    for (const char* number : {"resource_id", "max_chars", "seven_bit_ascii", "font", "__callback",
+                               "__callback_params", "__hInstance", "margin", "margin_top", "margin_bottom",
+                               "margin_left", "margin_right", "margin_height", "margin_width"}) {
+        plain.DefineNumber(number, 4294967303);
+        generator.PrepareView("no_such_view", plain, attributes);
+        EXPECT_EQ(Number(number), 4294967303) << number;
+    }
+    for (const char* boolean : {"word_wrap", "__read_only_mode", "locked", "check_box_aware"}) {
+        plain.DefineNumber(boolean, -7);
+        generator.PrepareView("no_such_view", plain, attributes);
+        EXPECT_EQ(Number(boolean), 1) << boolean;
+    }
 }
 
 TEST_F(ZeveGenerator, CopiesTheDialogsExtraAttributesInBothTypes) {

@@ -41,9 +41,15 @@ public:
     }
 
 private:
+    // Throws std::bad_alloc, and what room was made for more blocks goes with the last view.
     void AddBlock() {
-        freeSlots.reserve((blocks.size() + 1) * kSlotsPerBlock);
-        blocks.push_back(std::make_unique_for_overwrite<Slot[]>(kSlotsPerBlock));
+        try {
+            freeSlots.reserve((blocks.size() + 1) * kSlotsPerBlock);
+            blocks.push_back(std::make_unique_for_overwrite<Slot[]>(kSlotsPerBlock));
+        } catch (...) {
+            if (blocks.empty()) *this = {}; // there is no last view
+            throw;
+        }
         Slot* const slots = blocks.back().get();
         for (std::size_t place = kSlotsPerBlock; place-- > 0;) freeSlots.push_back(slots + place);
         ASAN_POISON_MEMORY_REGION(slots, kSlotsPerBlock * sizeof(Slot));

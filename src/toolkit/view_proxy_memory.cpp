@@ -22,41 +22,40 @@ constexpr std::size_t kSlotsPerBlock = 64;
 
 struct alignas(kCacheLine) Slot {
     std::byte room[sizeof(ViewProxy)];
+    Slot* next; // the next free one, while this one is free
 };
 
 class ViewProxyMemory {
 public:
     void* Take() {
-        if (freeSlots.empty()) AddBlock();
-        Slot* const slot = freeSlots.back();
-        freeSlots.pop_back();
-        ASAN_UNPOISON_MEMORY_REGION(slot, sizeof(Slot));
-        return slot;
+        if (!free) AddBlock();
+        Slot* const slot = free;
+        free = slot->next;
+        ++viewCount;
+        ASAN_UNPOISON_MEMORY_REGION(slot->room, sizeof slot->room);
+        return slot->room;
     }
     void GiveBack(void* room) noexcept {
-        ASAN_POISON_MEMORY_REGION(room, sizeof(Slot));
-        freeSlots.push_back(static_cast<Slot*>(room));
-        const bool isUnused = freeSlots.size() == blocks.size() * kSlotsPerBlock;
-        if (isUnused) *this = {}; // nothing is kept from one description to the next
+        MakeFree(static_cast<Slot*>(room));
+        --viewCount;
+        if (viewCount == 0) *this = {}; // nothing is kept from one description to the next
     }
 
 private:
-    // Throws std::bad_alloc, and what room was made for more blocks goes with the last view.
     void AddBlock() {
-        try {
-            freeSlots.reserve((blocks.size() + 1) * kSlotsPerBlock);
-            blocks.push_back(std::make_unique_for_overwrite<Slot[]>(kSlotsPerBlock));
-        } catch (...) {
-            if (blocks.empty()) *this = {}; // there is no last view
-            throw;
-        }
+        blocks.push_back(std::make_unique_for_overwrite<Slot[]>(kSlotsPerBlock));
         Slot* const slots = blocks.back().get();
-        for (std::size_t place = kSlotsPerBlock; place-- > 0;) freeSlots.push_back(slots + place);
-        ASAN_POISON_MEMORY_REGION(slots, kSlotsPerBlock * sizeof(Slot));
+        for (std::size_t place = kSlotsPerBlock; place-- > 0;) MakeFree(slots + place);
+    }
+    void MakeFree(Slot* slot) noexcept {
+        ASAN_POISON_MEMORY_REGION(slot->room, sizeof slot->room);
+        slot->next = free;
+        free = slot;
     }
 
     std::vector<std::unique_ptr<Slot[]>> blocks;
-    std::vector<Slot*> freeSlots; // the next one last; has room for every slot, so giving back cannot fail
+    Slot* free = nullptr;
+    std::size_t viewCount = 0; // of those that live
 };
 
 ViewProxyMemory gViewProxyMemory;

@@ -24,9 +24,7 @@ public:
     ModalRun& operator=(const ModalRun&) = delete;
     ~ModalRun() {
         gInnermost = fOuter;
-        if (!IsQuitHeldBelow()) return;
-        platform::PostQuit(fOuter->fHeldQuit.value_or(kQuitNegative));
-        fOuter->fHeldQuit.reset();
+        if (IsQuitHeldBelow()) platform::PostQuit(fOuter->fHeldQuit.value_or(kQuitNegative));
     }
 
     // The innermost run of that dialog, from this one outwards.
@@ -48,7 +46,8 @@ public:
 private:
     const DialogLink* fDialog; // compared only: it may be deleted during its run
     ModalRun* fOuter;
-    // The code of a quit that came while another dialog ran above this one.
+    // The code of a quit for this dialog. The loop of another dialog above it, one that runs already or one
+    // that begins before this loop gets that far, takes the quit message and ends too.
     std::optional<std::int32_t> fHeldQuit;
 };
 
@@ -82,6 +81,8 @@ bool HandleMessages(NativeWindow window) {
 
 bool ShowAndRun(const DialogLink& dialog, NativeWindow window, NativeWindow parent) {
     const DisabledParent disabled(parent);
+    // What the parent's host threw: no quit was posted for this loop, which has not begun.
+    ThrowKeptException();
     const ModalRun run(dialog);
     platform::ShowOrHide(window, true);
     platform::PaintNow(window);
@@ -116,12 +117,8 @@ bool IsRunning(const DialogLink& dialog) noexcept {
 
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
     ModalRun* run = gInnermost != nullptr ? gInnermost->Find(dialog) : nullptr;
-    if (run == nullptr || run == gInnermost) {
-        platform::PostQuit(code);
-        return;
-    }
-    run->HoldQuit(code);
-    platform::PostQuit(kQuitNegative);
+    if (run != nullptr) run->HoldQuit(code);
+    platform::PostQuit(run == nullptr || run == gInnermost ? code : kQuitNegative);
 }
 
 void AbortInnermostRun() noexcept {

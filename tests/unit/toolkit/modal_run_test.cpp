@@ -170,6 +170,12 @@ TEST_F(ModalRunTest, AWindowThatIsDestroyedUnderItsLoopEndsIt) {
     EXPECT_FALSE(State().quit.has_value());
 }
 
+TEST_F(ModalRunTest, AWindowThatIsDestroyedWithoutARunEndsNone) {
+    DialogOwner dialog = MadeDialog(host);
+    platform::CloseWindow(ZeveTopWindow(dialog.get()));
+    EXPECT_FALSE(State().quit.has_value());
+}
+
 TEST_F(ModalRunTest, AWindowThatIsClosedBeforeItIsShownIsNotRun) {
     DialogOwner dialog = MadeDialog(host, kTwoButtons, PlainWindow());
     host.answer = [&](std::int32_t what, EventRecord&) {
@@ -188,6 +194,7 @@ TEST_F(ModalRunTest, ADialogMayBeDeletedInItsOwnRun) {
         return std::uint64_t(0);
     };
     ScriptMessage(ZeveTopWindow(dialog), kUser);
+    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
     EXPECT_FALSE(ZeveRunModal(dialog));
     EXPECT_FALSE(IsModalRunUnderWay());
 }
@@ -232,6 +239,34 @@ TEST_F(ModalRunTest, AnExceptionBeforeTheWindowIsShownComesOutToo) {
     State().calls.clear();
     EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
     EXPECT_TRUE(CallsOf("Enable").empty());
+}
+
+TEST_F(ModalRunTest, AnExceptionInAMessageBeforeTheWindowIsShownComesOutToo) {
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, PlainWindow());
+    host.answer = [&](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::runtime_error("early");
+        platform::Send(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        return 0;
+    };
+    State().calls.clear();
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_TRUE(CallsOf("Enable").empty());
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, AnExceptionOfTheParentsHostComesOutBeforeTheLoop) {
+    DialogOwner dialog = MadeDialog(host);
+    const NativeWindow parent = ZeveTopWindow(dialog.get());
+    host.answer = [](std::int32_t, EventRecord& record) -> std::uint64_t {
+        if (record.Read(kKeyEventRecord) == kMessageActivate) throw std::runtime_error("parent");
+        return 1;
+    };
+    State().calls.clear();
+    EXPECT_THROW(RunAlert(parent), std::runtime_error);
+    EXPECT_TRUE(CallsOf("HandleNextMessage").empty());
+    EXPECT_TRUE(platform::IsEnabled(parent));
+    EXPECT_FALSE(State().quit.has_value());
+    EXPECT_FALSE(IsExceptionKept());
 }
 
 TEST_F(ModalRunTest, AnExceptionThatIsNotDerivedFromTheStandardBaseGivesFalse) {
@@ -296,6 +331,20 @@ TEST_F(ModalRunTest, TheAlertsOwnAnswerComesTooLateAfterAQuitForTheDialogBelow) 
     });
     EXPECT_TRUE(ZeveRunModal(dialog.get()));
     EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+}
+
+TEST_F(ModalRunTest, AnAlertThatBeginsAfterTheQuitEndsWithTheDialog) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        alertAnswers.clear();
+        DialogOwner dialog = MadeDialog(host);
+        LetAlertsRunOver(dialog.get());
+        // Both wait already when the loop begins, and a quit message comes last.
+        platform::Post(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
+        platform::Post(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+        EXPECT_FALSE(State().quit.has_value());
+    }
 }
 
 TEST_F(ModalRunTest, AQuitForTheLowestOfThreeEndsAllThree) {

@@ -1,0 +1,9 @@
+#include "services/platform/services_platform.h"
+
+#include <windows.h>
+
+namespace brixen::pvn::platform {
+
+void WriteToDebugger(const char* text) noexcept { OutputDebugStringA(text); }
+
+} // namespace brixen::pvn::platform

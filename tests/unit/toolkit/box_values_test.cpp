@@ -36,6 +36,49 @@ protected:
     std::vector<std::u16string> rows;
 };
 
+// --- Where a value comes from
+
+TEST_F(BoxValuesTest, AFourCharacterCodeOfAScopeIsALabelOrTheValueOfAnItem) {
+    CExpressionScope scope;
+    scope.DefineNumber(kKeySetValue, 0x4F4B3432); // 'OK42'
+    EventRecord record;
+    record.StorePointer(kKeyScope, &scope);
+    CEveBox& button = Make("button");
+    button.SetValue(record);
+    EXPECT_EQ(WindowOf(button).text, u"OK42");
+    for (const char* keyword : {"popup", "button_popup", "static_text_enum"}) {
+        CEveBox& box = Make(keyword, {{"items", "One{1};Two{OK42}"}});
+        box.SetValue(record);
+        EXPECT_EQ(Value(box), "OK42") << keyword;
+    }
+    // Fields and labels take texts alone, and a number has none.
+    for (const char* keyword : {"edit_text", "static_text"}) {
+        CEveBox& box = Make(keyword, {{"name", "x"}});
+        box.SetValue(record);
+        EXPECT_EQ(WindowOf(box).text, u"") << keyword;
+    }
+}
+
+TEST_F(BoxValuesTest, TextsAndMarksComeFromAScopeToo) {
+    CExpressionScope scope;
+    EventRecord record;
+    record.StorePointer(kKeyScope, &scope);
+    scope.DefineString(kKeySetValue, "Zermatt");
+    for (const char* keyword : {"edit_text", "static_text", "button"}) {
+        CEveBox& box = Make(keyword);
+        box.SetValue(record);
+        EXPECT_EQ(WindowOf(box).text, u"Zermatt") << keyword;
+    }
+    for (const int mark : {1, 0}) {
+        scope.DefineNumber(kKeySetValue, mark);
+        for (const char* keyword : {"radio", "check_box"}) {
+            CEveBox& box = Make(keyword, {{"initial_value", 1 - mark}});
+            box.SetValue(record);
+            EXPECT_EQ(Mark(box), mark) << keyword;
+        }
+    }
+}
+
 // --- Buttons
 
 TEST_F(BoxValuesTest, AButtonTakesALabelOfAtMost127Characters) {
@@ -90,6 +133,15 @@ TEST_F(BoxValuesTest, AMarkIsSetByANumberAndReadAsOneOrZero) {
 TEST_F(BoxValuesTest, AMarkCanBeThereFromTheBeginning) {
     EXPECT_EQ(Mark(Make("radio", {{"initial_value", 1}})), 1);
     EXPECT_EQ(Mark(Make("check_box", {{"initial_value", 0}})), 0);
+}
+
+TEST_F(BoxValuesTest, AThirdStateCountsAsUnmarked) {
+    CEveBox& box = Make("check_box");
+    headless::State().answer = [](const headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number == kButtonGetCheck) return 2;
+        return std::nullopt;
+    };
+    EXPECT_EQ(Mark(box), 0);
 }
 
 TEST_F(BoxValuesTest, AnUncheckedSubCheckWithholdsTheMark) {

@@ -308,6 +308,20 @@ TEST_F(ControlMakerTest, AnIconIsACopyAtTheSizeOfTheIconPreparedLast) {
     EXPECT_EQ(TimesSent(second.control, kStaticSetImage), 1u);
 }
 
+TEST_F(ControlMakerTest, AnIconIsSetBeforeTheControlGetsItsProcedure) {
+    MakeDialog();
+    const PreparedView view = Prepare("icon", {{"builtin_icon", 32515}});
+    headless::State().calls.clear();
+    const CEveBox& box = Create(view, dialog);
+    const auto& calls = headless::State().calls;
+    ASSERT_GE(calls.size(), 4u);
+    EXPECT_EQ(calls[1].name, "CopySystemIcon");
+    EXPECT_EQ(calls[2].numbers,
+              (std::vector<std::int64_t>{370, 1, headless::HandleNumber(*headless::State().icons.begin())}));
+    EXPECT_EQ(calls[2].window, box.control);
+    EXPECT_EQ(calls[3].name, "TakeControlProcedure");
+}
+
 TEST_F(ControlMakerTest, OnlyTwoSystemIconsAreLoaded) {
     Make("icon", {{"builtin_icon", 103}});
     Make("icon");

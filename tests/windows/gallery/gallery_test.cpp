@@ -96,6 +96,7 @@ protected:
     void Open() {
         const std::string view = GalleryText();
         ASSERT_FALSE(view.empty());
+        ASSERT_EQ(words.empty(), fLanguage == std::string("en_US"));
         New(view);
         window = Handle(ZeveMakeDialog(dialog, &host));
         ASSERT_TRUE(IsWindow(window));

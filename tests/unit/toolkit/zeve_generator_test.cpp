@@ -7,6 +7,7 @@
 #include "toolkit/eve_box.h"
 #include "toolkit/view_constants.h"
 #include "view/expression_scope.h"
+#include "view/view_reader.h"
 
 #include <stdexcept>
 
@@ -170,6 +171,23 @@ TEST_F(ZeveGenerator, TheHostReadsAndChangesTheAttributes) {
     generator.PrepareView("picture", view, attributes);
     generator.CreateView("picture", attributes, nullptr);
     EXPECT_EQ(Number("seen"), 10001);
+}
+
+TEST_F(ZeveGenerator, TheHostHearsOfAViewBeforeItsChildrenAreMade) {
+    const auto root = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
+    InstallViewConstants(*root);
+    root->DefineNumber("__callback", CallbackNumber(link.callback));
+    root->DefineNumber("__callback_params", ReferenceNumber(&host));
+    host.answer = [](std::int32_t, EventRecord& record) {
+        const auto* scope = record.ReadPointer<const CExpressionScope*>(kKeyScope);
+        EXPECT_TRUE(ReferenceFrom<CEveBox>(scope->GetLongOr("__eveBoxObj", 0))->children.empty());
+        return std::uint64_t(0);
+    };
+    const CEveBox* made = RunDefinition(*root, "picture(name: '1') { picture(name: '2') { button(); } }");
+    EXPECT_EQ(made->children.size(), 1u);
+    ASSERT_EQ(host.events.size(), 3u);
+    EXPECT_EQ(host.events[0].what, kWhatTopLevelMade);
+    EXPECT_EQ(host.events[2].keyword, "button");
 }
 
 TEST_F(ZeveGenerator, WithoutACallbackNobodyHears) {

@@ -45,6 +45,13 @@ TEST_F(Statement, AlignCentersTakesNoWidthBelowNothing) {
     EXPECT_EQ(Number("a"), 12);
 }
 
+TEST_F(Statement, AlignCentersAddsPlainlyToUndefinedNumbers) {
+    EXPECT_EQ(FailureOf("align_centers(unknown, 20, 40, &a, &b); align_centers(1, unknown, &c);"), "");
+    EXPECT_EQ(Number("a"), kU + 10);
+    EXPECT_EQ(Number("b"), kU);
+    EXPECT_EQ(Number("c"), 1073741825);
+}
+
 TEST_F(Statement, AlignCentersNeedsATargetForEachWidth) {
     EXPECT_EQ(FailureOf("align_centers(100, 20, 40, &a);"), kNotAllRead);
     EXPECT_EQ(Number("a"), 110) << "targets are defined one by one";

@@ -2,48 +2,64 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_set>
+#include <utility>
 
 namespace brixen::zeve {
 
 namespace {
 
-constexpr std::string_view kSeparatorLabel = "-";
-constexpr std::string_view kSeparatorValue = "<$zeve_enum-item_separator$>";
+struct Entry {
+    std::string_view label, value;
+};
+
+constexpr Entry kSeparator = {"-", "<$zeve_enum-item_separator$>"};
 
 // No value for a separator.
-std::optional<ListItem> ParseEntry(std::string_view entry) {
-    const std::size_t open = entry.find('{');
+std::optional<Entry> ParseEntry(std::string_view text) {
+    const std::size_t open = text.find('{');
     if (open == std::string_view::npos) return std::nullopt;
-    const std::size_t close = entry.find('}', open);
+    const std::size_t close = text.find('}', open);
     if (close == std::string_view::npos) return std::nullopt;
-    return ListItem{std::string(entry.substr(0, open)),
-                    std::string(entry.substr(open + 1, close - open - 1))};
+    return Entry{text.substr(0, open), text.substr(open + 1, close - open - 1)};
 }
 
-bool IsThereAlready(const std::vector<ListItem>& items, const ListItem& added) {
-    return std::any_of(items.begin(), items.end(), [&](const ListItem& item) {
-        return item.label == added.label || item.value == added.value;
-    });
-}
+// The items read so far, with their labels and values once more, so that reading stays linear in the text.
+class ListReader {
+public:
+    explicit ListReader(Separators separators) : fSeparators(separators) {}
 
-void AddEntry(std::vector<ListItem>& items, std::string_view entry, Separators separators) {
-    if (std::optional<ListItem> item = ParseEntry(entry)) {
-        if (!IsThereAlready(items, *item)) items.push_back(std::move(*item));
-    } else if (separators == Separators::Keep) {
-        items.push_back({std::string(kSeparatorLabel), std::string(kSeparatorValue)});
+    void Read(std::string_view text) {
+        if (const std::optional<Entry> entry = ParseEntry(text)) {
+            if (!fLabels.contains(entry->label) && !fValues.contains(entry->value)) Append(*entry);
+        } else if (fSeparators == Separators::Keep) {
+            Append(kSeparator);
+        }
     }
-}
+    std::vector<ListItem> Take() { return std::move(fItems); }
+
+private:
+    void Append(const Entry& entry) {
+        fLabels.insert(entry.label);
+        fValues.insert(entry.value);
+        fItems.push_back({std::string(entry.label), std::string(entry.value)});
+    }
+
+    Separators fSeparators;
+    std::vector<ListItem> fItems;
+    std::unordered_set<std::string_view> fLabels, fValues; // of the text that is read
+};
 
 } // namespace
 
 std::vector<ListItem> ParseItemList(std::string_view text, Separators separators) {
-    std::vector<ListItem> items;
+    ListReader reader(separators);
     while (!text.empty()) {
         const std::string_view entry = text.substr(0, text.find(';'));
-        if (!entry.empty()) AddEntry(items, entry, separators);
+        if (!entry.empty()) reader.Read(entry);
         text.remove_prefix(std::min(text.size(), entry.size() + 1));
     }
-    return items;
+    return reader.Take();
 }
 
 const ListItem* FindItemByValue(const std::vector<ListItem>& items, std::string_view value) {

@@ -1,5 +1,6 @@
 #include "toolkit/view_constants.h"
 
+#include "toolkit/view_proxy.h"
 #include "view/expression_scope.h"
 
 namespace brixen::zeve {
@@ -11,7 +12,6 @@ struct NumberConstant {
     std::int64_t value;
 };
 
-constexpr std::int64_t kAlignCenter = 2;
 constexpr std::int64_t kEditLinesOfATextView = 3;
 
 constexpr NumberConstant kMetrics[] = {

@@ -60,6 +60,16 @@ TEST(ItemList, TestsOrdinaryEntriesAgainstSeparatorsToo) {
     EXPECT_EQ(Parse("x;-{1}", Separators::Drop), (Pairs{{"-", "1"}}));
 }
 
+TEST(ItemList, ALongListIsReadInLinearTime) {
+    std::string text;
+    for (int i = 0; i < 50'000; ++i) text += std::to_string(i) + "{v" + std::to_string(i) + "};";
+    text += "7{x};y{v8};z{z}";
+    const std::vector<ListItem> items = ParseItemList(text, Separators::Keep);
+    ASSERT_EQ(items.size(), 50'001u);
+    EXPECT_EQ(items[49'999].value, "v49999");
+    EXPECT_EQ(items.back().label, "z");
+}
+
 TEST(ItemList, FindsTheFirstItemWithAValue) {
     const std::vector<ListItem> items = ParseItemList("One{1};Two{2};Zero{}", Separators::Drop);
     EXPECT_EQ(FindItemByValue(items, "2"), &items[1]);

@@ -172,25 +172,35 @@ inline bool QuickSequence(std::uint32_t four, const Byte*& source, char16_t*& ta
     return true;
 }
 
-// Converts legal text as far as there is plenty of room and four bytes are in sight, and leaves all that is
-// special to the careful loop.
+// Converts legal text as far as there is room for any character, and leaves all that is special to the
+// careful loop.
 void QuickUtf8ToUtf16(const Byte*& sourceAt, const Byte* end, char16_t*& targetAt,
                       const char16_t* targetEnd) {
     const Byte* source = sourceAt;
     char16_t* target = targetAt;
     bool going = true;
     while (going) {
-        // So many sequences fit whatever they are.
-        std::ptrdiff_t sequences = std::min((end - source) / 4, (targetEnd - target) / 2);
-        going = sequences > 0;
-        for (; sequences > 0; --sequences) {
+        // No sequence gives more units than it has bytes, and none more than two.
+        const std::ptrdiff_t bytes = std::min(end - source - 3, targetEnd - target - 1);
+        const Byte* const stop = source + std::max<std::ptrdiff_t>(bytes, 0);
+        going = source < stop;
+        while (going && source < stop) {
             const std::uint32_t four = ReadFour(source);
             if ((four & 0x80) == 0) {
                 QuickAsciiToUtf16(source, end, target, targetEnd);
-                break;
+            } else {
+                going = QuickSequence(four, source, target);
             }
+        }
+    }
+    // The last bytes, with zeros behind them, which belong to no sequence.
+    going = end - sourceAt >= 4 && end - source < 4;
+    while (going && source != end && targetEnd - target >= 2) {
+        const std::uint32_t four = ReadFour(end - 4) >> (8 * (4 - (end - source)));
+        if ((four & 0x80) == 0) {
+            *target++ = *source++;
+        } else {
             going = QuickSequence(four, source, target);
-            if (!going) break;
         }
     }
     sourceAt = source;
@@ -237,11 +247,16 @@ void QuickUtf16ToUtf8(const char16_t*& sourceAt, const char16_t* end, Byte*& tar
     const char16_t* source = sourceAt;
     Byte* target = targetAt;
     bool going = true;
-    while (going && source != end && targetEnd - target >= 4) {
-        if (*source < 0x80) {
-            QuickAsciiToUtf8(source, end, target, targetEnd);
-        } else {
-            going = QuickCharacter(source, end, target);
+    while (going) {
+        // Four bytes are written for each character.
+        const char16_t* const stop = source + std::min(end - source, (targetEnd - target) / 4);
+        going = source < stop;
+        while (going && source < stop) {
+            if (*source < 0x80) {
+                QuickAsciiToUtf8(source, end, target, targetEnd);
+            } else {
+                going = QuickCharacter(source, end, target);
+            }
         }
     }
     sourceAt = source;

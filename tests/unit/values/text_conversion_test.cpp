@@ -125,12 +125,14 @@ TEST(ConvertUtf8ToUtf16, RefusesIllegalSequencesInBothModes) {
         for (const bool lenient : {false, true}) {
             EXPECT_EQ(From8To16(sequence, lenient), (Out16{SourceIllegal, 0, {}}))
                 << testing::PrintToString(sequence);
-            // In sight of more text, where whole runs are converted at once.
-            Bytes inText = {'a'};
-            inText.insert(inText.end(), sequence.begin(), sequence.end());
-            inText.insert(inText.end(), 20, 'x');
-            EXPECT_EQ(From8To16(inText, lenient), (Out16{SourceIllegal, 1, {u'a'}}))
-                << testing::PrintToString(sequence);
+            // Among other text, where whole runs are converted at once.
+            for (const std::size_t behind : {0U, 20U}) {
+                Bytes inText = {'a', 'b', 'c', 'd'};
+                inText.insert(inText.end(), sequence.begin(), sequence.end());
+                inText.insert(inText.end(), behind, 'x');
+                EXPECT_EQ(From8To16(inText, lenient), (Out16{SourceIllegal, 4, {u'a', u'b', u'c', u'd'}}))
+                    << testing::PrintToString(inText);
+            }
         }
         EXPECT_EQ(From8To32(sequence), (Out32{SourceIllegal, 0, {}})) << testing::PrintToString(sequence);
     }
@@ -313,6 +315,20 @@ TEST(ToUtf16, GivesBackTextsOfEveryLength) {
             for (int i = 0; i < 3; ++i) text += character;
             text += u"tail";
             ASSERT_EQ(ToUtf16(ToUtf8(text)), text) << before;
+        }
+    }
+}
+
+TEST(ToUtf16, KnowsAWholeLastCharacterFromACutOne) {
+    const std::vector<std::u16string> characters = {u"\u00E9", u"\u20AC", U16({0xD83D, 0xDE00})};
+    for (const std::u16string& character : characters) {
+        for (std::size_t before = 0; before < 300; ++before) {
+            const std::u16string text = std::u16string(before, u'x') + character;
+            const std::string utf8 = ToUtf8(text);
+            ASSERT_EQ(ToUtf16(utf8), text) << before;
+            for (std::size_t length = before + 1; length < utf8.size(); ++length) {
+                ASSERT_EQ(MessageOf([&] { ToUtf16(utf8.substr(0, length)); }), "Bad UTF-8 sequence.");
+            }
         }
     }
 }

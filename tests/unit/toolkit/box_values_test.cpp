@@ -333,11 +333,13 @@ TEST_F(BoxValuesTest, APopupHonoursItsSubCheckAndAButtonPopupNever) {
 }
 
 TEST_F(BoxValuesTest, RefillingAPopupKeepsTheChoiceByValue) {
-    CEveBox& popup = Make("popup", {{"items", "$$$/items=One{1};Two{2}"}});
+    CEveBox& popup = Make("popup", {{"name", "$$$/name=Number"}, {"items", "$$$/items=One{1};Two{2}"}});
     SetText(popup, "2");
     RecordRows();
     Translate("$$$/items=Null{0};Eins{1};Zwei{2}");
+    Translate("$$$/name=Zahl");
     dialog->Retranslate();
+    EXPECT_EQ(WindowOf(popup).text, u"Zahl");
     EXPECT_EQ(rows, (std::vector<std::u16string>{u"Null", u"Eins", u"Zwei"}));
     EXPECT_EQ(Selection(popup), 2);
     EXPECT_EQ(Value(popup), "2");

@@ -47,6 +47,9 @@ TEST_F(EveBoxTest, AnOffscreenTopIsTakenBackOnce) {
     CEveBox& page = Make("cluster", {{"top", 10020}});
     EXPECT_EQ(page.top, 20);
     EXPECT_EQ(MakeBelow(page, "slider", {{"top", 5}}).top, 25);
+    // It is the sum that is looked at.
+    EXPECT_EQ(MakeBelow(page, "slider", {{"top", 9980}}).top, 10000);
+    EXPECT_EQ(MakeBelow(page, "slider", {{"top", 9981}}).top, 1);
 }
 
 TEST_F(EveBoxTest, TheNameIsKeptAsKeyAndAsText) {
@@ -227,6 +230,18 @@ TEST_F(EveBoxTest, ABoxIsUsableIfItAndAllItsParentsAreEnabled) {
     EXPECT_FALSE(IsUsable(box)); // by its own wish
 }
 
+TEST_F(EveBoxTest, EnablingLeavesChildrenAloneThatWishToBeDisabled) {
+    CEveBox& group = Make("cluster");
+    CEveBox& disabled = MakeBelow(group, "button", {{"enabled", 0}});
+    CEveBox& below = MakeBelow(disabled, "button");
+    const std::size_t calls = headless::CallsOf("Enable").size();
+    group.SetEnabled(false);
+    group.SetEnabled(true);
+    EXPECT_EQ(headless::CallsOf("Enable").size(), calls + 2);
+    EXPECT_FALSE(IsUsable(disabled));
+    EXPECT_FALSE(IsUsable(below));
+}
+
 TEST_F(EveBoxTest, AReadOnlyBoxThatHonoursItIsDisabledWithAllBelow) {
     CEveBox& group = Make("radio_group", {{"__read_only_mode", 1}});
     CEveBox& box = MakeBelow(group, "button");
@@ -291,6 +306,7 @@ TEST_F(EveBoxTest, TheEndFreesIconChildrenWindowAndFontInThisOrder) {
     headless::State().calls.clear();
     generator.DeleteBoxes();
 
+    EXPECT_EQ(headless::CallsOf("Send").front().numbers, (std::vector<std::int64_t>{371, 1, 0}));
     std::vector<std::string> order;
     for (const headless::Call& call : headless::State().calls) {
         if (call.name == "DeleteIcon") order.push_back("icon");

@@ -118,7 +118,7 @@ bool IsRunning(const DialogLink& dialog) noexcept {
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
     ModalRun* run = gInnermost != nullptr ? gInnermost->Find(dialog) : nullptr;
     if (run != nullptr) run->HoldQuit(code);
-    platform::PostQuit(run == nullptr || run == gInnermost ? code : kQuitNegative);
+    platform::PostQuit(code);
 }
 
 void AbortInnermostRun() noexcept {

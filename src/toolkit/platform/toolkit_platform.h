@@ -23,8 +23,7 @@ struct Extent {
     std::int32_t width = 0, height = 0;
 };
 
-// --- Windows
-// ---------------------------------------------------------------------------------------------------
+// --- Windows ---
 
 struct WindowRequest {
     std::uint32_t extendedStyle = 0;
@@ -82,8 +81,7 @@ void GreyCloseItem(NativeWindow window) noexcept;
 // Opens or closes the input method of a window.
 void SetInputMethodOpen(NativeWindow window, bool open) noexcept;
 
-// --- Painting
-// --------------------------------------------------------------------------------------------------
+// --- Painting ---
 
 // Asks for the whole client area to be erased and painted again.
 void Invalidate(NativeWindow window) noexcept;
@@ -95,8 +93,7 @@ void EraseFace(NativeWindow window, NativeDrawing device) noexcept;
 void LockUpdates(NativeWindow window) noexcept;
 void UnlockUpdates() noexcept;
 
-// --- Messages
-// --------------------------------------------------------------------------------------------------
+// --- Messages ---
 
 std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                    std::intptr_t lparam) noexcept;
@@ -114,8 +111,7 @@ enum class LoopStep { Handled, Quit, Failed };
 // number that PostQuit was given.
 LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept;
 
-// --- Procedures of windows
-// -------------------------------------------------------------------------------------
+// --- Procedures of windows ---
 
 // Makes toolkit/window_procedures.h's DialogProcedure the procedure of a top-level window.
 void TakeDialogProcedure(NativeWindow window) noexcept;
@@ -128,15 +124,13 @@ void* EditBoxOf(NativeWindow window) noexcept;
 std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                           std::intptr_t lparam) noexcept;
 
-// --- Keyboard
-// --------------------------------------------------------------------------------------------------
+// --- Keyboard ---
 
 bool IsShiftDown() noexcept;
 // The control that Tab reaches next from `control`, in the order in which the controls were made.
 NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) noexcept;
 
-// --- Fonts and text
-// --------------------------------------------------------------------------------------------
+// --- Fonts and text ---
 
 inline constexpr std::size_t kFaceUnits = 32; // with the terminator
 
@@ -160,8 +154,7 @@ struct FittedText {
 };
 FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept;
 
-// --- Icons, bitmaps, messages
-// ----------------------------------------------------------------------------------
+// --- Icons, bitmaps, messages ---
 
 // A copy of a system icon at the given size, or null. The caller deletes it.
 NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept;
@@ -169,8 +162,7 @@ void DeleteIcon(NativeIcon icon) noexcept;
 // A modal message of the system with an error icon, no title and one button.
 void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
 
-// --- Once per process
-// ------------------------------------------------------------------------------------------
+// --- Once per process ---
 
 NativeModule LibraryModule() noexcept; // of the code that runs here
 NativeModule LoadRichEdit() noexcept;

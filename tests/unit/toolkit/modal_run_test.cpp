@@ -199,8 +199,7 @@ TEST_F(ModalRunTest, ADialogMayBeDeletedInItsOwnRun) {
     EXPECT_FALSE(IsModalRunUnderWay());
 }
 
-// --- Exceptions
-// ----------------------------------------------------------------------------------------------------
+// --- Exceptions ---
 
 TEST_F(ModalRunTest, AnExceptionOfTheHostComesOutOfTheRunWithTheParentEnabled) {
     const NativeWindow parent = PlainWindow();
@@ -292,8 +291,7 @@ TEST_F(ModalRunTest, TheNextRunIsNotTouchedByAnEarlierException) {
     EXPECT_TRUE(ZeveRunModal(dialog.get()));
 }
 
-// --- Runs inside runs
-// ----------------------------------------------------------------------------------------------
+// --- Runs inside runs ---
 
 TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogGoesOn) {
     DialogOwner dialog = MadeDialog(host);

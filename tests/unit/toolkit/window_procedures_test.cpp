@@ -201,8 +201,7 @@ TEST_F(WindowProcedures, OnlyANumberOfALiveDialogLeadsToIt) {
     EXPECT_EQ(LiveDialog(number), nullptr);
 }
 
-// --- Controls
-// ------------------------------------------------------------------------------------------------------
+// --- Controls ---
 
 TEST_F(WindowProcedures, KeysThatGoDownReachTheDialogOnceAndAltTwice) {
     const NativeWindow control = Control();

@@ -60,6 +60,11 @@ TEST_F(ZeveDialogTest, InitializingWorksOnce) {
     EXPECT_EQ(CallsOf("RegisterCommonControls").size(), 1u);
 }
 
+TEST_F(ZeveDialogTest, InitializingFillsTheKeywordTable) {
+    ZeveInitialize();
+    EXPECT_NE(gBoxState.keywords.Find("button"), nullptr);
+}
+
 TEST_F(ZeveDialogTest, TheRichEditLibraryIsFreedByTheFirstDeleteAndNotAgain) {
     ZeveInitialize();
     EXPECT_EQ(State().richEditLoads, 1);
@@ -173,6 +178,16 @@ TEST_F(ZeveDialogTest, TheHostHearsOfEachViewWhenItIsMade) {
     EXPECT_EQ(others[1].control, platform::ChildWithId(top[0].window, 2));
 }
 
+TEST_F(ZeveDialogTest, TheHostHearsOfBothControlsOfAView) {
+    DialogOwner dialog =
+        MadeDialog(host, "dialog(name: 'Checks') {"
+                         " edit_text(name: '', view_id: 1, width: 90, check_box_aware: true); }");
+    const auto made = host.OfWhat(kWhatViewMade);
+    ASSERT_EQ(made.size(), 1u);
+    EXPECT_EQ(platform::IdOf(made[0].control), 1);
+    EXPECT_EQ(platform::IdOf(made[0].subControl), 10003) << "the dialog used the two ids before it";
+}
+
 TEST_F(ZeveDialogTest, MessagesFindTheDialogWhileItsChildrenAreMade) {
     host.answer = [](std::int32_t what, EventRecord& record) {
         if (what == kWhatTopLevelMade)
@@ -207,6 +222,26 @@ TEST_F(ZeveDialogTest, AnExceptionInAMessageDuringTheMakingComesOutToo) {
     DialogOwner dialog = NewDialog();
     EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
     EXPECT_FALSE(IsExceptionKept());
+}
+
+TEST_F(ZeveDialogTest, AViewWhoseMakingLedToAnExceptionIsNotTold) {
+    class Sender : public CEveBox {
+        CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override {
+            CEveBox::Create(attributes, parentBox);
+            platform::Send(TopLevelWindow(), kMessageTimer, 0, 0);
+            return this;
+        }
+    };
+    ZeveInitialize();
+    gBoxState.keywords.Define("sender",
+                              []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::out_of_range("message");
+        return 0;
+    };
+    DialogOwner dialog = NewDialog("dialog(name: 'Sends') { sender(); }");
+    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    EXPECT_TRUE(host.OfWhat(kWhatViewMade).empty());
 }
 
 TEST_F(ZeveDialogTest, AnExceptionOfAnotherKindGivesNull) {
@@ -350,6 +385,20 @@ TEST_F(ZeveDialogTest, ALanguageFromRightToLeftMirrorsTheLayout) {
     EXPECT_TRUE(leftOfFirst(nullptr));
     EXPECT_FALSE(leftOfFirst("he_IL"));
     EXPECT_FALSE(leftOfFirst("AR_ae"));
+}
+
+TEST_F(ZeveDialogTest, TheLanguageReachesTheControls) {
+    constexpr std::uint32_t kRightToLeftReading = 0x2000;
+    for (const char* language : {"en-US", "he-IL"}) {
+        ZeveInitRecord record;
+        record.callback = &TestHost::Callback;
+        record.language = language;
+        DialogOwner dialog(ZeveNew(&record));
+        ZeveAddViewText(dialog.get(), kTwoButtons);
+        ZeveMakeDialog(dialog.get(), &host);
+        const bool isRightToLeft = (ControlOf(dialog.get(), 1).extendedStyle & kRightToLeftReading) != 0;
+        EXPECT_EQ(isRightToLeft, IsRightToLeftLanguage(language)) << language;
+    }
 }
 
 TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {

@@ -87,8 +87,7 @@ std::vector<Call> CallsOf(std::string_view name);
 void ScriptMessage(NativeWindow window, std::uint32_t number, std::uintptr_t wparam = 0,
                    std::intptr_t lparam = 0);
 
-// --- For the twin's own files
-// ----------------------------------------------------------------------------------
+// --- For the twin's own files ---
 
 // Records nothing rather than throw when memory runs out.
 void Record(const char* name, NativeWindow window = nullptr, std::initializer_list<std::int64_t> numbers = {},

@@ -4,11 +4,14 @@
 
 namespace kestrel_private {
 
-ByteRunValue::ByteRunValue(std::uint32_t length)
-    : fLength(length), fBytes(length == 0 ? nullptr : new std::byte[length]) {}
+ByteRunValue* ByteRunValue::Make(std::uint32_t length) {
+    return ::new (::operator new(sizeof(ByteRunValue) + length)) ByteRunValue(length);
+}
 
-ByteRunValue::ByteRunValue(const void* bytes, std::uint32_t length) : ByteRunValue(length) {
-    if (length != 0) std::memcpy(fBytes.get(), bytes, length);
+ByteRunValue* ByteRunValue::Copy(const void* bytes, std::uint32_t length) {
+    ByteRunValue* const value = Make(length);
+    if (length != 0) std::memcpy(value->FillBytes(), bytes, length);
+    return value;
 }
 
 } // namespace kestrel_private

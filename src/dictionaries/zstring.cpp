@@ -25,9 +25,11 @@ public:
         }
         return count;
     }
-    // `output` has room for the result.
-    void Replace(std::u16string_view text, std::u16string_view replacement, char16_t* output) const {
-        for (std::size_t at = FindIn(text); at != text.npos; at = FindIn(text)) {
+    // `count` of them; `output` has room for the result.
+    void Replace(std::u16string_view text, std::size_t count, std::u16string_view replacement,
+                 char16_t* output) const {
+        for (; count > 0; --count) {
+            const std::size_t at = FindIn(text);
             output = std::copy_n(text.begin(), at, output);
             output = std::copy(replacement.begin(), replacement.end(), output);
             text.remove_prefix(at + Length());
@@ -47,7 +49,7 @@ bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16strin
     const std::size_t count = placeholder.CountIn(text);
     if (count == 0) return false;
     output.resize(text.size() - count * placeholder.Length() + count * replacement.size());
-    placeholder.Replace(text, replacement, output.data());
+    placeholder.Replace(text, count, replacement, output.data());
     return true;
 }
 
@@ -64,7 +66,7 @@ constexpr std::size_t kMostUnits = 0x7FFFFFFF;
 // Never destroyed, since handles of other statics may outlive any order of destruction.
 ByteRunValue* EmptyValue() {
     static ByteRunValue* const empty = [] {
-        auto* const value = new ByteRunValue(0);
+        auto* const value = ByteRunValue::Make(0);
         value->AddRef();
         return value;
     }();
@@ -81,7 +83,8 @@ ZString::ZString() : fValue(EmptyValue()) {}
 
 ZString::ZString(std::u16string_view text) : ZString(text.data(), ByteLengthOf(text)) {}
 
-ZString::ZString(const void* bytes, std::uint32_t byteLength) : fValue(new ByteRunValue(bytes, byteLength)) {}
+ZString::ZString(const void* bytes, std::uint32_t byteLength)
+    : fValue(ByteRunValue::Copy(bytes, byteLength)) {}
 
 ZString ZString::FromBytes(std::string_view bytes, const std::int32_t* encoding) {
     return ZString(kestrel_private::DecodeBytes(bytes, encoding));
@@ -105,9 +108,9 @@ void Substitute(ZString& string, std::uint32_t index, const ZString& replacement
     if (count == 0) return;
     const std::size_t length = string.Length() - count * placeholder.Length() + count * replacement.Length();
     if (length > kMostUnits) throw std::bad_alloc();
-    ZString substituted(new ByteRunValue(static_cast<std::uint32_t>(length * sizeof(char16_t))));
+    ZString substituted(ByteRunValue::Make(static_cast<std::uint32_t>(length * sizeof(char16_t))));
     if (length != 0) {
-        placeholder.Replace(string.Text(), replacement.Text(),
+        placeholder.Replace(string.Text(), count, replacement.Text(),
                             reinterpret_cast<char16_t*>(substituted.fValue->FillBytes()));
     }
     string = substituted;

@@ -2,9 +2,12 @@
 
 #include "dictionaries/encoding.h"
 
+#include "support/failing_allocator.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstring>
 #include <string>
 
 using kestrel::Substitute;
@@ -41,9 +44,18 @@ TEST(RefCountObj, DestroysItselfWithItsLastReference) {
 }
 
 TEST(ByteRunValue, HasNoBytesWhenItIsEmpty) {
-    const ByteRunValue value("", 0);
-    EXPECT_EQ(value.Bytes(), nullptr);
-    EXPECT_EQ(value.Length(), 0u);
+    const Reference<ByteRunValue> value(ByteRunValue::Copy("", 0));
+    EXPECT_EQ(value->Bytes(), nullptr);
+    EXPECT_EQ(value->Length(), 0u);
+}
+
+TEST(ByteRunValue, OwnsACopyInOneBlockOfMemory) {
+    std::string bytes = "abc";
+    const std::size_t before = pavane_test::AllocationCount();
+    const Reference<ByteRunValue> value(ByteRunValue::Copy(bytes.data(), 3));
+    EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
+    bytes[0] = '#';
+    EXPECT_EQ(std::memcmp(value->Bytes(), "abc", 3), 0);
 }
 
 TEST(ZString, SharesOneValueAmongCopiesAndAmongAllEmptyOnes) {

@@ -1,6 +1,8 @@
 // The process-wide state of the readers: what makes them non-reentrant across threads.
 #pragma once
 
+#include "view/reading_limits.h"
+
 namespace brixen::zeve {
 
 class CExpressionScope;
@@ -16,6 +18,8 @@ struct ReaderState {
     HighWaterMarks marks; // of the latest run, set at its start
     // The scope whose expression calls a user function, for the time of the call.
     CExpressionScope* currentScope = nullptr;
+    // What a fuzzer lowers, so that an input that reaches the limit does not take it seconds.
+    std::uint32_t maximumEvaluatedTexts = kMaximumEvaluatedTexts;
 };
 
 extern ReaderState gReaderState;

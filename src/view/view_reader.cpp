@@ -87,7 +87,7 @@ bool ViewReader::ReadStatement(Surroundings surroundings) {
 bool ViewReader::ReadEval(const char* begin, Surroundings surroundings) {
     const Deeper deeper(*this);
     std::string_view text;
-    if (!deeper || evaluatedTexts == kMaximumEvaluatedTexts) {
+    if (!deeper || evaluatedTexts == gReaderState.maximumEvaluatedTexts) {
         return Fail();
     }
     if (!Take('(') || !ReadString(text) || !TakeParenthesisAndSemicolon()) {

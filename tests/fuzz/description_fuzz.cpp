@@ -5,6 +5,7 @@
 #include "toolkit/zeve_dialog.h"
 #include "values/text_conversion.h"
 #include "view/express_view_scope.h"
+#include "view/reader_state.h"
 #include "view/verify_generator.h"
 #include "view/view_reader.h"
 
@@ -48,6 +49,7 @@ void MakeDialog(const std::string& text, const char* language) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     ZeveInitialize();
+    gReaderState.maximumEvaluatedTexts = 64;
     return 0;
 }
 

@@ -217,6 +217,13 @@ TEST(RowLabels, MirroredTheLabelGrowsByTwiceTheOutset) {
     EXPECT_EQ(row.FrameOf("a"), (Frame{62 - 56 + 1, 0, 56, 10}));
 }
 
+TEST(RowLabels, ALabelColumnWithoutWidthStretchesNoLabel) {
+    const LaidOut row = LayOutMirrored(Row("left_outset: 3", "a(width: 50, height: 10, label_width: -3);"));
+    EXPECT_EQ(row["root"].labelWidth, 0);
+    EXPECT_EQ(row["a"].labelWidth, -3) << "not 0 + 3";
+    EXPECT_EQ(row.FrameOf("a").width, 50);
+}
+
 TEST(RowLabels, ACentredFirstChildHasNoLabelColumn) {
     const auto labelOf = [](const char* alignment) {
         return LayOutText(Row("", "a(width: 50, label_width: 20, horizontal: " + std::string(alignment) +

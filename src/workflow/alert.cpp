@@ -74,13 +74,17 @@ std::uint32_t AnswerCommand(const AlertParams& params, std::uintptr_t wparam) {
 } // namespace
 
 bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+    return ShowAlert(FindAlert(name), parent, context);
+}
+
+bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
     try {
-        const bool isAgreed = ShowUnguarded(FindAlert(name), parent, context);
+        const bool isAgreed = ShowUnguarded(alert, parent, context);
         zeve::platform::Post(parent, zeve::kMessageSetFocus, 0, 0);
         return isAgreed;
     } catch (...) {
         PvnLog("%s: %s: Alert not shown(Name: %.*s)\n", kLogComponent, kLogInfo,
-               static_cast<int>(name.size()), name.data());
+               static_cast<int>(alert.name.size()), alert.name.data());
         return true;
     }
 }

@@ -15,6 +15,7 @@ class ZeveDialog;
 namespace brixen::pvn::pvn_workflow {
 
 class PVNWorkFlowContext;
+struct AlertEntry;
 
 // The view ids that an alert's view description gives its controls.
 inline constexpr std::uint16_t kAlertFirstButton = 101;
@@ -27,6 +28,8 @@ inline constexpr std::uint16_t kAlertPicture = 1001; // of an error alert
 //
 // When a dialog below is ended while the alert is open, the alert answers as by its second button.
 bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context);
+// The same for an alert that need not stand in the catalogue.
+bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context);
 
 // What an alert's dialog hands to AlertEventCallback.
 struct AlertParams {

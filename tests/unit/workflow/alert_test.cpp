@@ -97,11 +97,16 @@ TEST_F(Alert, OnlyTwoLanguagesTurnRightToLeftOn) {
 }
 
 TEST_F(Alert, PaintsItselfOnBothDevices) {
-    Then([] { Tell(TopDialog(), zeve::kMessageEraseBackground, 0x55); });
-    Then([] {
-        EXPECT_EQ(CallsOf("EraseFace").back().numbers.at(0), 0x55);
-        EXPECT_EQ(CallsOf("PaintFace").back().window, TopDialog());
-    });
+    for (const std::uint32_t number : {zeve::kMessageEraseBackground, zeve::kMessagePaint}) {
+        Then([=] {
+            const auto erased = CallsOf("EraseFace").size(), painted = CallsOf("PaintFace").size();
+            Tell(TopDialog(), number, 0x55);
+            ASSERT_EQ(CallsOf("EraseFace").size(), erased + 1);
+            ASSERT_EQ(CallsOf("PaintFace").size(), painted + 1);
+            EXPECT_EQ(CallsOf("EraseFace").back().numbers.at(0), 0x55);
+            EXPECT_EQ(CallsOf("PaintFace").back().window, TopDialog());
+        });
+    }
     ThenPress(101);
     Show();
     EXPECT_TRUE(System().script.empty());
@@ -119,6 +124,46 @@ TEST_F(Alert, FocusGoesToTheDefaultButton) {
     ThenPress(101);
     Show();
     EXPECT_TRUE(System().script.empty());
+}
+
+// The bitmap that an alert with or without the flag shows, while the alert is open.
+class ErrorAlert : public Alert {
+protected:
+    static zeve::NativeBitmap Shown(bool isError, PVNWorkFlowContext& context) {
+        zeve::NativeBitmap shown = nullptr;
+        Then([&] {
+            shown = reinterpret_cast<zeve::NativeBitmap>(
+                Control(kAlertPicture)->remembered[zeve::kStaticSetImage]);
+        });
+        ThenPress(102);
+        EXPECT_FALSE(ShowAlert({"TestAlert", "plain", isError}, nullptr, &context));
+        return shown;
+    }
+    ErrorAlert() {
+        files.Copy("xball1.png", Picture("rgba.png"));
+        files.Copy("xball1_hc.png", Picture("rgb.png"));
+    }
+};
+
+TEST_F(ErrorAlert, ShowsItsPictureAndOthersDoNot) {
+    const zeve::NativeBitmap picture = LoadBitmapResource("xball1", 3);
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(Shown(true, context), picture);
+    EXPECT_EQ(Shown(false, context), nullptr);
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps.count(picture), 1u) << "the layer's";
+}
+
+TEST_F(ErrorAlert, HasAnotherPictureInHighContrast) {
+    platform::ThePaneRecorder().isHighContrast = true;
+    const zeve::NativeBitmap picture = LoadBitmapResource("xball1_hc", 3);
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(Shown(true, context), picture);
+}
+
+TEST_F(ErrorAlert, WithoutItsPictureIsShownAllTheSame) {
+    files.Remove("xball1.png");
+    EXPECT_EQ(Shown(true, context), nullptr);
+    EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Bitmap, Name: xball1)\n");
 }
 
 TEST(AlertCatalogue, KnowsTheQuitAlertAndTakesTheRestAsItComes) {

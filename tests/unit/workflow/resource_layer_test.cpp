@@ -307,6 +307,30 @@ TEST_F(ResourceLayer, ShutDownDestroysTheManager) {
     PVNResourceManager::Destroy();
 }
 
+class PartingHandler final : public PVNResourceHandler {
+public:
+    PartingHandler(std::string typeName, std::string& notes) : type(std::move(typeName)), gone(notes) {}
+    ~PartingHandler() override {
+        gone += type + (TheResourceState().manager && TheResourceState().isSetUp ? " " : " too late ");
+    }
+    std::string Description() const override { return "notes its end"; }
+
+private:
+    std::string type;
+    std::string& gone;
+};
+
+TEST_F(ResourceLayer, ShutDownDestroysTheHandlersInTheirOrderBeforeTheManager) {
+    Select("de_DE");
+    std::string gone;
+    for (const char* type : {"Resource_Type_Zdct", "Resource_Type_Bitmap", "Resource_Type_Exvw"}) {
+        delete PVNResourceManager::Get().RemoveHandler(type);
+        PVNResourceManager::Get().RegisterHandler(type, new PartingHandler(type, gone));
+    }
+    ShutDownResources();
+    EXPECT_EQ(gone, "Resource_Type_Exvw Resource_Type_Zdct Resource_Type_Bitmap ");
+}
+
 TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeavesNothingBehind) {
     files.Write("welcome.exv", "root");
     files.Copy("one.png", Picture("rgb.png"));

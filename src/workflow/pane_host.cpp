@@ -147,6 +147,8 @@ void PVNPaneHost::Exit(PVNStateMachine&, std::uint16_t) {
 }
 
 std::intptr_t PVNPaneHost::DeliverEvent(std::string_view event) {
+    // What the handler asked first, an alert for one, may have let another event end the run.
+    if (!window) return 0;
     const std::uint16_t to = machine->HandleEvent(event);
     if (to != kWFState_Done && to != kWFState_Exit) return 0;
     SetWorkflowPhase(kPhaseEnded);

@@ -58,7 +58,7 @@ public:
 
 protected:
     // Hands the event to the machine. Returns 2 if the workflow is done, 3 if it was left, else 0: what a
-    // handler answers.
+    // handler answers. After an end state it delivers nothing more.
     std::intptr_t DeliverEvent(std::string_view event);
     // Calls the handler of a control's id. Returns whether there is one; only then `result` counts.
     virtual bool HandleCommand(std::uint16_t id, std::intptr_t& result) = 0;

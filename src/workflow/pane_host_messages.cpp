@@ -109,15 +109,16 @@ bool PVNPaneHost::OnKeyDown(const WindowMessage& message, std::intptr_t&) {
 // Swallowed: the window cannot be closed from its frame.
 bool PVNPaneHost::OnClose(const WindowMessage&, std::intptr_t&) { return true; }
 
-bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage& message, std::intptr_t&) {
-    if (!zeve::platform::IsShown(message.window)) return true;
-    zeve::platform::Focus(message.window);
+bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage&, std::intptr_t&) {
+    if (!zeve::platform::IsShown(window)) return true;
+    zeve::platform::Focus(window);
     OnFirstFocus();
     return true;
 }
 
+// Commands that come while the controls are made, or that were posted before the end, find no pane.
 bool PVNPaneHost::OnCommand(const WindowMessage& message, std::intptr_t& result) {
-    return HandleCommand(LowWord(message.wparam), result);
+    return window && HandleCommand(LowWord(message.wparam), result);
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -5,6 +5,9 @@
 #include "workflow/platform/resource_platform.h"
 #include "workflow/resources/resource_layer.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace brixen::pvn::pvn_workflow {
 
 namespace {
@@ -26,7 +29,12 @@ void TakeImage(zeve::NativeWindow control, zeve::NativeBitmap handedOver) noexce
 void PictureControls::Show(const std::string& name, zeve::NativeWindow control) {
     const zeve::NativeBitmap bitmap = LoadBitmapResource(name, kBitmapMode);
     if (!control || !bitmap) return;
-    shown.push_back({control, bitmap});
+    const auto known = std::ranges::find(shown, control, &Picture::control);
+    if (known == shown.end()) {
+        shown.push_back({control, bitmap});
+    } else {
+        TakeImage(control, std::exchange(known->bitmap, bitmap));
+    }
     SetImage(control, bitmap);
 }
 

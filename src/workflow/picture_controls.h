@@ -18,7 +18,8 @@ public:
     PictureControls& operator=(const PictureControls&) = delete;
     ~PictureControls() { TakeBack(); }
 
-    // Loads the bitmap and shows it. A null control, or a missing bitmap, shows nothing.
+    // Loads the bitmap and shows it in place of an earlier one. A null control, or a missing bitmap, changes
+    // nothing.
     void Show(const std::string& name, zeve::NativeWindow control);
     // Empties all controls and frees their copies.
     void TakeBack() noexcept;
@@ -29,7 +30,7 @@ private:
         zeve::NativeBitmap bitmap; // the resource layer's
     };
 
-    std::vector<Picture> shown;
+    std::vector<Picture> shown; // one a control
 };
 
 } // namespace brixen::pvn::pvn_workflow

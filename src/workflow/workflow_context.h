@@ -18,7 +18,7 @@ public:
     // A value that is absent is computed once, stored, and from then on found.
     bool Get(std::string_view key, std::string_view typeName, void* out) override;
     // Empty for an unknown name, which is no error.
-    std::string Action(std::string_view name) final;
+    std::string Action(std::string_view name) override;
 
     // Called once the dialog exists: puts into the dictionary what its texts take from the context.
     virtual void RefreshDictionaryVariables() {}

@@ -11,6 +11,7 @@
 #include "workflow/host_messages.h"
 #include "workflow/pane.h"
 #include "workflow/pane_helpers.h"
+#include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/workflow_context.h"
 
@@ -80,7 +81,7 @@ public:
     explicit HighlightsPane(PVNPaneHost& paneHost) : WelcomePane(kHighlightsTraits), host(paneHost) {}
 
     void Enter() override {
-        if (!hasPictures) ShowPictures();
+        if (!hasPictures && !platform::IsHighContrast()) ShowPictures();
         WelcomePane::Enter();
     }
 

@@ -75,10 +75,14 @@ public:
     bool& Repainted() { return RepaintedFlag(); }
     PVNPane* CurrentPane() const { return currentPane; }
     int firstFocus = 0;
+    std::function<void()> beforeBack;
 
 private:
     std::intptr_t OnNext() { return DeliverEvent("Continue"); }
-    std::intptr_t OnBack() { return DeliverEvent(kEventGoBack); }
+    std::intptr_t OnBack() {
+        if (beforeBack) beforeBack();
+        return DeliverEvent(kEventGoBack);
+    }
     std::intptr_t OnDone() { return DeliverEvent("DoneButton"); }
     std::intptr_t OnLeave() { return DeliverEvent("QuitButton"); }
     std::intptr_t OnThrow() { throw std::runtime_error("handler"); }
@@ -192,6 +196,56 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
     });
 }
 
+TEST_F(PaneHost, EachPaneThatEntersTellsTheContextTheDialog) {
+    RunWith([&] {
+        void* dialog = nullptr;
+        GetPtr(bag, PvnWFKey_ZeveRef, dialog);
+        bag.Remove(PvnWFKey_ZeveRef, kValueTypePtr);
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        void* again = nullptr;
+        EXPECT_TRUE(GetPtr(bag, PvnWFKey_ZeveRef, again));
+        EXPECT_EQ(again, dialog);
+    });
+}
+
+// A context with a service folder and with texts of its own.
+class ServiceContext : public PVNWorkFlowContext {
+public:
+    using PVNWorkFlowContext::PVNWorkFlowContext;
+    std::string Action(std::string_view name) override {
+        return name == "PvnWFAction_GetSVHPath" ? servicePath : PVNWorkFlowContext::Action(name);
+    }
+    void RefreshDictionaryVariables() override {
+        void* opened = nullptr;
+        GetPtr(*this, PvnWFKey_ZeveRef, opened);
+        dialogs.push_back(opened);
+    }
+
+    std::string servicePath;
+    std::vector<void*> dialogs; // that stood when the variables were refreshed
+};
+
+TEST_F(PaneHost, TheContextRefreshesItsVariablesOnceTheDialogStands) {
+    ServiceContext own(bag);
+    TestHost other{kView};
+    other.Connect(machine, own);
+    other.Init();
+    ASSERT_EQ(own.dialogs.size(), 1u);
+    EXPECT_EQ(zeve::ZeveTopWindow(static_cast<zeve::ZeveDialog*>(own.dialogs[0])), other.Window());
+}
+
+TEST_F(PaneHost, ItsBitmapsComeFromTheServiceFolderAndTheRestFromTheLibrary) {
+    SetResourceRootToLibrary(); // where both bitmaps lie
+    ServiceContext own(bag);
+    own.servicePath = files.Utf8();
+    TestHost other{kView};
+    other.Connect(machine, own);
+    other.Init();
+    EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Bitmap, Name: background)\n"
+                        "PVN: _info_: Missing Resource(Type: Bitmap, Name: brixenlogo)\n");
+    EXPECT_NE(LoadBitmapResource("background", 3), nullptr);
+}
+
 TEST_F(PaneHost, ThePhaseFollowsTheRun) {
     EXPECT_EQ(frame.workflowPhase, kPhaseIdle);
     RunWith([&] { EXPECT_EQ(frame.workflowPhase, kPhaseRunning); });
@@ -234,15 +288,32 @@ TEST_F(PaneHost, EndEventsAnswerWithTheirCodesAndOpenTheInputMethod) {
         ASSERT_EQ(CallsOf("SetInputMethodOpen").size(), before + 1);
         EXPECT_EQ(CallsOf("SetInputMethodOpen").back().window, dialog);
         EXPECT_THAT(CallsOf("SetInputMethodOpen").back().numbers, ElementsAre(1));
-        machine.EnterState(1);
     });
 }
 
 TEST_F(PaneHost, ExitAnswersThree) {
     RunWith([&] {
         EXPECT_EQ(host.RouteHostMessage({TopDialog(), zeve::kMessageCommand, kLeave, 0}), 3);
-        machine.EnterState(1);
+        EXPECT_EQ(host.Window(), nullptr);
     });
+}
+
+TEST_F(PaneHost, AfterItsEndItHandlesNoCommandAndNoFirstFocus) {
+    RunWith([&] {
+        const Window dialog = TopDialog();
+        host.RouteHostMessage({dialog, zeve::kMessageCommand, kDone, 0});
+        EXPECT_EQ(host.RouteHostMessage({dialog, zeve::kMessageCommand, kThrow, 0}), 1);
+        EXPECT_EQ(host.RouteHostMessage({dialog, kMessageFirstFocus, 0, 0}), 0);
+        EXPECT_EQ(host.firstFocus, 0);
+    });
+    EXPECT_EQ(machine.CurrentState(), kWFState_Done);
+}
+
+TEST_F(PaneHost, AHandlerUnderWayAtTheEndDeliversNothing) {
+    host.beforeBack = [] { Tell(TopDialog(), zeve::kMessageCommand, kDone); };
+    ThenPress(kBack);
+    EXPECT_TRUE(Run());
+    EXPECT_EQ(machine.CurrentState(), kWFState_Done);
 }
 
 TEST_F(PaneHost, AKeyClosesTheInputMethod) {
@@ -254,7 +325,7 @@ TEST_F(PaneHost, AKeyClosesTheInputMethod) {
 }
 
 TEST_F(PaneHost, PaintsTheFaceItselfOnlyInHighContrast) {
-    RunWith([] {
+    RunWith([&] {
         Tell(TopDialog(), zeve::kMessagePaint);
         EXPECT_TRUE(CallsOf("PaintFace").empty());
         Tell(TopDialog(), zeve::kMessageEraseBackground, 0x77);
@@ -262,6 +333,9 @@ TEST_F(PaneHost, PaintsTheFaceItselfOnlyInHighContrast) {
         platform::ThePaneRecorder().isHighContrast = true;
         Tell(TopDialog(), zeve::kMessagePaint);
         EXPECT_EQ(CallsOf("PaintFace").size(), 1u);
+        EXPECT_EQ(host.RouteHostMessage({TopDialog(), zeve::kMessagePaint, 0, 0}), 0);
+        EXPECT_EQ(host.RouteHostMessage({TopDialog(), zeve::kMessageEraseBackground, 0x88, 0}), 0);
+        EXPECT_THAT(CallsOf("EraseFace").back().numbers, ElementsAre(0x88));
     });
 }
 
@@ -433,6 +507,48 @@ TEST_F(PaneHost, APaneFiltersEventsByNameOnRequest) {
     EXPECT_EQ(pane.HandleZeveEvent(record), "ZevePassUpEventChain");
 }
 
+TEST_F(PaneHost, AFilterGetsTheWholeEvent) {
+    class Filter : public PVNPane {
+        std::string ProcessEvent(Window window, std::uint32_t message, std::uintptr_t wparam,
+                                 std::intptr_t lparam) override {
+            return std::to_string(reinterpret_cast<std::uintptr_t>(window)) + " " + std::to_string(message) +
+                   " " + std::to_string(wparam) + " " + std::to_string(lparam);
+        }
+    } pane;
+    zeve::EventRecord record;
+    record.StorePointer(zeve::kKeyWindow, reinterpret_cast<Window>(std::uintptr_t{11}));
+    record.Store(zeve::kKeyEventRecord, 12);
+    record.Store(zeve::kKeyWparam, 13);
+    record.Store(zeve::kKeyLparam, -14);
+    EXPECT_EQ(pane.HandleZeveEvent(record), "11 12 13 -14");
+}
+
+// A host that has a brush for static texts.
+class BrushHost final : public PVNConcreteHost<BrushHost> {
+public:
+    using PVNConcreteHost::PVNConcreteHost;
+    static std::span<const Command> Commands() { return {}; }
+
+    bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override {
+        if (message.number != zeve::kMessageColourStatic)
+            return PVNPaneHost::ProcessWindowMessage(message, result);
+        result = static_cast<std::intptr_t>(message.wparam);
+        return true;
+    }
+};
+
+TEST_F(PaneHost, ABrushForAStaticTextIsAnsweredAndNeverAnEnd) {
+    BrushHost other{kView};
+    other.Connect(machine, context);
+    other.Init();
+    const Window dialog = other.Window();
+    for (const std::uintptr_t brush : {0u, 1u, 2u, 3u, 0x1234u}) {
+        EXPECT_EQ(other.RouteHostMessage({dialog, zeve::kMessageColourStatic, brush, 0}),
+                  static_cast<std::intptr_t>(brush));
+        EXPECT_EQ(other.Window(), dialog);
+    }
+}
+
 // The helpers, on a dialog that is open.
 
 class PaneHelpers : public PaneHost {
@@ -517,6 +633,23 @@ TEST_F(PaneHelpers, APictureIsShownAndTakenBackWithTheDialog) {
     for (const auto& call : CallsOf("Send")) sent.push_back(call.numbers);
     EXPECT_THAT(sent, Contains(ElementsAre(zeve::kStaticSetImage, 0, 0)));
     EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living);
+}
+
+TEST_F(PaneHelpers, APictureReplacesAnEarlierOne) {
+    for (const char* name : {"one.png", "two.png", "copy.png"}) files.Copy(name, Picture("rgba.png"));
+    SetResourceRootBelow(files.Utf8());
+    ShowBitmapInControl(host, "one", kPicture);
+    const zeve::NativeBitmap copy = LoadBitmapResource("copy", 3);
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = reinterpret_cast<std::intptr_t>(copy);
+    auto living = platform::TheResourceRecorder().liveBitmaps;
+    living.erase(copy);
+    ShowBitmapInControl(host, "two", kPicture);
+    const zeve::NativeBitmap two = LoadBitmapResource("two", 3);
+    living.insert(two);
+    EXPECT_EQ(Control(kPicture)->remembered[zeve::kStaticSetImage], reinterpret_cast<std::intptr_t>(two));
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the control's copy is freed";
+    host.Destroy();
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the layer's stay";
 }
 
 TEST_F(PaneHelpers, ACopyThatAControlMadeOfItsPictureIsFreed) {

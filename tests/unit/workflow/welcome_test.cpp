@@ -139,6 +139,30 @@ TEST_F(Welcome, TheDefaultButtonHasTheFrameAndTheFocus) {
     Run();
 }
 
+TEST_F(Welcome, WhatIsPostedBehindTheEndIsNotDelivered) {
+    for (const std::uint16_t late : {kIdEnter, kDoneButton, kQuitButton}) {
+        ThenPress(kContinueButton);
+        ThenPress(kContinueButton);
+        Then([late] {
+            for (const std::uint16_t id : {kDoneButton, late})
+                zeve::platform::Post(TopDialog(), zeve::kMessageCommand, id, 0);
+        });
+        EXPECT_EQ(Run(), kStatusSuccess) << late;
+        EXPECT_EQ(StoredResult(), kStatusUserCancel) << late;
+    }
+}
+
+TEST_F(Welcome, ADialogThatEndsBelowItsQuitAlertStaysEnded) {
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    Then([] {
+        const Window dialog = TopDialog();
+        Then([dialog] { Tell(dialog, zeve::kMessageCommand, kDoneButton); });
+        Tell(dialog, zeve::kMessageCommand, kQuitButton);
+    });
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
 TEST_F(Welcome, ARunThatIsEndedFromOutsideGivesTheStoredResult) {
     Then([] { zeve::platform::CloseWindow(TopDialog()); });
     EXPECT_EQ(Run(), kStatusUserCancel);
@@ -177,6 +201,20 @@ TEST_F(Welcome, PicturesAreShownOnceAndGivenBack) {
     Run();
     EXPECT_EQ(platform::TheResourceRecorder().bitmapsMade, 5u);
     EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty());
+}
+
+TEST_F(Welcome, HighContrastDropsThePictures) {
+    platform::ThePaneRecorder().isHighContrast = true;
+    ThenPress(kContinueButton);
+    Then([] {
+        EXPECT_TRUE(IsControlShown(kStepsPicture));
+        for (std::uint16_t id : {kStepsPicture, kLanguagePicture, kPrivacyPicture}) {
+            EXPECT_EQ(Control(id)->remembered[zeve::kStaticSetImage], 0) << id;
+        }
+    });
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
 }
 
 TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {

@@ -55,6 +55,8 @@ constexpr Bar kBars[] = {
     {"find/pavane/100000", "find_natural/pavane/100000", 1.2},
     {"answer/pavane/100000", "answer/gettext/100000", 0.35},
     {"placeholders/pavane", "placeholders/str_replace_all", 1.1},
+    {"event/pavane", "event/map_of_maps", 0.7},
+    {"event_bare/pavane", "event_bare/map_of_maps", 0.7},
 };
 
 } // namespace

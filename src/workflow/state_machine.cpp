@@ -25,14 +25,14 @@ bool PVNStateMachine::SetProperty(std::uint16_t state, std::string_view key, voi
 }
 
 bool PVNStateMachine::GetProperty(std::uint16_t state, std::string_view key, void*& value) const {
-    for (std::uint16_t sought : {Resolve(state), kWFState_Any}) {
-        const auto* row = properties.Find(sought);
-        if (const auto* found = row ? row->Find(key) : nullptr) {
-            value = *found;
-            return true;
-        }
+    const auto* row = properties.Find(Resolve(state));
+    const auto* found = row ? row->Find(key) : nullptr;
+    if (!found) {
+        row = properties.Find(kWFState_Any);
+        found = row ? row->Find(key) : nullptr;
     }
-    return false;
+    if (found) value = *found;
+    return found;
 }
 
 void* PVNStateMachine::RemoveProperty(std::uint16_t state, std::string_view key) noexcept {

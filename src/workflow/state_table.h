@@ -1,10 +1,11 @@
-// The table behind a state machine: per state a row from text to value. States sort as signed numbers, texts
-// by bytes with the shorter first. The rows are short and are read far more often than written, so both
-// levels are sorted arrays.
+// The table behind a state machine: per state a row from text to value. States sort as signed numbers. There
+// are few states, the rows are short, and both are read far more often than written, so both are arrays.
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,15 +20,17 @@ public:
     public:
         // The value under `key`, or null. The pointer is good until the row changes.
         const Value* Find(std::string_view key) const {
-            auto entry = LowerBound(key);
-            return entry != entries.end() && entry->first == key ? &entry->second : nullptr;
+            // The texts of a row mostly differ in length, and then nothing else is compared.
+            for (const auto& [text, value] : entries) {
+                if (text == key) return &value;
+            }
+            return nullptr;
         }
 
         // Keeps a value that is there already. Returns whether the new one was stored.
         bool Insert(std::string_view key, Value value) {
-            auto entry = LowerBound(key);
-            if (entry != entries.end() && entry->first == key) return false;
-            entries.emplace(entry, std::string(key), value);
+            if (Find(key)) return false;
+            entries.emplace_back(key, value);
             return true;
         }
 
@@ -36,25 +39,16 @@ public:
             if (auto* present = const_cast<Value*>(Find(key))) {
                 *present = value;
             } else {
-                Insert(key, value);
+                entries.emplace_back(key, value);
             }
         }
 
         void Erase(std::string_view key) noexcept {
-            auto entry = LowerBound(key);
-            if (entry != entries.end() && entry->first == key) entries.erase(entry);
+            std::erase_if(entries, [key](const auto& entry) { return entry.first == key; });
         }
 
     private:
-        using Entries = std::vector<std::pair<std::string, Value>>;
-
-        typename Entries::const_iterator LowerBound(std::string_view key) const {
-            return std::lower_bound(
-                entries.begin(), entries.end(), key,
-                [](const auto& entry, std::string_view wanted) { return entry.first < wanted; });
-        }
-
-        Entries entries;
+        std::vector<std::pair<std::string, Value>> entries;
     };
 
     // The row of a state, or null.
@@ -79,8 +73,15 @@ private:
     using Rows = std::vector<std::pair<std::int16_t, Row>>;
 
     static std::int16_t Key(std::uint16_t state) { return static_cast<std::int16_t>(state); }
+    // The first row whose state is not less. States are mostly numbered in a row behind the wildcard, so the
+    // distance from the highest one tells the place.
     typename Rows::iterator LowerBound(std::uint16_t state) {
-        return std::lower_bound(rows.begin(), rows.end(), Key(state),
+        const std::int16_t key = Key(state);
+        if (rows.empty() || key <= rows.front().first) return rows.begin();
+        const std::ptrdiff_t guess = std::ssize(rows) - 1 - (rows.back().first - key);
+        if (guess >= 0 && guess < std::ssize(rows) && rows.begin()[guess].first == key)
+            return rows.begin() + guess;
+        return std::lower_bound(rows.begin(), rows.end(), key,
                                 [](const auto& row, std::int16_t wanted) { return row.first < wanted; });
     }
 

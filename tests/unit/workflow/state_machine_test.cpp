@@ -128,6 +128,37 @@ TEST_F(StateMachine, StatesAreListedAsSignedNumbersAndOnlyWithTransitions) {
     EXPECT_FALSE(machine.HasTransitions(5));
 }
 
+TEST_F(StateMachine, StatesNeedNotBeNumberedInARow) {
+    const std::uint16_t states[] = {0x8000, 0xFFF0, 2, 3, 5, 8, 9, 40, 0x7FEF, 0x7FFF};
+    for (const std::uint16_t state : states) {
+        machine.SetTransition(state, static_cast<std::uint16_t>(state ^ 1), "e");
+        machine.SetProperty(state, "key", &one);
+    }
+    machine.SetProperty(kWFState_Any, "key", &two);
+    for (const std::uint16_t state : states) {
+        machine.EnterState(state);
+        EXPECT_EQ(machine.HandleEvent("e"), state ^ 1) << state;
+        EXPECT_EQ(PropertyOf(state, "key"), &one) << state;
+    }
+    for (const int state : {0x8001, 0xFFEF, 0, 1, 4, 6, 7, 39, 41, 0x7FEE, 0x7FF0, 0x7FFE}) {
+        EXPECT_FALSE(machine.HasTransitions(static_cast<std::uint16_t>(state))) << state;
+        EXPECT_EQ(PropertyOf(static_cast<std::uint16_t>(state), "key"), &two) << state;
+    }
+}
+
+TEST_F(StateMachine, EventsOfOneRowAreToldApartByEveryByte) {
+    const char* const events[] = {"next", "nexT", "Next", "next ", "nex", ""};
+    std::uint16_t target = 10;
+    for (const char* event : events) machine.SetTransition(1, target++, event);
+    target = 10;
+    for (const char* event : events) {
+        machine.EnterState(1);
+        EXPECT_EQ(machine.HandleEvent(event), target++) << event;
+    }
+    machine.EnterState(1);
+    EXPECT_EQ(machine.HandleEvent("text"), 1);
+}
+
 TEST_F(StateMachine, DuringAChangeTheOldStateIsStillCurrent) {
     machine.SetTransition(1, 2, "Continue");
     SetDelegate(kWFState_Any);

@@ -4,6 +4,7 @@
 #include "toolkit/box_font.h"
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/control_styles.h"
+#include "toolkit/layout.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
@@ -13,8 +14,6 @@
 namespace brixen::zeve {
 
 namespace {
-
-constexpr std::int16_t kOffscreenTop = 10000;
 
 std::int16_t ShortNumber(const CExpressionScope& attributes, const ScopeName& name) {
     return CutTo16(attributes.GetLongOr(name, 0));
@@ -54,7 +53,7 @@ CEveBox* CEveBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     height = ShortNumber(attributes, "height"_name);
     width = ShortNumber(attributes, "width"_name);
     if (parentBox) BindToParent(parentBox);
-    if (top > kOffscreenTop) top = CutTo16(top - kOffscreenTop);
+    if (top > kOffscreenDistance) top = CutTo16(top - kOffscreenDistance);
 
     nameKey = attributes.GetStringOr("name"_name, "");
     nameText = ShownText(nameKey);

@@ -3,6 +3,7 @@
 #include "toolkit/view_constants.h"
 
 #include <algorithm>
+#include <span>
 
 namespace brixen::zeve {
 
@@ -13,7 +14,7 @@ void CopyBooleans(CExpressionScope& attributes, const CExpressionScope& viewAttr
 
 void CopyNumbers(CExpressionScope& attributes, const CExpressionScope& viewAttributes,
                  std::initializer_list<ScopeName> names) {
-    for (const ScopeName& name : names) CopyNumber(attributes, viewAttributes, name);
+    CopyNumbers(attributes, viewAttributes, std::span(names.begin(), names.size()));
 }
 
 void DefineBarSize(const CExpressionScope& viewAttributes, CExpressionScope& attributes,

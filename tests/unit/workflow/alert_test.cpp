@@ -58,6 +58,10 @@ TEST_F(Alert, TakesNothingElseForAnAnswer) {
 }
 
 TEST_F(Alert, IsGoneAfterwardsAndTheParentGetsTheFocusMessage) {
+    Then([this] {
+        EXPECT_FALSE(zeve::platform::IsEnabled(parent));
+        EXPECT_EQ(zeve::headless::FindWindow(TopDialog())->instance, zeve::platform::LibraryModule());
+    });
     ShowAndTell(zeve::kMessageCommand, 101);
     EXPECT_EQ(TopDialog(), nullptr);
     EXPECT_TRUE(zeve::platform::IsEnabled(parent));

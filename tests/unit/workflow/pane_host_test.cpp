@@ -193,6 +193,7 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
         ASSERT_TRUE(GetPtr(bag, PvnWFKey_ZeveRef, dialog));
         EXPECT_EQ(zeve::ZeveTopWindow(static_cast<zeve::ZeveDialog*>(dialog)), host.Window());
         EXPECT_EQ(host.Window(), TopDialog());
+        EXPECT_EQ(zeve::headless::FindWindow(TopDialog())->instance, zeve::platform::LibraryModule());
     });
 }
 

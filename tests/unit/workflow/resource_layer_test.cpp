@@ -3,6 +3,8 @@
 
 #include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
+#include "toolkit/platform/headless/headless.h"
+#include "toolkit/zeve_dialog.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
 #include "workflow/resources/resource_state.h"
@@ -278,6 +280,22 @@ TEST_F(ResourceLayer, TheFirstLanguageStandsUntilShutDown) {
     ShutDownResources();
     Select("ja_JP");
     EXPECT_EQ(LoadViewDescription("view"), "japanese");
+}
+
+TEST_F(ResourceLayer, TheToolkitIsInitialisedOnceAndByWhoeverComesFirst) {
+    const auto initialisations = [] { return zeve::headless::CallsOf("RegisterCommonControls").size(); };
+    zeve::headless::Reset();
+    zeve::ResetZeveState();
+    SelectLanguage("de_DE");
+    EXPECT_EQ(initialisations(), 1u);
+    SelectLanguage("de_DE");
+    ShutDownResources();
+    SelectLanguage("de_DE");
+    EXPECT_EQ(initialisations(), 1u);
+    zeve::ResetZeveState();
+    PVNDictionaryHandler().Load("absent", "de_DE", 0);
+    EXPECT_EQ(initialisations(), 2u);
+    zeve::headless::Reset();
 }
 
 TEST_F(ResourceLayer, SelectLanguageLooksBesideTheLibrary) {

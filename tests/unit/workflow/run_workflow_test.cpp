@@ -154,6 +154,15 @@ TEST_F(RunWorkFlow, AnExceptionLeavesTheResourceLayerUp) {
     EXPECT_EQ(Found("file", "default_locale", kSearchLocale), "");
 }
 
+TEST_F(RunWorkFlow, TakesItsLanguageFromTheBag) {
+    gPlan.throwInBuild = true; // so that the layer is still up afterwards
+    SetString(bag, PvnWFKey_Language, "ja_JP");
+    Run();
+    files.Write("ja_JP/file.txt", "x");
+    SetResourceRootBelow(files.Utf8());
+    EXPECT_EQ(Found("file", "default_locale", kSearchLocale), "ja_JP\\file.txt");
+}
+
 TEST_F(RunWorkFlow, AnExceptionLateInBuildFreesThePanes) {
     gPlan.throwAfterPanes = true;
     EXPECT_EQ(Run(), kStatusException);

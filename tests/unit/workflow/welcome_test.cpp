@@ -6,6 +6,7 @@
 #include "workflow/catalogue/welcome_views.h"
 #include "workflow/context_keys.h"
 #include "workflow/host_messages.h"
+#include "workflow/pane_host.h"
 #include "workflow/run_workflow.h"
 #include "workflow/workflow_context.h"
 
@@ -137,6 +138,48 @@ TEST_F(Welcome, TheDefaultButtonHasTheFrameAndTheFocus) {
     expectDefault(kDoneButton);
     ThenPress(kDoneButton);
     Run();
+}
+
+TEST_F(Welcome, AButtonThatHadTheFocusIsANormalOneOnTheNextPane) {
+    ThenPress(kContinueButton);
+    Then([] {
+        // The system draws the button with the focus as the default one.
+        for (const std::uint16_t id : {kBackButton, kQuitButton}) Control(id)->style = 0x50010001;
+    });
+    ThenPress(kContinueButton);
+    Then([] {
+        for (const std::uint16_t id : {kBackButton, kQuitButton})
+            EXPECT_EQ(Control(id)->style, 0x50010000u) << id;
+    });
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Welcome, TheControlsOfAPaneAreEnabledWithIt) {
+    const auto expectEnabled = [](bool enabled) {
+        Then([enabled] { EXPECT_EQ(zeve::platform::IsEnabled(Control(kLearnMoreButton)->handle), enabled); });
+    };
+    expectEnabled(true);
+    ThenPress(kContinueButton);
+    expectEnabled(false);
+    ThenPress(kBackButton);
+    expectEnabled(true);
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Welcome, TheContextKnowsTheHost) {
+    Then([this] {
+        void* host = nullptr;
+        ASSERT_TRUE(GetPtr(bag, PvnWFKey_AppDialog, host));
+        EXPECT_EQ(static_cast<PVNPaneHost*>(host)->Window(), TopDialog());
+    });
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
 }
 
 TEST_F(Welcome, WhatIsPostedBehindTheEndIsNotDelivered) {

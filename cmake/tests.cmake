@@ -23,6 +23,8 @@ if(supportSources)
     target_include_directories(test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
     target_compile_definitions(test_support PUBLIC PAVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
     target_link_libraries(test_support PUBLIC GTest::gmock GTest::gtest)
+    # Half the time of compiling a test goes into these two.
+    target_precompile_headers(test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endif()
 
 # pavane_test(NAME FOLDER library...): a test program of all sources and resources of FOLDER; each test is one of
@@ -38,6 +40,7 @@ function(pavane_test name folder)
     endif()
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${ARGN} test_support)
+    target_precompile_headers(${name} REUSE_FROM test_support)
     if(WIN32)
         target_link_libraries(${name} PRIVATE pavane_manifest)
     endif()

@@ -12,7 +12,6 @@ std::atomic<bool> gSlotTaken = false;
 unsigned long RunWorker(void* argument) {
     const PavaneContext::ThreadSlot slot = *static_cast<const PavaneContext::ThreadSlot*>(argument);
     gSlotTaken = true;
-    gSlotTaken.notify_one();
     try {
         return slot.threadEntry(slot.threadArg, slot.threadCallback);
     } catch (...) {
@@ -39,7 +38,8 @@ Status Pavane_Pri_RunPlatformThread(WorkerEntry entry, void* arg, WorkerCallback
         LogRequirement(kThreadRefused);
         return kStatusNoThread;
     }
-    gSlotTaken.wait(false);
+    // Not the atomic's own wait: without help from the system it can sleep through the notice.
+    while (!gSlotTaken) YieldThread();
     return kStatusSuccess;
 }
 

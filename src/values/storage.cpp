@@ -3,6 +3,12 @@
 namespace brixen::pvn {
 namespace {
 
+// The helpers below hand over the names themselves, which need no reading; any other spelling is compared.
+inline bool Names(std::string_view typeName, std::string_view known) {
+    if (typeName.size() != known.size()) return false;
+    return typeName.data() == known.data() || typeName == known;
+}
+
 // An overwritten entry keeps its node and its key: nothing but the value is made anew.
 template <class Map, class Value>
 void Put(Map& map, std::string_view key, Value value) {
@@ -29,32 +35,32 @@ void Erase(Map& map, std::string_view key) {
 } // namespace
 
 bool T_Storage::Set(std::string_view key, std::string_view typeName, const void* value) {
-    if (typeName == kValueTypeLong)
+    if (Names(typeName, kValueTypeLong))
         Put(fLongs, key, *static_cast<const std::uint32_t*>(value));
-    else if (typeName == kValueTypeString)
+    else if (Names(typeName, kValueTypeString))
         Put(fStrings, key, static_cast<const char*>(value));
-    else if (typeName == kValueTypePtr)
+    else if (Names(typeName, kValueTypePtr))
         Put(fPtrs, key, const_cast<void*>(value));
     return true;
 }
 
 bool T_Storage::Get(std::string_view key, std::string_view typeName, void* out) {
-    if (typeName == kValueTypeLong)
+    if (Names(typeName, kValueTypeLong))
         return Take(fLongs, key, [&](std::uint32_t value) { *static_cast<std::uint32_t*>(out) = value; });
-    if (typeName == kValueTypeString)
+    if (Names(typeName, kValueTypeString))
         return Take(fStrings, key,
                     [&](const std::string& value) { *static_cast<const char**>(out) = value.c_str(); });
-    if (typeName == kValueTypePtr)
+    if (Names(typeName, kValueTypePtr))
         return Take(fPtrs, key, [&](void* value) { *static_cast<void**>(out) = value; });
     return false;
 }
 
 void T_Storage::Remove(std::string_view key, std::string_view typeName) {
-    if (typeName == kValueTypeLong)
+    if (Names(typeName, kValueTypeLong))
         Erase(fLongs, key);
-    else if (typeName == kValueTypeString)
+    else if (Names(typeName, kValueTypeString))
         Erase(fStrings, key);
-    else if (typeName == kValueTypePtr)
+    else if (Names(typeName, kValueTypePtr))
         Erase(fPtrs, key);
 }
 

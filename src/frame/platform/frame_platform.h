@@ -35,6 +35,8 @@ NativeThread StartThread(ThreadRoutine routine, void* argument) noexcept;
 void CloseThread(NativeThread thread) noexcept;
 // Waits until the thread has ended. False, and exitCode as it was, when the time runs out first.
 bool WaitForThread(NativeThread thread, std::uint32_t milliseconds, unsigned long* exitCode) noexcept;
+// Lets other threads run, for a loop that waits for one of them.
+void YieldThread() noexcept;
 
 // Windows language identifiers: the low 10 bits are the language, the others the country. 0 is none.
 using LanguageIdentifier = std::uint16_t;

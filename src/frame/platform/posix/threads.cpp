@@ -6,6 +6,7 @@
 #include <mutex>
 #include <new>
 #include <pthread.h>
+#include <sched.h>
 
 namespace brixen::pvn {
 namespace {
@@ -72,5 +73,7 @@ bool WaitForThread(NativeThread thread, std::uint32_t milliseconds, unsigned lon
     *exitCode = state.exitCode;
     return true;
 }
+
+void YieldThread() noexcept { sched_yield(); }
 
 } // namespace brixen::pvn

@@ -49,6 +49,10 @@ bool WaitForThread(NativeThread thread, std::uint32_t milliseconds, unsigned lon
            GetExitCodeThread(HandleOf(thread), exitCode);
 }
 
+void YieldThread() noexcept {
+    if (!SwitchToThread()) Sleep(1);
+}
+
 LanguageIdentifier ThreadLanguage() noexcept { return GetThreadUILanguage(); }
 
 void GetLocaleName(LanguageIdentifier language, std::span<char, kLocaleNameSize> name) noexcept {

@@ -15,7 +15,9 @@ struct HighWaterMarks {
 };
 
 struct ReaderState {
-    HighWaterMarks marks; // of the latest run, set at its start
+    HighWaterMarks marks; // of the run under way or else of the latest one, set at its start
+    // How many runs are under way: more than one while a hook of one has started another.
+    std::uint32_t runs = 0;
     // The scope whose expression calls a user function, for the time of the call.
     CExpressionScope* currentScope = nullptr;
     // What a fuzzer lowers, so that an input that reaches the limit does not take it seconds.

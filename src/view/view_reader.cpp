@@ -186,15 +186,31 @@ bool ViewReader::ReadBlock(ViewProxy& view) {
     return true;
 }
 
+// A run inside another, as a hook may start one, gives the outer one its marks back: they must never be
+// compared with positions in another text.
+class RunOfItsOwnMarks {
+public:
+    RunOfItsOwnMarks() : outerMarks(gReaderState.marks) { ++gReaderState.runs; }
+    ~RunOfItsOwnMarks() {
+        if (--gReaderState.runs > 0) {
+            gReaderState.marks = outerMarks;
+        }
+    }
+    RunOfItsOwnMarks(const RunOfItsOwnMarks&) = delete;
+    RunOfItsOwnMarks& operator=(const RunOfItsOwnMarks&) = delete;
+
+private:
+    HighWaterMarks outerMarks;
+};
+
 struct TextPosition {
     unsigned long line = 1;
     unsigned long column = 1; // in bytes
 };
 
-// The end of the text if `at` lies behind it, as it may when a hook has run another text meanwhile.
 TextPosition PositionIn(const char* text, const char* at) {
     TextPosition position;
-    for (; text < at && *text != 0; ++text) {
+    for (; text < at; ++text) {
         const bool endsLine = *text == '\n' || (*text == '\r' && text[1] != '\n');
         position =
             endsLine ? TextPosition{position.line + 1, 1} : TextPosition{position.line, position.column + 1};
@@ -212,6 +228,7 @@ void LogFurthestFailure(const char* text) {
 
 ViewHandle RunDefinition(CExpressViewScope& rootScope, const char* text) {
     Assert(text != nullptr, "*definition == 0");
+    const RunOfItsOwnMarks run;
     ViewProxyList views;
     const bool isWhole = ViewReader(rootScope, text).ReadDefinition(views);
     if (!isWhole) {

@@ -3,33 +3,28 @@
 
 #include "frame/log.h"
 #include "frame/platform/posix/frame_twin.h"
+#include "support/temporary_folder.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <regex>
-#include <stdexcept>
 #include <string>
 #include <vector>
-
-#include <stdlib.h>
 
 namespace pavane_test {
 
 class LogFile {
 public:
-    LogFile() : fFolder(MakeFolder()) {
-        brixen::pvn::GetFrameTwin().temporaryFolder = (fFolder / "").u16string();
-    }
+    LogFile() { brixen::pvn::GetFrameTwin().temporaryFolder = (fFolder / "").u16string(); }
     ~LogFile() {
         brixen::pvn::CloseLog();
         brixen::pvn::ResetFrameTwin();
-        std::filesystem::remove_all(fFolder);
     }
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    const std::filesystem::path& Folder() const { return fFolder; }
+    const std::filesystem::path& Folder() const { return fFolder.Path(); }
     std::filesystem::path Path() const { return fFolder / "pvn.log"; }
 
     std::string Text() const {
@@ -48,13 +43,7 @@ public:
     }
 
 private:
-    static std::filesystem::path MakeFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "pavane-XXXXXX").string();
-        if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-        return pattern;
-    }
-
-    std::filesystem::path fFolder;
+    const TemporaryFolder fFolder;
 };
 
 } // namespace pavane_test

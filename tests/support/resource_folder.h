@@ -1,10 +1,11 @@
 // A temporary folder with PVResources in it, gone with the object.
 #pragma once
 
+#include "support/temporary_folder.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 
 namespace test_support {
@@ -12,16 +13,8 @@ namespace test_support {
 class ResourceFolder {
 public:
     // `name` becomes part of the folder's name; any letters will do.
-    explicit ResourceFolder(const std::u16string& name = u"pavane") {
-        const std::string unique = std::to_string(std::random_device{}());
-        folder = std::filesystem::temp_directory_path() / std::filesystem::path(name + u"-" + Wide(unique));
-        std::filesystem::create_directories(folder / "PVResources");
-    }
-    ResourceFolder(const ResourceFolder&) = delete;
-    ResourceFolder& operator=(const ResourceFolder&) = delete;
-    ~ResourceFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
+    explicit ResourceFolder(const std::u16string& name = u"pavane") : folder(name) {
+        std::filesystem::create_directory(folder / "PVResources");
     }
 
     // Writes a file below PVResources, folders included.
@@ -39,19 +32,15 @@ public:
     bool Remove(const std::string& name) const { return std::filesystem::remove(PathOf(name)); }
 
     std::filesystem::path PathOf(const std::string& name) const { return folder / "PVResources" / name; }
-    const std::filesystem::path& Folder() const { return folder; }
+    const std::filesystem::path& Folder() const { return folder.Path(); }
     // The folder as the library takes it.
     std::string Utf8() const {
-        const std::u8string text = folder.u8string();
+        const std::u8string text = Folder().u8string();
         return std::string(text.begin(), text.end());
     }
 
 private:
-    static std::u16string Wide(const std::string& ascii) {
-        return std::u16string(ascii.begin(), ascii.end());
-    }
-
-    std::filesystem::path folder;
+    pavane_test::TemporaryFolder folder;
 };
 
 } // namespace test_support

@@ -1,5 +1,6 @@
 #include "values/platform/values_platform.h"
 
+#include "support/temporary_folder.h"
 #include "values/text_conversion.h"
 
 #include <gtest/gtest.h>
@@ -97,16 +98,13 @@ TEST(NarrowText, WidensEachByte) {
 // A folder whose name no code page holds, gone when the test ends.
 class WideFiles : public testing::Test {
 protected:
-    WideFiles() { std::filesystem::create_directories(fFolder); }
-    ~WideFiles() override { std::filesystem::remove_all(fFolder); }
-
     std::u16string Write(const std::string& bytes) {
         std::ofstream(fFile, std::ios::binary) << bytes;
         return fFile.u16string();
     }
 
-    const std::filesystem::path fFolder =
-        std::filesystem::temp_directory_path() / std::filesystem::path(u"pavane_\u4E2D\u05D0_files");
+    const pavane_test::TemporaryFolder fOwner{u"pavane_\u4E2D\u05D0_files"};
+    const std::filesystem::path& fFolder = fOwner.Path();
     const std::filesystem::path fFile = fFolder / "file.bin";
 };
 

@@ -1,17 +1,17 @@
 #include "dictionaries/dictionary_reader.h"
 
 #include "dictionaries/source_streams.h"
+#include "support/temporary_folder.h"
 
 #include "dictionary_support.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <filesystem>
 
 using namespace kestrel_private;
 using pavane_test::BigEndian;
@@ -123,16 +123,15 @@ TEST(MakeReader, ReadsAnyStream) {
 }
 
 TEST(MakeReader, ReadsAFile) {
-    const auto path =
-        std::filesystem::temp_directory_path() / std::filesystem::path(u"pavane_\u4E2D_reader.txt");
+    const pavane_test::TemporaryFolder folder;
+    const auto path = folder / std::filesystem::path(u"\u4E2D_reader.txt");
     std::ofstream(path, std::ios::binary) << LittleEndian(u"a\nb");
     kestrel::basic_ifstream<char> stream(path.u16string());
     EXPECT_TRUE(stream.is_open());
     const auto reader = MakeReader(SourceKind::File, stream);
     ASSERT_NE(reader, nullptr);
     EXPECT_EQ(AllLines(*reader), (Lines{u"a", u"b"}));
-    std::filesystem::remove(path);
-    kestrel::basic_ifstream<char> absent(path.u16string());
+    kestrel::basic_ifstream<char> absent((folder / "absent").u16string());
     EXPECT_FALSE(absent.is_open());
     EXPECT_EQ(MakeReader(SourceKind::File, absent), nullptr);
 }

@@ -1,6 +1,7 @@
 #include "view/view_reader.h"
 
 #include "frame/log.h"
+#include "support/temporary_folder.h"
 #include "toolkit/view_proxy.h"
 #include "view/verify_generator.h"
 #include "view_fixture.h"
@@ -226,17 +227,15 @@ TEST_F(ViewReaderTest, HighWaterMarksAreThoseOfTheLatestRun) {
 class LogCatcher {
 public:
     LogCatcher() { pvn::gLogStream = std::fopen(path.string().c_str(), "w"); }
-    ~LogCatcher() {
-        pvn::CloseLog();
-        std::filesystem::remove(path);
-    }
+    ~LogCatcher() { pvn::CloseLog(); }
     std::string Text() const {
         std::ifstream file(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
 private:
-    std::filesystem::path path = std::filesystem::temp_directory_path() / "pavane_view_reader_test.log";
+    const pavane_test::TemporaryFolder folder;
+    const std::filesystem::path path = folder / "reader.log";
 };
 
 TEST_F(ViewReaderTest, TheLogTellsLineAndColumnOfTheFurthestFailure) {
@@ -250,17 +249,20 @@ TEST_F(ViewReaderTest, TheLogTellsLineAndColumnOfTheFurthestFailure) {
 }
 
 TEST_F(ViewReaderTest, ARunInsideAnotherDoesNotLeadTheLogAstray) {
-    const LogCatcher log;
-    CVerifyGenerator inner;
-    static constexpr char kText[] = "dialog();\n ?";
-    const char elsewhere[] = "?"; // far behind that
-    generator.onPrepare = [&](std::string_view, CExpressionScope&, CExpressionScope&) {
-        const auto scope = CreateViewScope(nullptr, &inner, nullptr, nullptr, true);
-        EXPECT_THROW(RunDefinition(*scope, elsewhere), std::logic_error);
-    };
-    EXPECT_THROW(RunDefinition(*root, kText), std::logic_error);
-    EXPECT_THAT(log.Text(), testing::HasSubstr("line 1, column 1"));
-    EXPECT_THAT(log.Text(), testing::HasSubstr("line 2, column "));
+    static constexpr char kTexts[] = "\n\n?\0dialog();\n ?\0\n\n?"; // the inner one in front and behind
+    static constexpr std::string_view kAll(kTexts, sizeof kTexts - 1);
+    const char* outer = kTexts + kAll.find("dialog");
+    for (const char* inner : {kTexts, kTexts + kAll.rfind('\n') - 1}) {
+        const LogCatcher log;
+        CVerifyGenerator innerGenerator;
+        generator.onPrepare = [&](std::string_view, CExpressionScope&, CExpressionScope&) {
+            const auto scope = CreateViewScope(nullptr, &innerGenerator, nullptr, nullptr, true);
+            EXPECT_THROW(RunDefinition(*scope, inner), std::logic_error);
+        };
+        EXPECT_THROW(RunDefinition(*root, outer), std::logic_error);
+        EXPECT_THAT(log.Text(), testing::ContainsRegex("line 3, column 1\n.*line 2, column 2\n"));
+        EXPECT_EQ(gReaderState.marks.failed, outer + std::string_view("dialog();\n ").size());
+    }
 }
 
 TEST_F(ViewReaderTest, TheLogIsSilentAboutOtherFailures) {

@@ -1,5 +1,6 @@
 // The library as a user may have installed it: renamed, in a folder whose name the process's code page lacks.
 #include "frame/pavane.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ namespace {
 
 namespace files = std::filesystem;
 
-const files::path kFolderName = L"\u05EA\u05D9\u05E7\u05D9\u05D9\u05D4 \u65E5\u672C\u8A9E \u0E17\u0E14";
+constexpr char16_t kFolderName[] = u"\u05EA\u05D9\u05E7\u05D9\u05D9\u05D4 \u65E5\u672C\u8A9E \u0E17\u0E14";
 const files::path kFileName = L"\u05E8\u05D9\u05E7\u05D5\u05D3.dll";
 
 files::path ProgramFolder() {
@@ -24,21 +25,15 @@ files::path ProgramFolder() {
 // A copy of what is installed, gone with the object.
 class Installation {
 public:
-    Installation() : folder(files::temp_directory_path() / kFolderName) {
-        files::remove_all(folder);
-        files::create_directories(folder);
+    Installation() {
         files::copy_file(ProgramFolder() / "pavane.dll", folder / kFileName);
         files::copy(ProgramFolder() / "PVResources", folder / "PVResources", files::copy_options::recursive);
-    }
-    ~Installation() {
-        std::error_code ignored;
-        files::remove_all(folder, ignored);
     }
     files::path Resources() const { return folder / "PVResources"; }
     files::path Library() const { return folder / kFileName; }
 
 private:
-    files::path folder;
+    const pavane_test::TemporaryFolder folder{kFolderName};
 };
 
 struct ModuleDeleter {

@@ -1,5 +1,6 @@
 // The log on Windows: where it lies, and that others may read and write it meanwhile.
 #include "frame/log.h"
+#include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,9 +22,6 @@ protected:
     void SetUp() override {
         fTmpBefore = Variable(L"TMP");
         fDirectoryBefore = std::filesystem::current_path();
-        fFolder =
-            std::filesystem::temp_directory_path() / ("pavane-log-" + std::to_string(GetCurrentProcessId()));
-        std::filesystem::create_directories(fFolder);
         std::filesystem::current_path(fFolder);
         SetEnvironmentVariableW(L"TMP", fFolder.c_str());
     }
@@ -31,7 +29,6 @@ protected:
         CloseLog();
         SetEnvironmentVariableW(L"TMP", fTmpBefore.c_str());
         std::filesystem::current_path(fDirectoryBefore);
-        std::filesystem::remove_all(fFolder);
     }
 
     static std::wstring Variable(const wchar_t* name) {
@@ -57,7 +54,8 @@ protected:
         return path;
     }
 
-    std::filesystem::path fFolder;
+    const pavane_test::TemporaryFolder fOwner;
+    const std::filesystem::path& fFolder = fOwner.Path();
     std::filesystem::path fDirectoryBefore;
     std::wstring fTmpBefore;
 };

@@ -9,6 +9,9 @@
 
 namespace bench {
 
+// A benchmark that measures something else than time says what it found in this counter.
+inline constexpr char kFigure[] = "figure";
+
 // Prints nothing until the end.
 class BarReporter : public benchmark::BenchmarkReporter {
 public:
@@ -17,12 +20,12 @@ public:
     void Finalize() override;
 
 private:
-    // Nanoseconds an item, median of all rounds; 0 if the benchmark did not run.
+    // Nanoseconds an item, or the figure, median of all rounds; 0 if the benchmark did not run.
     double Median(const std::string& name) const;
     void PrintCosts();
     void PrintBars();
 
-    std::map<std::string, std::vector<double>> costs; // nanoseconds an item, one for each round
+    std::map<std::string, std::vector<double>> costs; // one for each round
 };
 
 } // namespace bench

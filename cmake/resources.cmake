@@ -24,4 +24,21 @@ foreach(file IN LISTS dictionaries)
     list(APPEND resourceFiles ${resourceOutput}/${target})
 endforeach()
 
+# The privacy statements: UTF-8 here, UTF-16 as shipped. Both byte orders are read, so both are shipped.
+set(bigEndianStatements ar_AE ja_JP)
+file(GLOB statements CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/resources/statements resources/statements/*.txt)
+foreach(file IN LISTS statements)
+    string(REGEX REPLACE "\\.txt$" "" locale ${file})
+    set(byteOrder LE)
+    if(locale IN_LIST bigEndianStatements)
+        set(byteOrder BE)
+    endif()
+    set(target ${resourceOutput}/privacystatements/privacy_${file})
+    add_custom_command(OUTPUT ${target}
+        COMMAND sh ${CMAKE_SOURCE_DIR}/resources/make_statement.sh
+            ${CMAKE_SOURCE_DIR}/resources/statements/${file} ${target} ${byteOrder}
+        DEPENDS resources/statements/${file} resources/make_statement.sh VERBATIM)
+    list(APPEND resourceFiles ${target})
+endforeach()
+
 add_custom_target(pavane_resources ALL DEPENDS ${resourceFiles})

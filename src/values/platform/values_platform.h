@@ -43,5 +43,8 @@ bool FileExists(const std::u16string& path);
 // The bytes of a file as they are; c_str() of the result is NUL-terminated. Nothing when the file cannot be
 // opened, or when there is no memory for it.
 std::optional<std::string> ReadWholeFile(const std::u16string& path);
+// The same for a file that nobody else has open, where the system can tell; nobody else can open it
+// meanwhile. The name of a device is no file.
+std::optional<std::string> ReadWholeFileAlone(const std::u16string& path);
 
 } // namespace brixen::lyr::gen

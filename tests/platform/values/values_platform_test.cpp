@@ -112,16 +112,27 @@ TEST_F(WideFiles, AreReadAsTheyAre) {
     for (const std::size_t length : {0U, 1U, 4095U, 4096U, 4097U, 10000U}) {
         std::string bytes(length, '\n');
         if (length > 2) bytes[1] = '\x1A';
-        const auto read = ReadWholeFile(Write(bytes));
-        ASSERT_TRUE(read.has_value());
-        EXPECT_EQ(*read, bytes);
-        EXPECT_EQ(read->c_str()[length], '\0');
+        for (const auto read : {ReadWholeFile, ReadWholeFileAlone}) {
+            const std::optional<std::string> got = read(Write(bytes));
+            ASSERT_TRUE(got.has_value());
+            EXPECT_EQ(*got, bytes);
+            EXPECT_EQ(got->c_str()[length], '\0');
+        }
     }
 }
 
 TEST_F(WideFiles, AreNothingWhenTheyCannotBeOpened) {
-    EXPECT_FALSE(ReadWholeFile((fFolder / "absent").u16string()).has_value());
-    EXPECT_FALSE(ReadWholeFile(fFolder.u16string()).has_value());
+    for (const auto read : {ReadWholeFile, ReadWholeFileAlone}) {
+        EXPECT_FALSE(read((fFolder / "absent").u16string()).has_value());
+        EXPECT_FALSE(read(fFolder.u16string()).has_value());
+    }
+}
+
+TEST_F(WideFiles, AreClosedAfterReading) {
+    const std::u16string path = Write("x");
+    EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
+    EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
+    EXPECT_TRUE(std::filesystem::remove(fFile));
 }
 
 TEST_F(WideFiles, ExistWithEitherSeparator) {

@@ -121,4 +121,7 @@ std::optional<std::string> ReadWholeFile(const std::u16string& path) {
     return ReadToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "rb")));
 }
 
+// Files here are shared with everybody.
+std::optional<std::string> ReadWholeFileAlone(const std::u16string& path) { return ReadWholeFile(path); }
+
 } // namespace brixen::lyr::gen

@@ -4,6 +4,9 @@
 
 #include <windows.h>
 
+#include <io.h>
+#include <share.h>
+
 #include <climits>
 #include <cstdlib>
 
@@ -67,6 +70,15 @@ std::size_t NarrowToWide(char16_t* output, const char* narrow, std::size_t size)
     return std::mbstowcs(Wide(output), narrow, size);
 }
 
+namespace {
+
+// Reading from a device may wait for ever, and some devices are found in every folder.
+bool IsOnDisk(std::FILE* file) {
+    return GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)))) == FILE_TYPE_DISK;
+}
+
+} // namespace
+
 bool FileExists(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(path.c_str()));
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
@@ -74,6 +86,12 @@ bool FileExists(const std::u16string& path) {
 
 std::optional<std::string> ReadWholeFile(const std::u16string& path) {
     return ReadToEnd(FileHandle(_wfopen(Wide(path.c_str()), L"rb")));
+}
+
+std::optional<std::string> ReadWholeFileAlone(const std::u16string& path) {
+    const FileHandle file(_wfsopen(Wide(path.c_str()), L"rb", _SH_DENYRW));
+    if (!file || !IsOnDisk(file.get())) return std::nullopt;
+    return ReadToEnd(file);
 }
 
 } // namespace brixen::lyr::gen

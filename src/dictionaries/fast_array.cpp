@@ -8,8 +8,6 @@ namespace kestrel_private {
 namespace {
 
 constexpr std::size_t kBlocksAtATime = 10;
-constexpr std::uint32_t kMostIds = 0x7FFFFFFF;
-constexpr std::size_t kLongestMergedKey = 1023; // bytes; longer ones are taken as new
 
 // One key costs about as much to put into the index as to compare in a bucket; below this no index pays.
 constexpr std::uint64_t kFewestScanned = 256;
@@ -39,29 +37,41 @@ std::string_view FastArray::KeyOf(std::uint32_t id) const {
     return place.block->keys.At(place.entry).Text();
 }
 
+std::vector<std::uint32_t> FastArray::Bucket(std::uint32_t bucket) const {
+    std::vector<std::uint32_t> ids;
+    ForEachId(bucket, [&](std::uint32_t id) {
+        ids.push_back(id);
+        return false;
+    });
+    return ids;
+}
+
 std::optional<std::uint32_t> FastArray::FindInBucket(std::string_view key, std::uint32_t bucket) const {
-    for (const std::uint32_t id : fBuckets[bucket]) {
+    std::optional<std::uint32_t> found;
+    ForEachId(bucket, [&](std::uint32_t id) {
         ++fScanned;
-        if (id < fTotalIds && KeyOf(id) == key) return id;
-    }
-    return std::nullopt;
+        const Place place = PlaceOf(id);
+        if (place.block->keys.Equals(place.entry, key)) found = id;
+        return found.has_value();
+    });
+    return found;
 }
 
 void FastArray::BuildIndexIfWorthwhile() const {
-    if (fScanned < kFewestScanned || fScanned < fTotalIds) return;
+    if (fScanned < kFewestScanned || fScanned < fListedIds) return;
     fScanned = 0;
     try {
-        fIndex.Start(fTotalIds);
+        fIndex.Start(std::min<std::uint64_t>(fListedIds, fTotalIds));
     } catch (const std::bad_alloc&) {
         return; // the buckets still answer
     }
     for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
-        for (const std::uint32_t id : fBuckets[bucket]) {
-            if (id >= fTotalIds) continue;
+        ForEachId(bucket, [&](std::uint32_t id) {
             // A file may list an id in a bucket where no search looks for its key.
             const std::string_view key = KeyOf(id);
             if (KeyBucket(key) == bucket) fIndex.Insert(key, id);
-        }
+            return false;
+        });
     }
 }
 
@@ -90,9 +100,13 @@ void FastArray::ReplaceEntry(std::uint32_t id, std::string_view value, std::opti
     if (note) place.block->ReplaceNote(place.entry, *note);
 }
 
+void FastArray::ReserveBlock() {
+    if (fBlocks.size() == fBlocks.capacity()) fBlocks.reserve(fBlocks.size() + kBlocksAtATime);
+}
+
 FastArrayBlock& FastArray::CurrentBlock() {
     if (fCurrentBlock < 0) {
-        if (fBlocks.size() == fBlocks.capacity()) fBlocks.reserve(fBlocks.size() + kBlocksAtATime);
+        ReserveBlock();
         auto block = std::make_unique<FastArrayBlock>();
         block->firstId = fTotalIds;
         fBlocks.push_back(std::move(block));
@@ -108,11 +122,13 @@ std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
         return *found;
     }
     const std::uint32_t id = fTotalIds;
+    if (id == kMostIds) return kNoId;
     FastArrayBlock& block = CurrentBlock();
     std::vector<std::uint32_t>& bucket = fBuckets[KeyBucket(key)];
     if (bucket.size() == bucket.capacity()) bucket.reserve(bucket.size() * 2 + 1);
     block.Append(key, value, note);
     bucket.push_back(id);
+    ++fListedIds;
     ++fTotalIds;
     ++fLiveEntries;
     if (block.entryCount == FastArrayBlock::kRunTimeEntries) fCurrentBlock = -1;
@@ -129,46 +145,60 @@ void FastArray::InsertIntoIndex(std::uint32_t id) {
     }
 }
 
-// True when the entry's key was here already, and only its value was taken.
-bool FastArray::MergeEntry(FastArrayBlock& block, std::uint32_t entry, std::uint32_t bucket) {
-    const std::string_view key = block.keys.At(entry).Text();
-    if (key.size() > kLongestMergedKey) return false;
-    const auto old = KeyBucket(key) == bucket ? Find(key) : FindInBucket(key, bucket);
-    if (!old) return false;
-    ReplaceEntry(*old, block.values.At(entry).Text(), std::nullopt);
-    block.keys.Clear(entry);
-    block.values.Clear(entry);
-    block.liveCount -= block.liveCount != 0;
+bool FastArray::AddBlock(FastArrayBlock block, BucketLists lists) {
+    if (block.firstId != 0 && fTotalIds != 0 && block.firstId != fTotalIds) return false;
+    if (block.entryCount > kMostIds - fTotalIds) return false;
+    if (fTotalIds != 0) return AddBlockBehind(std::move(block), lists);
+    if (block.liveCount != 0) AddFirstBlock(std::move(block), std::move(lists));
     return true;
 }
 
-bool FastArray::AddBlock(FastArrayBlock block, const std::vector<BucketList>& lists) {
-    const bool placed = block.firstId != 0;
-    if (placed && fTotalIds != 0 && block.firstId != fTotalIds) return false;
-    if (block.entryCount > kMostIds - fTotalIds) return false;
-    if (block.liveCount == 0) return true;
-    const bool overlay = !placed && fTotalIds != 0;
-    block.firstId = fTotalIds;
-    // Stored at the end, so that an entry is only compared with what was here before its file.
-    std::vector<BucketList> added(lists);
-    for (BucketList& list : added) {
-        std::erase_if(list.ids,
-                      [&](std::uint32_t id) { return overlay && MergeEntry(block, id, list.bucket); });
-        for (std::uint32_t& id : list.ids) id += block.firstId;
-        std::vector<std::uint32_t>& bucket = fBuckets[list.bucket];
-        bucket.reserve(bucket.size() + list.ids.size());
+void FastArray::AddFirstBlock(FastArrayBlock block, BucketLists lists) {
+    ReserveBlock();
+    auto taken = std::make_unique<FastArrayBlock>(std::move(block));
+    taken->firstId = 0;
+    std::array<FileList, kBucketCount> fileLists = {};
+    std::vector<BucketLists::List> repeated;
+    for (const BucketLists::List& list : lists.lists) {
+        FileList& first = fileLists[list.bucket];
+        if (first.count == 0) {
+            first = {list.begin, list.count};
+        } else {
+            repeated.push_back(list);
+        }
     }
-    fBlocks.push_back(std::make_unique<FastArrayBlock>(std::move(block)));
-    for (const BucketList& list : added) {
-        fBuckets[list.bucket].insert(fBuckets[list.bucket].end(), list.ids.begin(), list.ids.end());
+    AppendRepeatedLists(repeated, lists.ids, taken->entryCount);
+    fFileLists = fileLists;
+    fFileIds = std::move(lists.ids);
+    fFileBlock = taken.get();
+    fListedIds = fFileIds.size();
+    TakeBlock(std::move(taken));
+}
+
+// A file that has several lists for one bucket: what follows the first goes behind it as if it came later.
+void FastArray::AppendRepeatedLists(const std::vector<BucketLists::List>& repeated,
+                                    const FileArray<std::uint32_t>& ids, std::uint32_t entryCount) {
+    try {
+        for (const BucketLists::List& list : repeated) {
+            for (std::uint32_t i = 0; i < list.count; ++i) {
+                const std::uint32_t id = ids[list.begin + i];
+                if (id < entryCount) fBuckets[list.bucket].push_back(id);
+            }
+        }
+    } catch (const std::bad_alloc&) {
+        for (auto& bucket : fBuckets) bucket.clear();
+        throw;
     }
-    fTotalIds += fBlocks.back()->entryCount;
-    fLiveEntries += fBlocks.back()->liveCount;
+}
+
+void FastArray::TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept {
+    fTotalIds += block->entryCount;
+    fLiveEntries += std::min(block->liveCount, UINT32_MAX - fLiveEntries);
+    fBlocks.push_back(std::move(block));
     // What is added later must not shift these ids.
     fCurrentBlock = -1;
     fIndex.Clear();
     fScanned = 0;
-    return true;
 }
 
 } // namespace kestrel_private

@@ -9,15 +9,23 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
 namespace kestrel_private {
 
-// The ids of one bucket, numbered as in their file.
-struct BucketList {
-    std::uint32_t bucket; // below kBucketCount
-    std::vector<std::uint32_t> ids;
+// The ids of all buckets of a file, numbered from 0 as in the file: one array, and the run of it that each
+// list is. Nothing is promised about the ids.
+struct BucketLists {
+    struct List {
+        std::uint32_t bucket = 0; // below kBucketCount
+        std::uint32_t begin = 0;
+        std::uint32_t count = 0; // the run lies inside `ids`
+    };
+
+    FileArray<std::uint32_t> ids;
+    std::vector<List> lists;
 };
 
 // The store of record. Entries have ids: positions across all blocks, which are laid end to end. A key is
@@ -26,6 +34,9 @@ struct BucketList {
 // time.
 class FastArray : public RefCountObj {
 public:
+    static constexpr std::uint32_t kMostIds = 0xFFFFFFFF;
+    static constexpr std::uint32_t kNoId = 0xFFFFFFFF;
+
     // The first id of `key` in its bucket.
     std::optional<std::uint32_t> Find(std::string_view key) const;
     // The value's bytes; empty for an id that was never given out or was dropped.
@@ -34,20 +45,25 @@ public:
 
     // Adds an entry or replaces its value (and its note, if one is given). At most kLongestText bytes each.
     // When memory runs out nothing was added; a value that was being replaced may be the new one already,
-    // beside its old note.
+    // beside its old note. kNoId when there is no id left.
     std::uint32_t Add(std::string_view key, std::string_view value, std::optional<std::string_view> note);
 
     // Lays a whole block behind the others, with its file's bucket lists. `block.firstId` is what the file
-    // says: a block made to stand at another place than here is refused (false); 0 stands anywhere, and then
-    // the values of keys that are here already replace the older ones. A block without live entries is
-    // dropped. No key is hashed or compared for the first block.
-    bool AddBlock(FastArrayBlock block, const std::vector<BucketList>& lists);
+    // says: a block made to stand at another place than here is refused (false), and so is one that would
+    // take the ids past kMostIds; 0 stands anywhere, and then the values of keys that are here already
+    // replace the older ones. A block without live entries is dropped. The first block is taken as it is: no
+    // key of it is hashed or compared, and no id looked at. When memory runs out, or the block is refused,
+    // all is as before.
+    bool AddBlock(FastArrayBlock block, BucketLists lists);
 
+    // The key's bytes; empty for an id that was never given out or was dropped.
+    std::string_view Key(std::uint32_t id) const { return id < fTotalIds ? KeyOf(id) : std::string_view(); }
     // Every id ever given out, and those not dropped.
     std::uint32_t TotalIds() const { return fTotalIds; }
     std::uint32_t LiveEntries() const { return fLiveEntries; }
     std::size_t BlockCount() const { return fBlocks.size(); }
-    const std::vector<std::uint32_t>& Bucket(std::uint32_t bucket) const { return fBuckets[bucket]; }
+    // The ids of a bucket, in the order of a search.
+    std::vector<std::uint32_t> Bucket(std::uint32_t bucket) const;
     bool IsIndexed() const { return fIndex.IsBuilt(); }
 
 private:
@@ -56,20 +72,50 @@ private:
         std::uint32_t entry;
     };
 
+    // A list of the first file, a run of fFileIds.
+    struct FileList {
+        std::uint32_t begin = 0;
+        std::uint32_t count = 0;
+    };
+
     Place PlaceOf(std::uint32_t id) const;
     std::size_t BlockOf(std::uint32_t id) const;
     std::string_view KeyOf(std::uint32_t id) const;
+    // In the order of a search, until `visit` returns true.
+    template <class Visit>
+    void ForEachId(std::uint32_t bucket, Visit visit) const {
+        for (const std::uint32_t id :
+             std::span(fFileIds).subspan(fFileLists[bucket].begin, fFileLists[bucket].count)) {
+            if (id < fFileBlock->entryCount && visit(id)) return;
+        }
+        for (const std::uint32_t id : fBuckets[bucket]) {
+            if (visit(id)) return;
+        }
+    }
     void BuildIndexIfWorthwhile() const;
     void ReplaceEntry(std::uint32_t id, std::string_view value, std::optional<std::string_view> note);
+    void ReserveBlock();
     FastArrayBlock& CurrentBlock();
     void InsertIntoIndex(std::uint32_t id);
-    bool MergeEntry(FastArrayBlock& block, std::uint32_t entry, std::uint32_t bucket);
     std::optional<std::uint32_t> FindInBucket(std::string_view key, std::uint32_t bucket) const;
+
+    class BlockBehind;
+    void AddFirstBlock(FastArrayBlock block, BucketLists lists);
+    void AppendRepeatedLists(const std::vector<BucketLists::List>& repeated,
+                             const FileArray<std::uint32_t>& ids, std::uint32_t entryCount);
+    bool AddBlockBehind(FastArrayBlock block, const BucketLists& lists);
+    void TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept;
 
     std::uint32_t fTotalIds = 0;
     std::uint32_t fLiveEntries = 0;
     std::int32_t fCurrentBlock = -1;
+    // A bucket is a list of the first file, as that file brought it, and behind it what came later. Only the
+    // ids below the count of that file's block are there.
+    FileArray<std::uint32_t> fFileIds;
+    std::array<FileList, kBucketCount> fFileLists;
+    const FastArrayBlock* fFileBlock = nullptr;
     std::array<std::vector<std::uint32_t>, kBucketCount> fBuckets;
+    std::uint64_t fListedIds = 0; // in all buckets
     std::vector<std::unique_ptr<FastArrayBlock>> fBlocks;
     mutable KeyIndex fIndex;
     mutable std::uint64_t fScanned = 0; // keys compared since the last index

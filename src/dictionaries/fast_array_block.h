@@ -19,8 +19,8 @@ struct FastArrayBlock {
     bool hasKeys = true; // without keys no lookup reaches the values
     TextColumn keys;
     TextColumn values;
-    TextColumn notes;                     // one for each element of noteIndex
-    std::vector<std::uint32_t> noteIndex; // entries that have a note, ascending
+    TextColumn notes;                   // one for each element of noteIndex
+    FileArray<std::uint32_t> noteIndex; // entries that have a note, ascending
 
     bool IsDropped(std::uint32_t entry) const { return hasKeys && keys.At(entry).length == 0; }
     // Nothing when the entry has no note.

@@ -5,8 +5,8 @@
 
 namespace kestrel_private {
 
-TextColumn::TextColumn(std::vector<std::uint32_t> offsets, std::vector<std::uint16_t> lengths,
-                       std::vector<std::uint8_t> area)
+TextColumn::TextColumn(FileArray<std::uint32_t> offsets, FileArray<std::uint16_t> lengths,
+                       FileArray<std::uint8_t> area)
     : fOffsets(std::move(offsets)), fLengths(std::move(lengths)), fArea(std::move(area)) {}
 
 ValueBytes TextColumn::At(std::size_t index) const {
@@ -16,6 +16,12 @@ ValueBytes TextColumn::At(std::size_t index) const {
     if (index >= fOffsets.size() || fOffsets[index] > fArea.size()) return {};
     if (length > fArea.size() - fOffsets[index]) return {};
     return {fArea.data() + fOffsets[index], length};
+}
+
+bool TextColumn::Equals(std::size_t index, std::string_view text) const {
+    // Most keys of a bucket are told apart by their length alone.
+    if (!text.empty() && (index >= fLengths.size() || fLengths[index] != text.size())) return false;
+    return At(index).Text() == text;
 }
 
 void TextColumn::Reserve(std::size_t count) {
@@ -39,19 +45,29 @@ void TextColumn::Append(std::unique_ptr<std::uint8_t[]> copy, std::size_t length
 
 std::uint8_t* TextColumn::MutableAt(std::size_t index) { return const_cast<std::uint8_t*>(At(index).bytes); }
 
-void TextColumn::Replace(std::size_t index, std::string_view text, std::size_t entryCount) {
-    const ValueBytes old = At(index);
-    if (text.size() <= old.length) {
-        if (!text.empty()) std::memcpy(MutableAt(index), text.data(), text.size());
-    } else {
-        auto copy = Copy(text);
-        if (fOffsets.size() < entryCount) fOffsets.resize(entryCount);
-        if (fLengths.size() < entryCount) fLengths.resize(entryCount);
-        if (fOverrides.size() < entryCount) fOverrides.resize(entryCount);
-        fOverrides[index] = std::move(copy);
+std::unique_ptr<std::uint8_t[]> TextColumn::PrepareReplace(std::size_t index, std::string_view text,
+                                                           std::size_t entryCount) {
+    if (text.size() <= At(index).length) return nullptr;
+    auto copy = Copy(text);
+    if (fOffsets.size() < entryCount) fOffsets.resize(entryCount, 0);
+    if (fLengths.size() < entryCount) fLengths.resize(entryCount, 0);
+    if (fOverrides.size() < entryCount) fOverrides.resize(entryCount);
+    return copy;
+}
+
+void TextColumn::Replace(std::size_t index, std::string_view text,
+                         std::unique_ptr<std::uint8_t[]> prepared) noexcept {
+    if (prepared && text.size() > At(index).length) {
+        fOverrides[index] = std::move(prepared);
         fOffsets[index] = 0;
+    } else if (!text.empty()) {
+        std::memmove(MutableAt(index), text.data(), text.size());
     }
     if (index < fLengths.size()) fLengths[index] = static_cast<std::uint16_t>(text.size());
+}
+
+void TextColumn::Replace(std::size_t index, std::string_view text, std::size_t entryCount) {
+    Replace(index, text, PrepareReplace(index, text, entryCount));
 }
 
 void TextColumn::Clear(std::size_t index) {

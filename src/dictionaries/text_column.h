@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dictionaries/file_array.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -25,10 +27,12 @@ class TextColumn {
 public:
     TextColumn() = default;
     // The arrays of a file, as far as they were read.
-    TextColumn(std::vector<std::uint32_t> offsets, std::vector<std::uint16_t> lengths,
-               std::vector<std::uint8_t> area);
+    TextColumn(FileArray<std::uint32_t> offsets, FileArray<std::uint16_t> lengths,
+               FileArray<std::uint8_t> area);
 
     ValueBytes At(std::size_t index) const;
+    bool Equals(std::size_t index, std::string_view text) const;
+    std::size_t AreaSize() const { return fArea.size(); }
 
     // Room for `count` entries, so that Append cannot fail for want of it.
     void Reserve(std::size_t count);
@@ -38,15 +42,20 @@ public:
     // Writes over a text that is at least as long, else makes an override. `entryCount` is how many entries
     // the column has by its block's count. Texts beyond kLongestText are the caller's business.
     void Replace(std::size_t index, std::string_view text, std::size_t entryCount);
+    // The same in two steps: the first takes all the memory that the second may need, and changes nothing
+    // that can be seen. Between the two, other replacements of the same entry may be carried out.
+    std::unique_ptr<std::uint8_t[]> PrepareReplace(std::size_t index, std::string_view text,
+                                                   std::size_t entryCount);
+    void Replace(std::size_t index, std::string_view text, std::unique_ptr<std::uint8_t[]> prepared) noexcept;
     // Marks an entry as dropped.
     void Clear(std::size_t index);
 
 private:
     std::uint8_t* MutableAt(std::size_t index);
 
-    std::vector<std::uint32_t> fOffsets;
-    std::vector<std::uint16_t> fLengths;
-    std::vector<std::uint8_t> fArea;
+    FileArray<std::uint32_t> fOffsets;
+    FileArray<std::uint16_t> fLengths;
+    FileArray<std::uint8_t> fArea;
     std::vector<std::unique_ptr<std::uint8_t[]>> fOverrides;
 };
 

@@ -18,7 +18,8 @@ public:
     explicit CompiledBlock(std::uint32_t firstId = 0) { fBlock.firstId = firstId; }
 
     CompiledBlock& Entry(std::string_view key, std::string_view value) {
-        fLists.push_back({KeyBucket(key), {fBlock.entryCount}});
+        fLists.lists.push_back({KeyBucket(key), fBlock.entryCount, 1});
+        fLists.ids.push_back(fBlock.entryCount);
         Put(key, fKeyOffsets, fKeyLengths, fKeys);
         Put(value, fValueOffsets, fValueLengths, fValues);
         ++fBlock.entryCount;
@@ -36,18 +37,18 @@ public:
     }
 
 private:
-    static void Put(std::string_view text, std::vector<std::uint32_t>& offsets,
-                    std::vector<std::uint16_t>& lengths, std::vector<std::uint8_t>& area) {
+    static void Put(std::string_view text, FileArray<std::uint32_t>& offsets,
+                    FileArray<std::uint16_t>& lengths, FileArray<std::uint8_t>& area) {
         offsets.push_back(static_cast<std::uint32_t>(area.size()));
         lengths.push_back(static_cast<std::uint16_t>(text.size()));
-        area.insert(area.end(), text.begin(), text.end());
+        for (const char byte : text) area.push_back(static_cast<std::uint8_t>(byte));
     }
 
     FastArrayBlock fBlock;
-    std::vector<BucketList> fLists;
-    std::vector<std::uint32_t> fKeyOffsets, fValueOffsets;
-    std::vector<std::uint16_t> fKeyLengths, fValueLengths;
-    std::vector<std::uint8_t> fKeys, fValues;
+    BucketLists fLists;
+    FileArray<std::uint32_t> fKeyOffsets, fValueOffsets;
+    FileArray<std::uint16_t> fKeyLengths, fValueLengths;
+    FileArray<std::uint8_t> fKeys, fValues;
 };
 
 struct Entries {
@@ -252,7 +253,8 @@ TEST(FastArrayBlock, AnswersAlikeWithAndWithoutAnIndexForAKeyInAForeignBucket) {
     hidden.liveCount = 1;
     hidden.keys = TextColumn({0}, {7}, {'/', 'h', 'i', 'd', 'd', 'e', 'n'});
     hidden.values = TextColumn({0}, {1}, {'x'});
-    entries.array->AddBlock(std::move(hidden), {{(KeyBucket("/hidden") + 1) % kBucketCount, {0, 99999}}});
+    entries.array->AddBlock(std::move(hidden),
+                            {{0, 99999}, {{(KeyBucket("/hidden") + 1) % kBucketCount, 0, 2}}});
     EXPECT_EQ(entries.ValueOf("/hidden"), "absent");
     for (int i = 0; i < 2000; ++i) entries.Add(KeyNumber(i), "y");
     EXPECT_TRUE(entries.array->IsIndexed());

@@ -1,0 +1,116 @@
+// Blocks that come behind others: what they replace, and what their buckets add.
+#include "dictionaries/fast_array.h"
+
+#include <map>
+#include <utility>
+
+namespace kestrel_private {
+namespace {
+
+constexpr std::size_t kLongestMergedKey = 1023; // bytes; longer ones are taken as new
+
+// Up to here going through a bucket is cheaper than an index of it.
+constexpr std::size_t kFewestIndexed = 16;
+
+// What the replaced values may take at most beyond the file's own bytes: values of a file may share theirs,
+// but each replaced one gets a copy.
+constexpr std::uint64_t kUnfoldedBytesAnEntry = 256;
+
+} // namespace
+
+// All that a block behind others will change, made ready so that carrying it out cannot fail.
+class FastArray::BlockBehind {
+public:
+    BlockBehind(FastArray& store, FastArrayBlock block)
+        : fStore(store), fBlock(std::make_unique<FastArrayBlock>(std::move(block))),
+          fMostUnfolded(fBlock->values.AreaSize() + kUnfoldedBytesAnEntry * fBlock->entryCount) {
+        fIsOverlay = fBlock->firstId == 0;
+        fBlock->firstId = store.fTotalIds;
+        store.ReserveBlock();
+    }
+
+    // False when the block is to be refused.
+    bool Place(std::uint32_t bucket, std::span<const std::uint32_t> ids) {
+        std::vector<std::uint32_t>& grown = fGrown.try_emplace(bucket, fStore.fBuckets[bucket]).first->second;
+        for (const std::uint32_t id : ids) {
+            if (id >= fBlock->entryCount) continue;
+            if (fIsOverlay && Merge(id, bucket)) continue;
+            grown.push_back(id + fBlock->firstId);
+            ++fListed;
+        }
+        return fUnfolded <= fMostUnfolded;
+    }
+
+    void CarryOut() noexcept {
+        for (Replacement& replacement : fReplacements) {
+            const auto place = fStore.PlaceOf(replacement.id);
+            place.block->values.Replace(place.entry, replacement.value, std::move(replacement.prepared));
+        }
+        if (fBlock->liveCount == 0) return;
+        for (auto& [bucket, ids] : fGrown) fStore.fBuckets[bucket].swap(ids);
+        fStore.fListedIds += fListed;
+        fStore.TakeBlock(std::move(fBlock));
+    }
+
+private:
+    struct Replacement {
+        std::uint32_t id;
+        std::string_view value; // in the block's area
+        std::unique_ptr<std::uint8_t[]> prepared;
+    };
+
+    // True when the entry's key was here already, and only its value is taken.
+    bool Merge(std::uint32_t entry, std::uint32_t bucket) {
+        const std::string_view key = fBlock->keys.At(entry).Text();
+        if (key.size() > kLongestMergedKey) return false;
+        const auto old = FindOld(key, bucket);
+        if (!old) return false;
+        const std::string_view value = fBlock->values.At(entry).Text();
+        const auto place = fStore.PlaceOf(*old);
+        auto prepared = fUnfolded > fMostUnfolded
+                            ? nullptr
+                            : place.block->values.PrepareReplace(place.entry, value, place.block->entryCount);
+        if (prepared) fUnfolded += value.size();
+        fReplacements.push_back({*old, value, std::move(prepared)});
+        fBlock->keys.Clear(entry);
+        fBlock->values.Clear(entry);
+        fBlock->liveCount -= fBlock->liveCount != 0;
+        return true;
+    }
+
+    std::optional<std::uint32_t> FindOld(std::string_view key, std::uint32_t bucket) {
+        const std::size_t size = fStore.fFileLists[bucket].count + fStore.fBuckets[bucket].size();
+        if (size < kFewestIndexed) return fStore.FindInBucket(key, bucket);
+        KeyIndex& index = fOldKeys[bucket];
+        if (!index.IsBuilt()) {
+            index.Start(size);
+            fStore.ForEachId(bucket, [&](std::uint32_t id) {
+                const std::string_view old = fStore.KeyOf(id);
+                if (old.size() <= kLongestMergedKey) index.Insert(old, id);
+                return false;
+            });
+        }
+        return index.Find(key);
+    }
+
+    FastArray& fStore;
+    std::unique_ptr<FastArrayBlock> fBlock;
+    bool fIsOverlay = false;
+    std::uint64_t fMostUnfolded;
+    std::uint64_t fUnfolded = 0;
+    std::uint64_t fListed = 0;
+    std::map<std::uint32_t, std::vector<std::uint32_t>> fGrown; // whole buckets
+    std::map<std::uint32_t, KeyIndex> fOldKeys;                 // of the larger buckets that were searched
+    std::vector<Replacement> fReplacements;
+};
+
+bool FastArray::AddBlockBehind(FastArrayBlock block, const BucketLists& lists) {
+    BlockBehind behind(*this, std::move(block));
+    for (const BucketLists::List& list : lists.lists) {
+        if (!behind.Place(list.bucket, std::span(lists.ids).subspan(list.begin, list.count))) return false;
+    }
+    behind.CarryOut();
+    return true;
+}
+
+} // namespace kestrel_private

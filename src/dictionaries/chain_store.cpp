@@ -34,4 +34,11 @@ void ChainStore::Replace(std::string_view key, const kestrel::ZString& value) {
     fHeads[fLastBucket] = std::move(entry);
 }
 
+void ChainStore::Front::Add(std::string_view key, const kestrel::ZString& value) {
+    auto entry = std::make_unique<DictionaryEntry>(key, value);
+    entry->next = std::move(*fPlace);
+    *fPlace = std::move(entry);
+    fPlace = &(*fPlace)->next;
+}
+
 } // namespace kestrel_private

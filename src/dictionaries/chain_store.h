@@ -23,6 +23,16 @@ public:
     // Destroys an older entry of the key, and puts the new one at the head of its chain.
     void Replace(std::string_view key, const kestrel::ZString& value);
 
+    // Puts entries one behind the other in front of what a chain holds, without a look at their keys.
+    class Front {
+    public:
+        Front(ChainStore& store, std::uint32_t bucket) : fPlace(&store.fHeads[bucket]) {}
+        void Add(std::string_view key, const kestrel::ZString& value);
+
+    private:
+        std::unique_ptr<HashItem>* fPlace; // of the next one
+    };
+
 private:
     // Where the last search ended: in this bucket, behind this item (null for the head of the chain).
     mutable std::uint32_t fLastBucket = 0;

@@ -1,5 +1,8 @@
 #include "dictionaries/zstring_dictionary.h"
 
+#include "dictionaries/binary_block.h"
+#include "dictionaries/binary_chains.h"
+#include "dictionaries/binary_header.h"
 #include "dictionaries/dictionaries_state.h"
 #include "dictionaries/dictionary_reader.h"
 #include "dictionaries/encoding.h"
@@ -87,7 +90,33 @@ void ZStringDictionary::Load(const void* bytes, std::int64_t length, bool /*copy
         return;
     }
     const auto* const begin = static_cast<const std::uint8_t*>(bytes);
-    const auto reader = MakeReader(begin, begin + length);
+    if (HasBinaryMagic(begin, static_cast<std::size_t>(length))) {
+        LoadBinary(begin, begin + length);
+    } else {
+        LoadText(begin, begin + length);
+    }
+}
+
+void ZStringDictionary::LoadBinary(const std::uint8_t* begin, const std::uint8_t* end) {
+    if (end - begin <= static_cast<std::ptrdiff_t>(kBinaryHeaderSize)) {
+        fStatus = 0;
+        return;
+    }
+    const BinaryVersion version = BinaryVersionOf(begin);
+    const std::uint8_t* const body = begin + kBinaryHeaderSize;
+    if (version.major == kFastMajor && version.minor >= 0) {
+        BinaryBody read = ReadBinaryBody(body, end, version.minor);
+        fEntries->AddBlock(std::move(read.block), std::move(read.lists));
+        if (read.headerText) fHeaderText = std::move(*read.headerText);
+        fMajor = kFastMajor;
+        fMinor = kFastMinor;
+    } else if (const auto readChains = ChainReaderOf(version)) {
+        if (!readChains(body, end, version.conversionCode, fChains)) fStatus = 0;
+    }
+}
+
+void ZStringDictionary::LoadText(const std::uint8_t* begin, const std::uint8_t* end) {
+    const auto reader = MakeReader(begin, end);
     if (!reader) {
         fStatus = 0;
         return;
@@ -106,7 +135,8 @@ void ZStringDictionary::AddLine(std::u16string_view line) {
     const std::string key = NarrowKey(split->key);
     const std::u16string value = DecodeValue(split->defaultText);
     if (IsFast()) {
-        fEntries->Add(key, BytesOf(CutValue(value)), std::nullopt);
+        const std::uint32_t id = fEntries->Add(key, BytesOf(CutValue(value)), std::nullopt);
+        if (id == FastArray::kNoId) fStatus = 0;
     } else {
         fChains.Replace(key, ZString(value));
     }

@@ -27,10 +27,13 @@ public:
     // Clears the fallback slot when this dictionary is in it.
     ~ZStringDictionary();
 
-    // Reads a dictionary into this one; entries of the same key replace what was there. Nothing is reported:
-    // unusable input clears the status, and what was good is kept. The bytes are not needed afterwards; keys
-    // are copied whatever `copyKeys` says. Throws a conversion code (see dictionaries/encoding.h) for bytes
-    // that are no text in the process's code page.
+    // Reads a text or compiled dictionary into this one; entries of the same key replace what was there.
+    // Nothing is reported: unusable input clears the status, and what was good is kept. A compiled one of
+    // version 2 makes the dictionary fast; its block may be refused (see FastArray::AddBlock), and one that
+    // is cut off keeps what is whole, without a word. One of version 1 goes into the chains, which a fast
+    // dictionary does not read. The bytes are not needed afterwards; keys are copied whatever `copyKeys`
+    // says. Throws a conversion code (see dictionaries/encoding.h) for bytes that are no text in the
+    // process's code page.
     void Load(const void* bytes, std::int64_t length, bool copyKeys);
 
     // Adds an entry or replaces its value, and its note when one is given. Returns its id, or -1 when the key
@@ -54,11 +57,15 @@ public:
     bool IsFast() const { return fMajor != 0; }
     std::uint32_t FormatMajor() const { return fMajor; }
     std::uint32_t FormatMinor() const { return fMinor; }
+    // That of the last compiled dictionary that had one.
+    const std::string& HeaderText() const { return fHeaderText; }
     kestrel_private::FastArray& Entries() const { return *fEntries; }
     const kestrel_private::ChainStore& Chains() const { return fChains; }
 
 private:
     std::optional<kestrel_private::ValueBytes> FindOwnValue(std::string_view key) const;
+    void LoadText(const std::uint8_t* begin, const std::uint8_t* end);
+    void LoadBinary(const std::uint8_t* begin, const std::uint8_t* end);
     void AddLine(std::u16string_view line);
 
     kestrel_private::ChainStore fChains;
@@ -66,6 +73,7 @@ private:
     kestrel_private::Reference<kestrel_private::FastArray> fEntries;
     std::uint32_t fMajor;
     std::uint32_t fMinor;
+    std::string fHeaderText;
 };
 
 } // namespace kestrel

@@ -261,7 +261,7 @@ TEST_F(Welcome, HighContrastDropsThePictures) {
 }
 
 TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
-    for (const char* language : {"en_US", "de_DE", "ja_JP", "he_IL"}) {
+    for (const char* language : {"en_US", "de_DE", "fr_FR", "ja_JP", "he_IL", "ar_AE"}) {
         SetLanguage(language);
         Then([language] {
             const auto area = zeve::platform::ClientArea(TopDialog());

@@ -1,0 +1,52 @@
+// The texts that are shipped, as they stand in the source tree.
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace brixen::pvn::pvn_workflow {
+
+inline const std::filesystem::path kSources = std::filesystem::path(PAVANE_TEST_DATA) / "../../resources";
+
+inline std::string ReadText(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+// Names of what lies in a folder, sorted.
+inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// The locales that have a dictionary, sorted.
+inline std::vector<std::string> Locales() { return NamesIn(kSources / "dictionaries"); }
+
+inline bool IsRightToLeftLocale(const std::string& locale) { return locale == "ar_AE" || locale == "he_IL"; }
+
+// Whether a text is free of typewriter quotes and, in Arabic, of the marks that have an Arabic form.
+inline bool HasNoForeignMarks(const std::string& text, const std::string& locale) {
+    return text.find_first_of(locale == "ar_AE" ? "\"'?,;" : "\"'") == text.npos;
+}
+
+// Whether a hard space keeps each high mark and guillemet beside its word: U+00A0, since few fonts have the
+// narrow one.
+inline bool HasFrenchSpacing(const std::string& text) {
+    const std::string hardSpace = "\u00A0";
+    for (const std::string mark : {";", ":", "!", "?", "»"})
+        for (std::size_t at = text.find(mark); at != text.npos; at = text.find(mark, at + 1))
+            if (!text.substr(0, at).ends_with(hardSpace)) return false;
+    for (std::size_t at = text.find("«"); at != text.npos; at = text.find("«", at + 1))
+        if (text.compare(at, 4, "«" + hardSpace) != 0) return false;
+    return true;
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,5 +1,4 @@
-# Lays PVResources beside what runs: the views, bitmaps and pages as they are, and each text dictionary as
-# little-endian UTF-16 with its mark (without a mark the reader takes the process's code page).
+# Lays PVResources beside what runs: the views, bitmaps and pages as they are, and each text dictionary compiled.
 
 set(resourceOutput ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/PVResources)
 set(resourceFiles)
@@ -18,9 +17,9 @@ file(GLOB_RECURSE dictionaries CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/re
 foreach(file IN LISTS dictionaries)
     string(REGEX REPLACE "txt$" "zdct" target ${file})
     add_custom_command(OUTPUT ${resourceOutput}/${target}
-        COMMAND sh ${CMAKE_SOURCE_DIR}/resources/make_dictionary.sh
+        COMMAND ${compileDictionary}
             ${CMAKE_SOURCE_DIR}/resources/dictionaries/${file} ${resourceOutput}/${target}
-        DEPENDS resources/dictionaries/${file} resources/make_dictionary.sh VERBATIM)
+        DEPENDS resources/dictionaries/${file} ${compileDictionaryTarget} VERBATIM)
     list(APPEND resourceFiles ${resourceOutput}/${target})
 endforeach()
 
@@ -42,3 +41,6 @@ foreach(file IN LISTS statements)
 endforeach()
 
 add_custom_target(pavane_resources ALL DEPENDS ${resourceFiles})
+if(TARGET host_tools)
+    add_dependencies(pavane_resources host_tools)
+endif()

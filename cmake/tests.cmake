@@ -85,6 +85,11 @@ else()
     pavane_test_folders(platform)
 endif()
 
+# The tests of compiled dictionaries write their own.
+if(TARGET unit_dictionaries)
+    target_link_libraries(unit_dictionaries PRIVATE pavane_tools)
+endif()
+
 # The public header is plain C11.
 add_library(pavane_header_in_c OBJECT ${CMAKE_SOURCE_DIR}/tests/unit/exports/pavane_header.c)
 target_include_directories(pavane_header_in_c PRIVATE ${CMAKE_SOURCE_DIR}/src/frame)

@@ -6,6 +6,7 @@
 #include "dictionaries/dictionaries_state.h"
 #include "dictionaries/dictionary_reader.h"
 #include "dictionaries/encoding.h"
+#include "dictionaries/text_line.h"
 #include "dictionaries/value_decoding.h"
 
 #include <algorithm>
@@ -18,7 +19,6 @@ namespace {
 
 constexpr std::uint32_t kFastMajor = 2;
 constexpr std::uint32_t kFastMinor = 5;
-constexpr std::size_t kLongestValue = kLongestText / 2; // characters
 
 // Cut where the length has no more bits, but not through a pair.
 std::u16string_view CutValue(std::u16string_view value) {
@@ -34,20 +34,6 @@ std::string_view BytesOf(std::u16string_view text) {
 std::optional<std::string_view> NoteBytes(const char16_t* note, std::uint32_t noteChars) {
     if (note == nullptr) return std::nullopt;
     return BytesOf(CutValue({note, noteChars}));
-}
-
-// A dictionary line may carry its text in quotes, with anything around them.
-std::u16string_view QuotedPart(std::u16string_view line) {
-    const auto findQuote = [&](std::size_t from) {
-        std::size_t quote = line.find(u'"', from);
-        while (quote != line.npos && quote > 0 && line[quote - 1] == u'\\')
-            quote = line.find(u'"', quote + 1);
-        return quote;
-    };
-    const std::size_t opening = findQuote(0);
-    if (opening == line.npos) return line;
-    const std::size_t closing = findQuote(opening + 1);
-    return closing == line.npos ? line.substr(opening + 1) : line.substr(opening + 1, closing - opening - 1);
 }
 
 // Keys are Latin-1: each unit is cut to its low byte.
@@ -127,7 +113,7 @@ void ZStringDictionary::LoadText(const std::uint8_t* begin, const std::uint8_t* 
 }
 
 void ZStringDictionary::AddLine(std::u16string_view line) {
-    const auto split = SplitKeyText(QuotedPart(line));
+    const auto split = SplitLine(line);
     if (!split || split->key.size() > kLongestText) {
         fStatus = 0;
         return;

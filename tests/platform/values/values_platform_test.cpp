@@ -95,6 +95,8 @@ TEST(NarrowText, WidensEachByte) {
     EXPECT_EQ(NarrowToWide(wide.data(), "abc", 2), 2u);
 }
 
+using Reader = std::optional<std::string> (*)(const std::u16string& path);
+
 // A folder whose name no code page holds, gone when the test ends.
 class WideFiles : public testing::Test {
 protected:
@@ -112,7 +114,7 @@ TEST_F(WideFiles, AreReadAsTheyAre) {
     for (const std::size_t length : {0U, 1U, 4095U, 4096U, 4097U, 10000U}) {
         std::string bytes(length, '\n');
         if (length > 2) bytes[1] = '\x1A';
-        for (const auto read : {ReadWholeFile, ReadWholeFileAlone}) {
+        for (const Reader read : {Reader(ReadWholeFile), Reader(ReadWholeFileAlone)}) {
             const std::optional<std::string> got = read(Write(bytes));
             ASSERT_TRUE(got.has_value());
             EXPECT_EQ(*got, bytes);
@@ -122,7 +124,7 @@ TEST_F(WideFiles, AreReadAsTheyAre) {
 }
 
 TEST_F(WideFiles, AreNothingWhenTheyCannotBeOpened) {
-    for (const auto read : {ReadWholeFile, ReadWholeFileAlone}) {
+    for (const Reader read : {Reader(ReadWholeFile), Reader(ReadWholeFileAlone)}) {
         EXPECT_FALSE(read((fFolder / "absent").u16string()).has_value());
         EXPECT_FALSE(read(fFolder.u16string()).has_value());
     }

@@ -33,9 +33,11 @@ public:
     ElementTable& operator=(ElementTable other) noexcept;
     ~ElementTable() = default;
 
-    ElemPos& operator[](std::int32_t index) { return fSegments[index >> kSegmentBits][index & kEntryMask]; }
+    ElemPos& operator[](std::int32_t index) {
+        return SegmentAt(index >> kSegmentBits).get()[index & kEntryMask];
+    }
     const ElemPos& operator[](std::int32_t index) const {
-        return fSegments[index >> kSegmentBits][index & kEntryMask];
+        return SegmentAt(index >> kSegmentBits).get()[index & kEntryMask];
     }
 
     // The next index to be given out; 1 when the table is empty.
@@ -45,14 +47,15 @@ public:
     // Length of the array of segments.
     std::int32_t SegmentCapacity() const { return fSegmentCapacity; }
 
-    // Gives the next entry out, all zeros. Grows the table when it is full.
-    std::int32_t Take();
-    // Takes back the entry that was given out last, and all behind it.
+    // Gives the next entry out as it lies there. There must be room for it.
+    std::int32_t Take() { return fFree++; }
+    bool IsFull() const { return fFree == fCapacity; }
+    // Takes back the entry at `firstUnused` and all behind it.
     void GiveBack(std::int32_t firstUnused) { fFree = firstUnused; }
     // Removes all elements and zeroes the root; the memory stays.
     void Clear();
     // Makes room for `request` entries, or for half as many again as are in use when it is 0. At most one
-    // segment is added in a call, and there is always room for one more entry afterwards.
+    // segment is added in a call, and there is always room for one more entry afterwards. Entries may move.
     void Grow(std::int32_t request = 0);
 
     friend void swap(ElementTable& left, ElementTable& right) noexcept;
@@ -61,6 +64,7 @@ private:
     static constexpr std::int32_t kEntryMask = kSegmentEntries - 1;
     using Segment = std::unique_ptr<ElemPos[]>;
 
+    Segment& SegmentAt(std::int32_t segment) const { return fSegments.get()[segment]; }
     void ResizeSegment(std::int32_t segment, std::int32_t used, std::int32_t entries);
     void ReserveSegments(std::int32_t lastSegment);
 

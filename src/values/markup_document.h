@@ -47,9 +47,10 @@ public:
     CMarkupSTL() = default;
     // Copies cursor, saved positions, document and table.
     CMarkupSTL(const CMarkupSTL&) = default;
-    CMarkupSTL(CMarkupSTL&&) noexcept = default;
     CMarkupSTL& operator=(const CMarkupSTL& other);
-    CMarkupSTL& operator=(CMarkupSTL&&) noexcept = default;
+    // The other one is empty afterwards.
+    CMarkupSTL(CMarkupSTL&& other) noexcept;
+    CMarkupSTL& operator=(CMarkupSTL&& other) noexcept;
     virtual ~CMarkupSTL() = default;
 
     // Replace the document and parse it; a null text empties it. See IsWellFormed for the result. Only the
@@ -148,15 +149,81 @@ private:
         std::int32_t posParent = 0;
         std::int32_t pos = 0;
         std::int32_t posChild = 0;
-        int nodeType = 0;
+        int nodeType = kMarkupNone;
         std::int32_t nodeOffset = 0;
         std::int32_t nodeLength = 0; // 0 on an element
+
+        static Cursor On(std::int32_t posParent, std::int32_t pos, std::int32_t posChild = 0);
+        // Whether it is a node that is no element.
+        bool IsOnNode() const { return nodeLength > 0; }
     };
     struct SavedPosition {
         std::int32_t posParent;
         std::int32_t pos;
         std::int32_t posChild;
     };
+    // Where something new goes: into `parent`, behind its child `previous` (0: in front of the first).
+    struct Place {
+        std::int32_t parent;
+        std::int32_t previous;
+        std::ptrdiff_t offset;
+    };
+    // Where attributes are looked for: the place of the tag's name, and the end that no edit may cross.
+    struct TagRange {
+        std::ptrdiff_t begin;
+        std::ptrdiff_t end;
+    };
+    static constexpr TagRange kNoTag{0, 0};
+    static constexpr std::ptrdiff_t kNowhere = -1;
+    static constexpr std::int32_t kRemoved = -1; // the parent of an element that is gone
+
+    void Swap(CMarkupSTL& other) noexcept;
+    bool Parse();
+
+    // The table, and what it says of the document.
+    std::int32_t FirstUnder(std::int32_t parent) const;
+    std::int32_t LastUnder(std::int32_t parent) const;
+    std::int32_t SiblingBefore(std::int32_t element) const;
+    bool IsShort(std::int32_t element) const;
+    bool IsLive(std::int32_t element) const;
+    std::ptrdiff_t ContentBegin(std::int32_t parent) const;
+    std::ptrdiff_t ContentEnd(std::int32_t parent) const;
+    std::string_view NameOf(std::int32_t element) const;
+    std::int32_t FindByPath(std::int32_t parent, std::int32_t start, std::string_view path) const;
+
+    // Reading.
+    std::string_view Between(std::ptrdiff_t begin, std::ptrdiff_t end) const;
+    std::ptrdiff_t NextNodeOffset() const;
+    std::string NodeName() const;
+    std::string NodeData() const;
+    std::string DataOf(std::int32_t element) const;
+    TagRange TagOf(std::int32_t element) const;
+    TagRange CurrentTag() const;
+    std::string AttributeIn(const TagRange& tag, std::string_view name) const;
+
+    // Editing. Positions behind an edit are shifted; positions inside of it are the caller's to set.
+    std::ptrdiff_t SkipLineEnd(std::ptrdiff_t offset) const;
+    Place PlaceUnder(std::int32_t parent, std::int32_t current, bool behind) const;
+    Place PlaceBesideCursor(bool behind) const;
+    bool IsReachable(const Place& place) const;
+    bool Reserve(std::size_t added);
+    bool Replace(const Place& place, std::ptrdiff_t count, std::string_view text);
+    void ShiftBehind(std::int32_t parent, std::int32_t previous, std::int32_t delta);
+    void ShiftSubtree(std::int32_t top, std::int32_t delta);
+    std::ptrdiff_t PutText(const Place& place, std::string_view text, bool onOwnLine);
+    std::ptrdiff_t OpenAround(std::int32_t element, std::string_view text, bool onOwnLine);
+    void Link(const Place& place, std::int32_t element);
+    std::int32_t PutElement(const Place& place, std::string_view name, std::string_view content);
+    bool PutSibling(bool behind, std::string_view name, std::string_view content);
+    bool PutChild(bool behind, std::string_view name, std::string_view content);
+    bool PutNode(bool behind, int kind, std::string_view text);
+    bool PutSubDoc(bool behind, std::string_view text);
+    bool SetContent(std::int32_t element, std::string_view text, bool asCData);
+    bool SetNodeText(std::string_view text);
+    bool SetAttributeIn(const TagRange& tag, std::int32_t element, std::string_view name,
+                        std::string_view value);
+    bool ReplaceInTag(std::int32_t element, std::ptrdiff_t from, std::ptrdiff_t to, std::string_view text);
+    std::int32_t Remove(std::int32_t element);
 
     std::string document;
     std::string errorText;

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 
 // What both systems share once a file is open. Private to the platform folder.
 namespace brixen::lyr::gen {
@@ -14,12 +18,22 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
+// How long the file seems to be, and a block for the read that finds its end; 0 when it cannot be told.
+inline std::size_t LengthHint(std::FILE* file) {
+    constexpr std::size_t kBlock = 4096;
+    const bool measured = std::fseek(file, 0, SEEK_END) == 0;
+    const long length = measured ? std::ftell(file) : -1;
+    std::rewind(file);
+    return length > 0 && length < LONG_MAX ? static_cast<std::size_t>(length) + kBlock : 0;
+}
+
 // Reads to the end. Nothing for no file, a read error, or no memory.
 inline std::optional<std::string> ReadToEnd(const FileHandle& file) {
     constexpr std::size_t kBlock = 4096;
     if (!file) return std::nullopt;
     try {
         std::string bytes;
+        bytes.reserve(LengthHint(file.get()));
         std::size_t length = 0;
         std::size_t got = kBlock;
         while (got == kBlock) {
@@ -30,8 +44,31 @@ inline std::optional<std::string> ReadToEnd(const FileHandle& file) {
         bytes.resize(length);
         return std::ferror(file.get()) != 0 ? std::nullopt : std::optional(std::move(bytes));
     } catch (const std::bad_alloc&) {
+        errno = ENOMEM;
         return std::nullopt;
     }
+}
+
+inline std::string MessageOf(int number) {
+    const char* const message = std::strerror(number);
+    return message == nullptr ? std::string() : message;
+}
+
+// Reads to the end, or leaves the C library's message.
+inline std::optional<std::string> ReadToEnd(const FileHandle& file, std::string& error) {
+    std::optional<std::string> bytes = ReadToEnd(file);
+    if (!bytes) error = MessageOf(errno);
+    return bytes;
+}
+
+// Writes all bytes and closes the file, or leaves the C library's message.
+inline bool WriteToEnd(FileHandle file, std::string_view bytes, std::string& error) {
+    const bool written = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+    const int failure = errno;
+    // What was written shows only now.
+    const bool closed = !file || std::fclose(file.release()) == 0;
+    if (!written || !closed) error = MessageOf(written ? errno : failure);
+    return written && closed;
 }
 
 } // namespace brixen::lyr::gen

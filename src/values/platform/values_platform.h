@@ -43,6 +43,11 @@ bool FileExists(const std::u16string& path);
 // The bytes of a file as they are; c_str() of the result is NUL-terminated. Nothing when the file cannot be
 // opened, or when there is no memory for it.
 std::optional<std::string> ReadWholeFile(const std::u16string& path);
+// The same; when there is nothing, `error` takes the C library's message.
+std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string& error);
+// Makes the file, or replaces what is in it. On failure `error` takes the C library's message, and the file
+// may hold a part.
+bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error);
 // The same for a file that nobody else has open, where the system can tell; nobody else can open it
 // meanwhile. The name of a device is no file.
 std::optional<std::string> ReadWholeFileAlone(const std::u16string& path);

@@ -121,6 +121,14 @@ std::optional<std::string> ReadWholeFile(const std::u16string& path) {
     return ReadToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "rb")));
 }
 
+std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string& error) {
+    return ReadToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "rb")), error);
+}
+
+bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error) {
+    return WriteToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "wb")), bytes, error);
+}
+
 // Files here are shared with everybody.
 std::optional<std::string> ReadWholeFileAlone(const std::u16string& path) { return ReadWholeFile(path); }
 

@@ -88,6 +88,14 @@ std::optional<std::string> ReadWholeFile(const std::u16string& path) {
     return ReadToEnd(FileHandle(_wfopen(Wide(path.c_str()), L"rb")));
 }
 
+std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string& error) {
+    return ReadToEnd(FileHandle(_wfopen(Wide(path.c_str()), L"rb")), error);
+}
+
+bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error) {
+    return WriteToEnd(FileHandle(_wfopen(Wide(path.c_str()), L"wb")), bytes, error);
+}
+
 std::optional<std::string> ReadWholeFileAlone(const std::u16string& path) {
     const FileHandle file(_wfsopen(Wide(path.c_str()), L"rb", _SH_DENYRW));
     if (!file || !IsOnDisk(file.get())) return std::nullopt;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "values/markup_tokens.h"
+
+// The attributes of one tag of markup. Private to the markup document.
+namespace brixen::lyr::gen {
+
+struct FoundAttribute {
+    bool exists = false;
+    std::ptrdiff_t nameBegin = 0;
+    MarkupToken value;
+    // When it does not exist: where the last token in front of the tag's end ends, and where that end is. The
+    // end of the text when the tag has none.
+    std::ptrdiff_t lastEnd = 0;
+    std::ptrdiff_t stop = 0;
+};
+
+// Looks for an attribute from the tag's name on. Only quoted values count; a quote may hide the tag's `>`.
+FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std::string_view name);
+
+// The name of the attribute at a place from 0 on, empty when there are fewer.
+std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index);
+
+} // namespace brixen::lyr::gen

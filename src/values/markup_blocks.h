@@ -1,0 +1,145 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#define PAVANE_HAS_SSE2 1
+#endif
+
+// Many bytes of markup in one go. Private to the markup document.
+namespace brixen::lyr::gen {
+
+inline constexpr std::ptrdiff_t kBracketBlock = 64;
+inline constexpr std::ptrdiff_t kNameBlock = 16;
+
+// What the functions mean, for processors without vectors.
+namespace scalar_markup {
+
+// One bit for each `<` and `>` among 64 bytes.
+inline std::uint64_t BracketsOf(const char* block) {
+    std::uint64_t mask = 0;
+    for (unsigned i = 0; i < kBracketBlock; ++i) {
+        mask |= static_cast<std::uint64_t>((block[i] | 2) == '>') << i;
+    }
+    return mask;
+}
+
+// One bit for each of sixteen bytes that is the same in both and no quote.
+inline std::uint32_t CommonNameBytes(const char* left, const char* right) {
+    std::uint32_t mask = 0;
+    for (unsigned i = 0; i < kNameBlock; ++i) {
+        const bool common = left[i] == right[i] && left[i] != '"' && left[i] != '\'';
+        mask |= static_cast<std::uint32_t>(common) << i;
+    }
+    return mask;
+}
+
+// One bit for each of sixteen bytes that is `wanted`.
+inline std::uint32_t BytesEqual(const char* block, char wanted) {
+    std::uint32_t mask = 0;
+    for (unsigned i = 0; i < kNameBlock; ++i) mask |= static_cast<std::uint32_t>(block[i] == wanted) << i;
+    return mask;
+}
+
+} // namespace scalar_markup
+
+#ifdef PAVANE_HAS_SSE2
+
+namespace vector_markup {
+
+inline __m128i Load(const char* bytes) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)); }
+
+inline std::uint32_t MaskOf(__m128i bytes) { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
+
+inline std::uint64_t BracketsOf(const char* block) {
+    const __m128i bit = _mm_set1_epi8(2);
+    const __m128i bracket = _mm_set1_epi8('>');
+    const auto part = [&](std::ptrdiff_t at) {
+        return static_cast<std::uint64_t>(
+            MaskOf(_mm_cmpeq_epi8(_mm_or_si128(Load(block + at), bit), bracket)));
+    };
+    return part(0) | part(16) << 16 | part(32) << 32 | part(48) << 48;
+}
+
+inline std::uint32_t CommonNameBytes(const char* left, const char* right) {
+    const __m128i bytes = Load(left);
+    const __m128i quotes =
+        _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\'')));
+    return MaskOf(_mm_andnot_si128(quotes, _mm_cmpeq_epi8(bytes, Load(right))));
+}
+
+inline std::uint32_t BytesEqual(const char* block, char wanted) {
+    return MaskOf(_mm_cmpeq_epi8(Load(block), _mm_set1_epi8(wanted)));
+}
+
+} // namespace vector_markup
+
+namespace markup_blocks = vector_markup;
+
+#else
+
+namespace markup_blocks = scalar_markup;
+
+#endif
+
+// The first `wanted` in [from, end), or `end`. The C library's search is slow on some systems.
+inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdiff_t end, char wanted) {
+    for (; end - from >= kNameBlock; from += kNameBlock) {
+        const std::uint32_t mask = markup_blocks::BytesEqual(text + from, wanted);
+        if (mask != 0) return from + std::countr_zero(mask);
+    }
+    while (from < end && text[from] != wanted) ++from;
+    return from;
+}
+
+// Goes through the brackets of a text, of either kind, from one place on.
+class BracketScanner {
+public:
+    BracketScanner(const char* text, std::ptrdiff_t end, std::ptrdiff_t from)
+        : fText(text), fEnd(end), fBase(from), fMask(MaskAt(from)) {}
+
+    // The place of the next `wanted`, or the end of the text.
+    std::ptrdiff_t Next(char wanted) {
+        std::ptrdiff_t at = NextBracket();
+        while (at < fEnd && fText[at] != wanted) at = NextBracket();
+        return at;
+    }
+    void Seek(std::ptrdiff_t from) {
+        fBase = from;
+        fMask = MaskAt(from);
+    }
+
+private:
+    std::ptrdiff_t NextBracket() {
+        while (fMask == 0) {
+            if (fEnd - fBase <= kBracketBlock) return fEnd;
+            fBase += kBracketBlock;
+            fMask = MaskAt(fBase);
+        }
+        const std::ptrdiff_t at = fBase + std::countr_zero(fMask);
+        fMask &= fMask - 1;
+        return at;
+    }
+
+    std::uint64_t MaskAt(std::ptrdiff_t base) const {
+        return fEnd - base >= kBracketBlock ? markup_blocks::BracketsOf(fText + base) : LastMask(base);
+    }
+
+    // The bytes behind the text are not the scanner's to read.
+    std::uint64_t LastMask(std::ptrdiff_t base) const {
+        char block[kBracketBlock] = {};
+        if (base < fEnd) std::memcpy(block, fText + base, static_cast<std::size_t>(fEnd - base));
+        return markup_blocks::BracketsOf(block);
+    }
+
+    const char* fText;
+    std::ptrdiff_t fEnd;
+    std::ptrdiff_t fBase;
+    std::uint64_t fMask;
+};
+
+} // namespace brixen::lyr::gen

@@ -1,0 +1,187 @@
+// What all edits share: finding the place, splicing the text, shifting the positions behind.
+#include "values/markup_document.h"
+
+#include "values/markup_parser.h"
+#include "values/markup_tokens.h"
+
+#include <algorithm>
+
+namespace brixen::lyr::gen {
+namespace {
+
+constexpr std::size_t kLeastGrowth = 200;
+constexpr std::string_view kLineEnd = "\r\n";
+
+} // namespace
+
+std::int32_t CMarkupSTL::LastUnder(std::int32_t parent) const {
+    std::int32_t element = FirstUnder(parent);
+    while (element != 0 && table[element].nextSibling != 0) element = table[element].nextSibling;
+    return element;
+}
+
+std::int32_t CMarkupSTL::SiblingBefore(std::int32_t element) const {
+    std::int32_t sibling = table[table[element].parent].firstChild;
+    if (sibling == element) return 0;
+    while (table[sibling].nextSibling != element) sibling = table[sibling].nextSibling;
+    return sibling;
+}
+
+// White space that leads up to a tag or to the end stays in front of what is put there.
+std::ptrdiff_t CMarkupSTL::SkipLineEnd(std::ptrdiff_t offset) const {
+    const MarkupSpan text(document);
+    const std::ptrdiff_t inked = text.SkipBlanks(offset);
+    return inked >= text.end || text[inked] == '<' ? inked : offset;
+}
+
+CMarkupSTL::Place CMarkupSTL::PlaceUnder(std::int32_t parent, std::int32_t current, bool behind) const {
+    if (current == 0) {
+        return behind ? Place{parent, LastUnder(parent), ContentEnd(parent)}
+                      : Place{parent, 0, SkipLineEnd(ContentBegin(parent))};
+    }
+    return behind ? Place{parent, current, SkipLineEnd(std::ptrdiff_t{table[current].endTagRight} + 1)}
+                  : Place{parent, SiblingBefore(current), table[current].startTagLeft};
+}
+
+CMarkupSTL::Place CMarkupSTL::PlaceBesideCursor(bool behind) const {
+    if (!cursor.IsOnNode()) return PlaceUnder(cursor.posParent, cursor.pos, behind);
+    return {cursor.posParent, cursor.pos, behind ? SkipLineEnd(NextNodeOffset()) : cursor.nodeOffset};
+}
+
+// Whether a parse would find an element put there: with no root element yet, the text in front of it may hold
+// anything.
+bool CMarkupSTL::IsReachable(const Place& place) const {
+    if (place.parent != 0 || FirstUnder(0) != 0) return true;
+    const MarkupSpan text(Between(0, place.offset));
+    for (std::ptrdiff_t offset = 0; offset < text.end;) {
+        const ScannedNode node = ScanNode(text, offset);
+        if (node.kind == kMarkupNone || node.kind == kMarkupElement) return false;
+        offset = node.end;
+    }
+    return true;
+}
+
+// Makes room for so many bytes more. False when positions could not reach the end any more.
+bool CMarkupSTL::Reserve(std::size_t added) {
+    if (document.size() > kLongestMarkup || added > kLongestMarkup - document.size()) return false;
+    const std::size_t needed = document.size() + added;
+    const std::size_t capacity = document.capacity();
+    if (needed <= capacity) return true;
+    // A fresh text, since growing the old one would round the size up.
+    std::string larger;
+    larger.reserve(std::max({capacity + capacity / 2, needed, kLeastGrowth}));
+    larger.assign(document);
+    document.swap(larger);
+    return true;
+}
+
+// Replaces `count` bytes at the place, which lie behind `place.previous` and hold no element that stays.
+bool CMarkupSTL::Replace(const Place& place, std::ptrdiff_t count, std::string_view text) {
+    const auto removed = static_cast<std::size_t>(count);
+    if (text.size() > removed && !Reserve(text.size() - removed)) return false;
+    document.replace(static_cast<std::size_t>(place.offset), removed, text);
+    const auto delta = static_cast<std::int32_t>(std::ssize(text) - count);
+    if (delta == 0) return true;
+    ShiftBehind(place.parent, place.previous, delta);
+    if (cursor.IsOnNode() && cursor.nodeOffset >= place.offset + count) cursor.nodeOffset += delta;
+    return true;
+}
+
+void CMarkupSTL::ShiftBehind(std::int32_t parent, std::int32_t previous, std::int32_t delta) {
+    if (table.Capacity() == 0) return;
+    for (;;) {
+        std::int32_t next = previous != 0 ? table[previous].nextSibling : table[parent].firstChild;
+        for (; next != 0; next = table[next].nextSibling) ShiftSubtree(next, delta);
+        if (parent == 0) return;
+        table[parent].endTagLeft += delta;
+        table[parent].endTagRight += delta;
+        previous = parent;
+        parent = table[parent].parent;
+    }
+}
+
+void CMarkupSTL::ShiftSubtree(std::int32_t top, std::int32_t delta) {
+    for (std::int32_t at = top;;) {
+        ElemPos& element = table[at];
+        element.startTagLeft += delta;
+        element.startTagRight += delta;
+        element.endTagLeft += delta;
+        element.endTagRight += delta;
+        if (element.firstChild != 0) {
+            at = element.firstChild;
+            continue;
+        }
+        while (at != top && table[at].nextSibling == 0) at = table[at].parent;
+        if (at == top) return;
+        at = table[at].nextSibling;
+    }
+}
+
+// Puts a text at a place and returns where it begins, or kNowhere.
+std::ptrdiff_t CMarkupSTL::PutText(const Place& place, std::string_view text, bool onOwnLine) {
+    if (place.parent != 0 && IsShort(place.parent)) return OpenAround(place.parent, text, onOwnLine);
+    return Replace(place, 0, text) ? place.offset : kNowhere;
+}
+
+// Opens an element in the short form and puts a text between its new tags.
+std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, std::string_view text, bool onOwnLine) {
+    const std::string_view lineEnd = onOwnLine ? kLineEnd : std::string_view();
+    const std::string_view name = NameOf(element);
+    const std::ptrdiff_t slash = table[element].endTagLeft;
+    const std::ptrdiff_t begin = slash + 1 + std::ssize(lineEnd);
+    const std::ptrdiff_t endTag = begin + std::ssize(text);
+    const std::ptrdiff_t endTagRight = endTag + 2 + std::ssize(name);
+    std::string opened;
+    opened.reserve(static_cast<std::size_t>(endTagRight + 1 - slash) + lineEnd.size());
+    opened.append(">").append(lineEnd).append(text).append("</").append(name).append(">").append(lineEnd);
+    if (!Replace({table[element].parent, element, slash}, 2, opened)) return kNowhere;
+    table[element].startTagRight = static_cast<std::int32_t>(slash);
+    table[element].endTagLeft = static_cast<std::int32_t>(endTag);
+    table[element].endTagRight = static_cast<std::int32_t>(endTagRight);
+    return begin;
+}
+
+void CMarkupSTL::Link(const Place& place, std::int32_t element) {
+    std::int32_t& link =
+        place.previous != 0 ? table[place.previous].nextSibling : table[place.parent].firstChild;
+    table[element].parent = place.parent;
+    table[element].nextSibling = link;
+    link = element;
+    if (place.parent == 0) table[0].endTagLeft = static_cast<std::int32_t>(document.size());
+}
+
+// Takes an element out of table and text, and the white space behind it when it leads up to a tag or to the
+// end. Returns the sibling in front.
+std::int32_t CMarkupSTL::Remove(std::int32_t element) {
+    const std::int32_t parent = table[element].parent;
+    const std::int32_t previous = SiblingBefore(element);
+    std::int32_t& link = previous != 0 ? table[previous].nextSibling : table[parent].firstChild;
+    link = table[element].nextSibling;
+    table[element].parent = kRemoved;
+    const std::ptrdiff_t begin = table[element].startTagLeft;
+    const std::ptrdiff_t end = SkipLineEnd(std::ptrdiff_t{table[element].endTagRight} + 1);
+    Replace({parent, previous, begin}, end - begin, {});
+    return previous;
+}
+
+bool CMarkupSTL::RemoveElem() {
+    if (cursor.pos == 0 || cursor.IsOnNode()) return false;
+    const std::int32_t previous = Remove(cursor.pos);
+    cursor = Cursor::On(cursor.posParent, previous);
+    return true;
+}
+
+bool CMarkupSTL::RemoveChildElem() {
+    if (cursor.posChild == 0) return false;
+    cursor.posChild = Remove(cursor.posChild);
+    return true;
+}
+
+bool CMarkupSTL::RemoveNode() {
+    if (!cursor.IsOnNode()) return RemoveElem();
+    Replace({cursor.posParent, cursor.pos, cursor.nodeOffset}, cursor.nodeLength, {});
+    cursor = Cursor::On(cursor.posParent, cursor.pos);
+    return true;
+}
+
+} // namespace brixen::lyr::gen

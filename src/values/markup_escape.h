@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The references of markup. Private to the markup document, which hands them on.
+namespace brixen::lyr::gen {
+
+std::string EscapeMarkup(std::string_view text, bool attribute);
+// Never fails: what is no reference stays as it stands.
+std::string UnescapeMarkup(std::string_view text);
+
+} // namespace brixen::lyr::gen

@@ -1,0 +1,145 @@
+// The cursor: what the table says, path search, and the walk over nodes.
+#include "values/markup_document.h"
+
+#include "values/markup_parser.h"
+#include "values/markup_tokens.h"
+
+namespace brixen::lyr::gen {
+
+CMarkupSTL::Cursor CMarkupSTL::Cursor::On(std::int32_t posParent, std::int32_t pos, std::int32_t posChild) {
+    Cursor cursor;
+    cursor.posParent = posParent;
+    cursor.pos = pos;
+    cursor.posChild = posChild;
+    cursor.nodeType = pos == 0 ? kMarkupNone : kMarkupElement;
+    return cursor;
+}
+
+std::int32_t CMarkupSTL::FirstUnder(std::int32_t parent) const {
+    return table.Capacity() == 0 ? 0 : table[parent].firstChild;
+}
+
+bool CMarkupSTL::IsShort(std::int32_t element) const {
+    return table[element].startTagRight == table[element].endTagLeft + 1;
+}
+
+// A removed element keeps its subtree, whose parents lead up to it.
+bool CMarkupSTL::IsLive(std::int32_t element) const {
+    while (element > 0) element = table[element].parent;
+    return element != kRemoved;
+}
+
+std::ptrdiff_t CMarkupSTL::ContentBegin(std::int32_t parent) const {
+    return parent == 0 ? 0 : std::ptrdiff_t{table[parent].startTagRight} + 1;
+}
+
+std::ptrdiff_t CMarkupSTL::ContentEnd(std::int32_t parent) const {
+    return parent == 0 ? std::ssize(document) : table[parent].endTagLeft;
+}
+
+std::string_view CMarkupSTL::NameOf(std::int32_t element) const {
+    return TagNameAt(MarkupSpan(document), table[element].startTagLeft);
+}
+
+std::int32_t CMarkupSTL::FindByPath(std::int32_t parent, std::int32_t start, std::string_view path) const {
+    if (table.Capacity() == 0) return 0;
+    std::int32_t element = start != 0 ? table[start].nextSibling : table[parent].firstChild;
+    if (path.starts_with('/')) {
+        element = table[0].firstChild;
+        path.remove_prefix(1);
+    }
+    if (path.empty()) return element;
+    while (element != 0) {
+        const bool any = path.starts_with('*');
+        const std::string_view name = any ? path.substr(0, 1) : NameOf(element);
+        if (!any && !NameMatches(name, path)) {
+            element = table[element].nextSibling;
+            continue;
+        }
+        if (!path.substr(name.size()).starts_with('/')) return element;
+        // No way back from here: a failure below does not try a later sibling.
+        path.remove_prefix(name.size() + 1);
+        element = table[element].firstChild;
+    }
+    return 0;
+}
+
+void CMarkupSTL::ResetPos() { cursor = {}; }
+
+bool CMarkupSTL::FindElem(MarkupText path) {
+    const std::int32_t found = FindByPath(cursor.posParent, cursor.pos, path);
+    if (found == 0) return false;
+    cursor = Cursor::On(table[found].parent, found);
+    return true;
+}
+
+bool CMarkupSTL::FindChildElem(MarkupText path) {
+    const std::int32_t pos = cursor.pos != 0 ? cursor.pos : FirstUnder(cursor.posParent);
+    if (pos == 0) return false;
+    const std::int32_t found = FindByPath(pos, cursor.posChild, path);
+    if (found == 0) return false;
+    const std::int32_t parent = table[found].parent;
+    cursor = Cursor::On(table[parent].parent, parent, found);
+    return true;
+}
+
+bool CMarkupSTL::IntoElem() {
+    if (cursor.pos == 0 || cursor.nodeType != kMarkupElement) return false;
+    cursor = Cursor::On(cursor.pos, cursor.posChild);
+    return true;
+}
+
+bool CMarkupSTL::OutOfElem() {
+    if (cursor.posParent == 0) return false;
+    cursor = Cursor::On(table[cursor.posParent].parent, cursor.posParent, cursor.pos);
+    return true;
+}
+
+std::ptrdiff_t CMarkupSTL::NextNodeOffset() const {
+    if (cursor.IsOnNode()) return std::ptrdiff_t{cursor.nodeOffset} + cursor.nodeLength;
+    return cursor.pos != 0 ? std::ptrdiff_t{table[cursor.pos].endTagRight} + 1
+                           : ContentBegin(cursor.posParent);
+}
+
+int CMarkupSTL::FindNode(int typeMask) {
+    if (document.size() > kLongestMarkup) return kMarkupNone;
+    const MarkupSpan text(Between(0, ContentEnd(cursor.posParent)));
+    Cursor at = Cursor::On(cursor.posParent, cursor.pos);
+    ScannedNode node{kMarkupNone, 0};
+    for (std::ptrdiff_t offset = NextNodeOffset(); offset < text.end; offset = node.end) {
+        const std::int32_t next = at.pos != 0 ? table[at.pos].nextSibling : FirstUnder(at.posParent);
+        if (next != 0 && table[next].startTagLeft == offset) {
+            at = Cursor::On(at.posParent, next);
+            node = {kMarkupElement, std::ptrdiff_t{table[next].endTagRight} + 1};
+        } else {
+            node = ScanNode(text, offset);
+            if (node.kind == kMarkupNone || node.kind == kMarkupElement) return kMarkupNone;
+        }
+        if (typeMask != 0 && (typeMask & node.kind) == 0) continue;
+        cursor = at;
+        cursor.nodeType = node.kind;
+        if (node.kind == kMarkupElement) return node.kind;
+        cursor.nodeOffset = static_cast<std::int32_t>(offset);
+        cursor.nodeLength = static_cast<std::int32_t>(node.end - offset);
+        return node.kind;
+    }
+    return kMarkupNone;
+}
+
+bool CMarkupSTL::SavePos(const char* name) {
+    if (name == nullptr) return false;
+    savedPositions[name] = {cursor.posParent, cursor.pos, cursor.posChild};
+    return true;
+}
+
+bool CMarkupSTL::RestorePos(const char* name) {
+    if (name == nullptr) return false;
+    const auto found = savedPositions.find(std::string_view(name));
+    if (found == savedPositions.end()) return false;
+    const SavedPosition& saved = found->second;
+    if (!IsLive(saved.posParent) || !IsLive(saved.pos) || !IsLive(saved.posChild)) return false;
+    cursor = Cursor::On(saved.posParent, saved.pos, saved.posChild);
+    return true;
+}
+
+} // namespace brixen::lyr::gen

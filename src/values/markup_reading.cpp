@@ -1,0 +1,108 @@
+// Names, data and attributes, found in the text when they are asked for.
+#include "values/markup_attributes.h"
+#include "values/markup_document.h"
+#include "values/markup_escape.h"
+#include "values/markup_tokens.h"
+
+namespace brixen::lyr::gen {
+namespace {
+
+constexpr std::string_view kCDataBegin = "<![CDATA[";
+constexpr std::string_view kCDataEnd = "]]>";
+
+// What is between fences, nothing when they overlap.
+std::string Inside(std::string_view node, std::size_t head, std::size_t tail) {
+    return node.size() < head + tail ? std::string()
+                                     : std::string(node.substr(head, node.size() - head - tail));
+}
+
+} // namespace
+
+std::string_view CMarkupSTL::Between(std::ptrdiff_t begin, std::ptrdiff_t end) const {
+    return {document.data() + begin, static_cast<std::size_t>(end - begin)};
+}
+
+std::string CMarkupSTL::GetTagName() const {
+    if (cursor.IsOnNode()) return NodeName();
+    return cursor.pos == 0 ? std::string() : std::string(NameOf(cursor.pos));
+}
+
+std::string CMarkupSTL::NodeName() const {
+    const std::ptrdiff_t nameless = 2; // behind "<?" and "<!"
+    switch (cursor.nodeType) {
+    case kMarkupText:
+    case kMarkupWhiteSpace: return "#text";
+    case kMarkupCData: return "#cdata-section";
+    case kMarkupComment: return "#comment";
+    default: break;
+    }
+    const MarkupSpan text(Between(cursor.nodeOffset, std::ptrdiff_t{cursor.nodeOffset} + cursor.nodeLength));
+    return std::string(TagNameAt(text, nameless - 1));
+}
+
+std::string CMarkupSTL::GetData() const {
+    if (cursor.IsOnNode()) return NodeData();
+    return DataOf(cursor.pos);
+}
+
+std::string CMarkupSTL::GetChildData() const { return DataOf(cursor.posChild); }
+
+std::string CMarkupSTL::NodeData() const {
+    const std::string_view node =
+        Between(cursor.nodeOffset, std::ptrdiff_t{cursor.nodeOffset} + cursor.nodeLength);
+    switch (cursor.nodeType) {
+    case kMarkupComment: return Inside(node, 4, 3);
+    case kMarkupProcessingInstruction: return Inside(node, 2, 2);
+    case kMarkupCData: return Inside(node, kCDataBegin.size(), kCDataEnd.size());
+    case kMarkupText: return UnescapeMarkup(node);
+    default: return std::string(node);
+    }
+}
+
+std::string CMarkupSTL::DataOf(std::int32_t element) const {
+    if (element == 0 || table[element].firstChild != 0 || IsShort(element)) return {};
+    const MarkupSpan content(Between(ContentBegin(element), ContentEnd(element)));
+    const std::ptrdiff_t inked = content.SkipBlanks(0);
+    const std::string_view section = content.From(inked);
+    if (section.starts_with(kCDataBegin) && section.size() >= kCDataBegin.size() + kCDataEnd.size()) {
+        const std::size_t end = section.find(kCDataEnd, kCDataBegin.size());
+        if (end != std::string_view::npos) {
+            return std::string(section.substr(kCDataBegin.size(), end - kCDataBegin.size()));
+        }
+    }
+    return UnescapeMarkup(content.From(0));
+}
+
+CMarkupSTL::TagRange CMarkupSTL::TagOf(std::int32_t element) const {
+    if (element == 0) return kNoTag;
+    return {std::ptrdiff_t{table[element].startTagLeft} + 1, table[element].startTagRight};
+}
+
+CMarkupSTL::TagRange CMarkupSTL::CurrentTag() const {
+    if (!cursor.IsOnNode()) return TagOf(cursor.pos);
+    if (cursor.nodeType != kMarkupProcessingInstruction) return kNoTag;
+    const std::ptrdiff_t begin = std::ptrdiff_t{cursor.nodeOffset} + 2;
+    return {begin, begin + cursor.nodeLength - 4};
+}
+
+std::string CMarkupSTL::AttributeIn(const TagRange& tag, std::string_view name) const {
+    if (tag.begin == 0) return {};
+    const FoundAttribute found = FindAttribute(MarkupSpan(document), tag.begin, name);
+    return found.exists ? UnescapeMarkup(Between(found.value.begin, found.value.end)) : std::string();
+}
+
+std::string CMarkupSTL::GetAttrib(MarkupText name) const { return AttributeIn(CurrentTag(), name); }
+
+std::string CMarkupSTL::GetChildAttrib(MarkupText name) const {
+    return AttributeIn(TagOf(cursor.posChild), name);
+}
+
+std::string CMarkupSTL::GetAttribName(int index) const {
+    const TagRange tag = CurrentTag();
+    if (tag.begin == 0 || index < 0) return {};
+    return std::string(AttributeNameAt(MarkupSpan(document), tag.begin, index));
+}
+
+std::string CMarkupSTL::FindGetData(MarkupText path) { return FindElem(path) ? GetData() : std::string(); }
+
+} // namespace brixen::lyr::gen

@@ -41,8 +41,9 @@ std::string MarkupAnswer() {
     std::string text = "<?xml version=\"1.0\"?>\n<methodResponse>\n    <params>\n";
     for (const char* const name : {"Session", "Account", "Statement", "Payload"}) {
         text += "        <param>\n            <name>" + std::string(name) + "</name>\n";
-        text += "            <value><utf8_string>48616C6C6F2C2044696573206973742065696E65204E61636872696368742E"
-                "20536965206B616D20616E2E</utf8_string></value>\n        </param>\n";
+        text +=
+            "            <value><utf8_string>48616C6C6F2C2044696573206973742065696E65204E61636872696368742E"
+            "20536965206B616D20616E2E</utf8_string></value>\n        </param>\n";
     }
     text += "        <param>\n            <name>Status</name>\n"
             "            <value><integer>0</integer></value>\n        </param>\n";

@@ -10,10 +10,12 @@ namespace {
 
 std::atomic<std::size_t> gLiveBlocks = 0;
 std::atomic<std::size_t> gAllocations = 0;
+std::atomic<std::size_t> gBytes = 0;
 std::atomic<std::size_t> gFailingAllocation = 0; // the number of the one that fails, counted as gAllocations
 std::atomic<bool> gHasFailed = false;
 
-bool IsToFail() noexcept {
+bool IsToFail(std::size_t size) noexcept {
+    gBytes += size;
     if (++gAllocations != gFailingAllocation) return false;
     gHasFailed = true;
     return true;
@@ -25,12 +27,12 @@ void* Counted(void* block) noexcept {
 }
 
 void* Allocate(std::size_t size) noexcept {
-    return IsToFail() ? nullptr : Counted(std::malloc(size ? size : 1));
+    return IsToFail(size) ? nullptr : Counted(std::malloc(size ? size : 1));
 }
 
 // Over-aligned blocks keep the address that malloc gave just before the one that is handed out.
 void* AllocateAligned(std::size_t size, std::size_t alignment) noexcept {
-    if (IsToFail()) return nullptr;
+    if (IsToFail(size)) return nullptr;
     const std::size_t room = alignment + sizeof(void*);
     void* block = Counted(std::malloc(size + room));
     if (!block) return nullptr;
@@ -57,6 +59,8 @@ void* OrThrow(void* block) {
 std::size_t LiveBlocks() noexcept { return gLiveBlocks; }
 
 std::size_t AllocationCount() noexcept { return gAllocations; }
+
+std::size_t AllocatedBytes() noexcept { return gBytes; }
 
 FailNthAllocation::FailNthAllocation(std::size_t n) noexcept {
     gHasFailed = false;

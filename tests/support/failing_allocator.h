@@ -15,6 +15,8 @@ namespace pavane_test {
 std::size_t LiveBlocks() noexcept;
 // Calls of operator new since the program started, failed ones among them.
 std::size_t AllocationCount() noexcept;
+// Bytes that these calls asked for, all in all.
+std::size_t AllocatedBytes() noexcept;
 
 // While it lives, the n-th allocation from now fails (1 is the next one), once: std::bad_alloc, or null from
 // the nothrow forms. One at a time.

@@ -25,6 +25,7 @@ endforeach()
 
 # The privacy statements: UTF-8 here, UTF-16 as shipped. Both byte orders are read, so both are shipped.
 set(bigEndianStatements ar_AE ja_JP)
+set(rightToLeftStatements ar_AE he_IL)
 file(GLOB statements CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/resources/statements resources/statements/*.txt)
 foreach(file IN LISTS statements)
     string(REGEX REPLACE "\\.txt$" "" locale ${file})
@@ -32,10 +33,14 @@ foreach(file IN LISTS statements)
     if(locale IN_LIST bigEndianStatements)
         set(byteOrder BE)
     endif()
+    set(direction)
+    if(locale IN_LIST rightToLeftStatements)
+        set(direction RTL)
+    endif()
     set(target ${resourceOutput}/privacystatements/privacy_${file})
     add_custom_command(OUTPUT ${target}
         COMMAND sh ${CMAKE_SOURCE_DIR}/resources/make_statement.sh
-            ${CMAKE_SOURCE_DIR}/resources/statements/${file} ${target} ${byteOrder}
+            ${CMAKE_SOURCE_DIR}/resources/statements/${file} ${target} ${byteOrder} ${direction}
         DEPENDS resources/statements/${file} resources/make_statement.sh VERBATIM)
     list(APPEND resourceFiles ${target})
 endforeach()

@@ -1,6 +1,7 @@
 #!/bin/sh
-# make_statement.sh SOURCE TARGET LE|BE: writes a UTF-8 statement as UTF-16 of that byte order, with its mark
-# and CR LF at the end of each line.
+# make_statement.sh SOURCE TARGET LE|BE [RTL]: writes a UTF-8 statement as UTF-16 of that byte order, with its mark
+# and CR LF at the end of each line. RTL begins each paragraph with U+202B, so that one with Latin words in it keeps
+# its order in a viewer that takes every text for left to right.
 set -e
 mkdir -p "$(dirname "$2")"
 case $3 in
@@ -8,6 +9,8 @@ case $3 in
     BE) mark='\376\377' ;;
     *) echo "make_statement.sh: LE or BE, not $3" >&2; exit 2 ;;
 esac
+embedding=
+[ "$4" != RTL ] || embedding=$(printf '\342\200\253')
 carriageReturn=$(printf '\r')
-{ printf "$mark"; sed "s/\$/$carriageReturn/" "$1" | iconv -f UTF-8 -t "UTF-16$3"; } > "$2.new"
+{ printf "$mark"; sed "s/^./$embedding&/; s/\$/$carriageReturn/" "$1" | iconv -f UTF-8 -t "UTF-16$3"; } > "$2.new"
 mv "$2.new" "$2"

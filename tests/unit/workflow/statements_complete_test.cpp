@@ -57,13 +57,15 @@ std::string UnitBytes(char16_t unit, bool bigEndian) {
     return bigEndian ? std::string{high, low} : std::string{low, high};
 }
 
-// A source as it is to be shipped: mark, CR LF, and the byte order.
-std::string Shipped(const std::string& source, bool bigEndian) {
+// A source as it is to be shipped: mark, CR LF, the byte order, and before each paragraph that is read from
+// right to left the character that says so.
+std::string Shipped(const std::string& locale, bool bigEndian) {
+    const std::string direction = IsRightToLeftLocale(locale) ? "\u202B" : "";
+    std::string text;
+    for (const std::string& line : LinesOf(ReadStatement(locale)))
+        text += line.empty() ? "\r\n" : direction + line + "\r\n";
     std::string bytes = UnitBytes(0xFEFF, bigEndian);
-    for (const char16_t unit : lyr::gen::ToUtf16(source)) {
-        if (unit == u'\n') bytes += UnitBytes(u'\r', bigEndian);
-        bytes += UnitBytes(unit, bigEndian);
-    }
+    for (const char16_t unit : lyr::gen::ToUtf16(text)) bytes += UnitBytes(unit, bigEndian);
     return bytes;
 }
 
@@ -162,7 +164,7 @@ TEST_F(BuiltStatements, AreTheSourcesAsUtf16OfBothByteOrders) {
     for (const std::string& locale : Locales()) {
         const std::string bytes = ReadText(root / "privacystatements" / ("privacy_" + locale + ".txt"));
         // Compared without printing: the texts are long.
-        EXPECT_TRUE(bytes == Shipped(ReadStatement(locale), bigEndian.count(locale) == 1)) << locale;
+        EXPECT_TRUE(bytes == Shipped(locale, bigEndian.count(locale) == 1)) << locale;
     }
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 namespace files = std::filesystem;
 
-constexpr char16_t kFolderName[] = u"\u05EA\u05D9\u05E7\u05D9\u05D9\u05D4 \u65E5\u672C\u8A9E \u0E17\u0E14";
+const files::path kFolderName = L"\u05EA\u05D9\u05E7\u05D9\u05D9\u05D4 \u65E5\u672C\u8A9E \u0E17\u0E14";
 const files::path kFileName = L"\u05E8\u05D9\u05E7\u05D5\u05D3.dll";
 
 files::path ProgramFolder() {
@@ -33,7 +33,7 @@ public:
     files::path Library() const { return folder / kFileName; }
 
 private:
-    const pavane_test::TemporaryFolder folder{kFolderName};
+    const pavane_test::TemporaryFolder folder{kFolderName.u16string()};
 };
 
 struct ModuleDeleter {

@@ -5,12 +5,12 @@
 set -e
 mkdir -p "$(dirname "$2")"
 case $3 in
-    LE) mark='\377\376' ;;
-    BE) mark='\376\377' ;;
+    LE) mark='\0377\0376' ;;
+    BE) mark='\0376\0377' ;;
     *) echo "make_statement.sh: LE or BE, not $3" >&2; exit 2 ;;
 esac
 embedding=
 [ "$4" != RTL ] || embedding=$(printf '\342\200\253')
 carriageReturn=$(printf '\r')
-{ printf "$mark"; sed "s/^./$embedding&/; s/\$/$carriageReturn/" "$1" | iconv -f UTF-8 -t "UTF-16$3"; } > "$2.new"
+{ printf '%b' "$mark"; sed "s/^./$embedding&/; s/\$/$carriageReturn/" "$1" | iconv -f UTF-8 -t "UTF-16$3"; } > "$2.new"
 mv "$2.new" "$2"

@@ -1,6 +1,7 @@
 // The five workflows, and where the engine's calls meet the exports.
 #include "frame/launchers.h"
 
+#include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/run_workflow.h"
@@ -21,7 +22,7 @@ constexpr WorkflowRow kWorkflows[] = {
      .showsHostName = true,
      .offersCancel = true,
      .preloadView = "registration"},
-    {.number = 3, .type = 3, .name = "Privacy", .run = nullptr},
+    {.number = 3, .type = 3, .name = "Privacy", .run = RunWorkFlowFromBag<PVNPrivacyWorkFlow>},
     {.number = 4,
      .type = 4,
      .name = "Connection",

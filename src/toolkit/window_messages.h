@@ -31,6 +31,8 @@ inline constexpr std::uint32_t kMessageColourDialog = 0x0136;
 inline constexpr std::uint32_t kMessageColourScrollBar = 0x0137;
 inline constexpr std::uint32_t kMessageColourStatic = 0x0138; // the last of them
 
+inline constexpr std::uint32_t kEditGetSelection = 0x00B0; // both parameters: where to put 32 bits
+inline constexpr std::uint32_t kEditSetSelection = 0x00B1;
 inline constexpr std::uint32_t kEditSetLimitText = 0x00C5;
 inline constexpr std::uint32_t kButtonGetCheck = 0x00F0;
 inline constexpr std::uint32_t kButtonSetCheck = 0x00F1;
@@ -47,7 +49,9 @@ inline constexpr std::uintptr_t kImageBitmap = 0;
 inline constexpr std::uintptr_t kImageIcon = 1;
 
 inline constexpr std::uintptr_t kKeyTab = 9;
+inline constexpr std::uintptr_t kKeyEnter = 13;
 inline constexpr std::uintptr_t kKeyAlt = 18;
+inline constexpr std::uintptr_t kKeyEscape = 27;
 
 // The toolkit's own message to a dialog: a key was released in an edit control. wparam is 1 if its text is
 // empty and 0 if not; lparam is the CEveBox at full pointer width.

@@ -5,9 +5,11 @@
 #include "values/text_conversion.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
+#include "workflow/resources/privacy_statement_handler.h"
 #include "workflow/resources/resource_manager.h"
 #include "workflow/resources/resource_state.h"
 #include "workflow/resources/view_handler.h"
+#include "workflow/scope_guard.h"
 
 #include <array>
 #include <stdexcept>
@@ -19,6 +21,7 @@ namespace {
 const std::string kTypeView = "Resource_Type_Exvw";
 const std::string kTypeDictionary = "Resource_Type_Zdct";
 const std::string kTypeBitmap = "Resource_Type_Bitmap";
+const std::string kTypeStatement = "Resource_Type_Privstat";
 
 template <class Handler>
 void AddHandler(const std::string& type) {
@@ -31,6 +34,7 @@ void SetUp(const std::string& language) {
     AddHandler<PVNViewHandler>(kTypeView);
     AddHandler<PVNDictionaryHandler>(kTypeDictionary);
     AddHandler<PVNBitmapHandler>(kTypeBitmap);
+    AddHandler<PVNPrivacyStatementHandler>(kTypeStatement);
     PVNResourceManager::Get().SetLanguage(language);
     SetResourceRootToLibrary();
     TheResourceState().isSetUp = true;
@@ -38,7 +42,7 @@ void SetUp(const std::string& language) {
 
 void TearDown() {
     PVNResourceManager& manager = PVNResourceManager::Get();
-    for (const std::string* type : {&kTypeView, &kTypeDictionary, &kTypeBitmap})
+    for (const std::string* type : {&kTypeView, &kTypeDictionary, &kTypeBitmap, &kTypeStatement})
         std::unique_ptr<PVNResourceHandler>(manager.RemoveHandler(*type)).reset();
     PVNResourceManager::Destroy();
     TheResourceState().isSetUp = false;
@@ -84,6 +88,25 @@ zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mod
     void* bitmap = PVNResourceManager::Get().Load(kTypeBitmap, name, kDefaultLocale, mode);
     if (!bitmap) LogMissing("Bitmap", name);
     return static_cast<zeve::NativeBitmap>(bitmap);
+}
+
+std::vector<StatementLanguage> PrivacyStatementLanguages() {
+    auto* handler =
+        dynamic_cast<PVNPrivacyStatementHandler*>(PVNResourceManager::Get().HandlerOf(kTypeStatement));
+    if (!handler) return {};
+    const PVNPrivacyList& list = handler->Languages();
+    std::vector<StatementLanguage> languages;
+    for (const std::string& language : list.Languages())
+        languages.push_back({language, list.Find(language).LANGNAME});
+    return languages;
+}
+
+std::u16string LoadPrivacyStatement(const std::string& language) {
+    PVNResourceManager& manager = PVNResourceManager::Get();
+    const void* loaded = manager.Load(kTypeStatement, "", language, 0);
+    if (!loaded) return {};
+    const ScopeGuard release([&manager]() noexcept { manager.Release(kTypeStatement, ""); });
+    return static_cast<const char16_t*>(loaded);
 }
 
 void SetResourceRootToLibrary() { PVNResourceManager::Get().SetRootIn(platform::LibraryFolder()); }

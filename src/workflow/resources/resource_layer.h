@@ -1,15 +1,16 @@
-// What a workflow asks of the files beside the library: its view description, its words and its bitmaps,
-// found by name in PVResources for the language of the run. Everything here belongs to the thread that runs
-// the workflow.
+// What a workflow asks of the files beside the library: its view description, its words, its bitmaps and the
+// privacy statements, found by name in PVResources for the language of the run. Everything here belongs to
+// the thread that runs the workflow.
 //
 // Views and dictionaries are vital: a missing one leaves a log line and throws. Bitmaps are optional: a log
-// line and null.
+// line and null. Statements are optional without a log line.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -33,6 +34,19 @@ void LoadWorkFlowDictionary(const std::string& name);
 // The bitmap of NAME.png, from the language's folder or from the root, or null. The layer owns the handle
 // until ShutDownResources. `mode` reaches the bitmap handler, which has a search of its own and ignores it.
 zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode);
+
+// A language in which there is a privacy statement.
+struct StatementLanguage {
+    std::string locale; // as in "de_DE"
+    std::string name;   // in the language's own words, UTF-8; may be empty
+};
+
+// What the language list names, in its order, repetitions included; empty when there is no list.
+std::vector<StatementLanguage> PrivacyStatementLanguages();
+
+// The privacy statement in the language that the list knows by that locale; empty when there is none, or when
+// its file holds no UTF-16 text.
+std::u16string LoadPrivacyStatement(const std::string& language);
 
 // Takes resources from PVResources beside the library: the state after SelectLanguage.
 void SetResourceRootToLibrary();

@@ -34,6 +34,8 @@ public:
     void RegisterHandler(const std::string& type, PVNResourceHandler* handler);
     // Forgets the handler and gives it back, or null for an unknown type.
     PVNResourceHandler* RemoveHandler(const std::string& type);
+    // The handler of a type, or null.
+    PVNResourceHandler* HandlerOf(const std::string& type) const;
 
     // The handler's answer, or null for an unknown type.
     void* Load(const std::string& type, const std::string& name, const std::string& locale,
@@ -51,7 +53,6 @@ public:
     void SetRootIn(std::u16string_view folder);
 
 private:
-    PVNResourceHandler* HandlerOf(const std::string& type) const;
     PathUnits Probe(std::u16string_view localeFolder, std::u16string_view file) const;
 
     std::map<std::string, PVNResourceHandler*> handlers; // not owned

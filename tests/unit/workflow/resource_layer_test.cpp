@@ -341,12 +341,13 @@ private:
 TEST_F(ResourceLayer, ShutDownDestroysTheHandlersInTheirOrderBeforeTheManager) {
     Select("de_DE");
     std::string gone;
-    for (const char* type : {"Resource_Type_Zdct", "Resource_Type_Bitmap", "Resource_Type_Exvw"}) {
+    for (const char* type :
+         {"Resource_Type_Zdct", "Resource_Type_Privstat", "Resource_Type_Bitmap", "Resource_Type_Exvw"}) {
         delete PVNResourceManager::Get().RemoveHandler(type);
         PVNResourceManager::Get().RegisterHandler(type, new PartingHandler(type, gone));
     }
     ShutDownResources();
-    EXPECT_EQ(gone, "Resource_Type_Exvw Resource_Type_Zdct Resource_Type_Bitmap ");
+    EXPECT_EQ(gone, "Resource_Type_Exvw Resource_Type_Zdct Resource_Type_Bitmap Resource_Type_Privstat ");
 }
 
 TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeavesNothingBehind) {

@@ -1,0 +1,32 @@
+// Workflow 3, Privacy: the privacy statement in a language that the user chooses, to be accepted or declined.
+#pragma once
+
+#include "workflow/workflow.h"
+
+#include <memory>
+
+namespace brixen::pvn::pvn_workflow {
+
+// String: the LANGID of the statement that the user chose last. Written when the user goes on to it, and read
+// when the choice comes up again.
+inline constexpr char PvnWFKey_PrivacyLanguage[] = "PvnWFKey_PrivacyLanguage";
+
+struct PrivacyData;
+
+// Choose, then Statement. Accept ends it as done, Decline with 35075, Cancel, on each pane, with 35074. A
+// statement that is not there, and an empty language list, have panes of their own that say so.
+class PVNPrivacyWorkFlow final : public PVNWorkFlow {
+public:
+    explicit PVNPrivacyWorkFlow(PVNWorkFlowContext& context);
+    ~PVNPrivacyWorkFlow() override;
+
+    void Build(bool demo) override;
+
+private:
+    void SetTransitions();
+    void SetPanes();
+
+    std::unique_ptr<PrivacyData> data; // what the panes share
+};
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,66 @@
+#include "workflow/catalogue/privacy_data.h"
+
+#include "toolkit/wide_text.h"
+#include "workflow/resources/resource_layer.h"
+
+#include <algorithm>
+#include <set>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+std::u16string LabelOf(const StatementLanguage& language) {
+    try {
+        return zeve::WideText(language.name.empty() ? language.locale : language.name);
+    } catch (const lyr::gen::illegal_utf_sequence&) {
+        return {};
+    }
+}
+
+// "de" of "de_DE".
+std::string_view LanguageOf(std::string_view locale) { return locale.substr(0, locale.find('_')); }
+
+} // namespace
+
+std::vector<PrivacyLanguage> PopupRows(const std::vector<StatementLanguage>& list) {
+    std::vector<PrivacyLanguage> rows;
+    std::set<std::string_view> seen;
+    for (const StatementLanguage& language : list) {
+        std::u16string label = LabelOf(language);
+        if (label.empty() || !seen.insert(language.locale).second) continue;
+        rows.push_back({language.locale, std::move(label)});
+    }
+    return rows;
+}
+
+std::size_t RowOfLanguage(const std::vector<PrivacyLanguage>& rows, std::string_view wanted) {
+    const auto find = [&rows](auto matches) { return std::find_if(rows.begin(), rows.end(), matches); };
+    auto row = find([wanted](const PrivacyLanguage& candidate) { return candidate.locale == wanted; });
+    if (row == rows.end())
+        row = find([wanted](const PrivacyLanguage& candidate) {
+            return LanguageOf(candidate.locale) == LanguageOf(wanted);
+        });
+    if (row == rows.end())
+        row = find([](const PrivacyLanguage& candidate) { return candidate.locale == "en_US"; });
+    return row == rows.end() ? 0 : static_cast<std::size_t>(row - rows.begin());
+}
+
+bool IsWrittenRightToLeft(std::string_view locale) {
+    constexpr std::string_view kLanguages[] = {"ar", "fa", "he", "iw", "ps", "sd", "ug", "ur", "yi"};
+    return std::ranges::find(kLanguages, LanguageOf(locale)) != std::end(kLanguages);
+}
+
+std::u16string TextForField(std::u16string_view statement) {
+    std::u16string text;
+    if (statement.find_first_not_of(u" \t\r\n") == statement.npos) return text;
+    text.reserve(statement.size());
+    for (std::size_t i = 0; i < statement.size(); ++i) {
+        const bool endsLine = statement[i] == u'\n' && (i == 0 || statement[i - 1] != u'\r');
+        if (endsLine) text += u'\r';
+        text += statement[i];
+    }
+    return text;
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,28 @@
+// The view ids of privacy.exv.
+#pragma once
+
+#include <cstdint>
+
+namespace brixen::pvn::pvn_workflow::privacy {
+
+// Each pane has the buttons that it needs, so that they stand side by side; Cancel is on all of them.
+inline constexpr std::uint16_t kContinueButton = 11;
+inline constexpr std::uint16_t kBackButton = 12;
+inline constexpr std::uint16_t kAcceptButton = 13;
+inline constexpr std::uint16_t kDeclineButton = 14;
+inline constexpr std::uint16_t kReturnButton = 15; // Back, where there is no statement
+inline constexpr std::uint16_t kCancelButton = 16;
+
+inline constexpr std::uint16_t kChoosePage = 100;
+inline constexpr std::uint16_t kLanguagePopup = 101;
+
+// One field for each reading direction: a control keeps the one that it was made with.
+inline constexpr std::uint16_t kStatementPage = 200;
+inline constexpr std::uint16_t kLeftToRightField = 201;
+inline constexpr std::uint16_t kRightToLeftField = 202;
+
+inline constexpr std::uint16_t kMissingPage = 300;
+
+inline constexpr std::uint16_t kNonePage = 400;
+
+} // namespace brixen::pvn::pvn_workflow::privacy

@@ -68,11 +68,9 @@ std::string Count(std::size_t count, const char* what) { return std::to_string(c
 bool CMarkupSTL::Load(const std::u16string& path) {
     std::string error;
     std::optional<std::string> bytes = ReadWholeFile(path, error);
-    if (bytes && IsUtf16File(*bytes) && IsTooLong(bytes->size() / kBytesPerUnit)) {
-        error = std::strerror(EFBIG);
-        bytes.reset();
-    }
-    if (!bytes) {
+    const bool isTooLong = bytes && IsUtf16File(*bytes) && IsTooLong(bytes->size() / kBytesPerUnit);
+    if (isTooLong) error = std::strerror(EFBIG);
+    if (!bytes || isTooLong) {
         errorText = error;
         return false;
     }

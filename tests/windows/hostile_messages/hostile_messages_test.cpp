@@ -127,11 +127,11 @@ protected:
     std::function<void()> atTick; // on the run's own thread
 
 private:
-    static constexpr int kMostTicks = 3000;
+    static constexpr int kMostTicks = 1000; // without an attack
 
     static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
         HostileMessages& test = *gTest;
-        if (++test.ticks >= kMostTicks) PostQuitMessage(0);
+        if (!test.attacking && ++test.ticks >= kMostTicks) PostQuitMessage(0);
         if (test.atTick) test.atTick();
         const HWND dialog = DialogOf(GetCurrentThreadId());
         if (dialog != nullptr && !test.attacking) EnumChildWindows(dialog, PressDefault, 0);
@@ -164,7 +164,7 @@ HWND AnyWindowOf(std::mt19937& random, HWND dialog) {
 }
 
 // An answer may have to wait for an alert's own run, which nobody leads while the attack lasts.
-constexpr UINT kPatience = 50; // milliseconds
+constexpr UINT kPatience = 10; // milliseconds
 
 void SendOrPost(std::mt19937& random, HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     if (random() % 2 == 0) {

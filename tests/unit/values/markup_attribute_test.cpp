@@ -141,6 +141,19 @@ TEST(MarkupAttribute, AnInstructionsAttributesCanBeSet) {
     EXPECT_EQ(markup.FindNode(), kMarkupElement);
 }
 
+TEST(MarkupAttribute, AnInstructionWithoutATargetTakesNoAttribute) {
+    for (const char* const text : {"<r><?"
+                                   "?></r>",
+                                   "<r><? ?></r>"}) {
+        CMarkupSTL markup = At(text, "r");
+        markup.IntoElem();
+        ASSERT_EQ(markup.FindNode(), kMarkupProcessingInstruction);
+        const State before = StateOf(markup);
+        EXPECT_FALSE(markup.SetAttrib("x", "1")) << "it would be the target";
+        EXPECT_EQ(StateOf(markup), before);
+    }
+}
+
 TEST(MarkupAttribute, RemoveAttribTakesItsWhiteSpaceAlong) {
     for (const SetCase& change : {
              SetCase{"<a b='1'/>", "b", nullptr, "<a/>"},

@@ -41,7 +41,7 @@ int OracleReader::ReadText() {
 }
 
 int OracleReader::ReadFenced(std::string_view fence, int kind) {
-    const std::size_t end = text.find(fence, place);
+    const std::size_t end = text.find(fence, place + 2);
     if (end == text.npos) return 0;
     place = end + fence.size();
     return kind;

@@ -88,7 +88,6 @@ private:
                 text += (OneIn(2) ? " " : "\n\t") + std::string(name) + (OneIn(2) ? "='1'" : " = \"22 3\"");
         }
         if (OneIn(12)) text += " bare=1";
-        if (OneIn(12)) text += " cut='a>b'";
         return OneIn(6) ? text + " " : text;
     }
     std::string RandomContent(int depth) {
@@ -105,7 +104,9 @@ private:
         const std::string name = NewName();
         const std::string start = "<" + name + RandomAttributes();
         if (OneIn(3)) return start + "/>";
-        return start + ">" + RandomContent(depth) + (OneIn(8) ? "</ " : "</") + name +
+        // A value that seems to end the tag is no place for edits, and what follows it is content.
+        const char* const cut = OneIn(20) ? " cut='a>b'" : "";
+        return start + cut + ">" + RandomContent(depth) + (OneIn(8) ? "</ " : "</") + name +
                (OneIn(8) ? "\n>" : ">");
     }
     std::string RandomDocument() {
@@ -269,11 +270,13 @@ private:
         const std::string text = markup.NodeType() > kMarkupText || OneIn(5) ? "" : Any(kTexts);
         touched = IsOnNode() ? "" : Element();
         const bool hasChildren = !IsOnNode() && expected.count(Element()) > 0;
+        // A text that becomes empty is no node any more.
+        const bool isVanishing = text.empty() && (markup.NodeType() & (kMarkupText | kMarkupWhiteSpace)) != 0;
         const bool wasOnDocumentType = markup.NodeType() == kMarkupDocumentType;
         if (wasOnDocumentType) return Go();
         isDone = markup.SetData(text, OneIn(3));
         if (hasChildren) ASSERT_FALSE(isDone);
-        if (isDone) ASSERT_EQ(markup.GetData(), text);
+        if (isDone && !isVanishing) ASSERT_EQ(markup.GetData(), text);
     }
     void SetAtt() {
         what = "SetAttrib";

@@ -49,7 +49,7 @@ public:
 
     // Gives the next entry out as it lies there. There must be room for it.
     std::int32_t Take() { return fFree++; }
-    bool IsFull() const { return fFree == fCapacity; }
+    bool IsFull() const { return fFree >= fCapacity; }
     // Takes back the entry at `firstUnused` and all behind it.
     void GiveBack(std::int32_t firstUnused) { fFree = firstUnused; }
     // Removes all elements and zeroes the root; the memory stays.

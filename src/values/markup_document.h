@@ -1,6 +1,7 @@
 #pragma once
 
 #include "values/element_table.h"
+#include "values/markup_node_kind.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,18 +13,6 @@
 // and other nodes are found by scanning when they are asked for, and an edit is a splice of the text followed
 // by a shift of the positions behind it. It checks that tags nest and that end tags match, and nothing else.
 namespace brixen::lyr::gen {
-
-// Kinds of node, as bits, so that a search can ask for several at once.
-enum MarkupNodeKind : int {
-    kMarkupNone = 0,
-    kMarkupElement = 1,
-    kMarkupText = 2,                   // with something other than white space
-    kMarkupWhiteSpace = 4,             // blanks, tabs, CR and LF only
-    kMarkupCData = 8,                  // "<![CDATA[" to "]]>"; any "<![" counts
-    kMarkupProcessingInstruction = 16, // "<?" to "?>"
-    kMarkupComment = 32,               // "<!--" to "-->"; any "<!-" counts
-    kMarkupDocumentType = 64,          // "<!" and anything else, to the ">" outside of brackets
-};
 
 // A text handed to the class: a null pointer is the same as an empty text.
 class MarkupText : public std::string_view {

@@ -1,7 +1,6 @@
 #include "values/markup_parser.h"
 
 #include "values/markup_blocks.h"
-#include "values/markup_document.h"
 #include "values/markup_tokens.h"
 
 #include <cstddef>

@@ -1,7 +1,5 @@
 #include "values/markup_tokens.h"
 
-#include "values/markup_document.h"
-
 #include <algorithm>
 
 namespace brixen::lyr::gen {

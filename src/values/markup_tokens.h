@@ -1,6 +1,7 @@
 #pragma once
 
 #include "values/markup_blocks.h"
+#include "values/markup_node_kind.h"
 
 #include <array>
 #include <cstddef>

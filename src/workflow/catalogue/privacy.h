@@ -7,10 +7,6 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// String: the LANGID of the statement that the user chose last. Written when the user goes on to it, and read
-// when the choice comes up again.
-inline constexpr char PvnWFKey_PrivacyLanguage[] = "PvnWFKey_PrivacyLanguage";
-
 struct PrivacyData;
 
 // Choose, then Statement. Accept ends it as done, Decline with 35075, Cancel, on each pane, with 35074. A

@@ -10,6 +10,10 @@ namespace brixen::pvn::pvn_workflow {
 
 struct StatementLanguage;
 
+// String: the LANGID of the statement that the user chose last. Written when the user goes on to it, and read
+// when the choice comes up again.
+inline constexpr char PvnWFKey_PrivacyLanguage[] = "PvnWFKey_PrivacyLanguage";
+
 // A row of the popup.
 struct PrivacyLanguage {
     std::string locale;

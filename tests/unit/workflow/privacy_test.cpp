@@ -4,6 +4,7 @@
 #include "frame/status.h"
 #include "support/failing_allocator.h"
 #include "toolkit/control_styles.h"
+#include "workflow/catalogue/privacy_data.h"
 #include "workflow/catalogue/privacy_views.h"
 #include "workflow/context_keys.h"
 #include "workflow/host_messages.h"

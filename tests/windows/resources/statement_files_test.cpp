@@ -1,0 +1,72 @@
+// What only the system decides about the files of statements: who else has them open, and what is a device.
+#include "support/resource_folder.h"
+#include "workflow/resources/privacy_statement_handler.h"
+#include "workflow/resources/resource_layer.h"
+#include "workflow/resources/resource_manager.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+struct HandleCloser {
+    using pointer = HANDLE;
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<HANDLE, HandleCloser>;
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+class StatementFiles : public testing::Test {
+protected:
+    StatementFiles() { SetResourceRootBelow(folder.Utf8()); }
+    ~StatementFiles() override { PVNResourceManager::Destroy(); }
+
+    void Write(const std::string& fileName) const {
+        folder.Write("privacyinfolist.xml", "<PVN_PRIVACY_INFO><LANGUAGE_INFO><LANGID>x</LANGID><FILE_NAME>" +
+                                                fileName + "</FILE_NAME></LANGUAGE_INFO></PVN_PRIVACY_INFO>");
+        folder.Write("privacystatements/statement.txt", std::string("\xFF\xFE"
+                                                                    "a\0",
+                                                                    4));
+    }
+    const void* Load() { return PVNPrivacyStatementHandler().Load("", "x", 0); }
+    Handle Open(DWORD share) const {
+        return Handle(CreateFileW(folder.PathOf("privacystatements/statement.txt").c_str(), GENERIC_READ,
+                                  share, nullptr, OPEN_EXISTING, 0, nullptr));
+    }
+
+    const test_support::ResourceFolder folder;
+};
+
+} // namespace
+
+TEST_F(StatementFiles, AreNotOpenedWhileSomebodyElseHasThem) {
+    Write("statement");
+    EXPECT_NE(Load(), nullptr);
+    for (const DWORD share : {DWORD{0}, DWORD{FILE_SHARE_READ}, kShareAll}) {
+        const Handle other = Open(share);
+        ASSERT_NE(other.get(), INVALID_HANDLE_VALUE);
+        EXPECT_EQ(Load(), nullptr) << share;
+    }
+    EXPECT_NE(Load(), nullptr) << "it is closed again";
+}
+
+TEST_F(StatementFiles, AreNoDevices) {
+    for (const char* device : {"NUL", "CON", "nul", "COM1", "PRN"}) {
+        Write(device);
+        EXPECT_EQ(Load(), nullptr) << device;
+    }
+}
+
+TEST_F(StatementFiles, AreFoundWhateverTheCaseOfTheirName) {
+    Write("STATEMENT");
+    EXPECT_NE(Load(), nullptr);
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -10,41 +10,65 @@
 #define PAVANE_HAS_SSE2 1
 #endif
 
-// Blocks of sixteen at a time, for text that is mostly ASCII. Private to the text conversion.
+// Blocks of eight or sixteen at a time, for text that is mostly ASCII. Private to the text conversion.
 namespace brixen::lyr::gen {
 
-inline constexpr std::size_t kAsciiBlock = 16;
+inline constexpr std::ptrdiff_t kAsciiBlock = 8; // characters narrowed or widened at a time
+inline constexpr std::size_t kCountedBytes = 16; // bytes counted at a time
+
+// Eight units cut to their low bytes, the first lowest, and a bit for each that is not ASCII. What the byte
+// of such a unit says means nothing.
+struct NarrowedBlock {
+    std::uint64_t bytes;
+    std::uint32_t special;
+
+    // Without the first `count` units, fewer than eight.
+    NarrowedBlock From(std::ptrdiff_t count) const { return {bytes >> (8 * count), special >> count}; }
+};
+
+// Bytes of memory as a number, the first lowest.
+template <class Word>
+Word ReadWord(const std::uint8_t* source) {
+    Word word = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&word, source, sizeof word);
+    } else {
+        for (std::size_t i = sizeof word; i-- > 0;) word = static_cast<Word>(word << 8 | source[i]);
+    }
+    return word;
+}
+
+template <class Word>
+void WriteWord(std::uint8_t* target, Word word) {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(target, &word, sizeof word);
+    } else {
+        for (std::size_t i = 0; i < sizeof word; ++i) target[i] = static_cast<std::uint8_t>(word >> (8 * i));
+    }
+}
 
 // What the functions mean, for processors without vectors.
 namespace scalar_blocks {
 
-// Widens sixteen bytes and returns how many of them, from the front, are ASCII; what is behind those may be
-// written too, and means nothing then.
-inline std::size_t WidenAsciiBlock(const std::uint8_t* source, char16_t* target) {
-    std::size_t count = 0;
-    for (; count < kAsciiBlock && source[count] < 0x80; ++count) target[count] = source[count];
-    return count;
+// Eight bytes, the first lowest, as eight units.
+inline void WidenBlock(std::uint64_t bytes, char16_t* target) {
+    for (std::ptrdiff_t i = 0; i < kAsciiBlock; ++i)
+        target[i] = static_cast<char16_t>(bytes >> (8 * i) & 0xFF);
 }
 
-// The same with half a block.
-inline std::size_t WidenAsciiHalfBlock(const std::uint8_t* source, char16_t* target) {
-    std::size_t count = 0;
-    for (; count < kAsciiBlock / 2 && source[count] < 0x80; ++count) target[count] = source[count];
-    return count;
-}
-
-// The way back.
-inline std::size_t NarrowAsciiBlock(const char16_t* source, std::uint8_t* target) {
-    std::size_t count = 0;
-    for (; count < kAsciiBlock && source[count] < 0x80; ++count)
-        target[count] = static_cast<std::uint8_t>(source[count]);
-    return count;
+inline NarrowedBlock NarrowBlock(const char16_t* source) {
+    NarrowedBlock block{};
+    for (std::ptrdiff_t i = kAsciiBlock; i-- > 0;) {
+        block.bytes = block.bytes << 8 | (source[i] & 0xFFU);
+        block.special = block.special << 1 | static_cast<std::uint32_t>(source[i] >= 0x80);
+    }
+    return block;
 }
 
 // How many units the sixteen bytes of legal UTF-8 start, a pair of surrogates counting as two.
 inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
     std::size_t units = 0;
-    for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+    for (std::size_t i = 0; i < kCountedBytes; ++i) {
         units += static_cast<std::size_t>((source[i] & 0xC0) != 0x80) +
                  static_cast<std::size_t>(source[i] >= 0xF0);
     }
@@ -54,7 +78,7 @@ inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
 // How many bytes of UTF-8 the eight units give, each half of a pair counting as two.
 inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
     std::size_t bytes = 24;
-    for (std::size_t i = 0; i < kAsciiBlock / 2; ++i) {
+    for (std::ptrdiff_t i = 0; i < kAsciiBlock; ++i) {
         const bool three = source[i] >= 0x800 && (source[i] & 0xF800) != 0xD800;
         bytes -= static_cast<std::size_t>(source[i] < 0x80) + static_cast<std::size_t>(!three);
     }
@@ -67,32 +91,19 @@ inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
 
 namespace vector_blocks {
 
-inline std::size_t WidenAsciiBlock(const std::uint8_t* source, char16_t* target) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
-    const __m128i zero = _mm_setzero_si128();
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(bytes, zero));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(target + 8), _mm_unpackhi_epi8(bytes, zero));
-    const auto marks = static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)) | 0x10000U;
-    return static_cast<std::size_t>(std::countr_zero(marks));
+inline void WidenBlock(std::uint64_t bytes, char16_t* target) {
+    const __m128i narrow = _mm_cvtsi64_si128(static_cast<long long>(bytes));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(narrow, _mm_setzero_si128()));
 }
 
-inline std::size_t WidenAsciiHalfBlock(const std::uint8_t* source, char16_t* target) {
-    const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(source));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
-    const auto marks = static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)) | 0x100U;
-    return static_cast<std::size_t>(std::countr_zero(marks));
-}
-
-inline std::size_t NarrowAsciiBlock(const char16_t* source, std::uint8_t* target) {
-    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
-    const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + 8));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_packus_epi16(low, high));
-    const __m128i above = _mm_set1_epi16(static_cast<short>(0xFF80));
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i lowAscii = _mm_cmpeq_epi16(_mm_and_si128(low, above), zero);
-    const __m128i highAscii = _mm_cmpeq_epi16(_mm_and_si128(high, above), zero);
-    const auto ascii = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_packs_epi16(lowAscii, highAscii)));
-    return static_cast<std::size_t>(std::countr_one(ascii));
+inline NarrowedBlock NarrowBlock(const char16_t* source) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
+    const __m128i bytes = _mm_packus_epi16(units, units);
+    const __m128i above = _mm_and_si128(units, _mm_set1_epi16(static_cast<short>(0xFF80)));
+    const __m128i ascii = _mm_cmpeq_epi16(above, _mm_setzero_si128());
+    const int asciiBits = _mm_movemask_epi8(_mm_packs_epi16(ascii, ascii));
+    return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(bytes)),
+            ~static_cast<std::uint32_t>(asciiBits) & 0xFF};
 }
 
 inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {

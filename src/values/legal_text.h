@@ -2,6 +2,8 @@
 // left to the careful converters of text_conversion.h, which begin where these stop.
 #pragma once
 
+#include "values/text_conversion.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -14,9 +16,16 @@ constexpr bool IsSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xD
 constexpr bool IsHighSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char32_t code) { return code >= 0xDC00 && code <= 0xDFFF; }
 
-// Convert as far as there is room for any character and the text is legal, and move both positions.
-void QuickUtf8ToUtf16(const Byte*& sourceAt, const Byte* end, char16_t*& targetAt, const char16_t* targetEnd);
-void QuickUtf16ToUtf8(const char16_t*& sourceAt, const char16_t* end, Byte*& targetAt, const Byte* targetEnd);
+// Convert as far as the text is legal and there is room for a block of any characters; what is behind the
+// target's final position may be written too, up to its end.
+RangePositions<Byte, char16_t> QuickUtf8ToUtf16(const Byte* source, const Byte* end, char16_t* target,
+                                                const char16_t* targetEnd);
+RangePositions<char16_t, Byte> QuickUtf16ToUtf8(const char16_t* source, const char16_t* end, Byte* target,
+                                                const Byte* targetEnd);
+// With less room than this they do nothing.
+inline constexpr std::ptrdiff_t kQuickUnits = 16;
+inline constexpr std::ptrdiff_t kQuickBytes = 40;
+
 // How many units a legal text gives.
 std::size_t Utf16Length(std::string_view utf8);
 // How many bytes a text without unpaired surrogates gives.

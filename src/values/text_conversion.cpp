@@ -1,6 +1,7 @@
 #include "values/text_conversion.h"
 
 #include "values/legal_text.h"
+#include "values/text_pieces.h"
 
 #include <algorithm>
 #include <array>
@@ -14,13 +15,10 @@ using legal_text::IsLowSurrogate;
 using legal_text::IsSurrogate;
 using legal_text::QuickUtf16ToUtf8;
 using legal_text::QuickUtf8ToUtf16;
-using legal_text::Utf16Length;
-using legal_text::Utf8Length;
 
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kLastBmp = 0xFFFF;
 constexpr char32_t kLastCodePoint = 0x10FFFF;
-constexpr std::size_t kPiece = 256;
 
 constexpr std::array<Byte, 256> MakeTrailingCounts() {
     std::array<Byte, 256> counts{};
@@ -110,8 +108,6 @@ Decoded DecodePair(const char16_t* source, const char16_t* end, bool lenient) {
     return {ConversionResult::ConversionOk, unit, 1};
 }
 
-Byte* BytesOf(std::string& text) { return reinterpret_cast<Byte*>(text.data()); }
-
 [[noreturn]] void ThrowBadUtf8() { throw illegal_utf_sequence("Bad UTF-8 sequence."); }
 [[noreturn]] void ThrowBadUtf16() { throw illegal_utf_sequence("Bad UTF-16 sequence."); }
 [[noreturn]] void ThrowEmptyTarget() { throw illegal_utf_sequence("Empty target buffer."); }
@@ -137,7 +133,9 @@ bool IsLegalUtf8Sequence(const std::uint8_t* bytes, const std::uint8_t* end) {
 ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint8_t* sourceEnd,
                                     char16_t*& target, char16_t* targetEnd, bool lenient) {
     while (source != sourceEnd) {
-        QuickUtf8ToUtf16(source, sourceEnd, target, targetEnd);
+        const auto quick = QuickUtf8ToUtf16(source, sourceEnd, target, targetEnd);
+        source = quick.source;
+        target = quick.target;
         if (source == sourceEnd) break;
         const Decoded decoded = DecodeSequence(source, sourceEnd);
         if (decoded.result != ConversionResult::ConversionOk) return decoded.result;
@@ -152,7 +150,9 @@ ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint
 ConversionResult ConvertUtf16ToUtf8(const char16_t*& source, const char16_t* sourceEnd, std::uint8_t*& target,
                                     std::uint8_t* targetEnd, bool lenient) {
     while (source != sourceEnd) {
-        QuickUtf16ToUtf8(source, sourceEnd, target, targetEnd);
+        const auto quick = QuickUtf16ToUtf8(source, sourceEnd, target, targetEnd);
+        source = quick.source;
+        target = quick.target;
         if (source == sourceEnd) break;
         const Decoded decoded = DecodePair(source, sourceEnd, lenient);
         if (decoded.result != ConversionResult::ConversionOk) return decoded.result;
@@ -237,48 +237,21 @@ RangePositions<char16_t, std::uint8_t> Utf16RangeToUtf8(const char16_t* source, 
 }
 
 std::string ToUtf8(std::u16string_view wide, bool lenient) {
-    constexpr std::size_t kMostBytesAUnit = 3;
-    const char16_t* source = wide.data();
-    const char16_t* const end = source + wide.size();
-    if (wide.size() <= kPiece / kMostBytesAUnit) {
-        std::array<Byte, kPiece> piece;
-        Byte* target = piece.data();
-        const auto converted = ConvertUtf16ToUtf8(source, end, target, piece.data() + piece.size(), lenient);
-        if (converted == ConversionResult::SourceIllegal) ThrowBadUtf16();
-        return {reinterpret_cast<const char*>(piece.data()), static_cast<std::size_t>(target - piece.data())};
-    }
-    std::string result(Utf8Length(wide), '\0');
-    Byte* target = BytesOf(result);
-    while (true) {
-        const auto converted =
-            ConvertUtf16ToUtf8(source, end, target, BytesOf(result) + result.size(), lenient);
-        if (converted == ConversionResult::SourceIllegal) ThrowBadUtf16();
-        if (converted == ConversionResult::ConversionOk) break;
-        // Unpaired surrogates take a byte more than was counted.
-        const auto written = target - BytesOf(result);
-        result.resize(result.size() + static_cast<std::size_t>(end - source) * kMostBytesAUnit);
-        target = BytesOf(result) + written;
-    }
-    result.resize(static_cast<std::size_t>(target - BytesOf(result)));
-    return result;
+    const char16_t* const end = wide.data() + wide.size();
+    std::array<Byte, kPiece> piece;
+    const auto came = QuickUtf16ToUtf8(wide.data(), end, piece.data(), piece.data() + piece.size());
+    if (came.source != end) return Utf8InPieces(wide, lenient);
+    return {reinterpret_cast<const char*>(piece.data()),
+            static_cast<std::size_t>(came.target - piece.data())};
 }
 
 std::u16string ToUtf16(std::string_view narrow, bool lenient) {
-    const Byte* source = reinterpret_cast<const Byte*>(narrow.data());
-    const Byte* const end = source + narrow.size();
-    if (narrow.size() <= kPiece) {
-        std::array<char16_t, kPiece> piece;
-        char16_t* target = piece.data();
-        const auto converted = ConvertUtf8ToUtf16(source, end, target, piece.data() + piece.size(), lenient);
-        if (converted != ConversionResult::ConversionOk) ThrowBadUtf8();
-        return {piece.data(), target};
-    }
-    // Room for all of a legal text, so that the only failures are those of the text.
-    std::u16string result(Utf16Length(narrow), u'\0');
-    char16_t* target = result.data();
-    const auto converted = ConvertUtf8ToUtf16(source, end, target, result.data() + result.size(), lenient);
-    if (converted != ConversionResult::ConversionOk) ThrowBadUtf8();
-    return result;
+    const Byte* const begin = reinterpret_cast<const Byte*>(narrow.data());
+    std::array<char16_t, kPiece> piece;
+    const auto came =
+        QuickUtf8ToUtf16(begin, begin + narrow.size(), piece.data(), piece.data() + piece.size());
+    if (came.source != begin + narrow.size()) return Utf16InPieces(narrow, lenient);
+    return {piece.data(), static_cast<std::size_t>(came.target - piece.data())};
 }
 
 } // namespace brixen::lyr::gen

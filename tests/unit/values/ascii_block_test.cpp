@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -9,10 +10,8 @@ using namespace brixen::lyr::gen;
 
 namespace {
 
-constexpr std::size_t kHalfBlock = kAsciiBlock / 2;
-
 template <class Unit>
-using Block = std::array<Unit, kAsciiBlock>;
+using Block = std::array<Unit, kCountedBytes>;
 
 // Blocks with each of the `odd` units at each place among units of the other kinds.
 template <class Unit>
@@ -20,7 +19,7 @@ std::vector<Block<Unit>> BlocksWith(const std::vector<Unit>& odd) {
     std::vector<Block<Unit>> all;
     for (const Unit around : odd) {
         for (const Unit unit : odd) {
-            for (std::size_t at = 0; at < kAsciiBlock; ++at) {
+            for (std::size_t at = 0; at < kCountedBytes; ++at) {
                 Block<Unit> block;
                 block.fill(around);
                 block[at] = unit;
@@ -36,36 +35,45 @@ const std::vector<std::uint8_t> kBytes = {0x00, 'a',  0x7F, 0x80, 0xBF, 0xC0, 0x
 const std::vector<char16_t> kUnits = {0x0000, u'a',   0x007F, 0x0080, 0x00FF, 0x0100, 0x07FF, 0x0800, 0x7FFF,
                                       0x8000, 0xD7FF, 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xE000, 0xFF80, 0xFFFF};
 
-template <class Unit>
-std::size_t AsciiFront(const Block<Unit>& block, std::size_t length) {
-    std::size_t count = 0;
-    while (count < length && block[count] < 0x80) ++count;
-    return count;
-}
-
-// Moves `block` by either way of doing it, and expects the front that is ASCII.
-template <class Target, class Unit, class Move>
-void ExpectFront(const Block<Unit>& block, std::size_t length, const Move& move) {
-    Block<Target> moved{};
-    const std::size_t count = move(block.data(), moved.data());
-    ASSERT_EQ(count, AsciiFront(block, length));
-    for (std::size_t i = 0; i < count; ++i) ASSERT_EQ(moved[i], block[i]) << i;
-}
-
-TEST(AsciiBlock, WidensItsFrontWithAndWithoutVectors) {
+TEST(AsciiBlock, WidensEightBytesWithAndWithoutVectors) {
     for (const auto& block : BlocksWith(kBytes)) {
-        ExpectFront<char16_t>(block, kAsciiBlock, scalar_blocks::WidenAsciiBlock);
-        ExpectFront<char16_t>(block, kAsciiBlock, blocks::WidenAsciiBlock);
-        ExpectFront<char16_t>(block, kHalfBlock, scalar_blocks::WidenAsciiHalfBlock);
-        ExpectFront<char16_t>(block, kHalfBlock, blocks::WidenAsciiHalfBlock);
+        const auto bytes = ReadWord<std::uint64_t>(block.data());
+        std::array<char16_t, kAsciiBlock> scalar{};
+        std::array<char16_t, kAsciiBlock> vector{};
+        scalar_blocks::WidenBlock(bytes, scalar.data());
+        blocks::WidenBlock(bytes, vector.data());
+        ASSERT_EQ(scalar, vector);
+        ASSERT_TRUE(std::equal(scalar.begin(), scalar.end(), block.begin()));
     }
 }
 
-TEST(AsciiBlock, NarrowsItsFrontWithAndWithoutVectors) {
-    for (const auto& block : BlocksWith(kUnits)) {
-        ExpectFront<std::uint8_t>(block, kAsciiBlock, scalar_blocks::NarrowAsciiBlock);
-        ExpectFront<std::uint8_t>(block, kAsciiBlock, blocks::NarrowAsciiBlock);
+// Either way of narrowing marks what is not ASCII, and keeps what is.
+void ExpectNarrowed(const NarrowedBlock& narrowed, const Block<char16_t>& block, std::ptrdiff_t from) {
+    for (std::ptrdiff_t i = from; i < kAsciiBlock; ++i) {
+        const char16_t unit = block[static_cast<std::size_t>(i)];
+        ASSERT_EQ((narrowed.special >> (i - from) & 1) != 0, unit >= 0x80);
+        if (unit < 0x80) {
+            ASSERT_EQ(narrowed.bytes >> (8 * (i - from)) & 0xFF, unit);
+        }
     }
+    ASSERT_EQ(narrowed.special >> (kAsciiBlock - from), 0U);
+}
+
+TEST(AsciiBlock, NarrowsEightUnitsWithAndWithoutVectors) {
+    for (const auto& block : BlocksWith(kUnits)) {
+        for (std::ptrdiff_t from = 0; from < kAsciiBlock; ++from) {
+            ExpectNarrowed(scalar_blocks::NarrowBlock(block.data()).From(from), block, from);
+            ExpectNarrowed(blocks::NarrowBlock(block.data()).From(from), block, from);
+        }
+    }
+}
+
+TEST(AsciiBlock, WritesTheWordThatItRead) {
+    const std::array<std::uint8_t, 8> bytes = {1, 2, 3, 4, 5, 6, 7, 0x88};
+    std::array<std::uint8_t, 8> written{};
+    EXPECT_EQ(ReadWord<std::uint32_t>(bytes.data()), 0x04030201U);
+    WriteWord(written.data(), ReadWord<std::uint64_t>(bytes.data()));
+    EXPECT_EQ(written, bytes);
 }
 
 TEST(AsciiBlock, CountsTheUnitsThatItsBytesStart) {
@@ -80,7 +88,7 @@ TEST(AsciiBlock, CountsTheUnitsThatItsBytesStart) {
 TEST(AsciiBlock, CountsTheBytesThatItsUnitsGive) {
     for (const auto& block : BlocksWith(kUnits)) {
         std::size_t bytes = 0;
-        for (std::size_t i = 0; i < kHalfBlock; ++i) {
+        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
             const char16_t unit = block[i];
             const bool surrogate = unit >= 0xD800 && unit <= 0xDFFF;
             bytes += unit < 0x80 ? 1 : unit < 0x800 || surrogate ? 2 : 3;

@@ -375,4 +375,98 @@ TEST(ToUtf8, GivesBackEveryCodePoint) {
     }
 }
 
+// A character in both encodings.
+struct Character {
+    std::u16string wide;
+    std::string narrow;
+};
+
+const std::vector<Character> kCharacters = {{u"a", "a"},
+                                            {u"\u00E9", "\xC3\xA9"},
+                                            {u"\u8A2D", "\xE8\xA8\xAD"},
+                                            {U16({0xD83D, 0xDE00}), "\xF0\x9F\x98\x80"}};
+
+// `length` characters of `around`, with `odd` in the place `at`.
+Character Text(const Character& around, const Character& odd, std::size_t length, std::size_t at) {
+    Character text;
+    for (std::size_t i = 0; i < length; ++i) {
+        text.wide += i == at ? odd.wide : around.wide;
+        text.narrow += i == at ? odd.narrow : around.narrow;
+    }
+    return text;
+}
+
+template <class Visit>
+void ForEachMixedText(std::size_t longest, const Visit& visit) {
+    for (const Character& around : kCharacters) {
+        for (const Character& odd : kCharacters) {
+            for (std::size_t length = 0; length <= longest; ++length) {
+                for (std::size_t at = 0; at < length; ++at) visit(Text(around, odd, length, at));
+            }
+        }
+    }
+}
+
+TEST(ToUtf8, ConvertsEveryMixtureOfEveryShortLength) {
+    ForEachMixedText(40, [](const Character& text) {
+        ASSERT_EQ(ToUtf8(text.wide), text.narrow);
+        ASSERT_EQ(ToUtf16(text.narrow), text.wide);
+    });
+}
+
+// However much room there is, the target gets the whole characters that fit.
+TEST(ConvertUtf8ToUtf16, FillsItsTargetWithWholeCharacters) {
+    ForEachMixedText(20, [](const Character& text) {
+        const Bytes bytes(text.narrow.begin(), text.narrow.end());
+        for (std::size_t room = 0; room <= text.wide.size(); ++room) {
+            const bool splitsPair =
+                room > 0 && text.wide[room - 1] >= 0xD800 && text.wide[room - 1] <= 0xDBFF;
+            const auto outcome = From8To16(bytes, false, room);
+            ASSERT_EQ(outcome.written, std::vector<char16_t>(text.wide.begin(),
+                                                             text.wide.begin() + static_cast<std::ptrdiff_t>(
+                                                                                     room - splitsPair)));
+            ASSERT_EQ(outcome.result, room == text.wide.size() ? ConversionOk : TargetExhausted);
+        }
+    });
+}
+
+TEST(ConvertUtf16ToUtf8, FillsItsTargetWithWholeCharacters) {
+    ForEachMixedText(20, [](const Character& text) {
+        const std::vector<char16_t> units(text.wide.begin(), text.wide.end());
+        for (std::size_t room = 0; room <= text.narrow.size(); ++room) {
+            std::size_t whole = room;
+            while (whole < text.narrow.size() && (text.narrow[whole] & 0xC0) == 0x80) --whole;
+            const auto outcome = From16To8(units, false, room);
+            ASSERT_EQ(std::string(outcome.written.begin(), outcome.written.end()),
+                      text.narrow.substr(0, whole));
+            ASSERT_EQ(outcome.result, room == text.narrow.size() ? ConversionOk : TargetExhausted);
+        }
+    });
+}
+
+// A unit or byte that is illegal wherever it stands, in texts of every kind.
+TEST(ToUtf8, FindsALoneSurrogateAtEveryPlaceOfEveryKindOfText) {
+    for (const Character& around : kCharacters) {
+        for (std::size_t at = 0; at < 40; ++at) {
+            const std::u16string before = Text(around, around, at, 0).wide;
+            const std::u16string behind = Text(around, around, 40 - at, 0).wide;
+            ASSERT_EQ(MessageOf([&] { ToUtf8(before + U16({0xDC00}) + behind); }), "Bad UTF-16 sequence.");
+            ASSERT_EQ(MessageOf([&] { ToUtf8(before + U16({0xD800}) + behind); }), "Bad UTF-16 sequence.");
+            ASSERT_EQ(ToUtf16(ToUtf8(before + U16({0xDC00}) + behind, true), true),
+                      before + U16({0xDC00}) + behind);
+        }
+    }
+}
+
+TEST(ToUtf16, FindsABadByteAtEveryPlaceOfEveryKindOfText) {
+    for (const Character& around : kCharacters) {
+        const std::string text = Text(around, around, 40, 0).narrow;
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            std::string bad = text;
+            bad[at] = '\xFF';
+            ASSERT_EQ(MessageOf([&] { ToUtf16(bad); }), "Bad UTF-8 sequence.") << at;
+        }
+    }
+}
+
 } // namespace

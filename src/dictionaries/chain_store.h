@@ -3,7 +3,6 @@
 #include "dictionaries/dictionary_entry.h"
 #include "dictionaries/key_text.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -26,7 +25,7 @@ public:
     // Puts entries one behind the other in front of what a chain holds, without a look at their keys.
     class Front {
     public:
-        Front(ChainStore& store, std::uint32_t bucket) : fPlace(&store.fHeads[bucket]) {}
+        Front(ChainStore& store, std::uint32_t bucket) : fPlace(&store.Head(bucket)) {}
         void Add(std::string_view key, const kestrel::ZString& value);
 
     private:
@@ -34,10 +33,14 @@ public:
     };
 
 private:
+    using Link = std::unique_ptr<HashItem>;
+
+    Link& Head(std::uint32_t bucket);
+
     // Where the last search ended: in this bucket, behind this item (null for the head of the chain).
     mutable std::uint32_t fLastBucket = 0;
     mutable HashItem* fPreviousItem = nullptr;
-    std::array<std::unique_ptr<HashItem>, kBucketCount> fHeads;
+    std::unique_ptr<Link[]> fHeads; // kBucketCount, made with the first entry
 };
 
 } // namespace kestrel_private

@@ -9,7 +9,9 @@ namespace {
 
 constexpr std::size_t kBlocksAtATime = 10;
 
-// One key costs about as much to put into the index as to compare in a bucket; below this no index pays.
+// To put a key into the index costs as much as to compare so many in a bucket.
+constexpr std::uint64_t kScannedForOneIndexed = 8;
+// Below this no index pays.
 constexpr std::uint64_t kFewestScanned = 256;
 
 } // namespace
@@ -39,34 +41,45 @@ std::string_view FastArray::KeyOf(std::uint32_t id) const {
 
 std::vector<std::uint32_t> FastArray::Bucket(std::uint32_t bucket) const {
     std::vector<std::uint32_t> ids;
-    ForEachId(bucket, [&](std::uint32_t id) {
+    fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
         ids.push_back(id);
         return false;
     });
     return ids;
 }
 
+std::optional<std::uint32_t> FastArray::FindFromFile(std::string_view key, std::uint32_t bucket) const {
+    const std::span<const std::uint32_t> ids = fBuckets.FromFile(bucket);
+    const std::uint32_t limit = fBuckets.FileLimit();
+    if (ids.empty() || limit == 0) return std::nullopt;
+    const TextColumn& keys = PlaceOf(0).block->keys;
+    const auto found = std::find_if(ids.begin(), ids.end(),
+                                    [&](std::uint32_t id) { return id < limit && keys.Equals(id, key); });
+    fScanned += static_cast<std::uint64_t>(found - ids.begin());
+    if (found == ids.end()) return std::nullopt;
+    return *found;
+}
+
 std::optional<std::uint32_t> FastArray::FindInBucket(std::string_view key, std::uint32_t bucket) const {
-    std::optional<std::uint32_t> found;
-    ForEachId(bucket, [&](std::uint32_t id) {
+    if (const auto found = FindFromFile(key, bucket)) return found;
+    for (const std::uint32_t id : fBuckets.Added(bucket)) {
         ++fScanned;
         const Place place = PlaceOf(id);
-        if (place.block->keys.Equals(place.entry, key)) found = id;
-        return found.has_value();
-    });
-    return found;
+        if (place.block->keys.Equals(place.entry, key)) return id;
+    }
+    return std::nullopt;
 }
 
 void FastArray::BuildIndexIfWorthwhile() const {
-    if (fScanned < kFewestScanned || fScanned < fListedIds) return;
+    if (fScanned < kFewestScanned || fScanned / kScannedForOneIndexed < fBuckets.Size()) return;
     fScanned = 0;
     try {
-        fIndex.Start(std::min<std::uint64_t>(fListedIds, fTotalIds));
+        fIndex.Start(std::min<std::size_t>(fBuckets.Size(), fTotalIds));
     } catch (const std::bad_alloc&) {
         return; // the buckets still answer
     }
     for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
-        ForEachId(bucket, [&](std::uint32_t id) {
+        fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
             // A file may list an id in a bucket where no search looks for its key.
             const std::string_view key = KeyOf(id);
             if (KeyBucket(key) == bucket) fIndex.Insert(key, id);
@@ -124,11 +137,10 @@ std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
     const std::uint32_t id = fTotalIds;
     if (id == kMostIds) return kNoId;
     FastArrayBlock& block = CurrentBlock();
-    std::vector<std::uint32_t>& bucket = fBuckets[KeyBucket(key)];
-    if (bucket.size() == bucket.capacity()) bucket.reserve(bucket.size() * 2 + 1);
+    const std::uint32_t bucket = KeyBucket(key);
+    fBuckets.Reserve(bucket);
     block.Append(key, value, note);
-    bucket.push_back(id);
-    ++fListedIds;
+    fBuckets.Append(bucket, id);
     ++fTotalIds;
     ++fLiveEntries;
     if (block.entryCount == FastArrayBlock::kRunTimeEntries) fCurrentBlock = -1;
@@ -157,38 +169,8 @@ void FastArray::AddFirstBlock(FastArrayBlock block, BucketLists lists) {
     ReserveBlock();
     auto taken = std::make_unique<FastArrayBlock>(std::move(block));
     taken->firstId = 0;
-    std::array<FileList, kBucketCount> fileLists = {};
-    std::vector<BucketLists::List> repeated;
-    for (const BucketLists::List& list : lists.lists) {
-        FileList& first = fileLists[list.bucket];
-        if (first.count == 0) {
-            first = {list.begin, list.count};
-        } else {
-            repeated.push_back(list);
-        }
-    }
-    AppendRepeatedLists(repeated, lists.ids, taken->entryCount);
-    fFileLists = fileLists;
-    fFileIds = std::move(lists.ids);
-    fFileBlock = taken.get();
-    fListedIds = fFileIds.size();
+    fBuckets.TakeFile(std::move(lists), taken->entryCount);
     TakeBlock(std::move(taken));
-}
-
-// A file that has several lists for one bucket: what follows the first goes behind it as if it came later.
-void FastArray::AppendRepeatedLists(const std::vector<BucketLists::List>& repeated,
-                                    const FileArray<std::uint32_t>& ids, std::uint32_t entryCount) {
-    try {
-        for (const BucketLists::List& list : repeated) {
-            for (std::uint32_t i = 0; i < list.count; ++i) {
-                const std::uint32_t id = ids[list.begin + i];
-                if (id < entryCount) fBuckets[list.bucket].push_back(id);
-            }
-        }
-    } catch (const std::bad_alloc&) {
-        for (auto& bucket : fBuckets) bucket.clear();
-        throw;
-    }
 }
 
 void FastArray::TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept {

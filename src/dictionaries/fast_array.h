@@ -1,32 +1,18 @@
 #pragma once
 
+#include "dictionaries/bucket_table.h"
 #include "dictionaries/fast_array_block.h"
 #include "dictionaries/key_index.h"
 #include "dictionaries/key_text.h"
 #include "dictionaries/ref_count_obj.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <vector>
 
 namespace kestrel_private {
-
-// The ids of all buckets of a file, numbered from 0 as in the file: one array, and the run of it that each
-// list is. Nothing is promised about the ids.
-struct BucketLists {
-    struct List {
-        std::uint32_t bucket = 0; // below kBucketCount
-        std::uint32_t begin = 0;
-        std::uint32_t count = 0; // the run lies inside `ids`
-    };
-
-    FileArray<std::uint32_t> ids;
-    std::vector<List> lists;
-};
 
 // The store of record. Entries have ids: positions across all blocks, which are laid end to end. A key is
 // found by going through the ids of its bucket in order, or through an index that gives the same answers and
@@ -72,50 +58,26 @@ private:
         std::uint32_t entry;
     };
 
-    // A list of the first file, a run of fFileIds.
-    struct FileList {
-        std::uint32_t begin = 0;
-        std::uint32_t count = 0;
-    };
-
     Place PlaceOf(std::uint32_t id) const;
     std::size_t BlockOf(std::uint32_t id) const;
     std::string_view KeyOf(std::uint32_t id) const;
-    // In the order of a search, until `visit` returns true.
-    template <class Visit>
-    void ForEachId(std::uint32_t bucket, Visit visit) const {
-        for (const std::uint32_t id :
-             std::span(fFileIds).subspan(fFileLists[bucket].begin, fFileLists[bucket].count)) {
-            if (id < fFileBlock->entryCount && visit(id)) return;
-        }
-        for (const std::uint32_t id : fBuckets[bucket]) {
-            if (visit(id)) return;
-        }
-    }
     void BuildIndexIfWorthwhile() const;
     void ReplaceEntry(std::uint32_t id, std::string_view value, std::optional<std::string_view> note);
     void ReserveBlock();
     FastArrayBlock& CurrentBlock();
     void InsertIntoIndex(std::uint32_t id);
+    std::optional<std::uint32_t> FindFromFile(std::string_view key, std::uint32_t bucket) const;
     std::optional<std::uint32_t> FindInBucket(std::string_view key, std::uint32_t bucket) const;
 
     class BlockBehind;
     void AddFirstBlock(FastArrayBlock block, BucketLists lists);
-    void AppendRepeatedLists(const std::vector<BucketLists::List>& repeated,
-                             const FileArray<std::uint32_t>& ids, std::uint32_t entryCount);
     bool AddBlockBehind(FastArrayBlock block, const BucketLists& lists);
     void TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept;
 
     std::uint32_t fTotalIds = 0;
     std::uint32_t fLiveEntries = 0;
     std::int32_t fCurrentBlock = -1;
-    // A bucket is a list of the first file, as that file brought it, and behind it what came later. Only the
-    // ids below the count of that file's block are there.
-    FileArray<std::uint32_t> fFileIds;
-    std::array<FileList, kBucketCount> fFileLists;
-    const FastArrayBlock* fFileBlock = nullptr;
-    std::array<std::vector<std::uint32_t>, kBucketCount> fBuckets;
-    std::uint64_t fListedIds = 0; // in all buckets
+    BucketTable fBuckets;
     std::vector<std::unique_ptr<FastArrayBlock>> fBlocks;
     mutable KeyIndex fIndex;
     mutable std::uint64_t fScanned = 0; // keys compared since the last index

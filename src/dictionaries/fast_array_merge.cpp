@@ -2,6 +2,7 @@
 #include "dictionaries/fast_array.h"
 
 #include <map>
+#include <span>
 #include <utility>
 
 namespace kestrel_private {
@@ -31,12 +32,11 @@ public:
 
     // False when the block is to be refused.
     bool Place(std::uint32_t bucket, std::span<const std::uint32_t> ids) {
-        std::vector<std::uint32_t>& grown = fGrown.try_emplace(bucket, fStore.fBuckets[bucket]).first->second;
+        BucketTable::Ids& grown = Grown(bucket);
         for (const std::uint32_t id : ids) {
             if (id >= fBlock->entryCount) continue;
             if (fIsOverlay && Merge(id, bucket)) continue;
             grown.push_back(id + fBlock->firstId);
-            ++fListed;
         }
         return fUnfolded <= fMostUnfolded;
     }
@@ -47,8 +47,7 @@ public:
             place.block->values.Replace(place.entry, replacement.value, std::move(replacement.prepared));
         }
         if (fBlock->liveCount == 0) return;
-        for (auto& [bucket, ids] : fGrown) fStore.fBuckets[bucket].swap(ids);
-        fStore.fListedIds += fListed;
+        for (auto& [bucket, ids] : fGrown) fStore.fBuckets.ReplaceAdded(bucket, ids);
         fStore.TakeBlock(std::move(fBlock));
     }
 
@@ -58,6 +57,17 @@ private:
         std::string_view value; // in the block's area
         std::unique_ptr<std::uint8_t[]> prepared;
     };
+
+    // What came later than the first file, as it will be.
+    BucketTable::Ids& Grown(std::uint32_t bucket) {
+        const auto [place, isNew] = fGrown.try_emplace(bucket);
+        if (isNew) {
+            fStore.fBuckets.Reserve(bucket);
+            const auto added = fStore.fBuckets.Added(bucket);
+            place->second.assign(added.begin(), added.end());
+        }
+        return place->second;
+    }
 
     // True when the entry's key was here already, and only its value is taken.
     bool Merge(std::uint32_t entry, std::uint32_t bucket) {
@@ -79,12 +89,12 @@ private:
     }
 
     std::optional<std::uint32_t> FindOld(std::string_view key, std::uint32_t bucket) {
-        const std::size_t size = fStore.fFileLists[bucket].count + fStore.fBuckets[bucket].size();
+        const std::size_t size = fStore.fBuckets.Size(bucket);
         if (size < kFewestIndexed) return fStore.FindInBucket(key, bucket);
         KeyIndex& index = fOldKeys[bucket];
         if (!index.IsBuilt()) {
             index.Start(size);
-            fStore.ForEachId(bucket, [&](std::uint32_t id) {
+            fStore.fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
                 const std::string_view old = fStore.KeyOf(id);
                 if (old.size() <= kLongestMergedKey) index.Insert(old, id);
                 return false;
@@ -98,9 +108,8 @@ private:
     bool fIsOverlay = false;
     std::uint64_t fMostUnfolded;
     std::uint64_t fUnfolded = 0;
-    std::uint64_t fListed = 0;
-    std::map<std::uint32_t, std::vector<std::uint32_t>> fGrown; // whole buckets
-    std::map<std::uint32_t, KeyIndex> fOldKeys;                 // of the larger buckets that were searched
+    std::map<std::uint32_t, BucketTable::Ids> fGrown;
+    std::map<std::uint32_t, KeyIndex> fOldKeys; // of the larger buckets that were searched
     std::vector<Replacement> fReplacements;
 };
 

@@ -9,21 +9,6 @@ TextColumn::TextColumn(FileArray<std::uint32_t> offsets, FileArray<std::uint16_t
                        FileArray<std::uint8_t> area)
     : fOffsets(std::move(offsets)), fLengths(std::move(lengths)), fArea(std::move(area)) {}
 
-ValueBytes TextColumn::At(std::size_t index) const {
-    if (index >= fLengths.size()) return {};
-    const std::uint32_t length = fLengths[index];
-    if (index < fOverrides.size() && fOverrides[index]) return {fOverrides[index].get(), length};
-    if (index >= fOffsets.size() || fOffsets[index] > fArea.size()) return {};
-    if (length > fArea.size() - fOffsets[index]) return {};
-    return {fArea.data() + fOffsets[index], length};
-}
-
-bool TextColumn::Equals(std::size_t index, std::string_view text) const {
-    // Most keys of a bucket are told apart by their length alone.
-    if (!text.empty() && (index >= fLengths.size() || fLengths[index] != text.size())) return false;
-    return At(index).Text() == text;
-}
-
 void TextColumn::Reserve(std::size_t count) {
     fOffsets.reserve(count);
     fLengths.reserve(count);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,21 @@ public:
     TextColumn(FileArray<std::uint32_t> offsets, FileArray<std::uint16_t> lengths,
                FileArray<std::uint8_t> area);
 
-    ValueBytes At(std::size_t index) const;
-    bool Equals(std::size_t index, std::string_view text) const;
+    ValueBytes At(std::size_t index) const {
+        if (index >= fLengths.size()) return {};
+        const std::uint32_t length = fLengths[index];
+        if (index < fOverrides.size() && fOverrides[index]) return {fOverrides[index].get(), length};
+        if (index >= fOffsets.size() || fOffsets[index] > fArea.size()) return {};
+        if (length > fArea.size() - fOffsets[index]) return {};
+        return {fArea.data() + fOffsets[index], length};
+    }
+
+    bool Equals(std::size_t index, std::string_view text) const {
+        // Most keys of a bucket are told apart by their lengths or their ends, which is where keys differ.
+        if (!text.empty() && (index >= fLengths.size() || fLengths[index] != text.size())) return false;
+        const std::string_view own = At(index).Text();
+        return own.size() == text.size() && EndOf(own) == EndOf(text) && own == text;
+    }
     std::size_t AreaSize() const { return fArea.size(); }
 
     // Room for `count` entries, so that Append cannot fail for want of it.
@@ -51,6 +65,12 @@ public:
     void Clear(std::size_t index);
 
 private:
+    // The last bytes as a number.
+    static std::uint64_t EndOf(std::string_view text) {
+        std::uint64_t end = 0;
+        if (text.size() >= sizeof end) std::memcpy(&end, text.data() + text.size() - sizeof end, sizeof end);
+        return end;
+    }
     std::uint8_t* MutableAt(std::size_t index);
 
     FileArray<std::uint32_t> fOffsets;

@@ -55,6 +55,11 @@ constexpr Bar kBars[] = {
     {"find/pavane/100000", "find_natural/pavane/100000", 1.2},
     {"answer/pavane/100000", "answer/gettext/100000", 0.35},
     {"placeholders/pavane", "placeholders/str_replace_all", 1.1},
+    {"load_binary/pavane/10000", "load_binary/memcpy/10000", 1 / 0.9},
+    {"load_binary/pavane/100000", "load_binary/memcpy/100000", 1 / 0.9},
+    {"load_binary_new/pavane/10000", "load_binary_new/memcpy/10000", 1 / 0.95},
+    {"load_binary_new/pavane/100000", "load_binary_new/memcpy/100000", 1 / 0.95},
+    {"load_binary_lookup/pavane/100000", "load_binary_new/memcpy/100000", 1.3},
     {"event/pavane", "event/map_of_maps", 0.7},
     {"event_bare/pavane", "event_bare/map_of_maps", 0.7},
     {"markup_records/pavane", "markup_records/pugixml", 1 / 2.5},
@@ -70,6 +75,12 @@ constexpr Bar kBars[] = {
     {"markup_edit_end/pavane/10", "markup_edit_end/pavane/1", 1.5},
 };
 
+// Without how often it ran and by which clock.
+std::string NameOf(const benchmark::BenchmarkReporter::Run& run) {
+    const auto& name = run.run_name;
+    return name.args.empty() ? name.function_name : name.function_name + "/" + name.args;
+}
+
 } // namespace
 
 bool BarReporter::ReportContext(const Context&) { return true; }
@@ -80,9 +91,9 @@ void BarReporter::ReportRuns(const std::vector<Run>& runs) {
             std::printf("%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
         } else if (run.run_type == Run::RT_Iteration) {
             const auto figure = run.counters.find(kFigure);
-            costs[run.run_name.str()].push_back(figure != run.counters.end()
-                                                    ? figure->second.value
-                                                    : 1e9 / run.counters.at("items_per_second"));
+            costs[NameOf(run)].push_back(figure != run.counters.end()
+                                             ? figure->second.value
+                                             : 1e9 / run.counters.at("items_per_second"));
         }
     }
 }

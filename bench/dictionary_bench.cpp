@@ -1,4 +1,5 @@
 // The dictionaries against a hash map and against gettext: random order, all hits.
+#include "bench/sample_keys.h"
 #include "dictionaries/fast_array.h"
 #include "dictionaries/translation.h"
 #include "dictionaries/zstring_dictionary.h"
@@ -27,26 +28,6 @@ using kestrel_private::FastArray;
 using kestrel_private::Reference;
 
 constexpr char kValue[] = "A label of 25 bytes, or so";
-
-std::string Padded(std::size_t number, std::size_t digits) {
-    std::string text = std::to_string(number);
-    return text.insert(0, digits > text.size() ? digits - text.size() : 0, '0');
-}
-
-std::string PaddedKey(std::size_t number) {
-    return "/app/pane_" + Padded(number / 400, 3) + "/section_" + Padded(number / 20 % 20, 2) + "/control_" +
-           Padded(number % 20, 2) + "/title";
-}
-
-std::string NaturalKey(std::size_t number) {
-    static constexpr const char* kWords[] = {"welcome", "licence", "account", "serial",
-                                             "finish",  "network", "proxy"};
-    static constexpr const char* kParts[] = {"title", "description", "button/next", "error/empty", "hint"};
-    return std::string("/brixen/pvn/") + kWords[number % 7] + "/" + kParts[number / 7 % 5] + "/" +
-           std::to_string(number / 35);
-}
-
-using MakeKey = std::string (*)(std::size_t);
 
 std::vector<std::string> ShuffledKeys(MakeKey makeKey, std::size_t count) {
     std::vector<std::string> keys(count);

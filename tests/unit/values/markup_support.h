@@ -1,6 +1,7 @@
 // What the tests of the markup document share: a document's state as a value, and the trees of two compared.
 #pragma once
 
+#include "support/markup_tree.h"
 #include "values/markup_document.h"
 
 #include <array>
@@ -12,10 +13,6 @@
 #include <vector>
 
 namespace brixen::lyr::gen::markup_test {
-
-// One entry of the table: the four positions, then parent, first child and next sibling.
-using Entry = std::array<std::int32_t, 7>;
-Entry EntryAt(const CMarkupSTL& document, std::int32_t index);
 
 // All of a document that an operation may change, but messages and memory.
 struct State {
@@ -41,11 +38,5 @@ using Tree = std::map<std::string, std::vector<std::string>>;
 Tree TreeOf(const CMarkupSTL& document);
 std::map<std::string, std::int32_t> IndexesOf(const CMarkupSTL& document);
 std::string NameOfElement(const CMarkupSTL& document, std::int32_t index);
-
-// How the trees of two tables differ, in shape or in positions; empty when they do not. Indexes may differ.
-std::string TreeDifference(const CMarkupSTL& left, const CMarkupSTL& right);
-
-// What is wrong with the table of a document; empty when it is what a fresh parse of the text makes.
-std::string FreshDifference(const CMarkupSTL& document);
 
 } // namespace brixen::lyr::gen::markup_test

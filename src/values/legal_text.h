@@ -2,7 +2,7 @@
 // left to the careful converters of text_conversion.h, which begin where these stop.
 #pragma once
 
-#include "values/text_conversion.h"
+#include "values/range_positions.h"
 
 #include <cstddef>
 #include <cstdint>

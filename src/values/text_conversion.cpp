@@ -240,9 +240,16 @@ std::string ToUtf8(std::u16string_view wide, bool lenient) {
     const char16_t* const end = wide.data() + wide.size();
     std::array<Byte, kPiece> piece;
     const auto came = QuickUtf16ToUtf8(wide.data(), end, piece.data(), piece.data() + piece.size());
-    if (came.source != end) return Utf8InPieces(wide, lenient);
+    if (came.source != end) return Utf8InPieces(wide, lenient, Utf16RangeToUtf8);
     return {reinterpret_cast<const char*>(piece.data()),
             static_cast<std::size_t>(came.target - piece.data())};
+}
+
+static RangePositions<Byte, char16_t> WholeSequences(const Byte* source, const Byte* sourceEnd,
+                                                     char16_t* target, char16_t* targetEnd, bool lenient) {
+    const auto came = Utf8RangeToUtf16(source, sourceEnd, target, targetEnd, lenient);
+    if (came.source == source) ThrowBadUtf8(); // it ends inside a sequence
+    return came;
 }
 
 std::u16string ToUtf16(std::string_view narrow, bool lenient) {
@@ -250,7 +257,7 @@ std::u16string ToUtf16(std::string_view narrow, bool lenient) {
     std::array<char16_t, kPiece> piece;
     const auto came =
         QuickUtf8ToUtf16(begin, begin + narrow.size(), piece.data(), piece.data() + piece.size());
-    if (came.source != begin + narrow.size()) return Utf16InPieces(narrow, lenient);
+    if (came.source != begin + narrow.size()) return Utf16InPieces(narrow, lenient, WholeSequences);
     return {piece.data(), static_cast<std::size_t>(came.target - piece.data())};
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "values/range_positions.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
@@ -54,13 +56,6 @@ ConversionResult ConvertUtf8ToUtf32(const std::uint8_t*& source, const std::uint
 bool IsLegalUtf8(const std::uint8_t* bytes, std::size_t length);
 // Whether the sequence that begins at `bytes` lies wholly before `end` and is legal.
 bool IsLegalUtf8Sequence(const std::uint8_t* bytes, const std::uint8_t* end);
-
-// How far a range conversion came.
-template <class Source, class Target>
-struct RangePositions {
-    const Source* source;
-    Target* target;
-};
 
 // Range converters that throw illegal_utf_sequence for an illegal source, and for an empty target when there
 // is something to convert. A source that ends inside a sequence, or a target that is full, shows in the

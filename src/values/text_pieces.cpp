@@ -1,7 +1,6 @@
 #include "values/text_pieces.h"
 
 #include "values/legal_text.h"
-#include "values/text_conversion.h"
 
 #include <array>
 
@@ -16,7 +15,8 @@ static_assert(kCareful < legal_text::kQuickUnits && kCareful < legal_text::kQuic
 
 } // namespace
 
-std::string Utf8InPieces(std::u16string_view wide, bool lenient) {
+std::string Utf8InPieces(std::u16string_view wide, bool lenient,
+                         CarefulStep<char16_t, std::uint8_t> careful) {
     const char16_t* source = wide.data();
     const char16_t* const end = source + wide.size();
     std::array<Byte, kPiece> piece;
@@ -25,7 +25,7 @@ std::string Utf8InPieces(std::u16string_view wide, bool lenient) {
     while (source != end) {
         auto came = QuickUtf16ToUtf8(source, end, piece.data(), piece.data() + piece.size());
         if (came.source == source) {
-            came = Utf16RangeToUtf8(source, end, piece.data(), piece.data() + kCareful, lenient);
+            came = careful(source, end, piece.data(), piece.data() + kCareful, lenient);
         }
         result.append(reinterpret_cast<const char*>(piece.data()),
                       static_cast<std::size_t>(came.target - piece.data()));
@@ -34,7 +34,8 @@ std::string Utf8InPieces(std::u16string_view wide, bool lenient) {
     return result;
 }
 
-std::u16string Utf16InPieces(std::string_view narrow, bool lenient) {
+std::u16string Utf16InPieces(std::string_view narrow, bool lenient,
+                             CarefulStep<std::uint8_t, char16_t> careful) {
     const Byte* source = reinterpret_cast<const Byte*>(narrow.data());
     const Byte* const end = source + narrow.size();
     std::array<char16_t, kPiece> piece;
@@ -43,10 +44,8 @@ std::u16string Utf16InPieces(std::string_view narrow, bool lenient) {
     while (source != end) {
         auto came = QuickUtf8ToUtf16(source, end, piece.data(), piece.data() + piece.size());
         if (came.source == source) {
-            came = Utf8RangeToUtf16(source, end, piece.data(), piece.data() + kCareful, lenient);
+            came = careful(source, end, piece.data(), piece.data() + kCareful, lenient);
         }
-        // It ends inside a sequence.
-        if (came.source == source) throw illegal_utf_sequence("Bad UTF-8 sequence.");
         result.append(piece.data(), came.target);
         source = came.source;
     }

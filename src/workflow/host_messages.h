@@ -18,6 +18,7 @@ inline constexpr std::uint32_t kMessageParentNotify = 0x0210; // low word: what 
 // What a WM_COMMAND tells in the high word of wparam.
 inline constexpr std::uint16_t kNotificationPressed = 0; // a button, or a key that stands for one
 inline constexpr std::uint16_t kNotificationKey = 1;     // a keyboard shortcut
+inline constexpr std::uint16_t kNotificationPopupHasFocus = 3;
 inline constexpr std::uint16_t kNotificationEditHasFocus = 0x0100;
 inline constexpr std::uint16_t kNotificationEditLosesFocus = 0x0200;
 

@@ -5,7 +5,13 @@
  *   ID CLASS CENTRE_X CENTRE_Y WIDTH HEIGHT STATES TEXT
  *
  * Coordinates are the screen's, in pixels. STATES is a word of letters: E enabled, F has the focus, T is a tab
- * stop, D is drawn as the default button, - for none. Exit code 1 when there is no dialog. */
+ * stop, D is drawn as the default button, - for none. TEXT of an edit control and of a popup is its state
+ * instead:
+ *
+ *   line=FIRST_VISIBLE/LINES selection=START-END direction=ltr|rtl
+ *   row=SELECTED/ROWS list=open|closed row_height=PIXELS
+ *
+ * Exit code 1 when there is no dialog. */
 #include <stdio.h>
 #include <windows.h>
 
@@ -22,7 +28,7 @@ static BOOL CALLBACK FindDialog(HWND window, LPARAM unused) {
 }
 
 static void PrintText(const wchar_t* text) {
-    char utf8[1024];
+    char utf8[2048];
     char* end;
     WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, NULL, NULL);
     for (end = utf8; *end; ++end) {
@@ -46,6 +52,20 @@ static void PrintStates(HWND control, HWND focus) {
     printf("%s ", states);
 }
 
+static void PrintEditState(HWND edit) {
+    DWORD selection = (DWORD)SendMessageW(edit, EM_GETSEL, 0, 0);
+    printf("line=%d/%d selection=%d-%d direction=%s\n", (int)SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0),
+           (int)SendMessageW(edit, EM_GETLINECOUNT, 0, 0), LOWORD(selection), HIWORD(selection),
+           GetWindowLongW(edit, GWL_EXSTYLE) & WS_EX_RTLREADING ? "rtl" : "ltr");
+}
+
+static void PrintPopupState(HWND popup) {
+    printf("row=%d/%d list=%s row_height=%d\n", (int)SendMessageW(popup, CB_GETCURSEL, 0, 0),
+           (int)SendMessageW(popup, CB_GETCOUNT, 0, 0),
+           SendMessageW(popup, CB_GETDROPPEDSTATE, 0, 0) ? "open" : "closed",
+           (int)SendMessageW(popup, CB_GETITEMHEIGHT, 0, 0));
+}
+
 static BOOL CALLBACK PrintControl(HWND control, LPARAM focus) {
     wchar_t name[64], text[512];
     RECT frame;
@@ -56,7 +76,12 @@ static BOOL CALLBACK PrintControl(HWND control, LPARAM focus) {
     printf("%d %ls %ld %ld %ld %ld ", GetDlgCtrlID(control), name, (frame.left + frame.right) / 2,
            (frame.top + frame.bottom) / 2, frame.right - frame.left, frame.bottom - frame.top);
     PrintStates(control, (HWND)focus);
-    PrintText(text);
+    if (lstrcmpiW(name, L"edit") == 0)
+        PrintEditState(control);
+    else if (lstrcmpiW(name, L"combobox") == 0)
+        PrintPopupState(control);
+    else
+        PrintText(text);
     return TRUE;
 }
 

@@ -38,6 +38,7 @@ PrivacyPane& PVNPrivacyHost::Pane() const { return *static_cast<PrivacyPane*>(cu
 bool PVNPrivacyHost::ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) {
     const bool isHandled = PVNPaneHost::ProcessWindowMessage(message, result);
     if (!window || !currentPane) return isHandled;
+    if (message.number == zeve::kMessageNextDialogControl) Pane().OnTab();
     if (message.number == zeve::kMessageCommand)
         Pane().OnNotification(LowWord(message.wparam), HighWord(message.wparam));
     const bool isNewKey = message.number == zeve::kMessageKeyDown && (message.lparam & kKeyRepeats) == 0;

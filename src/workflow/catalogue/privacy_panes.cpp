@@ -14,6 +14,10 @@ namespace brixen::pvn::pvn_workflow::privacy {
 
 namespace {
 
+constexpr std::uintptr_t kPlainButton = 0;
+constexpr std::uintptr_t kFramedButton = 1;
+constexpr std::intptr_t kRedraw = 1;
+
 constexpr std::uint16_t kChooseButtons[] = {kContinueButton, kCancelButton};
 constexpr std::uint16_t kStatementButtons[] = {kBackButton, kAcceptButton, kDeclineButton, kCancelButton};
 constexpr std::uint16_t kMissingButtons[] = {kReturnButton, kCancelButton};
@@ -50,6 +54,21 @@ void PrivacyPane::Leave() {
 
 zeve::NativeWindow PrivacyPane::ControlOf(std::uint16_t viewId) const {
     return zeve::platform::ChildWithId(zeve::ZeveTopWindow(ref), viewId);
+}
+
+// The keyboard rules frame the button that has the focus, and none when another control has it; there Enter
+// presses the default button, which is framed for that reason. They look for the frame that they take away,
+// so the button must not have it while the focus moves.
+void PrivacyPane::OnTab() {
+    zeve::platform::Send(ControlOf(traits.defaultButton), zeve::kButtonSetStyle, kPlainButton, kRedraw);
+}
+
+void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
+    const bool isPopup = id == kLanguagePopup && notification == kNotificationPopupHasFocus;
+    const bool isField =
+        (id == kLeftToRightField || id == kRightToLeftField) && notification == kNotificationEditHasFocus;
+    if (isPopup || isField)
+        zeve::platform::Post(ControlOf(traits.defaultButton), zeve::kButtonSetStyle, kFramedButton, kRedraw);
 }
 
 ChoosePane::ChoosePane(PrivacyData& runData) : PrivacyPane(kChooseTraits), data(runData) {}
@@ -107,6 +126,7 @@ void StatementPane::TakeFirstFocus() { zeve::platform::Focus(ControlOf(fieldId))
 // The keyboard rules select all text of a field that Tab reaches, which serves who wants to type over it. A
 // reader wants to go on where he was.
 void StatementPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
+    PrivacyPane::OnNotification(id, notification);
     if (id != fieldId) return;
     const zeve::NativeWindow field = ControlOf(fieldId);
     if (notification == kNotificationEditLosesFocus)

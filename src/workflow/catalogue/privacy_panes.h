@@ -39,7 +39,9 @@ public:
     // Whether Enter and Esc come as keys: a field of several lines keeps them from the dialog.
     virtual bool HasFieldOfLines() const { return false; }
     // What a control of the pane tells its dialog.
-    virtual void OnNotification(std::uint16_t, std::uint16_t) {}
+    virtual void OnNotification(std::uint16_t id, std::uint16_t notification);
+    // Tab moves the focus, and the frame with it.
+    void OnTab();
 
 protected:
     zeve::NativeWindow ControlOf(std::uint16_t viewId) const;

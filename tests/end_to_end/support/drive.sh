@@ -58,6 +58,12 @@ shows() { [ -n "$(control "$1")" ]; }
 shows_no_more() { ! shows "$1"; }
 is_focused() { case "$(states_of "$1")" in *F*) true ;; *) false ;; esac; }
 is_default() { case "$(states_of "$1")" in *D*) true ;; *) false ;; esac; }
+# focus_is CLASS: a control of that class has the focus.
+focus_is() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class && $7 ~ /F/ { found = 1 } END { exit !found }'; }
+# state_of_class CLASS NAME: a state of the visible edit control or combobox (see window_probe.c).
+state_of_class() { probe | awk -v class="$1" -v name="$2" 'NR > 1 && tolower($2) == class { for (i = 8; i <= NF; ++i)
+    if (index($i, name "=") == 1) print substr($i, length(name) + 2) }'; }
+class_state_is() { [ "$(state_of_class "$1" "$2")" = "$3" ]; }
 title_is() { [ "$(probe | sed -n '1s/^dialog [^ ]* [^ ]* [^ ]* [^ ]* //p')" = "$1" ]; }
 
 press() { xdotool key --clearmodifiers "$1"; }
@@ -67,4 +73,11 @@ click() {
     [ -n "$line" ] || fail "no control '$1' to click"
     # shellcheck disable=SC2046
     xdotool mousemove $(echo "$line" | awk '{ print $3, $4 }') click 1
+}
+# click_class CLASS [BELOW]: clicks the visible control of that class, or so many pixels below its centre.
+click_class() {
+    local line
+    line=$(probe | awk -v class="$1" 'NR > 1 && tolower($2) == class { print $3, $4; exit }')
+    [ -n "$line" ] || fail "no $1 to click"
+    xdotool mousemove "${line% *}" "$((${line#* } + ${2:-0}))" click 1
 }

@@ -300,6 +300,34 @@ TEST_F(Privacy, TheDefaultButtonHasTheFrame) {
     Run();
 }
 
+TEST_F(Privacy, TheDefaultButtonIsFramedWhereNoButtonHasTheFocusButNotWhileTabMovesIt) {
+    std::vector<std::pair<Window, std::uintptr_t>> framed;
+    System().answer = [&framed](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number == zeve::kButtonSetStyle) framed.emplace_back(message.window, message.wparam);
+        return std::nullopt;
+    };
+    const auto thenExpect = [&framed](std::uint16_t button, std::uintptr_t style) {
+        Then([&framed, button, style] {
+            EXPECT_THAT(framed, testing::ElementsAre(std::pair(Control(button)->handle, style)));
+            framed.clear();
+        });
+    };
+    const auto thenTab = [] { Then([] { Tell(TopDialog(), zeve::kMessageNextDialogControl); }); };
+    thenTab();
+    thenExpect(kContinueButton, 0);
+    ThenNotify(kLanguagePopup, kNotificationPopupHasFocus);
+    thenExpect(kContinueButton, 1);
+    ThenNotify(kLanguagePopup, 1); // another row
+    ThenPress(kContinueButton);
+    ThenNotify(kLeftToRightField, kNotificationEditHasFocus);
+    thenExpect(kAcceptButton, 1);
+    thenTab();
+    thenExpect(kAcceptButton, 0);
+    ThenPress(kAcceptButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_TRUE(System().script.empty());
+}
+
 TEST_F(Privacy, WhatIsHiddenAndSentAllTheSameChangesNothing) {
     for (const std::uint16_t id : {kAcceptButton, kDeclineButton, kBackButton, kReturnButton}) ThenPress(id);
     ThenExpectChoose();

@@ -1,0 +1,98 @@
+#!/bin/bash
+# Walks Privacy by keyboard alone: chooses a language, reads the statement, and accepts, declines and cancels.
+. "$(dirname "$0")/support/drive.sh"
+
+first_line() { state_of_class edit line | cut -d/ -f1; }
+is_scrolled() { [ "$(first_line)" -gt 0 ]; }
+is_at_top() { [ "$(first_line)" = 0 ]; }
+# The last line is in the field: it shows fewer lines than are left behind the first visible one.
+is_at_end() {
+    local line
+    line=$(state_of_class edit line)
+    [ "$((${line%/*} + 20))" -ge "${line#*/}" ]
+}
+
+open_statement() {
+    start_host --workflow 3 --language en_US
+    wait_until "the choice is shown" title_is "Getting Started: Privacy"
+    wait_until "Continue has the focus" is_focused Continue
+    press Return
+    wait_until "Enter leads to the statement" title_is "Getting Started: Privacy Statement"
+    wait_until "the reader starts in the field" focus_is edit
+}
+
+start_host --workflow 3 --language en_US
+wait_until "the choice is shown" title_is "Getting Started: Privacy"
+wait_until "Continue has the focus" is_focused Continue
+is_default Continue || fail "Continue is not the default button"
+shows Back && fail "the first pane offers Back"
+press Tab
+wait_until "Tab leads to Cancel" is_focused Cancel
+press Tab
+wait_until "Tab goes round to the languages" focus_is combobox
+wait_until "the default button is Continue there" is_default Continue
+for key in Escape Return; do
+    press F4
+    wait_until "F4 opens the list" class_state_is combobox list open
+    press $key
+    wait_until "$key closes the list" class_state_is combobox list closed
+done
+title_is "Getting Started: Privacy" || fail "a key of the list did more than close it"
+press End
+press Return
+wait_until "Enter leads to the statement" title_is "Getting Started: Privacy Statement"
+wait_until "the reader starts in the field" focus_is edit
+class_state_is edit direction rtl || fail "Arabic is not shown from right to left"
+
+xdotool keydown shift key Tab # held until the field has seen it
+wait_until "Shift+Tab leaves the field" is_focused Cancel
+xdotool keyup shift
+press Tab
+wait_until "Tab reaches the field" focus_is edit
+wait_until "Tab selects nothing" class_state_is edit selection 0-0
+wait_until "the default button is Accept there" is_default Accept
+is_default Cancel && fail "two buttons are drawn as the default one"
+press Tab
+wait_until "Tab leaves the field" is_focused Back
+is_default Accept && fail "two buttons are drawn as the default one"
+press space
+wait_until "Space presses Back" title_is "Getting Started: Privacy"
+wait_until "Continue has the focus" is_focused Continue
+press Tab
+wait_until "Tab leads to Cancel" is_focused Cancel
+press Tab
+wait_until "Tab leads to the languages" focus_is combobox
+press Home
+press Return
+wait_until "Enter leads to the statement again" title_is "Getting Started: Privacy Statement"
+wait_until "the reader starts in the field" focus_is edit
+class_state_is edit direction ltr || fail "English is not shown from left to right"
+is_at_top || fail "the statement does not start at its first line"
+wait_until "no text is selected" class_state_is edit selection 0-0
+press Next
+wait_until "Page Down scrolls" is_scrolled
+press ctrl+End
+wait_until "Ctrl+End goes to the end" is_at_end
+press ctrl+Home
+wait_until "Ctrl+Home goes to the top" is_at_top
+press Return
+host_ends 0 "status 0x0000"
+
+open_statement
+press Tab
+wait_until "Tab leads to Back" is_focused Back
+press Tab
+wait_until "Tab leads to Accept" is_focused Accept
+press Tab
+wait_until "Tab leads to Decline" is_focused Decline
+press space
+host_ends 1 "status 0x8903"
+
+open_statement
+press Escape
+host_ends 1 "status 0x8902"
+
+start_host --workflow 3 --language en_US
+wait_until "the choice is shown" is_focused Continue
+press Escape
+host_ends 1 "status 0x8902"

@@ -1,0 +1,130 @@
+// What an author is told, and what the command leaves behind.
+#include "tools/compile_command.h"
+#include "tools/dictionary_compiler.h"
+
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
+using namespace pavane_tools;
+using testing::EndsWith;
+using testing::StartsWith;
+
+namespace {
+
+// All remarks as `line: message`, an error with an exclamation mark.
+std::string RemarksOn(std::string_view source) {
+    std::string remarks;
+    for (const LineRemark& remark : CompileDictionary(source).remarks) {
+        remarks += std::to_string(remark.line) + (remark.isError ? "! " : ": ") + remark.message + "\n";
+    }
+    return remarks;
+}
+
+TEST(DictionaryCompiler, SaysNothingOfAGoodSource) {
+    EXPECT_EQ(RemarksOn("\"$$$/a=x\"\r\n\r\n  note \"$$$/b=y\" more\nplain/key=z"), "");
+    EXPECT_EQ(RemarksOn("\xEF\xBB\xBF\"$$$/a=x\""), "");
+    EXPECT_EQ(RemarksOn(""), "");
+}
+
+TEST(DictionaryCompiler, NamesTheLineOfEachError) {
+    const std::string source = "\"$$$/good=x\"\n"
+                               "\"$$/a=x\"\r\n"
+                               "=value\r"
+                               "/k\xE2\x82\xACy=x\n"
+                               "/a=\xFF\n"
+                               "/a=x\xE2\x80\xA8y\n" +
+                               std::string("/a=x\0y\n", 7);
+    EXPECT_EQ(RemarksOn(source), "2! begins with $, but not with $$$\n"
+                                 "3! has no key\n"
+                                 "4! the key holds a character beyond Latin-1\n"
+                                 "5! is not UTF-8\n"
+                                 "6! U+2028 and U+2029 end a line: write #{2028} or #{2029}\n"
+                                 "7! a NUL character ends the dictionary\n");
+    EXPECT_EQ(CompileDictionary(source).bytes, "");
+}
+
+TEST(DictionaryCompiler, RefusesTextsThatAreTooLong) {
+    EXPECT_EQ(RemarksOn("/a=" + std::string(32767, 'v')), "");
+    EXPECT_EQ(RemarksOn("/a=" + std::string(32768, 'v')), "1! the value is longer than 32767 characters\n");
+    EXPECT_EQ(RemarksOn(std::string(65535, 'k') + "=v"), "");
+    EXPECT_EQ(RemarksOn(std::string(65536, 'k') + "=v"), "1! the key is longer than 65535 characters\n");
+}
+
+TEST(DictionaryCompiler, WarnsOfWhatIsHardlyMeant) {
+    const std::string source = "a line of words\n/a=1\n\n\"$$$/a=2\"\n";
+    EXPECT_EQ(RemarksOn(source), "1: has no =, so its value is empty\n"
+                                 "4: replaces the value of line 2\n");
+    EXPECT_TRUE(CompileDictionary(source).IsGood());
+}
+
+TEST(DictionaryCompiler, GivesTheSameBytesEachTime) {
+    const std::string source = "/b=2\n/a=1\n/c=3\n";
+    EXPECT_EQ(CompileDictionary(source).bytes, CompileDictionary(source).bytes);
+}
+
+TEST(DictionaryWriter, RefusesWhatTheLengthsCannotHold) {
+    const std::string key(65535, 'k');
+    const std::u16string value(32767, u'v');
+    EXPECT_NO_THROW(WriteDictionary({{key, value, value}}));
+    EXPECT_THROW(WriteDictionary({{key + "k", u"", {}}}), std::length_error);
+    EXPECT_THROW(WriteDictionary({{"k", value + u"v", {}}}), std::length_error);
+    EXPECT_THROW(WriteDictionary({{"k", u"", value + u"v"}}), std::length_error);
+}
+
+class CompileCommand : public testing::Test {
+protected:
+    int Run(const std::vector<std::string>& arguments) {
+        fMessages.str("");
+        return RunCompileCommand(arguments, fMessages);
+    }
+    std::string In(const char* name) const { return (fFolder / name).string(); }
+    static void Write(const std::string& path, const std::string& bytes) {
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    static std::string Read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    }
+
+    pavane_test::TemporaryFolder fFolder{u"compile"};
+    std::ostringstream fMessages;
+};
+
+TEST_F(CompileCommand, WritesTheTargetAndItsFolders) {
+    Write(In("a.txt"), "/a=x\n");
+    EXPECT_EQ(Run({In("a.txt"), In("new/folder/a.zdct")}), 0);
+    EXPECT_EQ(fMessages.str(), "");
+    EXPECT_EQ(Read(In("new/folder/a.zdct")), CompileDictionary("/a=x\n").bytes);
+    EXPECT_FALSE(std::filesystem::exists(In("new/folder/a.zdct.new")));
+}
+
+TEST_F(CompileCommand, SaysWhereErrorsAreAndKeepsTheOlderTarget) {
+    Write(In("a.txt"), "no equals\n$/a=x\n");
+    Write(In("a.zdct"), "older");
+    EXPECT_EQ(Run({In("a.txt"), In("a.zdct")}), 1);
+    EXPECT_EQ(fMessages.str(), In("a.txt") + ":1: warning: has no =, so its value is empty\n" + In("a.txt") +
+                                   ":2: error: begins with $, but not with $$$\n");
+    EXPECT_EQ(Read(In("a.zdct")), "older");
+}
+
+TEST_F(CompileCommand, ComplainsAboutFilesAndUsage) {
+    EXPECT_EQ(Run({In("absent.txt"), In("a.zdct")}), 2);
+    EXPECT_THAT(fMessages.str(), EndsWith("absent.txt: cannot be read\n"));
+    EXPECT_EQ(Run({fFolder.Path().string(), In("a.zdct")}), 2);
+    EXPECT_THAT(fMessages.str(), EndsWith(": cannot be read\n"));
+    Write(In("a.txt"), "/a=x\n");
+    EXPECT_EQ(Run({In("a.txt"), In("a.txt/below")}), 2);
+    EXPECT_THAT(fMessages.str(), EndsWith("below: cannot be written\n"));
+    EXPECT_EQ(Run({In("a.txt")}), 2);
+    EXPECT_THAT(fMessages.str(), StartsWith("usage:"));
+}
+
+} // namespace

@@ -199,7 +199,9 @@ CMarkupSTL Rewritten(const char* text, int kind, const char* content, bool asCDa
     EXPECT_EQ(markup.FindNode(kind), kind) << text;
     const State before = StateOf(markup);
     EXPECT_EQ(markup.SetData(content, asCData), isDone) << text;
-    if (!isDone) EXPECT_EQ(StateOf(markup), before) << text;
+    if (!isDone) {
+        EXPECT_EQ(StateOf(markup), before) << text;
+    }
     EXPECT_EQ(FreshDifference(markup), "") << text;
     return markup;
 }

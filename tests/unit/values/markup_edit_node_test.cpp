@@ -30,7 +30,9 @@ TEST(MarkupEditNode, NodesOfEveryKindAreWrittenInTheirFences) {
         ASSERT_TRUE(markup.AddNode(node.kind, node.text));
         EXPECT_EQ(markup.GetDoc(), "<r><a/>" + std::string(node.written) + "<b/></r>");
         EXPECT_EQ(markup.NodeType(), node.kind);
-        if (node.kind != kMarkupElement) EXPECT_EQ(markup.GetData(), node.text);
+        if (node.kind != kMarkupElement) {
+            EXPECT_EQ(markup.GetData(), node.text);
+        }
         EXPECT_EQ(FreshDifference(markup), "");
         ASSERT_TRUE(markup.FindElem());
         EXPECT_EQ(markup.GetTagName(), "b");
@@ -193,7 +195,9 @@ TEST(MarkupEditNode, ANodeCursorFollowsAnEditInFrontOfIt) {
     // The attribute is that of no element while the cursor stands on a text; whatever comes of it, the cursor
     // names the same text or none.
     markup.SetAttrib("x", "1");
-    if (markup.NodeLength() != 0) EXPECT_EQ(markup.GetData(), "text");
+    if (markup.NodeLength() != 0) {
+        EXPECT_EQ(markup.GetData(), "text");
+    }
     EXPECT_EQ(FreshDifference(markup), "");
 }
 

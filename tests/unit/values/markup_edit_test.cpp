@@ -21,7 +21,9 @@ struct EditCase {
 void Check(const EditCase& change) {
     SCOPED_TRACE(change.before + std::string(" at ") + (change.path ? change.path : "the start"));
     CMarkupSTL markup = Parsed(change.before);
-    if (change.path) ASSERT_TRUE(markup.FindElem(change.path));
+    if (change.path) {
+        ASSERT_TRUE(markup.FindElem(change.path));
+    }
     ASSERT_TRUE(change.edit(markup));
     EXPECT_EQ(markup.GetDoc(), change.after);
     EXPECT_EQ(markup.GetTagName(), change.current);
@@ -141,6 +143,24 @@ TEST(MarkupEdit, AShortFormIsOpenedForAChild) {
                       "<r><p b='1'>\r\n<c/>\r\n</p>\r\n<q/></r>", "p"},
          }) {
         Check(change);
+    }
+}
+
+TEST(MarkupEdit, ATagThatWouldStillBeShortIsNotOpened) {
+    // Without its `/>` and with a `>` this tag would end in `/>` again.
+    const std::function<bool(CMarkupSTL&)> kEdits[] = {
+        AddChild("c"),
+        InsertChild("c"),
+        Inside(Add("c")),
+        [](CMarkupSTL& markup) { return markup.SetData("text"); },
+        [](CMarkupSTL& markup) { return markup.IntoElem() && markup.AddNode(kMarkupText, "text"); },
+        [](CMarkupSTL& markup) { return markup.IntoElem() && markup.AddSubDoc("<c/>"); },
+    };
+    for (const auto& edit : kEdits) {
+        CMarkupSTL markup = At("<r><p//></r>", "r/p");
+        EXPECT_FALSE(edit(markup));
+        EXPECT_EQ(markup.GetDoc(), "<r><p//></r>");
+        EXPECT_EQ(FreshDifference(markup), "");
     }
 }
 

@@ -107,7 +107,9 @@ TEST(MarkupNavigation, PathsFromBeforeTheRoot) {
         CMarkupSTL markup = Parsed(kText);
         EXPECT_EQ(markup.FindElem(path.path), path.found != nullptr) << path.path;
         EXPECT_EQ(markup.GetAttrib("id"), path.found ? path.found : "") << path.path;
-        if (!path.found) EXPECT_EQ(CursorOf(markup), Cursor{}) << path.path;
+        if (!path.found) {
+            EXPECT_EQ(CursorOf(markup), Cursor{}) << path.path;
+        }
     }
 }
 

@@ -57,9 +57,13 @@ public:
     void Check() {
         SCOPED_TRACE("after " + what + (isDone ? ": done" : ": refused"));
         ASSERT_EQ(FreshDifference(markup), "") << markup.GetDoc();
-        if (!isDone) ASSERT_EQ(StateOf(markup), before);
+        if (!isDone) {
+            ASSERT_EQ(StateOf(markup), before);
+        }
         DropEmpty();
-        if (isDone) ASSERT_EQ(TreeOf(markup), expected) << markup.GetDoc();
+        if (isDone) {
+            ASSERT_EQ(TreeOf(markup), expected) << markup.GetDoc();
+        }
         CheckElements();
         CheckNode();
         CheckSaved();
@@ -263,7 +267,9 @@ private:
         expected[top] = {child};
         isDone = isBehind ? markup.AddSubDoc(kPieces[piece]) : markup.InsertSubDoc(kPieces[piece]);
         ASSERT_TRUE(isDone == (piece < 3) || piece == 2) << before.document;
-        if (isDone) ASSERT_EQ(Element(), top);
+        if (isDone) {
+            ASSERT_EQ(Element(), top);
+        }
     }
     void SetData() {
         what = "SetData";
@@ -275,8 +281,12 @@ private:
         const bool wasOnDocumentType = markup.NodeType() == kMarkupDocumentType;
         if (wasOnDocumentType) return Go();
         isDone = markup.SetData(text, OneIn(3));
-        if (hasChildren) ASSERT_FALSE(isDone);
-        if (isDone && !isVanishing) ASSERT_EQ(markup.GetData(), text);
+        if (hasChildren) {
+            ASSERT_FALSE(isDone);
+        }
+        if (isDone && !isVanishing) {
+            ASSERT_EQ(markup.GetData(), text);
+        }
     }
     void SetAtt() {
         what = "SetAttrib";
@@ -284,7 +294,9 @@ private:
         const char* const name = Any(kAttributes);
         const std::string value = OneIn(4) ? "" : Any(kTexts);
         isDone = markup.SetAttrib(name, value);
-        if (isDone) ASSERT_EQ(markup.GetAttrib(name), value) << markup.GetDoc();
+        if (isDone) {
+            ASSERT_EQ(markup.GetAttrib(name), value) << markup.GetDoc();
+        }
     }
     void SetChild() {
         what = "SetChildAttrib";
@@ -292,14 +304,18 @@ private:
         const char* const name = Any(kAttributes);
         const std::string value = Any(kTexts);
         isDone = markup.SetChildAttrib(name, value);
-        if (isDone) ASSERT_EQ(markup.GetChildAttrib(name), value) << markup.GetDoc();
+        if (isDone) {
+            ASSERT_EQ(markup.GetChildAttrib(name), value) << markup.GetDoc();
+        }
     }
     void RemoveAtt() {
         what = "RemoveAttrib";
         touched = Element();
         const char* const name = Any(kAttributes);
         isDone = markup.RemoveAttrib(name);
-        if (isDone) ASSERT_EQ(markup.GetAttrib(name), "") << markup.GetDoc();
+        if (isDone) {
+            ASSERT_EQ(markup.GetAttrib(name), "") << markup.GetDoc();
+        }
     }
     void RemoveElem() {
         what = "RemoveElem";
@@ -308,7 +324,9 @@ private:
         ExpectGone(name);
         isDone = markup.RemoveElem();
         ASSERT_EQ(isDone, !name.empty());
-        if (isDone) ASSERT_EQ(Element(), front);
+        if (isDone) {
+            ASSERT_EQ(Element(), front);
+        }
     }
     void RemoveChild() {
         what = "RemoveChildElem";
@@ -316,7 +334,9 @@ private:
         ExpectGone(name);
         isDone = markup.RemoveChildElem();
         ASSERT_EQ(isDone, !name.empty());
-        if (isDone) ASSERT_EQ(Child(), front);
+        if (isDone) {
+            ASSERT_EQ(Child(), front);
+        }
     }
     void RemoveNode() {
         what = "RemoveNode";
@@ -345,7 +365,9 @@ private:
             const auto was = indexes.find(name);
             if (was == indexes.end()) continue; // it is new
             ASSERT_EQ(was->second, index) << name;
-            if (name != touched) ASSERT_EQ(newTags.at(name), tags.at(name));
+            if (name != touched) {
+                ASSERT_EQ(newTags.at(name), tags.at(name));
+            }
         }
         for (const std::int32_t place : {markup.PosParent(), markup.Pos(), markup.PosChild()}) {
             const auto live = IndexesOf(markup);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 
@@ -50,8 +51,12 @@ public:
     // Gives the next entry out as it lies there. There must be room for it.
     std::int32_t Take() { return fFree++; }
     bool IsFull() const { return fFree >= fCapacity; }
-    // Takes back the entry at `firstUnused` and all behind it.
-    void GiveBack(std::int32_t firstUnused) { fFree = firstUnused; }
+    // How many entries from there on lie side by side.
+    std::int32_t FreeRun() const {
+        return std::min(fCapacity - fFree, kSegmentEntries - (fFree & kEntryMask));
+    }
+    // Takes back the entry at `firstUnused` and all behind it, or says that all in front of it are given out.
+    void SetFree(std::int32_t firstUnused) { fFree = firstUnused; }
     // Removes all elements and zeroes the root; the memory stays.
     void Clear();
     // Makes room for `request` entries, or for half as many again as are in use when it is 0. At most one

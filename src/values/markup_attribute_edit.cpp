@@ -29,7 +29,7 @@ bool CMarkupSTL::SetAttributeIn(const TagRange& tag, std::int32_t element, std::
         return found.value.end < tag.end &&
                ReplaceInTag(element, found.value.begin, found.value.end, escaped);
     }
-    if (found.stop > tag.end) return false;
+    if (found.stop > tag.end || found.lastEnd == 0) return false;
     std::string added;
     added.reserve(name.size() + escaped.size() + 4);
     added.append(" ").append(name).append("=\"").append(escaped).append("\"");

@@ -1,5 +1,7 @@
 #include "values/markup_attributes.h"
 
+#include <algorithm>
+
 namespace brixen::lyr::gen {
 namespace {
 
@@ -33,6 +35,50 @@ private:
     bool fWaiting = false; // for the value, behind `=`
 };
 
+// Whether a name matches nothing but itself.
+bool IsWholeName(std::string_view name) {
+    return std::none_of(name.begin(), name.end(), [](char byte) {
+        return byte == ' ' || byte == '=' || byte == '/' || byte == '[' || byte == '\0';
+    });
+}
+
+bool HasNoDelimiter(std::string_view text) {
+    std::uint8_t classes = 0;
+    for (const char byte : text) classes |= ClassOf(byte);
+    return (classes & kDelimiterByte) == 0;
+}
+
+// Whether `name` ends at `end`, begins a token behind `from`, and nothing in front of it stops the search or
+// waits for a value.
+bool StandsBefore(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t end, std::string_view name) {
+    const std::ptrdiff_t begin = end - std::ssize(name);
+    return begin > from && text.Between(begin, end) == name && IsBlank(text[begin - 1]) &&
+           HasNoDelimiter(text.Between(from, begin));
+}
+
+// The quick road for tags in which `name="value"` is the only use of a quote. True when `value` is the
+// answer; other tags take the road of tokens.
+bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t tagEnd, std::string_view name,
+                    std::optional<MarkupToken>& value) {
+    if (!IsWholeName(name)) return false;
+    for (;;) {
+        const std::ptrdiff_t quote = FindQuote(text.bytes, from, tagEnd, text.end);
+        if (quote == tagEnd) return true;
+        if (quote - from < 2 || text[quote - 1] != '=' || ClassOf(text[quote - 2]) != kOrdinaryByte)
+            return false;
+        const std::ptrdiff_t valueEnd = text.Find(text[quote], quote + 1, tagEnd);
+        if (valueEnd == tagEnd) return false;
+        if (!name.empty() && text[quote - 2] == name.back()) {
+            if (StandsBefore(text, from, quote - 1, name)) {
+                value = MarkupToken{quote + 1, valueEnd, true};
+                return true;
+            }
+            return false;
+        }
+        from = valueEnd + 1;
+    }
+}
+
 } // namespace
 
 FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std::string_view name) {
@@ -55,6 +101,15 @@ FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std
     }
     if (token.begin < text.end && found.lastEnd <= token.begin) found.stop = token.begin;
     return found;
+}
+
+std::optional<MarkupToken> FindAttributeValue(const MarkupSpan& text, std::ptrdiff_t tagName,
+                                              std::ptrdiff_t tagEnd, std::string_view name) {
+    std::optional<MarkupToken> value;
+    if (FindInPlainTag(text, tagName, tagEnd, name, value)) return value;
+    const FoundAttribute found = FindAttribute(text, tagName, name);
+    if (found.exists) value = found.value;
+    return value;
 }
 
 std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index) {

@@ -2,6 +2,8 @@
 
 #include "values/markup_tokens.h"
 
+#include <optional>
+
 // The attributes of one tag of markup. Private to the markup document.
 namespace brixen::lyr::gen {
 
@@ -9,14 +11,19 @@ struct FoundAttribute {
     bool exists = false;
     std::ptrdiff_t nameBegin = 0;
     MarkupToken value;
-    // When it does not exist: where the last token in front of the tag's end ends, and where that end is. The
-    // end of the text when the tag has none.
+    // When it does not exist: where the last token in front of the tag's end ends (0 when there is none), and
+    // where that end is. The end of the text when the tag has none.
     std::ptrdiff_t lastEnd = 0;
     std::ptrdiff_t stop = 0;
 };
 
 // Looks for an attribute from the tag's name on. Only quoted values count; a quote may hide the tag's `>`.
 FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std::string_view name);
+
+// The value of an attribute alone, without its quotes and as it stands; nothing when it does not exist. The
+// tag's first `>` stands at `tagEnd`.
+std::optional<MarkupToken> FindAttributeValue(const MarkupSpan& text, std::ptrdiff_t tagName,
+                                              std::ptrdiff_t tagEnd, std::string_view name);
 
 // The name of the attribute at a place from 0 on, empty when there are fewer.
 std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index);

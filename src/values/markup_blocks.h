@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -86,14 +87,44 @@ namespace markup_blocks = scalar_markup;
 
 #endif
 
-// The first `wanted` in [from, end), or `end`. The C library's search is slow on some systems.
-inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdiff_t end, char wanted) {
-    for (; end - from >= kNameBlock; from += kNameBlock) {
-        const std::uint32_t mask = markup_blocks::BytesEqual(text + from, wanted);
-        if (mask != 0) return from + std::countr_zero(mask);
+// The first byte of [from, to) that `blockMask` marks, or `to`; `readable` is the end of what may be read, so
+// that short stretches inside of a longer text need no loop. The C library's search is slow on some systems.
+template <class BlockMask>
+std::ptrdiff_t FindInBlocks(const char* text, std::ptrdiff_t from, std::ptrdiff_t to, std::ptrdiff_t readable,
+                            BlockMask blockMask) {
+    for (; from < to; from += kNameBlock) {
+        std::uint32_t mask = 0;
+        if (readable - from >= kNameBlock) {
+            mask = blockMask(text + from);
+        } else {
+            char block[kNameBlock] = {};
+            std::memcpy(block, text + from, static_cast<std::size_t>(readable - from));
+            mask = blockMask(block);
+        }
+        if (mask != 0) return std::min(from + std::countr_zero(mask), to);
     }
-    while (from < end && text[from] != wanted) ++from;
-    return from;
+    return to;
+}
+
+inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdiff_t to,
+                               std::ptrdiff_t readable, char wanted) {
+    return FindInBlocks(text, from, to, readable,
+                        [wanted](const char* block) { return markup_blocks::BytesEqual(block, wanted); });
+}
+
+// A quote of either kind.
+inline std::ptrdiff_t FindQuote(const char* text, std::ptrdiff_t from, std::ptrdiff_t to,
+                                std::ptrdiff_t readable) {
+    return FindInBlocks(text, from, to, readable, [](const char* block) {
+        return markup_blocks::BytesEqual(block, '"') | markup_blocks::BytesEqual(block, '\'');
+    });
+}
+
+// The same for fewer bytes, none behind them is read.
+inline std::uint64_t LastBracketsOf(const char* bytes, std::ptrdiff_t count) {
+    char block[kBracketBlock] = {};
+    std::memcpy(block, bytes, static_cast<std::size_t>(count));
+    return markup_blocks::BracketsOf(block);
 }
 
 // Goes through the brackets of a text, of either kind, from one place on.
@@ -126,14 +157,8 @@ private:
     }
 
     std::uint64_t MaskAt(std::ptrdiff_t base) const {
-        return fEnd - base >= kBracketBlock ? markup_blocks::BracketsOf(fText + base) : LastMask(base);
-    }
-
-    // The bytes behind the text are not the scanner's to read.
-    std::uint64_t LastMask(std::ptrdiff_t base) const {
-        char block[kBracketBlock] = {};
-        if (base < fEnd) std::memcpy(block, fText + base, static_cast<std::size_t>(fEnd - base));
-        return markup_blocks::BracketsOf(block);
+        if (fEnd - base >= kBracketBlock) return markup_blocks::BracketsOf(fText + base);
+        return base < fEnd ? LastBracketsOf(fText + base, fEnd - base) : 0;
     }
 
     const char* fText;

@@ -142,7 +142,9 @@ private:
         std::int32_t nodeOffset = 0;
         std::int32_t nodeLength = 0; // 0 on an element
 
-        static Cursor On(std::int32_t posParent, std::int32_t pos, std::int32_t posChild = 0);
+        static Cursor On(std::int32_t posParent, std::int32_t pos, std::int32_t posChild = 0) {
+            return {posParent, pos, posChild, pos == 0 ? kMarkupNone : kMarkupElement, 0, 0};
+        }
         // Whether it is a node that is no element.
         bool IsOnNode() const { return nodeLength > 0; }
     };
@@ -170,13 +172,25 @@ private:
     bool Parse();
 
     // The table, and what it says of the document.
-    std::int32_t FirstUnder(std::int32_t parent) const;
+    std::int32_t FirstUnder(std::int32_t parent) const {
+        return table.Capacity() == 0 ? 0 : table[parent].firstChild;
+    }
+    // The child of `parent` behind `element`, the first one when that is 0.
+    std::int32_t NextUnder(std::int32_t parent, std::int32_t element) const {
+        return element != 0 ? table[element].nextSibling : FirstUnder(parent);
+    }
     std::int32_t LastUnder(std::int32_t parent) const;
     std::int32_t SiblingBefore(std::int32_t element) const;
-    bool IsShort(std::int32_t element) const;
+    bool IsShort(std::int32_t element) const {
+        return table[element].startTagRight == table[element].endTagLeft + 1;
+    }
     bool IsLive(std::int32_t element) const;
-    std::ptrdiff_t ContentBegin(std::int32_t parent) const;
-    std::ptrdiff_t ContentEnd(std::int32_t parent) const;
+    std::ptrdiff_t ContentBegin(std::int32_t parent) const {
+        return parent == 0 ? 0 : std::ptrdiff_t{table[parent].startTagRight} + 1;
+    }
+    std::ptrdiff_t ContentEnd(std::int32_t parent) const {
+        return parent == 0 ? std::ssize(document) : table[parent].endTagLeft;
+    }
     std::string_view NameOf(std::int32_t element) const;
     std::int32_t FindByPath(std::int32_t parent, std::int32_t start, std::string_view path) const;
 

@@ -1,7 +1,5 @@
 #include "values/markup_escape.h"
 
-#include "values/markup_blocks.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -84,22 +82,19 @@ std::string EscapeMarkup(std::string_view text, bool attribute) {
     return result;
 }
 
-std::string UnescapeMarkup(std::string_view text) {
-    const std::ptrdiff_t end = std::ssize(text);
-    std::ptrdiff_t mark = FindByte(text.data(), 0, end, '&');
-    if (mark == end) return std::string(text);
-    std::string result;
-    result.reserve(text.size());
-    std::ptrdiff_t from = 0;
-    for (; mark < end; mark = FindByte(text.data(), from, end, '&')) {
-        result.append(text.data() + from, static_cast<std::size_t>(mark - from));
-        const std::string_view behind = text.substr(static_cast<std::size_t>(mark) + 1);
+std::string UnescapeMarkup(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to) {
+    std::ptrdiff_t mark = text.Find('&', from, to);
+    std::string result(text.Between(from, mark));
+    while (mark < to) {
+        const std::string_view behind = text.Between(mark + 1, to);
         std::size_t length = ReadNumber(behind, result);
         if (length == 0) length = ReadName(behind, result);
         if (length == 0) result += '&';
         from = mark + 1 + static_cast<std::ptrdiff_t>(length);
+        mark = text.Find('&', from, to);
+        result.append(text.Between(from, mark));
     }
-    return result.append(text.data() + from, static_cast<std::size_t>(end - from));
+    return result;
 }
 
 } // namespace brixen::lyr::gen

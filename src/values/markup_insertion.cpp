@@ -144,7 +144,7 @@ bool CMarkupSTL::PutSubDoc(bool behind, std::string_view text) {
     const std::int32_t top = ParseElement(text, table, place.parent, error);
     const std::ptrdiff_t offset = PutText(place, text, true);
     if (offset == kNowhere) {
-        table.GiveBack(first);
+        table.SetFree(first);
         return false;
     }
     for (std::int32_t element = first; element < table.Free(); ++element) {

@@ -6,35 +6,10 @@
 
 namespace brixen::lyr::gen {
 
-CMarkupSTL::Cursor CMarkupSTL::Cursor::On(std::int32_t posParent, std::int32_t pos, std::int32_t posChild) {
-    Cursor cursor;
-    cursor.posParent = posParent;
-    cursor.pos = pos;
-    cursor.posChild = posChild;
-    cursor.nodeType = pos == 0 ? kMarkupNone : kMarkupElement;
-    return cursor;
-}
-
-std::int32_t CMarkupSTL::FirstUnder(std::int32_t parent) const {
-    return table.Capacity() == 0 ? 0 : table[parent].firstChild;
-}
-
-bool CMarkupSTL::IsShort(std::int32_t element) const {
-    return table[element].startTagRight == table[element].endTagLeft + 1;
-}
-
 // A removed element keeps its subtree, whose parents lead up to it.
 bool CMarkupSTL::IsLive(std::int32_t element) const {
     while (element > 0) element = table[element].parent;
     return element != kRemoved;
-}
-
-std::ptrdiff_t CMarkupSTL::ContentBegin(std::int32_t parent) const {
-    return parent == 0 ? 0 : std::ptrdiff_t{table[parent].startTagRight} + 1;
-}
-
-std::ptrdiff_t CMarkupSTL::ContentEnd(std::int32_t parent) const {
-    return parent == 0 ? std::ssize(document) : table[parent].endTagLeft;
 }
 
 std::string_view CMarkupSTL::NameOf(std::int32_t element) const {
@@ -42,10 +17,9 @@ std::string_view CMarkupSTL::NameOf(std::int32_t element) const {
 }
 
 std::int32_t CMarkupSTL::FindByPath(std::int32_t parent, std::int32_t start, std::string_view path) const {
-    if (table.Capacity() == 0) return 0;
-    std::int32_t element = start != 0 ? table[start].nextSibling : table[parent].firstChild;
+    std::int32_t element = NextUnder(parent, start);
     if (path.starts_with('/')) {
-        element = table[0].firstChild;
+        element = FirstUnder(0);
         path.remove_prefix(1);
     }
     if (path.empty()) return element;
@@ -67,7 +41,8 @@ std::int32_t CMarkupSTL::FindByPath(std::int32_t parent, std::int32_t start, std
 void CMarkupSTL::ResetPos() { cursor = {}; }
 
 bool CMarkupSTL::FindElem(MarkupText path) {
-    const std::int32_t found = FindByPath(cursor.posParent, cursor.pos, path);
+    const std::int32_t found = path.empty() ? NextUnder(cursor.posParent, cursor.pos)
+                                            : FindByPath(cursor.posParent, cursor.pos, path);
     if (found == 0) return false;
     cursor = Cursor::On(table[found].parent, found);
     return true;
@@ -107,7 +82,7 @@ int CMarkupSTL::FindNode(int typeMask) {
     Cursor at = Cursor::On(cursor.posParent, cursor.pos);
     ScannedNode node{kMarkupNone, 0};
     for (std::ptrdiff_t offset = NextNodeOffset(); offset < text.end; offset = node.end) {
-        const std::int32_t next = at.pos != 0 ? table[at.pos].nextSibling : FirstUnder(at.posParent);
+        const std::int32_t next = NextUnder(at.posParent, at.pos);
         if (next != 0 && table[next].startTagLeft == offset) {
             at = Cursor::On(at.posParent, next);
             node = {kMarkupElement, std::ptrdiff_t{table[next].endTagRight} + 1};

@@ -11,154 +11,188 @@ namespace {
 constexpr std::int32_t kEndTagFirst = 0;
 constexpr std::int32_t kFailed = -1;
 
-std::int32_t Narrow(std::ptrdiff_t position) { return static_cast<std::int32_t>(position); }
+enum class Step { GoOn, Done, EndTagFirst, Failed };
+
+// The elements that are being parsed. Copied rather than shared, so that the loop keeps it in registers.
+struct Nest {
+    ElemPos* open;      // the innermost element that is open; its ancestors are found by their parents
+    std::int32_t* link; // takes the index of the next element
+    ElemPos* next;      // the next element's entry
+    ElemPos* end;       // of the entries that can be filled without asking the table
+    std::int32_t openIndex;
+    std::int32_t nextIndex;
+
+    void Enter(std::ptrdiff_t left, std::ptrdiff_t right, bool isShort) {
+        *link = nextIndex;
+        next->startTagLeft = static_cast<std::int32_t>(left);
+        next->startTagRight = static_cast<std::int32_t>(right);
+        next->endTagLeft = static_cast<std::int32_t>(right) + (isShort ? -1 : 1);
+        next->endTagRight = static_cast<std::int32_t>(right);
+        next->parent = openIndex;
+        next->firstChild = 0;
+        next->nextSibling = 0;
+        link = isShort ? &next->nextSibling : &next->firstChild;
+        if (!isShort) {
+            open = next;
+            openIndex = nextIndex;
+        }
+        ++next;
+        ++nextIndex;
+    }
+    void Leave(std::ptrdiff_t left, std::ptrdiff_t right, ElementTable& table) {
+        open->endTagLeft = static_cast<std::int32_t>(left);
+        open->endTagRight = static_cast<std::int32_t>(right);
+        link = &open->nextSibling;
+        openIndex = open->parent;
+        open = &table[openIndex];
+    }
+};
+
+// Where the loop goes on behind a tag that was read by its tokens.
+struct Resumption {
+    Step step;
+    std::ptrdiff_t at;
+    Nest nest;
+};
+
+// Whether the tag is a start tag whose name begins right behind the `<`. What is between the name and the
+// first `>` is not looked at, quotes included.
+bool IsPlainStartTag(const MarkupSpan& text, std::ptrdiff_t left, std::ptrdiff_t right) {
+    return right < text.end && ClassOf(text[left + 1]) == kOrdinaryByte;
+}
+
+// Whether an end tag reads `</name>` with the name of the open element. A quote could hide the first `>`, so
+// that none may stand in the name.
+bool IsPlainEndTag(const MarkupSpan& text, std::ptrdiff_t left, std::ptrdiff_t right, const ElemPos& open) {
+    const std::ptrdiff_t length = right - left - 2;
+    if (length <= 0 || length >= kNameBlock || text.end - left < kNameBlock + 2) return false;
+    if (text[left + 1] != '/' || ClassOf(text[left + 2]) != kOrdinaryByte) return false;
+    const char* const name = text.bytes + open.startTagLeft + 1;
+    const std::uint32_t wanted = (1U << length) - 1;
+    if ((~markup_blocks::CommonNameBytes(text.bytes + left + 2, name) & wanted) != 0) return false;
+    return name[length] == '>' || name[length] == ' ' || name[length] == '/';
+}
 
 class Parser {
 public:
     Parser(std::string_view text, ElementTable& table, std::int32_t parent, std::string& error)
-        : fText(text), fScanner(text.data(), fText.end, 0), fTable(table), fError(error), fTop(parent),
-          fFirst(table.Free()), fOpen(parent) {}
+        : fText(text), fTable(table), fError(error), fTop(parent), fFirst(table.Free()) {}
 
     std::int32_t Run() {
-        MakeRoom();
-        Step step = Step::GoOn;
-        while (step == Step::GoOn) step = ParseTag(fScanner.Next('<'));
+        const Step step = ParseTags();
         if (step == Step::Done) return fFirst;
-        fTable.GiveBack(fFirst);
+        fTable.SetFree(fFirst);
         return step == Step::EndTagFirst ? kEndTagFirst : kFailed;
     }
 
 private:
-    enum class Step { GoOn, Done, EndTagFirst, Failed };
-
-    Step ParseTag(std::ptrdiff_t left) {
-        if (fText.end - left <= 1) return FailAtEnd(left);
-        const char lead = fText[left + 1];
-        if (ClassOf(lead) == kOrdinaryByte) return OpenElement(left);
-        return lead == '/' ? CloseElement(left) : ParseUnusualTag(left);
+    Step ParseTags() {
+        const MarkupSpan text = fText;
+        BracketScanner scanner(text.bytes, text.end, 0);
+        std::int32_t top = 0;
+        Nest nest = WithRoom({nullptr, &top, nullptr, nullptr, fTop, fFirst});
+        for (;;) {
+            const std::ptrdiff_t left = scanner.Next('<');
+            const std::ptrdiff_t right = scanner.Next('>');
+            if (IsPlainStartTag(text, left, right)) {
+                nest.Enter(left, right, text[right - 1] == '/');
+                if (nest.openIndex == fTop) break;
+                if (nest.next == nest.end) nest = WithRoom(nest);
+            } else if (nest.openIndex != fTop && IsPlainEndTag(text, left, right, *nest.open)) {
+                nest.Leave(left, right, fTable);
+                if (nest.openIndex == fTop) break;
+            } else {
+                const Resumption resumption = ParseByTokens(nest, left);
+                if (resumption.step != Step::GoOn) return resumption.step;
+                nest = resumption.nest;
+                scanner.Seek(resumption.at);
+            }
+        }
+        fTable.SetFree(nest.nextIndex);
+        return Step::Done;
     }
 
-    // Blanks behind the `<`, quotes, names of one delimiter, and everything that is no element.
-    Step ParseUnusualTag(std::ptrdiff_t left) {
+    // Sees to it that there is room for one more element, behind the one that was entered last. Entries may
+    // move.
+    Nest WithRoom(Nest nest) {
+        fTable.SetFree(nest.nextIndex);
+        if (fTable.IsFull()) fTable.Grow();
+        nest.next = &fTable[nest.nextIndex];
+        nest.end = nest.next + fTable.FreeRun();
+        if (nest.openIndex == fTop) return nest;
+        nest.open = &fTable[nest.openIndex];
+        const std::int32_t last = nest.nextIndex - 1;
+        nest.link = last == nest.openIndex ? &nest.open->firstChild : &fTable[last].nextSibling;
+        return nest;
+    }
+
+    // Any tag: blanks behind the `<`, quotes, names of one delimiter, and everything that is no element.
+    Resumption ParseByTokens(const Nest& nest, std::ptrdiff_t left) {
+        if (left >= fText.end) return FailAtEnd(nest);
         MarkupTokenReader reader(fText, left + 1);
         MarkupToken token;
         if (!reader.Next(token)) return Fail("Abrupt end within tag");
         if (token.quoted) return Fail("Tag starts with quote");
         const char lead = fText[token.begin];
-        if (lead == '?' || lead == '!') return SkipNode(left);
-        fScanner.Seek(reader.At());
-        return lead == '/' ? CloseElementByTokens(left) : OpenElement(left);
+        if (lead == '?' || lead == '!') return SkipNode(nest, left);
+        if (lead == '/') return LeaveByTokens(nest, left, reader);
+        return EnterBehind(nest, left, reader.At());
     }
 
-    Step SkipNode(std::ptrdiff_t left) {
+    Resumption SkipNode(const Nest& nest, std::ptrdiff_t left) {
         const ScannedNode node = ScanNode(fText, left);
         if (node.kind == kMarkupNone || node.kind == kMarkupElement) return Fail("Invalid node");
-        fScanner.Seek(node.end);
-        return Step::GoOn;
+        return {Step::GoOn, node.end, nest};
     }
 
-    // The scanner stands behind the `<`, and at the name's end if the name is unusual. What is between the
-    // name and the first `>` is not looked at, quotes included.
-    Step OpenElement(std::ptrdiff_t left) {
-        const std::ptrdiff_t right = fScanner.Next('>');
+    Resumption EnterBehind(Nest nest, std::ptrdiff_t left, std::ptrdiff_t nameEnd) {
+        const std::ptrdiff_t right = fText.Find('>', nameEnd);
         if (right >= fText.end) return Fail("End of tag not found");
-        const std::int32_t index = fTable.Take();
-        LinkBehindSibling(index);
-        if (fText[right - 1] == '/') {
-            fTable[index] = {Narrow(left), Narrow(right), Narrow(right - 1), Narrow(right), fOpen, 0, 0};
-            fSibling = index;
-            if (fOpen == fTop) return Step::Done;
-        } else {
-            fTable[index] = {Narrow(left), Narrow(right), Narrow(right + 1), 0, fOpen, 0, 0};
-            fSibling = 0;
-            fOpen = index;
-        }
-        MakeRoom();
-        return Step::GoOn;
+        nest.Enter(left, right, fText[right - 1] == '/');
+        if (nest.openIndex != fTop) return {Step::GoOn, right + 1, WithRoom(nest)};
+        fTable.SetFree(nest.nextIndex);
+        return {Step::Done, right + 1, nest};
     }
 
-    // The top element is linked by the caller.
-    void LinkBehindSibling(std::int32_t index) {
-        if (fSibling != 0) {
-            fTable[fSibling].nextSibling = index;
-        } else if (fOpen != fTop) {
-            fTable[fOpen].firstChild = index;
-        }
-    }
-
-    Step CloseElement(std::ptrdiff_t left) {
-        if (fOpen == fTop) return Step::EndTagFirst;
-        const std::ptrdiff_t right = fScanner.Next('>');
-        if (!IsPlainEndTag(left, right)) return CloseElementByTokens(left);
-        return EndElement(left, right);
-    }
-
-    // Whether an end tag that reads `</name>` names the open element, without any look at its tokens. A quote
-    // could hide the first `>`, so that none may stand in the name.
-    bool IsPlainEndTag(std::ptrdiff_t left, std::ptrdiff_t right) const {
-        const std::ptrdiff_t length = right - left - 2;
-        if (length <= 0 || length >= kNameBlock || fText.end - left < kNameBlock + 2) return false;
-        if (ClassOf(fText[left + 2]) != kOrdinaryByte) return false;
-        const char* const name = fText.bytes + fTable[fOpen].startTagLeft + 1;
-        const std::uint32_t wanted = (1U << length) - 1;
-        if ((~markup_blocks::CommonNameBytes(fText.bytes + left + 2, name) & wanted) != 0) return false;
-        return name[length] == '>' || name[length] == ' ' || name[length] == '/';
-    }
-
-    Step CloseElementByTokens(std::ptrdiff_t left) {
-        if (fOpen == fTop) return Step::EndTagFirst;
-        MarkupTokenReader reader(fText, left + 1);
+    // The reader stands behind the slash.
+    Resumption LeaveByTokens(Nest nest, std::ptrdiff_t left, MarkupTokenReader& reader) {
+        if (nest.openIndex == fTop) return {Step::EndTagFirst, left, nest};
         MarkupToken token;
-        reader.Next(token); // the slash
-        const std::string_view name = TagNameAt(fText, fTable[fOpen].startTagLeft);
-        if (!reader.Next(token)) return FailNamed("End tag not completed for element ", "");
-        if (!NameMatches(reader.TextOf(token), name)) return FailNamed("End tag does not correspond to ", "");
-        while (reader.Next(token)) {
-            if (!reader.Is(token, '>')) continue;
-            fScanner.Seek(reader.At());
-            return EndElement(left, token.begin);
+        if (!reader.Next(token)) return FailNamed(nest, "End tag not completed for element ", "");
+        if (!NameMatches(reader.TextOf(token), NameOf(nest))) {
+            return FailNamed(nest, "End tag does not correspond to ", "");
         }
-        return FailNamed("End tag not completed for element ", "");
+        do {
+            if (!reader.Next(token)) return FailNamed(nest, "End tag not completed for element ", "");
+        } while (!reader.Is(token, '>'));
+        nest.Leave(left, token.begin, fTable);
+        fTable.SetFree(nest.nextIndex);
+        return {nest.openIndex == fTop ? Step::Done : Step::GoOn, reader.At(), nest};
     }
 
-    Step EndElement(std::ptrdiff_t left, std::ptrdiff_t right) {
-        ElemPos& element = fTable[fOpen];
-        element.endTagLeft = Narrow(left);
-        element.endTagRight = Narrow(right);
-        fSibling = fOpen;
-        fOpen = element.parent;
-        return fOpen == fTop ? Step::Done : Step::GoOn;
-    }
+    std::string_view NameOf(const Nest& nest) const { return TagNameAt(fText, nest.open->startTagLeft); }
 
-    void MakeRoom() {
-        if (fTable.IsFull()) fTable.Grow();
-    }
-
-    Step FailAtEnd(std::ptrdiff_t left) {
-        if (left < fText.end) return Fail("Abrupt end within tag");
-        return fOpen == fTop ? Fail("Element tag not found") : FailNamed("End tag of ", " element not found");
+    Resumption FailAtEnd(const Nest& nest) {
+        if (nest.openIndex == fTop) return Fail("Element tag not found");
+        return FailNamed(nest, "End tag of ", " element not found");
     }
 
     // `head`, the name of the open element, and `tail`.
-    Step FailNamed(const char* head, const char* tail) {
-        fError = head;
-        fError.append(TagNameAt(fText, fTable[fOpen].startTagLeft)).append(tail);
-        return Step::Failed;
+    Resumption FailNamed(const Nest& nest, const char* head, const char* tail) {
+        fError = std::string(head).append(NameOf(nest)).append(tail);
+        return {Step::Failed, 0, nest};
     }
 
-    Step Fail(const char* message) {
+    Resumption Fail(const char* message) {
         fError = message;
-        return Step::Failed;
+        return {Step::Failed, 0, {}};
     }
 
     MarkupSpan fText;
-    BracketScanner fScanner;
     ElementTable& fTable;
     std::string& fError;
-    std::int32_t fTop;         // what the top element lies under
-    std::int32_t fFirst;       // the top element
-    std::int32_t fOpen;        // the innermost element that is open; its ancestors are found by their parents
-    std::int32_t fSibling = 0; // the last element that ended in it
+    std::int32_t fTop;   // what the top element lies under
+    std::int32_t fFirst; // the top element
 };
 
 } // namespace
@@ -169,7 +203,7 @@ std::int32_t ParseElement(std::string_view text, ElementTable& table, std::int32
     try {
         return Parser(text, table, parent, error).Run();
     } catch (...) {
-        table.GiveBack(first);
+        table.SetFree(first);
         throw;
     }
 }

@@ -4,6 +4,8 @@
 #include "values/markup_escape.h"
 #include "values/markup_tokens.h"
 
+#include <optional>
+
 namespace brixen::lyr::gen {
 namespace {
 
@@ -14,6 +16,14 @@ constexpr std::string_view kCDataEnd = "]]>";
 std::string Inside(std::string_view node, std::size_t head, std::size_t tail) {
     return node.size() < head + tail ? std::string()
                                      : std::string(node.substr(head, node.size() - head - tail));
+}
+
+// What is between the fences of the CDATA section that a content begins with.
+std::optional<std::string_view> SectionIn(std::string_view content) {
+    if (!content.starts_with(kCDataBegin)) return std::nullopt;
+    const std::size_t end = content.find(kCDataEnd, kCDataBegin.size());
+    if (end == std::string_view::npos) return std::nullopt;
+    return content.substr(kCDataBegin.size(), end - kCDataBegin.size());
 }
 
 } // namespace
@@ -54,23 +64,21 @@ std::string CMarkupSTL::NodeData() const {
     case kMarkupComment: return Inside(node, 4, 3);
     case kMarkupProcessingInstruction: return Inside(node, 2, 2);
     case kMarkupCData: return Inside(node, kCDataBegin.size(), kCDataEnd.size());
-    case kMarkupText: return UnescapeMarkup(node);
+    case kMarkupText: return UnescapeText(node);
     default: return std::string(node);
     }
 }
 
 std::string CMarkupSTL::DataOf(std::int32_t element) const {
     if (element == 0 || table[element].firstChild != 0 || IsShort(element)) return {};
-    const MarkupSpan content(Between(ContentBegin(element), ContentEnd(element)));
-    const std::ptrdiff_t inked = content.SkipBlanks(0);
-    const std::string_view section = content.From(inked);
-    if (section.starts_with(kCDataBegin) && section.size() >= kCDataBegin.size() + kCDataEnd.size()) {
-        const std::size_t end = section.find(kCDataEnd, kCDataBegin.size());
-        if (end != std::string_view::npos) {
-            return std::string(section.substr(kCDataBegin.size(), end - kCDataBegin.size()));
-        }
+    const MarkupSpan text(document);
+    const std::ptrdiff_t begin = ContentBegin(element);
+    const std::ptrdiff_t end = ContentEnd(element);
+    const std::ptrdiff_t inked = text.SkipBlanks(begin);
+    if (text[inked] == '<' && inked < end) {
+        if (const auto section = SectionIn(text.Between(inked, end))) return std::string(*section);
     }
-    return UnescapeMarkup(content.From(0));
+    return UnescapeMarkup(text, begin, end);
 }
 
 CMarkupSTL::TagRange CMarkupSTL::TagOf(std::int32_t element) const {
@@ -87,8 +95,9 @@ CMarkupSTL::TagRange CMarkupSTL::CurrentTag() const {
 
 std::string CMarkupSTL::AttributeIn(const TagRange& tag, std::string_view name) const {
     if (tag.begin == 0) return {};
-    const FoundAttribute found = FindAttribute(MarkupSpan(document), tag.begin, name);
-    return found.exists ? UnescapeMarkup(Between(found.value.begin, found.value.end)) : std::string();
+    const MarkupSpan text(document);
+    const auto value = FindAttributeValue(text, tag.begin, tag.end, name);
+    return value ? UnescapeMarkup(text, value->begin, value->end) : std::string();
 }
 
 std::string CMarkupSTL::GetAttrib(MarkupText name) const { return AttributeIn(CurrentTag(), name); }

@@ -50,7 +50,11 @@ struct MarkupSpan {
         while (from < end && IsBlank(bytes[from])) ++from;
         return from;
     }
-    std::ptrdiff_t Find(char wanted, std::ptrdiff_t from) const { return FindByte(bytes, from, end, wanted); }
+    // The first place of a byte in front of `to`, or `to`.
+    std::ptrdiff_t Find(char wanted, std::ptrdiff_t from, std::ptrdiff_t to) const {
+        return FindByte(bytes, from, to, end, wanted);
+    }
+    std::ptrdiff_t Find(char wanted, std::ptrdiff_t from) const { return Find(wanted, from, end); }
 };
 
 struct MarkupToken {

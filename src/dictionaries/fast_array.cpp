@@ -82,17 +82,29 @@ void FastArray::BuildIndexIfWorthwhile() const {
         fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
             // A file may list an id in a bucket where no search looks for its key.
             const std::string_view key = KeyOf(id);
-            if (KeyBucket(key) == bucket) fIndex.Insert(key, id);
+            if (KeyBucket(key) == bucket) fIndex.Insert(key, {id, Value(id)});
             return false;
         });
     }
 }
 
 std::optional<std::uint32_t> FastArray::Find(std::string_view key) const {
-    if (fIndex.IsBuilt()) return fIndex.Find(key);
+    if (fIndex.IsBuilt()) {
+        const auto entry = fIndex.Find(key);
+        return entry ? std::optional(entry->id) : std::nullopt;
+    }
     const auto found = FindInBucket(key, KeyBucket(key));
     BuildIndexIfWorthwhile();
     return found;
+}
+
+std::optional<ValueBytes> FastArray::FindValue(std::string_view key) const {
+    if (fIndex.IsBuilt()) {
+        const auto entry = fIndex.Find(key);
+        return entry ? std::optional(entry->value) : std::nullopt;
+    }
+    const auto id = Find(key);
+    return id ? std::optional(Value(*id)) : std::nullopt;
 }
 
 ValueBytes FastArray::Value(std::uint32_t id) const {
@@ -110,6 +122,7 @@ std::optional<ValueBytes> FastArray::Note(std::uint32_t id) const {
 void FastArray::ReplaceEntry(std::uint32_t id, std::string_view value, std::optional<std::string_view> note) {
     const Place place = PlaceOf(id);
     place.block->values.Replace(place.entry, value, place.block->entryCount);
+    UpdateIndex(id);
     if (note) place.block->ReplaceNote(place.entry, *note);
 }
 
@@ -151,7 +164,7 @@ std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
 void FastArray::InsertIntoIndex(std::uint32_t id) {
     if (!fIndex.IsBuilt()) return;
     try {
-        fIndex.Insert(KeyOf(id), id);
+        fIndex.Insert(KeyOf(id), {id, Value(id)});
     } catch (const std::bad_alloc&) {
         fIndex.Clear();
     }

@@ -25,6 +25,8 @@ public:
 
     // The first id of `key` in its bucket.
     std::optional<std::uint32_t> Find(std::string_view key) const;
+    // The value of that id.
+    std::optional<ValueBytes> FindValue(std::string_view key) const;
     // The value's bytes; empty for an id that was never given out or was dropped.
     ValueBytes Value(std::uint32_t id) const;
     std::optional<ValueBytes> Note(std::uint32_t id) const;
@@ -66,6 +68,7 @@ private:
     void ReserveBlock();
     FastArrayBlock& CurrentBlock();
     void InsertIntoIndex(std::uint32_t id);
+    void UpdateIndex(std::uint32_t id) noexcept { fIndex.SetValue(KeyOf(id), {id, Value(id)}); }
     std::optional<std::uint32_t> FindFromFile(std::string_view key, std::uint32_t bucket) const;
     std::optional<std::uint32_t> FindInBucket(std::string_view key, std::uint32_t bucket) const;
 

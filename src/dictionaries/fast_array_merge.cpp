@@ -45,6 +45,7 @@ public:
         for (Replacement& replacement : fReplacements) {
             const auto place = fStore.PlaceOf(replacement.id);
             place.block->values.Replace(place.entry, replacement.value, std::move(replacement.prepared));
+            fStore.UpdateIndex(replacement.id);
         }
         if (fBlock->liveCount == 0) return;
         for (auto& [bucket, ids] : fGrown) fStore.fBuckets.ReplaceAdded(bucket, ids);
@@ -96,11 +97,12 @@ private:
             index.Start(size);
             fStore.fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
                 const std::string_view old = fStore.KeyOf(id);
-                if (old.size() <= kLongestMergedKey) index.Insert(old, id);
+                if (old.size() <= kLongestMergedKey) index.Insert(old, {id, {}});
                 return false;
             });
         }
-        return index.Find(key);
+        const auto entry = index.Find(key);
+        return entry ? std::optional(entry->id) : std::nullopt;
     }
 
     FastArray& fStore;

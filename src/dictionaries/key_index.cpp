@@ -73,19 +73,25 @@ std::size_t KeyIndex::SlotFor(std::string_view key) const {
     }
 }
 
-void KeyIndex::Insert(std::string_view key, std::uint32_t id) {
+void KeyIndex::Insert(std::string_view key, const Entry& entry) {
     if (IsTooFull(fUsed + 1, fSlots.size())) Resize(fSlots.size() * 2);
     Slot& slot = fSlots[SlotFor(key)];
     if (slot.id != kFree) return;
-    slot = {key.data(), id, static_cast<std::uint16_t>(key.size()),
+    slot = {key.data(), entry.value, entry.id, static_cast<std::uint16_t>(key.size()),
             static_cast<std::uint16_t>(HashWhole(key) >> 48)};
     ++fUsed;
 }
 
-std::optional<std::uint32_t> KeyIndex::Find(std::string_view key) const {
+std::optional<KeyIndex::Entry> KeyIndex::Find(std::string_view key) const {
     const Slot& slot = fSlots[SlotFor(key)];
     if (slot.id == kFree) return std::nullopt;
-    return slot.id;
+    return Entry{slot.id, slot.value};
+}
+
+void KeyIndex::SetValue(std::string_view key, const Entry& entry) {
+    if (!IsBuilt()) return;
+    Slot& slot = fSlots[SlotFor(key)];
+    if (slot.id == entry.id && slot.id != kFree) slot.value = entry.value;
 }
 
 void KeyIndex::Resize(std::size_t slotCount) {

@@ -148,9 +148,7 @@ std::optional<ValueBytes> ZStringDictionary::FindOwnValue(std::string_view key) 
         const ByteRunValue* const value = entry->Value().Value();
         return ValueBytes{reinterpret_cast<const std::uint8_t*>(value->Bytes()), value->Length()};
     }
-    const auto id = fEntries->Find(key);
-    if (!id) return std::nullopt;
-    return fEntries->Value(*id);
+    return fEntries->FindValue(key);
 }
 
 std::optional<ValueBytes> ZStringDictionary::FindValue(std::string_view key) const {

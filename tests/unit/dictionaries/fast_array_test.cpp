@@ -51,27 +51,36 @@ private:
     FileArray<std::uint8_t> fKeys, fValues;
 };
 
+std::string KeyNumber(int number) {
+    std::string digits = std::to_string(number);
+    digits.insert(0, 6 - digits.size(), '0');
+    return "/app/pane_" + digits + "/section_03/title";
+}
+
 struct Entries {
     Reference<FastArray> array{new FastArray};
 
     std::uint32_t Add(std::string_view key, std::string_view value) {
         return array->Add(key, value, std::nullopt);
     }
+    // By either way of asking.
     std::string ValueOf(std::string_view key) const {
         const auto id = array->Find(key);
-        return id ? std::string(array->Value(*id).Text()) : "absent";
+        const std::string byId = id ? std::string(array->Value(*id).Text()) : "absent";
+        const auto value = array->FindValue(key);
+        EXPECT_EQ(value ? value->Text() : "absent", byId) << key;
+        return byId;
+    }
+    // Enough of them that the store keeps an index.
+    void AddNumbered(int count) {
+        for (int i = 0; i < count; ++i) Add(KeyNumber(i), "value");
+        EXPECT_TRUE(array->IsIndexed());
     }
     std::string NoteOf(std::uint32_t id) const {
         const auto note = array->Note(id);
         return note ? std::string(note->Text()) : "no note";
     }
 };
-
-std::string KeyNumber(int number) {
-    std::string digits = std::to_string(number);
-    digits.insert(0, 6 - digits.size(), '0');
-    return "/app/pane_" + digits + "/section_03/title";
-}
 
 TEST(KeyBucket, SamplesEveryFifthOfTheKey) {
     EXPECT_EQ(KeyBucket(""), 0u);
@@ -145,6 +154,29 @@ TEST(FastArray, FindsEveryEntryBeforeAndAfterItIsIndexed) {
     EXPECT_EQ(entries.array->TotalIds(), 3000u);
 }
 
+TEST(FastArray, GivesReplacedValuesOfEveryLengthFromItsIndex) {
+    Entries entries;
+    entries.AddNumbered(3000);
+    for (std::size_t length = 0; length < 20; ++length) {
+        const std::string value(length, static_cast<char>('a' + length));
+        entries.Add(KeyNumber(17), value);
+        ASSERT_TRUE(entries.array->IsIndexed());
+        ASSERT_EQ(entries.ValueOf(KeyNumber(17)), value);
+        entries.Add(KeyNumber(18), std::string(19 - length, 'x'));
+        ASSERT_EQ(entries.ValueOf(KeyNumber(18)), std::string(19 - length, 'x'));
+    }
+    EXPECT_EQ(entries.ValueOf(KeyNumber(16)), "value");
+    EXPECT_EQ(entries.ValueOf(KeyNumber(19)), "value");
+}
+
+TEST(FastArray, FindsNoValueOfTheEmptyKeyWithAndWithoutAnIndex) {
+    Entries entries;
+    entries.Add("", "dropped");
+    EXPECT_EQ(entries.ValueOf(""), "");
+    entries.AddNumbered(3000);
+    EXPECT_EQ(entries.ValueOf(""), "");
+}
+
 TEST(FastArray, NeedsNoIndexForAFewLookups) {
     Entries entries;
     for (int i = 0; i < 5; ++i) entries.Add(KeyNumber(i), "x");
@@ -201,6 +233,18 @@ TEST(FastArrayBlock, OverlaysOlderEntriesOfTheSameKey) {
     EXPECT_EQ(entries.array->TotalIds(), 4u);
     EXPECT_EQ(entries.array->LiveEntries(), 3u);
     EXPECT_EQ(entries.array->Value(2).length, 0u);
+}
+
+// An overlay of old keys alone leaves the index as it is, but for the values.
+TEST(FastArrayBlock, ReplacesValuesInAnIndex) {
+    Entries entries;
+    entries.AddNumbered(3000);
+    EXPECT_TRUE(
+        CompiledBlock().Entry(KeyNumber(4), "longer value").Entry(KeyNumber(5), "v").AddTo(*entries.array));
+    EXPECT_TRUE(entries.array->IsIndexed());
+    EXPECT_EQ(entries.ValueOf(KeyNumber(4)), "longer value");
+    EXPECT_EQ(entries.ValueOf(KeyNumber(5)), "v");
+    EXPECT_EQ(entries.ValueOf(KeyNumber(6)), "value");
 }
 
 TEST(FastArrayBlock, IsRefusedAtAnotherPlaceThanItWasMadeFor) {

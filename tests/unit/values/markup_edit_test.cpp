@@ -104,6 +104,20 @@ TEST(MarkupEdit, AFreshDocumentTakesARoot) {
     EXPECT_EQ(FreshDifference(behind), "");
 }
 
+TEST(MarkupEdit, AnElementBesideTheRootIsThereUntilTheNextParse) {
+    CMarkupSTL markup = At("<a/>", "a");
+    ASSERT_TRUE(markup.AddElem("b", "t"));
+    EXPECT_EQ(markup.GetDoc(), "<a/><b>t</b>\r\n");
+    EXPECT_EQ(Outline(markup), "a b");
+    EXPECT_EQ(markup.GetData(), "t");
+    ASSERT_TRUE(markup.SetAttrib("x", "1"));
+    markup.ResetPos();
+    ASSERT_TRUE(markup.FindElem("b"));
+    ASSERT_TRUE(markup.RemoveElem());
+    EXPECT_EQ(markup.GetTagName(), "a");
+    EXPECT_EQ(FreshDifference(markup), "");
+}
+
 TEST(MarkupEdit, AddChildElemGoesToTheEndOfTheElement) {
     for (const EditCase& change : {
              EditCase{"<p></p>", "p", AddChild("c"), "<p><c/>\r\n</p>", "p"},

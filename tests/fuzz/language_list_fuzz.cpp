@@ -20,11 +20,13 @@ void Require(bool holds) {
 }
 
 void CheckFileName(const PVNPrivacyInfo& info) {
+    constexpr std::u16string_view kFolder = u"privacystatements\\", kExtension = u".txt";
     const std::u16string path = StatementPath(info.FILE_NAME);
     if (path.empty()) return;
-    Require(path.starts_with(u"privacystatements\\") && path.find(u'\\') == path.rfind(u'\\'));
-    Require(path.find_first_of(std::u16string_view(u"/:\0", 3)) == path.npos &&
-            path.find(u"..") == path.npos);
+    Require(path.starts_with(kFolder) && path.ends_with(kExtension));
+    const std::u16string name = path.substr(kFolder.size(), path.size() - kFolder.size() - kExtension.size());
+    Require(name.find_first_of(std::u16string_view(u"\\/:\0", 4)) == name.npos &&
+            name.find(u"..") == name.npos);
 }
 
 void CheckRows(const PVNPrivacyList& list) {

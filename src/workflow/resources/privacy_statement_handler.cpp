@@ -1,7 +1,6 @@
 #include "workflow/resources/privacy_statement_handler.h"
 
 #include "values/platform/values_platform.h"
-#include "values/text_conversion.h"
 #include "workflow/resources/resource_manager.h"
 
 #include <array>
@@ -30,9 +29,7 @@ bool StaysInFolder(std::u16string_view name) {
 
 PathUnits FindStatement(std::string_view fileName) {
     const std::u16string path = StatementPath(fileName);
-    if (path.empty()) return nullptr;
-    return PVNResourceManager::Get().FindResourceFile(lyr::gen::ToUtf8(path), "txt", kDefaultLocale,
-                                                      kSearchRoot);
+    return path.empty() ? nullptr : PVNResourceManager::Get().FindInRoot(path);
 }
 
 char16_t Unit(std::string_view bytes, std::size_t low, std::size_t high) {
@@ -44,7 +41,7 @@ char16_t Unit(std::string_view bytes, std::size_t low, std::size_t high) {
 
 std::u16string StatementPath(std::string_view fileName) {
     const std::optional<std::u16string> name = WideName(fileName);
-    return name && StaysInFolder(*name) ? u"privacystatements\\" + *name : std::u16string();
+    return name && StaysInFolder(*name) ? u"privacystatements\\" + *name + u".txt" : std::u16string();
 }
 
 std::u16string DecodeStatement(std::string_view bytes) {

@@ -9,9 +9,8 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// The file of a FILE_NAME below the root, without its extension; empty for one that is no text in the
-// machine's code page, is longer than 1024 units there, or names what lies outside the folder of the
-// statements.
+// The file of a FILE_NAME below the root; empty for one that is no text in the machine's code page, is longer
+// than 1024 units there, or names what lies outside the folder of the statements.
 std::u16string StatementPath(std::string_view fileName);
 
 // What a statement's file says: UTF-16 of either byte order behind its mark, up to the first NUL unit. A file

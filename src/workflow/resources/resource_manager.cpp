@@ -41,10 +41,8 @@ void PVNResourceManager::Release(const std::string& type, const std::string& nam
     if (PVNResourceHandler* handler = HandlerOf(type)) handler->Release(name);
 }
 
-// An empty locale folder means the root itself.
-PathUnits PVNResourceManager::Probe(std::u16string_view localeFolder, std::u16string_view file) const {
+PathUnits PVNResourceManager::FindInRoot(std::u16string_view file) const {
     PathBuffer path = root;
-    if (!localeFolder.empty()) path.Enter(localeFolder);
     path.Enter(file);
     return lyr::gen::FileExists(path.Text()) ? path.Copy() : nullptr;
 }
@@ -53,11 +51,11 @@ PathUnits PVNResourceManager::FindResourceFile(const std::string& name, const st
                                                const std::string& locale, std::uint32_t mode) const {
     const std::u16string file = ToUtf16(name + "." + extension);
     const std::u16string folder = ToUtf16(locale == kDefaultLocale ? language : locale);
-    if (mode == kSearchRoot) return Probe(u"", file);
+    if (mode == kSearchRoot) return FindInRoot(file);
     if (mode > kSearchLocaleThenEnUs) return nullptr;
-    if (PathUnits path = Probe(folder, file)) return path;
-    if (mode == kSearchLocaleThenRoot) return Probe(u"", file);
-    if (mode == kSearchLocaleThenEnUs && folder != u"en_US") return Probe(u"en_US", file);
+    if (PathUnits path = FindInRoot(folder + u"\\" + file)) return path;
+    if (mode == kSearchLocaleThenRoot) return FindInRoot(file);
+    if (mode == kSearchLocaleThenEnUs && folder != u"en_US") return FindInRoot(u"en_US\\" + file);
     return nullptr;
 }
 

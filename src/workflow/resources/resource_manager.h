@@ -46,6 +46,8 @@ public:
     // nothing.
     PathUnits FindResourceFile(const std::string& name, const std::string& extension,
                                const std::string& locale, std::uint32_t mode) const;
+    // The same for a path below the root, with its extension.
+    PathUnits FindInRoot(std::u16string_view file) const;
 
     // What "default_locale" stands for.
     void SetLanguage(const std::string& newLanguage) { language = newLanguage; }
@@ -53,8 +55,6 @@ public:
     void SetRootIn(std::u16string_view folder);
 
 private:
-    PathUnits Probe(std::u16string_view localeFolder, std::u16string_view file) const;
-
     std::map<std::string, PVNResourceHandler*> handlers; // not owned
     std::string language;
     PathBuffer root; // without a separator at its end

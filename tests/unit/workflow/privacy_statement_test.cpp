@@ -64,6 +64,12 @@ TEST(StatementText, MayHoldAnyUnit) {
     EXPECT_EQ(DecodeStatement(BigEndian(text)), text);
 }
 
+TEST(StatementPaths, HoldANameOf1024Units) {
+    EXPECT_EQ(StatementPath(std::string(1024, 'n')),
+              u"privacystatements\\" + std::u16string(1024, u'n') + u".txt");
+    EXPECT_EQ(StatementPath(std::string(1025, 'n')), u"");
+}
+
 class PrivacyStatements : public ResourceFixture {
 protected:
     PrivacyStatements() { Select("en_US"); }
@@ -258,10 +264,6 @@ TEST_F(PrivacyStatements, LeaveNothingBehindWhenMemoryRunsOut) {
         shortLived.Release("");
     });
     EXPECT_GT(failures, 10u);
-}
-
-TEST_F(PrivacyStatements, HaveADescription) {
-    EXPECT_EQ(handler.Description(), "Privacy Statement Resource");
 }
 
 } // namespace

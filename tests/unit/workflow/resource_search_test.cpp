@@ -37,6 +37,8 @@ TEST_F(ResourceFiles, FollowsTheTableOfModes) {
         {"english", "en_US", 3, "en_US\\english.txt"},
         {"root", "de_DE", 3, ""},
         {"root", "en_US", 3, ""},
+        {"root", "", 1, "\\root.txt"}, // the system takes two separators for one
+        {"root", "", 3, "\\root.txt"},
         {"everywhere", "de_DE", 4, ""},
         {"everywhere", "de_DE", 0xFFFFFFFF, ""},
     };

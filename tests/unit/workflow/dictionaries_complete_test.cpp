@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <set>
 #include <utility>
 
@@ -15,28 +14,9 @@ namespace brixen::pvn::pvn_workflow {
 
 namespace {
 
-using Words = std::map<std::string, std::string>;
-
 // What a locale means to say as English does, by locale and key.
 const std::set<std::pair<std::string, std::string>> kMeantAsInEnglish = {
     {"fr_FR", "$$$/pvn/common/window_title"}};
-
-// The entries of one source, `"key=value"` a line. Anything else but an empty line is a failure.
-Words ReadWords(const std::filesystem::path& path) {
-    Words words;
-    std::istringstream lines(ReadText(path));
-    for (std::string line; std::getline(lines, line);) {
-        if (line.empty()) continue;
-        const std::size_t equals = line.find('=');
-        const bool isEntry =
-            line.size() > 2 && line.front() == '"' && line.back() == '"' && equals != line.npos;
-        EXPECT_TRUE(isEntry) << path << ": " << line;
-        if (!isEntry) continue;
-        const std::string value = line.substr(equals + 1, line.size() - equals - 2);
-        EXPECT_TRUE(words.emplace(line.substr(1, equals - 1), value).second) << path << " twice: " << line;
-    }
-    return words;
-}
 
 // The `^n` of a text, sorted.
 std::vector<std::string> Placeholders(const std::string& text) {

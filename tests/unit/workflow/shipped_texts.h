@@ -1,9 +1,12 @@
 // The texts that are shipped, as they stand in the source tree.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -29,6 +32,25 @@ inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
 
 // The locales that have a dictionary, sorted.
 inline std::vector<std::string> Locales() { return NamesIn(kSources / "dictionaries"); }
+
+using Words = std::map<std::string, std::string>;
+
+// The entries of one dictionary source, `"key=value"` a line. Anything else but an empty line is a failure.
+inline Words ReadWords(const std::filesystem::path& path) {
+    Words words;
+    std::istringstream lines(ReadText(path));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty()) continue;
+        const std::size_t equals = line.find('=');
+        const bool isEntry =
+            line.size() > 2 && line.front() == '"' && line.back() == '"' && equals != line.npos;
+        EXPECT_TRUE(isEntry) << path << ": " << line;
+        if (!isEntry) continue;
+        const std::string value = line.substr(equals + 1, line.size() - equals - 2);
+        EXPECT_TRUE(words.emplace(line.substr(1, equals - 1), value).second) << path << " twice: " << line;
+    }
+    return words;
+}
 
 inline bool IsRightToLeftLocale(const std::string& locale) { return locale == "ar_AE" || locale == "he_IL"; }
 

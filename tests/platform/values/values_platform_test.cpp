@@ -1,5 +1,6 @@
 #include "values/platform/values_platform.h"
 
+#include "support/failing_allocator.h"
 #include "support/temporary_folder.h"
 #include "values/text_conversion.h"
 
@@ -128,6 +129,18 @@ TEST_F(WideFiles, AreNothingWhenTheyCannotBeOpened) {
         EXPECT_FALSE(read((fFolder / "absent").u16string()).has_value());
         EXPECT_FALSE(read(fFolder.u16string()).has_value());
     }
+}
+
+TEST_F(WideFiles, AreNothingWithoutMemory) {
+    const std::u16string path = Write(std::string(10000, 'x'));
+    int nothing = 0;
+    pavane_test::ForEveryFailingAllocation([&path, &nothing] {
+        try {
+            if (!ReadWholeFile(path)) ++nothing;
+        } catch (const std::bad_alloc&) { // for the path, before the file is open
+        }
+    });
+    EXPECT_GT(nothing, 0);
 }
 
 TEST_F(WideFiles, AreClosedAfterReading) {

@@ -14,6 +14,7 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
 #include <sstream>
 
 namespace brixen::pvn::pvn_workflow {
@@ -470,6 +471,21 @@ TEST_F(PrivacyFiles, AStatementThatCannotBeShownCanBeCancelled) {
     ThenPress(kIdEscape);
     EXPECT_EQ(Run(), 35074);
     EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(PrivacyFiles, WithoutItsViewOrItsDictionaryIsAnException) {
+    for (const auto& [file, line] : std::map<std::string, std::string>{
+             {"privacy.exv", "PVN: _info_: Missing Resource(Type: Exvw, Name: privacy)\n"},
+             {"en_US/guide.zdct", "PVN: _info_: Missing Resource(Type: Zdct, Name: Privacy)\n"}}) {
+        const std::string bytes = ReadBytes(files.PathOf(file));
+        files.Remove(file);
+        ShutDownResources();
+        Select("en_US");
+        const std::size_t logged = Logged().size();
+        EXPECT_EQ(Run(), 33289) << file;
+        EXPECT_EQ(Logged().substr(logged), line);
+        files.Write(file, bytes);
+    }
 }
 
 TEST_F(PrivacyFiles, WithoutALanguageThePaneSaysSo) {

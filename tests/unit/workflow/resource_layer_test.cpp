@@ -350,6 +350,49 @@ TEST_F(ResourceLayer, ShutDownDestroysTheHandlersInTheirOrderBeforeTheManager) {
     EXPECT_EQ(gone, "Resource_Type_Exvw Resource_Type_Zdct Resource_Type_Bitmap Resource_Type_Privstat ");
 }
 
+TEST_F(ResourceLayer, RegistersEachHandlerUnderItsType) {
+    Select("de_DE");
+    const struct {
+        const char* type;
+        const char* description;
+    } kinds[] = {
+        {"Resource_Type_Exvw", "Zeve Express View Resource"},
+        {"Resource_Type_Zdct", "Zstring Dictionary Resource"},
+        {"Resource_Type_Bitmap", "Bitmap Resource"},
+        {"Resource_Type_Privstat", "Privacy Statement Resource"},
+    };
+    for (const auto& kind : kinds) {
+        const PVNResourceHandler* handler = PVNResourceManager::Get().HandlerOf(kind.type);
+        ASSERT_NE(handler, nullptr) << kind.type;
+        EXPECT_EQ(handler->Description(), kind.description);
+    }
+}
+
+class AskedHandler final : public PVNResourceHandler {
+public:
+    void* Load(const std::string& name, const std::string& locale, std::uint32_t mode) override {
+        asked = name + " " + locale + " " + std::to_string(mode);
+        return asked.data();
+    }
+    std::string Description() const override { return "notes what it is asked"; }
+
+    std::string asked;
+};
+
+TEST_F(ResourceLayer, AsksTheHandlersForTheLanguageOfTheRun) {
+    PVNResourceManager& manager = PVNResourceManager::Get();
+    AskedHandler views, dictionaries, bitmaps;
+    manager.RegisterHandler("Resource_Type_Exvw", &views);
+    manager.RegisterHandler("Resource_Type_Zdct", &dictionaries);
+    manager.RegisterHandler("Resource_Type_Bitmap", &bitmaps);
+    EXPECT_EQ(LoadViewDescription("a"), "a default_locale 0");
+    LoadWorkFlowDictionary("b");
+    EXPECT_EQ(dictionaries.asked, "b default_locale 1");
+    LoadBitmapResource("c", 77);
+    EXPECT_EQ(bitmaps.asked, "c default_locale 77");
+    PVNResourceManager::Destroy();
+}
+
 TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeavesNothingBehind) {
     files.Write("welcome.exv", "root");
     files.Copy("one.png", Picture("rgb.png"));
@@ -370,12 +413,6 @@ TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeavesNothingBehind) {
     EXPECT_EQ(TheResourceState().decoderUsers, 0);
     Select("de_DE");
     EXPECT_EQ(LoadViewDescription("welcome"), "root") << "the next set-up works";
-}
-
-TEST_F(ResourceLayer, HandlersDescribeThemselves) {
-    EXPECT_EQ(PVNViewHandler().Description(), "Zeve Express View Resource");
-    EXPECT_EQ(PVNDictionaryHandler().Description(), "Zstring Dictionary Resource");
-    EXPECT_EQ(PVNBitmapHandler().Description(), "Bitmap Resource");
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -2,13 +2,13 @@
 // makes, every element that is left has its index and its attributes, saved positions name what they named,
 // and a step that returns false has changed nothing.
 #include "markup_oracle.h"
+#include "markup_random.h"
 #include "markup_support.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -26,12 +26,11 @@ constexpr const char* kTexts[] = {
     "\xC3\xA4\xE3\x81\x82",
     "<e></e>",
 };
-constexpr const char* kAttributes[] = {"x", "y", "long-name", "n:s"};
 constexpr int kKinds[] = {1, 2, 4, 8, 16, 32, 64};
 
-class Script {
+class Script : private RandomMarkup {
 public:
-    explicit Script(unsigned seed) : random(seed) {
+    explicit Script(unsigned seed) : RandomMarkup(seed) {
         markup.SetDoc(RandomDocument());
         EXPECT_TRUE(markup.IsWellFormed()) << markup.GetDoc() << markup.GetError();
     }
@@ -51,7 +50,7 @@ public:
         indexes = IndexesOf(markup);
         tags = Tags();
         touched.clear();
-        (this->*kOperations[random() % std::size(kOperations)])();
+        (this->*kOperations[Below(std::size(kOperations))])();
     }
 
     void Check() {
@@ -75,50 +74,6 @@ private:
     struct Saved {
         std::string parent, element, child;
     };
-
-    // Documents.
-    std::size_t Below(std::size_t limit) { return random() % limit; }
-    bool OneIn(std::size_t chances) { return Below(chances) == 0; }
-    template <class List>
-    auto Any(const List& list) {
-        return list[Below(std::size(list))];
-    }
-    std::string NewName() { return "e" + std::to_string(++names); }
-
-    std::string RandomAttributes() {
-        std::string text;
-        for (const char* const name : kAttributes) {
-            if (OneIn(4))
-                text += (OneIn(2) ? " " : "\n\t") + std::string(name) + (OneIn(2) ? "='1'" : " = \"22 3\"");
-        }
-        if (OneIn(12)) text += " bare=1";
-        return OneIn(6) ? text + " " : text;
-    }
-    std::string RandomContent(int depth) {
-        static constexpr const char* kFilling[] = {
-            "",       " ",         "text", "\n  ", "<!--c-->", "<![CDATA[<x>]]>", "it's", "<?go x='1'?>",
-            " a\"b ", "<!D [ > ]>"};
-        std::string text = Any(kFilling);
-        for (std::size_t children = depth > 0 ? Below(4) : 0; children > 0; --children) {
-            text += RandomElement(depth - 1) + Any(kFilling) + Any(kFilling);
-        }
-        return text;
-    }
-    std::string RandomElement(int depth) {
-        const std::string name = NewName();
-        const std::string start = "<" + name + RandomAttributes();
-        if (OneIn(3)) return start + "/>";
-        // A value that seems to end the tag is no place for edits, and what follows it is content.
-        const char* const cut = OneIn(20) ? " cut='a>b'" : "";
-        return start + cut + ">" + RandomContent(depth) + (OneIn(8) ? "</ " : "</") + name +
-               (OneIn(8) ? "\n>" : ">");
-    }
-    std::string RandomDocument() {
-        static constexpr const char* kFronts[] = {"", "<?xml version=\"1.0\"?>\r\n", "<!--c-->", "text ",
-                                                  "\n<!D a>"};
-        static constexpr const char* kTails[] = {"", "\n", " tail", "<!--end-->\n"};
-        return Any(kFronts) + RandomElement(3) + Any(kTails);
-    }
 
     // The cursor's places by name.
     std::string Parent() const { return NameOfElement(markup, markup.PosParent()); }
@@ -409,8 +364,6 @@ private:
         }
     }
 
-    std::mt19937 random;
-    int names = 0;
     std::map<std::string, Saved> saved;
     std::string what;    // the last step
     std::string touched; // the element whose start tag it may have changed

@@ -37,9 +37,8 @@ private:
 
 // Whether a name matches nothing but itself.
 bool IsWholeName(std::string_view name) {
-    return std::none_of(name.begin(), name.end(), [](char byte) {
-        return byte == ' ' || byte == '=' || byte == '/' || byte == '[' || byte == '\0';
-    });
+    return std::none_of(name.begin(), name.end(),
+                        [](char byte) { return (ClassOf(byte) & kNameEndByte) != 0; });
 }
 
 bool HasNoDelimiter(std::string_view text) {

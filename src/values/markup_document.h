@@ -14,6 +14,8 @@
 // by a shift of the positions behind it. It checks that tags nest and that end tags match, and nothing else.
 namespace brixen::lyr::gen {
 
+class MarkupPieces;
+
 // A text handed to the class: a null pointer is the same as an empty text.
 class MarkupText : public std::string_view {
 public:
@@ -209,12 +211,13 @@ private:
     Place PlaceUnder(std::int32_t parent, std::int32_t current, bool behind) const;
     Place PlaceBesideCursor(bool behind) const;
     bool IsReachable(const Place& place) const;
-    bool Reserve(std::size_t added);
-    bool Replace(const Place& place, std::ptrdiff_t count, std::string_view text);
+    bool IsOfDocument(std::string_view text) const;
+    bool Replace(const Place& place, std::ptrdiff_t count, const MarkupPieces& pieces);
+    void Splice(std::size_t offset, std::size_t removed, const MarkupPieces& pieces);
     void ShiftBehind(std::int32_t parent, std::int32_t previous, std::int32_t delta);
     void ShiftSubtree(std::int32_t top, std::int32_t delta);
-    std::ptrdiff_t PutText(const Place& place, std::string_view text, bool onOwnLine);
-    std::ptrdiff_t OpenAround(std::int32_t element, std::string_view text, bool onOwnLine);
+    std::ptrdiff_t PutText(const Place& place, const MarkupPieces& pieces, bool onOwnLine);
+    std::ptrdiff_t OpenAround(std::int32_t element, const MarkupPieces& pieces, bool onOwnLine);
     void Link(const Place& place, std::int32_t element);
     std::int32_t PutElement(const Place& place, std::string_view name, std::string_view content);
     bool PutSibling(bool behind, std::string_view name, std::string_view content);

@@ -2,9 +2,11 @@
 #include "values/markup_document.h"
 
 #include "values/markup_parser.h"
+#include "values/markup_pieces.h"
 #include "values/markup_tokens.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace brixen::lyr::gen {
 namespace {
@@ -61,30 +63,42 @@ bool CMarkupSTL::IsReachable(const Place& place) const {
     return true;
 }
 
-// Makes room for so many bytes more. False when positions could not reach the end any more.
-bool CMarkupSTL::Reserve(std::size_t added) {
-    if (document.size() > kLongestMarkup || added > kLongestMarkup - document.size()) return false;
-    const std::size_t needed = document.size() + added;
-    const std::size_t capacity = document.capacity();
-    if (needed <= capacity) return true;
-    // A fresh text, since growing the old one would round the size up.
-    std::string larger;
-    larger.reserve(std::max({capacity + capacity / 2, needed, kLeastGrowth}));
-    larger.assign(document);
-    document.swap(larger);
-    return true;
+// Whether a text that came from outside is a part of the document, which will move.
+bool CMarkupSTL::IsOfDocument(std::string_view text) const {
+    const std::less<const char*> less;
+    return !less(text.data(), document.data()) && less(text.data(), document.data() + document.size());
 }
 
 // Replaces `count` bytes at the place, which lie behind `place.previous` and hold no element that stays.
-bool CMarkupSTL::Replace(const Place& place, std::ptrdiff_t count, std::string_view text) {
+// False when positions could not reach the end any more.
+bool CMarkupSTL::Replace(const Place& place, std::ptrdiff_t count, const MarkupPieces& pieces) {
     const auto removed = static_cast<std::size_t>(count);
-    if (text.size() > removed && !Reserve(text.size() - removed)) return false;
-    document.replace(static_cast<std::size_t>(place.offset), removed, text);
-    const auto delta = static_cast<std::int32_t>(std::ssize(text) - count);
+    if (document.size() > kLongestMarkup) return false;
+    if (pieces.Length() > kLongestMarkup - (document.size() - removed)) return false;
+    Splice(static_cast<std::size_t>(place.offset), removed, pieces);
+    const auto delta = static_cast<std::int32_t>(static_cast<std::ptrdiff_t>(pieces.Length()) - count);
     if (delta == 0) return true;
     ShiftBehind(place.parent, place.previous, delta);
     if (cursor.IsOnNode() && cursor.nodeOffset >= place.offset + count) cursor.nodeOffset += delta;
     return true;
+}
+
+// No piece may lie in the document behind the offset.
+void CMarkupSTL::Splice(std::size_t offset, std::size_t removed, const MarkupPieces& pieces) {
+    const std::size_t added = pieces.Length();
+    const std::size_t length = document.size() - removed + added;
+    if (length > document.capacity()) {
+        // A fresh text, since growing the old one would round the size up; pieces may still lie in that.
+        std::string larger;
+        const std::size_t capacity = document.capacity();
+        larger.reserve(std::max({capacity + capacity / 2, length, kLeastGrowth}));
+        larger.append(document, 0, offset).append(added, '\0').append(document, offset + removed);
+        pieces.CopyTo(larger.data() + offset);
+        document.swap(larger);
+    } else {
+        document.replace(offset, removed, added, '\0');
+        pieces.CopyTo(document.data() + offset);
+    }
 }
 
 void CMarkupSTL::ShiftBehind(std::int32_t parent, std::int32_t previous, std::int32_t delta) {
@@ -118,22 +132,27 @@ void CMarkupSTL::ShiftSubtree(std::int32_t top, std::int32_t delta) {
 }
 
 // Puts a text at a place and returns where it begins, or kNowhere.
-std::ptrdiff_t CMarkupSTL::PutText(const Place& place, std::string_view text, bool onOwnLine) {
-    if (place.parent != 0 && IsShort(place.parent)) return OpenAround(place.parent, text, onOwnLine);
-    return Replace(place, 0, text) ? place.offset : kNowhere;
+std::ptrdiff_t CMarkupSTL::PutText(const Place& place, const MarkupPieces& pieces, bool onOwnLine) {
+    if (place.parent != 0 && IsShort(place.parent)) return OpenAround(place.parent, pieces, onOwnLine);
+    return Replace(place, 0, pieces) ? place.offset : kNowhere;
 }
 
 // Opens an element in the short form and puts a text between its new tags.
-std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, std::string_view text, bool onOwnLine) {
+std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, const MarkupPieces& pieces, bool onOwnLine) {
     const std::string_view lineEnd = onOwnLine ? kLineEnd : std::string_view();
     const std::string_view name = NameOf(element);
     const std::ptrdiff_t slash = table[element].endTagLeft;
+    // One slash more would keep the tag in the short form.
+    if (document[static_cast<std::size_t>(slash) - 1] == '/') return kNowhere;
     const std::ptrdiff_t begin = slash + 1 + std::ssize(lineEnd);
-    const std::ptrdiff_t endTag = begin + std::ssize(text);
+    const std::ptrdiff_t endTag = begin + static_cast<std::ptrdiff_t>(pieces.Length());
     const std::ptrdiff_t endTagRight = endTag + 2 + std::ssize(name);
-    std::string opened;
-    opened.reserve(static_cast<std::size_t>(endTagRight + 1 - slash) + lineEnd.size());
-    opened.append(">").append(lineEnd).append(text).append("</").append(name).append(">").append(lineEnd);
+    MarkupPieces opened{">", lineEnd};
+    opened.Add(pieces);
+    opened.Add("</");
+    opened.Add(name);
+    opened.Add(">");
+    opened.Add(lineEnd);
     if (!Replace({table[element].parent, element, slash}, 2, opened)) return kNowhere;
     table[element].startTagRight = static_cast<std::int32_t>(slash);
     table[element].endTagLeft = static_cast<std::int32_t>(endTag);

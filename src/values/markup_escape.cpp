@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 
 namespace brixen::lyr::gen {
@@ -15,9 +16,8 @@ struct Reference {
 constexpr std::array<Reference, 5> kReferences = {
     {{"lt;", '<'}, {"amp;", '&'}, {"gt;", '>'}, {"apos;", '\''}, {"quot;", '"'}}};
 
-constexpr std::size_t kLongestNumber = 7; // with its semicolon
-constexpr std::string_view kInContent = "<&>";
-constexpr std::string_view kInAttribute = "<&>'\"";
+constexpr std::size_t kLongestName = 5;   // with its semicolon
+constexpr std::size_t kLongestNumber = 7; // likewise
 
 // Above 0xFFFF the value is cut to its low 16 bits and still takes three bytes: kept.
 void AppendUtf8(std::string& result, long value) {
@@ -60,26 +60,53 @@ std::size_t ReadName(std::string_view text, std::string& result) {
     return found->name.size();
 }
 
-std::string_view NameOf(char byte) {
-    return std::find_if(kReferences.begin(), kReferences.end(),
-                        [byte](const Reference& reference) { return reference.byte == byte; })
-        ->name;
+// What becomes of each byte.
+using ReferenceTable = std::array<std::uint8_t, 256>; // index in kReferences plus 1, 0 for none
+
+constexpr ReferenceTable ReferencesFor(std::string_view special) {
+    ReferenceTable table{};
+    for (std::size_t i = 0; i < kReferences.size(); ++i) {
+        const char byte = kReferences[i].byte;
+        if (special.find(byte) == std::string_view::npos) continue;
+        table[static_cast<unsigned char>(byte)] = static_cast<std::uint8_t>(i + 1);
+    }
+    return table;
+}
+
+constexpr ReferenceTable kInContent = ReferencesFor("<&>");
+constexpr ReferenceTable kInAttribute = ReferencesFor("<&>'\"");
+
+std::size_t EndOfPlain(std::string_view text, std::size_t from, const ReferenceTable& special) {
+    while (from < text.size() && special[static_cast<unsigned char>(text[from])] == 0) ++from;
+    return from;
+}
+
+// `mark` is the first byte that needs a reference, or the end.
+std::string Escaped(std::string_view text, std::size_t mark, const ReferenceTable& special) {
+    std::string result;
+    result.reserve(text.size() + text.size() / 10 + kLongestName);
+    std::size_t from = 0;
+    for (;;) {
+        result.append(text, from, mark - from);
+        if (mark == text.size()) return result;
+        const std::size_t reference = special[static_cast<unsigned char>(text[mark])];
+        result.append("&").append(kReferences[reference - 1].name);
+        from = mark + 1;
+        mark = EndOfPlain(text, from, special);
+    }
 }
 
 } // namespace
 
 std::string EscapeMarkup(std::string_view text, bool attribute) {
-    const std::string_view special = attribute ? kInAttribute : kInContent;
-    std::string result;
-    result.reserve(text.size() + text.size() / 10);
-    for (const char byte : text) {
-        if (special.find(byte) == std::string_view::npos) {
-            result += byte;
-        } else {
-            result.append("&").append(NameOf(byte));
-        }
-    }
-    return result;
+    const ReferenceTable& special = attribute ? kInAttribute : kInContent;
+    return Escaped(text, EndOfPlain(text, 0, special), special);
+}
+
+std::string_view EscapedOrSame(std::string_view content, std::string& escaped) {
+    const std::size_t mark = EndOfPlain(content, 0, kInContent);
+    if (mark == content.size()) return content;
+    return escaped = Escaped(content, mark, kInContent);
 }
 
 std::string UnescapeMarkup(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to) {

@@ -3,6 +3,7 @@
 
 #include "values/markup_escape.h"
 #include "values/markup_parser.h"
+#include "values/markup_pieces.h"
 #include "values/markup_tokens.h"
 
 namespace brixen::lyr::gen {
@@ -11,15 +12,6 @@ namespace {
 constexpr std::string_view kCDataBegin = "<![CDATA[";
 constexpr std::string_view kCDataEnd = "]]>";
 constexpr std::string_view kLineEnd = "\r\n";
-
-std::string ElementMarkup(std::string_view name, std::string_view content) {
-    std::string text;
-    text.reserve(2 * name.size() + content.size() + 7);
-    text.append("<").append(name);
-    if (content.empty()) return text.append("/>\r\n");
-    text.append(">").append(EscapeMarkup(content, false));
-    return text.append("</").append(name).append(">\r\n");
-}
 
 std::string Fenced(std::string_view begin, std::string_view text, std::string_view end) {
     return std::string(begin).append(text).append(end);
@@ -72,14 +64,28 @@ bool IsOneElement(std::string_view text) {
 // Returns the new element, 0 when it cannot be.
 std::int32_t CMarkupSTL::PutElement(const Place& place, std::string_view name, std::string_view content) {
     if (!IsPlainName(name) || !IsReachable(place)) return 0;
-    const std::string text = ElementMarkup(name, content);
+    if (IsOfDocument(name) || IsOfDocument(content)) {
+        return PutElement(place, std::string(name), std::string(content));
+    }
+    std::string escaped;
+    MarkupPieces markup{"<", name};
+    if (content.empty()) {
+        markup.Add("/>\r\n");
+    } else {
+        markup.Add(">");
+        markup.Add(EscapedOrSame(content, escaped));
+        markup.Add("</");
+        markup.Add(name);
+        markup.Add(">\r\n");
+    }
     if (table.IsFull()) table.Grow();
-    const std::ptrdiff_t left = PutText(place, text, true);
+    const std::ptrdiff_t left = PutText(place, markup, true);
     if (left == kNowhere) return 0;
     const std::int32_t element = table.Take();
-    const std::ptrdiff_t right = left + std::ssize(text) - std::ssize(kLineEnd) - 1;
-    const std::ptrdiff_t startTagRight = content.empty() ? right : left + 1 + std::ssize(name);
-    const std::ptrdiff_t endTagLeft = content.empty() ? right - 1 : right - 2 - std::ssize(name);
+    const std::ptrdiff_t right = left + static_cast<std::ptrdiff_t>(markup.Length() - kLineEnd.size()) - 1;
+    const bool isShort = content.empty();
+    const std::ptrdiff_t startTagRight = isShort ? right : left + 1 + std::ssize(name);
+    const std::ptrdiff_t endTagLeft = isShort ? right - 1 : right - 2 - std::ssize(name);
     table[element] = {static_cast<std::int32_t>(left),
                       static_cast<std::int32_t>(startTagRight),
                       static_cast<std::int32_t>(endTagLeft),
@@ -122,7 +128,7 @@ bool CMarkupSTL::PutNode(bool behind, int kind, std::string_view text) {
     const std::ptrdiff_t length = std::ssize(markup);
     if (IsOnOwnLine(kind)) markup += kLineEnd;
     const Place place = PlaceBesideCursor(behind);
-    const std::ptrdiff_t offset = PutText(place, markup, IsOnOwnLine(kind));
+    const std::ptrdiff_t offset = PutText(place, MarkupPieces(markup), IsOnOwnLine(kind));
     if (offset == kNowhere) return false;
     cursor = Cursor::On(place.parent, place.previous);
     cursor.nodeType = seen;
@@ -137,12 +143,13 @@ bool CMarkupSTL::InsertNode(int kind, MarkupText text) { return PutNode(false, k
 
 bool CMarkupSTL::PutSubDoc(bool behind, std::string_view text) {
     const Place place = PlaceBesideCursor(behind);
+    if (IsOfDocument(text)) return PutSubDoc(behind, std::string(text));
     if (!IsReachable(place) || !IsOneElement(text)) return false;
     // The element parser once more, into the table this time: a refused piece leaves no trace there.
     const std::int32_t first = table.Free();
     std::string error;
     const std::int32_t top = ParseElement(text, table, place.parent, error);
-    const std::ptrdiff_t offset = PutText(place, text, true);
+    const std::ptrdiff_t offset = PutText(place, MarkupPieces(text), true);
     if (offset == kNowhere) {
         table.SetFree(first);
         return false;
@@ -171,9 +178,9 @@ bool CMarkupSTL::SetContent(std::int32_t element, std::string_view text, bool as
     if (table[element].firstChild != 0) return false;
     const bool section = asCData && text.find(kCDataEnd) == std::string_view::npos;
     const std::string content = section ? NodeMarkup(kMarkupCData, text) : EscapeMarkup(text, false);
-    if (IsShort(element)) return OpenAround(element, content, false) != kNowhere;
+    if (IsShort(element)) return OpenAround(element, MarkupPieces(content), false) != kNowhere;
     const std::ptrdiff_t begin = ContentBegin(element);
-    return Replace({element, 0, begin}, ContentEnd(element) - begin, content);
+    return Replace({element, 0, begin}, ContentEnd(element) - begin, MarkupPieces(content));
 }
 
 bool CMarkupSTL::SetNodeText(std::string_view text) {
@@ -181,7 +188,7 @@ bool CMarkupSTL::SetNodeText(std::string_view text) {
     const std::string markup = NodeMarkup(cursor.nodeType, text);
     const int seen = KindOf(cursor.nodeType, markup);
     const Place place{cursor.posParent, cursor.pos, cursor.nodeOffset};
-    if (seen == kMarkupNone || !Replace(place, cursor.nodeLength, markup)) return false;
+    if (seen == kMarkupNone || !Replace(place, cursor.nodeLength, MarkupPieces(markup))) return false;
     cursor.nodeType = seen;
     cursor.nodeLength = static_cast<std::int32_t>(markup.size());
     return true;

@@ -41,8 +41,12 @@ std::int32_t CMarkupSTL::FindByPath(std::int32_t parent, std::int32_t start, std
 void CMarkupSTL::ResetPos() { cursor = {}; }
 
 bool CMarkupSTL::FindElem(MarkupText path) {
-    const std::int32_t found = path.empty() ? NextUnder(cursor.posParent, cursor.pos)
-                                            : FindByPath(cursor.posParent, cursor.pos, path);
+    if (path.empty()) {
+        const std::int32_t next = NextUnder(cursor.posParent, cursor.pos);
+        if (next != 0) cursor = Cursor::On(cursor.posParent, next);
+        return next != 0;
+    }
+    const std::int32_t found = FindByPath(cursor.posParent, cursor.pos, path);
     if (found == 0) return false;
     cursor = Cursor::On(table[found].parent, found);
     return true;

@@ -65,8 +65,7 @@ ScannedNode ScanNode(const MarkupSpan& text, std::ptrdiff_t at) {
 
 bool NameMatches(std::string_view token, std::string_view name) {
     if (!name.starts_with(token)) return false;
-    const char next = token.size() < name.size() ? name[token.size()] : '\0';
-    return next == '\0' || std::string_view(" =/[").find(next) != std::string_view::npos;
+    return token.size() == name.size() || (ClassOf(name[token.size()]) & kNameEndByte) != 0;
 }
 
 std::string_view TagNameAt(const MarkupSpan& text, std::ptrdiff_t left) {
@@ -76,8 +75,8 @@ std::string_view TagNameAt(const MarkupSpan& text, std::ptrdiff_t left) {
 }
 
 bool IsPlainName(std::string_view name) {
-    return !name.empty() && ClassOf(name.front()) != kQuoteByte &&
-           std::none_of(name.begin(), name.end(), EndsToken);
+    return !name.empty() && (ClassOf(name.front()) & kQuoteByte) == 0 &&
+           std::none_of(name.begin(), name.end(), [](char byte) { return EndsToken(byte); });
 }
 
 } // namespace brixen::lyr::gen

@@ -17,16 +17,18 @@ enum MarkupByteClass : std::uint8_t {
     kBlankByte = 1,     // white space: skipped in front of a token, and ends one
     kDelimiterByte = 2, // ends a token, and is one by itself
     kQuoteByte = 4,     // begins a quoted token; means nothing inside another
+    kNameEndByte = 8,   // ends a name that is looked for, so that paths and the like are names too
 };
 
 inline constexpr auto kMarkupByteClasses = [] {
     std::array<std::uint8_t, 256> classes{};
     const auto mark = [&classes](std::string_view bytes, std::uint8_t byteClass) {
-        for (const char byte : bytes) classes[static_cast<unsigned char>(byte)] = byteClass;
+        for (const char byte : bytes) classes[static_cast<unsigned char>(byte)] |= byteClass;
     };
     mark(" \t\n\r", kBlankByte);
     mark("<>=\\/?!", kDelimiterByte);
     mark("\"'", kQuoteByte);
+    mark(std::string_view(" =/[\0", 5), kNameEndByte);
     return classes;
 }();
 
@@ -75,7 +77,7 @@ public:
         fAt = fText.SkipBlanks(fAt);
         if (fAt >= fText.end) return false;
         const char lead = fText[fAt];
-        token.quoted = ClassOf(lead) == kQuoteByte;
+        token.quoted = (ClassOf(lead) & kQuoteByte) != 0;
         token.begin = fAt + static_cast<std::ptrdiff_t>(token.quoted);
         token.end = token.quoted ? fText.Find(lead, token.begin) : EndOfPlain();
         fAt = token.end < fText.end ? token.Behind() : fText.end;
@@ -92,7 +94,7 @@ public:
 private:
     std::ptrdiff_t EndOfPlain() const {
         std::ptrdiff_t at = fAt + 1;
-        if (ClassOf(fText[fAt]) == kDelimiterByte) return at;
+        if ((ClassOf(fText[fAt]) & kDelimiterByte) != 0) return at;
         while (at < fText.end && !EndsToken(fText[at])) ++at;
         return at;
     }

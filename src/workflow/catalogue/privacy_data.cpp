@@ -12,7 +12,8 @@ namespace {
 
 std::u16string LabelOf(const StatementLanguage& language) {
     try {
-        return zeve::WideText(language.name.empty() ? language.locale : language.name);
+        // A popup shows no more than what stands before a NUL.
+        return zeve::WideText(language.name.empty() ? language.locale : language.name).c_str();
     } catch (const lyr::gen::illegal_utf_sequence&) {
         return {};
     }

@@ -37,6 +37,11 @@ TEST(PrivacyRows, AreLocalesWhereThereIsNoName) {
     EXPECT_THAT(LabelsOf({{"de_DE", ""}}), testing::ElementsAre(u"de_DE"));
 }
 
+TEST(PrivacyRows, EndAtANul) {
+    EXPECT_THAT(LabelsOf({{"a", std::string("seen\0unseen", 11)}, {"b", std::string("\0unseen", 7)}}),
+                testing::ElementsAre(u"seen"));
+}
+
 TEST(PrivacyRows, LeaveOutWhatCannotBeShown) {
     EXPECT_THAT(LabelsOf({{"", ""}, {"a", "\xFF"}, {"\xC3", ""}, {"b", "kept"}, {"", "kept too"}}),
                 testing::ElementsAre(u"kept", u"kept too"));

@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -148,6 +150,37 @@ TEST_F(WideFiles, AreClosedAfterReading) {
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
     EXPECT_TRUE(std::filesystem::remove(fFile));
+}
+
+TEST_F(WideFiles, SayWhyTheyCannotBeRead) {
+    std::string error = "untouched";
+    EXPECT_EQ(ReadWholeFile(Write("x"), error), "x");
+    EXPECT_EQ(error, "untouched");
+    EXPECT_FALSE(ReadWholeFile((fFolder / "absent").u16string(), error).has_value());
+    EXPECT_EQ(error, std::strerror(ENOENT));
+    error.clear();
+    EXPECT_FALSE(ReadWholeFile(fFolder.u16string(), error).has_value());
+    EXPECT_FALSE(error.empty());
+}
+
+TEST_F(WideFiles, AreWrittenAsTheyAre) {
+    const std::u16string path = fFile.u16string();
+    std::string error = "untouched";
+    const std::string bytes("a\n\r\n\x1A\0b", 7);
+    for (const std::string& written : {bytes + bytes, bytes, std::string()}) {
+        EXPECT_TRUE(WriteWholeFile(path, written, error));
+        EXPECT_EQ(ReadWholeFile(path), written);
+    }
+    EXPECT_EQ(error, "untouched");
+}
+
+TEST_F(WideFiles, SayWhyTheyCannotBeWritten) {
+    std::string error;
+    EXPECT_FALSE(WriteWholeFile((fFolder / "absent" / "file").u16string(), "x", error));
+    EXPECT_EQ(error, std::strerror(ENOENT));
+    error.clear();
+    EXPECT_FALSE(WriteWholeFile(fFolder.u16string(), "x", error));
+    EXPECT_FALSE(error.empty());
 }
 
 TEST_F(WideFiles, ExistWithEitherSeparator) {

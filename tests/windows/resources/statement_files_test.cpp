@@ -36,9 +36,9 @@ protected:
                                                                     4));
     }
     const void* Load() { return PVNPrivacyStatementHandler().Load("", "x", 0); }
-    Handle Open(DWORD share) const {
-        return Handle(CreateFileW(folder.PathOf("privacystatements/statement.txt").c_str(), GENERIC_READ,
-                                  share, nullptr, OPEN_EXISTING, 0, nullptr));
+    Handle Open(const char* name, DWORD share) const {
+        return Handle(CreateFileW(folder.PathOf(name).c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0,
+                                  nullptr));
     }
 
     const test_support::ResourceFolder folder;
@@ -50,11 +50,24 @@ TEST_F(StatementFiles, AreNotOpenedWhileSomebodyElseHasThem) {
     Write("statement");
     EXPECT_NE(Load(), nullptr);
     for (const DWORD share : {DWORD{0}, DWORD{FILE_SHARE_READ}, kShareAll}) {
-        const Handle other = Open(share);
+        const Handle other = Open("privacystatements/statement.txt", share);
         ASSERT_NE(other.get(), INVALID_HANDLE_VALUE);
         EXPECT_EQ(Load(), nullptr) << share;
     }
     EXPECT_NE(Load(), nullptr) << "it is closed again";
+}
+
+TEST_F(StatementFiles, AreUnknownWhileSomebodyElseKeepsTheListToHimself) {
+    Write("statement");
+    PVNPrivacyStatementHandler handler;
+    {
+        const Handle other = Open("privacyinfolist.xml", 0);
+        ASSERT_NE(other.get(), INVALID_HANDLE_VALUE);
+        EXPECT_EQ(handler.Load("", "x", 0), nullptr);
+        EXPECT_EQ(handler.Languages().ErrorCode(), -2);
+        EXPECT_EQ(handler.Languages().ErrorText(), "Cannot open the file");
+    }
+    EXPECT_NE(handler.Load("", "x", 0), nullptr);
 }
 
 TEST_F(StatementFiles, AreNoDevices) {

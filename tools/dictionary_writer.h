@@ -18,9 +18,9 @@ struct DictionaryFormat {
     std::uint8_t minor = 1; // of version 2; up to 127
     // With minor 0 the order is that of this machine, whatever stands here.
     std::endian order = std::endian::little;
-    std::uint32_t firstId = 0; // of the first entry; 0 for a file that may be laid over any other
-    bool hasKeys = true;       // without keys no lookup reaches the values
-    std::string headerText;    // read by nobody
+    std::uint32_t firstId = 0;   // of the first entry; 0 for a file that may be laid over any other
+    bool hasKeys = true;         // without keys no lookup reaches the values
+    std::string headerText = {}; // read by nobody
 };
 
 // The bytes of a compiled dictionary of version 2. Entries keep their order, and an entry with an empty key

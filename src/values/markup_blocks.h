@@ -46,6 +46,16 @@ inline std::uint32_t BytesEqual(const char* block, char wanted) {
     return mask;
 }
 
+// One bit for each of sixteen bytes that an attribute's value cannot hold as it is.
+inline std::uint32_t SpecialBytes(const char* block) {
+    std::uint32_t mask = 0;
+    for (unsigned i = 0; i < kNameBlock; ++i) {
+        const bool quoteOrAnd = block[i] == '"' || block[i] == '&' || block[i] == '\'';
+        mask |= static_cast<std::uint32_t>(quoteOrAnd || (block[i] | 2) == '>') << i;
+    }
+    return mask;
+}
+
 } // namespace scalar_markup
 
 #ifdef PAVANE_HAS_SSE2
@@ -75,6 +85,14 @@ inline std::uint32_t CommonNameBytes(const char* left, const char* right) {
 
 inline std::uint32_t BytesEqual(const char* block, char wanted) {
     return MaskOf(_mm_cmpeq_epi8(Load(block), _mm_set1_epi8(wanted)));
+}
+
+inline std::uint32_t SpecialBytes(const char* block) {
+    const __m128i bytes = Load(block);
+    const __m128i brackets = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(2)), _mm_set1_epi8('>'));
+    // `&` and `'` differ in one bit.
+    const __m128i others = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(1)), _mm_set1_epi8('\''));
+    return MaskOf(_mm_or_si128(_mm_or_si128(brackets, others), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('"'))));
 }
 
 } // namespace vector_markup

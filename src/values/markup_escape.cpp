@@ -1,5 +1,7 @@
 #include "values/markup_escape.h"
 
+#include "values/markup_blocks.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -77,6 +79,9 @@ constexpr ReferenceTable kInContent = ReferencesFor("<&>");
 constexpr ReferenceTable kInAttribute = ReferencesFor("<&>'\"");
 
 std::size_t EndOfPlain(std::string_view text, std::size_t from, const ReferenceTable& special) {
+    constexpr auto kBlock = static_cast<std::size_t>(kNameBlock);
+    while (text.size() - from >= kBlock && markup_blocks::SpecialBytes(text.data() + from) == 0)
+        from += kBlock;
     while (from < text.size() && special[static_cast<unsigned char>(text[from])] == 0) ++from;
     return from;
 }
@@ -111,17 +116,19 @@ std::string_view EscapedOrSame(std::string_view content, std::string& escaped) {
 
 std::string UnescapeMarkup(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to) {
     std::ptrdiff_t mark = text.Find('&', from, to);
-    std::string result(text.Between(from, mark));
-    while (mark < to) {
+    if (mark == to) return std::string(text.Between(from, to));
+    std::string result;
+    result.reserve(static_cast<std::size_t>(to - from));
+    for (;;) {
+        result.append(text.Between(from, mark));
+        if (mark == to) return result;
         const std::string_view behind = text.Between(mark + 1, to);
         std::size_t length = ReadNumber(behind, result);
         if (length == 0) length = ReadName(behind, result);
         if (length == 0) result += '&';
         from = mark + 1 + static_cast<std::ptrdiff_t>(length);
         mark = text.Find('&', from, to);
-        result.append(text.Between(from, mark));
     }
-    return result;
 }
 
 } // namespace brixen::lyr::gen

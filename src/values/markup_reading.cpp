@@ -70,10 +70,12 @@ std::string CMarkupSTL::NodeData() const {
 }
 
 std::string CMarkupSTL::DataOf(std::int32_t element) const {
-    if (element == 0 || table[element].firstChild != 0 || IsShort(element)) return {};
+    if (element == 0) return {};
+    const ElemPos& place = table[element];
+    const std::ptrdiff_t begin = std::ptrdiff_t{place.startTagRight} + 1;
+    const std::ptrdiff_t end = place.endTagLeft;
+    if (place.firstChild != 0 || begin >= end) return {};
     const MarkupSpan text(document);
-    const std::ptrdiff_t begin = ContentBegin(element);
-    const std::ptrdiff_t end = ContentEnd(element);
     const std::ptrdiff_t inked = text.SkipBlanks(begin);
     if (text[inked] == '<' && inked < end) {
         if (const auto section = SectionIn(text.Between(inked, end))) return std::string(*section);

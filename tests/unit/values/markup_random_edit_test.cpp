@@ -375,7 +375,7 @@ private:
 };
 
 TEST(MarkupRandomEdit, TheTableIsThatOfAFreshParseAfterEveryEdit) {
-    for (unsigned seed = 0; seed < 1500 && !HasFatalFailure(); ++seed) {
+    for (unsigned seed = 0; seed < 800 && !HasFatalFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Script script(seed);
         for (int step = 0; step < 40 && !HasFatalFailure(); ++step) {

@@ -11,7 +11,7 @@ using lyr::gen::ToUtf16;
 
 PVNResourceManager& PVNResourceManager::Get() {
     ResourceState& state = TheResourceState();
-    if (!state.manager) state.manager = std::make_unique<PVNResourceManager>();
+    if (!state.manager) state.manager = std::make_shared<PVNResourceManager>();
     return *state.manager;
 }
 

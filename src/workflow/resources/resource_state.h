@@ -9,10 +9,8 @@ namespace brixen::pvn::pvn_workflow {
 class PVNResourceManager;
 
 struct ResourceState {
-    ResourceState();
-    ~ResourceState();
-
-    std::unique_ptr<PVNResourceManager> manager;
+    // Nobody shares it: this pointer owns a class that it need not know.
+    std::shared_ptr<PVNResourceManager> manager;
     bool isSetUp = false;
     std::mutex decoderLock; // guards decoderUsers: handlers may live on other threads of the host
     int decoderUsers = 0;

@@ -35,24 +35,22 @@ private:
     bool fWaiting = false; // for the value, behind `=`
 };
 
-// Whether a name matches nothing but itself.
-bool IsWholeName(std::string_view name) {
-    return std::none_of(name.begin(), name.end(),
-                        [](char byte) { return (ClassOf(byte) & kNameEndByte) != 0; });
+// Whether none of the bytes is of one of the classes.
+bool HasNone(std::string_view text, unsigned unwanted) {
+    unsigned classes = kOrdinaryByte;
+    for (const char byte : text) classes |= ClassOf(byte);
+    return (classes & unwanted) == 0;
 }
 
-bool HasNoDelimiter(std::string_view text) {
-    std::uint8_t classes = 0;
-    for (const char byte : text) classes |= ClassOf(byte);
-    return (classes & kDelimiterByte) == 0;
-}
+// Whether a name is one token, and matches nothing but itself.
+bool IsWholeName(std::string_view name) { return HasNone(name, kNameEndByte | kBlankByte | kDelimiterByte); }
 
 // Whether `name` ends at `end`, begins a token behind `from`, and nothing in front of it stops the search or
 // waits for a value.
 bool StandsBefore(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t end, std::string_view name) {
     const std::ptrdiff_t begin = end - std::ssize(name);
     return begin > from && text.Between(begin, end) == name && IsBlank(text[begin - 1]) &&
-           HasNoDelimiter(text.Between(from, begin));
+           HasNone(text.Between(from, begin), kDelimiterByte);
 }
 
 // The quick road for tags in which `name="value"` is the only use of a quote. True when `value` is the
@@ -74,6 +72,7 @@ bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t 
             }
             return false;
         }
+        if (!HasNone(text.Between(from, quote - 1), kDelimiterByte)) return false;
         from = valueEnd + 1;
     }
 }

@@ -40,6 +40,12 @@ TEST(MarkupAttribute, OnlyAQuotedValueBehindANameAndAnEqualsSignCounts) {
              AttributeCase{"<a a='1'/>", "a", "1"},
              AttributeCase{"<a b='&lt;&amp;&quot;&apos;&#65;'/>", "b", "<&\"'A"},
              AttributeCase{"<a b='&nothing;'/>", "b", "&nothing;"},
+             AttributeCase{"<a / b='1' c='2'></a>", "b", ""},
+             AttributeCase{"<a / b='1' c='2'></a>", "c", ""},
+             AttributeCase{"<a b='1' ? c='2' d='3'></a>", "b", "1"},
+             AttributeCase{"<a b='1' ? c='2' d='3'></a>", "d", ""},
+             AttributeCase{"<a b\\c='1'/>", "b\\c", ""},
+             AttributeCase{"<a b\\c='1'/>", "c", "1"},
              AttributeCase{"<a></a>", "b", ""},
              AttributeCase{"<a><c b='1'/></a>", "b", ""},
              AttributeCase{"<a b=' \t\n 1 '/>", "b", " \t\n 1 "},
@@ -161,6 +167,8 @@ TEST(MarkupAttribute, RemoveAttribTakesItsWhiteSpaceAlong) {
              SetCase{"<a b='1' c='2'></a>", "b", nullptr, "<a c='2'></a>"},
              SetCase{"<a b='1' c = \"2\"></a>", "c", nullptr, "<a b='1'></a>"},
              SetCase{"<a b='1' c='2' d='3'><e/></a>", "c", nullptr, "<a b='1' d='3'><e/></a>"},
+             // A blank has to stay between the tokens on either side.
+             SetCase{"<a b='1'c='2'/>", "b", nullptr, "<a c='2'/>"},
          }) {
         CMarkupSTL markup = At(change.before, "a");
         EXPECT_TRUE(markup.RemoveAttrib(change.name)) << change.before;

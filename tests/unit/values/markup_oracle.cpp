@@ -77,6 +77,26 @@ bool OracleIsName(std::string_view token, std::string_view name) {
     return token.size() == name.size() || std::string_view(" =/[\0", 5).find(name[token.size()]) != name.npos;
 }
 
+std::optional<std::string> OracleAttribute(std::string_view text, std::size_t place, std::string_view name) {
+    OracleReader reader(text, place);
+    OracleToken token;
+    int nameCount = 0;
+    bool isWaiting = false;
+    for (int count = 1; reader.ReadToken(token); ++count) {
+        const std::string_view bytes = reader.Bytes(token);
+        if (token.isQuoted) {
+            if (nameCount != 0 && count == nameCount + 2) return std::string(bytes);
+            isWaiting = false;
+            continue;
+        }
+        if (bytes == ">" || bytes == "/" || bytes == "?") return std::nullopt;
+        const bool isSign = count > 1 && bytes == "=";
+        if (count > 1 && !isSign && !isWaiting && OracleIsName(bytes, name)) nameCount = count;
+        isWaiting = isSign;
+    }
+    return std::nullopt;
+}
+
 void OracleParser::Grow(std::int32_t request) {
     const auto posFree = static_cast<std::int32_t>(table.size());
     if (request == 0) request = std::max(posFree + posFree / 2, posFree + 1);

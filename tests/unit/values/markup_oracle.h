@@ -5,6 +5,7 @@
 #include "markup_support.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,9 @@ private:
 
 // Whether a token is this name, or the first step of this path.
 bool OracleIsName(std::string_view token, std::string_view name);
+
+// The value of an attribute of the tag whose name is read at `place`, as it stands.
+std::optional<std::string> OracleAttribute(std::string_view text, std::size_t place, std::string_view name);
 
 class OracleParser {
 public:

@@ -111,5 +111,36 @@ TEST(MarkupOracle, ATruncatedDocumentIsReadAsTheRulesSay) {
     }
 }
 
+std::string RandomAttributes(std::mt19937& random) {
+    constexpr std::string_view kParts[] = {
+        " ",  " ", " b='1'", " c=\"2\"", "b=\"3\"", " bc='4'", "b", "c",    "\n", "=",   "'",
+        "\"", "/", "?",      " = '5'",   " b = c ", "\\",      "!", "\0"sv, "b[", "&lt;"};
+    std::string text;
+    for (std::size_t parts = random() % 10; parts > 0; --parts) text += kParts[random() % std::size(kParts)];
+    return text;
+}
+
+TEST(MarkupOracle, TheRulesGiveTheSameAttributes) {
+    std::mt19937 random(22);
+    constexpr std::string_view kNames[] = {"b",  "c",    "bc",  "b c", "c=1",  "b/c",
+                                           "b[", "b\\c", "b?c", "b!",  "&lt;", ""};
+    int found = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const bool isElement = round % 2 == 0;
+        const std::string text = isElement ? "<e" + RandomAttributes(random) + " x='y'></e>"
+                                           : "<?e" + RandomAttributes(random) + " x='y'?><e/>";
+        CMarkupSTL markup;
+        markup.SetDoc(text);
+        if (markup.FindNode(kMarkupElement | kMarkupProcessingInstruction) == 0) continue;
+        for (const std::string_view name : kNames) {
+            const auto value = OracleAttribute(text, isElement ? 1 : 2, name);
+            found += value.has_value();
+            ASSERT_EQ(markup.GetAttrib(name), CMarkupSTL::UnescapeText(value.value_or("")))
+                << Readable(text) << " " << Readable(name);
+        }
+    }
+    EXPECT_GT(found, 5000) << "most of the names must not be missing";
+}
+
 } // namespace
 } // namespace brixen::lyr::gen::markup_test

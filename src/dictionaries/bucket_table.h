@@ -50,15 +50,16 @@ public:
     // Gives the bucket a longer list of what came later.
     void ReplaceAdded(std::uint32_t bucket, Ids& ids) noexcept;
 
-    // Until `visit(id)` returns true.
+    // Until `visit(id)` returns true; whether one did.
     template <class Visit>
-    void ForEachId(std::uint32_t bucket, Visit visit) const {
+    bool ForEachId(std::uint32_t bucket, Visit visit) const {
         for (const std::uint32_t id : FromFile(bucket)) {
-            if (id < fFileLimit && visit(id)) return;
+            if (id < fFileLimit && visit(id)) return true;
         }
         for (const std::uint32_t id : Added(bucket)) {
-            if (visit(id)) return;
+            if (visit(id)) return true;
         }
+        return false;
     }
     // At least as many as there are, in a bucket and in all.
     std::size_t Size(std::uint32_t bucket) const { return FromFile(bucket).size() + Added(bucket).size(); }

@@ -14,6 +14,11 @@ constexpr std::uint64_t kScannedForOneIndexed = 8;
 // Below this no index pays.
 constexpr std::uint64_t kFewestScanned = 256;
 
+// What may be hashed for an index. Keys that share their bytes, or are listed again and again, can come to
+// far more than the file that brought them.
+constexpr std::uint64_t kHashedForOneStored = 4;
+constexpr std::uint64_t kHashedForOneId = 64;
+
 } // namespace
 
 std::size_t FastArray::BlockOf(std::uint32_t id) const {
@@ -78,14 +83,24 @@ void FastArray::BuildIndexIfWorthwhile() const {
     } catch (const std::bad_alloc&) {
         return; // the buckets still answer
     }
+    if (!FillIndex()) fIndex.Clear();
+}
+
+bool FastArray::FillIndex() const {
+    std::uint64_t left = kHashedForOneStored * fKeyBytes + kHashedForOneId * fBuckets.Size();
     for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
-        fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
-            // A file may list an id in a bucket where no search looks for its key.
+        const bool isTooMuch = fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
             const std::string_view key = KeyOf(id);
-            if (KeyBucket(key) == bucket) fIndex.Insert(key, {id, Value(id)});
+            // A file may list an id in a bucket where no search looks for its key.
+            if (KeyBucket(key) != bucket) return false;
+            if (key.size() > left) return true;
+            left -= key.size();
+            fIndex.Insert(key, {id, Value(id)});
             return false;
         });
+        if (isTooMuch) return false;
     }
+    return true;
 }
 
 std::optional<std::uint32_t> FastArray::Find(std::string_view key) const {
@@ -156,6 +171,7 @@ std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
     fBuckets.Append(bucket, id);
     ++fTotalIds;
     ++fLiveEntries;
+    fKeyBytes += key.size();
     if (block.entryCount == FastArrayBlock::kRunTimeEntries) fCurrentBlock = -1;
     InsertIntoIndex(id);
     return id;
@@ -189,6 +205,7 @@ void FastArray::AddFirstBlock(FastArrayBlock block, BucketLists lists) {
 void FastArray::TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept {
     fTotalIds += block->entryCount;
     fLiveEntries += std::min(block->liveCount, UINT32_MAX - fLiveEntries);
+    fKeyBytes += block->keys.AreaSize();
     fBlocks.push_back(std::move(block));
     // What is added later must not shift these ids.
     fCurrentBlock = -1;

@@ -64,6 +64,8 @@ private:
     std::size_t BlockOf(std::uint32_t id) const;
     std::string_view KeyOf(std::uint32_t id) const;
     void BuildIndexIfWorthwhile() const;
+    // False when the keys are too much to hash.
+    bool FillIndex() const;
     void ReplaceEntry(std::uint32_t id, std::string_view value, std::optional<std::string_view> note);
     void ReserveBlock();
     FastArrayBlock& CurrentBlock();
@@ -79,6 +81,7 @@ private:
 
     std::uint32_t fTotalIds = 0;
     std::uint32_t fLiveEntries = 0;
+    std::uint64_t fKeyBytes = 0; // of all blocks
     std::int32_t fCurrentBlock = -1;
     BucketTable fBuckets;
     std::vector<std::unique_ptr<FastArrayBlock>> fBlocks;

@@ -352,6 +352,23 @@ TEST_F(BinaryBlock, SearchesTheListsOfOneBucketInTheirOrder) {
     EXPECT_EQ(Found(dictionary, "/a"), u"first");
 }
 
+TEST_F(BinaryBlock, IsSearchedWithoutAnIndexWhenItsKeysAreTooMuchToHash) {
+    const std::string longKey(65535, 'k');
+    const std::uint32_t bucket = KeyBucket(longKey);
+    std::string key = "/0";
+    for (int i = 1; KeyBucket(key) != bucket; ++i) key = "/" + std::to_string(i);
+    for (const std::size_t repeats : {1u, 1000u}) {
+        std::vector<std::uint32_t> ids(repeats, 0);
+        ids.push_back(1);
+        const Loaded dictionary(
+            BinaryFile{.entries = {{longKey, u"long"}, {key, u"short"}}, .lists = {{{bucket, ids}}}});
+        for (int i = 0; i < 300; ++i) ASSERT_EQ(dictionary.Entries().Find(key), 1u);
+        EXPECT_EQ(dictionary.Entries().IsIndexed(), repeats == 1);
+        EXPECT_EQ(Found(dictionary, key.c_str()), u"short");
+        EXPECT_EQ(Found(dictionary, longKey.c_str()), u"long");
+    }
+}
+
 TEST_F(BinaryBlock, FindsNoNoteThroughAnIndexOutOfOrder) {
     const Loaded dictionary(
         BinaryFile{.entries = kEntries, .notes = {{2, u"c"}, {0xFFFFFFFF, u"?"}, {0, u"a"}}});

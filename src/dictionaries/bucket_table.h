@@ -50,16 +50,12 @@ public:
     // Gives the bucket a longer list of what came later.
     void ReplaceAdded(std::uint32_t bucket, Ids& ids) noexcept;
 
-    // Until `visit(id)` returns true; whether one did.
     template <class Visit>
-    bool ForEachId(std::uint32_t bucket, Visit visit) const {
+    void ForEachId(std::uint32_t bucket, Visit visit) const {
         for (const std::uint32_t id : FromFile(bucket)) {
-            if (id < fFileLimit && visit(id)) return true;
+            if (id < fFileLimit) visit(id);
         }
-        for (const std::uint32_t id : Added(bucket)) {
-            if (visit(id)) return true;
-        }
-        return false;
+        for (const std::uint32_t id : Added(bucket)) visit(id);
     }
     // At least as many as there are, in a bucket and in all.
     std::size_t Size(std::uint32_t bucket) const { return FromFile(bucket).size() + Added(bucket).size(); }

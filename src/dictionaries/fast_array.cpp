@@ -14,10 +14,10 @@ constexpr std::uint64_t kScannedForOneIndexed = 8;
 // Below this no index pays.
 constexpr std::uint64_t kFewestScanned = 256;
 
-// What may be hashed for an index. Keys that share their bytes, or are listed again and again, can come to
-// far more than the file that brought them.
-constexpr std::uint64_t kHashedForOneStored = 4;
-constexpr std::uint64_t kHashedForOneId = 64;
+// Longer keys are indexed as long as they do not come to more than so many times the bytes that hold them:
+// those of a file may share theirs, and be listed again and again.
+constexpr std::size_t kLongestIndexedAnyway = 1023;
+constexpr std::uint64_t kIndexedForOneStored = 4;
 
 } // namespace
 
@@ -46,10 +46,7 @@ std::string_view FastArray::KeyOf(std::uint32_t id) const {
 
 std::vector<std::uint32_t> FastArray::Bucket(std::uint32_t bucket) const {
     std::vector<std::uint32_t> ids;
-    fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
-        ids.push_back(id);
-        return false;
-    });
+    fBuckets.ForEachId(bucket, [&](std::uint32_t id) { ids.push_back(id); });
     return ids;
 }
 
@@ -83,38 +80,41 @@ void FastArray::BuildIndexIfWorthwhile() const {
     } catch (const std::bad_alloc&) {
         return; // the buckets still answer
     }
-    if (!FillIndex()) fIndex.Clear();
-}
-
-bool FastArray::FillIndex() const {
-    std::uint64_t left = kHashedForOneStored * fKeyBytes + kHashedForOneId * fBuckets.Size();
+    fIndexIsWhole = true;
+    std::uint64_t left = kIndexedForOneStored * fKeyBytes;
     for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
-        const bool isTooMuch = fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
+        fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
             const std::string_view key = KeyOf(id);
             // A file may list an id in a bucket where no search looks for its key.
-            if (KeyBucket(key) != bucket) return false;
-            if (key.size() > left) return true;
-            left -= key.size();
-            fIndex.Insert(key, {id, Value(id)});
-            return false;
+            if (KeyBucket(key) == bucket && TakesIntoIndex(key, left)) fIndex.Insert(key, {id, Value(id)});
         });
-        if (isTooMuch) return false;
     }
-    return true;
+}
+
+bool FastArray::TakesIntoIndex(std::string_view key, std::uint64_t& left) const {
+    if (key.size() <= kLongestIndexedAnyway) return true;
+    // After the first one none is taken, so that of a key's ids the first is there or none.
+    if (key.size() > left) fIndexIsWhole = false;
+    if (fIndexIsWhole) left -= key.size();
+    return fIndexIsWhole;
+}
+
+bool FastArray::IsAnsweredByIndex(std::string_view key) const {
+    return fIndex.IsBuilt() && (fIndexIsWhole || key.size() <= kLongestIndexedAnyway);
 }
 
 std::optional<std::uint32_t> FastArray::Find(std::string_view key) const {
-    if (fIndex.IsBuilt()) {
+    if (IsAnsweredByIndex(key)) {
         const auto entry = fIndex.Find(key);
         return entry ? std::optional(entry->id) : std::nullopt;
     }
     const auto found = FindInBucket(key, KeyBucket(key));
-    BuildIndexIfWorthwhile();
+    if (!fIndex.IsBuilt()) BuildIndexIfWorthwhile();
     return found;
 }
 
 std::optional<ValueBytes> FastArray::FindValue(std::string_view key) const {
-    if (fIndex.IsBuilt()) {
+    if (IsAnsweredByIndex(key)) {
         const auto entry = fIndex.Find(key);
         return entry ? std::optional(entry->value) : std::nullopt;
     }

@@ -64,8 +64,8 @@ private:
     std::size_t BlockOf(std::uint32_t id) const;
     std::string_view KeyOf(std::uint32_t id) const;
     void BuildIndexIfWorthwhile() const;
-    // False when the keys are too much to hash.
-    bool FillIndex() const;
+    bool TakesIntoIndex(std::string_view key, std::uint64_t& left) const;
+    bool IsAnsweredByIndex(std::string_view key) const;
     void ReplaceEntry(std::uint32_t id, std::string_view value, std::optional<std::string_view> note);
     void ReserveBlock();
     FastArrayBlock& CurrentBlock();
@@ -86,6 +86,7 @@ private:
     BucketTable fBuckets;
     std::vector<std::unique_ptr<FastArrayBlock>> fBlocks;
     mutable KeyIndex fIndex;
+    mutable bool fIndexIsWhole = true;  // else long keys are looked for in their buckets
     mutable std::uint64_t fScanned = 0; // keys compared since the last index
 };
 

@@ -98,7 +98,6 @@ private:
             fStore.fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
                 const std::string_view old = fStore.KeyOf(id);
                 if (old.size() <= kLongestMergedKey) index.Insert(old, {id, {}});
-                return false;
             });
         }
         const auto entry = index.Find(key);

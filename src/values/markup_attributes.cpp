@@ -1,7 +1,5 @@
 #include "values/markup_attributes.h"
 
-#include <algorithm>
-
 namespace brixen::lyr::gen {
 namespace {
 
@@ -59,8 +57,8 @@ bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t 
                     std::optional<MarkupToken>& value) {
     if (!IsWholeName(name)) return false;
     for (;;) {
-        const std::ptrdiff_t quote = FindQuote(text.bytes, from, tagEnd, text.end);
-        if (quote == tagEnd) return true;
+        const std::ptrdiff_t quote = FindQuoteOrEnd(text.bytes, from, tagEnd, text.end);
+        if (quote == tagEnd || (ClassOf(text[quote]) & kQuoteByte) == 0) return true;
         if (quote - from < 2 || text[quote - 1] != '=' || ClassOf(text[quote - 2]) != kOrdinaryByte)
             return false;
         const std::ptrdiff_t valueEnd = text.Find(text[quote], quote + 1, tagEnd);
@@ -72,7 +70,6 @@ bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t 
             }
             return false;
         }
-        if (!HasNone(text.Between(from, quote - 1), kDelimiterByte)) return false;
         from = valueEnd + 1;
     }
 }

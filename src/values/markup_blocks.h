@@ -130,11 +130,13 @@ inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdi
                         [wanted](const char* block) { return markup_blocks::BytesEqual(block, wanted); });
 }
 
-// A quote of either kind.
-inline std::ptrdiff_t FindQuote(const char* text, std::ptrdiff_t from, std::ptrdiff_t to,
-                                std::ptrdiff_t readable) {
+// A quote of either kind, or one of `/`, `?` and `>`, which end a tag's attributes.
+inline std::ptrdiff_t FindQuoteOrEnd(const char* text, std::ptrdiff_t from, std::ptrdiff_t to,
+                                     std::ptrdiff_t readable) {
     return FindInBlocks(text, from, to, readable, [](const char* block) {
-        return markup_blocks::BytesEqual(block, '"') | markup_blocks::BytesEqual(block, '\'');
+        return markup_blocks::BytesEqual(block, '"') | markup_blocks::BytesEqual(block, '\'') |
+               markup_blocks::BytesEqual(block, '/') | markup_blocks::BytesEqual(block, '?') |
+               markup_blocks::BytesEqual(block, '>');
     });
 }
 

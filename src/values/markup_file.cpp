@@ -43,9 +43,9 @@ std::string BytesOf(std::u16string_view units) {
     return bytes;
 }
 
-bool IsTooLong(std::size_t units) {
-    return units >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()) / kMostUtf8PerUnit;
-}
+constexpr std::size_t kMostCounted = std::numeric_limits<std::int32_t>::max();
+
+bool IsTooLong(std::size_t units) { return units >= kMostCounted / kMostUtf8PerUnit; }
 
 std::string Utf8Of(const std::u16string& units) {
     std::string utf8(static_cast<std::size_t>(EncodeUtf8(nullptr, units.c_str(), 0)), '\0');
@@ -91,8 +91,13 @@ bool CMarkupSTL::Load(const std::u16string& path) {
 bool CMarkupSTL::Save(const std::u16string& path) {
     std::string error;
     const bool wide = (flags & kFileIsUtf16) != 0 && !document.empty();
+    if (wide && document.size() > kMostCounted) {
+        errorText = std::strerror(EFBIG);
+        return false;
+    }
     const std::u16string units = wide ? UnitsOfUtf8(document) : std::u16string();
-    if (!WriteWholeFile(path, wide ? BytesOf(units) : document, error)) {
+    const std::string bytes = wide ? BytesOf(units) : std::string();
+    if (!WriteWholeFile(path, wide ? bytes : std::string_view(document), error)) {
         errorText = error;
         return false;
     }

@@ -1,5 +1,6 @@
 #include "markup_support.h"
 
+#include "support/failing_allocator.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -100,6 +101,16 @@ TEST_F(MarkupFile, AMarkAndOneByteIsAnEmptyText) {
     EXPECT_EQ(markup.GetDoc(), "");
     EXPECT_FALSE(markup.IsWellFormed());
     EXPECT_EQ(markup.Flags() & kIsUtf16, kIsUtf16);
+}
+
+TEST_F(MarkupFile, ANulEndsAUtf16Text) {
+    EXPECT_TRUE(Load(Wide(u"<a/>\0<b/>"s)));
+    EXPECT_EQ(markup.GetDoc(), "<a/>");
+    EXPECT_EQ(markup.GetError(), "BOM + 9 wide chars to 4 bytes");
+    markup.SetDoc("<a>\0</a>"s);
+    EXPECT_TRUE(Save());
+    EXPECT_EQ(Read(path), Wide(u"<a>"));
+    EXPECT_EQ(markup.GetError(), "8 bytes to BOM + 3 wide chars");
 }
 
 TEST_F(MarkupFile, OtherMarksAreText) {
@@ -204,6 +215,13 @@ TEST_F(MarkupFile, AFullDeviceFailsTheWrite) {
     markup.SetDoc("<a/>");
     EXPECT_FALSE(markup.Save(full.u16string())) << "what only fails when the file is closed counts too";
     EXPECT_EQ(markup.GetError(), std::strerror(ENOSPC));
+}
+
+TEST_F(MarkupFile, SavingTakesNoSecondCopyOfTheText) {
+    markup.SetDoc("<a>" + std::string(1 << 20, 'x') + "</a>");
+    const std::size_t before = pavane_test::AllocatedBytes();
+    ASSERT_TRUE(Save());
+    EXPECT_LT(pavane_test::AllocatedBytes() - before, std::size_t{1} << 20);
 }
 
 TEST_F(MarkupFile, SavingLeavesTreeAndCursor) {

@@ -226,6 +226,34 @@ TEST(MarkupData, SetDataKeepsTheFencesOfANode) {
     }
 }
 
+TEST(MarkupData, ADocumentTypeTakesItsContentWithFencesOrWithout) {
+    const char* const kText = "<r><!D a><a/></r>";
+    for (const char* const content : {"D b [ <x> ]", "<!D b [ <x> ]>"}) {
+        const CMarkupSTL markup = Rewritten(kText, kMarkupDocumentType, content, false, true);
+        EXPECT_EQ(markup.GetDoc(), "<r><!D b [ <x> ]><a/></r>");
+        EXPECT_EQ(markup.GetData(), "<!D b [ <x> ]>");
+    }
+    Rewritten(kText, kMarkupDocumentType, "D b [", false, false);
+    Rewritten(kText, kMarkupDocumentType, "D><b/", false, false);
+}
+
+TEST(MarkupData, ATextMayBecomeWhiteSpaceAndBack) {
+    CMarkupSTL markup = Rewritten("<r>old<a/></r>", kMarkupText, " \n", false, true);
+    EXPECT_EQ(markup.NodeType(), kMarkupWhiteSpace);
+    EXPECT_TRUE(markup.SetData("new"));
+    EXPECT_EQ(markup.NodeType(), kMarkupText);
+    EXPECT_EQ(markup.GetDoc(), "<r>new<a/></r>");
+    EXPECT_TRUE(markup.SetData("")) << "a node without any text is none";
+    EXPECT_EQ(markup.GetDoc(), "<r><a/></r>");
+    EXPECT_EQ(markup.NodeType(), kMarkupNone);
+    EXPECT_EQ(markup.FindNode(), kMarkupElement);
+}
+
+TEST(MarkupData, ANodeRefusesTheEndOfItsFence) {
+    Rewritten("<r><!--old--><a/></r>", kMarkupComment, "a-->b", false, false);
+    Rewritten("<r><?old?><a/></r>", kMarkupProcessingInstruction, "a?>b", false, false);
+}
+
 TEST(MarkupData, ASectionRefusesTheEndOfItsFence) {
     Rewritten("<r><![CDATA[old]]><a/></r>", kMarkupCData, "a]]>b", false, false);
     Rewritten("<r><![CDATA[old]]><a/></r>", kMarkupCData, "a]]>b", true, false);

@@ -132,10 +132,10 @@ TEST(MarkupEditNode, RemoveElemBesideANodeIsNotMeant) {
     CMarkupSTL markup = At("<r><a/>text<b/></r>", "r");
     markup.IntoElem();
     ASSERT_EQ(markup.FindNode(kMarkupText), kMarkupText);
-    markup.RemoveElem();
-    // Whatever it does with the element in front, the text and what follows stay.
-    EXPECT_NE(markup.GetDoc().find("text<b/></r>"), std::string::npos);
-    EXPECT_EQ(FreshDifference(markup), "");
+    const State before = StateOf(markup);
+    EXPECT_FALSE(markup.RemoveElem()) << "the element in front of the text is not meant";
+    EXPECT_FALSE(markup.RemoveChildElem());
+    EXPECT_EQ(StateOf(markup), before);
 }
 
 TEST(MarkupEditNode, ASubDocumentIsTakenAsItIs) {
@@ -192,12 +192,17 @@ TEST(MarkupEditNode, ARefusedPieceLeavesAShortFormClosed) {
 TEST(MarkupEditNode, ANodeCursorFollowsAnEditInFrontOfIt) {
     CMarkupSTL markup = At("<r><a/>text<b/></r>", "r/a");
     ASSERT_EQ(markup.FindNode(), kMarkupText);
-    // The attribute is that of no element while the cursor stands on a text; whatever comes of it, the cursor
-    // names the same text or none.
-    markup.SetAttrib("x", "1");
-    if (markup.NodeLength() != 0) {
-        EXPECT_EQ(markup.GetData(), "text");
-    }
+    EXPECT_FALSE(markup.SetAttrib("x", "1")) << "a text has no attributes";
+    EXPECT_EQ(markup.GetData(), "text");
+    ASSERT_TRUE(markup.AddChildElem("c", "1"));
+    EXPECT_EQ(markup.GetDoc(), "<r><a>\r\n<c>1</c>\r\n</a>\r\ntext<b/></r>");
+    EXPECT_EQ(markup.GetData(), "text");
+    ASSERT_TRUE(markup.SetChildAttrib("x", "1"));
+    EXPECT_EQ(markup.GetData(), "text");
+    ASSERT_TRUE(markup.RemoveChildElem());
+    EXPECT_EQ(markup.GetData(), "text");
+    EXPECT_EQ(markup.FindNode(), kMarkupElement);
+    EXPECT_EQ(markup.GetTagName(), "b");
     EXPECT_EQ(FreshDifference(markup), "");
 }
 

@@ -297,6 +297,12 @@ TEST(MarkupEdit, AnElementGoesBesideACurrentNodeThatIsNone) {
     EXPECT_EQ(FreshDifference(beforeText), "");
 }
 
+TEST(MarkupEdit, ASmallBufferGrowsToTwoHundredBytes) {
+    CMarkupSTL markup;
+    ASSERT_TRUE(markup.AddElem("a", "more than fits into a short string"));
+    EXPECT_GE(markup.GetDoc().capacity(), 200U);
+}
+
 TEST(MarkupEdit, ABigBufferIsNotCopiedForASmallEdit) {
     CMarkupSTL markup = Parsed("<r>" + std::string(1000, 'x') + "<a/></r>");
     ASSERT_TRUE(markup.FindElem("r/a"));

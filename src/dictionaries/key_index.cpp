@@ -1,6 +1,7 @@
 #include "dictionaries/key_index.h"
 
 #include <bit>
+#include <chrono>
 #include <cstring>
 #include <utility>
 
@@ -23,29 +24,33 @@ std::uint64_t ReadShort(const char* bytes, std::size_t length) {
     return word;
 }
 
-std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
-    hash = (hash ^ word) * kMultiplier;
-    return hash ^ (hash >> 32);
+// Both halves of the product.
+std::uint64_t Mix(std::uint64_t one, std::uint64_t other) {
+    __extension__ using Product = unsigned __int128;
+    const Product product = static_cast<Product>(one) * other;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
 // Over all bytes, unlike the hash of the buckets: two words at a time, the last ones overlapping what came
 // before them.
-std::uint64_t HashWhole(std::string_view key) {
+std::uint64_t HashWhole(std::string_view key, std::uint64_t seed) {
     const char* bytes = key.data();
     const char* const end = bytes + key.size();
-    std::uint64_t first = key.size() * kMultiplier;
-    std::uint64_t second = ~first;
-    for (; end - bytes > 16; bytes += 16) {
-        first = Mix(first, ReadWord(bytes));
-        second = Mix(second, ReadWord(bytes + 8));
-    }
+    const std::uint64_t secret = seed * kMultiplier;
+    std::uint64_t hash = seed ^ key.size();
+    for (; end - bytes > 16; bytes += 16) hash = Mix(ReadWord(bytes) ^ secret, ReadWord(bytes + 8) ^ hash);
     if (key.size() < 8) {
-        first = Mix(first, ReadShort(bytes, key.size()));
+        hash = Mix(ReadShort(bytes, key.size()) ^ secret, hash);
     } else {
-        first = Mix(first, ReadWord(key.size() < 16 ? bytes : end - 16));
-        second = Mix(second, ReadWord(end - 8));
+        hash = Mix(ReadWord(key.size() < 16 ? bytes : end - 16) ^ secret, ReadWord(end - 8) ^ hash);
     }
-    return Mix(Mix(first, 0) + second, 0);
+    return Mix(hash ^ secret, kMultiplier);
+}
+
+// What the author of a file cannot know, so that nobody can choose keys that all belong in one slot.
+std::uint64_t NewSeed(const void* address) {
+    const auto time = std::chrono::steady_clock::now().time_since_epoch().count();
+    return Mix(static_cast<std::uint64_t>(time) ^ kMultiplier, reinterpret_cast<std::uintptr_t>(address));
 }
 
 bool IsTooFull(std::size_t used, std::size_t slots) { return used * 5 > slots * 4; }
@@ -59,11 +64,13 @@ void KeyIndex::Clear() {
 
 void KeyIndex::Start(std::size_t count) {
     Clear();
-    Resize(std::bit_ceil(kFewestSlots + count * 5 / 4));
+    std::vector<Slot> slots(std::bit_ceil(kFewestSlots + count * 5 / 4));
+    fSeed = NewSeed(slots.data());
+    fSlots.swap(slots);
 }
 
 std::size_t KeyIndex::SlotFor(std::string_view key) const {
-    const std::uint64_t hash = HashWhole(key);
+    const std::uint64_t hash = HashWhole(key, fSeed);
     const auto tag = static_cast<std::uint16_t>(hash >> 48);
     const std::size_t mask = fSlots.size() - 1;
     for (std::size_t place = hash & mask;; place = (place + 1) & mask) {
@@ -78,7 +85,7 @@ void KeyIndex::Insert(std::string_view key, const Entry& entry) {
     Slot& slot = fSlots[SlotFor(key)];
     if (slot.id != kFree) return;
     slot = {key.data(), entry.value, entry.id, static_cast<std::uint16_t>(key.size()),
-            static_cast<std::uint16_t>(HashWhole(key) >> 48)};
+            static_cast<std::uint16_t>(HashWhole(key, fSeed) >> 48)};
     ++fUsed;
 }
 

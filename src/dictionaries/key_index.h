@@ -46,6 +46,7 @@ private:
 
     std::vector<Slot> fSlots; // a power of two, never full
     std::size_t fUsed = 0;
+    std::uint64_t fSeed = 0; // of the hash
 };
 
 } // namespace kestrel_private

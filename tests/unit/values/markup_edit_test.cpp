@@ -104,6 +104,32 @@ TEST(MarkupEdit, AFreshDocumentTakesARoot) {
     EXPECT_EQ(FreshDifference(behind), "");
 }
 
+TEST(MarkupEdit, ARootIsRefusedWhereNoParseWouldFindIt) {
+    for (const char* const text : {"<!-- open", "<b>", "<", "</b>", "<!--c--><b></c>"}) {
+        CMarkupSTL markup = Parsed(text);
+        const State before = StateOf(markup);
+        EXPECT_FALSE(markup.AddElem("r")) << text;
+        EXPECT_FALSE(markup.AddSubDoc("<r/>")) << text;
+        EXPECT_EQ(StateOf(markup), before) << text;
+        EXPECT_TRUE(markup.InsertElem("r")) << "in front of all that it is found";
+        EXPECT_EQ(FreshDifference(markup), "") << text;
+    }
+}
+
+TEST(MarkupEdit, WhatIsAddedMayBePartOfTheDocumentItself) {
+    CMarkupSTL markup = At("<r><a/></r>", "r/a");
+    // Room for all of it, so that the text is changed in place.
+    ASSERT_TRUE(markup.AddElem("b"));
+    const std::string_view text = markup.GetDoc();
+    ASSERT_TRUE(markup.InsertElem(text.substr(1, 1), text.substr(3, 4)));
+    EXPECT_EQ(markup.GetDoc(), "<r><a/><r>&lt;a/&gt;</r>\r\n<b/>\r\n</r>");
+    EXPECT_EQ(markup.GetData(), "<a/>");
+    ASSERT_TRUE(markup.InsertSubDoc(markup.GetDoc()));
+    EXPECT_EQ(Outline(markup), "r(a r(a r b) r b)");
+    ASSERT_TRUE(markup.SetAttrib("x", markup.GetDoc()));
+    EXPECT_EQ(FreshDifference(markup), "");
+}
+
 TEST(MarkupEdit, AnElementBesideTheRootIsThereUntilTheNextParse) {
     CMarkupSTL markup = At("<a/>", "a");
     ASSERT_TRUE(markup.AddElem("b", "t"));

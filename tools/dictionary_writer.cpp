@@ -152,7 +152,7 @@ void PutBlock(Output& output, const std::vector<CompiledEntry>& entries, const D
     output.Put(format.hasKeys ? kHasKeys : kHasNoKeys);
     output.Put(In32Bits(entries.size()));
     output.Put(LiveCount(entries, format.hasKeys));
-    output.Put(static_cast<std::uint32_t>(keys.buckets.size()));
+    output.Put(static_cast<std::uint32_t>(format.hasKeys ? keys.buckets.size() : 0));
     if (format.hasKeys) output.Put(In32Bits(keys.area.size()));
     output.Put(values.AreaBytes());
     if (format.hasKeys) keys.PutInto(output);

@@ -182,6 +182,15 @@ TEST_F(BinaryBlock, WithoutKeysHasValuesThatNoLookupReaches) {
     EXPECT_EQ(dictionary.Entries().LiveEntries(), 3u);
 }
 
+TEST_F(BinaryBlock, WithoutKeysHasNoListsWhateverTheirCount) {
+    for (const std::uint32_t count : {0u, 1021u, 1022u, 0xFFFFFFFFu}) {
+        const Loaded dictionary(
+            BinaryFile{.entries = kEntries, .notes = {{1, u"note"}}, .hasKeys = 'N', .listCount = count});
+        EXPECT_EQ(ValueOfId(dictionary, 1), u"zw\u00F6lf");
+        EXPECT_EQ(NoteOfId(dictionary, 1), u"note");
+    }
+}
+
 TEST_F(BinaryBlock, HasKeysWhenItsMarkIsUnknown) {
     EXPECT_EQ(Found(Loaded(BinaryFile{.entries = kEntries, .hasKeys = '?'}), "/a"), u"one");
 }

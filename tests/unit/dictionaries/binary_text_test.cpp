@@ -108,9 +108,13 @@ TEST_F(BinaryText, IsWrittenToSitBehindAnother) {
 }
 
 TEST_F(BinaryText, IsWrittenWithoutKeys) {
+    const std::string bytes =
+        pavane_tools::WriteDictionary({{"/a", u"one", {}}, {"", u"two", {}}}, {.hasKeys = false});
+    // No list either.
+    constexpr std::size_t kBeforeListCount = 29 + 4 + 1 + 4 + 4;
+    EXPECT_EQ(bytes.substr(kBeforeListCount, 4), std::string(4, '\0'));
     ZStringDictionary compiled(true);
-    LoadBytes(compiled,
-              pavane_tools::WriteDictionary({{"/a", u"one", {}}, {"", u"two", {}}}, {.hasKeys = false}));
+    LoadBytes(compiled, bytes);
     EXPECT_EQ(ValueOfId(compiled, 0), u"one");
     EXPECT_EQ(ValueOfId(compiled, 1), u"two");
     EXPECT_EQ(compiled.Entries().LiveEntries(), 2u);

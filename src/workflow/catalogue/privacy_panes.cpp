@@ -23,34 +23,16 @@ constexpr std::uint16_t kStatementButtons[] = {kBackButton, kAcceptButton, kDecl
 constexpr std::uint16_t kMissingButtons[] = {kReturnButton, kCancelButton};
 constexpr std::uint16_t kNoneButtons[] = {kCancelButton};
 
-constexpr PaneTraits kChooseTraits{"$$$/pvn/privacy/choose/window_title", kChoosePage, kChooseButtons,
+constexpr PageTraits kChooseTraits{"$$$/pvn/privacy/choose/window_title", kChoosePage, kChooseButtons,
                                    kContinueButton};
-constexpr PaneTraits kStatementTraits{"$$$/pvn/privacy/statement/window_title", kStatementPage,
+constexpr PageTraits kStatementTraits{"$$$/pvn/privacy/statement/window_title", kStatementPage,
                                       kStatementButtons, kAcceptButton};
 
 } // namespace
 
-constexpr PaneTraits kMissingTraits{"$$$/pvn/privacy/missing/window_title", kMissingPage, kMissingButtons,
+constexpr PageTraits kMissingTraits{"$$$/pvn/privacy/missing/window_title", kMissingPage, kMissingButtons,
                                     kReturnButton};
-constexpr PaneTraits kNoneTraits{"$$$/pvn/privacy/none/window_title", kNonePage, kNoneButtons, kCancelButton};
-
-void PrivacyPane::Enter() {
-    SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
-    // A button that had the focus on the pane before may still be drawn as the default one.
-    for (const std::uint16_t button : traits.buttons) {
-        if (button != traits.defaultButton) MakeNormalButton(ref, button);
-    }
-    MakeDefaultButton(ref, traits.defaultButton);
-    SetEnabled(ref, traits.page, true);
-    SetVisible(ref, traits.page, true);
-    for (const std::uint16_t button : traits.buttons) SetVisible(ref, button, true);
-}
-
-void PrivacyPane::Leave() {
-    SetVisible(ref, traits.page, false);
-    for (const std::uint16_t button : traits.buttons) SetVisible(ref, button, false);
-    SetEnabled(ref, traits.page, false);
-}
+constexpr PageTraits kNoneTraits{"$$$/pvn/privacy/none/window_title", kNonePage, kNoneButtons, kCancelButton};
 
 zeve::NativeWindow PrivacyPane::ControlOf(std::uint16_t viewId) const {
     return zeve::platform::ChildWithId(zeve::ZeveTopWindow(ref), viewId);
@@ -60,7 +42,7 @@ zeve::NativeWindow PrivacyPane::ControlOf(std::uint16_t viewId) const {
 // presses the default button, which is framed for that reason. They look for the frame that they take away,
 // so the button must not have it while the focus moves.
 void PrivacyPane::OnTab() {
-    zeve::platform::Send(ControlOf(traits.defaultButton), zeve::kButtonSetStyle, kPlainButton, kRedraw);
+    zeve::platform::Send(ControlOf(DefaultButton()), zeve::kButtonSetStyle, kPlainButton, kRedraw);
 }
 
 void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
@@ -68,7 +50,7 @@ void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
     const bool isField =
         (id == kLeftToRightField || id == kRightToLeftField) && notification == kNotificationEditHasFocus;
     if (isPopup || isField)
-        zeve::platform::Post(ControlOf(traits.defaultButton), zeve::kButtonSetStyle, kFramedButton, kRedraw);
+        zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle, kFramedButton, kRedraw);
 }
 
 ChoosePane::ChoosePane(PrivacyData& runData) : PrivacyPane(kChooseTraits), data(runData) {}

@@ -1,11 +1,11 @@
 // The panes of Privacy.
 #pragma once
 
+#include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/privacy_views.h"
-#include "workflow/pane.h"
 
 #include <cstddef>
-#include <span>
+#include <string>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -13,25 +13,13 @@ struct PrivacyData;
 
 namespace privacy {
 
-// What distinguishes the panes. The default button is one of the buttons.
-struct PaneTraits {
-    const char* titleKey;
-    std::uint16_t page;
-    std::span<const std::uint16_t> buttons;
-    std::uint16_t defaultButton;
-};
+extern const PageTraits kMissingTraits; // the statement cannot be shown
+extern const PageTraits kNoneTraits;    // there are no languages to choose from
 
-extern const PaneTraits kMissingTraits; // the statement cannot be shown
-extern const PaneTraits kNoneTraits;    // there are no languages to choose from
-
-class PrivacyPane : public PVNPane {
+class PrivacyPane : public PagePane {
 public:
-    explicit PrivacyPane(const PaneTraits& paneTraits) : traits(paneTraits) {}
+    using PagePane::PagePane;
 
-    void Enter() override;
-    void Leave() override;
-
-    std::uint16_t DefaultButton() const { return traits.defaultButton; }
     // Takes the choice that the pane offers into the run, before the user goes on.
     virtual void TakeChoice() {}
     // Puts the focus where the pane wants it once it is on screen.
@@ -45,9 +33,6 @@ public:
 
 protected:
     zeve::NativeWindow ControlOf(std::uint16_t viewId) const;
-
-private:
-    const PaneTraits& traits;
 };
 
 // A popup of the languages.

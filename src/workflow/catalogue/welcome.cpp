@@ -3,19 +3,17 @@
 #include "frame/status.h"
 #include "workflow/alert.h"
 #include "workflow/alert_catalogue.h"
+#include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/welcome_views.h"
 #include "workflow/concrete_host.h"
 #include "workflow/context_keys.h"
 #include "workflow/controls/open_in_browser.h"
 #include "workflow/dialog_state_machine.h"
 #include "workflow/host_messages.h"
-#include "workflow/pane.h"
 #include "workflow/pane_helpers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/workflow_context.h"
-
-#include "toolkit/zeve_dialog.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -30,59 +28,25 @@ constexpr std::string_view kEventContinue = "Continue";
 constexpr std::string_view kEventDone = "DoneButton";
 constexpr std::string_view kEventQuit = "QuitButton";
 
-// What distinguishes the panes.
-struct PaneTraits {
-    const char* titleKey;
-    std::uint16_t page;
-    bool hasBack;
-    std::uint16_t defaultButton;
-    std::string_view defaultEvent;
-};
+constexpr std::uint16_t kWelcomeButtons[] = {welcome::kContinueButton, welcome::kQuitButton};
+constexpr std::uint16_t kHighlightsButtons[] = {welcome::kBackButton, welcome::kContinueButton,
+                                                welcome::kQuitButton};
+constexpr std::uint16_t kReadyButtons[] = {welcome::kBackButton, welcome::kDoneButton, welcome::kQuitButton};
 
-constexpr PaneTraits kWelcomeTraits{"$$$/pvn/welcome/welcome/window_title", welcome::kWelcomePage, false,
-                                    welcome::kContinueButton, kEventContinue};
-constexpr PaneTraits kHighlightsTraits{"$$$/pvn/welcome/highlights/window_title", welcome::kHighlightsPage,
-                                       true, welcome::kContinueButton, kEventContinue};
-constexpr PaneTraits kReadyTraits{"$$$/pvn/welcome/ready/window_title", welcome::kReadyPage, true,
-                                  welcome::kDoneButton, kEventDone};
+constexpr PageTraits kWelcomeTraits{"$$$/pvn/welcome/welcome/window_title", welcome::kWelcomePage,
+                                    kWelcomeButtons, welcome::kContinueButton};
+constexpr PageTraits kHighlightsTraits{"$$$/pvn/welcome/highlights/window_title", welcome::kHighlightsPage,
+                                       kHighlightsButtons, welcome::kContinueButton};
+constexpr PageTraits kReadyTraits{"$$$/pvn/welcome/ready/window_title", welcome::kReadyPage, kReadyButtons,
+                                  welcome::kDoneButton};
 
-class WelcomePane : public PVNPane {
+class HighlightsPane final : public PagePane {
 public:
-    explicit WelcomePane(const PaneTraits& paneTraits) : traits(paneTraits) {}
-
-    void Enter() override {
-        SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
-        // A button that had the focus on the pane before may still be drawn as the default one.
-        MakeNormalButton(ref, welcome::kBackButton);
-        MakeNormalButton(ref, welcome::kQuitButton);
-        MakeDefaultButton(ref, traits.defaultButton);
-        SetEnabled(ref, traits.page, true);
-        SetVisible(ref, traits.page, true);
-        SetVisible(ref, welcome::kBackButton, traits.hasBack);
-        SetVisible(ref, traits.defaultButton, true);
-        SetVisible(ref, welcome::kQuitButton, true);
-    }
-
-    void Leave() override {
-        SetVisible(ref, traits.page, false);
-        SetVisible(ref, welcome::kBackButton, false);
-        SetVisible(ref, traits.defaultButton, false);
-        SetEnabled(ref, traits.page, false);
-    }
-
-    std::string_view DefaultEvent() const { return traits.defaultEvent; }
-
-private:
-    const PaneTraits& traits;
-};
-
-class HighlightsPane final : public WelcomePane {
-public:
-    explicit HighlightsPane(PVNPaneHost& paneHost) : WelcomePane(kHighlightsTraits), host(paneHost) {}
+    explicit HighlightsPane(PVNPaneHost& paneHost) : PagePane(kHighlightsTraits), host(paneHost) {}
 
     void Enter() override {
         if (!hasPictures && !platform::IsHighContrast()) ShowPictures();
-        WelcomePane::Enter();
+        PagePane::Enter();
     }
 
 private:
@@ -134,7 +98,9 @@ private:
     }
 
     std::intptr_t OnEnterKey() {
-        return DeliverEvent(static_cast<WelcomePane*>(currentPane)->DefaultEvent());
+        std::intptr_t result = 0;
+        HandleCommand(static_cast<PagePane*>(currentPane)->DefaultButton(), result);
+        return result;
     }
 };
 
@@ -163,9 +129,9 @@ void PVNWelcomeWorkFlow::SetTransitions() {
 }
 
 void PVNWelcomeWorkFlow::SetPanes() {
-    SetPane(kStateWelcome, std::make_unique<WelcomePane>(kWelcomeTraits));
+    SetPane(kStateWelcome, std::make_unique<PagePane>(kWelcomeTraits));
     SetPane(kStateHighlights, std::make_unique<HighlightsPane>(*host));
-    SetPane(kStateReady, std::make_unique<WelcomePane>(kReadyTraits));
+    SetPane(kStateReady, std::make_unique<PagePane>(kReadyTraits));
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,26 @@
+#include "workflow/catalogue/page_pane.h"
+
+#include "toolkit/zeve_dialog.h"
+#include "workflow/pane_helpers.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+void PagePane::Enter() {
+    SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
+    // A button that had the focus on the pane before may still be drawn as the default one.
+    for (const std::uint16_t button : traits.buttons) {
+        if (button != traits.defaultButton) MakeNormalButton(ref, button);
+    }
+    MakeDefaultButton(ref, traits.defaultButton);
+    SetEnabled(ref, traits.page, true);
+    SetVisible(ref, traits.page, true);
+    for (const std::uint16_t button : traits.buttons) SetVisible(ref, button, true);
+}
+
+void PagePane::Leave() {
+    SetVisible(ref, traits.page, false);
+    for (const std::uint16_t button : traits.buttons) SetVisible(ref, button, false);
+    SetEnabled(ref, traits.page, false);
+}
+
+} // namespace brixen::pvn::pvn_workflow

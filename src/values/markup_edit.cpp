@@ -12,7 +12,6 @@ namespace brixen::lyr::gen {
 namespace {
 
 constexpr std::size_t kLeastGrowth = 200;
-constexpr std::string_view kLineEnd = "\r\n";
 
 } // namespace
 

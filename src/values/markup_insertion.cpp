@@ -9,10 +9,6 @@
 namespace brixen::lyr::gen {
 namespace {
 
-constexpr std::string_view kCDataBegin = "<![CDATA[";
-constexpr std::string_view kCDataEnd = "]]>";
-constexpr std::string_view kLineEnd = "\r\n";
-
 std::string Fenced(std::string_view begin, std::string_view text, std::string_view end) {
     return std::string(begin).append(text).append(end);
 }

@@ -8,6 +8,8 @@
 
 namespace brixen::lyr::gen {
 
+inline constexpr std::string_view kLineEnd = "\r\n"; // behind what is put on a line of its own
+
 // A text in pieces, which is put together only where it goes. The pieces are borrowed. Private to the markup
 // document.
 class MarkupPieces {

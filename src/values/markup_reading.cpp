@@ -9,9 +9,6 @@
 namespace brixen::lyr::gen {
 namespace {
 
-constexpr std::string_view kCDataBegin = "<![CDATA[";
-constexpr std::string_view kCDataEnd = "]]>";
-
 // What is between fences, nothing when they overlap.
 std::string Inside(std::string_view node, std::size_t head, std::size_t tail) {
     return node.size() < head + tail ? std::string()

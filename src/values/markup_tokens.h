@@ -11,6 +11,9 @@
 // Tokens of markup, the one way in which the markup document reads anything. Private to it.
 namespace brixen::lyr::gen {
 
+inline constexpr std::string_view kCDataBegin = "<![CDATA[";
+inline constexpr std::string_view kCDataEnd = "]]>";
+
 // What a byte does to a token.
 enum MarkupByteClass : std::uint8_t {
     kOrdinaryByte = 0,

@@ -1,6 +1,7 @@
 // What the reader makes of one compiled dictionary of version 2, right and wrong.
 #include "binary_support.h"
 
+#include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
 
 #include <ctime>
@@ -223,6 +224,20 @@ TEST_F(BinaryBlock, WhoseValuesShareBytesChangesBothInPlace) {
     EXPECT_EQ(Found(dictionary, "/b"), u"ours");
     AddText(dictionary, "/a", u"longer than it was");
     EXPECT_EQ(Found(dictionary, "/b"), u"ours");
+}
+
+TEST_F(BinaryBlock, MayHaveValuesThatBeginOrEndInTheMiddleOfAUnit) {
+    const std::string bytes = BinaryFile{.entries = {{"/a", u"ABC"}, {"/b", u""}, {"/c", u""}},
+                                         .valuePlaces = {{{1, 4}, {2, 3}, {0, 1}}}}
+                                  .Written();
+    const Loaded dictionary(bytes);
+    EXPECT_EQ(Found(dictionary, "/a"), u"\u4200\u4300");
+    EXPECT_EQ(Found(dictionary, "/b"), u"B");
+    EXPECT_EQ(Found(dictionary, "/c=default"), u"");
+    brixen::zeve::PopulateDictionary(bytes.data(), static_cast<std::int64_t>(bytes.size()));
+    EXPECT_EQ(brixen::zeve::ZeveTranslate("/a"), "\xE4\x88\x80\xE4\x8C\x80");
+    EXPECT_EQ(brixen::zeve::ZeveTranslate("/a", 0, "x"), "\xE4\x88\x80\xE4\x8C\x80");
+    EXPECT_EQ(brixen::zeve::ZeveTranslate("/b"), "B");
 }
 
 // --- Cut files

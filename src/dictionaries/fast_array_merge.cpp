@@ -3,6 +3,7 @@
 
 #include <map>
 #include <span>
+#include <unordered_map>
 #include <utility>
 
 namespace kestrel_private {
@@ -77,16 +78,22 @@ private:
         const auto old = FindOld(key, bucket);
         if (!old) return false;
         const std::string_view value = fBlock->values.At(entry).Text();
-        const auto place = fStore.PlaceOf(*old);
-        auto prepared = fUnfolded > fMostUnfolded
-                            ? nullptr
-                            : place.block->values.PrepareReplace(place.entry, value, place.block->entryCount);
-        if (prepared) fUnfolded += value.size();
-        fReplacements.push_back({*old, value, std::move(prepared)});
+        fReplacements.push_back({*old, value, PrepareReplacement(*old, value)});
         fBlock->keys.Clear(entry);
         fBlock->values.Clear(entry);
         fBlock->liveCount -= fBlock->liveCount != 0;
         return true;
+    }
+
+    std::unique_ptr<std::uint8_t[]> PrepareReplacement(std::uint32_t id, std::string_view value) {
+        const auto [block, entry] = fStore.PlaceOf(id);
+        // A file may have a key more than once.
+        std::size_t& length = fLengths.try_emplace(id, block->values.At(entry).length).first->second;
+        const bool isLonger = value.size() > length;
+        length = value.size();
+        if (!isLonger || fUnfolded > fMostUnfolded) return nullptr;
+        fUnfolded += value.size();
+        return block->values.PrepareOverride(value, block->entryCount);
     }
 
     std::optional<std::uint32_t> FindOld(std::string_view key, std::uint32_t bucket) {
@@ -112,6 +119,7 @@ private:
     std::map<std::uint32_t, BucketTable::Ids> fGrown;
     std::map<std::uint32_t, KeyIndex> fOldKeys; // of the larger buckets that were searched
     std::vector<Replacement> fReplacements;
+    std::unordered_map<std::uint32_t, std::size_t> fLengths; // of the old values, as replaced so far
 };
 
 bool FastArray::AddBlockBehind(FastArrayBlock block, const BucketLists& lists) {

@@ -30,9 +30,7 @@ void TextColumn::Append(std::unique_ptr<std::uint8_t[]> copy, std::size_t length
 
 std::uint8_t* TextColumn::MutableAt(std::size_t index) { return const_cast<std::uint8_t*>(At(index).bytes); }
 
-std::unique_ptr<std::uint8_t[]> TextColumn::PrepareReplace(std::size_t index, std::string_view text,
-                                                           std::size_t entryCount) {
-    if (text.size() <= At(index).length) return nullptr;
+std::unique_ptr<std::uint8_t[]> TextColumn::PrepareOverride(std::string_view text, std::size_t entryCount) {
     auto copy = Copy(text);
     if (fOffsets.size() < entryCount) fOffsets.resize(entryCount, 0);
     if (fLengths.size() < entryCount) fLengths.resize(entryCount, 0);
@@ -42,7 +40,7 @@ std::unique_ptr<std::uint8_t[]> TextColumn::PrepareReplace(std::size_t index, st
 
 void TextColumn::Replace(std::size_t index, std::string_view text,
                          std::unique_ptr<std::uint8_t[]> prepared) noexcept {
-    if (prepared && text.size() > At(index).length) {
+    if (prepared) {
         fOverrides[index] = std::move(prepared);
         fOffsets[index] = 0;
     } else if (!text.empty()) {
@@ -52,7 +50,8 @@ void TextColumn::Replace(std::size_t index, std::string_view text,
 }
 
 void TextColumn::Replace(std::size_t index, std::string_view text, std::size_t entryCount) {
-    Replace(index, text, PrepareReplace(index, text, entryCount));
+    const bool isLonger = text.size() > At(index).length;
+    Replace(index, text, isLonger ? PrepareOverride(text, entryCount) : nullptr);
 }
 
 void TextColumn::Clear(std::size_t index) {

@@ -56,10 +56,10 @@ public:
     // Writes over a text that is at least as long, else makes an override. `entryCount` is how many entries
     // the column has by its block's count. Texts beyond kLongestText are the caller's business.
     void Replace(std::size_t index, std::string_view text, std::size_t entryCount);
-    // The same in two steps: the first takes all the memory that the second may need, and changes nothing
-    // that can be seen. Between the two, other replacements of the same entry may be carried out.
-    std::unique_ptr<std::uint8_t[]> PrepareReplace(std::size_t index, std::string_view text,
-                                                   std::size_t entryCount);
+    // The same in two steps: the first takes all the memory that the second needs, and changes nothing that
+    // can be seen. It is left out (null) for a text that is no longer than the one that will stand there
+    // then.
+    std::unique_ptr<std::uint8_t[]> PrepareOverride(std::string_view text, std::size_t entryCount);
     void Replace(std::size_t index, std::string_view text, std::unique_ptr<std::uint8_t[]> prepared) noexcept;
     // Marks an entry as dropped.
     void Clear(std::size_t index);

@@ -79,6 +79,14 @@ TEST_F(BinaryOverlay, ReplacesTheSameKeyAsOftenAsItHasIt) {
     EXPECT_EQ(Total(), 2u);
 }
 
+TEST_F(BinaryOverlay, ReplacesByTheLengthThatTheValueHasThen) {
+    // Both values are the same bytes: what is written in place is seen by the other.
+    Load({.entries = {{"/c", u"origin"}, {"/d", u""}}, .valuePlaces = {{{0, 12}, {0, 12}}}});
+    Load({.entries = {{"/c", u"x"}, {"/c", u"longer"}, {"/c", u"in"}}});
+    EXPECT_EQ(At("/c"), u"in");
+    EXPECT_EQ(At("/d"), u"xrigin");
+}
+
 TEST_F(BinaryOverlay, ComparesOnlyWithWhatWasThereBefore) {
     Load({.entries = {{"/c", u"first"}, {"/c", u"second"}}});
     EXPECT_EQ(At("/c"), u"first");

@@ -67,7 +67,8 @@ bool CMarkupSTL::IsWellFormed() const { return FirstUnder(0) != 0; }
 std::string CMarkupSTL::EscapeText(MarkupText text, bool attribute) { return EscapeMarkup(text, attribute); }
 
 std::string CMarkupSTL::UnescapeText(MarkupText text) {
-    return UnescapeMarkup(MarkupSpan(text), 0, std::ssize(text));
+    std::string room;
+    return std::string(UnescapedOrSame(MarkupSpan(text), 0, std::ssize(text), room));
 }
 
 std::string CMarkupSTL::EncodeBase64(const void* bytes, std::size_t length) {

@@ -82,6 +82,10 @@ public:
     std::string GetChildData() const;
     std::string GetAttrib(MarkupText name) const;
     std::string GetChildAttrib(MarkupText name) const;
+    // The same for walks over large documents: views of the document, or of `room` where references had to be
+    // replaced, whose memory is used again. Good until the document or `room` changes.
+    std::string_view ViewData(std::string& room) const;
+    std::string_view ViewAttrib(MarkupText name, std::string& room) const;
     // By its place among the attributes, from 0.
     std::string GetAttribName(int index) const;
     std::string FindGetData(MarkupText path);
@@ -200,11 +204,11 @@ private:
     std::string_view Between(std::ptrdiff_t begin, std::ptrdiff_t end) const;
     std::ptrdiff_t NextNodeOffset() const;
     std::string NodeName() const;
-    std::string NodeData() const;
-    std::string DataOf(std::int32_t element) const;
+    std::string_view NodeData(std::string& room) const;
+    std::string_view DataOf(std::int32_t element, std::string& room) const;
     TagRange TagOf(std::int32_t element) const;
     TagRange CurrentTag() const;
-    std::string AttributeIn(const TagRange& tag, std::string_view name) const;
+    std::string_view AttributeIn(const TagRange& tag, std::string_view name, std::string& room) const;
 
     // Editing. Positions behind an edit are shifted; positions inside of it are the caller's to set.
     std::ptrdiff_t SkipLineEnd(std::ptrdiff_t offset) const;

@@ -114,18 +114,19 @@ std::string_view EscapedOrSame(std::string_view content, std::string& escaped) {
     return escaped = Escaped(content, mark, kInContent);
 }
 
-std::string UnescapeMarkup(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to) {
+std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,
+                                 std::string& room) {
     std::ptrdiff_t mark = text.Find('&', from, to);
-    if (mark == to) return std::string(text.Between(from, to));
-    std::string result;
-    result.reserve(static_cast<std::size_t>(to - from));
+    if (mark == to) return text.Between(from, to);
+    room.clear();
+    room.reserve(static_cast<std::size_t>(to - from));
     for (;;) {
-        result.append(text.Between(from, mark));
-        if (mark == to) return result;
+        room.append(text.Between(from, mark));
+        if (mark == to) return room;
         const std::string_view behind = text.Between(mark + 1, to);
-        std::size_t length = ReadNumber(behind, result);
-        if (length == 0) length = ReadName(behind, result);
-        if (length == 0) result += '&';
+        std::size_t length = ReadNumber(behind, room);
+        if (length == 0) length = ReadName(behind, room);
+        if (length == 0) room += '&';
         from = mark + 1 + static_cast<std::ptrdiff_t>(length);
         mark = text.Find('&', from, to);
     }

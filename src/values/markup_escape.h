@@ -11,7 +11,9 @@ namespace brixen::lyr::gen {
 std::string EscapeMarkup(std::string_view text, bool attribute);
 // The text of an element's content, in `escaped` if it had to be changed at all.
 std::string_view EscapedOrSame(std::string_view content, std::string& escaped);
-// Never fails: what is no reference stays as it stands.
-std::string UnescapeMarkup(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to);
+// The text without its references, in `room` if it has any at all. Never fails: what is no reference stays as
+// it stands.
+std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,
+                                 std::string& room);
 
 } // namespace brixen::lyr::gen

@@ -10,9 +10,9 @@ namespace brixen::lyr::gen {
 namespace {
 
 // What is between fences, nothing when they overlap.
-std::string Inside(std::string_view node, std::size_t head, std::size_t tail) {
-    return node.size() < head + tail ? std::string()
-                                     : std::string(node.substr(head, node.size() - head - tail));
+std::string_view Inside(std::string_view node, std::size_t head, std::size_t tail) {
+    return node.size() < head + tail ? std::string_view()
+                                     : node.substr(head, node.size() - head - tail);
 }
 
 // What is between the fences of the CDATA section that a content begins with.
@@ -47,26 +47,35 @@ std::string CMarkupSTL::NodeName() const {
     return std::string(TagNameAt(text, nameless - 1));
 }
 
-std::string CMarkupSTL::GetData() const {
-    if (cursor.IsOnNode()) return NodeData();
-    return DataOf(cursor.pos);
+std::string_view CMarkupSTL::ViewData(std::string& room) const {
+    return cursor.IsOnNode() ? NodeData(room) : DataOf(cursor.pos, room);
 }
 
-std::string CMarkupSTL::GetChildData() const { return DataOf(cursor.posChild); }
+std::string CMarkupSTL::GetData() const {
+    std::string room;
+    return std::string(ViewData(room));
+}
 
-std::string CMarkupSTL::NodeData() const {
-    const std::string_view node =
-        Between(cursor.nodeOffset, std::ptrdiff_t{cursor.nodeOffset} + cursor.nodeLength);
+std::string CMarkupSTL::GetChildData() const {
+    std::string room;
+    return std::string(DataOf(cursor.posChild, room));
+}
+
+std::string_view CMarkupSTL::NodeData(std::string& room) const {
+    const MarkupSpan text(document);
+    const std::ptrdiff_t begin = cursor.nodeOffset;
+    const std::ptrdiff_t end = begin + cursor.nodeLength;
+    const std::string_view node = text.Between(begin, end);
     switch (cursor.nodeType) {
     case kMarkupComment: return Inside(node, 4, 3);
     case kMarkupProcessingInstruction: return Inside(node, 2, 2);
     case kMarkupCData: return Inside(node, kCDataBegin.size(), kCDataEnd.size());
-    case kMarkupText: return UnescapeText(node);
-    default: return std::string(node);
+    case kMarkupText: return UnescapedOrSame(text, begin, end, room);
+    default: return node;
     }
 }
 
-std::string CMarkupSTL::DataOf(std::int32_t element) const {
+std::string_view CMarkupSTL::DataOf(std::int32_t element, std::string& room) const {
     if (element == 0) return {};
     const ElemPos& place = table[element];
     const std::ptrdiff_t begin = std::ptrdiff_t{place.startTagRight} + 1;
@@ -75,9 +84,9 @@ std::string CMarkupSTL::DataOf(std::int32_t element) const {
     const MarkupSpan text(document);
     const std::ptrdiff_t inked = text.SkipBlanks(begin);
     if (text[inked] == '<' && inked < end) {
-        if (const auto section = SectionIn(text.Between(inked, end))) return std::string(*section);
+        if (const auto section = SectionIn(text.Between(inked, end))) return *section;
     }
-    return UnescapeMarkup(text, begin, end);
+    return UnescapedOrSame(text, begin, end, room);
 }
 
 CMarkupSTL::TagRange CMarkupSTL::TagOf(std::int32_t element) const {
@@ -92,17 +101,26 @@ CMarkupSTL::TagRange CMarkupSTL::CurrentTag() const {
     return {begin, begin + cursor.nodeLength - 4};
 }
 
-std::string CMarkupSTL::AttributeIn(const TagRange& tag, std::string_view name) const {
+std::string_view CMarkupSTL::AttributeIn(const TagRange& tag, std::string_view name,
+                                         std::string& room) const {
     if (tag.begin == 0) return {};
     const MarkupSpan text(document);
     const auto value = FindAttributeValue(text, tag.begin, tag.end, name);
-    return value ? UnescapeMarkup(text, value->begin, value->end) : std::string();
+    return value ? UnescapedOrSame(text, value->begin, value->end, room) : std::string_view();
 }
 
-std::string CMarkupSTL::GetAttrib(MarkupText name) const { return AttributeIn(CurrentTag(), name); }
+std::string_view CMarkupSTL::ViewAttrib(MarkupText name, std::string& room) const {
+    return AttributeIn(CurrentTag(), name, room);
+}
+
+std::string CMarkupSTL::GetAttrib(MarkupText name) const {
+    std::string room;
+    return std::string(ViewAttrib(name, room));
+}
 
 std::string CMarkupSTL::GetChildAttrib(MarkupText name) const {
-    return AttributeIn(TagOf(cursor.posChild), name);
+    std::string room;
+    return std::string(AttributeIn(TagOf(cursor.posChild), name, room));
 }
 
 std::string CMarkupSTL::GetAttribName(int index) const {

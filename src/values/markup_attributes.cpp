@@ -55,7 +55,8 @@ bool StandsBefore(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t en
 // answer; other tags take the road of tokens.
 bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t tagEnd, std::string_view name,
                     std::optional<MarkupToken>& value) {
-    if (!IsWholeName(name)) return false;
+    // With a blank in front, the first token would look like an attribute.
+    if (!IsWholeName(name) || ClassOf(text[from]) != kOrdinaryByte) return false;
     for (;;) {
         const std::ptrdiff_t quote = FindQuoteOrEnd(text.bytes, from, tagEnd, text.end);
         if (quote == tagEnd || (ClassOf(text[quote]) & kQuoteByte) == 0) return true;

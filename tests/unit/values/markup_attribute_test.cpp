@@ -62,6 +62,12 @@ TEST(MarkupAttribute, AValueMayHoldTheSignThatEndsTheTag) {
     EXPECT_EQ(markup.GetAttrib("b"), "x>y");
 }
 
+TEST(MarkupAttribute, TheFirstTokenIsTheTagsNameAndNoAttribute) {
+    EXPECT_EQ(At("< b='1'></b>", "b").GetAttrib("b"), "");
+    EXPECT_EQ(At("<b='1'></b>", "b").GetAttrib("b"), "");
+    EXPECT_EQ(At("< b b='1'></b>", "b").GetAttrib("b"), "1");
+}
+
 TEST(MarkupAttribute, AMissingQuoteRunsToTheEndOfTheDocument) {
     EXPECT_EQ(At("<a b='x></a>", "a").GetAttrib("b"), "x></a>");
 }

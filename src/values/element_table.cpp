@@ -14,6 +14,14 @@ constexpr std::int32_t EntriesUpTo(std::int32_t segment) {
 
 constexpr std::int32_t EntriesBefore(std::int32_t segment) { return segment << ElementTable::kSegmentBits; }
 
+// A small table grows by few entries at a time; it has memory for more than it tells.
+constexpr std::int32_t AllocatedFor(std::int32_t entries) { return std::max(entries, 32); }
+
+std::unique_ptr<ElemPos[]> MakeSegment(std::int32_t entries) {
+    // Not zeroed: a big table would be written twice, and touched before it is needed.
+    return std::unique_ptr<ElemPos[]>(new ElemPos[static_cast<std::size_t>(AllocatedFor(entries))]);
+}
+
 } // namespace
 
 ElementTable::ElementTable(const ElementTable& other) {
@@ -22,7 +30,7 @@ ElementTable::ElementTable(const ElementTable& other) {
     ReserveSegments(last);
     for (std::int32_t segment = 0; segment <= last; ++segment) {
         const std::int32_t entries = std::min(other.fFree - EntriesBefore(segment), kSegmentEntries);
-        SegmentAt(segment).reset(new ElemPos[static_cast<std::size_t>(entries)]);
+        SegmentAt(segment) = MakeSegment(entries);
         std::copy_n(other.SegmentAt(segment).get(), entries, SegmentAt(segment).get());
     }
     fFree = fCapacity = other.fFree;
@@ -65,9 +73,8 @@ void ElementTable::Grow(std::int32_t request) {
 }
 
 void ElementTable::ResizeSegment(std::int32_t segment, std::int32_t used, std::int32_t entries) {
-    if (used == entries) return;
-    // Not zeroed: a big table would be written twice, and touched before it is needed.
-    Segment larger(new ElemPos[static_cast<std::size_t>(entries)]);
+    if (used > 0 && entries <= AllocatedFor(used)) return;
+    Segment larger = MakeSegment(entries);
     if (used > 0) std::copy_n(SegmentAt(segment).get(), used, larger.get());
     SegmentAt(segment) = std::move(larger);
 }

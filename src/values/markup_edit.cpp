@@ -101,15 +101,14 @@ void CMarkupSTL::Splice(std::size_t offset, std::size_t removed, const MarkupPie
 }
 
 void CMarkupSTL::ShiftBehind(std::int32_t parent, std::int32_t previous, std::int32_t delta) {
-    if (table.Capacity() == 0) return;
-    for (;;) {
-        std::int32_t next = previous != 0 ? table[previous].nextSibling : table[parent].firstChild;
+    for (std::int32_t next = NextUnder(parent, previous);;) {
         for (; next != 0; next = table[next].nextSibling) ShiftSubtree(next, delta);
         if (parent == 0) return;
-        table[parent].endTagLeft += delta;
-        table[parent].endTagRight += delta;
-        previous = parent;
-        parent = table[parent].parent;
+        ElemPos& above = table[parent];
+        above.endTagLeft += delta;
+        above.endTagRight += delta;
+        next = above.nextSibling;
+        parent = above.parent;
     }
 }
 
@@ -138,20 +137,19 @@ std::ptrdiff_t CMarkupSTL::PutText(const Place& place, const MarkupPieces& piece
 
 // Opens an element in the short form and puts a text between its new tags.
 std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, const MarkupPieces& pieces, bool onOwnLine) {
-    const std::string_view lineEnd = onOwnLine ? kLineEnd : std::string_view();
+    const std::string_view tagEnd = onOwnLine ? ">\r\n" : ">";
     const std::string_view name = NameOf(element);
     const std::ptrdiff_t slash = table[element].endTagLeft;
     // One slash more would keep the tag in the short form.
     if (document[static_cast<std::size_t>(slash) - 1] == '/') return kNowhere;
-    const std::ptrdiff_t begin = slash + 1 + std::ssize(lineEnd);
+    const std::ptrdiff_t begin = slash + std::ssize(tagEnd);
     const std::ptrdiff_t endTag = begin + static_cast<std::ptrdiff_t>(pieces.Length());
     const std::ptrdiff_t endTagRight = endTag + 2 + std::ssize(name);
-    MarkupPieces opened{">", lineEnd};
+    MarkupPieces opened(tagEnd);
     opened.Add(pieces);
     opened.Add("</");
     opened.Add(name);
-    opened.Add(">");
-    opened.Add(lineEnd);
+    opened.Add(tagEnd);
     if (!Replace({table[element].parent, element, slash}, 2, opened)) return kNowhere;
     table[element].startTagRight = static_cast<std::int32_t>(slash);
     table[element].endTagLeft = static_cast<std::int32_t>(endTag);

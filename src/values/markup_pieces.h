@@ -53,8 +53,10 @@ private:
             CopyEnds<std::uint64_t>(out, bytes, length);
         } else if (length >= 4) {
             CopyEnds<std::uint32_t>(out, bytes, length);
-        } else {
-            for (std::size_t i = 0; i < length; ++i) out[i] = bytes[i];
+        } else if (length >= 2) {
+            CopyEnds<std::uint16_t>(out, bytes, length);
+        } else if (length == 1) {
+            *out = *bytes;
         }
     }
     template <class Word>

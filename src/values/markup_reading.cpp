@@ -11,8 +11,7 @@ namespace {
 
 // What is between fences, nothing when they overlap.
 std::string_view Inside(std::string_view node, std::size_t head, std::size_t tail) {
-    return node.size() < head + tail ? std::string_view()
-                                     : node.substr(head, node.size() - head - tail);
+    return node.size() < head + tail ? std::string_view() : node.substr(head, node.size() - head - tail);
 }
 
 // What is between the fences of the CDATA section that a content begins with.

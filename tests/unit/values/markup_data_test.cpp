@@ -269,5 +269,27 @@ TEST(MarkupData, StaticHelpersAreThoseOfTheFolder) {
     EXPECT_EQ(CMarkupSTL::DecodeUtf8(nullptr, "\xC3\xA4", -1), 1);
 }
 
+bool LiesIn(std::string_view view, const std::string& text) {
+    return view.data() >= text.data() && view.data() + view.size() <= text.data() + text.size();
+}
+
+TEST(MarkupData, AViewLiesInTheDocumentUnlessReferencesHadToBeReplaced) {
+    CMarkupSTL markup = At("<a b='plain' c='&lt;x&gt;'>text</a>", "a");
+    std::string room;
+    EXPECT_EQ(markup.ViewData(room), "text");
+    EXPECT_TRUE(LiesIn(markup.ViewData(room), markup.GetDoc()));
+    EXPECT_EQ(markup.ViewAttrib("b", room), "plain");
+    EXPECT_TRUE(LiesIn(markup.ViewAttrib("b", room), markup.GetDoc()));
+    EXPECT_EQ(markup.ViewAttrib("c", room), "<x>");
+    EXPECT_TRUE(LiesIn(markup.ViewAttrib("c", room), room));
+    EXPECT_EQ(markup.ViewAttrib("d", room), "");
+    ASSERT_TRUE(markup.SetData("1 & 2"));
+    EXPECT_EQ(markup.ViewData(room), "1 & 2");
+    EXPECT_TRUE(LiesIn(markup.ViewData(room), room));
+    ASSERT_TRUE(markup.IntoElem());
+    ASSERT_EQ(markup.FindNode(kMarkupText), kMarkupText);
+    EXPECT_EQ(markup.ViewData(room), "1 & 2");
+}
+
 } // namespace
 } // namespace brixen::lyr::gen::markup_test

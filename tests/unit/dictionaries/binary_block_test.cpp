@@ -4,7 +4,6 @@
 #include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
 
-#include <ctime>
 #include <memory>
 
 using namespace pavane_test;
@@ -382,14 +381,12 @@ TEST_F(BinaryBlock, AnswersAlikeWithoutTheLongKeysThatAreTooMuchForAnIndex) {
     const std::uint32_t bucket = KeyBucket(longKey);
     std::string key = "/0";
     for (int i = 1; KeyBucket(key) != bucket; ++i) key = "/" + std::to_string(i);
-    // So often that to hash the long one each time takes more than ten seconds.
-    std::vector<std::uint32_t> ids(500'000, 0);
+    // So often that to hash the long one each time would take longer than any test may.
+    std::vector<std::uint32_t> ids(10'000'000, 0);
     ids.push_back(1);
     Loaded dictionary(
         BinaryFile{.entries = {{longKey, u"long"}, {key, u"short"}}, .lists = {{{bucket, ids}}}});
-    const auto before = std::clock();
     for (int i = 0; i < 20; ++i) ASSERT_EQ(dictionary.Entries().Find(key), 1u);
-    EXPECT_LT(std::clock() - before, 5 * CLOCKS_PER_SEC);
     EXPECT_TRUE(dictionary.Entries().IsIndexed());
     EXPECT_EQ(Found(dictionary, longKey.c_str()), u"long");
     EXPECT_EQ(AddText(dictionary, longKey.c_str(), u"replaced by a longer one"), 0);
@@ -436,6 +433,7 @@ TEST_F(BinaryBlock, LeavesTheStoreAsItWasWhenMemoryRunsOut) {
                    .notes = {{1, u"note"}},
                    .headerText = "another header text"}
             .Written();
+    Found(ZStringDictionary(true), "/a"); // makes the empty value, which stays
     for (const bool isBehind : {false, true}) {
         const std::size_t failures = ForEveryFailingAllocation([&] {
             ZStringDictionary* made = nullptr;

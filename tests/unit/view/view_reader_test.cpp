@@ -260,7 +260,7 @@ TEST_F(ViewReaderTest, ARunInsideAnotherDoesNotLeadTheLogAstray) {
             EXPECT_THROW(RunDefinition(*scope, inner), std::logic_error);
         };
         EXPECT_THROW(RunDefinition(*root, outer), std::logic_error);
-        EXPECT_THAT(log.Text(), testing::ContainsRegex("line 3, column 1\n.*line 2, column 2\n"));
+        EXPECT_THAT(log.Text(), testing::ContainsRegex("line 3, column 1\r?\n.*line 2, column 2\r?\n"));
         EXPECT_EQ(gReaderState.marks.failed, outer + std::string_view("dialog();\n ").size());
     }
 }

@@ -86,16 +86,17 @@ std::size_t EndOfPlain(std::string_view text, std::size_t from, const ReferenceT
     return from;
 }
 
-// `mark` is the first byte that needs a reference, or the end.
-std::string Escaped(std::string_view text, std::size_t mark, const ReferenceTable& special) {
-    std::string result;
+// Into an empty text. `mark` is the first byte that needs a reference, or the end.
+void AppendEscaped(std::string& result, std::string_view text, std::size_t mark,
+                   const ReferenceTable& special) {
     result.reserve(text.size() + text.size() / 10 + kLongestName);
     std::size_t from = 0;
     for (;;) {
         result.append(text, from, mark - from);
-        if (mark == text.size()) return result;
+        if (mark == text.size()) return;
         const std::size_t reference = special[static_cast<unsigned char>(text[mark])];
-        result.append("&").append(kReferences[reference - 1].name);
+        result += '&';
+        result += kReferences[reference - 1].name;
         from = mark + 1;
         mark = EndOfPlain(text, from, special);
     }
@@ -105,13 +106,17 @@ std::string Escaped(std::string_view text, std::size_t mark, const ReferenceTabl
 
 std::string EscapeMarkup(std::string_view text, bool attribute) {
     const ReferenceTable& special = attribute ? kInAttribute : kInContent;
-    return Escaped(text, EndOfPlain(text, 0, special), special);
+    std::string result;
+    AppendEscaped(result, text, EndOfPlain(text, 0, special), special);
+    return result;
 }
 
 std::string_view EscapedOrSame(std::string_view content, std::string& escaped) {
     const std::size_t mark = EndOfPlain(content, 0, kInContent);
     if (mark == content.size()) return content;
-    return escaped = Escaped(content, mark, kInContent);
+    escaped.clear();
+    AppendEscaped(escaped, content, mark, kInContent);
+    return escaped;
 }
 
 std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,

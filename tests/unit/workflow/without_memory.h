@@ -1,0 +1,73 @@
+// A whole run with one allocation after the other failing: each ends in one of its statuses, leaves no block
+// behind, and the next run works.
+#pragma once
+
+#include "dialog_fixture.h"
+#include "frame/status.h"
+#include "support/failing_allocator.h"
+#include "workflow/run_workflow.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace brixen::pvn::pvn_workflow {
+
+// `Fixture` gives the bag of the run and is a DialogFixture.
+template <class Fixture, class WorkFlow>
+class WithoutMemory : public Fixture {
+protected:
+    // What the user does in each run. Undisturbed, it leads to success.
+    virtual void WriteScript() = 0;
+
+    // `outcomes`: the statuses that are possible besides success and exception.
+    void ExpectToHoldOut(std::initializer_list<std::uint16_t> outcomes) {
+        constexpr std::size_t kEvery = 16;
+        // What is made once must be there: the dictionary's index comes after some thousands of comparisons.
+        for (int round = 0; round < 20; ++round) EXPECT_EQ(RunOnce(), kStatusSuccess);
+        const std::size_t before = pavane_test::LiveBlocks();
+        std::size_t n = 1;
+        for (; RunFailing(n, outcomes) && !testing::Test::HasFailure(); ++n) {
+            const bool isClean = pavane_test::LiveBlocks() == before;
+            // What a whole run would have replaced may be missing or stand in its earlier form.
+            if (!isClean || n % kEvery == 0) EXPECT_EQ(RunOnce(), kStatusSuccess) << n;
+            EXPECT_EQ(pavane_test::LiveBlocks(), before) << n;
+        }
+        EXPECT_GT(n, 100u);
+    }
+
+private:
+    std::uint16_t RunOnce() {
+        WriteScript();
+        const std::uint16_t status = RunWorkFlowFromBag<WorkFlow>(this->bag);
+        CleanUp();
+        return status;
+    }
+
+    // Returns whether the n-th allocation was reached.
+    bool RunFailing(std::size_t n, std::initializer_list<std::uint16_t> outcomes) {
+        WriteScript();
+        std::uint16_t status = 0;
+        bool hasFailed = false;
+        {
+            const pavane_test::FailNthAllocation failure(n);
+            status = RunWorkFlowFromBag<WorkFlow>(this->bag);
+            hasFailed = failure.HasFailed();
+        }
+        const bool isKnown = status == kStatusSuccess || status == kStatusException ||
+                             std::find(outcomes.begin(), outcomes.end(), status) != outcomes.end();
+        EXPECT_TRUE(isKnown) << status << " at " << n;
+        EXPECT_EQ(this->System().locked, nullptr) << n;
+        EXPECT_EQ(this->TopDialog(), nullptr) << n;
+        EXPECT_TRUE(this->System().fonts.empty()) << n;
+        CleanUp();
+        EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty()) << n;
+        return hasFailed;
+    }
+
+    static void CleanUp() {
+        ShutDownResources();
+        zeve::headless::Reset();
+    }
+};
+
+} // namespace brixen::pvn::pvn_workflow

@@ -119,6 +119,8 @@ std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::u
 
 std::intptr_t ControlProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                std::intptr_t lparam) noexcept {
+    // The system's answer would destroy the control, and leave a pane that cannot be finished any more.
+    if (message == kMessageClose) return 0;
     HandKeyOn(window, message, wparam, lparam);
     if (message == kMessageCharacter && wparam == kKeyTab) MoveFocus(window);
     return platform::SavedAnswer(window, message, wparam, lparam);

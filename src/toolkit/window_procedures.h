@@ -11,7 +11,7 @@ namespace brixen::zeve {
 // Serves every dialog: finds the ZeveDialog of the window and asks its host.
 std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) noexcept;
-// Serves every control: hands keys on to the dialog, and Tab to the next control.
+// Serves every control: hands keys on to the dialog, and Tab to the next control. A control is not closed.
 std::intptr_t ControlProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                std::intptr_t lparam) noexcept;
 // Serves edit controls: tells the dialog whether the field is empty, then goes on as ControlProcedure.

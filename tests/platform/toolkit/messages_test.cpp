@@ -124,6 +124,15 @@ TEST_F(Messages, AControlsKeysReachTheDialogAndItsOwnProcedure) {
     EXPECT_EQ(Send(control, kMessageGetTextLength, 0, 0), 4) << "the saved procedure answers";
 }
 
+TEST_F(Messages, AControlCannotBeClosed) {
+    for (const char16_t* name : {u"button", u"edit", u"static", u"combobox"}) {
+        const NativeWindow control = Control(name);
+        TakeControlProcedure(control);
+        Send(control, kMessageClose, 0, 0);
+        EXPECT_TRUE(IsWindowAlive(control));
+    }
+}
+
 TEST_F(Messages, AnEditControlTellsOfItsText) {
     CEveBox box;
     const NativeWindow control = Control(u"edit");

@@ -237,6 +237,13 @@ TEST_F(WindowProcedures, EveryMessageOfAControlGoesToItsSavedProcedure) {
     EXPECT_EQ(CallsOf("SavedAnswer").size(), 4u);
 }
 
+TEST_F(WindowProcedures, AControlIsNotClosed) {
+    State().answer = [](const headless::Message&) { return 5; };
+    EXPECT_EQ(platform::Send(Control(), kMessageClose, 0, 0), 0);
+    EXPECT_TRUE(CallsOf("SavedAnswer").empty());
+    EXPECT_TRUE(host.events.empty());
+}
+
 TEST_F(WindowProcedures, WithoutASavedProcedureTheAnswerIsZero) {
     State().answer = [](const headless::Message&) { return 5; };
     EXPECT_EQ(ControlProcedure(PlainWindow(), kUser, 0, 0), 0);

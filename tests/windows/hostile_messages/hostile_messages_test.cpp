@@ -12,6 +12,7 @@
 #include <iterator>
 #include <memory>
 #include <random>
+#include <vector>
 
 namespace {
 
@@ -159,6 +160,19 @@ auto OneOf(std::mt19937& random, const Values& values) {
     return values[random() % std::size(values)];
 }
 
+// The dialog itself or any control of it.
+HWND AnyWindowOf(std::mt19937& random, HWND dialog) {
+    std::vector<HWND> windows = {dialog, dialog, dialog};
+    EnumChildWindows(
+        dialog,
+        [](HWND window, LPARAM list) -> BOOL {
+            reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&windows));
+    return OneOf(random, windows);
+}
+
 // An answer may have to wait for an alert's own run, which nobody leads while the attack lasts.
 constexpr UINT kPatience = 10; // milliseconds
 
@@ -174,6 +188,42 @@ void SendOrPost(std::mt19937& random, HWND window, UINT message, WPARAM wparam, 
 constexpr UINT_PTR kNumbers[] = {0,      1,          2,          3,           0xFFFF,         0x10000,
                                  0x1234, 0x10001,    0x10002,    0x7FFFFFFF,  0x80000000,     0xFFFFFFFF,
                                  0x5678, 0x70000010, 0x80001000, ~UINT_PTR{}, ~UINT_PTR{} / 2};
+
+// The messages that the library looks at itself. None takes a pointer that the system would follow or begins
+// a loop of the system's own.
+constexpr UINT kLookedAt[] = {WM_ACTIVATE,
+                              WM_SETFOCUS,
+                              WM_PAINT,
+                              WM_CLOSE,
+                              WM_NEXTDLGCTL,
+                              WM_KEYDOWN,
+                              WM_KEYUP,
+                              WM_CHAR,
+                              WM_SYSKEYDOWN,
+                              WM_SYSKEYUP,
+                              WM_COMMAND,
+                              WM_TIMER,
+                              WM_CTLCOLOREDIT,
+                              WM_CTLCOLORSTATIC,
+                              WM_CTLCOLORBTN,
+                              WM_CTLCOLORDLG,
+                              WM_CTLCOLORSCROLLBAR,
+                              WM_CTLCOLORLISTBOX,
+                              WM_PARENTNOTIFY,
+                              WM_LBUTTONDOWN,
+                              WM_INITDIALOG,
+                              0x0600,
+                              0x2002};
+
+TEST_F(HostileMessages, WhatItLooksAtMayHoldAnything) {
+    for (unsigned seed = 1; seed <= 4; ++seed) {
+        RunUnderAttack(seed, 1500, [](std::mt19937& random, HWND dialog) {
+            SendOrPost(random, AnyWindowOf(random, dialog), OneOf(random, kLookedAt), OneOf(random, kNumbers),
+                       static_cast<LPARAM>(OneOf(random, kNumbers)));
+        });
+        ExpectAllWell();
+    }
+}
 
 TEST_F(HostileMessages, CommandsOfEveryIdAndNotification) {
     for (unsigned seed = 1; seed <= 4; ++seed) {

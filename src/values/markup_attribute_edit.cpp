@@ -2,7 +2,6 @@
 #include "values/markup_attributes.h"
 #include "values/markup_document.h"
 #include "values/markup_escape.h"
-#include "values/markup_pieces.h"
 #include "values/markup_tokens.h"
 
 namespace brixen::lyr::gen {
@@ -12,11 +11,11 @@ bool CMarkupSTL::ReplaceInTag(std::int32_t element, std::ptrdiff_t from, std::pt
                               std::string_view text) {
     const auto delta = static_cast<std::int32_t>(std::ssize(text) - (to - from));
     if (element == 0) {
-        if (!Replace({cursor.posParent, cursor.pos, from}, to - from, MarkupPieces(text))) return false;
+        if (!Replace({cursor.posParent, cursor.pos, from}, to - from, text)) return false;
         cursor.nodeLength += delta;
         return true;
     }
-    if (!Replace({element, 0, from}, to - from, MarkupPieces(text))) return false;
+    if (!Replace({element, 0, from}, to - from, text)) return false;
     table[element].startTagRight += delta;
     return true;
 }

@@ -33,13 +33,6 @@ private:
     bool fWaiting = false; // for the value, behind `=`
 };
 
-// Whether none of the bytes is of one of the classes.
-bool HasNone(std::string_view text, unsigned unwanted) {
-    unsigned classes = kOrdinaryByte;
-    for (const char byte : text) classes |= ClassOf(byte);
-    return (classes & unwanted) == 0;
-}
-
 // Whether a name is one token, and matches nothing but itself.
 bool IsWholeName(std::string_view name) { return HasNone(name, kNameEndByte | kBlankByte | kDelimiterByte); }
 

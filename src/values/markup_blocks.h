@@ -46,12 +46,13 @@ inline std::uint32_t BytesEqual(const char* block, char wanted) {
     return mask;
 }
 
-// One bit for each of sixteen bytes that an attribute's value cannot hold as it is.
-inline std::uint32_t SpecialBytes(const char* block) {
+// One bit for each of sixteen bytes that needs a reference, in an attribute's value or in content.
+inline std::uint32_t SpecialBytes(const char* block, bool attribute) {
     std::uint32_t mask = 0;
     for (unsigned i = 0; i < kNameBlock; ++i) {
-        const bool quoteOrAnd = block[i] == '"' || block[i] == '&' || block[i] == '\'';
-        mask |= static_cast<std::uint32_t>(quoteOrAnd || (block[i] | 2) == '>') << i;
+        const bool inContent = block[i] == '&' || (block[i] | 2) == '>';
+        const bool inAttribute = block[i] == '"' || block[i] == '\'';
+        mask |= static_cast<std::uint32_t>(inContent || (attribute && inAttribute)) << i;
     }
     return mask;
 }
@@ -87,9 +88,10 @@ inline std::uint32_t BytesEqual(const char* block, char wanted) {
     return MaskOf(_mm_cmpeq_epi8(Load(block), _mm_set1_epi8(wanted)));
 }
 
-inline std::uint32_t SpecialBytes(const char* block) {
+inline std::uint32_t SpecialBytes(const char* block, bool attribute) {
     const __m128i bytes = Load(block);
     const __m128i brackets = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(2)), _mm_set1_epi8('>'));
+    if (!attribute) return MaskOf(_mm_or_si128(brackets, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('&'))));
     // `&` and `'` differ in one bit.
     const __m128i others = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(1)), _mm_set1_epi8('\''));
     return MaskOf(_mm_or_si128(_mm_or_si128(brackets, others), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('"'))));
@@ -105,20 +107,25 @@ namespace markup_blocks = scalar_markup;
 
 #endif
 
+// What `blockMask` marks among the sixteen bytes at `from`, of a text that may be read in front of
+// `readable`.
+template <class BlockMask>
+std::uint32_t MaskAt(const char* text, std::ptrdiff_t from, std::ptrdiff_t readable, BlockMask blockMask) {
+    const std::ptrdiff_t missing = kNameBlock - (readable - from);
+    if (missing <= 0) return blockMask(text + from);
+    if (readable >= kNameBlock) return blockMask(text + from - missing) >> missing;
+    char block[kNameBlock] = {};
+    std::memcpy(block, text + from, static_cast<std::size_t>(readable - from));
+    return blockMask(block);
+}
+
 // The first byte of [from, to) that `blockMask` marks, or `to`; `readable` is the end of what may be read, so
 // that short stretches inside of a longer text need no loop. The C library's search is slow on some systems.
 template <class BlockMask>
 std::ptrdiff_t FindInBlocks(const char* text, std::ptrdiff_t from, std::ptrdiff_t to, std::ptrdiff_t readable,
                             BlockMask blockMask) {
     for (; from < to; from += kNameBlock) {
-        std::uint32_t mask = 0;
-        if (readable - from >= kNameBlock) {
-            mask = blockMask(text + from);
-        } else {
-            char block[kNameBlock] = {};
-            std::memcpy(block, text + from, static_cast<std::size_t>(readable - from));
-            mask = blockMask(block);
-        }
+        const std::uint32_t mask = MaskAt(text, from, readable, blockMask);
         if (mask != 0) return std::min(from + std::countr_zero(mask), to);
     }
     return to;

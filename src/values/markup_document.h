@@ -14,8 +14,6 @@
 // by a shift of the positions behind it. It checks that tags nest and that end tags match, and nothing else.
 namespace brixen::lyr::gen {
 
-class MarkupPieces;
-
 // A text handed to the class: a null pointer is the same as an empty text.
 class MarkupText : public std::string_view {
 public:
@@ -216,12 +214,14 @@ private:
     Place PlaceBesideCursor(bool behind) const;
     bool IsReachable(const Place& place) const;
     bool IsOfDocument(std::string_view text) const;
-    bool Replace(const Place& place, std::ptrdiff_t count, const MarkupPieces& pieces);
-    void Splice(std::size_t offset, std::size_t removed, const MarkupPieces& pieces);
+    char* MakeRoom(const Place& place, std::ptrdiff_t count, std::size_t length);
+    bool Replace(const Place& place, std::ptrdiff_t count, std::string_view text);
+    void Splice(std::size_t offset, std::size_t removed, std::size_t added);
     void ShiftBehind(std::int32_t parent, std::int32_t previous, std::int32_t delta);
     void ShiftSubtree(std::int32_t top, std::int32_t delta);
-    std::ptrdiff_t PutText(const Place& place, const MarkupPieces& pieces, bool onOwnLine);
-    std::ptrdiff_t OpenAround(std::int32_t element, const MarkupPieces& pieces, bool onOwnLine);
+    std::ptrdiff_t PutRoom(const Place& place, std::size_t length, bool onOwnLine);
+    std::ptrdiff_t PutText(const Place& place, std::string_view text, bool onOwnLine);
+    std::ptrdiff_t OpenAround(std::int32_t element, std::size_t length, bool onOwnLine);
     void Link(const Place& place, std::int32_t element);
     std::int32_t PutElement(const Place& place, std::string_view name, std::string_view content);
     bool PutSibling(bool behind, std::string_view name, std::string_view content);

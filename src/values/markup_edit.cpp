@@ -2,8 +2,8 @@
 #include "values/markup_document.h"
 
 #include "values/markup_parser.h"
-#include "values/markup_pieces.h"
 #include "values/markup_tokens.h"
+#include "values/markup_writer.h"
 
 #include <algorithm>
 #include <functional>
@@ -68,35 +68,39 @@ bool CMarkupSTL::IsOfDocument(std::string_view text) const {
     return !less(text.data(), document.data()) && less(text.data(), document.data() + document.size());
 }
 
-// Replaces `count` bytes at the place, which lie behind `place.previous` and hold no element that stays.
-// False when positions could not reach the end any more.
-bool CMarkupSTL::Replace(const Place& place, std::ptrdiff_t count, const MarkupPieces& pieces) {
+// Replaces `count` bytes at the place, which lie behind `place.previous` and hold no element that stays, by
+// room for `length` bytes, and returns that. Null when positions could not reach the end any more.
+char* CMarkupSTL::MakeRoom(const Place& place, std::ptrdiff_t count, std::size_t length) {
     const auto removed = static_cast<std::size_t>(count);
-    if (document.size() > kLongestMarkup) return false;
-    if (pieces.Length() > kLongestMarkup - (document.size() - removed)) return false;
-    Splice(static_cast<std::size_t>(place.offset), removed, pieces);
-    const auto delta = static_cast<std::int32_t>(static_cast<std::ptrdiff_t>(pieces.Length()) - count);
-    if (delta == 0) return true;
-    ShiftBehind(place.parent, place.previous, delta);
-    if (cursor.IsOnNode() && cursor.nodeOffset >= place.offset + count) cursor.nodeOffset += delta;
+    if (document.size() > kLongestMarkup) return nullptr;
+    if (length > kLongestMarkup - (document.size() - removed)) return nullptr;
+    Splice(static_cast<std::size_t>(place.offset), removed, length);
+    const auto delta = static_cast<std::int32_t>(static_cast<std::ptrdiff_t>(length) - count);
+    if (delta != 0) {
+        ShiftBehind(place.parent, place.previous, delta);
+        if (cursor.IsOnNode() && cursor.nodeOffset >= place.offset + count) cursor.nodeOffset += delta;
+    }
+    return document.data() + place.offset;
+}
+
+bool CMarkupSTL::Replace(const Place& place, std::ptrdiff_t count, std::string_view text) {
+    char* const room = MakeRoom(place, count, text.size());
+    if (room == nullptr) return false;
+    MarkupWriter(room).Put(text);
     return true;
 }
 
-// No piece may lie in the document behind the offset.
-void CMarkupSTL::Splice(std::size_t offset, std::size_t removed, const MarkupPieces& pieces) {
-    const std::size_t added = pieces.Length();
+void CMarkupSTL::Splice(std::size_t offset, std::size_t removed, std::size_t added) {
     const std::size_t length = document.size() - removed + added;
     if (length > document.capacity()) {
-        // A fresh text, since growing the old one would round the size up; pieces may still lie in that.
+        // A fresh text, since growing the old one would round the size up.
         std::string larger;
         const std::size_t capacity = document.capacity();
         larger.reserve(std::max({capacity + capacity / 2, length, kLeastGrowth}));
         larger.append(document, 0, offset).append(added, '\0').append(document, offset + removed);
-        pieces.CopyTo(larger.data() + offset);
         document.swap(larger);
     } else {
         document.replace(offset, removed, added, '\0');
-        pieces.CopyTo(document.data() + offset);
     }
 }
 
@@ -129,31 +133,43 @@ void CMarkupSTL::ShiftSubtree(std::int32_t top, std::int32_t delta) {
     }
 }
 
-// Puts a text at a place and returns where it begins, or kNowhere.
-std::ptrdiff_t CMarkupSTL::PutText(const Place& place, const MarkupPieces& pieces, bool onOwnLine) {
-    if (place.parent != 0 && IsShort(place.parent)) return OpenAround(place.parent, pieces, onOwnLine);
-    return Replace(place, 0, pieces) ? place.offset : kNowhere;
+// Makes room at a place, which opens a parent in the short form. Returns where it begins, or kNowhere.
+std::ptrdiff_t CMarkupSTL::PutRoom(const Place& place, std::size_t length, bool onOwnLine) {
+    if (place.parent != 0 && IsShort(place.parent)) return OpenAround(place.parent, length, onOwnLine);
+    return MakeRoom(place, 0, length) != nullptr ? place.offset : kNowhere;
 }
 
-// Opens an element in the short form and puts a text between its new tags.
-std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, const MarkupPieces& pieces, bool onOwnLine) {
+std::ptrdiff_t CMarkupSTL::PutText(const Place& place, std::string_view text, bool onOwnLine) {
+    const std::ptrdiff_t offset = PutRoom(place, text.size(), onOwnLine);
+    if (offset != kNowhere) MarkupWriter(document.data() + offset).Put(text);
+    return offset;
+}
+
+// Opens an element in the short form, with room between its new tags.
+std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, std::size_t length, bool onOwnLine) {
     const std::string_view tagEnd = onOwnLine ? ">\r\n" : ">";
     const std::string_view name = NameOf(element);
+    const std::ptrdiff_t nameBegin = name.data() - document.data();
+    const std::ptrdiff_t nameEnd = nameBegin + std::ssize(name);
     const std::ptrdiff_t slash = table[element].endTagLeft;
     // One slash more would keep the tag in the short form.
     if (document[static_cast<std::size_t>(slash) - 1] == '/') return kNowhere;
     const std::ptrdiff_t begin = slash + std::ssize(tagEnd);
-    const std::ptrdiff_t endTag = begin + static_cast<std::ptrdiff_t>(pieces.Length());
+    const std::ptrdiff_t endTag = begin + static_cast<std::ptrdiff_t>(length);
     const std::ptrdiff_t endTagRight = endTag + 2 + std::ssize(name);
-    MarkupPieces opened(tagEnd);
-    opened.Add(pieces);
-    opened.Add("</");
-    opened.Add(name);
-    opened.Add(tagEnd);
-    if (!Replace({table[element].parent, element, slash}, 2, opened)) return kNowhere;
-    table[element].startTagRight = static_cast<std::int32_t>(slash);
-    table[element].endTagLeft = static_cast<std::int32_t>(endTag);
-    table[element].endTagRight = static_cast<std::int32_t>(endTagRight);
+    const std::ptrdiff_t end = endTagRight + std::ssize(tagEnd);
+    const Place place{table[element].parent, element, slash};
+    char* const room = MakeRoom(place, 2, static_cast<std::size_t>(end - slash));
+    if (room == nullptr) return kNowhere;
+    MarkupWriter(room).Put(tagEnd);
+    MarkupWriter endWriter(document.data() + endTag);
+    endWriter.PutLiteral("</");
+    endWriter.Put(Between(nameBegin, nameEnd));
+    endWriter.Put(tagEnd);
+    ElemPos& opened = table[element];
+    opened.startTagRight = static_cast<std::int32_t>(slash);
+    opened.endTagLeft = static_cast<std::int32_t>(endTag);
+    opened.endTagRight = static_cast<std::int32_t>(endTagRight);
     return begin;
 }
 

@@ -1,6 +1,7 @@
 #include "values/markup_escape.h"
 
 #include "values/markup_blocks.h"
+#include "values/markup_writer.h"
 
 #include <algorithm>
 #include <array>
@@ -18,8 +19,7 @@ struct Reference {
 constexpr std::array<Reference, 5> kReferences = {
     {{"lt;", '<'}, {"amp;", '&'}, {"gt;", '>'}, {"apos;", '\''}, {"quot;", '"'}}};
 
-constexpr std::size_t kLongestName = 5;   // with its semicolon
-constexpr std::size_t kLongestNumber = 7; // likewise
+constexpr std::size_t kLongestNumber = 7; // with its semicolon
 
 // Above 0xFFFF the value is cut to its low 16 bits and still takes three bytes: kept.
 void AppendUtf8(std::string& result, long value) {
@@ -62,61 +62,60 @@ std::size_t ReadName(std::string_view text, std::string& result) {
     return found->name.size();
 }
 
-// What becomes of each byte.
-using ReferenceTable = std::array<std::uint8_t, 256>; // index in kReferences plus 1, 0 for none
-
-constexpr ReferenceTable ReferencesFor(std::string_view special) {
-    ReferenceTable table{};
+// The index in kReferences of each byte that has one.
+constexpr auto kReferenceOf = [] {
+    std::array<std::uint8_t, 256> references{};
     for (std::size_t i = 0; i < kReferences.size(); ++i) {
-        const char byte = kReferences[i].byte;
-        if (special.find(byte) == std::string_view::npos) continue;
-        table[static_cast<unsigned char>(byte)] = static_cast<std::uint8_t>(i + 1);
+        references[static_cast<unsigned char>(kReferences[i].byte)] = static_cast<std::uint8_t>(i);
     }
-    return table;
+    return references;
+}();
+
+std::string_view ReferenceTo(char byte) {
+    return kReferences[kReferenceOf[static_cast<unsigned char>(byte)]].name;
 }
 
-constexpr ReferenceTable kInContent = ReferencesFor("<&>");
-constexpr ReferenceTable kInAttribute = ReferencesFor("<&>'\"");
-
-std::size_t EndOfPlain(std::string_view text, std::size_t from, const ReferenceTable& special) {
-    constexpr auto kBlock = static_cast<std::size_t>(kNameBlock);
-    while (text.size() - from >= kBlock && markup_blocks::SpecialBytes(text.data() + from) == 0)
-        from += kBlock;
-    while (from < text.size() && special[static_cast<unsigned char>(text[from])] == 0) ++from;
-    return from;
-}
-
-// Into an empty text. `mark` is the first byte that needs a reference, or the end.
-void AppendEscaped(std::string& result, std::string_view text, std::size_t mark,
-                   const ReferenceTable& special) {
-    result.reserve(text.size() + text.size() / 10 + kLongestName);
-    std::size_t from = 0;
-    for (;;) {
-        result.append(text, from, mark - from);
-        if (mark == text.size()) return;
-        const std::size_t reference = special[static_cast<unsigned char>(text[mark])];
-        result += '&';
-        result += kReferences[reference - 1].name;
-        from = mark + 1;
-        mark = EndOfPlain(text, from, special);
+// Calls `visit` with the place of each byte that needs a reference.
+template <class Visit>
+void ForEachSpecial(std::string_view text, bool attribute, Visit visit) {
+    const std::ptrdiff_t end = std::ssize(text);
+    const auto special = [attribute](const char* block) {
+        return markup_blocks::SpecialBytes(block, attribute);
+    };
+    for (std::ptrdiff_t from = 0; from < end; from += kNameBlock) {
+        std::uint32_t mask = MaskAt(text.data(), from, end, special);
+        for (; mask != 0; mask &= mask - 1) visit(static_cast<std::size_t>(from + std::countr_zero(mask)));
     }
 }
 
 } // namespace
 
-std::string EscapeMarkup(std::string_view text, bool attribute) {
-    const ReferenceTable& special = attribute ? kInAttribute : kInContent;
-    std::string result;
-    AppendEscaped(result, text, EndOfPlain(text, 0, special), special);
-    return result;
+EscapedMarkup::EscapedMarkup(std::string_view text, bool attribute)
+    : fText(text), fAttribute(attribute), fLength(text.size()) {
+    ForEachSpecial(text, attribute, [this](std::size_t at) { fLength += ReferenceTo(fText[at]).size(); });
 }
 
-std::string_view EscapedOrSame(std::string_view content, std::string& escaped) {
-    const std::size_t mark = EndOfPlain(content, 0, kInContent);
-    if (mark == content.size()) return content;
-    escaped.clear();
-    AppendEscaped(escaped, content, mark, kInContent);
-    return escaped;
+void EscapedMarkup::CopyTo(char* out) const {
+    MarkupWriter writer(out);
+    std::size_t from = 0;
+    if (fLength > fText.size()) {
+        ForEachSpecial(fText, fAttribute, [&](std::size_t at) {
+            writer.Put(fText.substr(from, at - from));
+            writer.PutLiteral("&");
+            writer.Put(ReferenceTo(fText[at]));
+            from = at + 1;
+        });
+    }
+    writer.Put(fText.substr(from));
+}
+
+std::string EscapeMarkup(std::string_view text, bool attribute) {
+    const EscapedMarkup escaped(text, attribute);
+    std::string result;
+    result.reserve(std::max(text.size() + text.size() / 10, escaped.Length()));
+    result.resize(escaped.Length());
+    escaped.CopyTo(result.data());
+    return result;
 }
 
 std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,

@@ -8,9 +8,22 @@
 // The references of markup. Private to the markup document, which hands them on.
 namespace brixen::lyr::gen {
 
+// A text that bears references in place of what markup cannot hold. The text is borrowed.
+class EscapedMarkup {
+public:
+    EscapedMarkup(std::string_view text, bool attribute);
+
+    std::size_t Length() const { return fLength; }
+    // Writes `Length` bytes.
+    void CopyTo(char* out) const;
+
+private:
+    std::string_view fText;
+    bool fAttribute;
+    std::size_t fLength;
+};
+
 std::string EscapeMarkup(std::string_view text, bool attribute);
-// The text of an element's content, in `escaped` if it had to be changed at all.
-std::string_view EscapedOrSame(std::string_view content, std::string& escaped);
 // The text without its references, in `room` if it has any at all. Never fails: what is no reference stays as
 // it stands.
 std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,

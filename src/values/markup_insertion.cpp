@@ -3,8 +3,8 @@
 
 #include "values/markup_escape.h"
 #include "values/markup_parser.h"
-#include "values/markup_pieces.h"
 #include "values/markup_tokens.h"
+#include "values/markup_writer.h"
 
 namespace brixen::lyr::gen {
 namespace {
@@ -55,6 +55,47 @@ bool IsOneElement(std::string_view text) {
     return true;
 }
 
+// A new element with its line end. Name and content are borrowed; without content it has the short form.
+class ElementMarkup {
+public:
+    ElementMarkup(std::string_view name, std::string_view content)
+        : fName(name), fContent(content, false), fIsShort(content.empty()) {}
+
+    std::size_t Length() const {
+        const std::size_t tags = fIsShort ? std::size("</>") - 1 : std::size("<></>") - 1 + fName.size();
+        return tags + fName.size() + fContent.Length() + kLineEnd.size();
+    }
+    void CopyTo(char* out) const {
+        MarkupWriter writer(out);
+        writer.PutLiteral("<");
+        writer.Put(fName);
+        if (fIsShort) return writer.PutLiteral("/>\r\n");
+        writer.PutLiteral(">");
+        fContent.CopyTo(writer.At());
+        writer.Skip(fContent.Length());
+        writer.PutLiteral("</");
+        writer.Put(fName);
+        writer.PutLiteral(">\r\n");
+    }
+    // Where its tags are when it stands at `left`; it has no relatives yet.
+    ElemPos PlacesAt(std::ptrdiff_t left) const {
+        const std::ptrdiff_t right = left + static_cast<std::ptrdiff_t>(Length() - kLineEnd.size()) - 1;
+        const std::ptrdiff_t nameEnd = left + 1 + std::ssize(fName);
+        return {static_cast<std::int32_t>(left),
+                static_cast<std::int32_t>(fIsShort ? right : nameEnd),
+                static_cast<std::int32_t>(fIsShort ? nameEnd : right - 2 - std::ssize(fName)),
+                static_cast<std::int32_t>(right),
+                0,
+                0,
+                0};
+    }
+
+private:
+    std::string_view fName;
+    EscapedMarkup fContent;
+    bool fIsShort;
+};
+
 } // namespace
 
 // Returns the new element, 0 when it cannot be.
@@ -63,32 +104,13 @@ std::int32_t CMarkupSTL::PutElement(const Place& place, std::string_view name, s
     if (IsOfDocument(name) || IsOfDocument(content)) {
         return PutElement(place, std::string(name), std::string(content));
     }
-    std::string escaped;
-    MarkupPieces markup{"<", name};
-    if (content.empty()) {
-        markup.Add("/>\r\n");
-    } else {
-        markup.Add(">");
-        markup.Add(EscapedOrSame(content, escaped));
-        markup.Add("</");
-        markup.Add(name);
-        markup.Add(">\r\n");
-    }
+    const ElementMarkup markup(name, content);
     if (table.IsFull()) table.Grow();
-    const std::ptrdiff_t left = PutText(place, markup, true);
+    const std::ptrdiff_t left = PutRoom(place, markup.Length(), true);
     if (left == kNowhere) return 0;
+    markup.CopyTo(document.data() + left);
     const std::int32_t element = table.Take();
-    const std::ptrdiff_t right = left + static_cast<std::ptrdiff_t>(markup.Length() - kLineEnd.size()) - 1;
-    const bool isShort = content.empty();
-    const std::ptrdiff_t startTagRight = isShort ? right : left + 1 + std::ssize(name);
-    const std::ptrdiff_t endTagLeft = isShort ? right - 1 : right - 2 - std::ssize(name);
-    table[element] = {static_cast<std::int32_t>(left),
-                      static_cast<std::int32_t>(startTagRight),
-                      static_cast<std::int32_t>(endTagLeft),
-                      static_cast<std::int32_t>(right),
-                      0,
-                      0,
-                      0};
+    table[element] = markup.PlacesAt(left);
     Link(place, element);
     return element;
 }
@@ -124,7 +146,7 @@ bool CMarkupSTL::PutNode(bool behind, int kind, std::string_view text) {
     const std::ptrdiff_t length = std::ssize(markup);
     if (IsOnOwnLine(kind)) markup += kLineEnd;
     const Place place = PlaceBesideCursor(behind);
-    const std::ptrdiff_t offset = PutText(place, MarkupPieces(markup), IsOnOwnLine(kind));
+    const std::ptrdiff_t offset = PutText(place, markup, IsOnOwnLine(kind));
     if (offset == kNowhere) return false;
     cursor = Cursor::On(place.parent, place.previous);
     cursor.nodeType = seen;
@@ -145,7 +167,7 @@ bool CMarkupSTL::PutSubDoc(bool behind, std::string_view text) {
     const std::int32_t first = table.Free();
     std::string error;
     const std::int32_t top = ParseElement(text, table, place.parent, error);
-    const std::ptrdiff_t offset = PutText(place, MarkupPieces(text), true);
+    const std::ptrdiff_t offset = PutText(place, text, true);
     if (offset == kNowhere) {
         table.SetFree(first);
         return false;
@@ -174,9 +196,9 @@ bool CMarkupSTL::SetContent(std::int32_t element, std::string_view text, bool as
     if (table[element].firstChild != 0) return false;
     const bool section = asCData && text.find(kCDataEnd) == std::string_view::npos;
     const std::string content = section ? NodeMarkup(kMarkupCData, text) : EscapeMarkup(text, false);
-    if (IsShort(element)) return OpenAround(element, MarkupPieces(content), false) != kNowhere;
+    if (IsShort(element)) return PutText({element, 0, 0}, content, false) != kNowhere;
     const std::ptrdiff_t begin = ContentBegin(element);
-    return Replace({element, 0, begin}, ContentEnd(element) - begin, MarkupPieces(content));
+    return Replace({element, 0, begin}, ContentEnd(element) - begin, content);
 }
 
 bool CMarkupSTL::SetNodeText(std::string_view text) {
@@ -184,7 +206,7 @@ bool CMarkupSTL::SetNodeText(std::string_view text) {
     const std::string markup = NodeMarkup(cursor.nodeType, text);
     const int seen = KindOf(cursor.nodeType, markup);
     const Place place{cursor.posParent, cursor.pos, cursor.nodeOffset};
-    if (seen == kMarkupNone || !Replace(place, cursor.nodeLength, MarkupPieces(markup))) return false;
+    if (seen == kMarkupNone || !Replace(place, cursor.nodeLength, markup)) return false;
     cursor.nodeType = seen;
     cursor.nodeLength = static_cast<std::int32_t>(markup.size());
     return true;

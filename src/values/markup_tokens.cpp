@@ -75,8 +75,8 @@ std::string_view TagNameAt(const MarkupSpan& text, std::ptrdiff_t left) {
 }
 
 bool IsPlainName(std::string_view name) {
-    return !name.empty() && (ClassOf(name.front()) & kQuoteByte) == 0 &&
-           std::none_of(name.begin(), name.end(), [](char byte) { return EndsToken(byte); });
+    if (name.empty() || (ClassOf(name.front()) & kQuoteByte) != 0) return false;
+    return HasNone(name, kBlankByte | kDelimiterByte);
 }
 
 } // namespace brixen::lyr::gen

@@ -39,6 +39,13 @@ inline std::uint8_t ClassOf(char byte) { return kMarkupByteClasses[static_cast<u
 inline bool IsBlank(char byte) { return (ClassOf(byte) & kBlankByte) != 0; }
 inline bool EndsToken(char byte) { return (ClassOf(byte) & (kBlankByte | kDelimiterByte)) != 0; }
 
+// Whether none of the bytes is of one of the classes.
+inline bool HasNone(std::string_view text, unsigned unwanted) {
+    unsigned classes = kOrdinaryByte;
+    for (const char byte : text) classes |= ClassOf(byte);
+    return (classes & unwanted) == 0;
+}
+
 // A text and its length, with positions that are signed and wide enough never to overflow.
 struct MarkupSpan {
     const char* bytes;

@@ -10,11 +10,6 @@ namespace {
 
 std::vector<DialogLink*> gRegistry; // newest last
 
-DialogLink* FirstDialog(auto matches) {
-    const auto found = std::find_if(gRegistry.begin(), gRegistry.end(), matches);
-    return found != gRegistry.end() ? *found : nullptr;
-}
-
 } // namespace
 
 void RegisterDialog(DialogLink& dialog) { gRegistry.push_back(&dialog); }
@@ -23,15 +18,10 @@ void UnregisterDialog(DialogLink& dialog) noexcept { std::erase(gRegistry, &dial
 
 DialogLink* DialogOfWindow(NativeWindow window) noexcept {
     if (window == nullptr) return nullptr;
-    return FirstDialog([window](const DialogLink* dialog) {
+    const auto found = std::find_if(gRegistry.begin(), gRegistry.end(), [window](const DialogLink* dialog) {
         return dialog->rootBox != nullptr && dialog->rootBox->TopLevelWindow() == window;
     });
-}
-
-DialogLink* LiveDialog(std::int64_t reference) noexcept {
-    return FirstDialog([reference](const DialogLink* dialog) {
-        return static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(dialog)) == reference;
-    });
+    return found != gRegistry.end() ? *found : nullptr;
 }
 
 } // namespace brixen::zeve

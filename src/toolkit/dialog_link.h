@@ -1,11 +1,11 @@
 // What boxes, the generator and the window procedures may know of the dialog they belong to. A description
-// carries it as the number `__zeveInternalObj`; the dialog handle derives from it.
+// carries it as the number `__zeveInternalObj`; its generator lets no other dialog's through. The dialog
+// handle derives from it.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
 #include "toolkit/zeve_callback.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -29,8 +29,5 @@ void RegisterDialog(DialogLink& dialog);
 void UnregisterDialog(DialogLink& dialog) noexcept;
 // The first live dialog whose root box has this top-level window; null if none.
 DialogLink* DialogOfWindow(NativeWindow window) noexcept;
-// The live dialog that the number of a scope refers to; null for any other number. A description can write
-// any number under `__zeveInternalObj`, so ask here before following one.
-DialogLink* LiveDialog(std::int64_t reference) noexcept;
 
 } // namespace brixen::zeve

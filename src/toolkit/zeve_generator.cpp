@@ -64,10 +64,13 @@ void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope&
 
 void CZeveGenerator::CopyExtraAttributes(CExpressionScope& attributes,
                                          const CExpressionScope& viewAttributes) const {
-    if (fDialog == nullptr) return;
-    if (viewAttributes.GetLongOr("__zeveInternalObj"_name, 0) != ReferenceNumber(fDialog)) return;
+    if (!NamesOwnDialog(viewAttributes)) return;
     for (const std::string& name : fDialog->extraAttributeNames)
         CopyVariable(attributes, viewAttributes, std::string_view(name));
+}
+
+bool CZeveGenerator::NamesOwnDialog(const CExpressionScope& scope) const {
+    return fDialog != nullptr && scope.GetLongOr("__zeveInternalObj"_name, 0) == ReferenceNumber(fDialog);
 }
 
 ViewHandle CZeveGenerator::CreateView(std::string_view, CExpressionScope& attributes,
@@ -92,6 +95,9 @@ CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, C
         }
     };
     const Handover handover{*this, box};
+    // The number of another dialog, also of one that lives, counts as absent.
+    if (attributes.HasVariable("__zeveInternalObj"_name) && !NamesOwnDialog(attributes))
+        attributes.DefineNumber("__zeveInternalObj"_name, 0);
     CEveBox* handle = box.Create(attributes, parent);
     ThrowKeptException();
     return handle;

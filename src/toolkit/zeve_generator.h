@@ -31,6 +31,7 @@ public:
 
 private:
     void CopyExtraAttributes(CExpressionScope& attributes, const CExpressionScope& viewAttributes) const;
+    bool NamesOwnDialog(const CExpressionScope& scope) const;
     CEveBox* CreateBox(CEveBox& box, CExpressionScope& attributes, CEveBox* parent);
     bool HasOwnCallback(const CExpressionScope& attributes) const;
     void TellHost(CExpressionScope& attributes, const CEveBox& box) const;

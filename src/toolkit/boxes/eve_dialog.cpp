@@ -60,7 +60,8 @@ CEveBox* CEveDialog::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     platform::Send(window, kMessageChangeUiState, kHideAcceleratorsAtFirst, 0);
     GrowToClientSize();
     platform::TrimSystemMenu(window);
-    if (DialogLink* dialog = LiveDialog(attributes.GetLongOr("__zeveInternalObj"_name, 0)))
+    // Its generator lets through no other dialog than its own.
+    if (auto* dialog = ReferenceFrom<DialogLink>(attributes.GetLongOr("__zeveInternalObj"_name, 0)))
         dialog->rootBox = this;
     return this;
 }

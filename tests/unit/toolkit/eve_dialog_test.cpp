@@ -1,7 +1,6 @@
 #include "toolkit/boxes/eve_dialog.h"
 
 #include "toolkit/box_state.h"
-#include "toolkit/dialog_link.h"
 #include "toolkit/window_messages.h"
 #include "unit/toolkit/box_fixture.h"
 
@@ -115,16 +114,6 @@ TEST_F(EveDialogTest, ARefusedWindowLeavesAWorkingBox) {
     EXPECT_EQ(dialog->window, nullptr);
     CEveBox& button = MakeBelow(*dialog, "button", {{"name", "OK"}});
     EXPECT_EQ(button.TopLevelWindow(), nullptr);
-}
-
-TEST_F(EveDialogTest, StoresItselfInALivingDialogAlone) {
-    DialogLink link;
-    MakeDialog({{"__zeveInternalObj", ReferenceNumber(&link)}}); // nobody registered it
-    EXPECT_EQ(link.rootBox, nullptr);
-    RegisterDialog(link);
-    MakeDialog({{"__zeveInternalObj", ReferenceNumber(&link)}});
-    EXPECT_EQ(link.rootBox, dialog);
-    UnregisterDialog(link);
 }
 
 } // namespace

@@ -192,15 +192,6 @@ TEST_F(WindowProcedures, TheFirstDialogOfTheRegistryWithThatWindowIsAsked) {
     EXPECT_TRUE(second.events.empty());
 }
 
-TEST_F(WindowProcedures, OnlyANumberOfALiveDialogLeadsToIt) {
-    const auto number = static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(&link));
-    EXPECT_EQ(LiveDialog(number), &link);
-    EXPECT_EQ(LiveDialog(0), nullptr);
-    EXPECT_EQ(LiveDialog(number + 1), nullptr);
-    UnregisterDialog(link);
-    EXPECT_EQ(LiveDialog(number), nullptr);
-}
-
 // --- Controls ---
 
 TEST_F(WindowProcedures, KeysThatGoDownReachTheDialogOnceAndAltTwice) {

@@ -134,6 +134,18 @@ TEST_F(ZeveGenerator, ADescriptionCannotPointToAnotherDialog) {
     EXPECT_FALSE(attributes.HasVariable("mine"));
 }
 
+TEST_F(ZeveGenerator, ADialogsBoxStoresItselfInItsOwnDialogAlone) {
+    DialogLink other;
+    RegisterDialog(other); // it lives as well, and its number can be guessed
+    for (const DialogLink* named : {&other, &link}) {
+        view.DefineNumber("__zeveInternalObj", ReferenceNumber(named));
+        const CEveBox* root = Make("dialog", nullptr);
+        EXPECT_EQ(link.rootBox, named == &link ? root : nullptr);
+        EXPECT_EQ(other.rootBox, nullptr);
+    }
+    UnregisterDialog(other);
+}
+
 TEST_F(ZeveGenerator, DefinesItselfAndTheBox) {
     generator.PrepareView("button", view, attributes);
     EXPECT_EQ(ReferenceFrom<CGenerator>(Number("__gen")), &generator);

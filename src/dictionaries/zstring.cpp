@@ -9,6 +9,8 @@
 namespace kestrel_private {
 namespace {
 
+constexpr std::size_t kMostUnits = 0x7FFFFFFF;
+
 // `^` and its mark. All the holding of `^` comes to this: every `^` that is not directly before the mark
 // stands.
 class Placeholder {
@@ -24,6 +26,13 @@ public:
             ++count;
         }
         return count;
+    }
+    // How long the text is with `count` of them replaced.
+    std::size_t ReplacedLength(std::u16string_view text, std::size_t count,
+                               std::u16string_view replacement) const {
+        const std::size_t length = text.size() - count * Length() + count * replacement.size();
+        if (length > kMostUnits) throw std::bad_alloc();
+        return length;
     }
     // `count` of them; `output` has room for the result.
     void Replace(std::u16string_view text, std::size_t count, std::u16string_view replacement,
@@ -48,7 +57,7 @@ bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16strin
     const Placeholder placeholder(index);
     const std::size_t count = placeholder.CountIn(text);
     if (count == 0) return false;
-    output.resize(text.size() - count * placeholder.Length() + count * replacement.size());
+    output.resize(placeholder.ReplacedLength(text, count, replacement));
     placeholder.Replace(text, count, replacement, output.data());
     return true;
 }
@@ -60,8 +69,6 @@ namespace kestrel {
 using kestrel_private::ByteRunValue;
 
 namespace {
-
-constexpr std::size_t kMostUnits = 0x7FFFFFFF;
 
 // Never destroyed, since handles of other statics may outlive any order of destruction.
 ByteRunValue* EmptyValue() {
@@ -106,8 +113,7 @@ void Substitute(ZString& string, std::uint32_t index, const ZString& replacement
     const kestrel_private::Placeholder placeholder(index);
     const std::size_t count = placeholder.CountIn(string.Text());
     if (count == 0) return;
-    const std::size_t length = string.Length() - count * placeholder.Length() + count * replacement.Length();
-    if (length > kMostUnits) throw std::bad_alloc();
+    const std::size_t length = placeholder.ReplacedLength(string.Text(), count, replacement.Text());
     ZString substituted(ByteRunValue::Make(static_cast<std::uint32_t>(length * sizeof(char16_t))));
     if (length != 0) {
         placeholder.Replace(string.Text(), count, replacement.Text(),

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstring>
+#include <new>
 #include <string>
 
 using kestrel::Substitute;
@@ -153,6 +154,19 @@ TEST(Substitute, LeavesTheSameValueWhenNothingChanges) {
     const ByteRunValue* const before = text.Value();
     Substitute(text, 0, ZString(u"X"));
     EXPECT_EQ(text.Value(), before);
+}
+
+TEST(Substitute, RefusesAResultThatIsTooLong) {
+    constexpr int kPlaceholders = 1 << 16;
+    std::u16string text;
+    for (int i = 0; i < kPlaceholders; ++i) text += u"^0";
+    const std::u16string replacement(1 << 15, u'x');
+    ZString string(text);
+    EXPECT_THROW(Substitute(string, 0, ZString(replacement)), std::bad_alloc);
+    EXPECT_EQ(string.Text(), text);
+    std::u16string output = u"older";
+    EXPECT_THROW(SubstituteText(text, 0, replacement, output), std::bad_alloc);
+    EXPECT_EQ(output, u"older");
 }
 
 TEST(Encoding, ComparesWideTextsByUnit) {

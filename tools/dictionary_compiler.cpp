@@ -61,8 +61,10 @@ private:
             Remark(true, error);
             return;
         }
-        if (line.find(u'=') == line.npos) Remark(false, "has no =, so its value is empty");
-        const auto [first, isNew] = fKeys.try_emplace(std::u16string(SplitLine(line)->key), fLine);
+        const auto split = SplitLine(line);
+        // An empty value has a place of its own behind the sign.
+        if (split->defaultText.data() == nullptr) Remark(false, "has no =, so its value is empty");
+        const auto [first, isNew] = fKeys.try_emplace(std::u16string(split->key), fLine);
         if (!isNew) Remark(false, "replaces the value of line " + std::to_string(first->second));
     }
 

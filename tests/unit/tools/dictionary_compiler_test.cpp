@@ -63,6 +63,7 @@ TEST(DictionaryCompiler, WarnsOfWhatIsHardlyMeant) {
     EXPECT_EQ(RemarksOn(source), "1: has no =, so its value is empty\n"
                                  "4: replaces the value of line 2\n");
     EXPECT_TRUE(CompileDictionary(source).IsGood());
+    EXPECT_EQ(RemarksOn("\"$$$/a\" = x\n\"$$$/b=\"\n/c="), "1: has no =, so its value is empty\n");
 }
 
 TEST(DictionaryCompiler, GivesTheSameBytesEachTime) {

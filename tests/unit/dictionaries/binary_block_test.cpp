@@ -173,6 +173,12 @@ TEST_F(BinaryBlock, WithACutHeaderTextKeepsTheOlderOne) {
     EXPECT_EQ(dictionary.Entries().TotalIds(), 3u);
 }
 
+TEST_F(BinaryBlock, ReplacesTheHeaderTextByAnEmptyOne) {
+    Loaded dictionary(BinaryFile{.entries = kEntries, .headerText = "older"});
+    LoadBytes(dictionary, BinaryFile{.entries = {{"/n", u"new"}}}.Written());
+    EXPECT_EQ(dictionary.HeaderText(), "");
+}
+
 TEST_F(BinaryBlock, WithoutKeysHasValuesThatNoLookupReaches) {
     const Loaded dictionary(BinaryFile{.entries = kEntries, .notes = {{1, u"note"}}, .hasKeys = 'N'});
     EXPECT_EQ(ValueOfId(dictionary, 0), u"one");

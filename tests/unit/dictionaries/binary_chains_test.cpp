@@ -2,7 +2,11 @@
 #include "binary_support.h"
 
 #include "dictionaries/encoding.h"
+#include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
+
+#include <new>
+#include <stdexcept>
 
 using namespace pavane_test;
 using kestrel::ZStringDictionary;
@@ -125,6 +129,17 @@ TEST_P(BinaryChains, KeepTheItemsBeforeAValueThatDoesNotDecode) {
     EXPECT_THROW(LoadBytes(fDictionary, bytes), kestrel_private::ConversionCode);
     EXPECT_EQ(Found(fDictionary, "/a"), u"good");
     EXPECT_EQ(Found(fDictionary, "/c=default"), u"default");
+}
+
+TEST_P(BinaryChains, ThatDoNotDecodeAreALogicErrorOfThePopulation) {
+    const std::string bytes = Write(BucketsOf({{"/a", "good"}, {"/b", "\xFF\xFE"}}), 1);
+    try {
+        brixen::zeve::PopulateDictionary(bytes.data(), static_cast<std::int64_t>(bytes.size()));
+        FAIL();
+    } catch (const std::logic_error& failure) {
+        EXPECT_STREQ(failure.what(), "Exception thrown at CardexLib Zeve dictionary population.");
+    }
+    EXPECT_NE(kestrel_private::ProcessDictionary().Chains().Find("/a"), nullptr);
 }
 
 TEST_P(BinaryChains, OfNoBucketsAreGood) {

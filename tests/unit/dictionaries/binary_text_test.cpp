@@ -81,7 +81,7 @@ TEST_F(BinaryText, AnswersAsTheTextForManyKeys) {
     ExpectSameFromCompiled(source, Wide(source));
 }
 
-TEST_F(BinaryText, KeepsNotesAndDroppedEntries) {
+TEST_F(BinaryText, KeepsNotes) {
     ZStringDictionary added(true);
     const std::vector<pavane_tools::CompiledEntry> entries = {
         {"/a", u"one", u"first note"}, {"/b", u"two", {}}, {"/c", u"", u"third"}, {"/d", u"four", u""}};
@@ -96,6 +96,17 @@ TEST_F(BinaryText, KeepsNotesAndDroppedEntries) {
         ExpectSameAnswers(added, compiled);
         EXPECT_EQ(compiled.HeaderText(), "about it");
     }
+}
+
+TEST_F(BinaryText, KeepsThePlaceOfADroppedEntry) {
+    ZStringDictionary compiled(true);
+    LoadBytes(compiled,
+              pavane_tools::WriteDictionary({{"/a", u"one", {}}, {"", u"", {}}, {"/c", u"three", {}}}));
+    EXPECT_EQ(compiled.Entries().TotalIds(), 3u);
+    EXPECT_EQ(compiled.Entries().LiveEntries(), 2u);
+    EXPECT_EQ(ValueOfId(compiled, 2), u"three");
+    EXPECT_EQ(compiled.Entries().Find("/c"), 2u);
+    EXPECT_EQ(compiled.Entries().Find(""), std::nullopt);
 }
 
 TEST_F(BinaryText, IsWrittenToSitBehindAnother) {

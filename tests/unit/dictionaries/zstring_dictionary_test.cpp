@@ -56,6 +56,14 @@ TEST_P(BothStores, GivesNothingForWhatIsNoKey) {
     EXPECT_EQ(Found(dictionary, "$$$=x"), u"x");
 }
 
+TEST_P(BothStores, EmptiesTheResultWhenThereIsNothing) {
+    for (const char* const keyText : {"", "$$/a=Hello", "/absent"}) {
+        ZString found(u"older");
+        dictionary.Lookup(found, keyText, nullptr);
+        EXPECT_EQ(found.Value(), ZString().Value()) << keyText;
+    }
+}
+
 TEST_P(BothStores, ReadsTheDefaultInItsEncoding) {
     ZString found;
     dictionary.Lookup(found, "k=\xE2\x82\xAC", &kEncodingUtf8);
@@ -240,6 +248,17 @@ TEST_F(FastDictionary, AsksTheFallbackBeforeTheDefault) {
     }
     EXPECT_EQ(State().fallback, nullptr) << "a dictionary clears the slot that holds it";
     EXPECT_EQ(Found(dictionary, "$$$/a=default"), u"default");
+}
+
+TEST_P(BothStores, AsksAFallbackOfEitherStore) {
+    for (const bool isFast : {false, true}) {
+        ZStringDictionary fallback(isFast);
+        LoadText(fallback, u"$$$/a=fallback\n$$$/b=fallback\n");
+        LoadText(dictionary, u"$$$/b=own\n");
+        State().fallback = &fallback;
+        EXPECT_EQ(Found(dictionary, "$$$/a=default"), u"fallback");
+        EXPECT_EQ(Found(dictionary, "$$$/b=default"), u"own");
+    }
 }
 
 TEST_F(FastDictionary, LeavesTheFallbackSlotOfAnotherAlone) {

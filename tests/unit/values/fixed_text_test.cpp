@@ -10,7 +10,8 @@ using namespace brixen::lyr::gen;
 
 namespace {
 
-constexpr std::size_t kTooLarge = 0x80000000;
+constexpr std::size_t kLargest = 0x7FFFFFFF;
+constexpr std::size_t kTooLarge = kLargest + 1;
 
 struct Field {
     std::array<char, 10> text{};
@@ -31,6 +32,16 @@ TEST(SafeCopy, CopiesWhatFits) {
     EXPECT_EQ(field.Shown(), "abcd");
     SafeCopy(field.text.data(), "xyz", 1);
     EXPECT_EQ(field.Shown(), "");
+}
+
+TEST(SafeCopy, TakesEverySizeUpToTheLargest) {
+    Field field("old");
+    SafeCopy(field.text.data(), "new", kLargest);
+    EXPECT_EQ(field.Shown(), "new");
+    SafeAppend(field.text.data(), "er", kLargest);
+    EXPECT_EQ(field.Shown(), "newer");
+    SafePrintf(field.text.data(), kLargest, "%d", 7);
+    EXPECT_EQ(field.Shown(), "7");
 }
 
 TEST(SafeCopy, DoesNothingForASizeOfNothingOrTooMuch) {

@@ -74,6 +74,13 @@ TEST(DecodeUtf8, WritesTwoUnitsBeyondTheBasicPlane) {
     EXPECT_EQ(Decoded("a\xE2\x82\xAC"), u"a\u20AC");
 }
 
+TEST(DecodeUtf8, TakesThreeBitsOfEveryLeadOfFourBytes) {
+    EXPECT_EQ(Decoded("\xF8\x88\x80\x80"), u"\u8000");
+    EXPECT_EQ(Decoded("\xFF\x80\x80\x80"), Decoded("\xF7\x80\x80\x80"));
+    // 0x1FFFFF less 0x10000 has a bit too many for the high half.
+    EXPECT_EQ(Decoded("\xF7\xBF\xBF\xBF"), U16({0xDBBF, 0xDFFF}));
+}
+
 TEST(DecodeUtf8, ReturnsTheBytesReadAndWritesTheNulThatEndedIt) {
     std::array<char16_t, 8> out;
     out.fill(u'#');
@@ -122,6 +129,13 @@ TEST(CodePage, TakesNothingButTheResultFromTheHeapForAShortText) {
 }
 
 TEST(CodePage, IsEmptyForWhatTheLocaleCannotShow) { EXPECT_EQ(Utf8ToCodePage("a\xE4\xB8\xAD"), ""); }
+
+TEST(CodePage, GivesNothingForATextThatIsTooLong) {
+    constexpr std::size_t kTooLong = std::size_t{1} << 29;
+    // Not one character of it is looked at.
+    EXPECT_EQ(Utf8ToCodePage(std::string_view("a", kTooLong)), "");
+    EXPECT_EQ(CodePageToUtf8(std::string_view("a", kTooLong)), "");
+}
 
 TEST(CodePage, EndsAtANul) {
     EXPECT_EQ(Utf8ToCodePage(std::string_view("ab\0c", 4)), "ab");

@@ -1,9 +1,16 @@
 #include "values/text_conversion.h"
 
+#include "support/failing_allocator.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <memory>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 using namespace brixen::lyr::gen;
@@ -81,6 +88,21 @@ std::string MessageOf(const auto& action) {
 }
 
 std::u16string U16(std::initializer_list<char16_t> units) { return {units}; }
+
+TEST(ConversionResult, HasItsNumbers) {
+    EXPECT_EQ(static_cast<int>(ConversionOk), 0);
+    EXPECT_EQ(static_cast<int>(SourceExhausted), 1);
+    EXPECT_EQ(static_cast<int>(TargetExhausted), 2);
+    EXPECT_EQ(static_cast<int>(SourceIllegal), 3);
+}
+
+TEST(IllegalUtfSequence, IsARuntimeErrorWithACopyOfItsMessage) {
+    static_assert(std::is_base_of_v<std::runtime_error, illegal_utf_sequence>);
+    std::string message = "Bad UTF-8 sequence.";
+    const illegal_utf_sequence failure(message);
+    message[0] = '#';
+    EXPECT_STREQ(failure.what(), "Bad UTF-8 sequence.");
+}
 
 TEST(ConvertUtf8ToUtf16, GivesOneUnitForTheBasicPlaneAndTwoBeyond) {
     const Bytes text = {'a', 0xC3, 0xA9, 0xE2, 0x82, 0xAC, 0xF0, 0x9F, 0x98, 0x80};
@@ -412,6 +434,39 @@ TEST(ToUtf8, ConvertsEveryMixtureOfEveryShortLength) {
         ASSERT_EQ(ToUtf8(text.wide), text.narrow);
         ASSERT_EQ(ToUtf16(text.narrow), text.wide);
     });
+}
+
+// A copy in a block of its own size, so that a read beside it shows.
+template <class Unit>
+class Alone {
+public:
+    explicit Alone(std::basic_string_view<Unit> text) : fLength(text.size()), fUnits(new Unit[fLength]) {
+        std::copy(text.begin(), text.end(), fUnits.get());
+    }
+    operator std::basic_string_view<Unit>() const { return {fUnits.get(), fLength}; }
+
+private:
+    std::size_t fLength;
+    std::unique_ptr<Unit[]> fUnits;
+};
+
+TEST(ToUtf8, ReadsNothingBesideItsText) {
+    ForEachMixedText(20, [](const Character& text) {
+        ASSERT_EQ(ToUtf8(Alone<char16_t>(text.wide)), text.narrow);
+        ASSERT_EQ(ToUtf16(Alone<char>(text.narrow)), text.wide);
+    });
+}
+
+TEST(ToUtf8, TakesNothingButTheResultFromTheHeap) {
+    for (const std::size_t length : {20U, 200U, 256U, 1000U}) {
+        const std::u16string wide(length, u'x');
+        std::size_t before = pavane_test::AllocationCount();
+        const std::string narrow = ToUtf8(wide);
+        EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
+        before = pavane_test::AllocationCount();
+        EXPECT_EQ(ToUtf16(narrow).size(), length);
+        EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
+    }
 }
 
 // However much room there is, the target gets the whole characters that fit.

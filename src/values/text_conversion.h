@@ -32,7 +32,8 @@ private:
     std::string fMessage;
 };
 
-// Range converters. `source` and `target` move as far as the conversion came, whatever the result.
+// Range converters. `source` and `target` move as far as the conversion came, whatever the result; room behind
+// the final target position, up to the target's end, may have been written to.
 // Strict conversion refuses surrogate code points in UTF-8 and UTF-32 and unpaired surrogates in UTF-16;
 // with `lenient` they pass. One kept asymmetry: ConvertUtf16ToUtf8 encodes a high surrogate that is the very
 // last unit, strict or not. Code points above 0x10FFFF are illegal in strict mode; to UTF-16, lenient, they

@@ -32,12 +32,12 @@ private:
     std::string fMessage;
 };
 
-// Range converters. `source` and `target` move as far as the conversion came, whatever the result; room behind
-// the final target position, up to the target's end, may have been written to.
-// Strict conversion refuses surrogate code points in UTF-8 and UTF-32 and unpaired surrogates in UTF-16;
-// with `lenient` they pass. One kept asymmetry: ConvertUtf16ToUtf8 encodes a high surrogate that is the very
-// last unit, strict or not. Code points above 0x10FFFF are illegal in strict mode; to UTF-16, lenient, they
-// give 0xFFFD; UTF-8 has no lenient form for them.
+// Range converters. `source` and `target` move as far as the conversion came, whatever the result; room
+// behind the final target position, up to the target's end, may have been written to. Strict conversion
+// refuses surrogate code points in UTF-8 and UTF-32 and unpaired surrogates in UTF-16; with `lenient` they
+// pass. One kept asymmetry: ConvertUtf16ToUtf8 encodes a high surrogate that is the very last unit, strict or
+// not. Code points above 0x10FFFF are illegal in strict mode; to UTF-16, lenient, they give 0xFFFD; UTF-8 has
+// no lenient form for them.
 ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint8_t* sourceEnd,
                                     char16_t*& target, char16_t* targetEnd, bool lenient);
 ConversionResult ConvertUtf16ToUtf8(const char16_t*& source, const char16_t* sourceEnd, std::uint8_t*& target,

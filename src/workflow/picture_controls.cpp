@@ -28,7 +28,7 @@ void TakeImage(zeve::NativeWindow control, zeve::NativeBitmap handedOver) noexce
 
 void PictureControls::Show(const std::string& name, zeve::NativeWindow control) {
     const zeve::NativeBitmap bitmap = LoadBitmapResource(name, kBitmapMode);
-    if (!control || !bitmap) return;
+    if (!control) return;
     const auto known = std::ranges::find(shown, control, &Picture::control);
     if (known == shown.end()) {
         shown.push_back({control, bitmap});

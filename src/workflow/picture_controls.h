@@ -18,8 +18,8 @@ public:
     PictureControls& operator=(const PictureControls&) = delete;
     ~PictureControls() { TakeBack(); }
 
-    // Loads the bitmap and shows it in place of an earlier one. A null control, or a missing bitmap, changes
-    // nothing.
+    // Loads the bitmap and shows it in place of an earlier one; a missing one is shown as nothing. A null
+    // control shows nothing.
     void Show(const std::string& name, zeve::NativeWindow control);
     // Empties all controls and frees their copies.
     void TakeBack() noexcept;
@@ -27,7 +27,7 @@ public:
 private:
     struct Picture {
         zeve::NativeWindow control;
-        zeve::NativeBitmap bitmap; // the resource layer's
+        zeve::NativeBitmap bitmap; // the resource layer's, or null
     };
 
     std::vector<Picture> shown; // one a control

@@ -164,6 +164,27 @@ TEST_F(PaneHost, LeavingAPaneRepaintsTheWindow) {
     });
 }
 
+// What the window is told about drawing, in order.
+std::vector<std::string> DrawingCalls() {
+    std::vector<std::string> names;
+    for (const auto& call : zeve::headless::State().calls) {
+        if (call.name == "LockUpdates" || call.name == "UnlockUpdates" || call.name == "Invalidate")
+            names.push_back(call.name);
+    }
+    return names;
+}
+
+TEST_F(PaneHost, AChangeOfPanesIsDrawnAtOnce) {
+    SetLong(bag, PvnWFKey_HasChangedProductName, 1);
+    RunWith([&] {
+        System().calls.clear();
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        EXPECT_THAT(DrawingCalls(), ElementsAre("LockUpdates", "UnlockUpdates", "Invalidate",   // it goes
+                                                "LockUpdates", "Invalidate", "UnlockUpdates")); // it comes
+        for (const auto& call : CallsOf("LockUpdates")) EXPECT_EQ(call.window, TopDialog());
+    });
+}
+
 TEST_F(PaneHost, AStateWithoutAPaneShowsWhatWasShownAndIsLeftQuietly) {
     ThenPress(kNext);
     ThenPress(kNext);
@@ -550,6 +571,19 @@ TEST_F(PaneHost, ABrushForAStaticTextIsAnsweredAndNeverAnEnd) {
     }
 }
 
+TEST_F(PaneHost, EachClassOfHostsHasItsOwnFlagForTheRepaint) {
+    class OtherHost final : public PVNConcreteHost<OtherHost> {
+    public:
+        using PVNConcreteHost::PVNConcreteHost;
+        static std::span<const Command> Commands() { return {}; }
+        using PVNConcreteHost::RepaintedFlag;
+    } other{kView};
+    TestHost another{kView};
+    host.Repainted() = true;
+    EXPECT_TRUE(another.Repainted());
+    EXPECT_FALSE(other.RepaintedFlag());
+}
+
 // The helpers, on a dialog that is open.
 
 class PaneHelpers : public PaneHost {
@@ -626,8 +660,6 @@ TEST_F(PaneHelpers, APictureIsShownAndTakenBackWithTheDialog) {
     ShowBitmapInControl(host, "photo", kPicture);
     const auto shown = Control(kPicture)->remembered[zeve::kStaticSetImage];
     EXPECT_NE(shown, 0);
-    ShowBitmapInControl(host, "missing", kPicture);
-    EXPECT_EQ(Control(kPicture)->remembered[zeve::kStaticSetImage], shown);
     const auto living = platform::TheResourceRecorder().liveBitmaps;
     host.Destroy();
     std::vector<std::vector<std::int64_t>> sent;
@@ -651,6 +683,26 @@ TEST_F(PaneHelpers, APictureReplacesAnEarlierOne) {
     EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the control's copy is freed";
     host.Destroy();
     EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the layer's stay";
+}
+
+TEST_F(PaneHelpers, AMissingPictureIsShownAsNothing) {
+    files.Copy("photo.png", Picture("rgba.png"));
+    files.Copy("copy.png", Picture("rgba.png"));
+    SetResourceRootBelow(files.Utf8());
+    const auto shown = [] { return Control(kPicture)->remembered[zeve::kStaticSetImage]; };
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = 77;
+    ShowBitmapInControl(host, "missing", kPicture);
+    EXPECT_EQ(shown(), 0);
+    ShowBitmapInControl(host, "photo", kPicture);
+    EXPECT_NE(shown(), 0);
+    const zeve::NativeBitmap copy = LoadBitmapResource("copy", 3);
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = reinterpret_cast<std::intptr_t>(copy);
+    auto living = platform::TheResourceRecorder().liveBitmaps;
+    living.erase(copy);
+    ShowBitmapInControl(host, "missing", kPicture);
+    EXPECT_EQ(shown(), 0) << "nor does the earlier one stay";
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the control's copy of it is freed";
+    ShowBitmapInControl(host, "photo", 999);
 }
 
 TEST_F(PaneHelpers, ACopyThatAControlMadeOfItsPictureIsFreed) {

@@ -11,7 +11,8 @@ namespace brixen::pvn::pvn_workflow {
 namespace {
 
 std::uint16_t StoredResult(PVNWorkFlowContext& context) {
-    std::uint32_t result = 0;
+    // As at the start of the run, if nothing stands under the key any more.
+    std::uint32_t result = kStatusUserCancel;
     GetLong(context, PvnWFKey_WorkFlowResult, result);
     return static_cast<std::uint16_t>(result);
 }

@@ -25,6 +25,7 @@ constexpr std::uint16_t kGo = 21;
 struct Plan {
     std::uint16_t target = kWFState_Done;
     std::uint32_t storedResult = 0;
+    bool removeResult = false;
     bool throwInBuild = false, throwAfterPanes = false;
     int built = 0, panesAlive = 0, cleanups = 0;
     std::string language;
@@ -49,6 +50,7 @@ public:
 private:
     std::intptr_t OnGo() {
         if (gPlan.storedResult != 0) SetLong(*context, PvnWFKey_WorkFlowResult, gPlan.storedResult);
+        if (gPlan.removeResult) context->Remove(PvnWFKey_WorkFlowResult, kValueTypeLong);
         return DeliverEvent("OKButton");
     }
 };
@@ -105,6 +107,18 @@ TEST_F(RunWorkFlow, ExitIsTheStoredResultAndTheCancelUntilThen) {
     EXPECT_EQ(Run(), kStatusUserCancel);
     gPlan.storedResult = kStatusUserOutcome3;
     EXPECT_EQ(Run(), kStatusUserOutcome3);
+}
+
+TEST_F(RunWorkFlow, ExitWithoutAResultIsTheCancel) {
+    gPlan.target = kWFState_Exit;
+    gPlan.removeResult = true;
+    EXPECT_EQ(Run(), kStatusUserCancel);
+}
+
+TEST_F(RunWorkFlow, AResultIsCutToAStatusWord) {
+    gPlan.target = kWFState_Exit;
+    gPlan.storedResult = 0xABCD8904;
+    EXPECT_EQ(Run(), kStatusUserOutcome4);
 }
 
 TEST_F(RunWorkFlow, EachRunBeginsWithTheCancelAsItsResult) {

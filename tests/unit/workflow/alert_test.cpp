@@ -57,6 +57,44 @@ TEST_F(Alert, TakesNothingElseForAnAnswer) {
     EXPECT_TRUE(System().script.empty());
 }
 
+TEST_F(Alert, LeavesToTheSystemWhatIsNoAnswer) {
+    Then([] {
+        AlertParams params;
+        const auto answer = [&params](std::int32_t what, std::uint32_t number, std::uintptr_t wparam) {
+            zeve::EventRecord record;
+            record.StorePointer(zeve::kKeyWindow, TopDialog());
+            record.Store(zeve::kKeyEventRecord, number);
+            record.Store(zeve::kKeyWparam, static_cast<std::int64_t>(wparam));
+            record.Store(zeve::kKeyLparam, 0);
+            return AlertEventCallback(what, record, &params);
+        };
+        for (const auto& [number, wparam] : std::initializer_list<std::pair<std::uint32_t, std::uintptr_t>>{
+                 {zeve::kMessageSetFocus, 0},
+                 {zeve::kMessageSetFocus, 5},
+                 {zeve::kMessagePaint, 0},
+                 {zeve::kMessageEraseBackground, 0x55},
+                 {zeve::kMessageKeyDown, 65},
+                 {zeve::kMessageTimer, 1},
+                 {zeve::kMessageColourStatic, 0x55},
+                 {zeve::kMessageCommand, 103},
+                 {zeve::kMessageCommand, 0x00020000 | 102}})
+            EXPECT_EQ(answer(zeve::kWhatMessage, number, wparam), 1u) << number;
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageClose, 0), 3u);
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageCommand, 101), 2u);
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageCommand, 0x00010000 | 102), 3u);
+        params.firstButton = 7;
+        params.secondButton = 8;
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageCommand, 7), 2u);
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageCommand, 8), 3u);
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageCommand, 2), 3u);
+        EXPECT_EQ(answer(zeve::kWhatMessage, zeve::kMessageCommand, 101), 1u);
+        EXPECT_EQ(answer(zeve::kWhatModalRun, zeve::kMessageClose, 0), 0u);
+    });
+    ThenPress(101);
+    Show();
+    EXPECT_TRUE(System().script.empty());
+}
+
 TEST_F(Alert, IsGoneAfterwardsAndTheParentGetsTheFocusMessage) {
     Then([this] {
         EXPECT_FALSE(zeve::platform::IsEnabled(parent));

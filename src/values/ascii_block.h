@@ -99,11 +99,10 @@ inline void WidenBlock(std::uint64_t bytes, char16_t* target) {
 inline NarrowedBlock NarrowBlock(const char16_t* source) {
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     const __m128i bytes = _mm_packus_epi16(units, units);
-    const __m128i above = _mm_and_si128(units, _mm_set1_epi16(static_cast<short>(0xFF80)));
-    const __m128i ascii = _mm_cmpeq_epi16(above, _mm_setzero_si128());
-    const int asciiBits = _mm_movemask_epi8(_mm_packs_epi16(ascii, ascii));
-    return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(bytes)),
-            ~static_cast<std::uint32_t>(asciiBits) & 0xFF};
+    // What is 0x80 or more becomes negative, and stays so when the lanes are packed.
+    const __m128i above = _mm_adds_epu16(units, _mm_set1_epi16(0x7F80));
+    const int special = _mm_movemask_epi8(_mm_packs_epi16(above, _mm_setzero_si128()));
+    return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(bytes)), static_cast<std::uint32_t>(special)};
 }
 
 inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {

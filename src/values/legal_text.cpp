@@ -44,80 +44,90 @@ inline bool QuickSequence(const Byte*& source, const Byte* end, char16_t*& targe
     return true;
 }
 
-// One character beyond ASCII; false for an unpaired surrogate. Four bytes are written, however many count.
-inline bool QuickCharacter(const char16_t*& source, const char16_t* end, Byte*& target) {
-    const std::uint32_t unit = *source;
-    if (unit < 0x800) {
-        WriteWord(target, 0x80C0 | (unit >> 6) | (unit & 0x3F) << 8);
-        target += 2;
-        ++source;
-        return true;
-    }
-    if (!IsSurrogate(unit)) {
-        WriteWord(target, 0x8080E0 | (unit >> 12) | (unit & 0xFC0) << 2 | (unit & 0x3F) << 16);
-        target += 3;
-        ++source;
-        return true;
-    }
-    if (!IsHighSurrogate(unit) || end - source < 2 || !IsLowSurrogate(source[1])) return false;
-    const std::uint32_t code = 0x10000 + ((unit - 0xD800) << 10) + (source[1] - 0xDC00U);
-    WriteWord(target, 0x808080F0 | (code >> 18) | ((code >> 4) & 0x3F00) | (code & 0xFC0) << 10 |
-                          (code & 0x3F) << 24);
-    target += 4;
-    source += 2;
-    return true;
+// The bytes of one character beyond ASCII, the first lowest.
+constexpr std::uint32_t TwoBytes(std::uint32_t unit) { return 0x80C0 | ((unit << 8 | unit >> 6) & 0x3F1F); }
+constexpr std::uint32_t ThreeBytes(std::uint32_t unit) {
+    return 0x8080E0 | (unit >> 12) | (unit & 0xFC0) << 2 | (unit & 0x3F) << 16;
+}
+constexpr std::uint32_t FourBytes(std::uint32_t high, std::uint32_t low) {
+    const std::uint32_t code = 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+    return 0x808080F0 | (code >> 18) | ((code >> 4) & 0x3F00) | (code & 0xFC0) << 10 | (code & 0x3F) << 24;
 }
 
-// The `count` bytes that begin at `source` and are not all ASCII. They stand at `target` widened, so that
-// runs of ASCII are in place; what is between those goes one by one. A sequence at the end may reach beyond
-// them.
+inline bool IsPair(const char16_t* source, const char16_t* end) {
+    return IsHighSurrogate(*source) && end - source >= 2 && IsLowSurrogate(source[1]);
+}
+
+// A block of bytes of which `count` belong to the text and not all are ASCII. It stands at `target` widened,
+// so that runs of ASCII are in place; the sequences between them go one by one, and what is behind each is
+// widened anew. A sequence at the end may reach beyond the block.
 inline bool MixedToUtf16(std::uint64_t bytes, std::ptrdiff_t count, const Byte*& source, const Byte* end,
                          char16_t*& target) {
-    const Byte* const start = source;
     const Byte* const stop = source + count;
-    std::uint64_t rest = bytes;
-    do {
-        const int ascii = std::countr_zero(rest & kNotAscii) / 8;
+    while ((bytes & kNotAscii) != 0) {
+        const int ascii = std::countr_zero(bytes & kNotAscii) / 8;
         source += ascii;
         target += ascii;
-        do {
+        bytes >>= 8 * ascii;
+        if ((bytes & 0xC0E0) == 0x80C0 && (bytes & 0x1E) != 0) {
+            *target++ = static_cast<char16_t>(((bytes & 0x1F) << 6) | ((bytes >> 8) & 0x3F));
+            source += 2;
+            bytes >>= 16;
+        } else {
+            const Byte* const sequence = source;
             if (!QuickSequence(source, end, target)) return false;
-        } while (source < stop && *source >= 0x80);
-        if (source >= stop) return true;
-        rest = bytes >> (8 * (source - start));
-        blocks::WidenBlock(rest, target);
-    } while ((rest & kNotAscii) != 0);
+            if (source >= stop) return true;
+            bytes >>= 8 * (source - sequence);
+        }
+        blocks::WidenBlock(bytes, target);
+    }
     target += stop - source;
     source = stop;
     return true;
 }
 
+// The same for units. An unpaired surrogate stops it.
 inline bool MixedToUtf8(const NarrowedBlock& block, std::ptrdiff_t count, const char16_t*& source,
                         const char16_t* end, Byte*& target) {
-    const char16_t* const start = source;
-    const char16_t* const stop = source + count;
-    NarrowedBlock rest = block;
+    std::uint32_t special = block.special;
     do {
-        const int ascii = std::countr_zero(rest.special);
-        source += ascii;
-        target += ascii;
-        do {
-            if (!QuickCharacter(source, end, target)) return false;
-        } while (source < stop && *source >= 0x80);
-        if (source >= stop) return true;
-        rest = block.From(source - start);
-        WriteWord(target, rest.bytes);
-    } while (rest.special != 0);
-    target += stop - source;
-    source = stop;
+        std::ptrdiff_t at = std::countr_zero(special);
+        const std::uint32_t unit = source[at];
+        std::uint64_t rest = block.bytes >> (8 * at) >> 8;
+        special &= special - 1;
+        if (unit < 0x800) {
+            WriteWord(target + at, TwoBytes(unit));
+            target += 1;
+        } else if (!IsSurrogate(unit)) {
+            WriteWord(target + at, ThreeBytes(unit));
+            target += 2;
+        } else if (IsPair(source + at, end)) {
+            WriteWord(target + at, FourBytes(unit, source[at + 1]));
+            target += 2;
+            special &= special - 1;
+            rest >>= 8;
+            ++at;
+            count = std::max(count, at + 1);
+        } else {
+            source += at;
+            target += at;
+            return false;
+        }
+        WriteWord(target + at + 1, rest);
+    } while (special != 0);
+    source += count;
+    target += count;
     return true;
 }
 
-// A text that stands at the end of at least a whole block of memory.
+// A text of at least a block. Its last block begins among what is converted already, so that it is whole.
 inline RangePositions<Byte, char16_t> Quick(const Byte* source, const Byte* end, char16_t* target,
                                             const char16_t* targetEnd) {
+    if (targetEnd - target < kQuickUnits || source == end) return {source, target};
+    const char16_t* const start = target;
+    const char16_t* const lastTarget = targetEnd - kQuickUnits;
     bool isLegal = true;
-    while (isLegal && source != end && targetEnd - target >= kQuickUnits) {
+    do {
         const std::ptrdiff_t left = end - source;
         std::uint64_t bytes = 0;
         std::ptrdiff_t count = kAsciiBlock;
@@ -129,13 +139,17 @@ inline RangePositions<Byte, char16_t> Quick(const Byte* source, const Byte* end,
         }
         if ((bytes & 0xF0) == 0xE0 && left >= kThreeByteLength && DecodeThreeByteBlock(source, target)) {
             source += kThreeByteLength;
-            target += kThreeByteUnits;
-            continue;
-        }
-        if ((bytes & 0xF0) == 0xF0 && left >= kPairsLength && DecodePairs(source, target)) {
-            source += kPairsLength;
             target += kDenseUnits;
             continue;
+        }
+        if ((bytes & 0xF0) == 0xF0) {
+            const std::ptrdiff_t known = left >= kPairsLength ? 0 : kPairsLength - left;
+            // No byte gives more than one unit: with so many of them, there are enough bytes before.
+            if (target - start >= known && DecodePairs(source - known, target - known / 2)) {
+                source += kPairsLength - known;
+                target += kDenseUnits - known / 2;
+                continue;
+            }
         }
         blocks::WidenBlock(bytes, target);
         if ((bytes & kNotAscii) == 0) {
@@ -144,52 +158,68 @@ inline RangePositions<Byte, char16_t> Quick(const Byte* source, const Byte* end,
         } else {
             isLegal = MixedToUtf16(bytes, count, source, end, target);
         }
-    }
+    } while (isLegal && source != end && target <= lastTarget);
     return {source, target};
+}
+
+// A block of characters that all take three bytes or are all pairs. The first `known` units are converted
+// already, right before `target`, and come out as they are there.
+inline bool DenseToUtf8(const char16_t* block, std::ptrdiff_t known, Byte*& target) {
+    if (EncodeThreeByteBlock(block, target - 3 * known)) {
+        target += 3 * (kDenseUnits - known);
+        return true;
+    }
+    if (EncodePairs(block, target - 2 * known)) {
+        target += 2 * (kDenseUnits - known);
+        return true;
+    }
+    return false;
 }
 
 inline RangePositions<char16_t, Byte> Quick(const char16_t* source, const char16_t* end, Byte* target,
                                             const Byte* targetEnd) {
+    if (targetEnd - target < kQuickBytes || source == end) return {source, target};
+    const Byte* const start = target;
+    const Byte* const lastTarget = targetEnd - kQuickBytes;
     bool isLegal = true;
-    while (isLegal && source != end && targetEnd - target >= kQuickBytes) {
-        const std::ptrdiff_t left = end - source;
+    do {
         NarrowedBlock block{};
         std::ptrdiff_t count = kAsciiBlock;
-        if (left >= kAsciiBlock) {
+        if (end - source >= kAsciiBlock) {
+            if (*source >= 0x800 && DenseToUtf8(source, 0, target)) {
+                source += kDenseUnits;
+                continue;
+            }
             block = blocks::NarrowBlock(source);
         } else {
-            count = left;
-            block = blocks::NarrowBlock(end - kAsciiBlock).From(kAsciiBlock - left);
+            count = end - source;
+            const std::ptrdiff_t known = kAsciiBlock - count;
+            if (*source >= 0x800 && target - start >= 3 * known &&
+                DenseToUtf8(end - kAsciiBlock, known, target)) {
+                source = end;
+                break;
+            }
+            block = blocks::NarrowBlock(end - kAsciiBlock).From(known);
         }
         WriteWord(target, block.bytes);
         if (block.special == 0) {
-            source += count;
             target += count;
-        } else if (block.special == 0xFF && EncodeThreeByteBlock(source, target)) {
-            source += kDenseUnits;
-            target += kDenseUnits * 3;
-        } else if (block.special == 0xFF && EncodePairs(source, target)) {
-            source += kDenseUnits;
-            target += kPairsLength;
+            source += count;
         } else {
             isLegal = MixedToUtf8(block, count, source, end, target);
         }
-    }
+    } while (isLegal && source != end && target <= lastTarget);
     return {source, target};
 }
 
-// A text of any length: a short one goes behind zeros into a block of its own.
+// A text that is shorter than a block, behind zeros in a block of its own. Out of line, so that no other text
+// pays for the block.
 template <class Source, class Target>
-inline RangePositions<Source, Target> QuickAnyLength(const Source* source, const Source* end, Target* target,
-                                                     const Target* targetEnd) {
+[[gnu::noinline]] RangePositions<Source, Target> QuickShort(const Source* source, const Source* end,
+                                                            Target* target, const Target* targetEnd) {
     std::array<Source, kAsciiBlock> block{};
-    const Source* text = source;
-    const Source* textEnd = end;
-    if (end - source < kAsciiBlock) {
-        textEnd = block.data() + block.size();
-        text = std::copy_backward(source, end, block.data() + block.size());
-    }
-    const auto came = Quick(text, textEnd, target, targetEnd);
+    const Source* const text = std::copy_backward(source, end, block.data() + block.size());
+    const auto came = Quick(text, block.data() + block.size(), target, targetEnd);
     return {source + (came.source - text), came.target};
 }
 
@@ -197,12 +227,14 @@ inline RangePositions<Source, Target> QuickAnyLength(const Source* source, const
 
 RangePositions<Byte, char16_t> QuickUtf8ToUtf16(const Byte* source, const Byte* end, char16_t* target,
                                                 const char16_t* targetEnd) {
-    return QuickAnyLength(source, end, target, targetEnd);
+    if (end - source < kAsciiBlock) return QuickShort(source, end, target, targetEnd);
+    return Quick(source, end, target, targetEnd);
 }
 
 RangePositions<char16_t, Byte> QuickUtf16ToUtf8(const char16_t* source, const char16_t* end, Byte* target,
                                                 const Byte* targetEnd) {
-    return QuickAnyLength(source, end, target, targetEnd);
+    if (end - source < kAsciiBlock) return QuickShort(source, end, target, targetEnd);
+    return Quick(source, end, target, targetEnd);
 }
 
 std::size_t Utf16Length(std::string_view utf8) {

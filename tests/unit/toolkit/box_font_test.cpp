@@ -73,8 +73,12 @@ TEST_F(BoxFontTest, AnySizeIsHarmless) {
 }
 
 TEST_F(BoxFontTest, EveryFontStartsFromTheStockFont) {
-    Made({});
-    EXPECT_EQ(headless::CallsOf("StockSystemFont").size(), 1u);
+    headless::State().stockFont.strikeOut = 1;
+    headless::State().stockFont.orientation = 900;
+    const CExpressionScope none;
+    const platform::FontRecord& record = headless::State().fonts.at(MakeBoxFont(none, 96));
+    EXPECT_EQ(record.strikeOut, 1);
+    EXPECT_EQ(record.orientation, 900);
 }
 
 TEST_F(BoxFontTest, TheOtherQualitiesAreAlwaysTheSame) {

@@ -27,6 +27,7 @@ const SizeCase kCases[] = {
     {"radio", {{"name", "R"}}, 30, 16}, // raised to 15
     {"radio", {{"name", "Red"}, {"width", 40}}, 55, 16},
     {"radio", {{"name", "Red"}, {"height", 5}}, 33, 5},
+    {"radio", {{"name", "R"}, {"gRadioWidth", 40}, {"gButtonPadding", 1}, {"gRadioButtonHeight", 9}}, 41, 9},
     // A check box goes by the radio button's height.
     {"check_box", {{"name", "Red"}, {"gCheckBoxHeight", 99}}, 33, 16},
     {"edit_text", {{"name", "abc"}}, 38, 20},
@@ -55,6 +56,26 @@ const SizeCase kCases[] = {
     {"button_popup", {{"width", 50}, {"height", 33}}, 50, 33},
     {"tab_group", {}, 0, 25},
     {"tab_group", {{"width", 50}, {"height", 33}}, 50, 33},
+    // The other metrics are a view's own as well.
+    {"edit_text", {{"gEditTextHeight", 7}}, 20, 7},
+    {"slider", {{"gSliderHeight", 7}}, 0, 7},
+    {"separator", {{"gSeparatorHeight", 7}}, 0, 7},
+    {"progress_bar", {{"gProgressBarHeight", 7}}, 0, 7},
+    {"icon", {{"gIconWidth", 7}, {"gIconHeight", 8}}, 7, 8},
+    {"popup", {{"gPopupHeight", 7}}, 20, 7},
+    {"button_popup", {{"gButtonPopupWidth", 7}, {"gButtonPopupHeight", 8}, {"gPopupHeight", 9}}, 7, 8},
+    {"tab_group", {{"gTabsHeight", 7}}, 0, 7},
+    // Only 0 counts as not given.
+    {"button", {{"name", "OK"}, {"width", -5}, {"height", -6}}, -5, 22},
+    {"radio", {{"name", "Red"}, {"width", -5}, {"height", -6}}, 10, -6},
+    {"edit_text", {{"name", "abc"}, {"width", -5}, {"height", -6}}, -5, -6},
+    {"slider", {{"width", -5}, {"height", -6}}, -5, 20},
+    {"icon", {{"width", -5}, {"height", -6}}, -5, -6},
+    {"static_text", {{"name", "abc"}, {"width", -5}}, -5, 39},
+    {"static_text", {{"name", "abc"}, {"height", -6}}, 18, -6},
+    {"popup", {{"items", "One{1}"}, {"width", -5}, {"height", -6}}, -5, -6},
+    {"button_popup", {{"width", -5}, {"height", -6}}, -5, -6},
+    {"tab_group", {{"width", -5}, {"height", -6}}, -5, -6},
 };
 
 class BoxSizesTest : public BoxTest {};

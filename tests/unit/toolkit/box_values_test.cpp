@@ -333,9 +333,10 @@ TEST_F(BoxValuesTest, APopupHonoursItsSubCheckAndAButtonPopupNever) {
 }
 
 TEST_F(BoxValuesTest, RefillingAPopupKeepsTheChoiceByValue) {
-    CEveBox& popup = Make("popup", {{"name", "$$$/name=Number"}, {"items", "$$$/items=One{1};Two{2}"}});
-    SetText(popup, "2");
     RecordRows();
+    CEveBox& popup = Make("popup", {{"name", "$$$/name=Number"}, {"items", "$$$/items=One{1};Two{2}"}});
+    EXPECT_EQ(rows.size(), 2u);
+    SetText(popup, "2");
     Translate("$$$/items=Null{0};Eins{1};Zwei{2}");
     Translate("$$$/name=Zahl");
     dialog->Retranslate();
@@ -343,6 +344,14 @@ TEST_F(BoxValuesTest, RefillingAPopupKeepsTheChoiceByValue) {
     EXPECT_EQ(rows, (std::vector<std::u16string>{u"Null", u"Eins", u"Zwei"}));
     EXPECT_EQ(Selection(popup), 2);
     EXPECT_EQ(Value(popup), "2");
+}
+
+TEST_F(BoxValuesTest, RefillingChoosesNothingWhereTheValueWasEmpty) {
+    CEveBox& popup = Make("popup", {{"items", "One{1};None{}"}});
+    SetText(popup, "");
+    const std::size_t set = TimesSent(popup.control, kComboSetSelection);
+    popup.RefreshText();
+    EXPECT_EQ(TimesSent(popup.control, kComboSetSelection), set);
 }
 
 TEST_F(BoxValuesTest, RefillingReadsTheChoiceWhateverTheSubCheckSays) {

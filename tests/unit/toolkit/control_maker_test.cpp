@@ -329,6 +329,12 @@ TEST_F(ControlMakerTest, OnlyTwoSystemIconsAreLoaded) {
     EXPECT_TRUE(headless::CallsOf("CopySystemIcon").empty());
 }
 
+TEST_F(ControlMakerTest, AnIconWithoutANumberDoesNotTakeThatOfTheOneBefore) {
+    Make("icon", {{"builtin_icon", 32515}});
+    Make("icon");
+    EXPECT_EQ(headless::CallsOf("CopySystemIcon").size(), 1u);
+}
+
 TEST_F(ControlMakerTest, TheIconGoesByTheStyleAlone) {
     Make("icon", {{"builtin_icon", 32515}, {"win_style", 0x50000003}});
     EXPECT_TRUE(headless::CallsOf("CopySystemIcon").empty());
@@ -340,7 +346,8 @@ TEST_F(ControlMakerTest, TheIconGoesByTheStyleAlone) {
 
 TEST_F(ControlMakerTest, FourClassesAndTheirHeirsLeaveRoomForACheckBox) {
     for (const Row& row : kRows) {
-        const CEveBox& box = Make(row.keyword, {{"check_box_aware", 1}, {"left", 10}, {"width", 200}});
+        const CEveBox& box =
+            Make(row.keyword, {{"check_box_aware", 1}, {"left", 10}, {"width", 200}, {"__hInstance", 77}});
         const std::string_view keyword = row.keyword;
         const bool expected = keyword == "radio" || keyword == "check_box" || keyword == "edit_text" ||
                               keyword == "edit_number" || keyword == "popup" || keyword == "button_popup";
@@ -351,6 +358,7 @@ TEST_F(ControlMakerTest, FourClassesAndTheirHeirsLeaveRoomForACheckBox) {
         EXPECT_EQ(sub.className, u"button");
         EXPECT_EQ(sub.text, u"");
         EXPECT_EQ(sub.id, box.subViewId);
+        EXPECT_EQ(headless::HandleNumber(sub.instance), 77);
         EXPECT_EQ(sub.procedure, headless::Procedure::System);
         EXPECT_EQ(sub.parent, dialog->window);
         EXPECT_EQ(sub.frame.left, 10);

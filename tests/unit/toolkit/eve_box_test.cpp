@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace brixen::zeve {
 namespace {
 
@@ -156,13 +158,14 @@ TEST_F(EveBoxTest, RetranslateWritesEveryNameAgain) {
     CEveBox& group = Make("cluster", {{"name", "$$$/group=Group"}});
     CEveBox& box = MakeBelow(group, "button", {{"name", "$$$/button=Button"}});
     CEveBox& nameless = MakeBelow(group, "slider");
+    nameless.nameText = "shown without a key";
     Translate("$$$/group=Gruppe");
     Translate("$$$/button=Knopf");
     dialog->Retranslate();
     EXPECT_EQ(group.nameText, "Gruppe");
     EXPECT_EQ(WindowOf(group).text, u"Gruppe");
     EXPECT_EQ(WindowOf(box).text, u"Knopf");
-    EXPECT_EQ(WindowOf(nameless).text, u"");
+    EXPECT_EQ(WindowOf(nameless).text, u"shown without a key");
     EXPECT_EQ(headless::CallsOf("SetText").size(), 4u);
 }
 
@@ -301,6 +304,7 @@ TEST_F(EveBoxTest, TheEndFreesIconChildrenWindowAndFontInThisOrder) {
     CEveBox& icon = Make("icon", {{"builtin_icon", 32515}});
     CEveBox& button = Make("button", {{"name", "OK"}});
     const NativeWindow window = dialog->window;
+    dialog->font = platform::MakeFont({}); // a dialog has none by itself
     const auto iconFont = headless::HandleNumber(icon.font);
     const auto buttonFont = headless::HandleNumber(button.font);
     headless::State().calls.clear();
@@ -312,15 +316,30 @@ TEST_F(EveBoxTest, TheEndFreesIconChildrenWindowAndFontInThisOrder) {
         if (call.name == "DeleteIcon") order.push_back("icon");
         if (call.name == "CloseWindow") order.push_back(call.window == window ? "window" : "control");
         if (call.name == "DeleteFont") {
-            order.push_back(call.numbers[0] == iconFont ? "icon's font" : "font");
-            EXPECT_TRUE(call.numbers[0] == iconFont || call.numbers[0] == buttonFont);
+            const bool isIcons = call.numbers[0] == iconFont, isButtons = call.numbers[0] == buttonFont;
+            order.push_back(isIcons ? "icon's font" : isButtons ? "button's font" : "dialog's font");
         }
     }
-    EXPECT_EQ(order, (std::vector<std::string>{"icon", "icon's font", "font", "window"}));
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"icon", "icon's font", "button's font", "window", "dialog's font"}));
     EXPECT_TRUE(headless::State().icons.empty());
     EXPECT_TRUE(headless::State().fonts.empty());
     EXPECT_TRUE(headless::State().windows.empty());
     dialog = nullptr;
+}
+
+TEST_F(EveBoxTest, ABoxIsAskedForItsIconBeforeItsChildrenGo) {
+    CEveBox& group = Make("cluster");
+    MakeBelow(group, "progress_bar");
+    headless::State().calls.clear();
+    generator.DeleteBoxes();
+    dialog = nullptr;
+    const auto& calls = headless::State().calls;
+    const auto isOfGroup = [](const headless::Call& call) { return call.name == "Send"; };
+    const auto isOfChild = [](const headless::Call& call) { return call.name == "DeleteFont"; };
+    EXPECT_EQ(headless::CallsOf("Send").size(), 1u);
+    EXPECT_LT(std::find_if(calls.begin(), calls.end(), isOfGroup),
+              std::find_if(calls.begin(), calls.end(), isOfChild));
 }
 
 TEST_F(EveBoxTest, OnlyControlsWithALowStyleBitAreAskedForAnIcon) {

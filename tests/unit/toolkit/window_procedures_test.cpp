@@ -8,6 +8,8 @@
 
 #include <map>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace brixen::zeve {
 namespace {
@@ -32,6 +34,17 @@ protected:
 
     void AnswerMessages(std::uint64_t value) {
         host.answer = [value](std::int32_t, EventRecord&) { return value; };
+    }
+    // What is sent, focused and handed to saved procedures by a message to a control, in order.
+    static std::vector<std::string> StepsOf(NativeWindow control, std::uint32_t message,
+                                            std::uintptr_t wparam) {
+        State().calls.clear();
+        platform::Send(control, message, wparam, 0);
+        std::vector<std::string> steps;
+        for (const headless::Call& call : State().calls)
+            if (call.name == "Send" || call.name == "Focus" || call.name == "SavedAnswer")
+                steps.push_back(call.name);
+        return steps;
     }
     NativeWindow Control() {
         platform::WindowRequest request;
@@ -228,6 +241,13 @@ TEST_F(WindowProcedures, EveryMessageOfAControlGoesToItsSavedProcedure) {
     EXPECT_EQ(CallsOf("SavedAnswer").size(), 4u);
 }
 
+TEST_F(WindowProcedures, TheDialogHearsOfAKeyBeforeTheControlItself) {
+    EXPECT_EQ(StepsOf(Control(), kMessageKeyDown, 18),
+              (std::vector<std::string>{"Send", "Send", "Send", "SavedAnswer"}));
+    EXPECT_EQ(StepsOf(Control(), kMessageSystemKeyUp, 18),
+              (std::vector<std::string>{"Send", "Send", "SavedAnswer"}));
+}
+
 TEST_F(WindowProcedures, AControlIsNotClosed) {
     State().answer = [](const headless::Message&) { return 5; };
     EXPECT_EQ(platform::Send(Control(), kMessageClose, 0, 0), 0);
@@ -298,6 +318,13 @@ TEST_F(TabInAControl, StaysWhereNothingCanBeReached) {
     EXPECT_EQ(State().focus, nullptr);
 }
 
+TEST_F(TabInAControl, MovesTheFocusThenMarksTheButtonThenGoesOn) {
+    // The mark is a message to the next control, which hands it to its own saved procedure.
+    EXPECT_EQ(StepsOf(controls[0], kMessageCharacter, 9),
+              (std::vector<std::string>{"Send", "Focus", "Send", "SavedAnswer", "SavedAnswer"}));
+    EXPECT_EQ(CallsOf("SavedAnswer").back().window, controls[0]);
+}
+
 TEST_F(TabInAControl, OtherCharactersMoveNothing) {
     platform::Send(controls[0], kMessageCharacter, 'x', 0);
     EXPECT_TRUE(CallsOf("NextTabStop").empty());
@@ -334,6 +361,12 @@ TEST_F(EditControl, GoesOnAsAnyControl) {
     EXPECT_EQ(platform::Send(edit, kMessageKeyUp, 18, 0), 7);
     EXPECT_EQ(host.Messages(0x2002).size(), 1u);
     EXPECT_EQ(host.Messages(kMessageKeyUp).size(), 1u);
+}
+
+TEST_F(EditControl, TellsBeforeItGoesOn) {
+    // The first two steps in between ask for the length of its text.
+    EXPECT_EQ(StepsOf(edit, kMessageKeyUp, 'A'),
+              (std::vector<std::string>{"Send", "Send", "SavedAnswer", "Send", "SavedAnswer"}));
 }
 
 TEST_F(EditControl, SaysNothingOfOtherMessages) {

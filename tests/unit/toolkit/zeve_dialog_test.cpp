@@ -264,6 +264,16 @@ TEST_F(ZeveDialogTest, DeletingTakesWindowsAndFontsAlong) {
     EXPECT_TRUE(host.events.empty()) << "the host hears nothing of the deletion";
 }
 
+TEST_F(ZeveDialogTest, LeavesTheRegistryBeforeItsBoxesGo) {
+    // The low style bit has the window asked for an icon.
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Icon?', win_style: 1);");
+    host.events.clear();
+    State().calls.clear();
+    dialog.reset();
+    EXPECT_EQ(CallsOf("Send").size(), 1u);
+    EXPECT_TRUE(host.events.empty());
+}
+
 TEST_F(ZeveDialogTest, SeveralDialogsLiveAtOnceEachWithItsHost) {
     TestHost otherHost;
     DialogOwner one = MadeDialog(host), other = MadeDialog(otherHost);

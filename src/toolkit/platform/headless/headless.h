@@ -63,6 +63,7 @@ struct System {
     std::function<std::optional<std::intptr_t>(const Message&)> answer;
     std::function<NativeWindow(NativeWindow control, bool backwards)> nextTabStop;
     bool shiftDown = false;
+    platform::FontRecord stockFont{.height = 16, .width = 7, .weight = 700, .face = u"System"};
 
     // The n-th such request from now on is refused, counted from 1; 0 refuses none.
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;

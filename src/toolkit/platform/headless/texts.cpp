@@ -47,12 +47,7 @@ std::u16string ControlText(NativeWindow window, std::uint16_t id) {
 
 FontRecord StockSystemFont() noexcept {
     Record("StockSystemFont");
-    FontRecord record;
-    record.height = 16;
-    record.width = 7;
-    record.weight = 700;
-    std::u16string_view(u"System").copy(record.face, kFaceUnits - 1);
-    return record;
+    return State().stockFont;
 }
 
 NativeFont MakeFont(const FontRecord& record) noexcept {

@@ -36,36 +36,39 @@ private:
 // Whether a name is one token, and matches nothing but itself.
 bool IsWholeName(std::string_view name) { return HasNone(name, kNameEndByte | kBlankByte | kDelimiterByte); }
 
-// Whether `name` ends at `end`, begins a token behind `from`, and nothing in front of it stops the search or
-// waits for a value.
-bool StandsBefore(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t end, std::string_view name) {
-    const std::ptrdiff_t begin = end - std::ssize(name);
-    return begin > from && text.Between(begin, end) == name && IsBlank(text[begin - 1]) &&
-           HasNone(text.Between(from, begin), kDelimiterByte);
+// Whether a name at `begin` is a token behind `from`, and nothing in front of it stops the search or waits
+// for a value.
+bool IsPlainAttribute(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t begin) {
+    return begin > from && IsBlank(text[begin - 1]) && HasNone(text.Between(from, begin), kDelimiterByte);
 }
 
 // The quick road for tags in which `name="value"` is the only use of a quote. True when `value` is the
 // answer; other tags take the road of tokens.
 bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t tagEnd, std::string_view name,
-                    std::optional<MarkupToken>& value) {
+                    AttributeValue& value) {
+    TagMarks marks(text.bytes, from, tagEnd, text.end);
+    std::ptrdiff_t quote = marks.Next();
+    if ((ClassOf(text[quote]) & kQuoteByte) == 0) return true;
     // With a blank in front, the first token would look like an attribute.
-    if (!IsWholeName(name) || ClassOf(text[from]) != kOrdinaryByte) return false;
-    for (;;) {
-        const std::ptrdiff_t quote = FindQuoteOrEnd(text.bytes, from, tagEnd, text.end);
-        if (quote == tagEnd || (ClassOf(text[quote]) & kQuoteByte) == 0) return true;
-        if (quote - from < 2 || text[quote - 1] != '=' || ClassOf(text[quote - 2]) != kOrdinaryByte)
+    if (name.empty() || !IsWholeName(name) || ClassOf(text[from]) != kOrdinaryByte) return false;
+    do {
+        const std::ptrdiff_t nameEnd = quote - 1;
+        if (nameEnd <= from || text[nameEnd] != '=' || ClassOf(text[nameEnd - 1]) != kOrdinaryByte)
             return false;
-        const std::ptrdiff_t valueEnd = text.Find(text[quote], quote + 1, tagEnd);
-        if (valueEnd == tagEnd) return false;
-        if (!name.empty() && text[quote - 2] == name.back()) {
-            if (StandsBefore(text, from, quote - 1, name)) {
-                value = MarkupToken{quote + 1, valueEnd, true};
-                return true;
-            }
-            return false;
+        std::ptrdiff_t valueEnd = marks.Next();
+        while (valueEnd < tagEnd && text[valueEnd] != text[quote]) valueEnd = marks.Next();
+        if (valueEnd >= tagEnd) return false;
+        const std::ptrdiff_t nameBegin = nameEnd - std::ssize(name);
+        // The last byte first: comparing the others takes a call.
+        if (text[nameEnd - 1] == name.back() && nameBegin >= from &&
+            text.Between(nameBegin, nameEnd) == name) {
+            value = {quote + 1, valueEnd};
+            return IsPlainAttribute(text, from, nameBegin);
         }
         from = valueEnd + 1;
-    }
+        quote = marks.Next();
+    } while ((ClassOf(text[quote]) & kQuoteByte) != 0);
+    return true;
 }
 
 } // namespace
@@ -92,13 +95,12 @@ FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std
     return found;
 }
 
-std::optional<MarkupToken> FindAttributeValue(const MarkupSpan& text, std::ptrdiff_t tagName,
-                                              std::ptrdiff_t tagEnd, std::string_view name) {
-    std::optional<MarkupToken> value;
+AttributeValue FindAttributeValue(MarkupSpan text, std::ptrdiff_t tagName, std::ptrdiff_t tagEnd,
+                                  std::string_view name) {
+    AttributeValue value;
     if (FindInPlainTag(text, tagName, tagEnd, name, value)) return value;
     const FoundAttribute found = FindAttribute(text, tagName, name);
-    if (found.exists) value = found.value;
-    return value;
+    return found.exists ? AttributeValue{found.value.begin, found.value.end} : AttributeValue{};
 }
 
 std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index) {

@@ -2,8 +2,6 @@
 
 #include "values/markup_tokens.h"
 
-#include <optional>
-
 // The attributes of one tag of markup. Private to the markup document.
 namespace brixen::lyr::gen {
 
@@ -20,10 +18,17 @@ struct FoundAttribute {
 // Looks for an attribute from the tag's name on. Only quoted values count; a quote may hide the tag's `>`.
 FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std::string_view name);
 
-// The value of an attribute alone, without its quotes and as it stands; nothing when it does not exist. The
-// tag's first `>` stands at `tagEnd`.
-std::optional<MarkupToken> FindAttributeValue(const MarkupSpan& text, std::ptrdiff_t tagName,
-                                              std::ptrdiff_t tagEnd, std::string_view name);
+// The place of an attribute's value, without its quotes. It never begins at 0.
+struct AttributeValue {
+    std::ptrdiff_t begin = 0;
+    std::ptrdiff_t end = 0;
+
+    bool Exists() const { return begin != 0; }
+};
+
+// The value of an attribute alone. The tag's first `>` stands at `tagEnd`, or its `?`.
+AttributeValue FindAttributeValue(MarkupSpan text, std::ptrdiff_t tagName, std::ptrdiff_t tagEnd,
+                                  std::string_view name);
 
 // The name of the attribute at a place from 0 on, empty when there are fewer.
 std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index);

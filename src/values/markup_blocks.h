@@ -46,6 +46,17 @@ inline std::uint32_t BytesEqual(const char* block, char wanted) {
     return mask;
 }
 
+// One bit for each of sixteen bytes that is a quote of either kind, or `/`, `?` or `>`, which end a tag's
+// attributes.
+inline std::uint32_t QuotesAndEnds(const char* block) {
+    std::uint32_t mask = 0;
+    for (unsigned i = 0; i < kNameBlock; ++i) {
+        const bool marked = block[i] == '"' || (block[i] | 8) == '/' || (block[i] | 1) == '?';
+        mask |= static_cast<std::uint32_t>(marked) << i;
+    }
+    return mask;
+}
+
 // One bit for each of sixteen bytes that needs a reference, in an attribute's value or in content.
 inline std::uint32_t SpecialBytes(const char* block, bool attribute) {
     std::uint32_t mask = 0;
@@ -88,6 +99,14 @@ inline std::uint32_t BytesEqual(const char* block, char wanted) {
     return MaskOf(_mm_cmpeq_epi8(Load(block), _mm_set1_epi8(wanted)));
 }
 
+// In two pairs the bytes differ in one bit: `'` and `/`, `>` and `?`.
+inline std::uint32_t QuotesAndEnds(const char* block) {
+    const __m128i bytes = Load(block);
+    const __m128i slashes = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(8)), _mm_set1_epi8('/'));
+    const __m128i marks = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(1)), _mm_set1_epi8('?'));
+    return MaskOf(_mm_or_si128(_mm_or_si128(slashes, marks), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('"'))));
+}
+
 inline std::uint32_t SpecialBytes(const char* block, bool attribute) {
     const __m128i bytes = Load(block);
     const __m128i brackets = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(2)), _mm_set1_epi8('>'));
@@ -107,16 +126,19 @@ namespace markup_blocks = scalar_markup;
 
 #endif
 
+struct NameBlock {
+    char bytes[kNameBlock];
+};
+
+// Fewer than sixteen bytes, and zeros behind them.
+NameBlock PaddedBlock(const char* bytes, std::ptrdiff_t count);
+
 // What `blockMask` marks among the sixteen bytes at `from`, of a text that may be read in front of
 // `readable`.
 template <class BlockMask>
 std::uint32_t MaskAt(const char* text, std::ptrdiff_t from, std::ptrdiff_t readable, BlockMask blockMask) {
-    const std::ptrdiff_t missing = kNameBlock - (readable - from);
-    if (missing <= 0) return blockMask(text + from);
-    if (readable >= kNameBlock) return blockMask(text + from - missing) >> missing;
-    char block[kNameBlock] = {};
-    std::memcpy(block, text + from, static_cast<std::size_t>(readable - from));
-    return blockMask(block);
+    if (readable - from >= kNameBlock) return blockMask(text + from);
+    return blockMask(PaddedBlock(text + from, readable - from).bytes);
 }
 
 // The first byte of [from, to) that `blockMask` marks, or `to`; `readable` is the end of what may be read, so
@@ -137,15 +159,31 @@ inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdi
                         [wanted](const char* block) { return markup_blocks::BytesEqual(block, wanted); });
 }
 
-// A quote of either kind, or one of `/`, `?` and `>`, which end a tag's attributes.
-inline std::ptrdiff_t FindQuoteOrEnd(const char* text, std::ptrdiff_t from, std::ptrdiff_t to,
-                                     std::ptrdiff_t readable) {
-    return FindInBlocks(text, from, to, readable, [](const char* block) {
-        return markup_blocks::BytesEqual(block, '"') | markup_blocks::BytesEqual(block, '\'') |
-               markup_blocks::BytesEqual(block, '/') | markup_blocks::BytesEqual(block, '?') |
-               markup_blocks::BytesEqual(block, '>');
-    });
-}
+// Goes through the quotes of a tag and the bytes that may end it, from one place on. `end` is the place of
+// the one that does; `readable` is the end of what may be read.
+class TagMarks {
+public:
+    TagMarks(const char* text, std::ptrdiff_t from, std::ptrdiff_t end, std::ptrdiff_t readable)
+        : fText(text), fEnd(end), fReadable(readable), fBehind(from) {}
+
+    std::ptrdiff_t Next() {
+        while (fMask == 0) {
+            if (fBehind > fEnd) return fEnd;
+            fMask = MaskAt(fText, fBehind, fReadable, markup_blocks::QuotesAndEnds);
+            fBehind += kNameBlock;
+        }
+        const std::ptrdiff_t at = fBehind - kNameBlock + std::countr_zero(fMask);
+        fMask &= fMask - 1;
+        return at;
+    }
+
+private:
+    const char* fText;
+    std::ptrdiff_t fEnd;
+    std::ptrdiff_t fReadable;
+    std::ptrdiff_t fBehind; // the end of the block that the mask tells of
+    std::uint32_t fMask = 0;
+};
 
 // The same for fewer bytes, none behind them is read.
 inline std::uint64_t LastBracketsOf(const char* bytes, std::ptrdiff_t count) {

@@ -61,11 +61,19 @@ public:
     // begins at the root element. There is no backtracking. With no path the next element is meant.
     void ResetPos();
     // The next match behind `pos`.
-    bool FindElem(MarkupText path = nullptr);
+    bool FindElem(MarkupText path = nullptr) { return path.empty() ? StepOver() : FindElemByPath(path); }
     // The next match behind `posChild`, below `pos`; steps onto the first element when `pos` is 0.
     bool FindChildElem(MarkupText path = nullptr);
-    bool IntoElem();
-    bool OutOfElem();
+    bool IntoElem() {
+        if (cursor.pos == 0 || cursor.nodeType != kMarkupElement) return false;
+        cursor = Cursor::On(cursor.pos, cursor.posChild);
+        return true;
+    }
+    bool OutOfElem() {
+        if (cursor.posParent == 0) return false;
+        cursor = Cursor::On(table[cursor.posParent].parent, cursor.posParent, cursor.pos);
+        return true;
+    }
     // The next node of one of the kinds of the mask (0: of any) behind the current one; returns its kind, or
     // 0 at the end of the parent.
     int FindNode(int typeMask = 0);
@@ -82,7 +90,9 @@ public:
     std::string GetChildAttrib(MarkupText name) const;
     // The same for walks over large documents: views of the document, or of `room` where references had to be
     // replaced, whose memory is used again. Good until the document or `room` changes.
-    std::string_view ViewData(std::string& room) const;
+    std::string_view ViewData(std::string& room) const {
+        return cursor.IsOnNode() ? NodeData(room) : DataOf(cursor.pos, room);
+    }
     std::string_view ViewAttrib(MarkupText name, std::string& room) const;
     // By its place among the attributes, from 0.
     std::string GetAttribName(int index) const;
@@ -196,6 +206,12 @@ private:
         return parent == 0 ? std::ssize(document) : table[parent].endTagLeft;
     }
     std::string_view NameOf(std::int32_t element) const;
+    bool StepOver() {
+        const std::int32_t next = NextUnder(cursor.posParent, cursor.pos);
+        if (next != 0) cursor = Cursor::On(cursor.posParent, next);
+        return next != 0;
+    }
+    bool FindElemByPath(std::string_view path);
     std::int32_t FindByPath(std::int32_t parent, std::int32_t start, std::string_view path) const;
 
     // Reading.
@@ -206,7 +222,7 @@ private:
     std::string_view DataOf(std::int32_t element, std::string& room) const;
     TagRange TagOf(std::int32_t element) const;
     TagRange CurrentTag() const;
-    std::string_view AttributeIn(const TagRange& tag, std::string_view name, std::string& room) const;
+    std::string_view AttributeIn(TagRange tag, std::string_view name, std::string& room) const;
 
     // Editing. Positions behind an edit are shifted; positions inside of it are the caller's to set.
     std::ptrdiff_t SkipLineEnd(std::ptrdiff_t offset) const;

@@ -82,10 +82,16 @@ void ForEachSpecial(std::string_view text, bool attribute, Visit visit) {
     const auto special = [attribute](const char* block) {
         return markup_blocks::SpecialBytes(block, attribute);
     };
-    for (std::ptrdiff_t from = 0; from < end; from += kNameBlock) {
-        std::uint32_t mask = MaskAt(text.data(), from, end, special);
+    const auto visitAll = [&visit](std::ptrdiff_t from, std::uint32_t mask) {
         for (; mask != 0; mask &= mask - 1) visit(static_cast<std::size_t>(from + std::countr_zero(mask)));
-    }
+    };
+    std::ptrdiff_t from = 0;
+    for (; end - from >= kNameBlock; from += kNameBlock) visitAll(from, special(text.data() + from));
+    if (from == end) return;
+    // The last bytes once more with the ones in front of them: most texts are short.
+    const std::ptrdiff_t seen = kNameBlock - (end - from);
+    visitAll(from, from > 0 ? special(text.data() + from - seen) >> seen
+                            : special(PaddedBlock(text.data(), end).bytes));
 }
 
 } // namespace
@@ -118,10 +124,8 @@ std::string EscapeMarkup(std::string_view text, bool attribute) {
     return result;
 }
 
-std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,
-                                 std::string& room) {
-    std::ptrdiff_t mark = text.Find('&', from, to);
-    if (mark == to) return text.Between(from, to);
+std::string_view Unescaped(MarkupSpan text, std::ptrdiff_t from, std::ptrdiff_t mark, std::ptrdiff_t to,
+                           std::string& room) {
     room.clear();
     room.reserve(static_cast<std::size_t>(to - from));
     for (;;) {

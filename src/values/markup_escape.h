@@ -24,9 +24,15 @@ private:
 };
 
 std::string EscapeMarkup(std::string_view text, bool attribute);
-// The text without its references, in `room` if it has any at all. Never fails: what is no reference stays as
-// it stands.
-std::string_view UnescapedOrSame(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t to,
-                                 std::string& room);
+// The text without its references, of which the first may stand at `mark`, in `room`. Never fails: what is no
+// reference stays as it stands.
+std::string_view Unescaped(MarkupSpan text, std::ptrdiff_t from, std::ptrdiff_t mark, std::ptrdiff_t to,
+                           std::string& room);
+// The same, as it lies there if it has no references at all.
+inline std::string_view UnescapedOrSame(MarkupSpan text, std::ptrdiff_t from, std::ptrdiff_t to,
+                                        std::string& room) {
+    const std::ptrdiff_t mark = text.Find('&', from, to);
+    return mark == to ? text.Between(from, to) : Unescaped(text, from, mark, to, room);
+}
 
 } // namespace brixen::lyr::gen

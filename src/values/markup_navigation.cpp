@@ -40,12 +40,7 @@ std::int32_t CMarkupSTL::FindByPath(std::int32_t parent, std::int32_t start, std
 
 void CMarkupSTL::ResetPos() { cursor = {}; }
 
-bool CMarkupSTL::FindElem(MarkupText path) {
-    if (path.empty()) {
-        const std::int32_t next = NextUnder(cursor.posParent, cursor.pos);
-        if (next != 0) cursor = Cursor::On(cursor.posParent, next);
-        return next != 0;
-    }
+bool CMarkupSTL::FindElemByPath(std::string_view path) {
     const std::int32_t found = FindByPath(cursor.posParent, cursor.pos, path);
     if (found == 0) return false;
     cursor = Cursor::On(table[found].parent, found);
@@ -59,18 +54,6 @@ bool CMarkupSTL::FindChildElem(MarkupText path) {
     if (found == 0) return false;
     const std::int32_t parent = table[found].parent;
     cursor = Cursor::On(table[parent].parent, parent, found);
-    return true;
-}
-
-bool CMarkupSTL::IntoElem() {
-    if (cursor.pos == 0 || cursor.nodeType != kMarkupElement) return false;
-    cursor = Cursor::On(cursor.pos, cursor.posChild);
-    return true;
-}
-
-bool CMarkupSTL::OutOfElem() {
-    if (cursor.posParent == 0) return false;
-    cursor = Cursor::On(table[cursor.posParent].parent, cursor.posParent, cursor.pos);
     return true;
 }
 

@@ -46,10 +46,6 @@ std::string CMarkupSTL::NodeName() const {
     return std::string(TagNameAt(text, nameless - 1));
 }
 
-std::string_view CMarkupSTL::ViewData(std::string& room) const {
-    return cursor.IsOnNode() ? NodeData(room) : DataOf(cursor.pos, room);
-}
-
 std::string CMarkupSTL::GetData() const {
     std::string room;
     return std::string(ViewData(room));
@@ -100,12 +96,11 @@ CMarkupSTL::TagRange CMarkupSTL::CurrentTag() const {
     return {begin, begin + cursor.nodeLength - 4};
 }
 
-std::string_view CMarkupSTL::AttributeIn(const TagRange& tag, std::string_view name,
-                                         std::string& room) const {
+std::string_view CMarkupSTL::AttributeIn(TagRange tag, std::string_view name, std::string& room) const {
     if (tag.begin == 0) return {};
     const MarkupSpan text(document);
-    const auto value = FindAttributeValue(text, tag.begin, tag.end, name);
-    return value ? UnescapedOrSame(text, value->begin, value->end, room) : std::string_view();
+    const AttributeValue value = FindAttributeValue(text, tag.begin, tag.end, name);
+    return value.Exists() ? UnescapedOrSame(text, value.begin, value.end, room) : std::string_view();
 }
 
 std::string_view CMarkupSTL::ViewAttrib(MarkupText name, std::string& room) const {

@@ -32,6 +32,8 @@ TEST(MarkupAttribute, OnlyAQuotedValueBehindANameAndAnEqualsSignCounts) {
              AttributeCase{"<a b='1'/>", "B", ""},
              AttributeCase{"<a b='1'/>", "bb", ""},
              AttributeCase{"<a bb='1'/>", "b", ""},
+             AttributeCase{"<a bb='1' b='2'/>", "b", "2"},
+             AttributeCase{"<a cb='1' ab='2'/>", "bb", ""},
              AttributeCase{"<a x:b='1'/>", "x:b", "1"},
              AttributeCase{"<a x:b='1'/>", "b", ""},
              AttributeCase{"<a b='1'/>", "b=2", "1"},
@@ -54,6 +56,20 @@ TEST(MarkupAttribute, OnlyAQuotedValueBehindANameAndAnEqualsSignCounts) {
         ASSERT_EQ(markup.GetTagName(), "a") << attribute.text;
         EXPECT_EQ(markup.GetAttrib(attribute.name), attribute.value)
             << attribute.text << " " << attribute.name;
+    }
+}
+
+// Tags are searched in blocks, which may end anywhere in them.
+TEST(MarkupAttribute, AValueIsFoundInATagOfAnyLength) {
+    for (std::size_t length = 1; length < 50; ++length) {
+        const std::string filling(length, 'x');
+        const std::string tag = "<a " + filling + "='?/' id='" + filling + "' n=\"'/\"/>";
+        const CMarkupSTL markup = At(tag, "a");
+        EXPECT_EQ(markup.GetAttrib(filling), "?/") << tag;
+        EXPECT_EQ(markup.GetAttrib("id"), filling) << tag;
+        EXPECT_EQ(markup.GetAttrib("n"), "'/") << tag;
+        EXPECT_EQ(markup.GetAttrib("d"), "") << tag;
+        EXPECT_EQ(At("<" + filling + "/>", "*").GetAttrib("id"), "");
     }
 }
 

@@ -142,6 +142,22 @@ struct SetCase {
     const char* after;
 };
 
+// Texts are escaped in blocks, which may begin and end anywhere in them.
+TEST(MarkupData, EveryByteIsEscapedWhereverItStands) {
+    for (std::size_t length = 1; length < 50; ++length) {
+        for (std::size_t at = 0; at < length; ++at) {
+            const std::string front(at, 'x');
+            const std::string behind(length - at - 1, 'y');
+            EXPECT_EQ(CMarkupSTL::EscapeText(front + "&" + behind), front + "&amp;" + behind);
+            EXPECT_EQ(CMarkupSTL::EscapeText(front + "'" + behind), front + "'" + behind);
+            EXPECT_EQ(CMarkupSTL::EscapeText(front + "'" + behind, true), front + "&apos;" + behind);
+            CMarkupSTL markup;
+            markup.AddElem("a", front + "<" + behind);
+            EXPECT_EQ(markup.GetDoc(), "<a>" + front + "&lt;" + behind + "</a>\r\n");
+        }
+    }
+}
+
 TEST(MarkupData, SetDataReplacesWhatLiesBetweenTheTags) {
     for (const SetCase& change : {
              SetCase{"<a>old</a>", "new text", false, "<a>new text</a>"},

@@ -171,6 +171,11 @@ TEST_F(BoxSizesTest, ClassesCopyTheAttributesThatTheirMakingReads) {
     }
 }
 
+TEST_F(BoxSizesTest, AnEnumForgetsTheNameThatItMeasured) {
+    EXPECT_EQ(Prepare("static_text", {{"name", "Name:"}}).box->nameText, "Name:");
+    EXPECT_EQ(Prepare("static_text_enum", {{"name", "Name:"}}).box->nameText, "");
+}
+
 TEST_F(BoxSizesTest, APopupKeepsTheExtentOfItsTextAsItsOwnWidth) {
     EXPECT_EQ(Prepare("popup", {{"items", "One{1};Seven{7};"}}).box->width, 48);
 }

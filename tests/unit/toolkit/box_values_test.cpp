@@ -257,6 +257,8 @@ TEST_F(BoxValuesTest, AnEnumShowsTheLabelOfItsValue) {
     EXPECT_EQ(Value(label), "g");
     SetText(label, "<$zeve_enum-item_separator$>");
     EXPECT_EQ(WindowOf(label).text, u"-");
+    dialog->Retranslate();
+    EXPECT_EQ(WindowOf(label).text, u"-");
     SetText(label, "unknown");
     EXPECT_EQ(WindowOf(label).text, u"Red");
     EXPECT_EQ(Value(label), "r");

@@ -120,7 +120,6 @@ TEST_F(IsolationTest, AnyOtherErrorOfTheContextStopsTheCall) {
         gErrorOfCreate = error;
         EXPECT_FALSE(IsCalled()) << error;
         EXPECT_EQ(GetLastError(), error);
-        EXPECT_EQ(MakeWindow({}), nullptr);
     }
 }
 
@@ -148,6 +147,26 @@ TEST_F(IsolationTest, AContextThatCannotBeEnteredStopsTheCall) {
     ASSERT_TRUE(patch.IsPatched());
     EXPECT_FALSE(IsCalled());
     EXPECT_EQ(GetLastError(), 4711u);
+}
+
+TEST_F(IsolationTest, WindowsTheirClassesAndLibrariesAreMadeInsideTheContextAlone) {
+    WindowRequest request;
+    request.className = u"static";
+    const std::u16string className = NewUniqueName();
+    {
+        const PatchedImport patch("ActivateActCtx", &FailToActivate);
+        EXPECT_EQ(MakeWindow(request), nullptr);
+        EXPECT_FALSE(RegisterDialogClass(className.c_str(), LibraryModule()));
+        EXPECT_EQ(LoadRichEdit(), nullptr);
+    }
+    const NativeWindow window = MakeWindow(request);
+    const NativeModule richEdit = LoadRichEdit();
+    EXPECT_NE(window, nullptr);
+    EXPECT_TRUE(RegisterDialogClass(className.c_str(), LibraryModule()));
+    EXPECT_NE(richEdit, nullptr);
+    CloseWindow(window);
+    UnregisterDialogClass(className.c_str(), LibraryModule());
+    UnloadModule(richEdit);
 }
 
 TEST_F(IsolationTest, APathOfMoreThan261CharactersIsTheError111) {

@@ -20,6 +20,24 @@ constexpr bool EndsWideLine(char16_t unit) {
     return unit == u'\n' || unit == u'\r' || unit == 0x2028 || unit == 0x2029;
 }
 
+constexpr bool IsPlain(char16_t unit) { return unit != 0 && !EndsWideLine(unit); }
+
+// Decodes units up to one that is not plain, at most `capacity`; `unitOf` puts two bytes together.
+template <class UnitOf>
+std::size_t CopyPlainUnits(std::span<const std::uint8_t> bytes, char16_t* output, std::size_t capacity,
+                           UnitOf unitOf) {
+    const std::size_t most = std::min(bytes.size() / sizeof(char16_t), capacity);
+    for (std::size_t i = 0; i < most; ++i) {
+        output[i] = unitOf(bytes[2 * i], bytes[2 * i + 1]);
+        if (!IsPlain(output[i])) return i;
+    }
+    return most;
+}
+
+constexpr char16_t UnitOf(std::uint8_t low, std::uint8_t high) {
+    return static_cast<char16_t>(low | (high << 8));
+}
+
 bool CanRead(SourceKind kind, std::istream& stream) {
     if (kind != SourceKind::Resource) return true;
     const auto* const resource = dynamic_cast<kestrel::basic_irstream<char>*>(&stream);
@@ -61,8 +79,14 @@ bool UnicodeReader::NextChar(char16_t& out) {
     std::uint8_t low = 0;
     std::uint8_t high = 0;
     if (!NextByte(low) || !NextByte(high)) return false;
-    out = static_cast<char16_t>(low | (high << 8));
+    out = UnitOf(low, high);
     return true;
+}
+
+std::size_t UnicodeReader::NextPlainChars(char16_t* output, std::size_t capacity) {
+    const std::size_t count = CopyPlainUnits(BytesAhead(), output, capacity, UnitOf);
+    Skip(count * sizeof(char16_t));
+    return count;
 }
 
 bool ByteSwapUnicodeReader::NextChar(char16_t& out) {
@@ -72,10 +96,21 @@ bool ByteSwapUnicodeReader::NextChar(char16_t& out) {
     return true;
 }
 
+std::size_t ByteSwapUnicodeReader::NextPlainChars(char16_t* output, std::size_t capacity) {
+    const std::size_t count =
+        CopyPlainUnits(BytesAhead(), output, capacity,
+                       [](std::uint8_t high, std::uint8_t low) { return UnitOf(low, high); });
+    Skip(count * sizeof(char16_t));
+    return count;
+}
+
 const char16_t* UnicodeReader::NextLine() {
     fLine.Clear();
     char16_t unit = 0;
-    while (NextChar(unit) && unit != 0) {
+    while (true) {
+        // Most of a line in memory comes by the buffer; what ends it, or does not fit, comes by the unit.
+        fLine.Use(NextPlainChars(fLine.Room(0), fLine.RoomLeft()));
+        if (!NextChar(unit) || unit == 0) break;
         if (EndsWideLine(unit)) return Terminated();
         fLine.Append(unit);
     }

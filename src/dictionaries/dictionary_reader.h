@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <istream>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,7 @@ public:
         if (fUnits.size() - fUsed < count) Grow(fUsed + count);
         return fUnits.data() + fUsed;
     }
+    std::size_t RoomLeft() const { return fUnits.size() - fUsed; }
     void Use(std::size_t count) { fUsed += count; }
     const Unit* Data() const { return fUnits.data(); }
     std::size_t Used() const { return fUsed; }
@@ -66,6 +68,9 @@ public:
 protected:
     // False when no byte is left.
     bool NextByte(std::uint8_t& byte);
+    // The bytes that stand in memory and come next, and to go on behind the first `count` of them.
+    std::span<const std::uint8_t> BytesAhead() const { return {fCursor, fEnded ? fCursor : fEnd}; }
+    void Skip(std::size_t count) { fCursor += count; }
     const char16_t* Terminated();
     // No byte is left from now on.
     void EndText() { fEnded = true; }
@@ -91,6 +96,9 @@ public:
 protected:
     // False when no unit is left.
     virtual bool NextChar(char16_t& out);
+    // Copies units from memory up to the first that ends a line or the text, at most `capacity`, and returns
+    // how many: NextChar for many units at once.
+    virtual std::size_t NextPlainChars(char16_t* output, std::size_t capacity);
 };
 
 // UTF-16 in big-endian order.
@@ -100,6 +108,7 @@ public:
 
 protected:
     bool NextChar(char16_t& out) override;
+    std::size_t NextPlainChars(char16_t* output, std::size_t capacity) override;
 };
 
 // Bytes in the process's code page. NextLine raises a conversion code (see dictionaries/encoding.h).

@@ -89,6 +89,16 @@ TEST(UnicodeReader, TakesLinesOfAnyLength) {
     }
 }
 
+TEST(ByteSwapUnicodeReader, GivesTheLinesThatTheOtherOrderGives) {
+    for (const char16_t end : {u'\n', u'\r', u'\u2028', u'\u2029', u'\0', u'\u0A00', u'\u2820'}) {
+        for (const std::size_t length : {0U, 1U, 255U, 256U, 257U, 1000U}) {
+            const std::u16string text = std::u16string(length, u'\u20AC') + end + u"behind\nit";
+            const auto lines = LinesOf(BigEndian(text));
+            EXPECT_EQ(lines, LinesOf(LittleEndian(text))) << length;
+        }
+    }
+}
+
 TEST(MultibyteReader, ReadsTheProcessesCodePage) {
     EXPECT_EQ(LinesOf("a\x80\nb\xE9\rc"), (Lines{u"a\u20AC", u"b\u00E9", u"c"}));
     EXPECT_EQ(LinesOf("\xE2\x82\xAC"), (Lines{u"\u00E2\u201A\u00AC"}));

@@ -162,6 +162,8 @@ TEST_F(Alert, FocusGoesToTheDefaultButton) {
         System().focus = nullptr;
         Tell(TopDialog(), zeve::kMessageSetFocus, 0x1234);
         EXPECT_EQ(System().focus, nullptr);
+        Tell(TopDialog(), zeve::kMessageSetFocus, 0xABCD0000);
+        EXPECT_EQ(System().focus, Control(101)->handle);
     });
     ThenPress(101);
     Show();

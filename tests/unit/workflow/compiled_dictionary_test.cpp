@@ -18,7 +18,8 @@ protected:
     ~CompiledDictionary() override { kestrel_private::ResetState(); }
 
     static std::string Shipped() {
-        std::ifstream file("PVResources/de_DE/guide.zdct", std::ios::binary);
+        const std::filesystem::path library(platform::LibraryFolder());
+        std::ifstream file(library / "PVResources" / "de_DE" / "guide.zdct", std::ios::binary);
         return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     }
     // Little-endian UTF-16 with its mark.

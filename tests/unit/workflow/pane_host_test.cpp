@@ -218,6 +218,14 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
     });
 }
 
+TEST_F(PaneHost, TheToolkitIsInitialisedBeforeTheDialogIsMade) {
+    zeve::ResetZeveState();
+    TestHost other{kView};
+    other.Connect(machine, context);
+    other.Init();
+    EXPECT_EQ(CallsOf("RegisterCommonControls").size(), 1u);
+}
+
 TEST_F(PaneHost, EachPaneThatEntersTellsTheContextTheDialog) {
     RunWith([&] {
         void* dialog = nullptr;

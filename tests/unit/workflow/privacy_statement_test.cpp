@@ -183,6 +183,8 @@ TEST_F(PrivacyStatements, ReadTheListOnceUnlessItIsEmpty) {
     EXPECT_TRUE(handler.Languages().IsEmpty());
     WriteList(Entry("en_US", "english"));
     EXPECT_EQ(Load("en_US"), u"hello");
+    WriteList(Entry("de_DE", "english"));
+    EXPECT_EQ(Load("en_US"), u"hello") << "not the new one";
     files.Remove("privacyinfolist.xml");
     EXPECT_EQ(Load("en_US"), u"hello");
     EXPECT_THAT(handler.Languages().Languages(), ElementsAre("en_US"));

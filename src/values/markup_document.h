@@ -229,7 +229,11 @@ private:
     Place PlaceUnder(std::int32_t parent, std::int32_t current, bool behind) const;
     Place PlaceBesideCursor(bool behind) const;
     bool IsReachable(const Place& place) const;
-    bool IsOfDocument(std::string_view text) const;
+    // Whether a text that came from outside is a part of the document, which will move.
+    bool IsOfDocument(std::string_view text) const {
+        const auto place = [](const char* bytes) { return reinterpret_cast<std::uintptr_t>(bytes); };
+        return place(text.data()) - place(document.data()) < document.size();
+    }
     char* MakeRoom(const Place& place, std::ptrdiff_t count, std::size_t length);
     bool Replace(const Place& place, std::ptrdiff_t count, std::string_view text);
     void Splice(std::size_t offset, std::size_t removed, std::size_t added);

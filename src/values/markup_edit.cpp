@@ -6,7 +6,6 @@
 #include "values/markup_writer.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace brixen::lyr::gen {
 namespace {
@@ -60,12 +59,6 @@ bool CMarkupSTL::IsReachable(const Place& place) const {
         offset = node.end;
     }
     return true;
-}
-
-// Whether a text that came from outside is a part of the document, which will move.
-bool CMarkupSTL::IsOfDocument(std::string_view text) const {
-    const std::less<const char*> less;
-    return !less(text.data(), document.data()) && less(text.data(), document.data() + document.size());
 }
 
 // Replaces `count` bytes at the place, which lie behind `place.previous` and hold no element that stays, by
@@ -176,8 +169,9 @@ std::ptrdiff_t CMarkupSTL::OpenAround(std::int32_t element, std::size_t length, 
 void CMarkupSTL::Link(const Place& place, std::int32_t element) {
     std::int32_t& link =
         place.previous != 0 ? table[place.previous].nextSibling : table[place.parent].firstChild;
-    table[element].parent = place.parent;
-    table[element].nextSibling = link;
+    ElemPos& linked = table[element];
+    linked.parent = place.parent;
+    linked.nextSibling = link;
     link = element;
     if (place.parent == 0) table[0].endTagLeft = static_cast<std::int32_t>(document.size());
 }

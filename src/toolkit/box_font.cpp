@@ -1,9 +1,9 @@
 #include "toolkit/box_font.h"
 
 #include "dictionaries/translation.h"
-#include "toolkit/box_state.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "view/expression_scope.h"
@@ -62,7 +62,7 @@ void SetFace(platform::FontRecord& record, std::u16string_view face) {
 }
 
 void SetCommonQualities(platform::FontRecord& record) {
-    record.characterSet = gBoxState.faces.characterSet;
+    record.characterSet = gToolkit.faces.characterSet;
     record.outputPrecision = 2;
     record.clippingPrecision = 0;
     record.quality = 2;
@@ -83,9 +83,9 @@ std::int64_t StyleFlags(const CExpressionScope& attributes, std::int64_t fontNum
 } // namespace
 
 void SetFontLanguage(std::string_view languageInfo) {
-    gBoxState.languageInfo = languageInfo;
+    gToolkit.languageInfo = languageInfo;
     const std::string language = NormaliseLanguage(languageInfo);
-    FontFaces& faces = gBoxState.faces;
+    FontFaces& faces = gToolkit.faces;
     for (const LanguageFace& known : kLanguageFaces) {
         if (known.language != language) continue;
         faces.wide = faces.narrow = known.face;
@@ -99,7 +99,7 @@ void SetFontLanguage(std::string_view languageInfo) {
 
 void LookUpBigFace() {
     const std::string face = ZeveTranslate(kBigFaceKey);
-    if (IsLongerThanOneCharacter(face)) gBoxState.bigFace = WideText(face);
+    if (IsLongerThanOneCharacter(face)) gToolkit.bigFace = WideText(face);
 }
 
 bool IsRightFont(std::int64_t fontNumber) {
@@ -120,17 +120,17 @@ NativeFont MakeBoxFont(const CExpressionScope& attributes, std::int32_t dpi) {
     record.italic = flags & kFontStyleItalic ? 1 : 0;
     record.underline = flags & kFontStyleUnderline ? 1 : 0;
     SetCommonQualities(record);
-    SetFace(record, gBoxState.bigFace.empty() ? gBoxState.faces.wide : gBoxState.bigFace);
+    SetFace(record, gToolkit.bigFace.empty() ? gToolkit.faces.wide : gToolkit.bigFace);
     return platform::MakeFont(record);
 }
 
 NativeFont MakeNarrowFont(std::int32_t dpi) {
-    const std::int32_t points = gBoxState.faces.characterSet ? kNarrowSize : kNarrowSizeOfPlainLanguages;
+    const std::int32_t points = gToolkit.faces.characterSet ? kNarrowSize : kNarrowSizeOfPlainLanguages;
     platform::FontRecord record;
     record.height = (points * dpi + kPointsAnInch / 2) / kPointsAnInch;
     record.weight = kNormalWeight;
     SetCommonQualities(record);
-    SetFace(record, gBoxState.faces.narrow);
+    SetFace(record, gToolkit.faces.narrow);
     return platform::MakeFont(record);
 }
 

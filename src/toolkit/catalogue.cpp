@@ -1,6 +1,5 @@
 #include "toolkit/catalogue.h"
 
-#include "toolkit/box_state.h"
 #include "toolkit/boxes/eve_button.h"
 #include "toolkit/boxes/eve_dialog.h"
 #include "toolkit/boxes/eve_edit_number.h"
@@ -16,6 +15,7 @@
 #include "toolkit/boxes/eve_static_text_enum.h"
 #include "toolkit/boxes/eve_tab_group.h"
 #include "toolkit/keyword_table.h"
+#include "toolkit/toolkit_state.h"
 
 namespace brixen::zeve {
 
@@ -59,11 +59,11 @@ constexpr CatalogueEntry kCatalogue[] = {
 } // namespace
 
 void FillKeywordTable() {
-    for (const CatalogueEntry& entry : kCatalogue) gBoxState.keywords.Define(entry.keyword, entry.maker);
+    for (const CatalogueEntry& entry : kCatalogue) gToolkit.keywords.Define(entry.keyword, entry.maker);
 }
 
 std::unique_ptr<CEveBox> MakeBox(std::string_view keyword) {
-    const BoxMaker maker = gBoxState.keywords.Find(keyword);
+    const BoxMaker maker = gToolkit.keywords.Find(keyword);
     return maker ? maker() : std::make_unique<CEveEmpty>();
 }
 

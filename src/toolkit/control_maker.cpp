@@ -1,12 +1,12 @@
 #include "toolkit/control_maker.h"
 
 #include "toolkit/box_font.h"
-#include "toolkit/box_state.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
@@ -83,7 +83,7 @@ NativeWindow MakeWindowOf(CEveBox& box, const CExpressionScope& attributes, cons
 
 // Goes by the style alone, and by the icon that was remembered last.
 void LoadIcon(const CEveBox& box, const ControlKind& kind) {
-    const RememberedIcon& icon = gBoxState.icon;
+    const RememberedIcon& icon = gToolkit.icon;
     if (kind.style != kIconControl || !box.control) return;
     if (icon.builtinIcon != kBuiltinIconWarning && icon.builtinIcon != kBuiltinIconAlert) return;
     const NativeIcon copy = platform::CopySystemIcon(static_cast<std::uint16_t>(icon.builtinIcon),

@@ -1,27 +1,23 @@
 #include "toolkit/dialog_link.h"
 
 #include "toolkit/eve_box.h"
+#include "toolkit/toolkit_state.h"
 
 #include <algorithm>
 
 namespace brixen::zeve {
 
-namespace {
+void RegisterDialog(DialogLink& dialog) { gToolkit.dialogs.push_back(&dialog); }
 
-std::vector<DialogLink*> gRegistry; // newest last
-
-} // namespace
-
-void RegisterDialog(DialogLink& dialog) { gRegistry.push_back(&dialog); }
-
-void UnregisterDialog(DialogLink& dialog) noexcept { std::erase(gRegistry, &dialog); }
+void UnregisterDialog(DialogLink& dialog) noexcept { std::erase(gToolkit.dialogs, &dialog); }
 
 DialogLink* DialogOfWindow(NativeWindow window) noexcept {
     if (window == nullptr) return nullptr;
-    const auto found = std::find_if(gRegistry.begin(), gRegistry.end(), [window](const DialogLink* dialog) {
+    const auto& dialogs = gToolkit.dialogs;
+    const auto found = std::find_if(dialogs.begin(), dialogs.end(), [window](const DialogLink* dialog) {
         return dialog->rootBox != nullptr && dialog->rootBox->TopLevelWindow() == window;
     });
-    return found != gRegistry.end() ? *found : nullptr;
+    return found != dialogs.end() ? *found : nullptr;
 }
 
 } // namespace brixen::zeve

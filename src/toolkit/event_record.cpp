@@ -1,5 +1,6 @@
 #include "toolkit/event_record.h"
 
+#include "toolkit/toolkit_state.h"
 #include "view/expression_scope.h"
 
 #include <algorithm>
@@ -9,14 +10,11 @@ namespace brixen::zeve {
 
 namespace {
 
-// What a four-character code is handed out in; see ReadTextOrFourCharCode.
-char gFourCharText[5];
-
 bool IsLetterOrDigit(unsigned byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
 
-// Fills gFourCharText if the code's four bytes, from the highest, are all letters or digits.
+// Writes down the code handed out last if the code's four bytes, from the highest, are all letters or digits.
 bool SpellFourCharCode(std::uint32_t code) {
     char text[5] = {};
     for (int i = 0; i < 4; ++i) {
@@ -24,7 +22,7 @@ bool SpellFourCharCode(std::uint32_t code) {
         if (!IsLetterOrDigit(byte)) return false;
         text[i] = static_cast<char>(byte);
     }
-    std::copy(std::begin(text), std::end(text), gFourCharText);
+    std::copy(std::begin(text), std::end(text), gToolkit.fourCharText);
     return true;
 }
 
@@ -78,7 +76,7 @@ const char* ReadTextOrFourCharCode(const EventRecord& record, std::string_view k
     std::uint32_t code = 0;
     const CExpressionScope* scope = ScopeOf(record);
     if (scope != nullptr && scope->GetFourCharCode(key, &code) && SpellFourCharCode(code))
-        return gFourCharText;
+        return gToolkit.fourCharText;
     return ReadTextPointer(record, key);
 }
 

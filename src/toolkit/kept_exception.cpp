@@ -1,26 +1,22 @@
 #include "toolkit/kept_exception.h"
 
+#include "toolkit/toolkit_state.h"
+
 #include <exception>
 #include <utility>
 
 namespace brixen::zeve {
 
-namespace {
-
-std::exception_ptr gKept;
-
-} // namespace
-
 void KeepException() noexcept {
-    if (!gKept) gKept = std::current_exception();
+    if (!gToolkit.keptException) gToolkit.keptException = std::current_exception();
 }
 
-bool IsExceptionKept() noexcept { return gKept != nullptr; }
+bool IsExceptionKept() noexcept { return gToolkit.keptException != nullptr; }
 
-void ForgetKeptException() noexcept { gKept = nullptr; }
+void ForgetKeptException() noexcept { gToolkit.keptException = nullptr; }
 
 void ThrowKeptException() {
-    if (gKept) std::rethrow_exception(std::exchange(gKept, nullptr));
+    if (gToolkit.keptException) std::rethrow_exception(std::exchange(gToolkit.keptException, nullptr));
 }
 
 } // namespace brixen::zeve

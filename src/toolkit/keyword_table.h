@@ -1,5 +1,5 @@
 // The process-wide table from a view's keyword to the maker of its box. Dialogs are made on one thread, and
-// so is this table used: it has no lock. It is emptied for tests by ResetBoxState.
+// so is this table used: it has no lock. It is emptied for tests by ResetToolkit.
 #pragma once
 
 #include "toolkit/key_hash.h"

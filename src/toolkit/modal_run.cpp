@@ -5,25 +5,23 @@
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
 
 #include <optional>
 
 namespace brixen::zeve {
 
-namespace {
-
-class ModalRun;
-ModalRun* gInnermost = nullptr;
-
 // One run under way, for as long as it lives on the stack.
 class ModalRun {
 public:
-    explicit ModalRun(const DialogLink& dialog) : fDialog(&dialog), fOuter(gInnermost) { gInnermost = this; }
+    explicit ModalRun(const DialogLink& dialog) : fDialog(&dialog), fOuter(gToolkit.innermostRun) {
+        gToolkit.innermostRun = this;
+    }
     ModalRun(const ModalRun&) = delete;
     ModalRun& operator=(const ModalRun&) = delete;
     ~ModalRun() {
-        gInnermost = fOuter;
+        gToolkit.innermostRun = fOuter;
         if (IsQuitHeldBelow()) platform::PostQuit(fOuter->fHeldQuit.value_or(kQuitNegative));
     }
 
@@ -50,6 +48,8 @@ private:
     // that begins before this loop gets that far, takes the quit message and ends too.
     std::optional<std::int32_t> fHeldQuit;
 };
+
+namespace {
 
 // Keeps the parent disabled while it lives.
 class DisabledParent {
@@ -109,20 +109,20 @@ bool RunModally(DialogLink& dialog, NativeWindow parent) {
     return positive;
 }
 
-bool IsModalRunUnderWay() noexcept { return gInnermost != nullptr; }
+bool IsModalRunUnderWay() noexcept { return gToolkit.innermostRun != nullptr; }
 
 bool IsRunning(const DialogLink& dialog) noexcept {
-    return gInnermost != nullptr && gInnermost->Find(dialog) != nullptr;
+    return gToolkit.innermostRun != nullptr && gToolkit.innermostRun->Find(dialog) != nullptr;
 }
 
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
-    ModalRun* run = gInnermost != nullptr ? gInnermost->Find(dialog) : nullptr;
+    ModalRun* run = gToolkit.innermostRun != nullptr ? gToolkit.innermostRun->Find(dialog) : nullptr;
     if (run != nullptr) run->HoldQuit(code);
     platform::PostQuit(code);
 }
 
 void AbortInnermostRun() noexcept {
-    if (gInnermost != nullptr) platform::PostQuit(kQuitNegative);
+    if (gToolkit.innermostRun != nullptr) platform::PostQuit(kQuitNegative);
 }
 
 } // namespace brixen::zeve

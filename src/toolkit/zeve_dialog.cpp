@@ -7,6 +7,7 @@
 #include "toolkit/language_tag.h"
 #include "toolkit/modal_run.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/zeve_generator.h"
 #include "view/verify_generator.h"
@@ -39,20 +40,14 @@ private:
 
 namespace {
 
-struct ProcessState {
-    bool initialised = false;
-    NativeModule richEdit = nullptr; // null again once it was freed
-};
-ProcessState gState;
-
 std::string TextOrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
 void InitializeOnce() {
-    if (gState.initialised) return;
+    if (gToolkit.isInitialised) return;
     FillKeywordTable();
-    gState.richEdit = platform::LoadRichEdit();
+    gToolkit.richEdit = platform::LoadRichEdit();
     platform::RegisterCommonControls();
-    gState.initialised = true;
+    gToolkit.isInitialised = true;
 }
 
 CEveBox& BoxOf(const ZeveDialog* dialog, std::uint16_t viewId) {
@@ -98,8 +93,6 @@ NativeWindow ZeveDialog::Make(void* params) {
     return rootBox != nullptr ? rootBox->TopLevelWindow() : nullptr;
 }
 
-void ResetZeveState() { gState = {}; }
-
 void ZeveInitialize() {
     try {
         InitializeOnce();
@@ -134,7 +127,7 @@ bool ZeveRunModal(ZeveDialog* dialog) {
 void ZeveDelete(ZeveDialog* dialog) {
     if (dialog == nullptr) return;
     const std::unique_ptr<ZeveDialog> owned(dialog);
-    if (gState.richEdit != nullptr) platform::UnloadModule(std::exchange(gState.richEdit, nullptr));
+    if (gToolkit.richEdit != nullptr) platform::UnloadModule(std::exchange(gToolkit.richEdit, nullptr));
     // Its window's last message finds no dialog any more, so a loop that still waits for it is ended here.
     if (IsRunning(*dialog)) EndRun(*dialog, kQuitNegative);
     UnregisterDialog(*dialog);

@@ -37,8 +37,6 @@ struct ZeveInitRecord {
 
 // Once per process: the keyword table, the rich edit library and the common controls. Later calls do nothing.
 void ZeveInitialize();
-// For tests: as in a process that has not called ZeveInitialize.
-void ResetZeveState();
 
 // A new dialog without view text. The caller ends it with ZeveDelete.
 ZeveDialog* ZeveNew(const ZeveInitRecord* record);

@@ -5,20 +5,18 @@
 #include "toolkit/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
+#include "toolkit/toolkit_state.h"
 #include "view/expression_scope.h"
 
 namespace brixen::zeve {
 
 namespace {
 
-constexpr std::uint16_t kFirstViewIdLess1 = 10000;
-std::uint16_t gLastViewId = kFirstViewIdLess1;
-
 void DefineIds(CExpressionScope& attributes, const CExpressionScope& viewAttributes) {
     auto viewId = static_cast<std::uint16_t>(viewAttributes.GetLongOr("view_id"_name, 0));
-    if (viewId == 0) viewId = ++gLastViewId;
+    if (viewId == 0) viewId = ++gToolkit.lastViewId;
     attributes.DefineNumber("view_id"_name, viewId);
-    attributes.DefineNumber("sub_view_id"_name, ++gLastViewId);
+    attributes.DefineNumber("sub_view_id"_name, ++gToolkit.lastViewId);
 }
 
 void CopyCommonAttributes(CExpressionScope& to, const CExpressionScope& from) {
@@ -38,8 +36,6 @@ void CopyCommonAttributes(CExpressionScope& to, const CExpressionScope& from) {
 }
 
 } // namespace
-
-std::uint16_t& LastViewId() noexcept { return gLastViewId; }
 
 CZeveGenerator::CZeveGenerator(DialogLink* dialog) : fDialog(dialog) {}
 

@@ -40,7 +40,4 @@ private:
     std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> fBoxes; // those that no other box owns
 };
 
-// The process-wide 16-bit counter of view ids: the last one given. Starts at 10000 and wraps without a test.
-std::uint16_t& LastViewId() noexcept;
-
 } // namespace brixen::zeve

@@ -1,10 +1,10 @@
 #include "toolkit/boxes/eve_dialog.h"
 
-#include "toolkit/box_state.h"
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
@@ -69,7 +69,7 @@ CEveBox* CEveDialog::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 std::u16string CEveDialog::ClassName(bool isSystemDialog) {
     if (isSystemDialog) return kSystemDialogClass;
     fOwnClass = platform::NewUniqueName();
-    gBoxState.dialogClassName = fOwnClass;
+    gToolkit.dialogClassName = fOwnClass;
     platform::RegisterDialogClass(fOwnClass.c_str(), fInstance);
     return fOwnClass;
 }

@@ -1,9 +1,9 @@
 #include "toolkit/boxes/eve_pictures.h"
 
-#include "toolkit/box_state.h"
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/control_maker.h"
 #include "toolkit/control_styles.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "view/expression_scope.h"
 
@@ -26,14 +26,14 @@ void CEveIcon::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attri
     CopyNumber(attributes, viewAttributes, "builtin_icon"_name);
     DefineSizeOr(viewAttributes, attributes, "height"_name, "gIconHeight"_name);
     DefineSizeOr(viewAttributes, attributes, "width"_name, "gIconWidth"_name);
-    gBoxState.icon.height = attributes.GetLongOr("height"_name, 0);
-    gBoxState.icon.width = attributes.GetLongOr("width"_name, 0);
+    gToolkit.icon.height = attributes.GetLongOr("height"_name, 0);
+    gToolkit.icon.width = attributes.GetLongOr("width"_name, 0);
 }
 
 CEveBox* CEveIcon::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
     const std::int64_t builtinIcon = attributes.GetLongOr("builtin_icon"_name, 0);
-    gBoxState.icon.builtinIcon = builtinIcon;
+    gToolkit.icon.builtinIcon = builtinIcon;
     if (builtinIcon == kBuiltinIconTesseralogo) left = static_cast<std::int16_t>(left - kLogoShift);
     MakeControl(*this, attributes, {u"static", style::kChild | style::kStaticIcon, extended::kTopMost});
     return this;

@@ -2,10 +2,9 @@
 
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"
-#include "toolkit/box_state.h"
 #include "toolkit/catalogue.h"
 #include "toolkit/event_record.h"
-#include "toolkit/kept_exception.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 
 #include <algorithm>
@@ -28,8 +27,7 @@ void Define(CExpressionScope& scope, const Attribute& attribute) {
 
 BoxTest::BoxTest() {
     headless::Reset();
-    ResetBoxState();
-    ForgetKeptException();
+    ResetToolkit();
     kestrel_private::ResetState();
     FillKeywordTable();
     rootScope.DefineConstants(true);
@@ -39,7 +37,7 @@ BoxTest::BoxTest() {
 BoxTest::~BoxTest() {
     generator.DeleteBoxes();
     headless::Reset();
-    ResetBoxState();
+    ResetToolkit();
     kestrel_private::ResetState();
 }
 

@@ -1,5 +1,5 @@
 #include "toolkit/box_font.h"
-#include "toolkit/box_state.h"
+#include "toolkit/toolkit_state.h"
 #include "unit/toolkit/box_fixture.h"
 
 #include <gtest/gtest.h>
@@ -128,7 +128,7 @@ TEST_F(BoxFontTest, TheLanguagePreparedLastWinsForAll) {
     EXPECT_EQ(Made({}).text, u"MS UI Gothic");
     Prepare("slider");
     EXPECT_EQ(Made({}).text, u"Tahoma");
-    EXPECT_EQ(gBoxState.languageInfo, "");
+    EXPECT_EQ(gToolkit.languageInfo, "");
 }
 
 TEST_F(BoxFontTest, ADictionaryReplacesTheWideFaceFromTheNextMeasuringOn) {
@@ -158,7 +158,7 @@ TEST_F(BoxFontTest, ALongFaceIsCutToWhatARecordHolds) {
     Make("button", {{"name", "OK"}});
     EXPECT_EQ(headless::CallsOf("MakeFont").back().text, std::u16string(31, u'x'));
 
-    gBoxState.bigFace = std::u16string(30, u'x') + u"\xD83D\xDE00"; // the pair would be split
+    gToolkit.bigFace = std::u16string(30, u'x') + u"\xD83D\xDE00"; // the pair would be split
     EXPECT_EQ(Made({}).text, std::u16string(30, u'x'));
 }
 

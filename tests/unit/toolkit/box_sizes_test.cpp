@@ -1,5 +1,5 @@
 // What the classes write into the attributes of their nodes before the layout.
-#include "toolkit/box_state.h"
+#include "toolkit/toolkit_state.h"
 #include "unit/toolkit/box_fixture.h"
 
 #include <gtest/gtest.h>
@@ -187,8 +187,8 @@ TEST_F(BoxSizesTest, APopupMeasuresTheTranslatedList) {
 
 TEST_F(BoxSizesTest, TheIconPreparedLastIsRemembered) {
     Prepare("icon", {{"width", 16}});
-    EXPECT_EQ(gBoxState.icon.width, 16);
-    EXPECT_EQ(gBoxState.icon.height, 32);
+    EXPECT_EQ(gToolkit.icon.width, 16);
+    EXPECT_EQ(gToolkit.icon.height, 32);
 }
 
 TEST_F(BoxSizesTest, AFieldOfGivenWidthMeasuresNothing) {

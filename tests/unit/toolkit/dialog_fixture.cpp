@@ -1,9 +1,7 @@
 #include "dialog_fixture.h"
 
-#include "toolkit/box_state.h"
-#include "toolkit/kept_exception.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/zeve_generator.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,11 +11,8 @@ namespace brixen::zeve {
 namespace {
 
 void ResetProcess() {
-    ForgetKeptException();
     headless::Reset();
-    ResetBoxState();
-    ResetZeveState();
-    LastViewId() = 10000;
+    ResetToolkit();
 }
 
 std::int64_t NumberOr0(const EventRecord& record, std::string_view key) {

@@ -1,5 +1,6 @@
 #include "toolkit/eve_box.h"
 
+#include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
 #include "unit/toolkit/box_fixture.h"
 
@@ -74,7 +75,7 @@ TEST_F(EveBoxTest, IdsComeFromTheView) {
     CEveBox& box = Make("slider", {{"view_id", 70000}});
     EXPECT_EQ(box.viewId, 4464);
     EXPECT_EQ(WindowOf(box).id, 4464);
-    EXPECT_EQ(box.subViewId, LastViewId());
+    EXPECT_EQ(box.subViewId, gToolkit.lastViewId);
 }
 
 TEST_F(EveBoxTest, LockedReplacesTheHonouringOfReadOnly) {

@@ -1,6 +1,6 @@
 #include "toolkit/boxes/eve_dialog.h"
 
-#include "toolkit/box_state.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
 #include "unit/toolkit/box_fixture.h"
 
@@ -82,7 +82,7 @@ TEST_F(EveDialogTest, AClassOfItsOwnLivesAsLongAsItsWindow) {
     MakeDialog({{"create_system_dialog", 0}});
     const std::u16string name = WindowOf(*dialog).className;
     EXPECT_NE(name, u"#32770");
-    EXPECT_EQ(gBoxState.dialogClassName, name);
+    EXPECT_EQ(gToolkit.dialogClassName, name);
     EXPECT_EQ(headless::State().classes.count(name), 1u);
     headless::State().calls.clear();
     generator.DeleteBoxes();
@@ -101,7 +101,7 @@ TEST_F(EveDialogTest, EachClassOfItsOwnHasANewName) {
     MakeDialog({{"create_system_dialog", 0}, {"__hInstance", 0x4711}});
     const std::u16string second = WindowOf(*dialog).className;
     EXPECT_NE(first, second);
-    EXPECT_EQ(gBoxState.dialogClassName, second) << "the last one made";
+    EXPECT_EQ(gToolkit.dialogClassName, second) << "the last one made";
     EXPECT_EQ(headless::CallsOf("RegisterDialogClass").back().numbers, std::vector<std::int64_t>{0x4711});
     generator.DeleteBoxes();
     dialog = nullptr;

@@ -1,4 +1,3 @@
-#include "toolkit/box_state.h"
 #include "toolkit/boxes/eve_button.h"
 #include "toolkit/boxes/eve_dialog.h"
 #include "toolkit/boxes/eve_edit_number.h"
@@ -15,6 +14,7 @@
 #include "toolkit/boxes/eve_tab_group.h"
 #include "toolkit/catalogue.h"
 #include "toolkit/key_hash.h"
+#include "toolkit/toolkit_state.h"
 
 #include <gtest/gtest.h>
 
@@ -28,8 +28,8 @@ namespace {
 
 class KeywordTableTest : public testing::Test {
 protected:
-    KeywordTableTest() { ResetBoxState(); }
-    ~KeywordTableTest() override { ResetBoxState(); }
+    KeywordTableTest() { ResetToolkit(); }
+    ~KeywordTableTest() override { ResetToolkit(); }
 };
 
 template <class Box>
@@ -84,7 +84,7 @@ TEST_F(KeywordTableTest, AnEmptyTableMakesEmptyBoxes) { EXPECT_EQ(ClassOf("butto
 
 TEST_F(KeywordTableTest, RefillingReplacesWhatWasDefinedInBetween) {
     FillKeywordTable();
-    gBoxState.keywords.Define("button", Maker<CEveEmpty>);
+    gToolkit.keywords.Define("button", Maker<CEveEmpty>);
     EXPECT_EQ(ClassOf("button"), typeid(CEveEmpty));
     FillKeywordTable();
     EXPECT_EQ(ClassOf("button"), typeid(CEveButton));

@@ -2,11 +2,11 @@
 
 #include "dialog_fixture.h"
 #include "support/failing_allocator.h"
-#include "toolkit/box_state.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/modal_run.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
 #include "view/expression_scope.h"
 
@@ -62,7 +62,7 @@ TEST_F(ZeveDialogTest, InitializingWorksOnce) {
 
 TEST_F(ZeveDialogTest, InitializingFillsTheKeywordTable) {
     ZeveInitialize();
-    EXPECT_NE(gBoxState.keywords.Find("button"), nullptr);
+    EXPECT_NE(gToolkit.keywords.Find("button"), nullptr);
 }
 
 TEST_F(ZeveDialogTest, TheRichEditLibraryIsFreedByTheFirstDeleteAndNotAgain) {
@@ -136,10 +136,10 @@ TEST_F(ZeveDialogTest, ADialogIsMadeOnce) {
 
 TEST_F(ZeveDialogTest, ASecondMakingSetsEverythingUpBeforeItIsRefused) {
     DialogOwner dialog = MadeDialog(host);
-    gBoxState.keywords = KeywordTable();
+    gToolkit.keywords = KeywordTable();
     TestHost other;
     EXPECT_NE(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &other); }), "");
-    EXPECT_NE(gBoxState.keywords.Find("button"), nullptr);
+    EXPECT_NE(gToolkit.keywords.Find("button"), nullptr);
     platform::Send(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
     EXPECT_TRUE(host.Messages(kMessageTimer).empty());
     EXPECT_EQ(other.Messages(kMessageTimer).size(), 1u) << "the new params hold";
@@ -151,8 +151,8 @@ TEST_F(ZeveDialogTest, ARootThatGivesNoBoxMakesNoDialog) {
     };
     ZeveInitialize();
     DialogOwner dialog = NewDialog("never_made();");
-    gBoxState.keywords.Define("never_made",
-                              []() -> std::unique_ptr<CEveBox> { return std::make_unique<NeverMade>(); });
+    gToolkit.keywords.Define("never_made",
+                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<NeverMade>(); });
     EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
     EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
     EXPECT_TRUE(host.events.empty());
@@ -233,8 +233,8 @@ TEST_F(ZeveDialogTest, AViewWhoseMakingLedToAnExceptionIsNotTold) {
         }
     };
     ZeveInitialize();
-    gBoxState.keywords.Define("sender",
-                              []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
+    gToolkit.keywords.Define("sender",
+                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
     host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
         if (what == kWhatMessage) throw std::out_of_range("message");
         return 0;

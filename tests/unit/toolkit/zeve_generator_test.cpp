@@ -1,10 +1,10 @@
 #include "toolkit/zeve_generator.h"
 
 #include "dialog_fixture.h"
-#include "toolkit/box_state.h"
 #include "toolkit/catalogue.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/eve_box.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "view/expression_scope.h"
 #include "view/view_reader.h"
@@ -73,7 +73,7 @@ TEST_F(ZeveGenerator, IdsAreCutTo16Bits) {
 }
 
 TEST_F(ZeveGenerator, TheCounterWrapsAndSkipsNothing) {
-    LastViewId() = 65534;
+    gToolkit.lastViewId = 65534;
     generator.PrepareView("button", view, attributes);
     EXPECT_EQ(Number("view_id"), 65535);
     EXPECT_EQ(Number("sub_view_id"), 0);
@@ -279,8 +279,8 @@ protected:
 
 private:
     CEveBox* PrepareAndCreate(CZeveGenerator& own, CEveBox* parent) {
-        gBoxState.keywords.Define(
-            "counted", []() -> std::unique_ptr<CEveBox> { return std::make_unique<CountedBox>(); });
+        gToolkit.keywords.Define("counted",
+                                 []() -> std::unique_ptr<CEveBox> { return std::make_unique<CountedBox>(); });
         CExpressionScope scope;
         own.PrepareView("counted", view, scope);
         return own.CreateView("counted", scope, parent);
@@ -315,8 +315,8 @@ TEST_F(BoxesOfAGenerator, AreFreedOnceWhereverCreateThrows) {
 TEST_F(BoxesOfAGenerator, AreFreedAlsoWhenTheyWereNeverCreated) {
     {
         CZeveGenerator own(&link);
-        gBoxState.keywords.Define(
-            "counted", []() -> std::unique_ptr<CEveBox> { return std::make_unique<CountedBox>(); });
+        gToolkit.keywords.Define("counted",
+                                 []() -> std::unique_ptr<CEveBox> { return std::make_unique<CountedBox>(); });
         own.PrepareView("counted", view, attributes);
         EXPECT_EQ(CountedBox::gAlive, 1);
     }

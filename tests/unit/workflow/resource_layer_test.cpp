@@ -4,6 +4,7 @@
 #include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
 #include "toolkit/platform/headless/headless.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/zeve_dialog.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
@@ -285,14 +286,14 @@ TEST_F(ResourceLayer, TheFirstLanguageStandsUntilShutDown) {
 TEST_F(ResourceLayer, TheToolkitIsInitialisedOnceAndByWhoeverComesFirst) {
     const auto initialisations = [] { return zeve::headless::CallsOf("RegisterCommonControls").size(); };
     zeve::headless::Reset();
-    zeve::ResetZeveState();
+    zeve::ResetToolkit();
     SelectLanguage("de_DE");
     EXPECT_EQ(initialisations(), 1u);
     SelectLanguage("de_DE");
     ShutDownResources();
     SelectLanguage("de_DE");
     EXPECT_EQ(initialisations(), 1u);
-    zeve::ResetZeveState();
+    zeve::ResetToolkit();
     PVNDictionaryHandler().Load("absent", "de_DE", 0);
     EXPECT_EQ(initialisations(), 2u);
     zeve::headless::Reset();

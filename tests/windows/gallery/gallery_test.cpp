@@ -7,9 +7,9 @@
 #include "toolkit/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
+#include "toolkit/toolkit_state.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/zeve_dialog.h"
-#include "toolkit/zeve_generator.h"
 #include "view/expression_scope.h"
 
 #include <gtest/gtest.h>
@@ -454,7 +454,7 @@ TEST_F(ThrowingHostTest, GivesTheClassNameOfTheControl) {
 }
 
 TEST_F(ThrowingHostTest, GivesATextOfItsOwnForTheCheckBoxInFront) {
-    const UINT subCheck = LastViewId() + 2; // the dialog's own comes before it
+    const UINT subCheck = gToolkit.lastViewId + 2; // the dialog's own comes before it
     EXPECT_EQ(WhatComesOut("dialog(view_id: 6) { edit_text(view_id: 7, check_box_aware: true); }", subCheck),
               "sub checkbox creation error!");
     EXPECT_FALSE(IsExceptionKept());

@@ -1,9 +1,0 @@
-#include "toolkit/box_state.h"
-
-namespace brixen::zeve {
-
-BoxState gBoxState;
-
-void ResetBoxState() { gBoxState = BoxState(); }
-
-} // namespace brixen::zeve

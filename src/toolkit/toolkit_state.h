@@ -1,0 +1,52 @@
+// What all dialogs of the process share. It has no lock: dialogs are made and run on one thread at a time.
+#pragma once
+
+#include "toolkit/keyword_table.h"
+#include "toolkit/platform/native_types.h"
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <vector>
+
+namespace brixen::zeve {
+
+struct DialogLink;
+class ModalRun;
+
+struct FontFaces {
+    std::u16string wide;   // for what is shown
+    std::u16string narrow; // for the measuring of popups
+    std::uint8_t characterSet = 0;
+};
+
+// The icon prepared last gives its size to every icon made afterwards.
+struct RememberedIcon {
+    std::int64_t width = 0, height = 0; // pixels
+    std::int64_t builtinIcon = 0;       // of the icon made last
+};
+
+struct ToolkitState {
+    bool isInitialised = false;
+    NativeModule richEdit = nullptr; // null again once it was freed
+
+    KeywordTable keywords;
+    std::vector<DialogLink*> dialogs; // see toolkit/dialog_link.h
+    ModalRun* innermostRun = nullptr; // on the stack of whoever runs it
+    std::exception_ptr keptException; // see toolkit/kept_exception.h
+
+    std::uint16_t lastViewId = 10000; // the last one given to a view or sub control; wraps without a test
+    std::string languageInfo;         // of the view prepared last
+    FontFaces faces;                  // of that language
+    std::u16string bigFace;           // from the dictionaries; if not empty, it stands for the wide face
+    RememberedIcon icon;
+    std::u16string dialogClassName; // the last one made
+    char fourCharText[5] = {};      // the four-character code handed out last
+};
+
+extern ToolkitState gToolkit;
+
+// For tests: as in a process that has made no dialog yet. None may live.
+void ResetToolkit();
+
+} // namespace brixen::zeve

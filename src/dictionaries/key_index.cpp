@@ -1,5 +1,7 @@
 #include "dictionaries/key_index.h"
 
+#include "dictionaries/folded_product.h"
+
 #include <bit>
 #include <chrono>
 #include <cstring>
@@ -24,13 +26,6 @@ std::uint64_t ReadShort(const char* bytes, std::size_t length) {
     return word;
 }
 
-// Both halves of the product.
-std::uint64_t Mix(std::uint64_t one, std::uint64_t other) {
-    __extension__ using Product = unsigned __int128;
-    const Product product = static_cast<Product>(one) * other;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-}
-
 // Over all bytes, unlike the hash of the buckets: two words at a time, the last ones overlapping what came
 // before them.
 std::uint64_t HashWhole(std::string_view key, std::uint64_t seed) {
@@ -38,19 +33,21 @@ std::uint64_t HashWhole(std::string_view key, std::uint64_t seed) {
     const char* const end = bytes + key.size();
     const std::uint64_t secret = seed * kMultiplier;
     std::uint64_t hash = seed ^ key.size();
-    for (; end - bytes > 16; bytes += 16) hash = Mix(ReadWord(bytes) ^ secret, ReadWord(bytes + 8) ^ hash);
+    for (; end - bytes > 16; bytes += 16)
+        hash = FoldedProduct(ReadWord(bytes) ^ secret, ReadWord(bytes + 8) ^ hash);
     if (key.size() < 8) {
-        hash = Mix(ReadShort(bytes, key.size()) ^ secret, hash);
+        hash = FoldedProduct(ReadShort(bytes, key.size()) ^ secret, hash);
     } else {
-        hash = Mix(ReadWord(key.size() < 16 ? bytes : end - 16) ^ secret, ReadWord(end - 8) ^ hash);
+        hash = FoldedProduct(ReadWord(key.size() < 16 ? bytes : end - 16) ^ secret, ReadWord(end - 8) ^ hash);
     }
-    return Mix(hash ^ secret, kMultiplier);
+    return FoldedProduct(hash ^ secret, kMultiplier);
 }
 
 // What the author of a file cannot know, so that nobody can choose keys that all belong in one slot.
 std::uint64_t NewSeed(const void* address) {
     const auto time = std::chrono::steady_clock::now().time_since_epoch().count();
-    return Mix(static_cast<std::uint64_t>(time) ^ kMultiplier, reinterpret_cast<std::uintptr_t>(address));
+    return FoldedProduct(static_cast<std::uint64_t>(time) ^ kMultiplier,
+                         reinterpret_cast<std::uintptr_t>(address));
 }
 
 bool IsTooFull(std::size_t used, std::size_t slots) { return used * 5 > slots * 4; }

@@ -1,0 +1,36 @@
+// The product of two words, folded into one: its upper half against its lower half. What the hash of the
+// index mixes with.
+#pragma once
+
+#include <cstdint>
+
+namespace kestrel_private {
+
+namespace plain {
+
+constexpr std::uint64_t FoldedProduct(std::uint64_t one, std::uint64_t other) {
+    constexpr std::uint64_t kLow = 0xFFFFFFFF;
+    const std::uint64_t low = (one & kLow) * (other & kLow);
+    const std::uint64_t crossed = (one >> 32) * (other & kLow) + (low >> 32);
+    const std::uint64_t middle = (one & kLow) * (other >> 32) + (crossed & kLow);
+    const std::uint64_t upper = (one >> 32) * (other >> 32) + (crossed >> 32) + (middle >> 32);
+    return upper ^ (one * other);
+}
+
+} // namespace plain
+
+#if defined(__SIZEOF_INT128__)
+
+constexpr std::uint64_t FoldedProduct(std::uint64_t one, std::uint64_t other) {
+    __extension__ using Product = unsigned __int128;
+    const Product product = static_cast<Product>(one) * other;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
+#else
+
+using plain::FoldedProduct;
+
+#endif
+
+} // namespace kestrel_private

@@ -219,7 +219,7 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
 }
 
 TEST_F(PaneHost, TheToolkitIsInitialisedBeforeTheDialogIsMade) {
-    zeve::ResetZeveState();
+    zeve::ResetToolkit();
     TestHost other{kView};
     other.Connect(machine, context);
     other.Init();

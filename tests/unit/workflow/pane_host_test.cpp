@@ -2,6 +2,7 @@
 
 #include "dialog_fixture.h"
 #include "dictionaries/translation.h"
+#include "toolkit/toolkit_state.h"
 #include "workflow/context_keys.h"
 #include "workflow/dialog_state_machine.h"
 #include "workflow/host_messages.h"

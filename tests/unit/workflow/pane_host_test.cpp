@@ -221,6 +221,7 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
 
 TEST_F(PaneHost, TheToolkitIsInitialisedBeforeTheDialogIsMade) {
     zeve::ResetToolkit();
+    System().calls.clear();
     TestHost other{kView};
     other.Connect(machine, context);
     other.Init();

@@ -78,15 +78,18 @@ protected:
         return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
     }
 
+    // What was meant for a window that is gone, or for the run's loop, is not to reach the next one.
+    static void HandleWhatIsLeft() {
+        for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
+    }
+
     std::uint16_t Run() {
         ticks = 0;
         const UINT_PTR timer = SetTimer(nullptr, 0, 10, Tick);
         const auto run = Exported<decltype(Pavane_RunWorkflow)>("Pavane_RunWorkflow");
         const std::uint16_t status = run(PAVANE_WORKFLOW_WELCOME, parent);
         KillTimer(nullptr, timer);
-        // What was meant for a window that is gone, or for the run's loop, is not to reach the next one.
-        for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
-        }
+        HandleWhatIsLeft();
         EXPECT_LT(ticks, kMostTicks) << "the run did not end";
         return status;
     }
@@ -127,9 +130,8 @@ protected:
         Run();
         hasEnded = true;
         // It may be waiting for the answer to a message.
-        while (MsgWaitForMultipleObjects(1, &other, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0) {
-            for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
-        }
+        while (MsgWaitForMultipleObjects(1, &other, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0)
+            HandleWhatIsLeft();
         CloseHandle(other);
     }
 

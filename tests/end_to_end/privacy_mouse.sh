@@ -2,35 +2,31 @@
 # Walks Privacy by mouse: forth and back, accepts, declines and cancels, in English and mirrored in Hebrew.
 . "$(dirname "$0")/support/drive.sh"
 
-# left_of A B: the control A stands left of the control B.
-left_of() { [ "$(control "$1" | awk '{ print $3 }')" -lt "$(control "$2" | awk '{ print $3 }')" ]; }
-word() { awk -F= -v key="\$\$\$$2" '{ sub(/^"/, ""); sub(/"$/, "") } $1 == key { print $2; exit }' \
-    "$(dirname "$0")/../../resources/dictionaries/$1/guide.txt"; }
 has_a_field() { [ -n "$(state_of_class edit direction)" ]; }
-has_no_field() { ! has_a_field; }
+has_no_field() { has_a_dialog && ! has_a_field; }
 is_scrolled() { [ "$(state_of_class edit line | cut -d/ -f1)" -gt 0 ]; }
 
 start_host --workflow 3 --language en_US
 wait_until "the choice is shown" shows Continue
-has_no_field || fail "there is a field on the first pane"
+wait_until "there is no field on the first pane" has_no_field
 click Continue
 wait_until "the statement is shown" has_a_field
-shows_no_more Continue || fail "Continue is still there"
-left_of Back Accept && left_of Accept Decline && left_of Decline Cancel || fail "the buttons are not in order"
+wait_until "Continue is no longer there" shows_no_more Continue
+wait_until "the buttons are in order" left_of Back Accept Decline Cancel
 click_class edit
 wait_until "the reader is in the field" focus_is edit
 xdotool click 5
 wait_until "the wheel scrolls" is_scrolled
 click Back
 wait_until "Back leads to the choice" shows Continue
-has_no_field || fail "the field is still there"
+wait_until "the field is gone" has_no_field
 click_class combobox
 wait_until "a click opens the list" class_state_is combobox list open
 click_class combobox $((10 + 4 * $(state_of_class combobox row_height) + 6)) # the fifth row below the field
 wait_until "a click chooses from it" class_state_is combobox row 4/6
 click Continue
 wait_until "the statement is shown" has_a_field
-class_state_is edit direction rtl || fail "Hebrew is not shown from right to left"
+wait_until "Hebrew is shown from right to left" class_state_is edit direction rtl
 click Accept
 host_ends 0 "status 0x0000"
 
@@ -53,11 +49,10 @@ accept=$(word he_IL /pvn/dlg/common/button/accept)
 decline=$(word he_IL /pvn/dlg/common/button/decline)
 cancel=$(word he_IL /pvn/dlg/common/button/cancel)
 wait_until "the choice is shown in Hebrew" shows "$forward"
-left_of "$cancel" "$forward" || fail "the buttons are not mirrored"
+wait_until "the buttons are mirrored" left_of "$cancel" "$forward"
 click "$forward"
 wait_until "the statement is shown in Hebrew" has_a_field
-class_state_is edit direction rtl || fail "Hebrew is not shown from right to left"
-left_of "$cancel" "$decline" && left_of "$decline" "$accept" && left_of "$accept" "$back" ||
-    fail "the buttons are not mirrored"
+wait_until "Hebrew is shown from right to left" class_state_is edit direction rtl
+wait_until "the buttons are mirrored" left_of "$cancel" "$decline" "$accept" "$back"
 click "$accept"
 host_ends 0 "status 0x0000"

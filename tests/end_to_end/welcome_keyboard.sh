@@ -5,7 +5,7 @@
 start_host --workflow 1 --language en_US
 wait_until "Welcome is shown" title_is "Getting Started: Welcome"
 wait_until "Continue has the focus" is_focused Continue
-is_default Continue || fail "Continue is not the default button"
+wait_until "Continue is the default button" is_default Continue
 shows Back && fail "the first pane offers Back"
 
 press Tab
@@ -32,7 +32,7 @@ wait_until "Continue has the focus" is_focused Continue
 press space
 wait_until "Space leads to Ready" title_is "Getting Started: Ready"
 wait_until "Done has the focus" is_focused Done
-is_default Done || fail "Done is not the default button"
+wait_until "Done is the default button" is_default Done
 
 press Escape
 wait_until "Esc asks whether to quit" title_is "Quit"

@@ -1,5 +1,6 @@
 # Sourced by the end-to-end scripts: starts the sample host and drives its dialogs by real keys and mouse clicks.
-# Every step waits for a condition of the screen, never for a guess of time.
+# Every step waits for a condition of the screen, never for a guess of time. A pane shows its controls one by one, so a
+# check that follows a step waits as well: what holds only in the end must hold within the time of wait_until.
 
 set -euo pipefail
 build=$1
@@ -23,7 +24,7 @@ fail() {
 # start_host ARGUMENT...: in the background, its words kept.
 start_host() {
     : >"$output"
-    (cd "$bin" && exec timeout 120 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
+    (cd "$bin" && exec timeout 240 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
     hostProcess=$!
 }
 
@@ -37,11 +38,16 @@ host_ends() {
     echo "ok: the host ended with '$2'"
 }
 
-probe() { wine "$bin/window-probe.exe" 2>/dev/null | tr -d '\r'; }
+# One write, so that a reader that has seen enough never breaks the pipe.
+probe() {
+    local dump
+    dump=$(wine "$bin/window-probe.exe" 2>/dev/null | tr -d '\r') || true
+    printf '%s\n' "$dump"
+}
 
 # wait_until WHAT COMMAND...: repeats COMMAND until it succeeds.
 wait_until() {
-    local what=$1 end=$((SECONDS + 20))
+    local what=$1 end=$((SECONDS + 60))
     shift
     until "$@"; do
         [ "$SECONDS" -lt "$end" ] || fail "never came: $what"
@@ -54,8 +60,9 @@ wait_until() {
 control() { probe | awk -v text="$1" 'NR > 1 { line = $0; for (i = 0; i < 7; ++i) sub(/^[^ ]* /, "", line);
     gsub(/&/, "", line); if (line == text) { print; exit } }'; }
 states_of() { control "$1" | awk '{ print $7 }'; }
+has_a_dialog() { [ -n "$(probe)" ]; }
 shows() { [ -n "$(control "$1")" ]; }
-shows_no_more() { ! shows "$1"; }
+shows_no_more() { has_a_dialog && ! shows "$1"; }
 is_focused() { case "$(states_of "$1")" in *F*) true ;; *) false ;; esac; }
 is_default() { case "$(states_of "$1")" in *D*) true ;; *) false ;; esac; }
 # focus_is CLASS: a control of that class has the focus.
@@ -64,20 +71,35 @@ focus_is() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class && $7 ~ /
 state_of_class() { probe | awk -v class="$1" -v name="$2" 'NR > 1 && tolower($2) == class { for (i = 8; i <= NF; ++i)
     if (index($i, name "=") == 1) print substr($i, length(name) + 2) }'; }
 class_state_is() { [ "$(state_of_class "$1" "$2")" = "$3" ]; }
+# left_of A B...: each control stands left of the one after it.
+left_of() {
+    local a b
+    a=$(control "$1" | awk '{ print $3 }') b=$(control "$2" | awk '{ print $3 }')
+    [ -n "$a" ] && [ -n "$b" ] && [ "$a" -lt "$b" ] || return 1
+    shift
+    [ $# = 1 ] || left_of "$@"
+}
+is_no_default() { shows "$1" && ! is_default "$1"; }
 title_is() { [ "$(probe | sed -n '1s/^dialog [^ ]* [^ ]* [^ ]* [^ ]* //p')" = "$1" ]; }
+
+# word LOCALE KEY: the words that the shipped dictionary of that locale has for KEY.
+word() { awk -F= -v key="\$\$\$$2" '{ sub(/^"/, ""); sub(/"$/, "") } $1 == key { print $2; exit }' \
+    "$(dirname "$0")/../../resources/dictionaries/$1/guide.txt"; }
 
 press() { xdotool key --clearmodifiers "$1"; }
 click() {
     local line
+    wait_until "'$1' can be clicked" shows "$1"
     line=$(control "$1")
-    [ -n "$line" ] || fail "no control '$1' to click"
     # shellcheck disable=SC2046
     xdotool mousemove $(echo "$line" | awk '{ print $3, $4 }') click 1
 }
+centre_of_class() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class { print $3, $4; exit }'; }
+shows_class() { [ -n "$(centre_of_class "$1")" ]; }
 # click_class CLASS [BELOW]: clicks the visible control of that class, or so many pixels below its centre.
 click_class() {
     local line
-    line=$(probe | awk -v class="$1" 'NR > 1 && tolower($2) == class { print $3, $4; exit }')
-    [ -n "$line" ] || fail "no $1 to click"
+    wait_until "the $1 can be clicked" shows_class "$1"
+    line=$(centre_of_class "$1")
     xdotool mousemove "${line% *}" "$((${line#* } + ${2:-0}))" click 1
 }

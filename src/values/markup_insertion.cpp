@@ -167,12 +167,13 @@ bool CMarkupSTL::PutSubDoc(bool behind, std::string_view text) {
     const std::int32_t first = table.Free();
     std::string error;
     const std::int32_t top = ParseElement(text, table, place.parent, error);
+    const std::int32_t end = table.Free();
+    // Its entries are given out once its text is in.
+    table.SetFree(first);
     const std::ptrdiff_t offset = PutText(place, text, true);
-    if (offset == kNowhere) {
-        table.SetFree(first);
-        return false;
-    }
-    for (std::int32_t element = first; element < table.Free(); ++element) {
+    if (offset == kNowhere) return false;
+    table.SetFree(end);
+    for (std::int32_t element = first; element < end; ++element) {
         table[element].startTagLeft += static_cast<std::int32_t>(offset);
         table[element].startTagRight += static_cast<std::int32_t>(offset);
         table[element].endTagLeft += static_cast<std::int32_t>(offset);

@@ -116,7 +116,15 @@ TEST(MarkupWithoutMemory, Editing) {
     };
     for (std::size_t i = 0; i < std::size(kEdits); ++i) {
         SCOPED_TRACE("edit " + std::to_string(i));
-        ForEveryFailure(markup, kEdits[i]);
+        ForEveryFailure(markup, [&](CMarkupSTL& copy) {
+            try {
+                kEdits[i](copy);
+            } catch (const std::bad_alloc&) {
+                EXPECT_EQ(copy.GetDoc(), kText);
+                EXPECT_EQ(StateOf(copy).table, StateOf(markup).table);
+                throw;
+            }
+        });
     }
 }
 

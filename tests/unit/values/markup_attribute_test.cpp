@@ -22,6 +22,11 @@ TEST(MarkupAttribute, OnlyAQuotedValueBehindANameAndAnEqualsSignCounts) {
              AttributeCase{"<a b=1/>", "b", ""},
              AttributeCase{"<a b/>", "b", ""},
              AttributeCase{"<a b '1'/>", "b", ""},
+             AttributeCase{"<a b c '1'/>", "b", "1"}, // two places behind the name
+             AttributeCase{"<a b c '1'/>", "c", ""},
+             AttributeCase{"<a b = c = '1'/>", "b", ""},
+             AttributeCase{"<a b = c = '1'/>", "c", ""}, // it is a value
+             AttributeCase{"<a 'b'='1'/>", "b", ""},
              AttributeCase{"<a b=''/>", "b", ""},
              AttributeCase{"<a b='1' c='2'/>", "c", "2"},
              AttributeCase{"<a b=1 c='2'/>", "c", "2"},

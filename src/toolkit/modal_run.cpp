@@ -22,7 +22,7 @@ public:
     ModalRun& operator=(const ModalRun&) = delete;
     ~ModalRun() {
         gToolkit.innermostRun = fOuter;
-        if (IsQuitHeldBelow()) platform::PostQuit(fOuter->fHeldQuit.value_or(kQuitNegative));
+        if (fOuter != nullptr) fOuter->PostHeldQuit();
     }
 
     // The innermost run of that dialog, from this one outwards.
@@ -41,11 +41,17 @@ public:
 
     void HoldQuit(std::int32_t code) { fHeldQuit = code; }
 
+    // Posts the quit again for which this run, or one below it, still waits.
+    void PostHeldQuit() const {
+        if (fHeldQuit || IsQuitHeldBelow()) platform::PostQuit(fHeldQuit.value_or(kQuitNegative));
+    }
+
 private:
     const DialogLink* fDialog; // compared only: it may be deleted during its run
     ModalRun* fOuter;
     // The code of a quit for this dialog. The loop of another dialog above it, one that runs already or one
-    // that begins before this loop gets that far, takes the quit message and ends too.
+    // that begins before this loop gets that far, takes the quit message and ends too. So may a loop of the
+    // host's own, inside the handler of a message, and forget it.
     std::optional<std::int32_t> fHeldQuit;
 };
 
@@ -72,10 +78,13 @@ private:
     NativeWindow fParent;
 };
 
-bool HandleMessages(NativeWindow window) {
+bool HandleMessages(NativeWindow window, const ModalRun& run) {
     std::uintptr_t code = 0;
-    platform::LoopStep step = platform::LoopStep::Handled;
-    while (step == platform::LoopStep::Handled) step = platform::HandleNextMessage(window, code);
+    platform::LoopStep step = platform::HandleNextMessage(window, code);
+    while (step == platform::LoopStep::Handled) {
+        run.PostHeldQuit();
+        step = platform::HandleNextMessage(window, code);
+    }
     return step == platform::LoopStep::Quit && code == kQuitPositive;
 }
 
@@ -86,7 +95,7 @@ bool ShowAndRun(const DialogLink& dialog, NativeWindow window, NativeWindow pare
     const ModalRun run(dialog);
     platform::ShowOrHide(window, true);
     platform::PaintNow(window);
-    return HandleMessages(window) && !run.IsQuitHeldBelow();
+    return HandleMessages(window, run) && !run.IsQuitHeldBelow();
 }
 
 void AnnounceRun(const DialogLink& dialog) {
@@ -122,7 +131,9 @@ void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
 }
 
 void AbortInnermostRun() noexcept {
-    if (gToolkit.innermostRun != nullptr) platform::PostQuit(kQuitNegative);
+    if (gToolkit.innermostRun == nullptr) return;
+    gToolkit.innermostRun->HoldQuit(kQuitNegative);
+    platform::PostQuit(kQuitNegative);
 }
 
 } // namespace brixen::zeve

@@ -199,6 +199,51 @@ TEST_F(ModalRunTest, ADialogMayBeDeletedInItsOwnRun) {
     EXPECT_FALSE(IsModalRunUnderWay());
 }
 
+// --- Loops of the host's own ---
+
+TEST_F(ModalRunTest, AQuitThatTheHostsOwnLoopTookEndsTheRunAllTheSame) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        DialogOwner dialog = MadeDialog(host);
+        State().script.push_back([&] {
+            platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
+            State().quit.reset();
+        });
+        State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        EXPECT_FALSE(State().quit.has_value());
+        State().script.clear();
+    }
+}
+
+TEST_F(ModalRunTest, SoDoesOneThatEndsADialogBelow) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    State().script.push_back([&] {
+        platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, 1, 0);
+        State().quit.reset();
+    });
+    State().script.push_back([] { ADD_FAILURE() << "a loop went on"; });
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, SoDoesAnException) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::out_of_range("in a message");
+        return 0;
+    };
+    State().script.push_back([&] {
+        platform::Send(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        State().quit.reset();
+    });
+    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_FALSE(State().quit.has_value());
+}
+
 // --- Exceptions ---
 
 TEST_F(ModalRunTest, AnExceptionOfTheHostComesOutOfTheRunWithTheParentEnabled) {

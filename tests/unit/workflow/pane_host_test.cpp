@@ -289,8 +289,8 @@ TEST_F(PaneHost, ClosingTheWindowDoesNothing) {
         EXPECT_TRUE(zeve::headless::FindWindow(TopDialog())->closeGreyed);
         EXPECT_EQ(Tell(TopDialog(), zeve::kMessageClose), 0);
         EXPECT_EQ(host.CurrentPane(), &first);
+        EXPECT_TRUE(CallsOf("PostQuit").empty());
     });
-    EXPECT_THAT(CallsOf("PostQuit").size(), 1u);
 }
 
 TEST_F(PaneHost, AnswersWhatItKnowsAndLeavesTheRest) {

@@ -38,8 +38,8 @@ struct WorkflowCatalogue {
 // The library's own.
 extern const WorkflowCatalogue kWorkflowCatalogue;
 
-// Fills a bag, runs the workflow, and frames the run in the log. Any exception is caught and becomes 33289.
-// Needs a context.
+// Fills a bag, runs the workflow, and frames the run in the log. Any exception is caught and becomes
+// kStatusException. Needs a context.
 Status LaunchWorkflow(const WorkflowRow& workflow, void* parentWindow) noexcept;
 
 } // namespace brixen::pvn

@@ -1,4 +1,4 @@
-// The one global record of an initialised library, the last-error word, and the worker-thread slot.
+// The one global record of an initialised library and the last-error word.
 //
 // Everything here belongs to the host's thread and has no lock; a worker may read the record.
 #pragma once
@@ -39,7 +39,7 @@ struct PavaneContext {
     std::int32_t hostApp = 0;       // as the host gave it; goes into every bag
     AuxObject* auxObject = nullptr; // owned: deleted by Pavane_Terminate
 
-    // The worker-thread slot: a thread gets the address of the first of these as its only argument.
+    // The worker-thread slot (see worker_thread.h): a thread gets its address as its only argument.
     struct ThreadSlot {
         WorkerEntry threadEntry = nullptr;
         void* threadArg = nullptr;
@@ -64,11 +64,5 @@ extern std::uint16_t gPreloadedWorkflow;
 
 // Without a context, does nothing.
 void SetWorkflowPhase(std::uint32_t phase) noexcept;
-
-// Starts entry(arg, callback) on a thread of its own. The slot has room for one: the handle of an earlier
-// thread is closed and the thread runs on by itself. An exception out of `entry` becomes the exit code 33289.
-// Returns 33026 for a null entry, 33025 without a context, 33410 (logged) when the system refuses the thread;
-// the slot holds the three values then too.
-Status Pavane_Pri_RunPlatformThread(WorkerEntry entry, void* arg, WorkerCallback callback) noexcept;
 
 } // namespace brixen::pvn

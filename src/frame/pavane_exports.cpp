@@ -5,6 +5,7 @@
 #include "frame/pavane.h"
 #include "frame/pavane_context.h"
 #include "frame/version.h"
+#include "frame/worker_thread.h"
 
 #include <new>
 
@@ -81,8 +82,7 @@ void DestroyContext() noexcept {
     if (!gPavaneContext) return;
     delete gPavaneContext->auxObject;
     gPavaneContext->auxObject = nullptr;
-    if (gPavaneContext->threadHandle) CloseThread(gPavaneContext->threadHandle);
-    gPavaneContext->threadHandle = nullptr;
+    LetGoOfWorker(*gPavaneContext);
     ShutDownResourcesQuietly();
     delete gPavaneContext;
     gPavaneContext = nullptr;

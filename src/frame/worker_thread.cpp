@@ -1,5 +1,6 @@
+#include "frame/worker_thread.h"
+
 #include "frame/log.h"
-#include "frame/pavane_context.h"
 
 #include <atomic>
 
@@ -19,19 +20,19 @@ unsigned long RunWorker(void* argument) {
     }
 }
 
-void DropEarlierThread(PavaneContext& context) noexcept {
+} // namespace
+
+void LetGoOfWorker(PavaneContext& context) noexcept {
     if (context.threadHandle) CloseThread(context.threadHandle);
     context.threadHandle = nullptr;
 }
-
-} // namespace
 
 Status Pavane_Pri_RunPlatformThread(WorkerEntry entry, void* arg, WorkerCallback callback) noexcept {
     if (!entry) return kStatusNullArgument;
     if (!gPavaneContext) return kStatusNotInitialised;
     PavaneContext& context = *gPavaneContext;
     context.slot = {entry, arg, callback};
-    DropEarlierThread(context);
+    LetGoOfWorker(context);
     gSlotTaken = false;
     context.threadHandle = StartThread(RunWorker, &context.slot);
     if (!context.threadHandle) {

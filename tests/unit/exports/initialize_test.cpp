@@ -1,4 +1,5 @@
 #include "exports_fixture.h"
+#include "frame/worker_thread.h"
 
 #include "support/failing_allocator.h"
 

@@ -1,4 +1,4 @@
-#include "frame/pavane_context.h"
+#include "frame/worker_thread.h"
 
 #include "support/log_file.h"
 

@@ -45,11 +45,11 @@ bool FileExists(const std::u16string& path);
 std::optional<std::string> ReadWholeFile(const std::u16string& path);
 // The same; when there is nothing, `error` takes the C library's message.
 std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string& error);
+// As the first, for a file that nobody else has open, where the system can tell; nobody else can open it
+// meanwhile. The name of a device is no file.
+std::optional<std::string> ReadWholeFileAlone(const std::u16string& path);
 // Makes the file, or replaces what is in it. On failure `error` takes the C library's message, and the file
 // may hold a part.
 bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error);
-// The same for a file that nobody else has open, where the system can tell; nobody else can open it
-// meanwhile. The name of a device is no file.
-std::optional<std::string> ReadWholeFileAlone(const std::u16string& path);
 
 } // namespace brixen::lyr::gen

@@ -12,6 +12,7 @@
 #include <iterator>
 #include <memory>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -273,6 +274,20 @@ TEST_F(HostileMessages, CloseAndDestroyAtAnyMoment) {
     }
 }
 
+// A host that keeps its windows alive while it works, and forgets what its own loop ended with.
+TEST_F(HostileMessages, TheHostTakesTheQuitAway) {
+    bool isTaking = false, isTaken = false;
+    atTick = [&] {
+        if (std::exchange(isTaking, true)) return;
+        for (MSG message; GetMessageW(&message, nullptr, 0, 0) > 0;) DispatchMessageW(&message);
+        isTaken = true;
+    };
+    EXPECT_EQ(Run(), PAVANE_SUCCESS);
+    EXPECT_TRUE(isTaken);
+    atTick = nullptr;
+    ExpectAllWell();
+}
+
 TEST_F(HostileMessages, ItsWindowIsDestroyedAtAnyMoment) {
     for (int moment = 1; moment <= 20; ++moment) {
         int tick = 0;
@@ -298,6 +313,17 @@ TEST_F(HostileMessages, ItsParentDiesAtAnyMoment) {
         parent = CreateWindowExW(0, L"static", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 300,
                                  nullptr, nullptr, nullptr, nullptr);
     }
+}
+
+TEST_F(HostileMessages, WhatIsNoWindowIsNoParent) {
+    const HWND host = parent;
+    for (const LONG_PTR number :
+         {LONG_PTR{0}, LONG_PTR{1}, LONG_PTR{-1}, reinterpret_cast<LONG_PTR>(HWND_MESSAGE),
+          reinterpret_cast<LONG_PTR>(HWND_BROADCAST), LONG_PTR{0x7FFF12345678}}) {
+        parent = reinterpret_cast<HWND>(number);
+        EXPECT_EQ(Run(), PAVANE_SUCCESS) << number;
+    }
+    parent = host;
 }
 
 } // namespace

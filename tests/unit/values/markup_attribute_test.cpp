@@ -162,6 +162,23 @@ TEST(MarkupAttribute, SetChildAttribChangesTheChild) {
     EXPECT_EQ(markup.GetChildAttrib("y"), "3");
 }
 
+TEST(MarkupAttribute, ANameThatIsNotOneTokenIsNotSet) {
+    for (const char* const name : {"", "b c", "b ", " b", "b='1' c", "b=", "=", "b/", "/", ">", "b>", "<",
+                                   "'b", "\"", "b?", "b!", "b\\", "b\n"}) {
+        CMarkupSTL markup = At("<r><?p?><a x='1'/></r>", "r");
+        ASSERT_TRUE(markup.FindChildElem());
+        const State before = StateOf(markup);
+        EXPECT_FALSE(markup.SetAttrib(name, "2")) << name;
+        EXPECT_FALSE(markup.SetChildAttrib(name, "2")) << name;
+        EXPECT_EQ(StateOf(markup), before) << name;
+        ASSERT_TRUE(markup.FindElem("/r"));
+        ASSERT_TRUE(markup.IntoElem());
+        ASSERT_EQ(markup.FindNode(), kMarkupProcessingInstruction);
+        EXPECT_FALSE(markup.SetAttrib(name, "2")) << name;
+        EXPECT_EQ(markup.GetDoc(), before.document) << name;
+    }
+}
+
 TEST(MarkupAttribute, AnInstructionsAttributesCanBeSet) {
     CMarkupSTL markup = Parsed("<?xml version=\"1.0\"?><r/>");
     ASSERT_EQ(markup.FindNode(), kMarkupProcessingInstruction);

@@ -197,6 +197,12 @@ TEST(MarkupData, AnElementWithChildrenRefusesContent) {
     EXPECT_FALSE(markup.SetData("x", true));
     EXPECT_FALSE(markup.FindSetData("/a", "x"));
     EXPECT_EQ(StateOf(markup), before);
+    CMarkupSTL elsewhere = At("<r>text<a><b/></a></r>", "r");
+    elsewhere.IntoElem();
+    ASSERT_EQ(elsewhere.FindNode(), kMarkupText);
+    const State onText = StateOf(elsewhere);
+    EXPECT_FALSE(elsewhere.FindSetData("a", "x")) << "what is found does not become the current element";
+    EXPECT_EQ(StateOf(elsewhere), onText);
 }
 
 TEST(MarkupData, WithoutACurrentNodeNothingIsReplaced) {

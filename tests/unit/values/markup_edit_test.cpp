@@ -234,6 +234,22 @@ TEST(MarkupEdit, AnElementNeedsAName) {
     EXPECT_EQ(StateOf(markup), before);
 }
 
+TEST(MarkupEdit, ANameIsOneToken) {
+    CMarkupSTL markup = At("<r><p/></r>", "r/p");
+    const State before = StateOf(markup);
+    for (const char* const name :
+         {"a b", " a", "a ", "a\t", "a/", "/a", "a>", "<a", "?a", "!a", "a=", "a\\", "'a", "\"a"}) {
+        EXPECT_FALSE(markup.AddElem(name)) << name;
+        EXPECT_FALSE(markup.InsertElem(name, "text")) << name;
+        EXPECT_FALSE(markup.AddChildElem(name)) << name;
+        EXPECT_FALSE(markup.InsertChildElem(name)) << name;
+        EXPECT_FALSE(markup.AddNode(kMarkupElement, name)) << name;
+        EXPECT_EQ(StateOf(markup), before) << name;
+    }
+    EXPECT_TRUE(markup.AddElem("a'\"[.:-")) << "a quote in its middle is a sign like any other";
+    EXPECT_EQ(FreshDifference(markup), "");
+}
+
 TEST(MarkupEdit, RemoveElemTakesTheWhiteSpaceBehindAlong) {
     const auto Remove = [](CMarkupSTL& markup) { return markup.RemoveElem(); };
     for (const EditCase& change : {
@@ -317,6 +333,12 @@ TEST(MarkupEdit, AnElementGoesBesideACurrentNodeThatIsNone) {
     ASSERT_TRUE(inFront.InsertElem("n"));
     EXPECT_EQ(inFront.GetDoc(), "<r><a/>text<n/>\r\n<!--c--><b/></r>");
     EXPECT_EQ(FreshDifference(inFront), "");
+    CMarkupSTL behindBlanks = At("<r><!--c-->\n  <b/></r>", "r");
+    behindBlanks.IntoElem();
+    ASSERT_EQ(behindBlanks.FindNode(kMarkupComment), kMarkupComment);
+    ASSERT_TRUE(behindBlanks.AddElem("n"));
+    EXPECT_EQ(behindBlanks.GetDoc(), "<r><!--c-->\n  <n/>\r\n<b/></r>");
+    EXPECT_EQ(FreshDifference(behindBlanks), "");
     CMarkupSTL beforeText = At2(kMarkupText);
     ASSERT_TRUE(beforeText.InsertElem("n"));
     EXPECT_EQ(beforeText.GetDoc(), "<r><a/><n/>\r\ntext<!--c--><b/></r>");

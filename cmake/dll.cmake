@@ -11,12 +11,10 @@ set_source_files_properties(${CMAKE_BINARY_DIR}/pavane.rc ${CMAKE_BINARY_DIR}/ma
 # The manifest as resource 3 alone, for test programs that link the rooms without the DLL.
 add_library(pavane_manifest OBJECT ${CMAKE_BINARY_DIR}/manifest.rc)
 
-if(TARGET pavane_exports)
-    add_library(pavane SHARED ${CMAKE_BINARY_DIR}/pavane.rc ${dllFolder}/pavane.def
-        ${CMAKE_SOURCE_DIR}/src/frame/pavane_exports.cpp)
-    set_target_properties(pavane PROPERTIES PREFIX "")
-    target_link_libraries(pavane PRIVATE pavane_exports)
-    target_link_options(pavane PRIVATE $<$<CONFIG:Release>:-s>)
-    target_include_directories(pavane INTERFACE ${CMAKE_SOURCE_DIR}/src/frame)
-    add_dependencies(pavane pavane_resources)
-endif()
+add_library(pavane SHARED ${CMAKE_BINARY_DIR}/pavane.rc ${dllFolder}/pavane.def
+    ${CMAKE_SOURCE_DIR}/src/frame/pavane_exports.cpp)
+set_target_properties(pavane PROPERTIES PREFIX "")
+target_link_libraries(pavane PRIVATE pavane_exports)
+target_link_options(pavane PRIVATE $<$<CONFIG:Release>:-s>)
+target_include_directories(pavane INTERFACE ${CMAKE_SOURCE_DIR}/src/frame)
+add_dependencies(pavane pavane_resources)

@@ -6,8 +6,9 @@ else()
     set(platformFolders posix headless)
 endif()
 
-# pavane_room(NAME [SOURCES glob...] [EXCEPT glob...] [KNOWS room...])
-# Without SOURCES the room is all of src/NAME but the platform folders of other systems.
+# pavane_room(NAME [SOURCES glob...] [EXCEPT glob...] [KNOWS room...] [LIBRARIES of Windows...])
+# Without SOURCES the room is all of src/NAME but the platform folders of other systems. A room without a file yet is
+# left out, and so is an edge to it.
 function(pavane_room name)
     cmake_parse_arguments(ROOM "" "" "SOURCES;EXCEPT;KNOWS;LIBRARIES" ${ARGN})
     if(ROOM_SOURCES)
@@ -56,9 +57,7 @@ pavane_room(workflow KNOWS toolkit net services dictionaries values frame
 pavane_room(exports SOURCES ${exportSources} KNOWS workflow frame values)
 
 find_package(Threads REQUIRED)
-if(TARGET pavane_frame)
-    target_link_libraries(pavane_frame PUBLIC Threads::Threads)
-endif()
+target_link_libraries(pavane_frame PUBLIC Threads::Threads)
 
 # The whole library but its exports' file, for tests and tools.
 add_library(pavane_core INTERFACE)

@@ -18,17 +18,15 @@ else()
 endif()
 
 file(GLOB supportSources CONFIGURE_DEPENDS tests/support/*.cpp)
-if(supportSources)
-    add_library(test_support STATIC ${supportSources})
-    target_include_directories(test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
-    target_compile_definitions(test_support PUBLIC PAVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
-    target_link_libraries(test_support PUBLIC GTest::gmock GTest::gtest)
-    # Half the time of compiling a test goes into these two. GCC 12 loses sight of what is the system's in headers
-    # that it has precompiled, and warns of it.
-    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-        set(precompiledHeaders <gmock/gmock.h> <gtest/gtest.h>)
-        target_precompile_headers(test_support PRIVATE ${precompiledHeaders})
-    endif()
+add_library(test_support STATIC ${supportSources})
+target_include_directories(test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src)
+target_compile_definitions(test_support PUBLIC PAVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+target_link_libraries(test_support PUBLIC GTest::gmock GTest::gtest)
+# Half the time of compiling a test goes into these two. GCC 12 loses sight of what is the system's in headers
+# that it has precompiled, and warns of it.
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    set(precompiledHeaders <gmock/gmock.h> <gtest/gtest.h>)
+    target_precompile_headers(test_support PRIVATE ${precompiledHeaders})
 endif()
 
 # pavane_test(NAME FOLDER library...): a test program of all sources and resources of FOLDER; each test is one of
@@ -86,9 +84,7 @@ else()
 endif()
 
 # The tests of compiled dictionaries write their own.
-if(TARGET unit_dictionaries)
-    target_link_libraries(unit_dictionaries PRIVATE pavane_tools)
-endif()
+target_link_libraries(unit_dictionaries PRIVATE pavane_tools)
 
 # The public header is plain C11.
 add_library(pavane_header_in_c OBJECT ${CMAKE_SOURCE_DIR}/tests/unit/exports/pavane_header.c)

@@ -1,4 +1,5 @@
-// The window system's styles and extended styles that boxes use. Its messages stand in window_messages.h.
+// The window system's styles and extended styles that boxes use, each with the system's own name. Its
+// messages stand in window_messages.h.
 #pragma once
 
 #include <cstdint>
@@ -6,58 +7,63 @@
 namespace brixen::zeve {
 
 namespace style {
-inline constexpr std::uint32_t kChild = 0x40000000;
-inline constexpr std::uint32_t kVisible = 0x10000000;
-inline constexpr std::uint32_t kDisabled = 0x08000000;
-inline constexpr std::uint32_t kCaption = 0x00C00000;
-inline constexpr std::uint32_t kBorder = 0x00800000;
-inline constexpr std::uint32_t kVerticalScroll = 0x00200000;
-inline constexpr std::uint32_t kSystemMenu = 0x00080000;
-inline constexpr std::uint32_t kTabStop = 0x00010000;
+inline constexpr std::uint32_t kChild = 0x40000000;          // WS_CHILD
+inline constexpr std::uint32_t kVisible = 0x10000000;        // WS_VISIBLE
+inline constexpr std::uint32_t kDisabled = 0x08000000;       // WS_DISABLED
+inline constexpr std::uint32_t kCaption = 0x00C00000;        // WS_CAPTION
+inline constexpr std::uint32_t kBorder = 0x00800000;         // WS_BORDER
+inline constexpr std::uint32_t kVerticalScroll = 0x00200000; // WS_VSCROLL
+inline constexpr std::uint32_t kSystemMenu = 0x00080000;     // WS_SYSMENU
+inline constexpr std::uint32_t kTabStop = 0x00010000;        // WS_TABSTOP
 
-inline constexpr std::uint32_t kDefaultPushButton = 1;
-inline constexpr std::uint32_t kAutoCheckBox = 3;
-inline constexpr std::uint32_t kRadioButton = 4; // not automatic: the host moves the mark
-inline constexpr std::uint32_t kGroupBox = 7;
+inline constexpr std::uint32_t kPushButton = 0;        // BS_PUSHBUTTON
+inline constexpr std::uint32_t kDefaultPushButton = 1; // BS_DEFPUSHBUTTON
+inline constexpr std::uint32_t kAutoCheckBox = 3;      // BS_AUTOCHECKBOX
+inline constexpr std::uint32_t kRadioButton = 4; // BS_RADIOBUTTON: not automatic, the host moves the mark
+inline constexpr std::uint32_t kGroupBox = 7;    // BS_GROUPBOX
+// A button with none of these bits is a push button, default or not.
 inline constexpr std::uint32_t kButtonKinds = 30;
 
-inline constexpr std::uint32_t kStaticRight = 2;
-inline constexpr std::uint32_t kStaticIcon = 3;
-inline constexpr std::uint32_t kStaticFrame = 7;
-inline constexpr std::uint32_t kStaticBitmap = 0xE;
-inline constexpr std::uint32_t kStaticEtchedLine = 0x10;
+inline constexpr std::uint32_t kStaticRight = 2;         // SS_RIGHT
+inline constexpr std::uint32_t kStaticIcon = 3;          // SS_ICON
+inline constexpr std::uint32_t kStaticFrame = 7;         // SS_BLACKFRAME
+inline constexpr std::uint32_t kStaticBitmap = 0xE;      // SS_BITMAP
+inline constexpr std::uint32_t kStaticEtchedLine = 0x10; // SS_ETCHEDHORZ
+// A static control with one of these bits is a frame, a bitmap and the like.
 inline constexpr std::uint32_t kStaticFrames = 12;
+// A control with one of these bits may have been given an icon.
 inline constexpr std::uint32_t kMayHoldAnIcon = 3;
 
-inline constexpr std::uint32_t kEditMultiline = 4;
-inline constexpr std::uint32_t kEditPassword = 32;
-inline constexpr std::uint32_t kEditAutoVerticalScroll = 64;
-inline constexpr std::uint32_t kEditAutoHorizontalScroll = 128;
-inline constexpr std::uint32_t kEditReadOnly = 2048;
-inline constexpr std::uint32_t kEditWantReturn = 0x1000;
+inline constexpr std::uint32_t kEditMultiline = 4;              // ES_MULTILINE
+inline constexpr std::uint32_t kEditPassword = 32;              // ES_PASSWORD
+inline constexpr std::uint32_t kEditAutoVerticalScroll = 64;    // ES_AUTOVSCROLL
+inline constexpr std::uint32_t kEditAutoHorizontalScroll = 128; // ES_AUTOHSCROLL
+inline constexpr std::uint32_t kEditReadOnly = 2048;            // ES_READONLY
+inline constexpr std::uint32_t kEditWantReturn = 0x1000;        // ES_WANTRETURN
 
-inline constexpr std::uint32_t kDropDownList = 3;
-inline constexpr std::uint32_t kListNotify = 1;
-inline constexpr std::uint32_t kListWantKeyboard = 0x400;
-inline constexpr std::uint32_t kUpright = 1; // of a scroll bar, a tree, a tab control
-inline constexpr std::uint32_t kSliderTicks = 1;
-inline constexpr std::uint32_t kTreeDisableDragDrop = 0x10;
-inline constexpr std::uint32_t kTreeHasButtons = 1;
-inline constexpr std::uint32_t kTreeHasLines = 2;
-inline constexpr std::uint32_t kTreeLinesAtRoot = 4;
+inline constexpr std::uint32_t kDropDownList = 3;           // CBS_DROPDOWNLIST
+inline constexpr std::uint32_t kListNotify = 1;             // LBS_NOTIFY
+inline constexpr std::uint32_t kListWantKeyboard = 0x400;   // LBS_WANTKEYBOARDINPUT
+inline constexpr std::uint32_t kUpright = 1;                // of a scroll bar, a tree, a tab control
+inline constexpr std::uint32_t kSliderTicks = 1;            // TBS_AUTOTICKS
+inline constexpr std::uint32_t kTreeDisableDragDrop = 0x10; // TVS_DISABLEDRAGDROP
+inline constexpr std::uint32_t kTreeHasButtons = 1;         // TVS_HASBUTTONS
+inline constexpr std::uint32_t kTreeHasLines = 2;           // TVS_HASLINES
+inline constexpr std::uint32_t kTreeLinesAtRoot = 4;        // TVS_LINESATROOT
 } // namespace style
 
 namespace extended {
-inline constexpr std::uint32_t kTopMost = 8; // on plain controls: kept as it stands
-inline constexpr std::uint32_t kClientEdge = 0x200;
-inline constexpr std::uint32_t kRight = 0x1000;
-inline constexpr std::uint32_t kRightToLeftReading = 0x2000;
-inline constexpr std::uint32_t kLeftScrollBar = 0x4000;
-inline constexpr std::uint32_t kControlParent = 0x10000;
+inline constexpr std::uint32_t kTopMost = 8;        // WS_EX_TOPMOST; on plain controls: kept as it stands
+inline constexpr std::uint32_t kClientEdge = 0x200; // WS_EX_CLIENTEDGE
+inline constexpr std::uint32_t kRight = 0x1000;     // WS_EX_RIGHT
+inline constexpr std::uint32_t kRightToLeftReading = 0x2000; // WS_EX_RTLREADING
+inline constexpr std::uint32_t kLeftScrollBar = 0x4000;      // WS_EX_LEFTSCROLLBAR
+inline constexpr std::uint32_t kControlParent = 0x10000;     // WS_EX_CONTROLPARENT
 inline constexpr std::uint32_t kField = kTopMost | kClientEdge;
 inline constexpr std::uint32_t kRightToLeft = kRightToLeftReading | kLeftScrollBar | kRight;
 } // namespace extended
 
+// The mark of a button that is marked, as its messages tell it.
 inline constexpr std::uintptr_t kChecked = 1;
 
 } // namespace brixen::zeve

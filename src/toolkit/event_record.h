@@ -13,21 +13,30 @@
 namespace brixen::zeve {
 
 // The keys of a record. Handles, pointers and texts travel as numbers at full pointer width; a text is a
-// plain pointer to NUL-terminated UTF-8, owned by whoever stored it unless it is told otherwise here.
-inline constexpr std::string_view kKeyScope = "__zeve_eveScope";           // CExpressionScope*, what 2 and 3
-inline constexpr std::string_view kKeyEventRecord = "__zeve_event_record"; // the message number, what 0
-inline constexpr std::string_view kKeyWindow = "__zeve_window";            // NativeWindow, what 0 and 2
-inline constexpr std::string_view kKeyControl = "__zeve_control";          // NativeWindow, what 3
-inline constexpr std::string_view kKeySubControl = "__zeve_sub_control";   // NativeWindow, what 3
-inline constexpr std::string_view kKeyZeveReference = "__zeve_zeve_ref";   // reserved
-inline constexpr std::string_view kKeyWhat = "__zeve_what";          // text: the view keyword, what 2 and 3
-inline constexpr std::string_view kKeySetValue = "__zeve_set_value"; // text or number, host to box
-inline constexpr std::string_view kKeyValueBoolean = "__zeve_get_value_boolean"; // 1 or 0, box to caller
-inline constexpr std::string_view kKeyValueLong = "__zeve_get_value_long";       // reserved
-// Box to caller: a text made with new char[]; the caller frees it with delete[].
-inline constexpr std::string_view kKeyValueString = "__zeve_get_value_string";
+// plain pointer to NUL-terminated UTF-8, owned by whoever stored it unless it is told otherwise here. The
+// occasions, kWhat..., stand in toolkit/zeve_callback.h.
+
+// On kWhatMessage: a message of the dialog's window.
+inline constexpr std::string_view kKeyEventRecord = "__zeve_event_record"; // its number
 inline constexpr std::string_view kKeyWparam = "__zeve_wparam";
 inline constexpr std::string_view kKeyLparam = "__zeve_lparam";
+inline constexpr std::string_view kKeyWindow = "__zeve_window"; // NativeWindow; on kWhatTopLevelMade too
+
+// On kWhatTopLevelMade and kWhatViewMade: a box that was made.
+inline constexpr std::string_view kKeyScope = "__zeve_eveScope";         // CExpressionScope*, its attributes
+inline constexpr std::string_view kKeyWhat = "__zeve_what";              // text: the keyword of its view
+inline constexpr std::string_view kKeyControl = "__zeve_control";        // NativeWindow, kWhatViewMade alone
+inline constexpr std::string_view kKeySubControl = "__zeve_sub_control"; // likewise
+
+// The value of a box.
+inline constexpr std::string_view kKeySetValue = "__zeve_set_value"; // text or number, host to box
+inline constexpr std::string_view kKeyValueBoolean = "__zeve_get_value_boolean"; // 1 or 0, box to caller
+// Box to caller: a text made with new char[]; the caller frees it with delete[].
+inline constexpr std::string_view kKeyValueString = "__zeve_get_value_string";
+
+// Reserved: nothing stores or reads them.
+inline constexpr std::string_view kKeyValueLong = "__zeve_get_value_long";
+inline constexpr std::string_view kKeyZeveReference = "__zeve_zeve_ref";
 
 class EventRecord {
 public:

@@ -21,10 +21,10 @@ bool RunModally(DialogLink& dialog, NativeWindow parent);
 
 bool IsModalRunUnderWay() noexcept;
 bool IsRunning(const DialogLink& dialog) noexcept;
-// Ends the dialog's run with that code. Where other dialogs run above it, those end first, each as by its
-// second button. For a dialog that does not run, the quit goes to whichever loop is the innermost.
+// Ends the dialog's run with that code. Where other dialogs run above it, those end first, each with
+// kQuitNegative. For a dialog that does not run, the quit goes to whichever loop is the innermost.
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept;
-// Ends the innermost run as by its second button; does nothing if there is none.
+// Ends the innermost run with kQuitNegative; does nothing if there is none.
 void AbortInnermostRun() noexcept;
 
 } // namespace brixen::zeve

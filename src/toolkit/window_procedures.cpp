@@ -1,5 +1,6 @@
 #include "toolkit/window_procedures.h"
 
+#include "toolkit/control_styles.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
@@ -86,7 +87,7 @@ void MoveFocus(NativeWindow control) {
     const NativeWindow next =
         NextEnabledControl(platform::ParentOf(control), control, platform::IsShiftDown());
     platform::Focus(next);
-    platform::Send(next, kButtonSetStyle, 1, 1);
+    platform::Send(next, kButtonSetStyle, style::kDefaultPushButton, kPaintAnew);
 }
 
 void HandKeyOn(NativeWindow control, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) {

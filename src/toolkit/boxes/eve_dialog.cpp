@@ -14,9 +14,9 @@ namespace brixen::zeve {
 namespace {
 
 constexpr const char16_t* kSystemDialogClass = u"#32770";
-constexpr std::uint32_t kDialogStyle = 0x84400000;
-constexpr std::uint32_t kDialogExtendedStyle = 0x101; // a modal frame with a raised edge
-constexpr std::uintptr_t kHideAcceleratorsAtFirst = 0x20003;
+constexpr std::uint32_t kDialogStyle = 0x84400000;           // WS_POPUP, WS_CLIPSIBLINGS, WS_DLGFRAME
+constexpr std::uint32_t kDialogExtendedStyle = 0x101;        // WS_EX_WINDOWEDGE, WS_EX_DLGMODALFRAME
+constexpr std::uintptr_t kHideAcceleratorsAtFirst = 0x20003; // UISF_HIDEACCEL, UIS_INITIALIZE
 
 std::uint32_t DialogStyle(const CExpressionScope& attributes) {
     auto dialogStyle = static_cast<std::uint32_t>(attributes.GetLongOr("win_style"_name, kDialogStyle));

@@ -6,6 +6,7 @@
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
+#include "values/character_borders.h"
 #include "view/expression_scope.h"
 
 #include <algorithm>
@@ -23,6 +24,9 @@ constexpr std::int32_t kNarrowSizeOfPlainLanguages = 11;
 constexpr std::int32_t kPointsAnInch = 72;
 constexpr std::int32_t kNormalWeight = 400;
 constexpr std::int32_t kBoldWeight = 700;
+constexpr std::uint8_t kCharacterPrecision = 2;    // OUT_CHARACTER_PRECIS
+constexpr std::uint8_t kProofQuality = 2;          // PROOF_QUALITY
+constexpr std::uint8_t kVariablePitchSwiss = 0x22; // VARIABLE_PITCH | FF_SWISS
 
 struct LanguageFace {
     std::string_view language;
@@ -31,10 +35,10 @@ struct LanguageFace {
 };
 
 constexpr LanguageFace kLanguageFaces[] = {
-    {"ja-jp", u"MS UI Gothic", 128},
-    {"ko-kr", u"Gulim", 129},
-    {"zh-tw", u"MingLiU", 136},
-    {"zh-cn", u"SimSun", 134},
+    {"ja-jp", u"MS UI Gothic", 128}, // SHIFTJIS_CHARSET
+    {"ko-kr", u"Gulim", 129},        // HANGUL_CHARSET
+    {"zh-tw", u"MingLiU", 136},      // CHINESEBIG5_CHARSET
+    {"zh-cn", u"SimSun", 134},       // GB2312_CHARSET
 };
 constexpr const char16_t* kWideFace = u"Tahoma";
 constexpr const char16_t* kNarrowFace = u"MS Sans Serif";
@@ -49,24 +53,20 @@ bool IsBoldFont(std::int64_t fontNumber) {
 }
 
 bool IsLongerThanOneCharacter(std::string_view text) {
-    const auto beginsCharacter = [](char byte) { return (byte & 0xC0) != 0x80; };
-    return std::count_if(text.begin(), text.end(), beginsCharacter) > 1;
+    return std::count_if(text.begin(), text.end(), lyr::gen::BeginsCharacter) > 1;
 }
 
-bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-
 void SetFace(platform::FontRecord& record, std::u16string_view face) {
-    face = face.substr(0, platform::kFaceUnits - 1);
-    if (face.size() == platform::kFaceUnits - 1 && IsHighSurrogate(face.back())) face.remove_suffix(1);
+    face = lyr::gen::CutToUnits(face, platform::kFaceUnits - 1);
     *std::copy(face.begin(), face.end(), record.face) = u'\0';
 }
 
 void SetCommonQualities(platform::FontRecord& record) {
     record.characterSet = gToolkit.faces.characterSet;
-    record.outputPrecision = 2;
+    record.outputPrecision = kCharacterPrecision;
     record.clippingPrecision = 0;
-    record.quality = 2;
-    record.pitchAndFamily = 0x22;
+    record.quality = kProofQuality;
+    record.pitchAndFamily = kVariablePitchSwiss;
 }
 
 std::int32_t HeightInPixels(std::int64_t points, std::int32_t dpi) {

@@ -1,6 +1,7 @@
 #include "toolkit/control_maker.h"
 
 #include "toolkit/box_font.h"
+#include "toolkit/boxes/box_attributes.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"
@@ -135,8 +136,8 @@ void MakeControlWithSubCheck(CEveBox& box, const CExpressionScope& attributes, c
     if (!wantsSubCheck) return MakeControl(box, attributes, kind);
     const std::int16_t left = box.left;
     const std::int16_t width = box.width;
-    box.left = static_cast<std::int16_t>(left + kSubCheckRoom);
-    box.width = static_cast<std::int16_t>(width - kSubCheckRoom);
+    box.left = CutTo16(left + kSubCheckRoom);
+    box.width = CutTo16(width - kSubCheckRoom);
     MakeControl(box, attributes, kind);
     box.left = left;
     box.width = width;

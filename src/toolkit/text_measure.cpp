@@ -4,6 +4,7 @@
 #include "toolkit/box_font.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/wide_text.h"
+#include "values/character_borders.h"
 #include "view/expression_scope.h"
 
 #include <algorithm>
@@ -24,15 +25,8 @@ using OwnedFont = std::unique_ptr<NativeFontTag, FontDeleter>;
 // Enough for any line; a longer text is handed over in parts, so that measuring stays linear in its length.
 constexpr std::size_t kLineUnits = 512;
 
-std::size_t FirstCharacter(std::u16string_view text) {
-    const bool isPair = text.size() > 1 && (text[0] & 0xFC00) == 0xD800 && (text[1] & 0xFC00) == 0xDC00;
-    return isPair ? 2 : 1;
-}
-
-bool SplitsPair(std::u16string_view text, std::size_t position) {
-    return position > 0 && position < text.size() && (text[position - 1] & 0xFC00) == 0xD800 &&
-           (text[position] & 0xFC00) == 0xDC00;
-}
+// In units.
+std::size_t LengthOfFirstCharacter(std::u16string_view text) { return lyr::gen::SplitsPair(text, 1) ? 2 : 1; }
 
 platform::FittedText FitLine(NativeFont font, std::u16string_view text, std::int32_t width) {
     std::size_t units = std::min(text.size(), kLineUnits);
@@ -45,8 +39,8 @@ platform::FittedText FitLine(NativeFont font, std::u16string_view text, std::int
 
 // Where the first piece of the text ends. A width narrower than a character still takes one a line.
 std::size_t PieceLength(std::u16string_view text, std::size_t fittedUnits) {
-    const std::size_t units = SplitsPair(text, fittedUnits) ? fittedUnits - 1 : fittedUnits;
-    return std::max(units, FirstCharacter(text));
+    const std::size_t units = lyr::gen::SplitsPair(text, fittedUnits) ? fittedUnits - 1 : fittedUnits;
+    return std::max(units, LengthOfFirstCharacter(text));
 }
 
 platform::Extent MeasurePieces(NativeFont font, std::u16string_view text, std::int32_t width) {

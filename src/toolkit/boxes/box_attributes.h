@@ -3,6 +3,7 @@
 
 #include "view/expression_scope.h"
 
+#include <cstdint>
 #include <initializer_list>
 
 namespace brixen::zeve {
@@ -20,6 +21,9 @@ void DefineBarSize(const CExpressionScope& viewAttributes, CExpressionScope& att
 // Defines one side of a box: the view's own number, or that metric where the view gives none or 0.
 void DefineSizeOr(const CExpressionScope& viewAttributes, CExpressionScope& attributes, const ScopeName& name,
                   const ScopeName& metric);
+
+// Added to the width of a text that gives its box the width, in pixels: what stands left and right of it.
+inline constexpr std::int64_t kTextMargins = 20;
 
 // A number cut to the 16 bits in which boxes keep their places.
 inline std::int16_t CutTo16(std::int64_t number) { return static_cast<std::int16_t>(number); }

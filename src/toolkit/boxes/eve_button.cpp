@@ -1,5 +1,6 @@
 #include "toolkit/boxes/eve_button.h"
 
+#include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_value.h"
 #include "toolkit/control_maker.h"
 #include "toolkit/control_styles.h"
@@ -8,6 +9,7 @@
 #include "toolkit/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
+#include "values/character_borders.h"
 #include "view/expression_scope.h"
 
 #include <algorithm>
@@ -18,7 +20,6 @@ namespace brixen::zeve {
 namespace {
 
 constexpr std::size_t kLabelCharacters = 127;
-constexpr std::int64_t kTextMargins = 20;
 
 std::int64_t MeasuredWidth(std::int64_t textWidth, const CExpressionScope& viewAttributes) {
     return std::max(textWidth + kTextMargins, Metric(viewAttributes, "gButtonWidth"_name));
@@ -28,8 +29,7 @@ std::int64_t MeasuredWidth(std::int64_t textWidth, const CExpressionScope& viewA
 std::string_view CutToCharacters(std::string_view text, std::size_t count) {
     std::size_t characters = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool beginsCharacter = (text[i] & 0xC0) != 0x80;
-        if (beginsCharacter && ++characters > count) return text.substr(0, i);
+        if (lyr::gen::BeginsCharacter(text[i]) && ++characters > count) return text.substr(0, i);
     }
     return text;
 }

@@ -18,7 +18,6 @@ namespace brixen::zeve {
 
 namespace {
 
-constexpr std::int64_t kTextMargins = 20;
 constexpr std::string_view kNotAsciiMessage =
     "$$$/brixen/zeve/error/not_7bit_ascii=Please enter only 7-bit ASCII characters in this field.";
 

@@ -26,7 +26,7 @@ std::uint32_t TreeStyle(const CExpressionScope& attributes, const CEveBox& box) 
 
 CEveBox* CEveListBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
-    height = static_cast<std::int16_t>(height + kListGrowth);
+    height = CutTo16(height + kListGrowth);
     MakeControl(*this, attributes,
                 {u"listbox",
                  style::kChild | style::kVerticalScroll | style::kTabStop | style::kListWantKeyboard |

@@ -34,7 +34,7 @@ CEveBox* CEveIcon::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
     const std::int64_t builtinIcon = attributes.GetLongOr("builtin_icon"_name, 0);
     gToolkit.icon.builtinIcon = builtinIcon;
-    if (builtinIcon == kBuiltinIconTesseralogo) left = static_cast<std::int16_t>(left - kLogoShift);
+    if (builtinIcon == kBuiltinIconTesseralogo) left = CutTo16(left - kLogoShift);
     MakeControl(*this, attributes, {u"static", style::kChild | style::kStaticIcon, extended::kTopMost});
     return this;
 }

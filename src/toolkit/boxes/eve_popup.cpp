@@ -15,7 +15,6 @@ namespace brixen::zeve {
 
 namespace {
 
-constexpr std::int64_t kTextMargins = 20;
 constexpr std::int64_t kItemHeight = 13;
 constexpr std::int64_t kDefaultVisibleItems = 30;
 

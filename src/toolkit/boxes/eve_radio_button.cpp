@@ -56,8 +56,8 @@ void CEveRadioButton::GetValue(EventRecord& record, bool honourSubCheck) {
 
 CEveBox* CEveCheckBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
-    height = static_cast<std::int16_t>(height + kCheckBoxGrowth);
-    width = static_cast<std::int16_t>(width + kCheckBoxGrowth);
+    height = CutTo16(height + kCheckBoxGrowth);
+    width = CutTo16(width + kCheckBoxGrowth);
     MakeMarkControl(attributes,
                     {u"button", style::kChild | style::kTabStop | style::kAutoCheckBox, extended::kTopMost});
     return this;

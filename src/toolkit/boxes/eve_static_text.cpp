@@ -1,6 +1,7 @@
 #include "toolkit/boxes/eve_static_text.h"
 
 #include "toolkit/box_font.h"
+#include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_value.h"
 #include "toolkit/control_maker.h"
 #include "toolkit/control_styles.h"
@@ -36,8 +37,8 @@ CEveBox* CEveStaticText::Create(CExpressionScope& attributes, CEveBox* parentBox
 
 void CEveStaticText::MakeLabel(CExpressionScope& attributes) {
     // One pixel up and one higher, so that labels stand on the line of the fields beside them.
-    top = static_cast<std::int16_t>(top - 1);
-    height = static_cast<std::int16_t>(height + 1);
+    top = CutTo16(top - 1);
+    height = CutTo16(height + 1);
     honoursReadOnly = false;
     const bool isRight = IsRightFont(attributes.GetLongOr("font"_name, kFontBig));
     MakeControl(*this, attributes,

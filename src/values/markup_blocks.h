@@ -14,26 +14,25 @@
 // Many bytes of markup in one go. Private to the markup document.
 namespace brixen::lyr::gen {
 
-inline constexpr std::ptrdiff_t kBracketBlock = 64;
+inline constexpr std::ptrdiff_t kTagStartBlock = 64;
 inline constexpr std::ptrdiff_t kNameBlock = 16;
 
 // What the functions mean, for processors without vectors.
 namespace scalar_markup {
 
-// One bit for each `<` and `>` among 64 bytes.
-inline std::uint64_t BracketsOf(const char* block) {
+// One bit for each `<` among 64 bytes.
+inline std::uint64_t TagStartsOf(const char* block) {
     std::uint64_t mask = 0;
-    for (unsigned i = 0; i < kBracketBlock; ++i) {
-        mask |= static_cast<std::uint64_t>((block[i] | 2) == '>') << i;
-    }
+    for (unsigned i = 0; i < kTagStartBlock; ++i) mask |= static_cast<std::uint64_t>(block[i] == '<') << i;
     return mask;
 }
 
-// One bit for each of sixteen bytes that is the same in both and no quote.
+// One bit for each of sixteen bytes that is the same in both and no quote. No name holds `#` or `&`, which
+// count as quotes.
 inline std::uint32_t CommonNameBytes(const char* left, const char* right) {
     std::uint32_t mask = 0;
     for (unsigned i = 0; i < kNameBlock; ++i) {
-        const bool common = left[i] == right[i] && left[i] != '"' && left[i] != '\'';
+        const bool common = left[i] == right[i] && (left[i] | 5) != '\'';
         mask |= static_cast<std::uint32_t>(common) << i;
     }
     return mask;
@@ -78,20 +77,17 @@ inline __m128i Load(const char* bytes) { return _mm_loadu_si128(reinterpret_cast
 
 inline std::uint32_t MaskOf(__m128i bytes) { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
 
-inline std::uint64_t BracketsOf(const char* block) {
-    const __m128i bit = _mm_set1_epi8(2);
-    const __m128i bracket = _mm_set1_epi8('>');
+inline std::uint64_t TagStartsOf(const char* block) {
+    const __m128i start = _mm_set1_epi8('<');
     const auto part = [&](std::ptrdiff_t at) {
-        return static_cast<std::uint64_t>(
-            MaskOf(_mm_cmpeq_epi8(_mm_or_si128(Load(block + at), bit), bracket)));
+        return static_cast<std::uint64_t>(MaskOf(_mm_cmpeq_epi8(Load(block + at), start)));
     };
     return part(0) | part(16) << 16 | part(32) << 32 | part(48) << 48;
 }
 
 inline std::uint32_t CommonNameBytes(const char* left, const char* right) {
     const __m128i bytes = Load(left);
-    const __m128i quotes =
-        _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\'')));
+    const __m128i quotes = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(5)), _mm_set1_epi8('\''));
     return MaskOf(_mm_andnot_si128(quotes, _mm_cmpeq_epi8(bytes, Load(right))));
 }
 
@@ -159,6 +155,15 @@ inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdi
                         [wanted](const char* block) { return markup_blocks::BytesEqual(block, wanted); });
 }
 
+// The first byte that is `wanted`, or a place behind `last`. Sixteen bytes from `last` on may be read.
+inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdiff_t last, char wanted) {
+    for (; from <= last; from += kNameBlock) {
+        const std::uint32_t mask = markup_blocks::BytesEqual(text + from, wanted);
+        if (mask != 0) return from + std::countr_zero(mask);
+    }
+    return from;
+}
+
 // Goes through the quotes of a tag and the bytes that may end it, from one place on. `end` is the place of
 // the one that does; `readable` is the end of what may be read.
 class TagMarks {
@@ -185,35 +190,17 @@ private:
     std::uint32_t fMask = 0;
 };
 
-// The same for fewer bytes, none behind them is read.
-inline std::uint64_t LastBracketsOf(const char* bytes, std::ptrdiff_t count) {
-    char block[kBracketBlock] = {};
-    std::memcpy(block, bytes, static_cast<std::size_t>(count));
-    return markup_blocks::BracketsOf(block);
-}
-
-// Goes through the brackets of a text, of either kind, from one place on.
-class BracketScanner {
+// Goes through the `<` of a text from one place on. Texts shorter than a block seem to have none.
+class TagStarts {
 public:
-    BracketScanner(const char* text, std::ptrdiff_t end, std::ptrdiff_t from)
-        : fText(text), fEnd(end), fBase(from), fMask(MaskAt(from)) {}
+    TagStarts(const char* text, std::ptrdiff_t from, std::ptrdiff_t end)
+        : fText(text), fEnd(end), fBase(from - kTagStartBlock) {}
 
-    // The place of the next `wanted`, or the end of the text.
-    std::ptrdiff_t Next(char wanted) {
-        std::ptrdiff_t at = NextBracket();
-        while (at < fEnd && fText[at] != wanted) at = NextBracket();
-        return at;
-    }
-    void Seek(std::ptrdiff_t from) {
-        fBase = from;
-        fMask = MaskAt(from);
-    }
-
-private:
-    std::ptrdiff_t NextBracket() {
+    // The place of the next one, or the end of the text.
+    std::ptrdiff_t Next() {
         while (fMask == 0) {
-            if (fEnd - fBase <= kBracketBlock) return fEnd;
-            fBase += kBracketBlock;
+            fBase += kTagStartBlock;
+            if (fBase >= fEnd) return fEnd;
             fMask = MaskAt(fBase);
         }
         const std::ptrdiff_t at = fBase + std::countr_zero(fMask);
@@ -221,15 +208,17 @@ private:
         return at;
     }
 
+private:
+    // The last block begins further in front, so that nothing behind the text is read.
     std::uint64_t MaskAt(std::ptrdiff_t base) const {
-        if (fEnd - base >= kBracketBlock) return markup_blocks::BracketsOf(fText + base);
-        return base < fEnd ? LastBracketsOf(fText + base, fEnd - base) : 0;
+        const std::ptrdiff_t block = std::min(base, fEnd - kTagStartBlock);
+        return block < 0 ? 0 : markup_blocks::TagStartsOf(fText + block) >> (base - block);
     }
 
     const char* fText;
     std::ptrdiff_t fEnd;
-    std::ptrdiff_t fBase;
-    std::uint64_t fMask;
+    std::ptrdiff_t fBase; // of the block that the mask tells of
+    std::uint64_t fMask = 0;
 };
 
 } // namespace brixen::lyr::gen

@@ -1,7 +1,6 @@
 #include "workflow/alert.h"
 
 #include "frame/log.h"
-#include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_dialog.h"
@@ -9,42 +8,26 @@
 #include "workflow/context_keys.h"
 #include "workflow/dialog_rules.h"
 #include "workflow/host_messages.h"
+#include "workflow/host_window.h"
 #include "workflow/picture_controls.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/workflow_context.h"
 
-#include <memory>
 #include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
 
 namespace {
 
-struct DeleteDialog {
-    void operator()(zeve::ZeveDialog* dialog) const noexcept {
-        try {
-            zeve::ZeveDelete(dialog);
-        } catch (...) {
-            // The dialog is gone all the same, and the user has answered.
-        }
-    }
-};
-using OwnedDialog = std::unique_ptr<zeve::ZeveDialog, DeleteDialog>;
-
-OwnedDialog NewDialog(zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+std::string LanguageOf(PVNWorkFlowContext* context) {
     std::string language;
     if (context) GetString(*context, PvnWFKey_Language, language);
-    zeve::ZeveInitRecord record;
-    record.parentWindow = parent;
-    record.callback = &AlertEventCallback;
-    record.instance = zeve::platform::LibraryModule();
-    if (IsRightToLeft(language)) record.language = language.c_str();
-    return OwnedDialog(zeve::ZeveNew(&record));
+    return language;
 }
 
 bool ShowUnguarded(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
-    const OwnedDialog dialog = NewDialog(parent, context);
+    const OwnedDialog dialog = NewDialog(&AlertEventCallback, parent, LanguageOf(context));
     AlertParams params;
     params.dialog = dialog.get();
     zeve::ZeveAddViewText(dialog.get(), LoadViewDescription(std::string(alert.view)).c_str());
@@ -58,9 +41,10 @@ bool ShowUnguarded(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFl
     return zeve::ZeveRunModal(dialog.get());
 }
 
-void FillWithFace(zeve::NativeWindow window, std::uintptr_t device) {
-    zeve::platform::EraseFace(window, reinterpret_cast<zeve::NativeDrawing>(device));
-    zeve::platform::PaintFace(window);
+// On the device that comes with a message to erase, and on the one that is to be had for painting.
+void FillWithFace(const WindowMessage& message) {
+    zeve::platform::EraseFace(message.window, reinterpret_cast<zeve::NativeDrawing>(message.wparam));
+    zeve::platform::PaintFace(message.window);
 }
 
 std::uint32_t AnswerCommand(const AlertParams& params, std::uintptr_t wparam) {
@@ -91,16 +75,16 @@ bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowCo
 
 std::uint64_t AlertEventCallback(std::int32_t what, zeve::EventRecord& record, void* params) {
     if (what != zeve::kWhatMessage) return 0;
-    const auto window = record.ReadPointer<zeve::NativeWindow>(zeve::kKeyWindow);
-    const auto wparam = static_cast<std::uintptr_t>(record.Read(zeve::kKeyWparam));
-    switch (static_cast<std::uint32_t>(record.Read(zeve::kKeyEventRecord))) {
+    const WindowMessage message = MessageOf(record);
+    switch (message.number) {
     case zeve::kMessageSetFocus:
-        if (LowWord(wparam) == 0) FocusDefaultButton(window);
+        if (LowWord(message.wparam) == 0) FocusDefaultButton(message.window);
         return zeve::kAnswerDefault;
     case zeve::kMessagePaint:
-    case zeve::kMessageEraseBackground: FillWithFace(window, wparam); return zeve::kAnswerDefault;
+    case zeve::kMessageEraseBackground: FillWithFace(message); return zeve::kAnswerDefault;
     case zeve::kMessageClose: return zeve::kAnswerEndNegative;
-    case zeve::kMessageCommand: return AnswerCommand(*static_cast<const AlertParams*>(params), wparam);
+    case zeve::kMessageCommand:
+        return AnswerCommand(*static_cast<const AlertParams*>(params), message.wparam);
     default: return zeve::kAnswerDefault;
     }
 }

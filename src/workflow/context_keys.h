@@ -1,5 +1,5 @@
-// The names of the values that the engine itself reads or writes in the bag of a run. Each text is its own
-// name.
+// The names of the values that the engine itself reads or writes in the bag of a run, and of the actions that
+// it knows itself. Each text is its own name.
 #pragma once
 
 namespace brixen::pvn::pvn_workflow {
@@ -28,5 +28,10 @@ inline constexpr char PvnWFKey_CurrentPane[] = "PvnWFKey_CurrentPane";
 inline constexpr char PvnWFKey_CancelFlag[] = "PvnWFKey_CancelFlag";
 // Long: not 0 once an action changed the display name, so that what shows it is painted again.
 inline constexpr char PvnWFKey_HasChangedProductName[] = "PvnWFKey_HasChangedProductName";
+
+// Gives the folder of the service layer, or the empty text.
+inline constexpr char PvnWFAction_GetSVHPath[] = "PvnWFAction_GetSVHPath";
+// Gives the dictionary's text for a failed run, with the two bytes of PvnWFKey_WorkFlowResult in it.
+inline constexpr char PvnWF_GetFormattedWorkflowResult[] = "PvnWF_GetFormattedWorkflowResult";
 
 } // namespace brixen::pvn::pvn_workflow

@@ -2,13 +2,27 @@
 #pragma once
 
 #include "toolkit/platform/native_types.h"
+#include "toolkit/zeve_callback.h"
 
-#include <string_view>
+#include <memory>
+#include <string>
+
+namespace brixen::zeve {
+class ZeveDialog;
+}
 
 namespace brixen::pvn::pvn_workflow {
 
-// Only these two languages turn on right-to-left layout; for all others the toolkit is told none.
-bool IsRightToLeft(std::string_view language);
+// Deletes a dialog of the toolkit. What a callback throws then is dropped: the dialog is gone all the same,
+// and the user has answered.
+struct DeleteDialog {
+    void operator()(zeve::ZeveDialog* dialog) const noexcept;
+};
+using OwnedDialog = std::unique_ptr<zeve::ZeveDialog, DeleteDialog>;
+
+// A dialog without view text, above `parent`, for a run in that language. Only "ar_AE" and "he_IL" reach the
+// toolkit, and turn on right-to-left layout; for all others it is told none.
+OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, const std::string& language);
 
 // Gives the focus to the dialog's default button, else to its first plain button, else to its first child.
 void FocusDefaultButton(zeve::NativeWindow window);

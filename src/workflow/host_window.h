@@ -5,6 +5,10 @@
 
 #include <cstdint>
 
+namespace brixen::zeve {
+class EventRecord;
+}
+
 namespace brixen::pvn::pvn_workflow {
 
 struct WindowMessage {
@@ -13,6 +17,9 @@ struct WindowMessage {
     std::uintptr_t wparam = 0;
     std::intptr_t lparam = 0;
 };
+
+// The message that a record of kWhatMessage tells of.
+WindowMessage MessageOf(const zeve::EventRecord& record);
 
 class PVNHostWindow {
 public:

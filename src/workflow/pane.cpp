@@ -1,15 +1,13 @@
 #include "workflow/pane.h"
 
-#include "toolkit/event_record.h"
 #include "toolkit/window_messages.h"
+#include "workflow/host_window.h"
 
 namespace brixen::pvn::pvn_workflow {
 
 std::string PVNPane::HandleZeveEvent(const zeve::EventRecord& record) {
-    return ProcessEvent(record.ReadPointer<zeve::NativeWindow>(zeve::kKeyWindow),
-                        static_cast<std::uint32_t>(record.Read(zeve::kKeyEventRecord)),
-                        static_cast<std::uintptr_t>(record.Read(zeve::kKeyWparam)),
-                        static_cast<std::intptr_t>(record.Read(zeve::kKeyLparam)));
+    const WindowMessage message = MessageOf(record);
+    return ProcessEvent(message.window, message.number, message.wparam, message.lparam);
 }
 
 std::string PVNPane::ProcessEvent(zeve::NativeWindow, std::uint32_t message, std::uintptr_t, std::intptr_t) {

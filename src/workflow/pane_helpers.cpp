@@ -1,11 +1,13 @@
 #include "workflow/pane_helpers.h"
 
 #include "dictionaries/translation.h"
+#include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_dialog.h"
+#include "values/character_borders.h"
 #include "values/text_conversion.h"
 
 namespace brixen::pvn::pvn_workflow {
@@ -15,17 +17,9 @@ namespace platform = zeve::platform;
 
 namespace {
 
-constexpr std::uint32_t kStyleTabStop = 0x00010000;
-constexpr std::uint32_t kStyleNormalButton = 0x40010000;
-constexpr std::uint32_t kStyleDefaultButton = 0x40010001;
+constexpr std::uint32_t kNormalButton = zeve::style::kChild | zeve::style::kTabStop;
+constexpr std::uint32_t kDefaultButton = kNormalButton | zeve::style::kDefaultPushButton;
 constexpr std::size_t kTitleUnits = 255;
-
-// Never ends between the halves of a surrogate pair.
-void CutTitle(std::u16string& title) {
-    if (title.size() <= kTitleUnits) return;
-    const bool splitsPair = (title[kTitleUnits - 1] & 0xFC00) == 0xD800;
-    title.resize(splitsPair ? kTitleUnits - 1 : kTitleUnits);
-}
 
 NativeWindow ControlOf(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     return platform::ChildWithId(zeve::ZeveTopWindow(dialog), viewId);
@@ -45,7 +39,7 @@ void SetWindowTitle(const std::string& key, NativeWindow window) {
     std::string title = zeve::ZeveTranslate("$$$/pvn/dlg/common/window_title/prefix");
     title += zeve::ZeveTranslate(key.empty() ? std::string_view("$$$/pvn/common/window_title") : key);
     std::u16string wide = lyr::gen::ToUtf16(title, true);
-    CutTitle(wide);
+    wide.resize(lyr::gen::CutToUnits(wide, kTitleUnits).size());
     platform::SetText(window, wide.c_str());
 }
 
@@ -56,18 +50,18 @@ void SetControlText(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::s
 }
 
 void MakeDefaultButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
-    MakeButton(dialog, viewId, kStyleDefaultButton);
+    MakeButton(dialog, viewId, kDefaultButton);
 }
 
 void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
-    MakeButton(dialog, viewId, kStyleNormalButton);
+    MakeButton(dialog, viewId, kNormalButton);
     platform::Send(zeve::ZeveTopWindow(dialog), zeve::kMessageActivate, 1, 0);
     zeve::ThrowKeptException();
 }
 
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     const NativeWindow control = ControlOf(dialog, viewId);
-    platform::SetStyle(control, platform::StyleOf(control) | kStyleTabStop);
+    platform::SetStyle(control, platform::StyleOf(control) | zeve::style::kTabStop);
 }
 
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible) {

@@ -9,7 +9,6 @@
 #include "workflow/nav_state_machine.h"
 #include "workflow/pane.h"
 #include "workflow/resources/resource_layer.h"
-#include "workflow/resources/resource_manager.h"
 #include "workflow/scope_guard.h"
 #include "workflow/screen_lock.h"
 #include "workflow/workflow_context.h"
@@ -22,16 +21,6 @@ namespace {
 
 constexpr char kBackgroundName[] = "background";
 constexpr char kLogoName[] = "brixenlogo";
-constexpr std::uint32_t kBitmapMode = 3;
-
-// Without memory for the name the layer keeps the bitmap until it is shut down.
-void GiveBack(const char* name, zeve::NativeBitmap bitmap) noexcept {
-    if (!bitmap) return;
-    try {
-        PVNResourceManager::Get().Release("Resource_Type_Bitmap", name);
-    } catch (const std::bad_alloc&) {
-    }
-}
 
 // Without memory for the path the root stays where it was.
 void RestoreRoot() noexcept {
@@ -47,8 +36,8 @@ PVNPaneHost::PVNPaneHost(std::string text) : viewText(std::move(text)) {}
 
 PVNPaneHost::~PVNPaneHost() {
     PVNPaneHost::Destroy();
-    GiveBack(kBackgroundName, backgroundBitmap);
-    GiveBack(kLogoName, logoBitmap);
+    if (backgroundBitmap) ReleaseBitmapResource(kBackgroundName);
+    if (logoBitmap) ReleaseBitmapResource(kLogoName);
 }
 
 void PVNPaneHost::Connect(PVNNavStateMachine& runMachine, PVNWorkFlowContext& runContext) {
@@ -61,7 +50,7 @@ void PVNPaneHost::Init() {
     backgroundBitmap = LoadHostBitmap(kBackgroundName);
     logoBitmap = LoadHostBitmap(kLogoName);
     MakeDialog();
-    SetPtr(*context, PvnWFKey_ZeveRef, zeveRef);
+    SetPtr(*context, PvnWFKey_ZeveRef, zeveRef.get());
     context->RefreshDictionaryVariables();
 }
 
@@ -71,37 +60,27 @@ void PVNPaneHost::MakeDialog() {
     std::string language;
     GetString(*context, PvnWFKey_Language, language);
 
-    zeve::ZeveInitRecord record;
-    record.parentWindow = static_cast<zeve::NativeWindow>(mainWindow);
-    record.callback = &PVNPaneHost::HostEventCallback;
-    record.instance = zeve::platform::LibraryModule();
-    if (IsRightToLeft(language)) record.language = language.c_str();
     zeve::ZeveInitialize();
-    zeveRef = zeve::ZeveNew(&record);
-    zeve::ZeveAddViewText(zeveRef, viewText.c_str());
+    zeveRef = NewDialog(&HostEventCallback, static_cast<zeve::NativeWindow>(mainWindow), language);
+    zeve::ZeveAddViewText(zeveRef.get(), viewText.c_str());
     callbackParams.host = this;
-    window = callbackParams.window = zeve::ZeveMakeDialog(zeveRef, &callbackParams);
+    window = callbackParams.window = zeve::ZeveMakeDialog(zeveRef.get(), &callbackParams);
     if (!window) throw std::runtime_error("the dialog has no window");
 }
 
 zeve::NativeBitmap PVNPaneHost::LoadHostBitmap(const std::string& name) {
-    const std::string folder = context->Action("PvnWFAction_GetSVHPath");
+    const std::string folder = context->Action(PvnWFAction_GetSVHPath);
     if (!folder.empty()) SetResourceRootBelow(folder);
     const ScopeGuard restore(&RestoreRoot);
-    return LoadBitmapResource(name, kBitmapMode);
+    return LoadBitmapResource(name);
 }
 
-bool PVNPaneHost::RunModal() { return zeve::ZeveRunModal(zeveRef); }
+bool PVNPaneHost::RunModal() { return zeve::ZeveRunModal(zeveRef.get()); }
 
 void PVNPaneHost::Destroy() noexcept {
     pictures.TakeBack();
     window = callbackParams.window = nullptr;
-    try {
-        zeve::ZeveDelete(zeveRef);
-    } catch (...) {
-        // The dialog is gone all the same, and the run has its result.
-    }
-    zeveRef = nullptr;
+    zeveRef.reset();
 }
 
 std::intptr_t PVNPaneHost::OnInitDialog() {
@@ -116,8 +95,8 @@ void PVNPaneHost::Enter(PVNStateMachine& stateMachine, std::uint16_t state) {
     if (!currentPane) return;
     if (!sawPane) SetWorkflowPhase(kPhaseRunning);
     sawPane = true;
-    SetPtr(*activeContext, PvnWFKey_ZeveRef, zeveRef);
-    currentPane->Attach(zeveRef, context);
+    SetPtr(*activeContext, PvnWFKey_ZeveRef, zeveRef.get());
+    currentPane->Attach(zeveRef.get(), context);
     EnterPane();
 }
 
@@ -144,6 +123,12 @@ void PVNPaneHost::Exit(PVNStateMachine&, std::uint16_t) {
         currentPane->Leave();
     }
     zeve::platform::Invalidate(window);
+}
+
+std::intptr_t PVNPaneHost::Press(std::uint16_t id) {
+    std::intptr_t result = 0;
+    HandleCommand(id, result);
+    return result;
 }
 
 std::intptr_t PVNPaneHost::DeliverEvent(std::string_view event) {

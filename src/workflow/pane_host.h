@@ -7,6 +7,7 @@
 #pragma once
 
 #include "workflow/action_delegate.h"
+#include "workflow/dialog_rules.h"
 #include "workflow/host_window.h"
 #include "workflow/picture_controls.h"
 
@@ -16,8 +17,7 @@
 
 namespace brixen::zeve {
 class EventRecord;
-class ZeveDialog;
-} // namespace brixen::zeve
+}
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -57,11 +57,13 @@ public:
     PictureControls& Pictures() { return pictures; }
 
 protected:
-    // Hands the event to the machine. Returns 2 if the workflow is done, 3 if it was left, else 0: what a
-    // handler answers. After an end state it delivers nothing more.
+    // Hands the event to the machine. Returns what a handler answers: kAnswerEndPositive if the workflow is
+    // done, kAnswerEndNegative if it was left, else 0. After an end state it delivers nothing more.
     std::intptr_t DeliverEvent(std::string_view event);
     // Calls the handler of a control's id. Returns whether there is one; only then `result` counts.
     virtual bool HandleCommand(std::uint16_t id, std::intptr_t& result) = 0;
+    // What the handler of that id answers; 0 if there is none.
+    std::intptr_t Press(std::uint16_t id);
     // Does what the current pane put off until it is on screen: it posted kMessageFirstFocus.
     virtual void OnFirstFocus() {}
     // Whether a host of this class was painted again after a changed product name; one flag a class and
@@ -71,7 +73,7 @@ protected:
     PVNWorkFlowContext* context = nullptr; // not owned
     PVNNavStateMachine* machine = nullptr; // not owned
     PVNPane* currentPane = nullptr;        // of the state last entered, or null; not owned
-    zeve::ZeveDialog* zeveRef = nullptr;   // owned
+    OwnedDialog zeveRef;
 
 private:
     struct CallbackParams {

@@ -1,6 +1,5 @@
 // The road of a message through the pane host: from the toolkit's callback to the message map.
 #include "frame/stop_watch.h"
-#include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_callback.h"
@@ -26,13 +25,6 @@ bool IsUserEvent(const WindowMessage& message) {
     case kMessageParentNotify: return IsButtonDown(LowWord(message.wparam));
     default: return IsButtonDown(message.number);
     }
-}
-
-WindowMessage MessageOf(const zeve::EventRecord& record) {
-    return {record.ReadPointer<zeve::NativeWindow>(zeve::kKeyWindow),
-            static_cast<std::uint32_t>(record.Read(zeve::kKeyEventRecord)),
-            static_cast<std::uintptr_t>(record.Read(zeve::kKeyWparam)),
-            static_cast<std::intptr_t>(record.Read(zeve::kKeyLparam))};
 }
 
 } // namespace

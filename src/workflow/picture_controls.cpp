@@ -12,8 +12,6 @@ namespace brixen::pvn::pvn_workflow {
 
 namespace {
 
-constexpr std::uint32_t kBitmapMode = 3;
-
 std::intptr_t SetImage(zeve::NativeWindow control, zeve::NativeBitmap bitmap) noexcept {
     return zeve::platform::Send(control, zeve::kStaticSetImage, zeve::kImageBitmap,
                                 reinterpret_cast<std::intptr_t>(bitmap));
@@ -27,7 +25,7 @@ void TakeImage(zeve::NativeWindow control, zeve::NativeBitmap handedOver) noexce
 } // namespace
 
 void PictureControls::Show(const std::string& name, zeve::NativeWindow control) {
-    const zeve::NativeBitmap bitmap = LoadBitmapResource(name, kBitmapMode);
+    const zeve::NativeBitmap bitmap = LoadBitmapResource(name);
     if (!control) return;
     const auto known = std::ranges::find(shown, control, &Picture::control);
     if (known == shown.end()) {

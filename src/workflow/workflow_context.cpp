@@ -27,8 +27,8 @@ bool PVNWorkFlowContext::ComputeValue(std::string_view, std::string_view) { retu
 bool PVNWorkFlowContext::RunAction(std::string_view, std::string&) { return false; }
 
 std::string PVNWorkFlowContext::Action(std::string_view name) {
-    if (name == "PvnWFAction_GetSVHPath") return GetServicePath();
-    if (name == "PvnWF_GetFormattedWorkflowResult") return GetFormattedWorkflowResult();
+    if (name == PvnWFAction_GetSVHPath) return GetServicePath();
+    if (name == PvnWF_GetFormattedWorkflowResult) return GetFormattedWorkflowResult();
     std::string result;
     return RunAction(name, result) ? result : std::string();
 }

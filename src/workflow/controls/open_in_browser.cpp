@@ -1,7 +1,7 @@
 #include "workflow/controls/open_in_browser.h"
 
 #include "workflow/platform/pane_platform.h"
-#include "workflow/resources/resource_manager.h"
+#include "workflow/resources/resource_layer.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -16,9 +16,8 @@ void OpenInBrowser(const std::u16string& target) {
 }
 
 void OpenLocalPage(const std::string& name) {
-    const PathUnits path =
-        PVNResourceManager::Get().FindResourceFile(name, "html", "default_locale", kSearchLocaleThenEnUs);
-    if (path) OpenInBrowser(path.get());
+    const std::u16string path = FindLocalPage(name);
+    if (!path.empty()) OpenInBrowser(path);
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -11,7 +11,7 @@
 #include "workflow/resources/view_handler.h"
 #include "workflow/scope_guard.h"
 
-#include <array>
+#include <new>
 #include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
@@ -88,6 +88,17 @@ zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mod
     void* bitmap = PVNResourceManager::Get().Load(kTypeBitmap, name, kDefaultLocale, mode);
     if (!bitmap) LogMissing("Bitmap", name);
     return static_cast<zeve::NativeBitmap>(bitmap);
+}
+
+void ReleaseBitmapResource(const char* name) noexcept try {
+    PVNResourceManager::Get().Release(kTypeBitmap, name);
+} catch (const std::bad_alloc&) {
+}
+
+std::u16string FindLocalPage(const std::string& name) {
+    const PathUnits path =
+        PVNResourceManager::Get().FindResourceFile(name, "html", kDefaultLocale, kSearchLocaleThenEnUs);
+    return path ? path.get() : std::u16string();
 }
 
 std::vector<StatementLanguage> PrivacyStatementLanguages() {

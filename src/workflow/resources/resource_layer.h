@@ -31,9 +31,20 @@ std::string LoadViewDescription(const std::string& name);
 // resource").
 void LoadWorkFlowDictionary(const std::string& name);
 
+// What the engine itself passes as the mode of a bitmap.
+inline constexpr std::uint32_t kBitmapMode = 3;
+
 // The bitmap of NAME.png, from the language's folder or from the root, or null. The layer owns the handle
-// until ShutDownResources. `mode` reaches the bitmap handler, which has a search of its own and ignores it.
-zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode);
+// until ReleaseBitmapResource or ShutDownResources. `mode` reaches the bitmap handler, which has a search of
+// its own and ignores it.
+zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode = kBitmapMode);
+
+// Deletes the bitmap of that name, if it is loaded; without memory for the name it stays until
+// ShutDownResources.
+void ReleaseBitmapResource(const char* name) noexcept;
+
+// The path of NAME.html, from the language's folder or from en_US; empty when there is none.
+std::u16string FindLocalPage(const std::string& name);
 
 // A language in which there is a privacy statement.
 struct StatementLanguage {

@@ -17,9 +17,10 @@ using WorkFlowMaker = std::unique_ptr<PVNWorkFlow> (*)(PVNWorkFlowContext& conte
 std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept;
 
 // Returns 0 when the run ended in kWFState_Done, whatever stands under PvnWFKey_WorkFlowResult, and the Long
-// under that key otherwise: 35074 until something decides, and without one. Any exception gives 33289 and no
-// log line; the parent window is enabled again and everything the run made is destroyed, but
-// ShutDownResources is not called then (meant). What the run set in its context is in the bag afterwards.
+// under that key otherwise: kStatusUserCancel until something decides, and without one. Any exception gives
+// kStatusException and no log line; the parent window is enabled again and everything the run made is
+// destroyed, but ShutDownResources is not called then (meant). What the run set in its context is in the bag
+// afterwards.
 template <class W>
 std::uint16_t RunWorkFlowFromBag(T_StorageInterface& bag) noexcept {
     return RunWorkFlow(bag, [](PVNWorkFlowContext& context) -> std::unique_ptr<PVNWorkFlow> {

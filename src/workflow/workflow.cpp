@@ -1,5 +1,6 @@
 #include "workflow/workflow.h"
 
+#include "workflow/context_keys.h"
 #include "workflow/dialog_state_machine.h"
 #include "workflow/pane.h"
 #include "workflow/pane_host.h"
@@ -20,6 +21,13 @@ bool PVNWorkFlow::Run(bool demo) {
     machine->SetDemoMode(demo);
     machine->SetProperty(kWFState_Any, kPropertyWorkflowContext, ref);
     return machine->Run();
+}
+
+void PVNWorkFlow::SetHost(std::unique_ptr<PVNPaneHost> paneHost) {
+    host = std::move(paneHost);
+    SetPtr(*ref, PvnWFKey_AppDialog, host.get());
+    machine = std::make_unique<PVNDialogStateMachine>(*host);
+    machine->SetProperty(kWFState_Any, kPropertyActionDelegate, static_cast<PVNActionDelegate*>(host.get()));
 }
 
 void PVNWorkFlow::SetPane(std::uint16_t state, std::unique_ptr<PVNPane> pane) {

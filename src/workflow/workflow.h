@@ -30,12 +30,15 @@ public:
     bool Run(bool demo);
 
 protected:
+    // Takes the host, makes the machine over it and tells both the run. Comes first in Build, behind what the
+    // host needs.
+    void SetHost(std::unique_ptr<PVNPaneHost> paneHost);
     // Gives a state its pane, which Cleanup destroys. The state must have a transition by now, and no pane
     // yet; throws std::logic_error otherwise.
     void SetPane(std::uint16_t state, std::unique_ptr<PVNPane> pane);
 
-    std::unique_ptr<PVNDialogStateMachine> machine;
-    std::unique_ptr<PVNPaneHost> host; // destroyed after the machine that refers to it
+    std::unique_ptr<PVNPaneHost> host;
+    std::unique_ptr<PVNDialogStateMachine> machine; // refers to the host, so it goes first
 
 private:
     void DestroyPanes() noexcept;

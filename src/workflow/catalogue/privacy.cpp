@@ -3,10 +3,8 @@
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/catalogue/privacy_host.h"
 #include "workflow/catalogue/privacy_panes.h"
-#include "workflow/context_keys.h"
 #include "workflow/dialog_state_machine.h"
 #include "workflow/resources/resource_layer.h"
-#include "workflow/workflow_context.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -27,11 +25,8 @@ PVNPrivacyWorkFlow::~PVNPrivacyWorkFlow() = default;
 void PVNPrivacyWorkFlow::Build(bool) {
     LoadWorkFlowDictionary("Privacy");
     data->languages = PopupRows(PrivacyStatementLanguages());
-    host = std::make_unique<PVNPrivacyHost>(LoadViewDescription("privacy"), *data);
-    SetPtr(*ref, PvnWFKey_AppDialog, host.get());
-    machine = std::make_unique<PVNDialogStateMachine>(*host);
+    SetHost(std::make_unique<PVNPrivacyHost>(LoadViewDescription("privacy"), *data));
     SetTransitions();
-    machine->SetProperty(kWFState_Any, kPropertyActionDelegate, static_cast<PVNActionDelegate*>(host.get()));
     SetPanes();
     machine->startState = data->languages.empty() ? kStateNone : kStateChoose;
 }

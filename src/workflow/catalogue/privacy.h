@@ -9,8 +9,9 @@ namespace brixen::pvn::pvn_workflow {
 
 struct PrivacyData;
 
-// Choose, then Statement. Accept ends it as done, Decline with 35075, Cancel, on each pane, with 35074. A
-// statement that is not there, and an empty language list, have panes of their own that say so.
+// Choose, then Statement. Accept ends it as done, Decline with kStatusUserOutcome3, Cancel, on each pane,
+// with kStatusUserCancel. A statement that is not there, and an empty language list, have panes of their own
+// that say so.
 class PVNPrivacyWorkFlow final : public PVNWorkFlow {
 public:
     explicit PVNPrivacyWorkFlow(PVNWorkFlowContext& context);

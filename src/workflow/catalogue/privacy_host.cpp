@@ -67,11 +67,7 @@ std::intptr_t PVNPrivacyHost::OnAccept() { return DeliverEvent(kEventAccept); }
 std::intptr_t PVNPrivacyHost::OnDecline() { return Leave(kStatusUserOutcome3, kEventDecline); }
 std::intptr_t PVNPrivacyHost::OnCancel() { return Leave(kStatusUserCancel, kEventCancel); }
 
-std::intptr_t PVNPrivacyHost::OnEnterKey() {
-    std::intptr_t result = 0;
-    HandleCommand(Pane().DefaultButton(), result);
-    return result;
-}
+std::intptr_t PVNPrivacyHost::OnEnterKey() { return Press(Pane().DefaultButton()); }
 
 std::intptr_t PVNPrivacyHost::Leave(std::uint32_t status, std::string_view event) {
     if (!machine->CanHandleEvent(event)) return 0;

@@ -1,5 +1,6 @@
 #include "workflow/catalogue/privacy_panes.h"
 
+#include "toolkit/control_styles.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_dialog.h"
@@ -13,10 +14,6 @@
 namespace brixen::pvn::pvn_workflow::privacy {
 
 namespace {
-
-constexpr std::uintptr_t kPlainButton = 0;
-constexpr std::uintptr_t kFramedButton = 1;
-constexpr std::intptr_t kRedraw = 1;
 
 constexpr std::uint16_t kChooseButtons[] = {kContinueButton, kCancelButton};
 constexpr std::uint16_t kStatementButtons[] = {kBackButton, kAcceptButton, kDeclineButton, kCancelButton};
@@ -42,7 +39,8 @@ zeve::NativeWindow PrivacyPane::ControlOf(std::uint16_t viewId) const {
 // presses the default button, which is framed for that reason. They look for the frame that they take away,
 // so the button must not have it while the focus moves.
 void PrivacyPane::OnTab() {
-    zeve::platform::Send(ControlOf(DefaultButton()), zeve::kButtonSetStyle, kPlainButton, kRedraw);
+    zeve::platform::Send(ControlOf(DefaultButton()), zeve::kButtonSetStyle, zeve::style::kPushButton,
+                         zeve::kPaintAnew);
 }
 
 void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
@@ -50,7 +48,8 @@ void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
     const bool isField =
         (id == kLeftToRightField || id == kRightToLeftField) && notification == kNotificationEditHasFocus;
     if (isPopup || isField)
-        zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle, kFramedButton, kRedraw);
+        zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle,
+                             zeve::style::kDefaultPushButton, zeve::kPaintAnew);
 }
 
 ChoosePane::ChoosePane(PrivacyData& runData) : PrivacyPane(kChooseTraits), data(runData) {}

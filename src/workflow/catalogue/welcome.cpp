@@ -97,22 +97,15 @@ private:
         return DeliverEvent(kEventNone);
     }
 
-    std::intptr_t OnEnterKey() {
-        std::intptr_t result = 0;
-        HandleCommand(static_cast<PagePane*>(currentPane)->DefaultButton(), result);
-        return result;
-    }
+    std::intptr_t OnEnterKey() { return Press(static_cast<PagePane*>(currentPane)->DefaultButton()); }
 };
 
 } // namespace
 
 void PVNWelcomeWorkFlow::Build(bool) {
     LoadWorkFlowDictionary("Welcome");
-    host = std::make_unique<WelcomeHost>(LoadViewDescription("welcome"));
-    SetPtr(*ref, PvnWFKey_AppDialog, host.get());
-    machine = std::make_unique<PVNDialogStateMachine>(*host);
+    SetHost(std::make_unique<WelcomeHost>(LoadViewDescription("welcome")));
     SetTransitions();
-    machine->SetProperty(kWFState_Any, kPropertyActionDelegate, static_cast<PVNActionDelegate*>(host.get()));
     SetPanes();
     machine->startState = kStateWelcome;
 }

@@ -5,8 +5,8 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// Welcome, Highlights, Ready: three panes in a row. Back on all but the first, Done on the last, Quit (35073,
-// after its alert) on each.
+// Welcome, Highlights, Ready: three panes in a row. Back on all but the first, Done on the last, Quit
+// (kStatusUserQuit, after its alert) on each.
 class PVNWelcomeWorkFlow final : public PVNWorkFlow {
 public:
     using PVNWorkFlow::PVNWorkFlow;

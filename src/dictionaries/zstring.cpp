@@ -1,9 +1,9 @@
 #include "dictionaries/zstring.h"
 
 #include "dictionaries/encoding.h"
+#include "dictionaries/pair_search.h"
 
 #include <algorithm>
-#include <array>
 #include <new>
 
 namespace kestrel_private {
@@ -18,7 +18,7 @@ public:
     explicit Placeholder(std::uint32_t index) : fUnits{u'^', static_cast<char16_t>(u'0' + index)} {}
 
     std::size_t Length() const { return fUnits.size(); }
-    std::size_t FindIn(std::u16string_view text) const { return text.find(fUnits.data(), 0, fUnits.size()); }
+    std::size_t FindIn(std::u16string_view text) const { return FindPair(text, fUnits); }
     std::size_t CountIn(std::u16string_view text) const {
         std::size_t count = 0;
         for (std::size_t at = FindIn(text); at != text.npos; at = FindIn(text)) {
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    std::array<char16_t, 2> fUnits;
+    UnitPair fUnits;
 };
 
 } // namespace

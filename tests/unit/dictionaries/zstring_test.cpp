@@ -129,6 +129,24 @@ TEST(Substitute, ReplacesEveryPlaceholderOfItsIndex) {
     EXPECT_EQ(Substituted(u"", 0, u"X"), u"");
 }
 
+TEST(Substitute, FindsAPlaceholderAtAnyPlace) {
+    const std::u16string nearly = u"^\u015E\u5E30\u305E"
+                                  u"0^1^";
+    for (std::size_t before = 0; before < 20; ++before) {
+        for (std::size_t behind = 0; behind < 20; ++behind) {
+            const auto around = [&](std::u16string_view middle) {
+                std::u16string text;
+                while (text.size() < before) text += nearly[text.size() % nearly.size()];
+                text += middle;
+                return text.append(behind, u'0');
+            };
+            EXPECT_EQ(Substituted(around(u"^0"), 0, u"X"), around(u"X")) << before << " " << behind;
+            EXPECT_EQ(Substituted(around(u"^0^0"), 0, u"XYZ"), around(u"XYZXYZ")) << before << " " << behind;
+            EXPECT_EQ(Substituted(around(u"^2"), 0, u"X"), around(u"^2")) << before << " " << behind;
+        }
+    }
+}
+
 TEST(Substitute, KeepsHoldingACaretBeforeAnother) {
     EXPECT_EQ(Substituted(u"^^0", 0, u"X"), u"^X");
     EXPECT_EQ(Substituted(u"^^^0^", 0, u"X"), u"^^X^");

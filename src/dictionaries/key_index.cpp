@@ -5,7 +5,6 @@
 #include <bit>
 #include <chrono>
 #include <cstring>
-#include <utility>
 
 namespace kestrel_private {
 namespace {
@@ -50,59 +49,79 @@ std::uint64_t NewSeed(const void* address) {
                          reinterpret_cast<std::uintptr_t>(address));
 }
 
+std::uint32_t TagOf(std::uint64_t hash) { return static_cast<std::uint32_t>(hash >> 32); }
+
 bool IsTooFull(std::size_t used, std::size_t slots) { return used * 5 > slots * 4; }
 
 } // namespace
 
+KeyIndex::Record::Record(std::string_view key, const Entry& entry)
+    : fId(entry.id), fKeyLength(static_cast<std::uint16_t>(key.size())) {
+    SetValue(entry.value);
+    if (key.size() <= sizeof fCopy) {
+        key.copy(fCopy, sizeof fCopy);
+    } else {
+        fBorrowed = key.data();
+    }
+}
+
+void KeyIndex::Record::SetValue(const ValueBytes& value) {
+    fValue = value.bytes;
+    fValueLength = static_cast<std::uint16_t>(value.length);
+}
+
 void KeyIndex::Clear() {
     fSlots.clear();
-    fUsed = 0;
+    fRecords.clear();
 }
 
 void KeyIndex::Start(std::size_t count) {
     Clear();
     std::vector<Slot> slots(std::bit_ceil(kFewestSlots + count * 5 / 4));
+    fRecords.reserve(count);
     fSeed = NewSeed(slots.data());
     fSlots.swap(slots);
 }
 
-std::size_t KeyIndex::SlotFor(std::string_view key) const {
-    const std::uint64_t hash = HashWhole(key, fSeed);
-    const auto tag = static_cast<std::uint16_t>(hash >> 48);
+std::size_t KeyIndex::SlotFor(std::string_view key, std::uint64_t hash) const {
     const std::size_t mask = fSlots.size() - 1;
     for (std::size_t place = hash & mask;; place = (place + 1) & mask) {
         const Slot& slot = fSlots[place];
-        if (slot.id == kFree) return place;
-        if (slot.tag == tag && std::string_view(slot.key, slot.length) == key) return place;
+        if (slot.record == kFree) return place;
+        if (slot.tag == TagOf(hash) && fRecords[slot.record].Key() == key) return place;
     }
 }
 
 void KeyIndex::Insert(std::string_view key, const Entry& entry) {
-    if (IsTooFull(fUsed + 1, fSlots.size())) Resize(fSlots.size() * 2);
-    Slot& slot = fSlots[SlotFor(key)];
-    if (slot.id != kFree) return;
-    slot = {key.data(), entry.value, entry.id, static_cast<std::uint16_t>(key.size()),
-            static_cast<std::uint16_t>(HashWhole(key, fSeed) >> 48)};
-    ++fUsed;
+    if (IsTooFull(fRecords.size() + 1, fSlots.size())) Resize(fSlots.size() * 2);
+    const std::uint64_t hash = HashWhole(key, fSeed);
+    Slot& slot = fSlots[SlotFor(key, hash)];
+    if (slot.record != kFree) return;
+    fRecords.emplace_back(key, entry);
+    slot = {static_cast<std::uint32_t>(fRecords.size() - 1), TagOf(hash)};
 }
 
 std::optional<KeyIndex::Entry> KeyIndex::Find(std::string_view key) const {
-    const Slot& slot = fSlots[SlotFor(key)];
-    if (slot.id == kFree) return std::nullopt;
-    return Entry{slot.id, slot.value};
+    const Slot& slot = fSlots[SlotFor(key, HashWhole(key, fSeed))];
+    if (slot.record == kFree) return std::nullopt;
+    return fRecords[slot.record].Found();
 }
 
 void KeyIndex::SetValue(std::string_view key, const Entry& entry) {
     if (!IsBuilt()) return;
-    Slot& slot = fSlots[SlotFor(key)];
-    if (slot.id == entry.id && slot.id != kFree) slot.value = entry.value;
+    const Slot& slot = fSlots[SlotFor(key, HashWhole(key, fSeed))];
+    if (slot.record == kFree) return;
+    Record& record = fRecords[slot.record];
+    if (record.Found().id == entry.id) record.SetValue(entry.value);
 }
 
 void KeyIndex::Resize(std::size_t slotCount) {
-    std::vector<Slot> old(slotCount);
-    old.swap(fSlots);
-    for (const Slot& slot : old) {
-        if (slot.id != kFree) fSlots[SlotFor({slot.key, slot.length})] = slot;
+    std::vector<Slot> slots(slotCount);
+    fSlots.swap(slots);
+    for (std::uint32_t i = 0; i < fRecords.size(); ++i) {
+        const std::string_view key = fRecords[i].Key();
+        const std::uint64_t hash = HashWhole(key, fSeed);
+        fSlots[SlotFor(key, hash)] = {i, TagOf(hash)};
     }
 }
 

@@ -34,6 +34,22 @@ TEST(KeyIndex, TellsKeysOfEveryLengthApart) {
     }
 }
 
+TEST(KeyIndex, GivesTheValueOfAKeyOfAnyLength) {
+    const std::uint8_t values[100] = {};
+    std::vector<std::string> keys;
+    for (std::size_t length = 0; length < 100; ++length) keys.emplace_back(length, 'k');
+    KeyIndex index;
+    index.Start(0); // grows, and moves what it holds
+    for (std::uint32_t id = 0; id < 100; ++id) index.Insert(keys[id], {id, {values + id, 0xFFFF - id}});
+    for (std::uint32_t id = 0; id < 100; ++id) {
+        const auto entry = index.Find(keys[id]);
+        ASSERT_TRUE(entry);
+        EXPECT_EQ(entry->id, id);
+        EXPECT_EQ(entry->value.bytes, values + id);
+        EXPECT_EQ(entry->value.length, 0xFFFF - id);
+    }
+}
+
 TEST(KeyIndex, KeepsTheFirstIdOfAKey) {
     KeyIndex index;
     index.Start(2);

@@ -19,9 +19,17 @@ void Put(Map& map, std::string_view key, Value value) {
         map.emplace_hint(place, key, value);
 }
 
+// The end for a key that is not there. A test for equal keys ends the search sooner than the second look at
+// their order by which the map's own would end.
+template <class Map>
+auto Find(Map& map, std::string_view key) {
+    const auto place = map.lower_bound(key);
+    return place != map.end() && place->first == key ? place : map.end();
+}
+
 template <class Map, class Out>
 bool Take(const Map& map, std::string_view key, Out read) {
-    const auto entry = map.find(key);
+    const auto entry = Find(map, key);
     if (entry == map.end()) return false;
     read(entry->second);
     return true;
@@ -29,7 +37,7 @@ bool Take(const Map& map, std::string_view key, Out read) {
 
 template <class Map>
 void Erase(Map& map, std::string_view key) {
-    if (const auto entry = map.find(key); entry != map.end()) map.erase(entry);
+    if (const auto entry = Find(map, key); entry != map.end()) map.erase(entry);
 }
 
 } // namespace
@@ -74,21 +82,6 @@ bool SetPtr(T_StorageInterface& bag, std::string_view key, const void* value) {
 
 bool SetString(T_StorageInterface& bag, std::string_view key, const char* value) {
     return bag.Set(key, kValueTypeString, value);
-}
-
-bool GetLong(T_StorageInterface& bag, std::string_view key, std::uint32_t& out) {
-    return bag.Get(key, kValueTypeLong, &out);
-}
-
-bool GetPtr(T_StorageInterface& bag, std::string_view key, void*& out) {
-    return bag.Get(key, kValueTypePtr, &out);
-}
-
-bool GetString(T_StorageInterface& bag, std::string_view key, std::string& out) {
-    const char* text = nullptr;
-    if (!bag.Get(key, kValueTypeString, &text)) return false;
-    out = text;
-    return true;
 }
 
 bool CopyLong(T_StorageInterface& from, T_StorageInterface& to, std::string_view key) {

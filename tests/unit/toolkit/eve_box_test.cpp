@@ -274,10 +274,20 @@ TEST_F(EveBoxTest, ASubCheckFollowsItsOwnSwitches) {
     EXPECT_TRUE(headless::FindWindow(box.subControl)->style & kDisabled);
     box.EnableSubCheck();
     EXPECT_FALSE(headless::FindWindow(box.subControl)->style & kDisabled);
-    box.DisableSubCheck();
-    box.readOnly = box.honoursReadOnly = true;
-    box.EnableSubCheck();
-    EXPECT_TRUE(headless::FindWindow(box.subControl)->style & kDisabled);
+}
+
+TEST_F(EveBoxTest, ASubCheckStaysDisabledOnlyWhereABoxHonoursThatItIsReadOnly) {
+    CEveBox& box = Make("edit_text", {{"check_box_aware", 1}});
+    for (const bool isReadOnly : {false, true}) {
+        for (const bool honoursIt : {false, true}) {
+            box.DisableSubCheck();
+            box.readOnly = isReadOnly;
+            box.honoursReadOnly = honoursIt;
+            box.EnableSubCheck();
+            const bool isDisabled = headless::FindWindow(box.subControl)->style & kDisabled;
+            EXPECT_EQ(isDisabled, isReadOnly && honoursIt) << isReadOnly << honoursIt;
+        }
+    }
 }
 
 TEST_F(EveBoxTest, ABoxWithoutSubCheckAnswersNo) {

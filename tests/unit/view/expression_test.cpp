@@ -216,6 +216,21 @@ TEST_F(Expression, ALoneUnknownIdentifierIsAnAssertion) {
     EXPECT_EQ(Evaluate("(missing)"), kU);
 }
 
+// Which mark ends a value depends on where it stands.
+TEST_F(Expression, ALoneIdentifierIsTheWholeOfItsValue) {
+    generator.onPrepare = [](std::string_view, CExpressionScope& parameters, CExpressionScope&) {
+        for (const char* name : {"first", "last"})
+            EXPECT_EQ(parameters.GetStringOr(name, ""), "text") << name;
+    };
+    EXPECT_EQ(Failure("s = 'text'; dialog(first: s , last: s );"), "");
+    EXPECT_EQ(generator.prepared.size(), 1u);
+    EXPECT_EQ(Failure("dialog(a: missing, b: 1);"), kNoVariable);
+    EXPECT_EQ(Failure("dialog(a: missing;"), kNotAllRead);
+    EXPECT_EQ(FailureOf("set_number(&n, missing;"), kNotAllRead);
+    EXPECT_EQ(FailureOf("x = missing);"), kNotAllRead);
+    EXPECT_EQ(FailureOf("x = missing, y = 1;"), kNotAllRead);
+}
+
 TEST_F(Expression, QuotedTexts) {
     EXPECT_EQ(FailureOf("a = 'OKAY'; b = 'OK'; c = ''; d = 'line\nbreak \"x\" \\'; e = 'abcde';"), "");
     std::uint32_t code = 0;

@@ -179,6 +179,11 @@ TEST_F(Observing, HearsTheCodeAndTheRangeOfEachKind) {
     }
 }
 
+TEST_F(Observing, HearsTheEndOfAnEvaluatedTextAsOfTheDefinition) {
+    Watch("eval('x = 1;'); eval('?'); dialog();");
+    EXPECT_THAT(observer.seen, Contains(Pair(48, "")).Times(3));
+}
+
 TEST_F(Observing, HearsOfViewsAndBlocks) {
     Watch("dialog( w: 1 ) { a(); b() { } } ");
     EXPECT_THAT(observer.seen, Contains(Pair(53, "{ a(); b() { } }")));

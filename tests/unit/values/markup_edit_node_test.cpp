@@ -45,6 +45,16 @@ TEST(MarkupEditNode, NodesOfEveryKindAreWrittenInTheirFences) {
     }
 }
 
+TEST(MarkupEditNode, ATextIsOfTheKindThatItsBytesMake) {
+    CMarkupSTL markup = At("<r><a/><b/></r>", "r/a");
+    ASSERT_TRUE(markup.AddNode(kMarkupText, " \n"));
+    EXPECT_EQ(markup.NodeType(), kMarkupWhiteSpace);
+    ASSERT_TRUE(markup.FindElem("/r/b"));
+    ASSERT_TRUE(markup.AddNode(kMarkupWhiteSpace, "x"));
+    EXPECT_EQ(markup.NodeType(), kMarkupText);
+    EXPECT_EQ(markup.GetDoc(), "<r><a/> \n<b/>x</r>");
+}
+
 TEST(MarkupEditNode, NodesGoToTheEndsOfTheParentWhenThereIsNoCurrentOne) {
     for (const NodeCase& node : kNodes) {
         SCOPED_TRACE(node.written);

@@ -94,6 +94,7 @@ TEST(MarkupEdit, AFreshDocumentTakesARoot) {
     EXPECT_EQ(markup.GetDoc(), "<r/>\r\n");
     EXPECT_TRUE(markup.IsWellFormed());
     EXPECT_EQ(markup.GetTagName(), "r");
+    EXPECT_EQ(markup.At(0).endTagLeft, 6) << "the end of the document";
     EXPECT_EQ(FreshDifference(markup), "");
     CMarkupSTL inserted;
     ASSERT_TRUE(inserted.InsertElem("r", "x"));
@@ -126,6 +127,11 @@ TEST(MarkupEdit, WhatIsAddedMayBePartOfTheDocumentItself) {
     EXPECT_EQ(markup.GetData(), "<a/>");
     ASSERT_TRUE(markup.InsertSubDoc(markup.GetDoc()));
     EXPECT_EQ(Outline(markup), "r(a r(a r b) r b)");
+    ASSERT_TRUE(markup.SetAttrib("room", std::string(1000, 'x')));
+    ASSERT_TRUE(markup.SetAttrib("room", ""));
+    ASSERT_TRUE(markup.FindElem("/r/a"));
+    ASSERT_TRUE(markup.InsertElem(std::string_view(markup.GetDoc()).substr(4, 1), "text"));
+    EXPECT_TRUE(markup.GetDoc().starts_with("<r><a>text</a>\r\n<a/>")) << "the name alone";
     ASSERT_TRUE(markup.SetAttrib("x", markup.GetDoc()));
     EXPECT_EQ(FreshDifference(markup), "");
 }

@@ -183,6 +183,7 @@ TEST_F(MarkupFile, AnEmptyDocumentWritesNothing) {
     Write(path, "old");
     EXPECT_TRUE(Save());
     EXPECT_EQ(Read(path), "");
+    EXPECT_EQ(markup.GetError(), "") << "nothing to report";
     ASSERT_TRUE(Load(Wide(u"<a/>")));
     markup.SetDoc("");
     EXPECT_TRUE(Save());

@@ -169,7 +169,8 @@ TEST(MarkupParse, PositionsPointAtTheBracketsOfEachTag) {
     EXPECT_EQ(EntryAt(markup, 1), (Entry{0, 2, 21, 24, 0, 2, 0}));
     EXPECT_EQ(EntryAt(markup, 2), (Entry{4, 12, 11, 12, 1, 0, 3}));
     EXPECT_EQ(EntryAt(markup, 3), (Entry{13, 15, 16, 20, 1, 0, 0}));
-    EXPECT_EQ(markup.At(0).firstChild, 1);
+    EXPECT_EQ(EntryAt(markup, 0), (Entry{0, 0, 0, 0, 0, 1, 0}));
+    EXPECT_EQ(EntryAt(Parsed("<!--c--><a/>"), 0), (Entry{0, 0, 8, 0, 0, 1, 0})) << "the last `<` under it";
 }
 
 TEST(MarkupParse, TheShortFormIsKnownByItsPositions) {
@@ -202,6 +203,14 @@ TEST(MarkupParse, ANewTextForgetsTheOldTreeAndCursor) {
     EXPECT_FALSE(markup.RestorePos("here"));
     EXPECT_EQ(Outline(markup), "c");
     EXPECT_EQ(markup.PosFree(), 2);
+}
+
+TEST(MarkupParse, ANewTextForgetsTheOldMessage) {
+    CMarkupSTL markup = Parsed("<a>");
+    markup.SetDoc("<b>");
+    EXPECT_EQ(markup.GetError(), "End tag of b element not found");
+    markup.SetDoc("<b/>");
+    EXPECT_EQ(markup.GetError(), "");
 }
 
 TEST(MarkupParse, AFailureLeavesNothingOfTheOldTree) {

@@ -46,12 +46,13 @@ bool IsPlainAttribute(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_
 // answer; other tags take the road of tokens.
 bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t tagEnd, std::string_view name,
                     AttributeValue& value) {
-    TagMarks marks(text.bytes, from, tagEnd, text.end);
-    std::ptrdiff_t quote = marks.Next();
-    if ((ClassOf(text[quote]) & kQuoteByte) == 0) return true;
     // With a blank in front, the first token would look like an attribute.
-    if (name.empty() || !IsWholeName(name) || ClassOf(text[from]) != kOrdinaryByte) return false;
-    do {
+    if (text.end - tagEnd < kNameBlock || ClassOf(text[from]) != kOrdinaryByte) return false;
+    if (name.empty() || !IsWholeName(name)) return false;
+    TagMarks marks(text.bytes, from);
+    for (;;) {
+        const std::ptrdiff_t quote = marks.Next();
+        if ((ClassOf(text[quote]) & kQuoteByte) == 0) return true;
         const std::ptrdiff_t nameEnd = quote - 1;
         if (nameEnd <= from || text[nameEnd] != '=' || ClassOf(text[nameEnd - 1]) != kOrdinaryByte)
             return false;
@@ -66,9 +67,7 @@ bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t 
             return IsPlainAttribute(text, from, nameBegin);
         }
         from = valueEnd + 1;
-        quote = marks.Next();
-    } while ((ClassOf(text[quote]) & kQuoteByte) != 0);
-    return true;
+    }
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "values/markup_tokens.h"
 
+#include <bit>
+
 // The attributes of one tag of markup. Private to the markup document.
 namespace brixen::lyr::gen {
 
@@ -25,6 +27,13 @@ struct AttributeValue {
 
     bool Exists() const { return begin != 0; }
 };
+
+// Whether a tag ends before any attribute could have a value, as far as sixteen bytes tell.
+inline bool HasNoValues(const MarkupSpan& text, std::ptrdiff_t tagName) {
+    if (text.end - tagName < kNameBlock) return false;
+    const std::uint32_t marks = markup_blocks::QuotesAndEnds(text.bytes + tagName);
+    return marks != 0 && (ClassOf(text[tagName + std::countr_zero(marks)]) & kQuoteByte) == 0;
+}
 
 // The value of an attribute alone. The tag's first `>` stands at `tagEnd`, or its `?`.
 AttributeValue FindAttributeValue(MarkupSpan text, std::ptrdiff_t tagName, std::ptrdiff_t tagEnd,

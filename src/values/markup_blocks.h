@@ -164,30 +164,27 @@ inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdi
     return from;
 }
 
-// Goes through the quotes of a tag and the bytes that may end it, from one place on. `end` is the place of
-// the one that does; `readable` is the end of what may be read.
+// Goes through the quotes of a tag and the bytes that may end it, from one place on. The caller stops at the
+// one that does; a block of sixteen bytes may be read from there.
 class TagMarks {
 public:
-    TagMarks(const char* text, std::ptrdiff_t from, std::ptrdiff_t end, std::ptrdiff_t readable)
-        : fText(text), fEnd(end), fReadable(readable), fBehind(from) {}
+    TagMarks(const char* text, std::ptrdiff_t from)
+        : fText(text), fBlock(from), fMask(markup_blocks::QuotesAndEnds(text + from)) {}
 
     std::ptrdiff_t Next() {
         while (fMask == 0) {
-            if (fBehind > fEnd) return fEnd;
-            fMask = MaskAt(fText, fBehind, fReadable, markup_blocks::QuotesAndEnds);
-            fBehind += kNameBlock;
+            fBlock += kNameBlock;
+            fMask = markup_blocks::QuotesAndEnds(fText + fBlock);
         }
-        const std::ptrdiff_t at = fBehind - kNameBlock + std::countr_zero(fMask);
+        const std::ptrdiff_t at = fBlock + std::countr_zero(fMask);
         fMask &= fMask - 1;
         return at;
     }
 
 private:
     const char* fText;
-    std::ptrdiff_t fEnd;
-    std::ptrdiff_t fReadable;
-    std::ptrdiff_t fBehind; // the end of the block that the mask tells of
-    std::uint32_t fMask = 0;
+    std::ptrdiff_t fBlock; // that the mask tells of
+    std::uint32_t fMask;
 };
 
 // Goes through the `<` of a text from one place on. Texts shorter than a block seem to have none.

@@ -104,7 +104,10 @@ std::string_view CMarkupSTL::AttributeIn(TagRange tag, std::string_view name, st
 }
 
 std::string_view CMarkupSTL::ViewAttrib(MarkupText name, std::string& room) const {
-    return AttributeIn(CurrentTag(), name, room);
+    const TagRange tag = CurrentTag();
+    // Most tags have none: they need no more than this.
+    if (tag.begin != 0 && HasNoValues(MarkupSpan(document), tag.begin)) return {};
+    return AttributeIn(tag, name, room);
 }
 
 std::string CMarkupSTL::GetAttrib(MarkupText name) const {

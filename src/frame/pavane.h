@@ -16,6 +16,8 @@
  *  5. Ownership: nothing that the library makes reaches the host, and the host frees nothing. The parent
  *     window stays the host's; it is disabled while a dialog is open and enabled again before the call
  *     returns. A host that destroys it during a run takes the dialog along, which ends the run as a cancel.
+ *     So does a quit message that the host posts during a run, and no loop of the host's sees that one: post
+ *     it when the call has returned.
  *  6. Language: the words of the dialogs follow the language of the host options (see PAVANE_HOST_OPTIONS),
  *     and stand from the first use after Pavane_Initialize. A new language takes a Pavane_Terminate and a
  *     Pavane_Initialize.
@@ -118,7 +120,8 @@ uint16_t Pavane_PreloadWorkflow(uint16_t workflow);
 
 /*
  * Shows a workflow as a modal dialog and returns when it has ended. `parentWindow` owns the dialog; one that
- * is null, or no window, counts as none, and one of another thread is used as it is.
+ * is null, or no window, counts as none, and any other window is used as it is, one of another
+ * thread and the desktop too.
  *
  * Returns PAVANE_SUCCESS when the user went through to the end; one of the user's decisions; or a failure.
  */

@@ -80,8 +80,10 @@ void TrimSystemMenu(NativeWindow window) noexcept;
 void GreyCloseItem(NativeWindow window) noexcept;
 // Opens or closes the input method of a window.
 void SetInputMethodOpen(NativeWindow window, bool open) noexcept;
+// A modal message of the system with an error icon, no title and one button.
+void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
 
-// --- Painting ---
+// --- Painting and icons ---
 
 // Asks for the whole client area to be erased and painted again.
 void Invalidate(NativeWindow window) noexcept;
@@ -92,6 +94,9 @@ void EraseFace(NativeWindow window, NativeDrawing device) noexcept;
 // Between the two calls the window draws nothing. One window of the whole system at a time.
 void LockUpdates(NativeWindow window) noexcept;
 void UnlockUpdates() noexcept;
+// A copy of a system icon at the given size, or null. The caller deletes it.
+NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept;
+void DeleteIcon(NativeIcon icon) noexcept;
 
 // --- Messages ---
 
@@ -153,14 +158,6 @@ struct FittedText {
     Extent extent;         // of those units
 };
 FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept;
-
-// --- Icons, bitmaps, messages ---
-
-// A copy of a system icon at the given size, or null. The caller deletes it.
-NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept;
-void DeleteIcon(NativeIcon icon) noexcept;
-// A modal message of the system with an error icon, no title and one button.
-void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
 
 // --- Once per process ---
 

@@ -1,3 +1,4 @@
+#include "toolkit/control_styles.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
 
@@ -14,11 +15,10 @@ using headless::Window;
 
 namespace {
 
-constexpr std::uint32_t kStyleChild = 0x40000000, kStyleShown = 0x10000000, kStyleDisabled = 0x08000000;
 constexpr std::int32_t kFrameSide = 3, kFrameTop = 22; // of a top-level window
 constexpr std::uint32_t kMessageDestroy = 0x0002;
 
-bool IsChild(const Window& window) { return (window.style & kStyleChild) != 0; }
+bool IsChild(const Window& window) { return (window.style & style::kChild) != 0; }
 
 void SetStyleBit(Window& window, std::uint32_t bit, bool set) {
     window.style = set ? window.style | bit : window.style & ~bit;
@@ -70,7 +70,7 @@ NativeWindow MakeWindow(const WindowRequest& request) noexcept {
             request.id},
            request.className);
     if (headless::Refuses(State().refuseWindow)) return nullptr;
-    if ((request.style & kStyleChild) != 0 && FindWindow(request.parent) == nullptr) return nullptr;
+    if ((request.style & style::kChild) != 0 && FindWindow(request.parent) == nullptr) return nullptr;
     try {
         State().windows.push_back(NewWindow(request));
         return State().windows.back()->handle;
@@ -115,13 +115,13 @@ bool IsWindowAlive(NativeWindow window) noexcept {
 
 void ShowOrHide(NativeWindow window, bool show) noexcept {
     Record("ShowOrHide", window, {show});
-    if (Window* found = FindWindow(window)) SetStyleBit(*found, kStyleShown, show);
+    if (Window* found = FindWindow(window)) SetStyleBit(*found, style::kVisible, show);
 }
 
 bool IsShown(NativeWindow window) noexcept {
     Record("IsShown", window);
     for (Window* found = FindWindow(window); found != nullptr; found = FindWindow(found->parent)) {
-        if ((found->style & kStyleShown) == 0) return false;
+        if ((found->style & style::kVisible) == 0) return false;
         if (!IsChild(*found)) return true;
     }
     return false;
@@ -131,13 +131,13 @@ void PaintNow(NativeWindow window) noexcept { Record("PaintNow", window); }
 
 void Enable(NativeWindow window, bool enabled) noexcept {
     Record("Enable", window, {enabled});
-    if (Window* found = FindWindow(window)) SetStyleBit(*found, kStyleDisabled, !enabled);
+    if (Window* found = FindWindow(window)) SetStyleBit(*found, style::kDisabled, !enabled);
 }
 
 bool IsEnabled(NativeWindow window) noexcept {
     Record("IsEnabled", window);
     const Window* found = FindWindow(window);
-    return found != nullptr && (found->style & kStyleDisabled) == 0;
+    return found != nullptr && (found->style & style::kDisabled) == 0;
 }
 
 void Focus(NativeWindow window) noexcept {
@@ -236,6 +236,29 @@ std::uint32_t StyleOf(NativeWindow window) noexcept {
 void SetStyle(NativeWindow window, std::uint32_t style) noexcept {
     Record("SetStyle", window, {style});
     if (Window* found = FindWindow(window)) found->style = style;
+}
+
+void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) noexcept {
+    Record("InsertTab", window, {index}, text);
+}
+
+void TrimSystemMenu(NativeWindow window) noexcept {
+    Record("TrimSystemMenu", window);
+    if (Window* found = FindWindow(window)) found->menuTrimmed = true;
+}
+
+void GreyCloseItem(NativeWindow window) noexcept {
+    Record("GreyCloseItem", window);
+    if (Window* found = FindWindow(window)) found->closeGreyed = true;
+}
+
+void SetInputMethodOpen(NativeWindow window, bool open) noexcept {
+    Record("SetInputMethodOpen", window, {open});
+    if (Window* found = FindWindow(window)) found->inputMethodOpen = open;
+}
+
+void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept {
+    Record("ShowErrorMessage", owner, {}, text);
 }
 
 } // namespace platform

@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+#include <commctrl.h>
+#include <imm.h>
 #include <objbase.h>
 
 namespace brixen::zeve::platform {
@@ -15,6 +17,21 @@ constexpr UINT kDialogClassStyle = CS_VREDRAW | CS_HREDRAW;
 constexpr std::size_t kUniqueNameUnits = 64;
 
 Rectangle FromSystem(const RECT& area) { return {area.left, area.top, area.right, area.bottom}; }
+
+class InputContext {
+public:
+    explicit InputContext(HWND window) : fWindow(window), fContext(ImmGetContext(window)) {}
+    InputContext(const InputContext&) = delete;
+    InputContext& operator=(const InputContext&) = delete;
+    ~InputContext() {
+        if (fContext != nullptr) ImmReleaseContext(fWindow, fContext);
+    }
+    HIMC Get() const { return fContext; }
+
+private:
+    HWND fWindow;
+    HIMC fContext;
+};
 
 bool IsOfClass(HWND window, const wchar_t* className) noexcept {
     wchar_t name[256] = {}; // the system's limit
@@ -135,6 +152,37 @@ std::uint32_t StyleOf(NativeWindow window) noexcept {
 
 void SetStyle(NativeWindow window, std::uint32_t style) noexcept {
     SetWindowLongW(Handle(window), GWL_STYLE, static_cast<LONG>(style));
+}
+
+void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) noexcept {
+    if (window == nullptr) return;
+    TCITEMW item = {};
+    item.mask = TCIF_TEXT | TCIF_IMAGE;
+    item.pszText = Wide(const_cast<char16_t*>(text)); // only read
+    item.iImage = -1;
+    SendMessageW(Handle(window), TCM_INSERTITEMW, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&item));
+}
+
+void TrimSystemMenu(NativeWindow window) noexcept {
+    const HMENU menu = GetSystemMenu(Handle(window), FALSE);
+    for (int i = GetMenuItemCount(menu) - 1; i >= 0; --i) {
+        const UINT id = GetMenuItemID(menu, i);
+        if (id != SC_MOVE && id != SC_CLOSE) DeleteMenu(menu, static_cast<UINT>(i), MF_BYPOSITION);
+    }
+}
+
+void GreyCloseItem(NativeWindow window) noexcept {
+    EnableMenuItem(GetSystemMenu(Handle(window), FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
+}
+
+void SetInputMethodOpen(NativeWindow window, bool open) noexcept {
+    const InputContext context(Handle(window));
+    if (context.Get() != nullptr) ImmSetOpenStatus(context.Get(), open);
+}
+
+void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept {
+    MessageBoxW(Handle(owner), Wide(text), L"", MB_ICONHAND);
 }
 
 } // namespace brixen::zeve::platform

@@ -1,8 +1,6 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/handles.h"
 
-#include <imm.h>
-
 namespace brixen::zeve::platform {
 
 namespace {
@@ -25,41 +23,9 @@ private:
     HDC fDevice;
 };
 
-class InputContext {
-public:
-    explicit InputContext(HWND window) : fWindow(window), fContext(ImmGetContext(window)) {}
-    InputContext(const InputContext&) = delete;
-    InputContext& operator=(const InputContext&) = delete;
-    ~InputContext() {
-        if (fContext != nullptr) ImmReleaseContext(fWindow, fContext);
-    }
-    HIMC Get() const { return fContext; }
-
-private:
-    HWND fWindow;
-    HIMC fContext;
-};
-
 void FillWithFace(HDC device, const RECT& area) { FillRect(device, &area, GetSysColorBrush(COLOR_BTNFACE)); }
 
 } // namespace
-
-void TrimSystemMenu(NativeWindow window) noexcept {
-    const HMENU menu = GetSystemMenu(Handle(window), FALSE);
-    for (int i = GetMenuItemCount(menu) - 1; i >= 0; --i) {
-        const UINT id = GetMenuItemID(menu, i);
-        if (id != SC_MOVE && id != SC_CLOSE) DeleteMenu(menu, static_cast<UINT>(i), MF_BYPOSITION);
-    }
-}
-
-void GreyCloseItem(NativeWindow window) noexcept {
-    EnableMenuItem(GetSystemMenu(Handle(window), FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
-}
-
-void SetInputMethodOpen(NativeWindow window, bool open) noexcept {
-    const InputContext context(Handle(window));
-    if (context.Get() != nullptr) ImmSetOpenStatus(context.Get(), open);
-}
 
 void Invalidate(NativeWindow window) noexcept {
     // A null window would stand for all windows of the system.
@@ -88,10 +54,6 @@ NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t hei
 
 void DeleteIcon(NativeIcon icon) noexcept {
     if (icon != nullptr) DestroyIcon(Handle(icon));
-}
-
-void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept {
-    MessageBoxW(Handle(owner), Wide(text), L"", MB_ICONHAND);
 }
 
 } // namespace brixen::zeve::platform

@@ -2,6 +2,6 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-bool gProgressCancel = false;
+std::atomic<bool> gProgressCancel = false;
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,9 +1,12 @@
-// What the dialog's thread and a worker share: plain process-wide variables, no lock.
+// What the dialog's thread and a worker share: process-wide variables, each read and written whole, without a
+// lock.
 #pragma once
+
+#include <atomic>
 
 namespace brixen::pvn::pvn_workflow {
 
 // The user wants the running operation stopped. Written by the dialog's thread only.
-extern bool gProgressCancel;
+extern std::atomic<bool> gProgressCancel;
 
 } // namespace brixen::pvn::pvn_workflow

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <string>
 
-namespace test_support {
+namespace pavane_test {
 
 class ResourceFolder {
 public:
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    pavane_test::TemporaryFolder folder;
+    TemporaryFolder folder;
 };
 
-} // namespace test_support
+} // namespace pavane_test

@@ -61,7 +61,7 @@ TEST_F(Decoder, WhatIsNoPictureFails) {
 }
 
 TEST_F(Decoder, OpensFilesInAFolderOutsideTheCodePage) {
-    const test_support::ResourceFolder folder(u"\u05E9\u05DC\u05D5\u05DD-\u65E5\u672C-\u0E17");
+    const pavane_test::ResourceFolder folder(u"\u05E9\u05DC\u05D5\u05DD-\u65E5\u672C-\u0E17");
     folder.Copy("picture.png", Picture("rgb.png"));
     const DecodedBitmap decoded = Decode(folder.PathOf("picture.png"));
     EXPECT_NE(decoded.bitmap, nullptr);
@@ -69,7 +69,7 @@ TEST_F(Decoder, OpensFilesInAFolderOutsideTheCodePage) {
 }
 
 TEST_F(Decoder, ClosesTheFile) {
-    const test_support::ResourceFolder folder;
+    const pavane_test::ResourceFolder folder;
     folder.Copy("picture.png", Picture("rgb.png"));
     const DecodedBitmap decoded = Decode(folder.PathOf("picture.png"));
     EXPECT_TRUE(folder.Remove("picture.png"));

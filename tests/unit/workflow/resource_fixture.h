@@ -52,7 +52,7 @@ protected:
         return text.substr(text.find("PVResources") + 12);
     }
 
-    test_support::ResourceFolder files;
+    pavane_test::ResourceFolder files;
 
 private:
     std::FILE* savedLog;

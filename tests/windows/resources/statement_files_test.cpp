@@ -41,7 +41,7 @@ protected:
                                   nullptr));
     }
 
-    const test_support::ResourceFolder folder;
+    const pavane_test::ResourceFolder folder;
 };
 
 } // namespace

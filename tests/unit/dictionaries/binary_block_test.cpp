@@ -175,6 +175,8 @@ TEST_F(BinaryBlock, WithACutHeaderTextKeepsTheOlderOne) {
 
 TEST_F(BinaryBlock, ReplacesTheHeaderTextByAnEmptyOne) {
     Loaded dictionary(BinaryFile{.entries = kEntries, .headerText = "older"});
+    LoadBytes(dictionary, BinaryFile{}.Written().substr(0, 29));
+    EXPECT_EQ(dictionary.HeaderText(), "older") << "the file ends at the length, which is 0";
     LoadBytes(dictionary, BinaryFile{.entries = {{"/n", u"new"}}}.Written());
     EXPECT_EQ(dictionary.HeaderText(), "");
 }
@@ -287,6 +289,12 @@ TEST_F(BinaryBlock, CutBehindItsCountsHasIdsWithoutTexts) {
     EXPECT_EQ(ValueOfId(dictionary, 0), u"");
 }
 
+TEST_F(BinaryBlock, CutBehindItsListsAnswers) {
+    const std::string bytes = BinaryFile{.entries = kEntries}.Written();
+    const Loaded dictionary(bytes.substr(0, bytes.size() - 4));
+    for (const auto& [key, value] : kEntries) EXPECT_EQ(Found(dictionary, (key + "=default").c_str()), value);
+}
+
 TEST_F(BinaryBlock, CutInItsNotesStillAnswers) {
     const std::string bytes = BinaryFile{.entries = kEntries, .notes = {{0, u"note"}}}.Written();
     const Loaded dictionary(bytes.substr(0, bytes.size() - 1));
@@ -362,6 +370,23 @@ TEST_F(BinaryBlock, KeepsTheListsBeforeOneThatDoesNotFit) {
     const Loaded dictionary(bytes);
     EXPECT_EQ(Found(dictionary, "/a"), u"one");
     EXPECT_EQ(Found(dictionary, "/c=default"), u"default");
+}
+
+TEST_F(BinaryBlock, ReadsNoNotesBehindAListThatDoesNotFit) {
+    std::string bytes =
+        BinaryFile{.entries = kEntries, .lists = {{{KeyBucket("/a"), {0}}, {KeyBucket("/c"), {1}}}}}
+            .Written();
+    bytes.replace(bytes.size() - 16, 4, "\xFF\xFF\xFF\xFF");
+    // With the second list left out, its id and what follows would be one note of the first entry.
+    bytes += FieldWriter(std::endian::little).U32(0).U32(0).U16(0).Written();
+    EXPECT_EQ(NoteOfId(Loaded(bytes), 0), u"no note");
+}
+
+TEST_F(BinaryBlock, CountsNoMoreLiveEntriesThanTheirNumberHolds) {
+    Loaded dictionary(BinaryFile{.entries = {{"/a", u"one"}}, .liveCount = UINT32_MAX});
+    LoadBytes(dictionary, BinaryFile{.entries = {{"/b", u"two"}}, .liveCount = 2}.Written());
+    EXPECT_EQ(dictionary.Entries().LiveEntries(), UINT32_MAX);
+    EXPECT_EQ(Found(dictionary, "/b"), u"two");
 }
 
 TEST_F(BinaryBlock, StoresNoIdBeyondItsEntries) {

@@ -4,6 +4,7 @@
 #include "dictionaries/key_text.h"
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/value_decoding.h"
+#include "values/character_borders.h"
 #include "values/text_conversion.h"
 
 #include <cstdint>
@@ -68,7 +69,7 @@ private:
 // Unpaired surrogates become U+FFFD, as in every conversion of the dictionaries.
 std::string Utf8Of(const Words& words) {
     const std::u16string_view text = words.Text();
-    const bool endsInHalf = !text.empty() && text.back() >= 0xD800 && text.back() <= 0xDBFF;
+    const bool endsInHalf = !text.empty() && lyr::gen::IsHighSurrogate(text.back());
     try {
         if (!endsInHalf) return lyr::gen::ToUtf8(text);
     } catch (const lyr::gen::illegal_utf_sequence&) {

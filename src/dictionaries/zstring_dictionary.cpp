@@ -8,6 +8,7 @@
 #include "dictionaries/encoding.h"
 #include "dictionaries/text_line.h"
 #include "dictionaries/value_decoding.h"
+#include "values/character_borders.h"
 
 #include <algorithm>
 
@@ -22,9 +23,7 @@ constexpr std::uint32_t kFastMinor = 5;
 
 // Cut where the length has no more bits, but not through a pair.
 std::u16string_view CutValue(std::u16string_view value) {
-    if (value.size() <= kLongestValue) return value;
-    const char16_t last = value[kLongestValue - 1];
-    return value.substr(0, last >= 0xD800 && last <= 0xDBFF ? kLongestValue - 1 : kLongestValue);
+    return brixen::lyr::gen::CutToUnits(value, kLongestValue);
 }
 
 std::string_view BytesOf(std::u16string_view text) {

@@ -1,4 +1,4 @@
-// Where characters begin, for whoever has to cut a text between two of them.
+// Where characters begin, for whoever reads a text by units or has to cut it between two characters.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,10 @@ namespace brixen::lyr::gen {
 // Whether a byte of UTF-8 is the first of its character.
 constexpr bool BeginsCharacter(char byte) { return (byte & 0xC0) != 0x80; }
 
-constexpr bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-constexpr bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
+// Of a unit of UTF-16 or of a code point.
+constexpr bool IsSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
+constexpr bool IsHighSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDBFF; }
+constexpr bool IsLowSurrogate(char32_t code) { return code >= 0xDC00 && code <= 0xDFFF; }
 
 // Whether a cut in front of the unit at `position` would part the halves of a surrogate pair.
 constexpr bool SplitsPair(std::u16string_view text, std::size_t position) {

@@ -1,6 +1,7 @@
 #include "values/legal_text.h"
 
 #include "values/ascii_block.h"
+#include "values/character_borders.h"
 #include "values/dense_block.h"
 
 #include <algorithm>

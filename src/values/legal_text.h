@@ -12,10 +12,6 @@ namespace brixen::lyr::gen::legal_text {
 
 using Byte = std::uint8_t;
 
-constexpr bool IsSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
-constexpr bool IsHighSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDBFF; }
-constexpr bool IsLowSurrogate(char32_t code) { return code >= 0xDC00 && code <= 0xDFFF; }
-
 // Convert as far as the text is legal and there is room for a block of any characters; what is behind the
 // target's final position may be written too, up to its end.
 RangePositions<Byte, char16_t> QuickUtf8ToUtf16(const Byte* source, const Byte* end, char16_t* target,

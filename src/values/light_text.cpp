@@ -1,5 +1,6 @@
 #include "values/light_text.h"
 
+#include "values/character_borders.h"
 #include "values/platform/values_platform.h"
 
 #include <algorithm>
@@ -30,14 +31,12 @@ private:
     Unit* fUnits;
 };
 
-constexpr bool IsAnySurrogate(std::uint32_t unit) { return (unit & 0xF800) == 0xD800; }
-
 // Reads one code point; 0 at the end of the text.
 std::uint32_t NextCode(const char16_t*& wide) {
     const std::uint32_t unit = *wide;
     if (unit == 0) return 0;
     ++wide;
-    if (!IsAnySurrogate(unit)) return unit;
+    if (!IsSurrogate(unit)) return unit;
     const std::uint32_t next = *wide;
     if (next == 0) return 0;
     ++wide;

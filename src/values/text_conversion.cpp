@@ -1,7 +1,7 @@
 #include "values/text_conversion.h"
 
+#include "values/character_borders.h"
 #include "values/legal_text.h"
-#include "values/text_pieces.h"
 
 #include <algorithm>
 #include <array>
@@ -10,9 +10,6 @@ namespace brixen::lyr::gen {
 namespace {
 
 using legal_text::Byte;
-using legal_text::IsHighSurrogate;
-using legal_text::IsLowSurrogate;
-using legal_text::IsSurrogate;
 using legal_text::QuickUtf16ToUtf8;
 using legal_text::QuickUtf8ToUtf16;
 
@@ -234,31 +231,6 @@ RangePositions<char16_t, std::uint8_t> Utf16RangeToUtf8(const char16_t* source, 
         ThrowBadUtf16();
     }
     return {source, target};
-}
-
-std::string ToUtf8(std::u16string_view wide, bool lenient) {
-    const char16_t* const end = wide.data() + wide.size();
-    std::array<Byte, kPiece> piece;
-    const auto came = QuickUtf16ToUtf8(wide.data(), end, piece.data(), piece.data() + piece.size());
-    if (came.source != end) return Utf8InPieces(wide, lenient, Utf16RangeToUtf8);
-    return {reinterpret_cast<const char*>(piece.data()),
-            static_cast<std::size_t>(came.target - piece.data())};
-}
-
-static RangePositions<Byte, char16_t> WholeSequences(const Byte* source, const Byte* sourceEnd,
-                                                     char16_t* target, char16_t* targetEnd, bool lenient) {
-    const auto came = Utf8RangeToUtf16(source, sourceEnd, target, targetEnd, lenient);
-    if (came.source == source) ThrowBadUtf8(); // it ends inside a sequence
-    return came;
-}
-
-std::u16string ToUtf16(std::string_view narrow, bool lenient) {
-    const Byte* const begin = reinterpret_cast<const Byte*>(narrow.data());
-    std::array<char16_t, kPiece> piece;
-    const auto came =
-        QuickUtf8ToUtf16(begin, begin + narrow.size(), piece.data(), piece.data() + piece.size());
-    if (came.source != begin + narrow.size()) return Utf16InPieces(narrow, lenient, WholeSequences);
-    return {piece.data(), static_cast<std::size_t>(came.target - piece.data())};
 }
 
 } // namespace brixen::lyr::gen

@@ -20,6 +20,12 @@ TEST(CharacterBorders, SurrogatesAreKnownByTheirHalf) {
         EXPECT_FALSE(IsHighSurrogate(unit));
         EXPECT_TRUE(IsLowSurrogate(unit));
     }
+    for (const char32_t code : {0xD800u, 0xDBFFu, 0xDC00u, 0xDFFFu}) EXPECT_TRUE(IsSurrogate(code));
+    for (const char32_t code : {0xD7FFu, 0xE000u, 0x1D800u, 0x10DC00u}) {
+        EXPECT_FALSE(IsSurrogate(code));
+        EXPECT_FALSE(IsHighSurrogate(code));
+        EXPECT_FALSE(IsLowSurrogate(code));
+    }
     for (const char16_t unit : {u'\xD7FF', u'\xE000', u'a'}) {
         EXPECT_FALSE(IsHighSurrogate(unit));
         EXPECT_FALSE(IsLowSurrogate(unit));

@@ -2,6 +2,7 @@
 // locale as Windows has it, one byte for each character up to 0xFF.
 #include "values/platform/values_platform.h"
 
+#include "values/character_borders.h"
 #include "values/platform/read_file.h"
 #include "values/text_conversion.h"
 
@@ -36,12 +37,9 @@ char ByteOf1252(char16_t unit) {
 std::u16string WithoutLoneSurrogates(std::u16string_view wide) {
     std::u16string text(wide);
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] < 0xD800 || text[i] > 0xDFFF) continue;
-        const bool pair =
-            text[i] < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
-        if (pair) {
+        if (SplitsPair(text, i + 1)) {
             ++i;
-        } else {
+        } else if (IsSurrogate(text[i])) {
             text[i] = kReplacement;
         }
     }

@@ -34,6 +34,7 @@ struct LanguageFace {
     std::uint8_t characterSet;
 };
 
+// For hosts of the toolkit; the workflow engine names a language only for right-to-left words.
 constexpr LanguageFace kLanguageFaces[] = {
     {"ja-jp", u"MS UI Gothic", 128}, // SHIFTJIS_CHARSET
     {"ko-kr", u"Gulim", 129},        // HANGUL_CHARSET

@@ -14,6 +14,7 @@ constexpr std::uint32_t kTreeStyle =
 
 std::uint32_t TreeStyle(const CExpressionScope& attributes, const CEveBox& box) {
     std::uint32_t treeStyle = kTreeStyle;
+    // The same bit as kTreeHasButtons: a tall tree has buttons, asked for or not, and never twice.
     if (box.height > box.width) treeStyle |= style::kUpright;
     if (attributes.GetBooleanOr("has_buttons"_name, true)) treeStyle |= style::kTreeHasButtons;
     if (attributes.GetBooleanOr("has_lines"_name, true)) {

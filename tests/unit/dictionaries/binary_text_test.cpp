@@ -141,6 +141,7 @@ std::string ReadFile(const fs::path& path) {
 TEST_F(BinaryText, AsShippedAnswersAsItsSource) {
     const fs::path sources =
         fs::path(PAVANE_TEST_DATA).parent_path().parent_path() / "resources" / "dictionaries";
+    ASSERT_TRUE(fs::exists("PVResources")) << "run it in the folder of the programs";
     std::size_t compared = 0;
     for (const auto& entry : fs::recursive_directory_iterator(sources)) {
         if (entry.path().extension() != ".txt") continue;

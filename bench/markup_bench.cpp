@@ -1,7 +1,7 @@
 // The markup document against pugixml: reading, walking, building; and what an edit costs.
 #include "bench/bar_table.h"
 #include "bench/markup_samples.h"
-#include "values/markup_document.h"
+#include "values/markup/document.h"
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>

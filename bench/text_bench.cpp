@@ -1,6 +1,6 @@
 // Text conversion and Base64 against ICU and OpenSSL.
 #include "values/base64.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 #include <benchmark/benchmark.h>
 #include <openssl/evp.h>

@@ -3,7 +3,7 @@
 #include "dictionaries/text_line.h"
 #include "dictionaries/value_decoding.h"
 #include "dictionaries/zstring_dictionary.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 #include <algorithm>
 #include <cstdint>

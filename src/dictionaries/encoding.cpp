@@ -1,7 +1,7 @@
 #include "dictionaries/encoding.h"
 
 #include "values/platform/values_platform.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 namespace kestrel_private {
 namespace {

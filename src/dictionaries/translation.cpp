@@ -4,8 +4,8 @@
 #include "dictionaries/key_text.h"
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/value_decoding.h"
-#include "values/character_borders.h"
-#include "values/text_conversion.h"
+#include "values/unicode/character_borders.h"
+#include "values/unicode/text_conversion.h"
 
 #include <cstdint>
 #include <cstring>

@@ -8,7 +8,7 @@
 #include "dictionaries/encoding.h"
 #include "dictionaries/text_line.h"
 #include "dictionaries/value_decoding.h"
-#include "values/character_borders.h"
+#include "values/unicode/character_borders.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #include "toolkit/box_font.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/wide_text.h"
-#include "values/character_borders.h"
+#include "values/unicode/character_borders.h"
 #include "view/expression_scope.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // what a user has put into a field can be read and shown again.
 #pragma once
 
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 #include <string>
 #include <string_view>

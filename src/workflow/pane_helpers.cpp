@@ -7,8 +7,8 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_dialog.h"
-#include "values/character_borders.h"
-#include "values/text_conversion.h"
+#include "values/unicode/character_borders.h"
+#include "values/unicode/text_conversion.h"
 
 namespace brixen::pvn::pvn_workflow {
 

@@ -3,7 +3,7 @@
 // assertion.
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/zeve_dialog.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 #include "view/express_view_scope.h"
 #include "view/reader_state.h"
 #include "view/verify_generator.h"

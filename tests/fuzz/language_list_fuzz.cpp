@@ -1,6 +1,6 @@
 // Any bytes as a language list and as a privacy statement. A list never names a file outside the folder of
 // the statements, its rows can be shown, and reading it again gives the same.
-#include "values/markup_document.h"
+#include "values/markup/document.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/resources/privacy_list.h"
 #include "workflow/resources/privacy_statement_handler.h"

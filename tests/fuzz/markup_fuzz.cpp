@@ -1,7 +1,7 @@
 // Any bytes as a document, then a script of edits behind the first byte 1. Everything can be walked over and
 // read; what returns false has changed nothing; after every edit the table is that of a fresh parse.
 #include "support/markup_tree.h"
-#include "values/markup_document.h"
+#include "values/markup/document.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // The table of a markup document beside another: for unit tests and fuzzers.
 #pragma once
 
-#include "values/markup_document.h"
+#include "values/markup/document.h"
 
 #include <algorithm>
 #include <array>

@@ -9,7 +9,7 @@
 #include "toolkit/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
-#include "values/character_borders.h"
+#include "values/unicode/character_borders.h"
 #include "view/expression_scope.h"
 
 #include <algorithm>

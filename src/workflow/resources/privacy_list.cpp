@@ -1,6 +1,6 @@
 #include "workflow/resources/privacy_list.h"
 
-#include "values/markup_document.h"
+#include "values/markup/document.h"
 #include "values/platform/values_platform.h"
 
 namespace brixen::pvn::pvn_workflow {

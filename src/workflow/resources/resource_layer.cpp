@@ -2,7 +2,7 @@
 
 #include "frame/log.h"
 #include "toolkit/zeve_dialog.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
 #include "workflow/resources/privacy_statement_handler.h"

@@ -1,7 +1,7 @@
 #include "workflow/resources/resource_manager.h"
 
 #include "values/platform/values_platform.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/resources/resource_handler.h"
 #include "workflow/resources/resource_state.h"
 

@@ -2,7 +2,7 @@
 
 #include "support/failing_allocator.h"
 #include "support/temporary_folder.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 #include <gtest/gtest.h>
 

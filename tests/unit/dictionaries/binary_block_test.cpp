@@ -1,5 +1,5 @@
 // What the reader makes of one compiled dictionary of version 2, right and wrong.
-#include "binary_support.h"
+#include "unit/dictionaries/binary_support.h"
 
 #include "dictionaries/translation.h"
 #include "support/failing_allocator.h"

@@ -1,5 +1,5 @@
 // Compiled dictionaries of versions 1.0 and 1.5.
-#include "binary_support.h"
+#include "unit/dictionaries/binary_support.h"
 
 #include "dictionaries/encoding.h"
 #include "dictionaries/translation.h"

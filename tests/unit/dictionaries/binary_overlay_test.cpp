@@ -1,5 +1,5 @@
 // Several compiled dictionaries in one store: overlays, files made to sit behind others, refusal.
-#include "binary_support.h"
+#include "unit/dictionaries/binary_support.h"
 
 #include <numeric>
 

@@ -1,7 +1,7 @@
 // Compiled dictionaries written field by field, so that a test can make each of them wrong.
 #pragma once
 
-#include "dictionary_support.h"
+#include "unit/dictionaries/dictionary_support.h"
 
 #include "dictionaries/key_text.h"
 

@@ -1,5 +1,5 @@
 // The same dictionary as text and compiled: every key has the same answer.
-#include "binary_support.h"
+#include "unit/dictionaries/binary_support.h"
 
 #include "tools/dictionary_compiler.h"
 

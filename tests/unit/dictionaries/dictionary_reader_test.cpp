@@ -3,7 +3,7 @@
 #include "dictionaries/source_streams.h"
 #include "support/temporary_folder.h"
 
-#include "dictionary_support.h"
+#include "unit/dictionaries/dictionary_support.h"
 
 #include <cstdint>
 #include <filesystem>

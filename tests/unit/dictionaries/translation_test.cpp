@@ -2,7 +2,7 @@
 
 #include "dictionaries/encoding.h"
 
-#include "dictionary_support.h"
+#include "unit/dictionaries/dictionary_support.h"
 #include "support/failing_allocator.h"
 
 #include <new>

@@ -2,7 +2,7 @@
 
 #include "dictionaries/entity_table.h"
 
-#include "dictionary_support.h"
+#include "unit/dictionaries/dictionary_support.h"
 
 #include <array>
 #include <string>

@@ -3,7 +3,7 @@
 #include "dictionaries/dictionary_entry.h"
 #include "dictionaries/encoding.h"
 
-#include "dictionary_support.h"
+#include "unit/dictionaries/dictionary_support.h"
 #include "support/failing_allocator.h"
 
 #include <new>

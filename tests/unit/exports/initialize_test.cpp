@@ -1,4 +1,4 @@
-#include "exports_fixture.h"
+#include "unit/exports/exports_fixture.h"
 #include "frame/worker_thread.h"
 
 #include "support/failing_allocator.h"

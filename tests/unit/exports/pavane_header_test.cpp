@@ -1,7 +1,7 @@
 // The public header says what the library means.
 #include "frame/pavane.h"
 
-#include "exports_fixture.h"
+#include "unit/exports/exports_fixture.h"
 #include "frame/host_configuration.h"
 #include "frame/launchers.h"
 #include "frame/version.h"

@@ -1,4 +1,4 @@
-#include "exports_fixture.h"
+#include "unit/exports/exports_fixture.h"
 
 #include "workflow/context_keys.h"
 

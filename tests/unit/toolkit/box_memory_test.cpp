@@ -1,5 +1,5 @@
 // Every box of the catalogue while memory runs out, one allocation after the other.
-#include "dialog_fixture.h"
+#include "unit/toolkit/dialog_fixture.h"
 #include "support/failing_allocator.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"

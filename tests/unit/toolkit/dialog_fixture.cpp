@@ -1,4 +1,4 @@
-#include "dialog_fixture.h"
+#include "unit/toolkit/dialog_fixture.h"
 
 #include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"

@@ -1,6 +1,6 @@
 #include "toolkit/modal_run.h"
 
-#include "dialog_fixture.h"
+#include "unit/toolkit/dialog_fixture.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/window_messages.h"
 

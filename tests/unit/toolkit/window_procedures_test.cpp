@@ -1,6 +1,6 @@
 #include "toolkit/window_procedures.h"
 
-#include "dialog_fixture.h"
+#include "unit/toolkit/dialog_fixture.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"

@@ -1,6 +1,6 @@
 #include "toolkit/zeve_dialog.h"
 
-#include "dialog_fixture.h"
+#include "unit/toolkit/dialog_fixture.h"
 #include "support/failing_allocator.h"
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"

@@ -1,6 +1,6 @@
 #include "toolkit/zeve_generator.h"
 
-#include "dialog_fixture.h"
+#include "unit/toolkit/dialog_fixture.h"
 #include "toolkit/catalogue.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/eve_box.h"

@@ -1,5 +1,5 @@
 // Expressions and values, through assignments in the root of a description.
-#include "view_fixture.h"
+#include "unit/view/view_fixture.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 // The function host and the observer.
-#include "view_fixture.h"
+#include "unit/view/view_fixture.h"
 
 #include <gmock/gmock.h>
 

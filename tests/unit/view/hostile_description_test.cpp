@@ -1,7 +1,7 @@
 // Descriptions that nobody should write: each ends in an assertion or quietly, in time and stack that its
 // length bounds. A watchdog of the test driver ends a test that does not.
 #include "view/reading_limits.h"
-#include "view_fixture.h"
+#include "unit/view/view_fixture.h"
 
 #include <cctype>
 

@@ -1,5 +1,5 @@
 // Columns: what they measure, and where they put their children from top to bottom.
-#include "layout_fixture.h"
+#include "unit/view/layout_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Where columns and offscreen views align a child between their left and right edges.
-#include "layout_fixture.h"
+#include "unit/view/layout_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "layout_fixture.h"
+#include "unit/view/layout_fixture.h"
 
 #include "view/express_view_scope.h"
 #include "view/view_reader.h"

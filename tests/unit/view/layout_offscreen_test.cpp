@@ -1,5 +1,5 @@
 // Offscreen views: pages on top of each other, far below until their boxes are made.
-#include "layout_fixture.h"
+#include "unit/view/layout_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "layout_oracle.h"
+#include "unit/view/layout_oracle.h"
 
 #include <algorithm>
 #include <cmath>

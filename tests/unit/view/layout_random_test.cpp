@@ -1,7 +1,7 @@
 // Thousands of random trees, laid out by the system and by the rules one by one; both must agree on every
 // number.
-#include "layout_fixture.h"
-#include "layout_oracle.h"
+#include "unit/view/layout_fixture.h"
+#include "unit/view/layout_oracle.h"
 
 #include <gtest/gtest.h>
 

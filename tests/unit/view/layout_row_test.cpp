@@ -1,5 +1,5 @@
 // Rows: what they measure, and where they put their children from left to right, or from right to left.
-#include "layout_fixture.h"
+#include "unit/view/layout_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What concerns the tree as a whole: direction, order, unknown placements, numbers beyond 32 bits.
-#include "layout_fixture.h"
+#include "unit/view/layout_fixture.h"
 
 #include "toolkit/layout.h"
 #include "toolkit/layout_arithmetic.h"

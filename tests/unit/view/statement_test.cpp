@@ -1,4 +1,4 @@
-#include "view_fixture.h"
+#include "unit/view/view_fixture.h"
 
 namespace brixen::zeve {
 namespace {

@@ -4,7 +4,7 @@
 #include "support/temporary_folder.h"
 #include "toolkit/view_proxy.h"
 #include "view/verify_generator.h"
-#include "view_fixture.h"
+#include "unit/view/view_fixture.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "workflow/alert.h"
 
-#include "dialog_fixture.h"
+#include "unit/workflow/dialog_fixture.h"
 #include "toolkit/event_record.h"
 #include "workflow/alert_catalogue.h"
 #include "workflow/context_keys.h"

@@ -1,5 +1,5 @@
 // A workflow's dictionary may be compiled, as it is shipped, or text.
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"

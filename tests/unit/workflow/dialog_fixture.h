@@ -3,7 +3,7 @@
 #pragma once
 
 #include "frame/pavane_context.h"
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_dialog.h"

@@ -1,7 +1,7 @@
 // The words that are shipped: every locale has every one of them, and the dictionary gives them back as
 // written.
-#include "resource_fixture.h"
-#include "shipped_texts.h"
+#include "unit/workflow/resource_fixture.h"
+#include "unit/workflow/shipped_texts.h"
 
 #include "dictionaries/translation.h"
 

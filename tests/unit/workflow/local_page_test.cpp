@@ -1,7 +1,7 @@
 // Pages of the product's own, which the browser shows: the language's, else the English one.
 #include "workflow/controls/open_in_browser.h"
 
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 #include "workflow/platform/headless/pane_recorder.h"
 
 namespace brixen::pvn::pvn_workflow {

@@ -1,7 +1,7 @@
 #include "workflow/pane_helpers.h"
 
 #include "dictionaries/translation.h"
-#include "pane_host_fixture.h"
+#include "unit/workflow/pane_host_fixture.h"
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 // becomes of them.
 #pragma once
 
-#include "dialog_fixture.h"
+#include "unit/workflow/dialog_fixture.h"
 #include "workflow/concrete_host.h"
 #include "workflow/context_keys.h"
 #include "workflow/dialog_state_machine.h"

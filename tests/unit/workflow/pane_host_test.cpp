@@ -1,6 +1,6 @@
 #include "workflow/pane_host.h"
 
-#include "pane_host_fixture.h"
+#include "unit/workflow/pane_host_fixture.h"
 #include "toolkit/toolkit_state.h"
 #include "workflow/host_messages.h"
 

@@ -1,7 +1,7 @@
 // The language list: what is read from it, and how its errors are told.
 #include "workflow/resources/privacy_list.h"
 
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 #include "support/failing_allocator.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 // Privacy statements: which file is taken for a language, and what is read from it.
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 #include "support/failing_allocator.h"
 #include "workflow/resources/privacy_statement_handler.h"
 

@@ -1,9 +1,9 @@
 #include "workflow/catalogue/privacy.h"
 
-#include "dialog_fixture.h"
+#include "unit/workflow/dialog_fixture.h"
 #include "frame/status.h"
 #include "toolkit/control_styles.h"
-#include "without_memory.h"
+#include "unit/workflow/without_memory.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/catalogue/privacy_views.h"
 #include "workflow/context_keys.h"

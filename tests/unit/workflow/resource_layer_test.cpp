@@ -1,5 +1,5 @@
 // What a workflow gets from the layer: views, dictionaries, bitmaps, and what happens without them.
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 
 #include "dictionaries/translation.h"
 #include "support/failing_allocator.h"

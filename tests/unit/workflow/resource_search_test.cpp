@@ -1,5 +1,5 @@
 // Which file is found for a name, a locale and a mode.
-#include "resource_fixture.h"
+#include "unit/workflow/resource_fixture.h"
 #include "workflow/resources/resource_handler.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "workflow/run_workflow.h"
 
-#include "dialog_fixture.h"
+#include "unit/workflow/dialog_fixture.h"
 #include "frame/status.h"
 #include "workflow/concrete_host.h"
 #include "workflow/context_keys.h"

@@ -1,9 +1,9 @@
 // The privacy statements that are shipped and the list that names them: every locale has a whole one, and the
 // build turns each source into the bytes that the statement handler reads.
-#include "resource_fixture.h"
-#include "shipped_texts.h"
+#include "unit/workflow/resource_fixture.h"
+#include "unit/workflow/shipped_texts.h"
 
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 #include <map>
 #include <set>

@@ -1,6 +1,6 @@
 #include "toolkit/platform/win32/isolation.h"
 
-#include "patched_import.h"
+#include "windows/toolkit/patched_import.h"
 #include "toolkit/platform/toolkit_platform.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // What the toolkit asks of the system, to the argument: what a recorded window system cannot tell.
-#include "patched_import.h"
+#include "windows/toolkit/patched_import.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"

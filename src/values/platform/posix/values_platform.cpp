@@ -2,9 +2,9 @@
 // locale as Windows has it, one byte for each character up to 0xFF.
 #include "values/platform/values_platform.h"
 
-#include "values/character_borders.h"
+#include "values/unicode/character_borders.h"
 #include "values/platform/read_file.h"
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 
 #include <sys/stat.h>
 

@@ -1,6 +1,6 @@
 #include "workflow/platform/resource_platform.h"
 
-#include "values/text_conversion.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/platform/headless/resource_recorder.h"
 
 #include <unistd.h>

@@ -1,0 +1,94 @@
+#include "values/markup/document.h"
+
+#include "values/base64.h"
+#include "values/unicode/light_text.h"
+#include "values/markup/escape.h"
+#include "values/markup/parser.h"
+#include "values/markup/tokens.h"
+
+#include <utility>
+
+namespace brixen::lyr::gen {
+
+CMarkupSTL::CMarkupSTL(CMarkupSTL&& other) noexcept { Swap(other); }
+
+CMarkupSTL& CMarkupSTL::operator=(const CMarkupSTL& other) {
+    CMarkupSTL copy(other);
+    Swap(copy);
+    return *this;
+}
+
+CMarkupSTL& CMarkupSTL::operator=(CMarkupSTL&& other) noexcept {
+    CMarkupSTL taken(std::move(other));
+    Swap(taken);
+    return *this;
+}
+
+void CMarkupSTL::Swap(CMarkupSTL& other) noexcept {
+    document.swap(other.document);
+    errorText.swap(other.errorText);
+    std::swap(flags, other.flags);
+    std::swap(cursor, other.cursor);
+    savedPositions.swap(other.savedPositions);
+    swap(table, other.table);
+}
+
+void CMarkupSTL::SetDoc(const char* text) { SetDoc(std::string(MarkupText(text))); }
+
+void CMarkupSTL::SetDoc(std::string text) {
+    document = std::move(text);
+    errorText.clear();
+    Parse();
+}
+
+bool CMarkupSTL::Parse() {
+    const std::string kept = std::exchange(errorText, {});
+    cursor = {};
+    savedPositions.clear();
+    table.Clear();
+    const bool tooLong = document.size() > kLongestMarkup;
+    table.Grow(tooLong ? 0 : static_cast<std::int32_t>(document.size() / 64 + 8));
+    if (document.empty()) return false;
+    std::string error = "Element tag not found";
+    const std::int32_t top = tooLong ? -1 : ParseElement(document, table, 0, error);
+    errorText = kept;
+    if (top > 0) {
+        // The parser's trace of the root: the last `<` that was looked for under it.
+        table[0].endTagLeft = table[top].startTagLeft;
+        table[0].firstChild = top;
+    } else if (top < 0) {
+        errorText += kept.empty() ? error : ", " + error;
+    }
+    return top > 0;
+}
+
+bool CMarkupSTL::IsWellFormed() const { return FirstUnder(0) != 0; }
+
+std::string CMarkupSTL::EscapeText(MarkupText text, bool attribute) { return EscapeMarkup(text, attribute); }
+
+std::string CMarkupSTL::UnescapeText(MarkupText text) {
+    std::string room;
+    return std::string(UnescapedOrSame(MarkupSpan(text), 0, std::ssize(text), room));
+}
+
+std::string CMarkupSTL::EncodeBase64(const void* bytes, std::size_t length) {
+    return EncodeBase64Wrapped(bytes, length);
+}
+
+std::size_t CMarkupSTL::DecodeBase64(MarkupText text, void* out, std::size_t outSize) {
+    return DecodeBase64Wrapped(text, out, outSize);
+}
+
+std::int32_t CMarkupSTL::EncodeUtf8(char* out, const char16_t* wide, std::int32_t size) {
+    return gen::EncodeUtf8(out, wide, size);
+}
+
+std::int32_t CMarkupSTL::DecodeUtf8(char16_t* out, const char* utf8, std::int32_t length) {
+    return gen::DecodeUtf8(out, utf8, length);
+}
+
+std::string CMarkupSTL::Utf8ToCodePage(MarkupText utf8) { return gen::Utf8ToCodePage(utf8); }
+
+std::string CMarkupSTL::CodePageToUtf8(MarkupText text) { return gen::CodePageToUtf8(text); }
+
+} // namespace brixen::lyr::gen

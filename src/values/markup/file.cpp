@@ -1,0 +1,110 @@
+// Files: bytes as they are, or UTF-16 with a byte-order mark.
+#include "values/markup/document.h"
+
+#include "values/unicode/light_text.h"
+#include "values/platform/values_platform.h"
+
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace brixen::lyr::gen {
+namespace {
+
+constexpr std::uint32_t kFileIsUtf16 = 1;
+constexpr std::string_view kByteOrderMark = "\xFF\xFE";
+constexpr std::size_t kBytesPerUnit = 2;
+constexpr std::size_t kMostUtf8PerUnit = 3;
+
+// Nothing but the mark is no UTF-16 file.
+bool IsUtf16File(std::string_view bytes) {
+    return bytes.size() > kByteOrderMark.size() && bytes.starts_with(kByteOrderMark);
+}
+
+std::u16string UnitsOf(std::string_view bytes) {
+    std::u16string units(bytes.size() / kBytesPerUnit, u'\0');
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const auto low = static_cast<unsigned char>(bytes[kBytesPerUnit * i]);
+        const auto high = static_cast<unsigned char>(bytes[kBytesPerUnit * i + 1]);
+        units[i] = static_cast<char16_t>(low | high << 8);
+    }
+    return units;
+}
+
+std::string BytesOf(std::u16string_view units) {
+    std::string bytes;
+    bytes.reserve(kByteOrderMark.size() + kBytesPerUnit * units.size());
+    bytes += kByteOrderMark;
+    for (const char16_t unit : units) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+constexpr std::size_t kMostCounted = std::numeric_limits<std::int32_t>::max();
+
+bool IsTooLong(std::size_t units) { return units >= kMostCounted / kMostUtf8PerUnit; }
+
+std::string Utf8Of(const std::u16string& units) {
+    std::string utf8(static_cast<std::size_t>(EncodeUtf8(nullptr, units.c_str(), 0)), '\0');
+    EncodeUtf8(utf8.data(), units.c_str(), static_cast<std::int32_t>(utf8.size()));
+    return utf8;
+}
+
+std::u16string UnitsOfUtf8(const std::string& utf8) {
+    const auto length = static_cast<std::int32_t>(utf8.size());
+    std::u16string units(static_cast<std::size_t>(DecodeUtf8(nullptr, utf8.data(), length)), u'\0');
+    // A NUL ends the text, and takes one unit more, the terminator's.
+    DecodeUtf8(units.data(), utf8.data(), length);
+    return units;
+}
+
+std::string Count(std::size_t count, const char* what) { return std::to_string(count) + what; }
+
+} // namespace
+
+bool CMarkupSTL::Load(const std::u16string& path) {
+    std::string error;
+    std::optional<std::string> bytes = ReadWholeFile(path, error);
+    const bool isTooLong = bytes && IsUtf16File(*bytes) && IsTooLong(bytes->size() / kBytesPerUnit);
+    if (isTooLong) error = std::strerror(EFBIG);
+    if (!bytes || isTooLong) {
+        errorText = error;
+        return false;
+    }
+    if (IsUtf16File(*bytes)) {
+        const std::u16string units = UnitsOf(std::string_view(*bytes).substr(kByteOrderMark.size()));
+        document = Utf8Of(units);
+        flags |= kFileIsUtf16;
+        errorText = Count(units.size(), " wide chars to ").insert(0, "BOM + ");
+        errorText += Count(document.size(), " bytes");
+    } else {
+        document = std::move(*bytes);
+        flags &= ~kFileIsUtf16;
+        errorText = Count(document.size(), " bytes");
+    }
+    return Parse();
+}
+
+bool CMarkupSTL::Save(const std::u16string& path) {
+    std::string error;
+    const bool wide = (flags & kFileIsUtf16) != 0 && !document.empty();
+    if (wide && document.size() > kMostCounted) {
+        errorText = std::strerror(EFBIG);
+        return false;
+    }
+    const std::u16string units = wide ? UnitsOfUtf8(document) : std::u16string();
+    const std::string bytes = wide ? BytesOf(units) : std::string();
+    if (!WriteWholeFile(path, wide ? bytes : std::string_view(document), error)) {
+        errorText = error;
+        return false;
+    }
+    if (document.empty()) return true;
+    errorText = Count(document.size(), wide ? " bytes to BOM + " : " bytes");
+    if (wide) errorText += Count(units.size(), " wide chars");
+    return true;
+}
+
+} // namespace brixen::lyr::gen

@@ -1,0 +1,145 @@
+#include "values/unicode/light_text.h"
+
+#include "support/failing_allocator.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+using namespace brixen::lyr::gen;
+
+namespace {
+
+std::u16string U16(std::initializer_list<char16_t> units) { return {units}; }
+
+std::string Encoded(const std::u16string& wide, std::int32_t size = 100) {
+    std::string out(static_cast<std::size_t>(size) + 1, '#');
+    out.resize(static_cast<std::size_t>(EncodeUtf8(out.data(), wide.c_str(), size)));
+    return out;
+}
+
+std::u16string Decoded(std::string_view utf8) {
+    const auto length = static_cast<std::int32_t>(utf8.size());
+    std::u16string out(static_cast<std::size_t>(DecodeUtf8(nullptr, utf8.data(), length)) + 1, u'#');
+    DecodeUtf8(out.data(), utf8.data(), length);
+    out.pop_back();
+    return out;
+}
+
+TEST(EncodeUtf8, CountsWithoutABuffer) {
+    EXPECT_EQ(EncodeUtf8(nullptr, u"a\u00E9\u20AC", 0), 6);
+    EXPECT_EQ(EncodeUtf8(nullptr, u"abc", 1), 3);
+    EXPECT_EQ(EncodeUtf8(nullptr, u"", 0), 0);
+}
+
+TEST(EncodeUtf8, WritesOneToFourBytes) {
+    EXPECT_EQ(Encoded(u"a\u07FF\u0800" + U16({0xD83D, 0xDE00})), "a\xDF\xBF\xE0\xA0\x80\xF0\x9F\x98\x80");
+}
+
+TEST(EncodeUtf8, CombinesASurrogateWithWhateverFollows) {
+    EXPECT_EQ(Encoded(U16({0xDC00, u'A'})), "\xF0\x90\x81\x81"); // 0x10000 + 0x41
+    EXPECT_EQ(Encoded(U16({u'a', 0xD800})), "a");
+}
+
+TEST(EncodeUtf8, StopsBeforeASequenceThatDoesNotFit) {
+    std::array<char, 5> out = {'#', '#', '#', '#', '#'};
+    EXPECT_EQ(EncodeUtf8(out.data(), u"ab\u20AC", 4), 2);
+    EXPECT_EQ(std::string(out.data(), 5), std::string("ab\0##", 5));
+}
+
+TEST(EncodeUtf8, LeavesOutTheTerminatorWhenThereIsNoRoom) {
+    std::array<char, 3> out = {'#', '#', '#'};
+    EXPECT_EQ(EncodeUtf8(out.data(), u"ab", 2), 2);
+    EXPECT_EQ(std::string(out.data(), 3), "ab#");
+    EXPECT_EQ(EncodeUtf8(out.data(), u"xy", 0), 0);
+    EXPECT_EQ(std::string(out.data(), 3), "ab#");
+}
+
+TEST(DecodeUtf8, GivesAQuestionMarkForABrokenSequenceAndReadsOn) {
+    EXPECT_EQ(Decoded("\xE2\x82\x41"), u"?A");
+    EXPECT_EQ(Decoded("\xE2\x82"), u"?");
+    EXPECT_EQ(Decoded("\xF0\x9F\x98xy"), u"?xy");
+    EXPECT_EQ(Decoded("\xC3"), u"?");
+}
+
+TEST(DecodeUtf8, TakesTrailingBytesFromHexEightyUpWithoutFurtherTest) {
+    EXPECT_EQ(Decoded("\xC3\xE9"), U16({0xE9}));
+    EXPECT_EQ(Decoded("\x80\x81"), U16({0x01}));
+}
+
+TEST(DecodeUtf8, WritesTwoUnitsBeyondTheBasicPlane) {
+    EXPECT_EQ(Decoded("\xF0\x9F\x98\x80"), U16({0xD83D, 0xDE00}));
+    EXPECT_EQ(Decoded("a\xE2\x82\xAC"), u"a\u20AC");
+}
+
+TEST(DecodeUtf8, TakesThreeBitsOfEveryLeadOfFourBytes) {
+    EXPECT_EQ(Decoded("\xF8\x88\x80\x80"), u"\u8000");
+    EXPECT_EQ(Decoded("\xFF\x80\x80\x80"), Decoded("\xF7\x80\x80\x80"));
+    // 0x1FFFFF less 0x10000 has a bit too many for the high half.
+    EXPECT_EQ(Decoded("\xF7\xBF\xBF\xBF"), U16({0xDBBF, 0xDFFF}));
+}
+
+TEST(DecodeUtf8, ReturnsTheBytesReadAndWritesTheNulThatEndedIt) {
+    std::array<char16_t, 8> out;
+    out.fill(u'#');
+    EXPECT_EQ(DecodeUtf8(out.data(), "ab\0cd", 5), 2);
+    EXPECT_EQ(std::u16string(out.data(), 4), std::u16string(u"ab\0#", 4));
+    EXPECT_EQ(DecodeUtf8(nullptr, "ab\0cd", 5), 2);
+    out.fill(u'#');
+    EXPECT_EQ(DecodeUtf8(out.data(),
+                         "\xE2\x82\xAC"
+                         "b",
+                         4),
+              4);
+    EXPECT_EQ(out[2], u'#');
+}
+
+TEST(DecodeUtf8, ReadsToTheNulWithANegativeLength) { EXPECT_EQ(DecodeUtf8(nullptr, "abcd", -1), 4); }
+
+TEST(DecodeUtf8, EndsAtANulInATrailingPlace) { EXPECT_EQ(DecodeUtf8(nullptr, "\xE2\x82\0x", 4), 1); }
+
+TEST(CodePage, GivesBackAsciiOfEveryLengthAroundTheLocalRoom) {
+    for (const std::size_t length : {0U, 1U, 254U, 255U, 256U, 257U, 1000U}) {
+        const std::string text(length, 'x');
+        EXPECT_EQ(Utf8ToCodePage(text), text);
+        EXPECT_EQ(CodePageToUtf8(text), text);
+    }
+}
+
+TEST(CodePage, WidensOneByteToSeveral) {
+    const std::string utf8 = Utf8ToCodePage("Gr\xC3\xBC\xC3\x9F"
+                                            "e");
+    EXPECT_EQ(utf8, "Gr\xFC\xDF"
+                    "e");
+    EXPECT_EQ(CodePageToUtf8(utf8), "Gr\xC3\xBC\xC3\x9F"
+                                    "e");
+    EXPECT_EQ(CodePageToUtf8(std::string(200, '\xFC')).size(), 400u);
+}
+
+TEST(CodePage, TakesNothingButTheResultFromTheHeapForAShortText) {
+    const std::string text(255, 'x');
+    std::size_t before = pavane_test::AllocationCount();
+    const std::string narrow = Utf8ToCodePage(text);
+    EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
+    before = pavane_test::AllocationCount();
+    EXPECT_EQ(CodePageToUtf8(narrow), text);
+    EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
+}
+
+TEST(CodePage, IsEmptyForWhatTheLocaleCannotShow) { EXPECT_EQ(Utf8ToCodePage("a\xE4\xB8\xAD"), ""); }
+
+TEST(CodePage, GivesNothingForATextThatIsTooLong) {
+    constexpr std::size_t kTooLong = std::size_t{1} << 29;
+    // Not one character of it is looked at.
+    EXPECT_EQ(Utf8ToCodePage(std::string_view("a", kTooLong)), "");
+    EXPECT_EQ(CodePageToUtf8(std::string_view("a", kTooLong)), "");
+}
+
+TEST(CodePage, EndsAtANul) {
+    EXPECT_EQ(Utf8ToCodePage(std::string_view("ab\0c", 4)), "ab");
+    EXPECT_EQ(CodePageToUtf8(std::string_view("ab\0c", 4)), "ab");
+}
+
+} // namespace

@@ -1,6 +1,6 @@
 // The dictionaries against a hash map and against gettext: random order, all hits.
 #include "bench/sample_keys.h"
-#include "dictionaries/fast_array.h"
+#include "dictionaries/store/fast_array.h"
 #include "dictionaries/translation.h"
 #include "dictionaries/zstring_dictionary.h"
 

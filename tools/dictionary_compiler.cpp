@@ -1,6 +1,6 @@
 #include "tools/dictionary_compiler.h"
 
-#include "dictionaries/text_line.h"
+#include "dictionaries/files/text_line.h"
 #include "dictionaries/value_decoding.h"
 #include "dictionaries/zstring_dictionary.h"
 #include "values/unicode/text_conversion.h"

@@ -1,8 +1,8 @@
 #include "tools/dictionary_writer.h"
 
-#include "dictionaries/binary_header.h"
-#include "dictionaries/key_text.h"
-#include "dictionaries/text_line.h"
+#include "dictionaries/files/binary_header.h"
+#include "dictionaries/store/key_text.h"
+#include "dictionaries/files/text_line.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "dictionaries/translation.h"
 
-#include "dictionaries/encoding.h"
-#include "dictionaries/key_text.h"
+#include "dictionaries/zstring/encoding.h"
+#include "dictionaries/store/key_text.h"
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/value_decoding.h"
 #include "values/unicode/character_borders.h"

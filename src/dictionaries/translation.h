@@ -11,7 +11,7 @@ namespace brixen::zeve {
 
 // The text under `key`, a key text such as `$$$/a/b=Default` (see dictionaries/zstring_dictionary.h). Empty
 // for a null or empty key, and when neither the dictionary nor the key text has words. A key text whose
-// default is not UTF-8 raises a conversion code (see dictionaries/encoding.h).
+// default is not UTF-8 raises a conversion code (see dictionaries/zstring/encoding.h).
 std::string ZeveTranslate(std::string_view key);
 std::string ZeveTranslate(const char* key);
 

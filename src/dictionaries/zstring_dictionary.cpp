@@ -1,12 +1,12 @@
 #include "dictionaries/zstring_dictionary.h"
 
-#include "dictionaries/binary_block.h"
-#include "dictionaries/binary_chains.h"
-#include "dictionaries/binary_header.h"
+#include "dictionaries/files/binary_block.h"
+#include "dictionaries/files/binary_chains.h"
+#include "dictionaries/files/binary_header.h"
 #include "dictionaries/dictionaries_state.h"
-#include "dictionaries/dictionary_reader.h"
-#include "dictionaries/encoding.h"
-#include "dictionaries/text_line.h"
+#include "dictionaries/files/dictionary_reader.h"
+#include "dictionaries/zstring/encoding.h"
+#include "dictionaries/files/text_line.h"
 #include "dictionaries/value_decoding.h"
 #include "values/unicode/character_borders.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "dictionaries/chain_store.h"
-#include "dictionaries/fast_array.h"
-#include "dictionaries/ref_count_obj.h"
-#include "dictionaries/zstring.h"
+#include "dictionaries/store/chain_store.h"
+#include "dictionaries/store/fast_array.h"
+#include "dictionaries/zstring/ref_count_obj.h"
+#include "dictionaries/zstring/zstring.h"
 
 #include <cstdint>
 #include <memory>
@@ -32,7 +32,7 @@ public:
     // version 2 makes the dictionary fast; its block may be refused (see FastArray::AddBlock), and one that
     // is cut off keeps what is whole, without a word. One of version 1 goes into the chains, which a fast
     // dictionary does not read. The bytes are not needed afterwards; keys are copied whatever `copyKeys`
-    // says. Throws a conversion code (see dictionaries/encoding.h) for bytes that are no text in the
+    // says. Throws a conversion code (see dictionaries/zstring/encoding.h) for bytes that are no text in the
     // process's code page.
     void Load(const void* bytes, std::int64_t length, bool copyKeys);
 
@@ -44,7 +44,7 @@ public:
                      std::uint32_t reserved, const char16_t* note, std::uint32_t noteChars);
 
     // The value of the key as stored, else that in the fallback dictionary, else the decoded default text,
-    // else the empty text. `encoding` is that of the default text (see dictionaries/encoding.h); with a null
+    // else the empty text. `encoding` is that of the default text (see dictionaries/zstring/encoding.h); with a null
     // pointer or the code 0 its bytes are widened with their sign.
     void Lookup(ZString& outString, const char* keyText, const std::int32_t* encoding) const;
     void Lookup(ZString& outString, std::string_view keyText, const std::int32_t* encoding) const;

@@ -1,7 +1,7 @@
 // Any bytes as compiled dictionaries, one behind the other in one store: the answers are the same with the
 // index as without, the texts can be read and replaced, and each file may come again.
-#include "dictionaries/binary_header.h"
-#include "dictionaries/encoding.h"
+#include "dictionaries/files/binary_header.h"
+#include "dictionaries/zstring/encoding.h"
 #include "dictionaries/zstring_dictionary.h"
 
 #include <algorithm>

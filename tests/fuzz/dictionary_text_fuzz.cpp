@@ -1,5 +1,5 @@
 // Any bytes as a text dictionary, in blocks and in chains: both stores give the same answers.
-#include "dictionaries/encoding.h"
+#include "dictionaries/zstring/encoding.h"
 #include "dictionaries/zstring_dictionary.h"
 
 #include <cstddef>

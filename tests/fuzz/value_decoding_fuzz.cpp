@@ -1,7 +1,7 @@
 // Any units as a value, and any replacement: nothing grows but by what was put in, and a text without leads
 // and forms stays as it is.
 #include "dictionaries/value_decoding.h"
-#include "dictionaries/zstring.h"
+#include "dictionaries/zstring/zstring.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "dictionaries/translation.h"
 
-#include "dictionaries/encoding.h"
+#include "dictionaries/zstring/encoding.h"
 
 #include "unit/dictionaries/dictionary_support.h"
 #include "support/failing_allocator.h"

@@ -1,7 +1,7 @@
 #include "dictionaries/zstring_dictionary.h"
 
-#include "dictionaries/dictionary_entry.h"
-#include "dictionaries/encoding.h"
+#include "dictionaries/store/dictionary_entry.h"
+#include "dictionaries/zstring/encoding.h"
 
 #include "unit/dictionaries/dictionary_support.h"
 #include "support/failing_allocator.h"

@@ -1,0 +1,129 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace kestrel_private {
+
+// Where a reader takes its bytes from.
+enum class SourceKind { Stream = 0, File = 1, Memory = 2, Resource = 3 };
+
+// A buffer that grows by half until the need is met.
+template <class Unit>
+class LineBuffer {
+public:
+    LineBuffer() : fUnits(kFirstCapacity) {}
+    void Clear() { fUsed = 0; }
+    void Append(Unit unit) {
+        if (fUsed == fUnits.size()) Grow(fUsed + 1);
+        fUnits[fUsed++] = unit;
+    }
+    // Room for `count` units; what is written there counts once Use says so.
+    Unit* Room(std::size_t count) {
+        if (fUnits.size() - fUsed < count) Grow(fUsed + count);
+        return fUnits.data() + fUsed;
+    }
+    std::size_t RoomLeft() const { return fUnits.size() - fUsed; }
+    void Use(std::size_t count) { fUsed += count; }
+    const Unit* Data() const { return fUnits.data(); }
+    std::size_t Used() const { return fUsed; }
+
+private:
+    static constexpr std::size_t kFirstCapacity = 256;
+    void Grow(std::size_t need) {
+        std::size_t capacity = fUnits.size();
+        while (capacity < need) capacity += capacity / 2;
+        fUnits.resize(capacity);
+    }
+
+    std::vector<Unit> fUnits;
+    std::size_t fUsed = 0;
+};
+
+// Takes the text of a dictionary apart into lines. One reader serves one load; memory and stream are
+// borrowed.
+class DictionaryReader {
+public:
+    static constexpr std::size_t kHeadLength = 2; // bytes that decide the kind of reader
+
+    DictionaryReader(const std::uint8_t* begin, const std::uint8_t* end);
+    // `head` is what was taken from the stream already and is to be read first.
+    DictionaryReader(SourceKind kind, std::istream& stream, std::string_view head);
+    DictionaryReader(const DictionaryReader&) = delete;
+    DictionaryReader& operator=(const DictionaryReader&) = delete;
+    virtual ~DictionaryReader() = default;
+
+    // The next line, NUL-terminated, in the reader's own buffer and valid until the next call; null at the
+    // end.
+    virtual const char16_t* NextLine() = 0;
+    // The same line with its length.
+    std::u16string_view Line() const { return {fLine.Data(), fLine.Used()}; }
+
+protected:
+    // False when no byte is left.
+    bool NextByte(std::uint8_t& byte);
+    // The bytes that stand in memory and come next, and to go on behind the first `count` of them.
+    std::span<const std::uint8_t> BytesAhead() const { return {fCursor, fEnded ? fCursor : fEnd}; }
+    void Skip(std::size_t count) { fCursor += count; }
+    const char16_t* Terminated();
+    // No byte is left from now on.
+    void EndText() { fEnded = true; }
+
+    LineBuffer<char16_t> fLine;
+
+private:
+    std::istream* fStream = nullptr;
+    bool fEnded = false;
+    SourceKind fKind;
+    std::array<std::uint8_t, kHeadLength> fHead{};
+    const std::uint8_t* fBegin = nullptr;
+    const std::uint8_t* fEnd = nullptr;
+    const std::uint8_t* fCursor = nullptr;
+};
+
+// UTF-16 in little-endian order. A NUL unit ends the text, as does half a unit.
+class UnicodeReader : public DictionaryReader {
+public:
+    using DictionaryReader::DictionaryReader;
+    const char16_t* NextLine() override;
+
+protected:
+    // False when no unit is left.
+    virtual bool NextChar(char16_t& out);
+    // Copies units from memory up to the first that ends a line or the text, at most `capacity`, and returns
+    // how many: NextChar for many units at once.
+    virtual std::size_t NextPlainChars(char16_t* output, std::size_t capacity);
+};
+
+// UTF-16 in big-endian order.
+class ByteSwapUnicodeReader : public UnicodeReader {
+public:
+    using UnicodeReader::UnicodeReader;
+
+protected:
+    bool NextChar(char16_t& out) override;
+    std::size_t NextPlainChars(char16_t* output, std::size_t capacity) override;
+};
+
+// Bytes in the process's code page. NextLine raises a conversion code (see dictionaries/zstring/encoding.h).
+class MultibyteReader : public DictionaryReader {
+public:
+    using DictionaryReader::DictionaryReader;
+    const char16_t* NextLine() override;
+
+private:
+    LineBuffer<char> fBytes;
+};
+
+// The reader for what the first two bytes say; null for fewer than two bytes. A stream of the resource kind
+// has to be open, else it counts as empty.
+std::unique_ptr<DictionaryReader> MakeReader(const std::uint8_t* begin, const std::uint8_t* end);
+std::unique_ptr<DictionaryReader> MakeReader(SourceKind kind, std::istream& stream);
+
+} // namespace kestrel_private

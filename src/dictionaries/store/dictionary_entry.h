@@ -1,0 +1,26 @@
+#pragma once
+
+#include "dictionaries/store/hash_item.h"
+#include "dictionaries/zstring/zstring.h"
+
+namespace kestrel_private {
+
+// A key with its value. The writers make lines of a text dictionary, or the raw bytes of either side. Text
+// written this way reads back, except that `^`, `\` and `#{` are written as they stand.
+class DictionaryEntry : public ByteRunKey {
+public:
+    DictionaryEntry(std::string_view key, const kestrel::ZString& value)
+        : ByteRunKey(key, Bytes::Copied), fValue(value) {}
+
+    std::size_t Write(std::ostream& stream, bool raw, const EncodingCode* encoding) const override;
+    std::size_t WriteKey(std::ostream& stream, bool raw) const override;
+    std::size_t WriteValue(std::ostream& stream, bool raw, const EncodingCode* encoding,
+                           ByteOrder byteOrder) const override;
+
+    const kestrel::ZString& Value() const { return fValue; }
+
+private:
+    kestrel::ZString fValue;
+};
+
+} // namespace kestrel_private

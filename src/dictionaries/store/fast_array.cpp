@@ -1,0 +1,216 @@
+#include "dictionaries/store/fast_array.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace kestrel_private {
+namespace {
+
+constexpr std::size_t kBlocksAtATime = 10;
+
+// To put a key into the index costs as much as to compare so many in a bucket.
+constexpr std::uint64_t kScannedForOneIndexed = 8;
+// Below this no index pays.
+constexpr std::uint64_t kFewestScanned = 256;
+
+// Longer keys are indexed as long as they do not come to more than so many times the bytes that hold them:
+// those of a file may share theirs, and be listed again and again.
+constexpr std::size_t kLongestIndexedAnyway = 1023;
+constexpr std::uint64_t kIndexedForOneStored = 4;
+
+} // namespace
+
+std::size_t FastArray::BlockOf(std::uint32_t id) const {
+    const auto holds = [&](std::size_t block) {
+        return id - fBlocks[block]->firstId < fBlocks[block]->entryCount;
+    };
+    // Right at once for blocks filled at run time alone, and for one file alone.
+    const std::size_t guess = std::min<std::size_t>(id / FastArrayBlock::kRunTimeEntries, fBlocks.size() - 1);
+    if (holds(guess)) return guess;
+    const auto behind =
+        std::upper_bound(fBlocks.begin(), fBlocks.end(), id,
+                         [](std::uint32_t value, const auto& block) { return value < block->firstId; });
+    return static_cast<std::size_t>(behind - fBlocks.begin()) - 1;
+}
+
+FastArray::Place FastArray::PlaceOf(std::uint32_t id) const {
+    FastArrayBlock* const block = fBlocks[BlockOf(id)].get();
+    return {block, id - block->firstId};
+}
+
+std::string_view FastArray::KeyOf(std::uint32_t id) const {
+    const Place place = PlaceOf(id);
+    return place.block->keys.At(place.entry).Text();
+}
+
+std::vector<std::uint32_t> FastArray::Bucket(std::uint32_t bucket) const {
+    std::vector<std::uint32_t> ids;
+    fBuckets.ForEachId(bucket, [&](std::uint32_t id) { ids.push_back(id); });
+    return ids;
+}
+
+std::optional<std::uint32_t> FastArray::FindFromFile(std::string_view key, std::uint32_t bucket) const {
+    const std::span<const std::uint32_t> ids = fBuckets.FromFile(bucket);
+    const std::uint32_t limit = fBuckets.FileLimit();
+    if (ids.empty() || limit == 0) return std::nullopt;
+    const TextColumn& keys = PlaceOf(0).block->keys;
+    const auto found = std::find_if(ids.begin(), ids.end(),
+                                    [&](std::uint32_t id) { return id < limit && keys.Equals(id, key); });
+    fScanned += static_cast<std::uint64_t>(found - ids.begin());
+    if (found == ids.end()) return std::nullopt;
+    return *found;
+}
+
+std::optional<std::uint32_t> FastArray::FindInBucket(std::string_view key, std::uint32_t bucket) const {
+    if (const auto found = FindFromFile(key, bucket)) return found;
+    for (const std::uint32_t id : fBuckets.Added(bucket)) {
+        ++fScanned;
+        const Place place = PlaceOf(id);
+        if (place.block->keys.Equals(place.entry, key)) return id;
+    }
+    return std::nullopt;
+}
+
+void FastArray::BuildIndexIfWorthwhile() const {
+    if (fScanned < kFewestScanned || fScanned / kScannedForOneIndexed < fBuckets.Size()) return;
+    fScanned = 0;
+    try {
+        fIndex.Start(std::min<std::size_t>(fBuckets.Size(), fTotalIds));
+    } catch (const std::bad_alloc&) {
+        return; // the buckets still answer
+    }
+    fIndexIsWhole = true;
+    std::uint64_t left = kIndexedForOneStored * fKeyBytes;
+    for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
+        fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
+            const std::string_view key = KeyOf(id);
+            // A file may list an id in a bucket where no search looks for its key.
+            if (KeyBucket(key) == bucket && TakesIntoIndex(key, left)) fIndex.Insert(key, {id, Value(id)});
+        });
+    }
+}
+
+bool FastArray::TakesIntoIndex(std::string_view key, std::uint64_t& left) const {
+    if (key.size() <= kLongestIndexedAnyway) return true;
+    // After the first one none is taken, so that of a key's ids the first is there or none.
+    if (key.size() > left) fIndexIsWhole = false;
+    if (fIndexIsWhole) left -= key.size();
+    return fIndexIsWhole;
+}
+
+bool FastArray::IsAnsweredByIndex(std::string_view key) const {
+    return fIndex.IsBuilt() && (fIndexIsWhole || key.size() <= kLongestIndexedAnyway);
+}
+
+std::optional<std::uint32_t> FastArray::Find(std::string_view key) const {
+    if (IsAnsweredByIndex(key)) {
+        const auto entry = fIndex.Find(key);
+        return entry ? std::optional(entry->id) : std::nullopt;
+    }
+    const auto found = FindInBucket(key, KeyBucket(key));
+    if (!fIndex.IsBuilt()) BuildIndexIfWorthwhile();
+    return found;
+}
+
+std::optional<ValueBytes> FastArray::FindValue(std::string_view key) const {
+    if (IsAnsweredByIndex(key)) {
+        const auto entry = fIndex.Find(key);
+        return entry ? std::optional(entry->value) : std::nullopt;
+    }
+    const auto id = Find(key);
+    return id ? std::optional(Value(*id)) : std::nullopt;
+}
+
+ValueBytes FastArray::Value(std::uint32_t id) const {
+    if (id >= fTotalIds) return {};
+    const Place place = PlaceOf(id);
+    return place.block->IsDropped(place.entry) ? ValueBytes{} : place.block->values.At(place.entry);
+}
+
+std::optional<ValueBytes> FastArray::Note(std::uint32_t id) const {
+    if (id >= fTotalIds) return std::nullopt;
+    const Place place = PlaceOf(id);
+    return place.block->NoteAt(place.entry);
+}
+
+void FastArray::ReplaceEntry(std::uint32_t id, std::string_view value, std::optional<std::string_view> note) {
+    const Place place = PlaceOf(id);
+    place.block->values.Replace(place.entry, value, place.block->entryCount);
+    UpdateIndex(id);
+    if (note) place.block->ReplaceNote(place.entry, *note);
+}
+
+void FastArray::ReserveBlock() {
+    if (fBlocks.size() == fBlocks.capacity()) fBlocks.reserve(fBlocks.size() + kBlocksAtATime);
+}
+
+FastArrayBlock& FastArray::CurrentBlock() {
+    if (fCurrentBlock < 0) {
+        ReserveBlock();
+        auto block = std::make_unique<FastArrayBlock>();
+        block->firstId = fTotalIds;
+        fBlocks.push_back(std::move(block));
+        fCurrentBlock = static_cast<std::int32_t>(fBlocks.size() - 1);
+    }
+    return *fBlocks[static_cast<std::size_t>(fCurrentBlock)];
+}
+
+std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
+                             std::optional<std::string_view> note) {
+    if (const auto found = Find(key)) {
+        ReplaceEntry(*found, value, note);
+        return *found;
+    }
+    const std::uint32_t id = fTotalIds;
+    if (id == kMostIds) return kNoId;
+    FastArrayBlock& block = CurrentBlock();
+    const std::uint32_t bucket = KeyBucket(key);
+    fBuckets.Reserve(bucket);
+    block.Append(key, value, note);
+    fBuckets.Append(bucket, id);
+    ++fTotalIds;
+    ++fLiveEntries;
+    fKeyBytes += key.size();
+    if (block.entryCount == FastArrayBlock::kRunTimeEntries) fCurrentBlock = -1;
+    InsertIntoIndex(id);
+    return id;
+}
+
+void FastArray::InsertIntoIndex(std::uint32_t id) {
+    if (!fIndex.IsBuilt()) return;
+    try {
+        fIndex.Insert(KeyOf(id), {id, Value(id)});
+    } catch (const std::bad_alloc&) {
+        fIndex.Clear();
+    }
+}
+
+bool FastArray::AddBlock(FastArrayBlock block, BucketLists lists) {
+    if (block.firstId != 0 && fTotalIds != 0 && block.firstId != fTotalIds) return false;
+    if (block.entryCount > kMostIds - fTotalIds) return false;
+    if (fTotalIds != 0) return AddBlockBehind(std::move(block), lists);
+    if (block.liveCount != 0) AddFirstBlock(std::move(block), std::move(lists));
+    return true;
+}
+
+void FastArray::AddFirstBlock(FastArrayBlock block, BucketLists lists) {
+    ReserveBlock();
+    auto taken = std::make_unique<FastArrayBlock>(std::move(block));
+    taken->firstId = 0;
+    fBuckets.TakeFile(std::move(lists), taken->entryCount);
+    TakeBlock(std::move(taken));
+}
+
+void FastArray::TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept {
+    fTotalIds += block->entryCount;
+    fLiveEntries += std::min(block->liveCount, UINT32_MAX - fLiveEntries);
+    fKeyBytes += block->keys.AreaSize();
+    fBlocks.push_back(std::move(block));
+    // What is added later must not shift these ids.
+    fCurrentBlock = -1;
+    fIndex.Clear();
+    fScanned = 0;
+}
+
+} // namespace kestrel_private

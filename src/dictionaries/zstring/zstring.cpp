@@ -1,0 +1,125 @@
+#include "dictionaries/zstring/zstring.h"
+
+#include "dictionaries/zstring/encoding.h"
+#include "dictionaries/zstring/pair_search.h"
+
+#include <algorithm>
+#include <new>
+
+namespace kestrel_private {
+namespace {
+
+constexpr std::size_t kMostUnits = 0x7FFFFFFF;
+
+// `^` and its mark. All the holding of `^` comes to this: every `^` that is not directly before the mark
+// stands.
+class Placeholder {
+public:
+    explicit Placeholder(std::uint32_t index) : fUnits{u'^', static_cast<char16_t>(u'0' + index)} {}
+
+    std::size_t Length() const { return fUnits.size(); }
+    std::size_t FindIn(std::u16string_view text) const { return FindPair(text, fUnits); }
+    std::size_t CountIn(std::u16string_view text) const {
+        std::size_t count = 0;
+        for (std::size_t at = FindIn(text); at != text.npos; at = FindIn(text)) {
+            text.remove_prefix(at + Length());
+            ++count;
+        }
+        return count;
+    }
+    // How long the text is with `count` of them replaced.
+    std::size_t ReplacedLength(std::u16string_view text, std::size_t count,
+                               std::u16string_view replacement) const {
+        const std::size_t length = text.size() - count * Length() + count * replacement.size();
+        if (length > kMostUnits) throw std::bad_alloc();
+        return length;
+    }
+    // `count` of them; `output` has room for the result.
+    void Replace(std::u16string_view text, std::size_t count, std::u16string_view replacement,
+                 char16_t* output) const {
+        for (; count > 0; --count) {
+            const std::size_t at = FindIn(text);
+            output = std::copy_n(text.begin(), at, output);
+            output = std::copy(replacement.begin(), replacement.end(), output);
+            text.remove_prefix(at + Length());
+        }
+        std::copy(text.begin(), text.end(), output);
+    }
+
+private:
+    UnitPair fUnits;
+};
+
+} // namespace
+
+bool SubstituteText(std::u16string_view text, std::uint32_t index, std::u16string_view replacement,
+                    std::u16string& output) {
+    const Placeholder placeholder(index);
+    const std::size_t count = placeholder.CountIn(text);
+    if (count == 0) return false;
+    output.resize(placeholder.ReplacedLength(text, count, replacement));
+    placeholder.Replace(text, count, replacement, output.data());
+    return true;
+}
+
+} // namespace kestrel_private
+
+namespace kestrel {
+
+using kestrel_private::ByteRunValue;
+
+namespace {
+
+// Never destroyed, since handles of other statics may outlive any order of destruction.
+ByteRunValue* EmptyValue() {
+    static ByteRunValue* const empty = [] {
+        auto* const value = ByteRunValue::Make(0);
+        value->AddRef();
+        return value;
+    }();
+    return empty;
+}
+
+std::uint32_t ByteLengthOf(std::u16string_view text) {
+    return static_cast<std::uint32_t>(text.size() * sizeof(char16_t));
+}
+
+} // namespace
+
+ZString::ZString() : fValue(EmptyValue()) {}
+
+ZString::ZString(std::u16string_view text) : ZString(text.data(), ByteLengthOf(text)) {}
+
+ZString::ZString(const void* bytes, std::uint32_t byteLength)
+    : fValue(ByteRunValue::Copy(bytes, byteLength)) {}
+
+ZString ZString::FromBytes(std::string_view bytes, const std::int32_t* encoding) {
+    return ZString(kestrel_private::DecodeBytes(bytes, encoding));
+}
+
+std::u16string_view ZString::Text() const {
+    return {reinterpret_cast<const char16_t*>(fValue->Bytes()), Length()};
+}
+
+void ZString::CopyOut(char16_t* buffer, std::uint32_t capacity, bool failOnOverflow) const {
+    if (capacity != 0) {
+        const std::u16string_view fitting = Text().substr(0, capacity - 1);
+        *std::copy(fitting.begin(), fitting.end(), buffer) = u'\0';
+    }
+    if (failOnOverflow && capacity < LengthWithTerminator()) throw kestrel_private::kBufferCode;
+}
+
+void Substitute(ZString& string, std::uint32_t index, const ZString& replacement) {
+    const kestrel_private::Placeholder placeholder(index);
+    const std::size_t count = placeholder.CountIn(string.Text());
+    if (count == 0) return;
+    const std::size_t length = placeholder.ReplacedLength(string.Text(), count, replacement.Text());
+    ZString substituted(ByteRunValue::Make(static_cast<std::uint32_t>(length * sizeof(char16_t))));
+    if (length != 0) {
+        placeholder.Replace(string.Text(), count, replacement.Text(),
+                            reinterpret_cast<char16_t*>(substituted.fValue->FillBytes()));
+    }
+    string = substituted;
+}
+
+} // namespace kestrel

@@ -1,0 +1,236 @@
+// Several compiled dictionaries in one store: overlays, files made to sit behind others, refusal.
+#include "unit/dictionaries/files/binary_support.h"
+
+#include <numeric>
+
+using namespace pavane_test;
+using kestrel::ZStringDictionary;
+using kestrel_private::KeyBucket;
+
+namespace {
+
+using Entries = std::vector<std::pair<std::string, std::u16string>>;
+
+class BinaryOverlay : public DictionaryTest {
+protected:
+    BinaryOverlay() { Load({.entries = {{"/a", u"one"}, {"/b", u"two"}}}); }
+
+    void Load(const BinaryFile& file) { LoadBytes(fDictionary, file.Written()); }
+    std::u16string At(const char* key) const { return Found(fDictionary, key); }
+    std::uint32_t Total() const { return fDictionary.Entries().TotalIds(); }
+    std::uint32_t Live() const { return fDictionary.Entries().LiveEntries(); }
+
+    ZStringDictionary fDictionary{true};
+};
+
+TEST_F(BinaryOverlay, ReplacesOldValuesAndKeepsOldIds) {
+    Load({.entries = {{"/b", u"zwei, and longer"}, {"/c", u"drei"}, {"/a", u"1"}}});
+    EXPECT_EQ(At("/a"), u"1");
+    EXPECT_EQ(At("/b"), u"zwei, and longer");
+    EXPECT_EQ(At("/c"), u"drei");
+    EXPECT_EQ(fDictionary.Entries().Find("/b"), 1u);
+    EXPECT_EQ(fDictionary.Entries().Find("/c"), 3u);
+    EXPECT_EQ(ValueOfId(fDictionary, 2), u"");
+    EXPECT_EQ(Total(), 5u);
+    EXPECT_EQ(Live(), 3u);
+}
+
+TEST_F(BinaryOverlay, InTheOtherByteOrderDoesTheSame) {
+    Load({.entries = {{"/b", u"zwei, and longer"}, {"/c", u"drei"}}, .order = std::endian::big});
+    EXPECT_EQ(At("/b"), u"zwei, and longer");
+    EXPECT_EQ(At("/c"), u"drei");
+}
+
+TEST_F(BinaryOverlay, OfOldKeysAloneIsDropped) {
+    Load({.entries = {{"/b", u"zwei"}, {"/a", u"eins"}}});
+    EXPECT_EQ(At("/a"), u"eins");
+    EXPECT_EQ(At("/b"), u"zwei");
+    EXPECT_EQ(Total(), 2u);
+    EXPECT_EQ(Live(), 2u);
+    EXPECT_EQ(fDictionary.Entries().BlockCount(), 1u);
+}
+
+TEST_F(BinaryOverlay, ThatIsDroppedTakesItsOtherIdsOutOfTheBuckets) {
+    // One live entry by its count, of two that it has.
+    Load({.entries = {{"/a", u"eins"}, {"/c", u"drei"}}, .liveCount = 1});
+    EXPECT_EQ(At("/a"), u"eins");
+    EXPECT_EQ(At("/c=default"), u"default");
+    EXPECT_TRUE(fDictionary.Entries().Bucket(KeyBucket("/c")).empty());
+    EXPECT_EQ(AddText(fDictionary, "/c", u"three"), 2);
+}
+
+TEST_F(BinaryOverlay, WithoutLiveEntriesStillReplaces) {
+    Load({.entries = {{"/a", u"eins"}}, .liveCount = 0});
+    EXPECT_EQ(At("/a"), u"eins");
+    EXPECT_EQ(Live(), 2u);
+}
+
+TEST_F(BinaryOverlay, CountsNoLiveEntryBelowNothing) {
+    Load({.entries = {{"/a", u"eins"}, {"/b", u"zwei"}, {"/c", u"drei"}}, .liveCount = 1});
+    EXPECT_EQ(Total(), 2u);
+    EXPECT_EQ(Live(), 2u);
+}
+
+TEST_F(BinaryOverlay, ReplacesTheSameKeyAsOftenAsItHasIt) {
+    Load(
+        {.entries = {
+             {"/a", u"a long first one"}, {"/a", u"x"}, {"/a", u"longest of all of them"}, {"/a", u"last"}}});
+    EXPECT_EQ(At("/a"), u"last");
+    EXPECT_EQ(Total(), 2u);
+}
+
+TEST_F(BinaryOverlay, ReplacesByTheLengthThatTheValueHasThen) {
+    // Both values are the same bytes: what is written in place is seen by the other.
+    Load({.entries = {{"/c", u"origin"}, {"/d", u""}}, .valuePlaces = {{{0, 12}, {0, 12}}}});
+    Load({.entries = {{"/c", u"x"}, {"/c", u"longer"}, {"/c", u"in"}}});
+    EXPECT_EQ(At("/c"), u"in");
+    EXPECT_EQ(At("/d"), u"xrigin");
+}
+
+TEST_F(BinaryOverlay, ComparesOnlyWithWhatWasThereBefore) {
+    Load({.entries = {{"/c", u"first"}, {"/c", u"second"}}});
+    EXPECT_EQ(At("/c"), u"first");
+    EXPECT_EQ(Live(), 4u);
+}
+
+TEST_F(BinaryOverlay, ReplacesEntriesThatWereAddedOneByOne) {
+    AddText(fDictionary, "/c", u"three");
+    Load({.entries = {{"/c", u"drei"}, {"/d", u"vier"}}});
+    EXPECT_EQ(At("/c"), u"drei");
+    EXPECT_EQ(At("/d"), u"vier");
+    EXPECT_EQ(AddText(fDictionary, "/e", u"five"), 5);
+    EXPECT_EQ(At("/e"), u"five");
+}
+
+TEST_F(BinaryOverlay, DoesNotCompareKeysOf1024Bytes) {
+    const std::string compared(1023, 'k');
+    const std::string taken(1024, 'k');
+    Load({.entries = {{compared, u"old"}, {taken, u"old"}}});
+    Load({.entries = {{compared, u"new"}, {taken, u"new"}}});
+    EXPECT_EQ(At(compared.c_str()), u"new");
+    EXPECT_EQ(At(taken.c_str()), u"old");
+    EXPECT_EQ(Live(), 5u);
+}
+
+TEST_F(BinaryOverlay, FindsOldKeysInTheBucketThatItNames) {
+    const std::uint32_t foreign = (KeyBucket("/hidden") + 1) % kestrel_private::kBucketCount;
+    Load({.entries = {{"/hidden", u"old"}}, .lists = {{{foreign, {0}}}}});
+    Load({.entries = {{"/hidden", u"new"}}, .lists = {{{foreign, {0}}}}});
+    EXPECT_EQ(ValueOfId(fDictionary, 2), u"new");
+    Load({.entries = {{"/hidden", u"newest"}}});
+    EXPECT_EQ(ValueOfId(fDictionary, 2), u"new");
+    EXPECT_EQ(At("/hidden"), u"newest");
+}
+
+TEST_F(BinaryOverlay, GivesTheSameAnswersInLargeBuckets) {
+    // Padded numbers share a bucket.
+    Entries old;
+    for (int i = 0; i < 300; ++i) old.push_back({"/pane_" + std::to_string(1000 + i) + "/title", u"old"});
+    Entries fresh;
+    for (int i = 150; i < 450; ++i)
+        fresh.push_back({"/pane_" + std::to_string(1000 + i) + "/title", u"fresh and longer"});
+    Load({.entries = old});
+    Load({.entries = fresh});
+    for (int i = 0; i < 450; ++i) {
+        const std::string key = "/pane_" + std::to_string(1000 + i) + "/title";
+        ASSERT_EQ(At(key.c_str()), i < 150 ? u"old" : u"fresh and longer");
+        ASSERT_EQ(fDictionary.Entries().Find(key), static_cast<std::uint32_t>(i < 300 ? 2 + i : 2 + i + 150));
+    }
+    EXPECT_EQ(Live(), 452u);
+}
+
+TEST_F(BinaryOverlay, WhoseSharedValueWouldUnfoldWithoutBoundIsRefused) {
+    Entries old;
+    Entries fresh;
+    for (int i = 0; i < 200; ++i) old.push_back({"/key/" + std::to_string(i), u""});
+    for (int i = 0; i < 200; ++i)
+        fresh.push_back({"/key/" + std::to_string(i), i == 0 ? std::u16string(32767, u'v') : u""});
+    Load({.entries = old});
+    std::vector<BinaryFile::Text> shared(200, {0, 65534});
+    Load({.entries = fresh, .valuePlaces = shared});
+    for (int i = 0; i < 200; ++i) EXPECT_EQ(At(old[static_cast<std::size_t>(i)].first.c_str()), u"");
+    EXPECT_EQ(Total(), 202u);
+    // A short one may be shared as much as one likes.
+    Load({.entries = fresh, .valuePlaces = std::vector<BinaryFile::Text>(200, {0, 100})});
+    EXPECT_EQ(At("/key/199").size(), 50u);
+}
+
+// --- Files made to sit behind others
+
+TEST_F(BinaryOverlay, MadeToSitHereIsTakenAsItStands) {
+    Load({.entries = {{"/a", u"hidden"}, {"/c", u"three"}}, .firstId = 2});
+    EXPECT_EQ(At("/a"), u"one");
+    EXPECT_EQ(At("/c"), u"three");
+    EXPECT_EQ(ValueOfId(fDictionary, 2), u"hidden");
+    EXPECT_EQ(Total(), 4u);
+    EXPECT_EQ(Live(), 4u);
+}
+
+TEST_F(BinaryOverlay, MadeToSitElsewhereIsRefused) {
+    for (const std::uint32_t firstId : {1u, 3u, 0xFFFFFFFFu}) {
+        Load({.entries = {{"/a", u"eins"}, {"/c", u"drei"}}, .headerText = "kept", .firstId = firstId});
+        EXPECT_EQ(At("/a"), u"one");
+        EXPECT_EQ(At("/c=default"), u"default");
+        EXPECT_EQ(Total(), 2u);
+        EXPECT_EQ(fDictionary.HeaderText(), "kept");
+        EXPECT_TRUE(fDictionary.IsGood());
+    }
+}
+
+TEST_F(BinaryOverlay, MadeToSitBehindOthersBeginsAtNothingWhenItComesFirst) {
+    ZStringDictionary dictionary(true);
+    LoadBytes(dictionary, BinaryFile{.entries = {{"/a", u"one"}}, .firstId = 77}.Written());
+    EXPECT_EQ(dictionary.Entries().Find("/a"), 0u);
+    EXPECT_EQ(Found(dictionary, "/a"), u"one");
+}
+
+TEST_F(BinaryOverlay, StoresNoIdBeyondItsEntries) {
+    Load({.entries = {{"/c", u"three"}},
+          .firstId = 2,
+          .lists = {{{KeyBucket("/c"), {1, 0xFFFFFFFF, 0, 0xFFFFFFFE}}}}});
+    EXPECT_EQ(fDictionary.Entries().Bucket(KeyBucket("/c")), (std::vector<std::uint32_t>{2}));
+}
+
+TEST_F(BinaryOverlay, ThatWouldTakeTheIdsPastTheirEndIsRefused) {
+    Load({.entries = {{"/a", u"eins"}}, .entryCount = 0xFFFFFFFE});
+    EXPECT_EQ(Total(), 2u);
+    EXPECT_EQ(At("/a"), u"one");
+    Load({.entries = {{"/a", u"eins"}}, .entryCount = 0xFFFFFFFD});
+    EXPECT_EQ(Total(), 0xFFFFFFFFu);
+    Load({.entries = {{"/b", u"zwei"}}});
+    EXPECT_EQ(Total(), 0xFFFFFFFFu);
+    EXPECT_EQ(At("/b"), u"two");
+    EXPECT_EQ(AddText(fDictionary, "/new", u"x"), -1);
+    EXPECT_EQ(AddText(fDictionary, "/b", u"replaced"), 1);
+    EXPECT_EQ(At("/b"), u"replaced");
+}
+
+TEST_F(BinaryOverlay, WithLiveEntriesButNoneAtAllTakesNoId) {
+    ZStringDictionary dictionary(true);
+    LoadBytes(dictionary, BinaryFile{.liveCount = 3, .lists = {{{KeyBucket("/a"), {0, 1}}}}}.Written());
+    EXPECT_EQ(dictionary.Entries().BlockCount(), 1u);
+    EXPECT_EQ(dictionary.Entries().TotalIds(), 0u);
+    EXPECT_EQ(Found(dictionary, "/a=default"), u"default");
+    LoadBytes(dictionary, BinaryFile{.entries = {{"/b", u"two"}, {"/a", u"one"}}}.Written());
+    EXPECT_EQ(Found(dictionary, "/a"), u"one");
+    EXPECT_EQ(dictionary.Entries().Find("/b"), 0u);
+    AddText(dictionary, "/c", u"three");
+    EXPECT_EQ(Found(dictionary, "/c"), u"three");
+}
+
+TEST_F(BinaryOverlay, AnswersAlikeWithAnIndex) {
+    Entries many;
+    for (int i = 0; i < 2000; ++i)
+        many.push_back({"/pane_" + std::to_string(10000 + i) + "/title", u"value"});
+    Load({.entries = many});
+    for (int round = 0; round < 3; ++round) {
+        for (const auto& [key, value] : many) ASSERT_EQ(At(key.c_str()), value);
+    }
+    EXPECT_TRUE(fDictionary.Entries().IsIndexed());
+    Load({.entries = {{many[7].first, u"overlaid"}, {"/z", u"new"}}});
+    EXPECT_FALSE(fDictionary.Entries().IsIndexed());
+    EXPECT_EQ(At(many[7].first.c_str()), u"overlaid");
+    EXPECT_EQ(At("/z"), u"new");
+}
+
+} // namespace

@@ -1,6 +1,6 @@
 // One look-up of a name through a chain of scopes as a view has it: parameters, three blocks, the root.
 #include "bench/sample_views.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <benchmark/benchmark.h>
 

@@ -7,7 +7,7 @@
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "values/unicode/character_borders.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <algorithm>
 #include <string>

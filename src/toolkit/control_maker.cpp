@@ -11,7 +11,7 @@
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <algorithm>
 #include <stdexcept>

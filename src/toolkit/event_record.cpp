@@ -1,7 +1,7 @@
 #include "toolkit/event_record.h"
 
 #include "toolkit/toolkit_state.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <algorithm>
 #include <stdexcept>

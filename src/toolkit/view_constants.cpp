@@ -1,7 +1,7 @@
 #include "toolkit/view_constants.h"
 
 #include "toolkit/view_proxy.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 namespace brixen::zeve {
 

@@ -2,7 +2,7 @@
 // define them anew for itself; the boxes take the metrics through the view's scopes.
 #pragma once
 
-#include "view/scope_name.h"
+#include "view/scope/scope_name.h"
 
 #include <cstdint>
 

@@ -4,7 +4,7 @@
 // dialog.
 #pragma once
 
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 #include "view/generator.h"
 
 #include <cstddef>

@@ -11,7 +11,7 @@
 #include "toolkit/view_constants.h"
 #include "toolkit/zeve_generator.h"
 #include "view/verify_generator.h"
-#include "view/view_reader.h"
+#include "view/reader/view_reader.h"
 
 #include <memory>
 #include <stdexcept>

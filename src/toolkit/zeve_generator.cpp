@@ -6,7 +6,7 @@
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 namespace brixen::zeve {
 

@@ -1,6 +1,6 @@
 #include "view/express_view_scope.h"
 
-#include "view/assertion.h"
+#include "view/scope/assertion.h"
 
 namespace brixen::zeve {
 namespace {

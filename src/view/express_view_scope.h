@@ -1,7 +1,7 @@
 // The scope of a statement block of a description: variables, and the generator that the block's views go to.
 #pragma once
 
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 #include "view/generator.h"
 
 #include <memory>

@@ -2,7 +2,7 @@
 // reading, to prepare the view, and once after the layout, to create it.
 #pragma once
 
-#include "view/scope_string_pool.h"
+#include "view/scope/scope_string_pool.h"
 
 #include <string_view>
 

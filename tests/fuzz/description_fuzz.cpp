@@ -5,9 +5,9 @@
 #include "toolkit/zeve_dialog.h"
 #include "values/unicode/text_conversion.h"
 #include "view/express_view_scope.h"
-#include "view/reader_state.h"
+#include "view/reader/reader_state.h"
 #include "view/verify_generator.h"
-#include "view/view_reader.h"
+#include "view/reader/view_reader.h"
 
 #include <cstdint>
 #include <stdexcept>

@@ -2,7 +2,7 @@
 // and never looked into.
 #pragma once
 
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 #include "view/generator.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // What boxes do with the attributes of their views again and again.
 #pragma once
 
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <cstdint>
 #include <initializer_list>

@@ -10,7 +10,7 @@
 #include "toolkit/text_measure.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <algorithm>
 

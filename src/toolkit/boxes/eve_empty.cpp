@@ -2,7 +2,7 @@
 
 #include "toolkit/control_maker.h"
 #include "toolkit/control_styles.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 namespace brixen::zeve {
 

@@ -4,7 +4,7 @@
 #include "toolkit/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/view_constants.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 namespace brixen::zeve {
 

@@ -7,7 +7,7 @@
 #include "toolkit/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/window_messages.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <algorithm>
 

@@ -8,7 +8,7 @@
 #include "toolkit/event_record.h"
 #include "toolkit/text_measure.h"
 #include "toolkit/view_constants.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/control_value.h"
 #include "toolkit/event_record.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 namespace brixen::zeve {
 

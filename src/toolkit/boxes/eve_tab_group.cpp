@@ -5,7 +5,7 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/wide_text.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <string_view>
 

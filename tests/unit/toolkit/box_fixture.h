@@ -4,7 +4,7 @@
 #include "toolkit/eve_box.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/zeve_generator.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "toolkit/eve_box.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/zeve_generator.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <exception>
 #include <memory>

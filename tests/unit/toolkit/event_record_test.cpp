@@ -1,7 +1,7 @@
 #include "toolkit/event_record.h"
 
 #include "toolkit/key_hash.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <limits>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 #include "toolkit/view_constants.h"
 
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include "toolkit/modal_run.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <stdexcept>
 #include <string>

@@ -6,8 +6,8 @@
 #include "toolkit/eve_box.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "view/expression_scope.h"
-#include "view/view_reader.h"
+#include "view/scope/expression_scope.h"
+#include "view/reader/view_reader.h"
 
 #include <stdexcept>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "support/recording_generator.h"
-#include "view/reader_state.h"
-#include "view/view_reader.h"
+#include "view/reader/reader_state.h"
+#include "view/reader/view_reader.h"
 
 #include <gtest/gtest.h>
 

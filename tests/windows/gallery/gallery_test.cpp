@@ -10,7 +10,7 @@
 #include "toolkit/toolkit_state.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/zeve_dialog.h"
-#include "view/expression_scope.h"
+#include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>
 

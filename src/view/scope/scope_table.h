@@ -1,0 +1,107 @@
+// The variables of one scope.
+#pragma once
+
+#include "view/scope/scope_name.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace brixen::zeve {
+
+// The marker of a missing number. It spreads through arithmetic; see scope_arithmetic.h.
+inline constexpr std::int64_t kUndefinedNumber = std::numeric_limits<std::int32_t>::min();
+
+// The text of every number: recognised by its address, not by being empty.
+inline constexpr char kEmptyScopeBytes[1] = {};
+inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes, 0);
+
+// Both sides of a variable, or nothing.
+struct FoundValue {
+    std::int64_t number = kUndefinedNumber;
+    const char* string = nullptr; // NUL-terminated; null if there is no such variable
+
+    explicit operator bool() const { return string != nullptr; }
+};
+
+// Finds by hash, the newest first among names that share a bucket of 127. Windows full of scopes are alive at
+// once, so a scope of few names does without the buckets, and plain numbers of listed names are kept without
+// a record. Some hundred names are found in their order instead, so that a text of a million names, all of
+// one hash if it means ill, does not search chains of thousands.
+class ScopeTable {
+public:
+    static constexpr std::uint32_t kBucketCount = 127;
+
+    bool IsEmpty() const { return held == 0; }
+    std::size_t Count() const;
+
+    std::uint64_t Marks() const { return held; }
+    bool MayHold(const ScopeName& name) const { return (held >> name.mark & 1) != 0; }
+
+    FoundValue Find(const ScopeName& name) const {
+        if (!MayHold(name)) {
+            return {};
+        }
+        if (name.IsListed() && (plainNumbers >> name.mark & 1) != 0) {
+            return {numbers[name.mark], kEmptyScopeBytes};
+        }
+        return FindRecord(name);
+    }
+
+    // For a listed name that has no record here; never fails.
+    bool SetPlainNumber(const ScopeName& name, std::int64_t number) {
+        const std::uint32_t bit = std::uint32_t{1} << name.mark;
+        if ((held & bit) != 0 && (plainNumbers & bit) == 0) {
+            return false;
+        }
+        held |= bit;
+        plainNumbers |= bit;
+        numbers[name.mark] = number;
+        return true;
+    }
+
+    // Replaces both sides of a record; false if there is none.
+    bool Replace(const ScopeName& name, std::int64_t number, const char* string);
+    // The name must have no record yet. A plain number of that name gives way. `storedName` is the text to
+    // keep. Throws std::bad_alloc, and nothing has changed then.
+    void Add(const ScopeName& name, const char* storedName, std::int64_t number, const char* string);
+
+private:
+    struct Record {
+        const char* name; // NUL-terminated
+        std::size_t nameLength;
+        std::int64_t number;
+        const char* string; // NUL-terminated, never null
+        std::uint32_t hash;
+        std::uint32_t next; // place + 1 of the next record of the bucket; 0 for none
+
+        std::string_view Name() const { return {name, nameLength}; }
+        bool Is(const ScopeName& wanted) const { return hash == wanted.hash && Name() == wanted.text; }
+    };
+
+    // Where to look for a record when there are more than a few.
+    struct Index {
+        std::array<std::uint32_t, kBucketCount> heads{};  // place + 1 of each bucket's newest record, or 0
+        std::map<std::string_view, std::uint32_t> byName; // places of all records; empty until there are many
+    };
+
+    FoundValue FindRecord(const ScopeName& name) const;
+    const Record* RecordOf(const ScopeName& name) const;
+    void MakeRoom();
+    void MakeIndex();
+    void LinkIntoBucket(std::uint32_t place);
+    void OrderByName();
+
+    std::uint64_t held = 0;                    // the marks of all names that are here
+    std::uint32_t plainNumbers = 0;            // the listed names whose number stands in `numbers`
+    std::vector<Record> records;               // in order of definition
+    std::unique_ptr<Index> index;              // null while there are few
+    std::int64_t numbers[kListedNames.size()]; // NOLINT: read only where plainNumbers says so
+};
+
+} // namespace brixen::zeve

@@ -1,7 +1,7 @@
 // The layout alone: direction, measure and place over a tree that is finished but for it.
 #include "bench/sample_views.h"
-#include "toolkit/layout.h"
-#include "toolkit/view_proxy.h"
+#include "toolkit/layout/layout.h"
+#include "toolkit/layout/view_proxy.h"
 #include "view/verify_generator.h"
 
 #include <benchmark/benchmark.h>

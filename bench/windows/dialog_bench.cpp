@@ -4,7 +4,7 @@
 //   dialog_bench [ROUNDS]     prints the medians and their ratio
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/isolation.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "toolkit/dialog_link.h"
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>

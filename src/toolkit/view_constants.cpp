@@ -1,6 +1,6 @@
 #include "toolkit/view_constants.h"
 
-#include "toolkit/view_proxy.h"
+#include "toolkit/layout/view_proxy.h"
 #include "view/scope/expression_scope.h"
 
 namespace brixen::zeve {

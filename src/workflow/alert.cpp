@@ -3,7 +3,7 @@
 #include "frame/log.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/alert_catalogue.h"
 #include "workflow/context_keys.h"
 #include "workflow/dialog_rules.h"

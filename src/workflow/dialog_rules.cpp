@@ -2,7 +2,7 @@
 
 #include "toolkit/control_styles.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 
 #include <string_view>
 

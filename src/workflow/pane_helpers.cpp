@@ -6,7 +6,7 @@
 #include "toolkit/kept_exception.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 

@@ -3,7 +3,7 @@
 #include "frame/pavane_context.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/context_keys.h"
 #include "workflow/dialog_rules.h"
 #include "workflow/nav_state_machine.h"

@@ -2,7 +2,7 @@
 // the boxes of a dialog that a headless window system makes. All that may come of it is a dialog or the
 // assertion.
 #include "toolkit/platform/headless/headless.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "values/unicode/text_conversion.h"
 #include "view/express_view_scope.h"
 #include "view/reader/reader_state.h"

@@ -1,6 +1,6 @@
 #include "toolkit/boxes/control_value.h"
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/wide_text.h"

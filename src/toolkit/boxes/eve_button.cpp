@@ -2,11 +2,11 @@
 
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_value.h"
-#include "toolkit/control_maker.h"
+#include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/text_measure.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "values/unicode/character_borders.h"

@@ -1,7 +1,7 @@
 // A push button.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

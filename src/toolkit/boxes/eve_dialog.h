@@ -1,7 +1,7 @@
 // The root of a dialog: the top-level window.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

@@ -1,7 +1,7 @@
 // An edit field.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

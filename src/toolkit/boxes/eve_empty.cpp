@@ -1,6 +1,6 @@
 #include "toolkit/boxes/eve_empty.h"
 
-#include "toolkit/control_maker.h"
+#include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "view/scope/expression_scope.h"
 

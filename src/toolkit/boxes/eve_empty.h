@@ -1,7 +1,7 @@
 // Boxes that only hold a place: panes, and places that the host fills.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

@@ -1,7 +1,7 @@
 // Boxes that only draw a frame or a line. They are no native parents of what lies in them.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

@@ -1,7 +1,7 @@
 #include "toolkit/boxes/eve_lists.h"
 
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/control_maker.h"
+#include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 
 namespace brixen::zeve {

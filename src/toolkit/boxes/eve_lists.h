@@ -1,7 +1,7 @@
 // Lists and trees: made empty, the host fills them by native messages.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

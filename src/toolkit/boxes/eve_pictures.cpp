@@ -1,7 +1,7 @@
 #include "toolkit/boxes/eve_pictures.h"
 
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/control_maker.h"
+#include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"

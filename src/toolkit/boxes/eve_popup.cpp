@@ -3,11 +3,11 @@
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_value.h"
-#include "toolkit/control_maker.h"
+#include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/text_measure.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
 

@@ -1,8 +1,8 @@
 // Lists that drop down, to choose one of some texts by value.
 #pragma once
 
-#include "toolkit/eve_box.h"
-#include "toolkit/item_list.h"
+#include "toolkit/boxes/eve_box.h"
+#include "toolkit/boxes/item_list.h"
 
 #include <string>
 #include <vector>

@@ -4,7 +4,7 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/text_measure.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/window_messages.h"
 #include "view/scope/expression_scope.h"

@@ -1,8 +1,8 @@
 // The two boxes with a mark: radio buttons and check boxes.
 #pragma once
 
-#include "toolkit/control_maker.h"
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/control_maker.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

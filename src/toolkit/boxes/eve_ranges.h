@@ -1,7 +1,7 @@
 // Boxes with a range: made empty, the host gives them their range by native messages.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

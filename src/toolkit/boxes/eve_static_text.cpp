@@ -1,12 +1,12 @@
 #include "toolkit/boxes/eve_static_text.h"
 
-#include "toolkit/box_font.h"
+#include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_value.h"
-#include "toolkit/control_maker.h"
+#include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
-#include "toolkit/text_measure.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "view/scope/expression_scope.h"
 

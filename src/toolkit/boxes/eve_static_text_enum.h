@@ -2,7 +2,7 @@
 #pragma once
 
 #include "toolkit/boxes/eve_static_text.h"
-#include "toolkit/item_list.h"
+#include "toolkit/boxes/item_list.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // A row of tabs. What their pages show is the host's affair.
 #pragma once
 
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 

@@ -118,7 +118,7 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept;
 
 // --- Procedures of windows ---
 
-// Makes toolkit/window_procedures.h's DialogProcedure the procedure of a top-level window.
+// Makes toolkit/dialog/window_procedures.h's DialogProcedure the procedure of a top-level window.
 void TakeDialogProcedure(NativeWindow window) noexcept;
 // Puts ControlProcedure before a control's own, which is kept in the property `FISavedWindowProc`.
 void TakeControlProcedure(NativeWindow window) noexcept;

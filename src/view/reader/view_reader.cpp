@@ -1,7 +1,7 @@
 #include "view/reader/view_reader.h"
 
 #include "frame/log.h"
-#include "toolkit/view_proxy.h"
+#include "toolkit/layout/view_proxy.h"
 #include "view/scope/assertion.h"
 #include "view/reader/statement_reader.h"
 

@@ -1,6 +1,6 @@
 #include "workflow/catalogue/page_pane.h"
 
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/pane_helpers.h"
 
 namespace brixen::pvn::pvn_workflow {

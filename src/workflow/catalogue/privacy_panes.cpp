@@ -3,7 +3,7 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/context_keys.h"
 #include "workflow/host_messages.h"

@@ -1,7 +1,7 @@
 #include "workflow/resources/dictionary_handler.h"
 
 #include "dictionaries/translation.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "values/platform/values_platform.h"
 #include "workflow/resources/resource_manager.h"
 

@@ -1,7 +1,7 @@
 #include "workflow/resources/resource_layer.h"
 
 #include "frame/log.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "values/unicode/text_conversion.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"

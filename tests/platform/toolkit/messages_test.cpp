@@ -1,5 +1,5 @@
 #include "toolkit/dialog_link.h"
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"

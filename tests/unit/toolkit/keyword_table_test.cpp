@@ -12,7 +12,7 @@
 #include "toolkit/boxes/eve_static_text.h"
 #include "toolkit/boxes/eve_static_text_enum.h"
 #include "toolkit/boxes/eve_tab_group.h"
-#include "toolkit/catalogue.h"
+#include "toolkit/boxes/box_makers.h"
 #include "toolkit/key_hash.h"
 #include "toolkit/toolkit_state.h"
 

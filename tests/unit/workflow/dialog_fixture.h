@@ -6,7 +6,7 @@
 #include "unit/workflow/resource_fixture.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/platform/headless/pane_recorder.h"
 
 namespace brixen::pvn::pvn_workflow {

@@ -5,7 +5,7 @@
 #include "support/failing_allocator.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
 #include "workflow/resources/resource_state.h"

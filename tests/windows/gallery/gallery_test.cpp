@@ -4,12 +4,12 @@
 // tests/data/gallery/.
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"
-#include "toolkit/eve_box.h"
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/wide_text.h"
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>

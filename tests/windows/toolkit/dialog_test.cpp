@@ -1,4 +1,4 @@
-#include "toolkit/zeve_dialog.h"
+#include "toolkit/dialog/zeve_dialog.h"
 
 #include "toolkit/platform/toolkit_platform.h"
 

@@ -1,6 +1,6 @@
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/window_procedures.h"
+#include "toolkit/dialog/window_procedures.h"
 
 namespace brixen::zeve {
 

@@ -1,7 +1,7 @@
 #include "toolkit/platform/win32/procedures.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/handles.h"
-#include "toolkit/window_procedures.h"
+#include "toolkit/dialog/window_procedures.h"
 
 namespace brixen::zeve::platform {
 

@@ -1,5 +1,5 @@
 // The last pass: final geometry goes into the attributes, and the generator makes the boxes.
-#include "toolkit/view_proxy.h"
+#include "toolkit/layout/view_proxy.h"
 
 #include <gtest/gtest.h>
 

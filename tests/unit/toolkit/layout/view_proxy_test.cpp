@@ -1,6 +1,6 @@
 // Making one view: what it copies, what it takes over, and what it reads back after the generator had its
 // turn.
-#include "toolkit/view_proxy.h"
+#include "toolkit/layout/view_proxy.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "frame/log.h"
 #include "support/temporary_folder.h"
-#include "toolkit/view_proxy.h"
+#include "toolkit/layout/view_proxy.h"
 #include "view/verify_generator.h"
 #include "unit/view/view_fixture.h"
 

@@ -1,0 +1,71 @@
+#include "toolkit/boxes/item_list.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_set>
+#include <utility>
+
+namespace brixen::zeve {
+
+namespace {
+
+struct Entry {
+    std::string_view label, value;
+};
+
+constexpr Entry kSeparator = {"-", "<$zeve_enum-item_separator$>"};
+
+// No value for a separator.
+std::optional<Entry> ParseEntry(std::string_view text) {
+    const std::size_t open = text.find('{');
+    if (open == std::string_view::npos) return std::nullopt;
+    const std::size_t close = text.find('}', open);
+    if (close == std::string_view::npos) return std::nullopt;
+    return Entry{text.substr(0, open), text.substr(open + 1, close - open - 1)};
+}
+
+// The items read so far, with their labels and values once more, so that reading stays linear in the text.
+class ListReader {
+public:
+    explicit ListReader(Separators separators) : fSeparators(separators) {}
+
+    void Read(std::string_view text) {
+        if (const std::optional<Entry> entry = ParseEntry(text)) {
+            if (!fLabels.contains(entry->label) && !fValues.contains(entry->value)) Append(*entry);
+        } else if (fSeparators == Separators::Keep) {
+            Append(kSeparator);
+        }
+    }
+    std::vector<ListItem> Take() { return std::move(fItems); }
+
+private:
+    void Append(const Entry& entry) {
+        fLabels.insert(entry.label);
+        fValues.insert(entry.value);
+        fItems.push_back({std::string(entry.label), std::string(entry.value)});
+    }
+
+    Separators fSeparators;
+    std::vector<ListItem> fItems;
+    std::unordered_set<std::string_view> fLabels, fValues; // of the text that is read
+};
+
+} // namespace
+
+std::vector<ListItem> ParseItemList(std::string_view text, Separators separators) {
+    ListReader reader(separators);
+    while (!text.empty()) {
+        const std::string_view entry = text.substr(0, text.find(';'));
+        if (!entry.empty()) reader.Read(entry);
+        text.remove_prefix(std::min(text.size(), entry.size() + 1));
+    }
+    return reader.Take();
+}
+
+const ListItem* FindItemByValue(const std::vector<ListItem>& items, std::string_view value) {
+    const auto found =
+        std::find_if(items.begin(), items.end(), [&](const ListItem& item) { return item.value == value; });
+    return found == items.end() ? nullptr : &*found;
+}
+
+} // namespace brixen::zeve

@@ -1,0 +1,173 @@
+#include "toolkit/dialog/zeve_dialog.h"
+
+#include "toolkit/boxes/box_makers.h"
+#include "toolkit/dialog_link.h"
+#include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog/guarded.h"
+#include "toolkit/language_tag.h"
+#include "toolkit/dialog/modal_run.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
+#include "toolkit/view_constants.h"
+#include "toolkit/dialog/zeve_generator.h"
+#include "view/verify_generator.h"
+#include "view/reader/view_reader.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace brixen::zeve {
+
+class ZeveDialog : public DialogLink {
+public:
+    explicit ZeveDialog(const ZeveInitRecord& record);
+    NativeWindow Make(void* params);
+
+    std::uint64_t parentReference;
+    std::uint64_t flags;
+    std::string viewText, extraText, language;
+    CZeveGenerator zeveGenerator{this};
+    CVerifyGenerator verifyGenerator;
+    std::unique_ptr<CExpressViewScope> rootScope, verifyScope;
+    NativeModule instance;
+    NativeWindow parentWindow;
+
+private:
+    void DefineDialogVariables();
+};
+
+namespace {
+
+std::string TextOrEmpty(const char* text) { return text != nullptr ? text : ""; }
+
+void InitializeOnce() {
+    if (gToolkit.isInitialised) return;
+    FillKeywordTable();
+    gToolkit.richEdit = platform::LoadRichEdit();
+    platform::RegisterCommonControls();
+    gToolkit.isInitialised = true;
+}
+
+CEveBox& BoxOf(const ZeveDialog* dialog, std::uint16_t viewId) {
+    CEveBox* root = Existing(dialog).rootBox;
+    return Existing(Existing(root).FindByViewId(viewId));
+}
+
+} // namespace
+
+ZeveDialog::ZeveDialog(const ZeveInitRecord& record)
+    : parentReference(record.parentReference), flags(record.flags), extraText(TextOrEmpty(record.extraText)),
+      language(TextOrEmpty(record.language)),
+      rootScope(CreateViewScope(nullptr, &zeveGenerator, nullptr, nullptr, true)),
+      verifyScope(CreateViewScope(nullptr, &verifyGenerator, nullptr, nullptr, true)),
+      instance(record.instance), parentWindow(record.parentWindow) {
+    callback = record.callback;
+    zeveGenerator.rightToLeft = verifyGenerator.rightToLeft = IsRightToLeftLanguage(language);
+}
+
+void ZeveDialog::DefineDialogVariables() {
+    const std::int64_t readOnly = (flags & kZeveReadOnly) != 0;
+    rootScope->DefineNumber("__read_only_mode"_name, readOnly);
+    rootScope->DefineNumber("read_only_aware"_name, readOnly);
+    rootScope->DefineNumber("rtl_aware"_name, (flags & kZeveRightToLeftAware) != 0);
+    rootScope->DefineNumber("check_box_aware"_name, (flags & kZeveCheckBoxAware) != 0);
+    rootScope->DefineNumber("__hInstance"_name, ReferenceNumber(instance));
+    rootScope->DefineNumber("__parent"_name, static_cast<std::int64_t>(parentReference));
+    rootScope->DefineNumber("__parentWindow"_name, ReferenceNumber(parentWindow));
+    rootScope->DefineNumber("__callback"_name, CallbackNumber(callback));
+    rootScope->DefineNumber("__callback_params"_name, ReferenceNumber(callbackParams));
+    rootScope->DefineNumber("__zeveInternalObj"_name, ReferenceNumber(static_cast<DialogLink*>(this)));
+    rootScope->DefineString("__languageInfo"_name, language);
+}
+
+NativeWindow ZeveDialog::Make(void* params) {
+    InstallViewConstants(*rootScope);
+    FillKeywordTable();
+    callbackParams = params;
+    DefineDialogVariables();
+    if (rootBox != nullptr) throw std::logic_error("You have already used this instance to create a dialog.");
+    rootBox = RunDefinition(*rootScope, viewText.c_str());
+    rootScope = CreateViewScope(nullptr, &zeveGenerator, nullptr, nullptr, false);
+    return rootBox != nullptr ? rootBox->TopLevelWindow() : nullptr;
+}
+
+void ZeveInitialize() {
+    try {
+        InitializeOnce();
+    } catch (const std::exception&) {
+        throw;
+    } catch (...) {
+        throw std::logic_error("Exception thrown at Zeve initialization.");
+    }
+}
+
+ZeveDialog* ZeveNew(const ZeveInitRecord* record) {
+    return Guarded([&] {
+        if (record == nullptr) throw std::logic_error("Invalid Zeve dialog initialization record pointer.");
+        auto dialog = std::make_unique<ZeveDialog>(*record);
+        RegisterDialog(*dialog);
+        return dialog.release();
+    });
+}
+
+void ZeveAddViewText(ZeveDialog* dialog, const char* text) {
+    Guarded([&] { Existing(dialog).viewText += TextOrEmpty(text); });
+}
+
+NativeWindow ZeveMakeDialog(ZeveDialog* dialog, void* params) {
+    return Guarded([&] { return Existing(dialog).Make(params); });
+}
+
+bool ZeveRunModal(ZeveDialog* dialog) {
+    return Guarded([&] { return RunModally(Existing(dialog), dialog->parentWindow); });
+}
+
+void ZeveDelete(ZeveDialog* dialog) {
+    if (dialog == nullptr) return;
+    const std::unique_ptr<ZeveDialog> owned(dialog);
+    if (gToolkit.richEdit != nullptr) platform::UnloadModule(std::exchange(gToolkit.richEdit, nullptr));
+    // Its window's last message finds no dialog any more, so a loop that still waits for it is ended here.
+    if (IsRunning(*dialog)) EndRun(*dialog, kQuitNegative);
+    UnregisterDialog(*dialog);
+    dialog->zeveGenerator.DeleteBoxes();
+}
+
+NativeWindow ZeveTopWindow(ZeveDialog* dialog) {
+    return Guarded([&]() -> NativeWindow {
+        const CEveBox* root = Existing(dialog).rootBox;
+        return root != nullptr ? root->TopLevelWindow() : nullptr;
+    });
+}
+
+void ZeveRetranslate(ZeveDialog* dialog) {
+    Guarded([&] { Existing(Existing(dialog).rootBox).Retranslate(); });
+}
+
+bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& record) {
+    return Guarded([&] {
+        CEveBox* root = Existing(dialog).rootBox;
+        CEveBox* box = root != nullptr ? root->FindByViewId(viewId) : nullptr;
+        if (box != nullptr) box->SetValue(record);
+        return box != nullptr;
+    });
+}
+
+void ZeveShow(ZeveDialog* dialog, std::uint16_t viewId) {
+    Swallowing([&] { BoxOf(dialog, viewId).SetVisible(true); });
+}
+
+void ZeveHide(ZeveDialog* dialog, std::uint16_t viewId) {
+    Swallowing([&] { BoxOf(dialog, viewId).SetVisible(false); });
+}
+
+void ZeveEnable(ZeveDialog* dialog, std::uint16_t viewId) {
+    Swallowing([&] { BoxOf(dialog, viewId).SetEnabled(true); });
+}
+
+void ZeveDisable(ZeveDialog* dialog, std::uint16_t viewId) {
+    Swallowing([&] { BoxOf(dialog, viewId).SetEnabled(false); });
+}
+
+} // namespace brixen::zeve

@@ -1,0 +1,123 @@
+#include "toolkit/dialog/zeve_generator.h"
+
+#include "toolkit/boxes/box_makers.h"
+#include "toolkit/dialog_link.h"
+#include "toolkit/boxes/eve_box.h"
+#include "toolkit/event_record.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/toolkit_state.h"
+#include "view/scope/expression_scope.h"
+
+namespace brixen::zeve {
+
+namespace {
+
+void DefineIds(CExpressionScope& attributes, const CExpressionScope& viewAttributes) {
+    auto viewId = static_cast<std::uint16_t>(viewAttributes.GetLongOr("view_id"_name, 0));
+    if (viewId == 0) viewId = ++gToolkit.lastViewId;
+    attributes.DefineNumber("view_id"_name, viewId);
+    attributes.DefineNumber("sub_view_id"_name, ++gToolkit.lastViewId);
+}
+
+void CopyCommonAttributes(CExpressionScope& to, const CExpressionScope& from) {
+    for (const ScopeName& name : {"name"_name, "alt_name"_name, "class_name"_name})
+        CopyString(to, from, name);
+    for (const ScopeName& name : {"resource_id"_name, "max_chars"_name, "seven_bit_ascii"_name})
+        CopyNumber(to, from, name);
+    for (const ScopeName& name :
+         {"word_wrap"_name, "__read_only_mode"_name, "locked"_name, "check_box_aware"_name})
+        CopyBoolean(to, from, name);
+    for (const ScopeName& name :
+         {"font"_name, "__callback"_name, "__callback_params"_name, "__hInstance"_name, "margin"_name,
+          "margin_top"_name, "margin_bottom"_name, "margin_left"_name, "margin_right"_name,
+          "margin_height"_name, "margin_width"_name})
+        CopyNumber(to, from, name);
+    CopyString(to, from, "__languageInfo"_name);
+}
+
+} // namespace
+
+CZeveGenerator::CZeveGenerator(DialogLink* dialog) : fDialog(dialog) {}
+
+CZeveGenerator::~CZeveGenerator() { DeleteBoxes(); }
+
+void CZeveGenerator::DeleteBoxes() noexcept { fBoxes.clear(); }
+
+void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope& viewAttributes,
+                                 CExpressionScope& attributes) {
+    DefineIds(attributes, viewAttributes);
+    CopyCommonAttributes(attributes, viewAttributes);
+    CopyExtraAttributes(attributes, viewAttributes);
+    attributes.DefineNumber("__gen"_name, ReferenceNumber(static_cast<CGenerator*>(this)));
+
+    std::unique_ptr<CEveBox> made = MakeBox(viewKeyword);
+    CEveBox& box = *made;
+    fBoxes.emplace(&box, std::move(made));
+    attributes.DefineNumber("__eveBoxObj"_name, ReferenceNumber(&box));
+    box.classKeyword = viewKeyword;
+    box.Prepare(viewAttributes, attributes);
+}
+
+void CZeveGenerator::CopyExtraAttributes(CExpressionScope& attributes,
+                                         const CExpressionScope& viewAttributes) const {
+    if (!NamesOwnDialog(viewAttributes)) return;
+    for (const std::string& name : fDialog->extraAttributeNames)
+        CopyVariable(attributes, viewAttributes, std::string_view(name));
+}
+
+bool CZeveGenerator::NamesOwnDialog(const CExpressionScope& scope) const {
+    return fDialog != nullptr && scope.GetLongOr("__zeveInternalObj"_name, 0) == ReferenceNumber(fDialog);
+}
+
+ViewHandle CZeveGenerator::CreateView(std::string_view, CExpressionScope& attributes,
+                                      ViewHandle parentHandle) {
+    const auto* reference = ReferenceFrom<const CEveBox>(attributes.GetLongOr("__eveBoxObj"_name, 0));
+    const auto prepared = fBoxes.find(reference);
+    if (prepared == fBoxes.end()) return parentHandle;
+    CEveBox& box = *prepared->second;
+    CEveBox* handle = CreateBox(box, attributes, parentHandle);
+    if (handle == nullptr) return parentHandle;
+    if (HasOwnCallback(attributes)) TellHost(attributes, box);
+    return handle;
+}
+
+CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, CEveBox* parent) {
+    // Also when Create throws, a box that got as far as its parent belongs to that one.
+    struct Handover {
+        CZeveGenerator& generator;
+        CEveBox& box;
+        ~Handover() {
+            if (box.parent != nullptr) generator.fBoxes.extract(&box).mapped().release();
+        }
+    };
+    const Handover handover{*this, box};
+    // The number of another dialog, also of one that lives, counts as absent.
+    if (attributes.HasVariable("__zeveInternalObj"_name) && !NamesOwnDialog(attributes))
+        attributes.DefineNumber("__zeveInternalObj"_name, 0);
+    CEveBox* handle = box.Create(attributes, parent);
+    ThrowKeptException();
+    return handle;
+}
+
+bool CZeveGenerator::HasOwnCallback(const CExpressionScope& attributes) const {
+    if (fDialog == nullptr || fDialog->callback == nullptr) return false;
+    return attributes.GetLongOr("__callback"_name, 0) == CallbackNumber(fDialog->callback) &&
+           attributes.GetLongOr("__callback_params"_name, 0) == ReferenceNumber(fDialog->callbackParams);
+}
+
+void CZeveGenerator::TellHost(CExpressionScope& attributes, const CEveBox& box) const {
+    EventRecord record;
+    const bool isTopLevel = box.parent == nullptr;
+    if (isTopLevel) {
+        record.StorePointer(kKeyWindow, box.window);
+    } else {
+        record.StorePointer(kKeyControl, box.control);
+        record.StorePointer(kKeySubControl, box.subControl);
+    }
+    record.StorePointer(kKeyWhat, box.classKeyword.c_str());
+    record.StorePointer(kKeyScope, &attributes);
+    fDialog->callback(isTopLevel ? kWhatTopLevelMade : kWhatViewMade, record, fDialog->callbackParams);
+    ThrowKeptException();
+}
+
+} // namespace brixen::zeve

@@ -1,0 +1,97 @@
+// What making a control costs in calls of the system: nothing beyond the routine that all controls share and
+// what a class is for, and nothing afterwards that the making could have done.
+#include "unit/toolkit/boxes/box_fixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace brixen::zeve {
+namespace {
+
+using testing::ElementsAre;
+
+struct ControlCase {
+    const char* keyword;
+    friend void PrintTo(const ControlCase& control, std::ostream* out) { *out << control.keyword; }
+};
+
+class ControlCallsTest : public BoxTest, public testing::WithParamInterface<ControlCase> {
+protected:
+    // The calls from the request for the window to the end of the making.
+    std::vector<headless::Call> CallsFor(const char* keyword, CEveBox*& box) {
+        MakeDialog();
+        const PreparedView view = Prepare(keyword, {{"name", "Name"},
+                                                    {"width", 60},
+                                                    {"height", 20},
+                                                    {"left", 7},
+                                                    {"top", 9},
+                                                    {"view_id", 12},
+                                                    {"items", "One{1}"}});
+        headless::State().calls.clear();
+        box = &Create(view, dialog);
+        std::vector<headless::Call> calls;
+        for (const headless::Call& call : headless::State().calls) {
+            // What the control is told in its procedure is no call of ours.
+            if (call.name != "SavedAnswer") calls.push_back(call);
+        }
+        return calls;
+    }
+};
+
+std::vector<std::string> NamesOf(const std::vector<headless::Call>& calls) {
+    std::vector<std::string> names;
+    for (const headless::Call& call : calls) names.push_back(call.name);
+    return names;
+}
+
+class PlainControlCallsTest : public ControlCallsTest {};
+
+TEST_P(PlainControlCallsTest, AreThoseOfTheRoutineAndNoOther) {
+    CEveBox* box = nullptr;
+    EXPECT_THAT(NamesOf(CallsFor(GetParam().keyword, box)),
+                ElementsAre("MakeWindow", "TakeControlProcedure", "WindowResolution", "StockSystemFont",
+                            "MakeFont", "Send", "ShowOrHide", "Enable"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Keywords, PlainControlCallsTest,
+                         testing::Values(ControlCase{"button"}, ControlCase{"radio"},
+                                         ControlCase{"check_box"}, ControlCase{"radio_group"},
+                                         ControlCase{"cluster"}, ControlCase{"static_text"},
+                                         ControlCase{"separator"}, ControlCase{"picture"},
+                                         ControlCase{"icon"}));
+
+class AnyControlCallsTest : public ControlCallsTest {};
+
+TEST_P(AnyControlCallsTest, HaveFinalPlaceAndTextFromTheRequest) {
+    CEveBox* box = nullptr;
+    const std::vector<headless::Call> calls = CallsFor(GetParam().keyword, box);
+    ASSERT_FALSE(calls.empty());
+    ASSERT_EQ(calls.front().name, "MakeWindow");
+    const std::vector<std::int64_t>& request = calls.front().numbers; // styles, place, size, id
+    const headless::Window& window = WindowOf(*box);
+    EXPECT_EQ(window.frame.left, request[2]);
+    EXPECT_EQ(window.frame.top, request[3]);
+    EXPECT_EQ(window.frame.Width(), request[4]);
+    EXPECT_EQ(window.frame.Height(), request[5]);
+    EXPECT_EQ(window.text, u"Name");
+    for (const headless::Call& call : calls) {
+        for (const char* late : {"MoveTo", "SetText", "SetControlText", "SetStyle"})
+            EXPECT_NE(call.name, late);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Keywords, AnyControlCallsTest,
+                         testing::Values(ControlCase{"button"}, ControlCase{"radio"},
+                                         ControlCase{"check_box"}, ControlCase{"radio_group"},
+                                         ControlCase{"cluster"}, ControlCase{"static_text"},
+                                         ControlCase{"edit_text"}, ControlCase{"edit_number"},
+                                         ControlCase{"slider"}, ControlCase{"separator"},
+                                         ControlCase{"picture"}, ControlCase{"icon"}, ControlCase{"popup"},
+                                         ControlCase{"button_popup"}, ControlCase{"list_box"},
+                                         ControlCase{"scroller"}, ControlCase{"progress_bar"},
+                                         ControlCase{"table"}, ControlCase{"tab_group"}));
+
+} // namespace
+} // namespace brixen::zeve

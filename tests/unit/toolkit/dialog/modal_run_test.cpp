@@ -1,0 +1,446 @@
+#include "toolkit/dialog/modal_run.h"
+
+#include "unit/toolkit/dialog/dialog_fixture.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/window_messages.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace brixen::zeve {
+namespace {
+
+using headless::CallsOf;
+using headless::ScriptMessage;
+using headless::State;
+
+constexpr std::uint32_t kUser = 0x0400;
+
+class ModalRunTest : public DialogTest {
+protected:
+    // A dialog on top of this one, ended by the script's next command for it.
+    bool RunAlert(NativeWindow parent) {
+        DialogOwner alert = MadeDialog(alertHost, kTwoButtons, parent);
+        alertWindow = ZeveTopWindow(alert.get());
+        return ZeveRunModal(alert.get());
+    }
+    void Press(ZeveDialog* dialog, std::uintptr_t id) {
+        ScriptMessage(ZeveTopWindow(dialog), kMessageCommand, id);
+    }
+    // The dialog's host runs an alert for each kUser it hears.
+    void LetAlertsRunOver(ZeveDialog* dialog) {
+        host.answer = [this, dialog](std::int32_t what, EventRecord& record) -> std::uint64_t {
+            if (what != kWhatMessage) return 0;
+            const std::int64_t message = record.Read(kKeyEventRecord);
+            if (message == kUser) alertAnswers.push_back(RunAlert(ZeveTopWindow(dialog)));
+            if (message != kMessageCommand) return kAnswerDefault;
+            return record.Read(kKeyWparam) == 1 ? kAnswerEndPositive : kAnswerEndNegative;
+        };
+    }
+    void ScriptForAlert(std::uint32_t message, std::uintptr_t wparam) {
+        State().script.push_back([=, this] { platform::Send(alertWindow, message, wparam, 0); });
+    }
+
+    TestHost host, alertHost;
+    NativeWindow alertWindow = nullptr;
+    std::vector<bool> alertAnswers;
+};
+
+TEST_F(ModalRunTest, EndsWithTheAnswerOfTheHost) {
+    DialogOwner dialog = MadeDialog(host);
+    Press(dialog.get(), 1);
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    Press(dialog.get(), 2);
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+}
+
+TEST_F(ModalRunTest, AnyOtherEndingOfTheLoopIsNegative) {
+    DialogOwner dialog = MadeDialog(host);
+    EXPECT_FALSE(ZeveRunModal(dialog.get())) << "the loop failed";
+    State().script.push_back([] { platform::PostQuit(5); });
+    EXPECT_FALSE(ZeveRunModal(dialog.get())) << "a quit of somebody else's";
+}
+
+TEST_F(ModalRunTest, TellsTheHostBeforeItShowsTheWindow) {
+    DialogOwner dialog = MadeDialog(host);
+    bool wasShown = true;
+    host.answer = [&](std::int32_t what, EventRecord& record) {
+        if (what == kWhatModalRun) {
+            wasShown = platform::IsShown(ZeveTopWindow(dialog.get()));
+            EXPECT_FALSE(record.Has(kKeyWindow));
+        }
+        return kAnswerDefault;
+    };
+    ZeveRunModal(dialog.get());
+    EXPECT_EQ(host.OfWhat(kWhatModalRun).size(), 1u);
+    EXPECT_FALSE(wasShown);
+    EXPECT_TRUE(platform::IsShown(ZeveTopWindow(dialog.get()))) << "it stays on screen until it is deleted";
+}
+
+TEST_F(ModalRunTest, HandsEachMessageToTheDialogFirst) {
+    DialogOwner dialog = MadeDialog(host);
+    ZeveRunModal(dialog.get());
+    const auto steps = CallsOf("HandleNextMessage");
+    ASSERT_EQ(steps.size(), 1u);
+    EXPECT_EQ(steps[0].window, ZeveTopWindow(dialog.get()));
+}
+
+TEST_F(ModalRunTest, TakesItsStepsInThisOrder) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    host.answer = [](std::int32_t what, EventRecord&) {
+        if (what == kWhatModalRun) headless::Record("the host hears of it");
+        return kAnswerDefault;
+    };
+    State().calls.clear();
+    ZeveRunModal(dialog.get());
+    std::vector<std::string> steps;
+    for (const headless::Call& call : State().calls)
+        if (call.name != "IsWindowAlive") steps.push_back(call.name);
+    EXPECT_EQ(steps,
+              (std::vector<std::string>{"the host hears of it", "Enable", "Send", "ShowOrHide", "PaintNow",
+                                        "HandleNextMessage", "Enable", "Send", "Activate"}));
+}
+
+TEST_F(ModalRunTest, DisablesTheParentMeanwhile) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    bool wasEnabled = true;
+    State().script.push_back([&] { wasEnabled = platform::IsEnabled(parent); });
+    State().calls.clear();
+    ZeveRunModal(dialog.get());
+    EXPECT_FALSE(wasEnabled);
+    EXPECT_TRUE(platform::IsEnabled(parent));
+    EXPECT_EQ(State().active, parent);
+    std::vector<std::vector<std::int64_t>> activations;
+    for (const auto& call : CallsOf("Send"))
+        if (call.window == parent) activations.push_back(call.numbers);
+    EXPECT_EQ(activations,
+              (std::vector<std::vector<std::int64_t>>{{kMessageActivate, 0, 0}, {kMessageActivate, 1, 0}}));
+}
+
+TEST_F(ModalRunTest, AParentThatIsNoWindowCountsAsNone) {
+    const NativeWindow parent = PlainWindow();
+    platform::CloseWindow(parent);
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    State().calls.clear();
+    Press(dialog.get(), 1);
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_TRUE(CallsOf("Enable").empty());
+    EXPECT_TRUE(CallsOf("Activate").empty());
+}
+
+TEST_F(ModalRunTest, AParentThatDiesMeanwhileIsLeftAlone) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    State().script.push_back([&] { headless::FindWindow(ZeveTopWindow(dialog.get()))->parent = nullptr; });
+    State().script.push_back([&] { platform::CloseWindow(parent); });
+    Press(dialog.get(), 1);
+    State().calls.clear();
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(CallsOf("Enable").size(), 1u);
+    EXPECT_TRUE(CallsOf("Activate").empty());
+}
+
+TEST_F(ModalRunTest, WithoutAWindowItReturnsFalseAndDisablesNothing) {
+    const NativeWindow parent = PlainWindow();
+    for (const bool isMade : {false, true}) {
+        DialogOwner dialog = NewDialog(kTwoButtons, parent);
+        State().refuseWindow = 1;
+        if (isMade) {
+            EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+        }
+        State().refuseWindow = 0;
+        State().calls.clear();
+        host.events.clear();
+        EXPECT_FALSE(ZeveRunModal(dialog.get()));
+        EXPECT_TRUE(CallsOf("Enable").empty());
+        EXPECT_TRUE(CallsOf("HandleNextMessage").empty());
+        EXPECT_TRUE(host.events.empty());
+    }
+}
+
+TEST_F(ModalRunTest, AWindowThatIsDestroyedUnderItsLoopEndsIt) {
+    DialogOwner dialog = MadeDialog(host);
+    State().script.push_back([&] { platform::CloseWindow(ZeveTopWindow(dialog.get())); });
+    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(State().script.size(), 1u);
+    EXPECT_FALSE(ZeveRunModal(dialog.get())) << "a dialog whose window is gone does not run again";
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, AWindowThatIsDestroyedWithoutARunEndsNone) {
+    DialogOwner dialog = MadeDialog(host);
+    platform::CloseWindow(ZeveTopWindow(dialog.get()));
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, AWindowThatIsClosedBeforeItIsShownIsNotRun) {
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, PlainWindow());
+    host.answer = [&](std::int32_t what, EventRecord&) {
+        if (what == kWhatModalRun) platform::CloseWindow(ZeveTopWindow(dialog.get()));
+        return kAnswerDefault;
+    };
+    State().calls.clear();
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_TRUE(CallsOf("HandleNextMessage").empty());
+}
+
+TEST_F(ModalRunTest, ADialogMayBeDeletedInItsOwnRun) {
+    ZeveDialog* dialog = MadeDialog(host).release();
+    host.answer = [dialog](std::int32_t what, EventRecord& record) {
+        if (what == kWhatMessage && record.Read(kKeyEventRecord) == kUser) ZeveDelete(dialog);
+        return std::uint64_t(0);
+    };
+    ScriptMessage(ZeveTopWindow(dialog), kUser);
+    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+    EXPECT_FALSE(ZeveRunModal(dialog));
+    EXPECT_FALSE(IsModalRunUnderWay());
+}
+
+// --- Loops of the host's own ---
+
+TEST_F(ModalRunTest, AQuitThatTheHostsOwnLoopTookEndsTheRunAllTheSame) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        DialogOwner dialog = MadeDialog(host);
+        State().script.push_back([&] {
+            platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
+            State().quit.reset();
+        });
+        State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        EXPECT_FALSE(State().quit.has_value());
+        State().script.clear();
+    }
+}
+
+TEST_F(ModalRunTest, SoDoesOneThatEndsADialogBelow) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    State().script.push_back([&] {
+        platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, 1, 0);
+        State().quit.reset();
+    });
+    State().script.push_back([] { ADD_FAILURE() << "a loop went on"; });
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, SoDoesAnException) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::out_of_range("in a message");
+        return 0;
+    };
+    State().script.push_back([&] {
+        platform::Send(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        State().quit.reset();
+    });
+    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+// --- Exceptions ---
+
+TEST_F(ModalRunTest, AnExceptionOfTheHostComesOutOfTheRunWithTheParentEnabled) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    host.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what == kWhatMessage && record.Read(kKeyEventRecord) == kUser)
+            throw std::out_of_range("in a message");
+        return 0;
+    };
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_TRUE(platform::IsEnabled(parent));
+    EXPECT_FALSE(IsModalRunUnderWay());
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, AnExceptionOutlivesTheMessagesThatWerePostedBeforeTheEndOfTheLoop) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage) return 0;
+        if (record.Read(kKeyEventRecord) == kUser) throw std::out_of_range("first");
+        ZeveHide(dialog.get(), 1); // swallows what it finds
+        return 0;
+    };
+    platform::Post(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+    platform::Post(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_TRUE(host.Messages(kMessageTimer).empty());
+}
+
+TEST_F(ModalRunTest, AnExceptionBeforeTheWindowIsShownComesOutToo) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    host.answer = [](std::int32_t, EventRecord&) -> std::uint64_t { throw std::runtime_error("early"); };
+    State().calls.clear();
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_TRUE(CallsOf("Enable").empty());
+}
+
+TEST_F(ModalRunTest, AnExceptionInAMessageBeforeTheWindowIsShownComesOutToo) {
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, PlainWindow());
+    host.answer = [&](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::runtime_error("early");
+        platform::Send(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        return 0;
+    };
+    State().calls.clear();
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_TRUE(CallsOf("Enable").empty());
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+TEST_F(ModalRunTest, AnExceptionOfTheParentsHostComesOutBeforeTheLoop) {
+    DialogOwner dialog = MadeDialog(host);
+    const NativeWindow parent = ZeveTopWindow(dialog.get());
+    host.answer = [](std::int32_t, EventRecord& record) -> std::uint64_t {
+        if (record.Read(kKeyEventRecord) == kMessageActivate) throw std::runtime_error("parent");
+        return 1;
+    };
+    State().calls.clear();
+    EXPECT_THROW(RunAlert(parent), std::runtime_error);
+    EXPECT_TRUE(CallsOf("HandleNextMessage").empty());
+    EXPECT_TRUE(platform::IsEnabled(parent));
+    EXPECT_FALSE(State().quit.has_value());
+    EXPECT_FALSE(IsExceptionKept());
+}
+
+TEST_F(ModalRunTest, AnExceptionThatIsNotDerivedFromTheStandardBaseGivesFalse) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw 42;
+        return 0;
+    };
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_FALSE(IsExceptionKept());
+}
+
+TEST_F(ModalRunTest, TheNextRunIsNotTouchedByAnEarlierException) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what == kWhatMessage && record.Read(kKeyEventRecord) == kUser) throw std::runtime_error("once");
+        return what == kWhatMessage && record.Read(kKeyEventRecord) == kMessageCommand ? 2u : 1u;
+    };
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    Press(dialog.get(), 1);
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+}
+
+// --- Runs inside runs ---
+
+TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogGoesOn) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    ScriptForAlert(kMessageCommand, 1);
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    ScriptForAlert(kMessageCommand, 2);
+    Press(dialog.get(), 1);
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{true, false}));
+    EXPECT_TRUE(platform::IsEnabled(ZeveTopWindow(dialog.get())));
+}
+
+TEST_F(ModalRunTest, AQuitForTheDialogBelowEndsTheAlertAsByItsSecondButtonAndThenTheDialog) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        alertAnswers.clear();
+        DialogOwner dialog = MadeDialog(host);
+        LetAlertsRunOver(dialog.get());
+        ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+        Press(dialog.get(), command);
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+        EXPECT_FALSE(State().quit.has_value());
+    }
+}
+
+TEST_F(ModalRunTest, TheAlertsOwnAnswerComesTooLateAfterAQuitForTheDialogBelow) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    State().script.push_back([&] {
+        platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, 1, 0);
+        platform::Send(alertWindow, kMessageCommand, 1, 0);
+    });
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+}
+
+TEST_F(ModalRunTest, AnAlertThatBeginsAfterTheQuitEndsWithTheDialog) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        alertAnswers.clear();
+        DialogOwner dialog = MadeDialog(host);
+        LetAlertsRunOver(dialog.get());
+        // Both wait already when the loop begins, and a quit message comes last.
+        platform::Post(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
+        platform::Post(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+        EXPECT_FALSE(State().quit.has_value());
+    }
+}
+
+TEST_F(ModalRunTest, AQuitForTheLowestOfThreeEndsAllThree) {
+    DialogOwner bottom = MadeDialog(host), middle;
+    TestHost middleHost;
+    bool middleAnswer = true;
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage) return 0;
+        if (record.Read(kKeyEventRecord) == kMessageCommand) return 2;
+        if (record.Read(kKeyEventRecord) == kUser) {
+            middle = MadeDialog(middleHost);
+            middleAnswer = ZeveRunModal(middle.get());
+        }
+        return 1;
+    };
+    middleHost.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what == kWhatMessage && record.Read(kKeyEventRecord) == kUser)
+            alertAnswers.push_back(RunAlert(ZeveTopWindow(middle.get())));
+        return 1;
+    };
+    ScriptMessage(ZeveTopWindow(bottom.get()), kUser);
+    State().script.push_back([&] { platform::Send(ZeveTopWindow(middle.get()), kUser, 0, 0); });
+    ScriptMessage(ZeveTopWindow(bottom.get()), kMessageCommand, 1);
+    EXPECT_TRUE(ZeveRunModal(bottom.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+    EXPECT_FALSE(middleAnswer);
+}
+
+TEST_F(ModalRunTest, TheDialogBelowThatIsDestroyedEndsTheAlertToo) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    const NativeWindow window = ZeveTopWindow(dialog.get());
+    ScriptMessage(window, kUser);
+    State().script.push_back([&] { platform::CloseWindow(window); });
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+}
+
+TEST_F(ModalRunTest, AnExceptionUnderAnAlertEndsBothAndComesOutOfTheLower) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    alertHost.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what == kWhatMessage && record.Read(kKeyEventRecord) == kMessageTimer)
+            throw std::runtime_error("alert");
+        return 1;
+    };
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    ScriptForAlert(kMessageTimer, 0);
+    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_TRUE(alertAnswers.empty());
+    EXPECT_FALSE(IsModalRunUnderWay());
+    EXPECT_FALSE(State().quit.has_value());
+}
+
+} // namespace
+} // namespace brixen::zeve

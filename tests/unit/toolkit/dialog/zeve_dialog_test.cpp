@@ -1,0 +1,451 @@
+#include "toolkit/dialog/zeve_dialog.h"
+
+#include "unit/toolkit/dialog/dialog_fixture.h"
+#include "support/failing_allocator.h"
+#include "toolkit/boxes/eve_box.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/language_tag.h"
+#include "toolkit/dialog/modal_run.h"
+#include "toolkit/toolkit_state.h"
+#include "toolkit/window_messages.h"
+#include "view/scope/expression_scope.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace brixen::zeve {
+namespace {
+
+using headless::CallsOf;
+using headless::State;
+
+class ZeveDialogTest : public DialogTest {
+protected:
+    // The text of the logic error that the operation raises; empty if it raises none.
+    template <class Operation>
+    std::string ErrorOf(Operation operation) {
+        try {
+            operation();
+        } catch (const std::logic_error& error) {
+            return error.what();
+        }
+        return "";
+    }
+    headless::Window& ControlOf(ZeveDialog* dialog, std::uint16_t id) {
+        return *headless::FindWindow(platform::ChildWithId(ZeveTopWindow(dialog), id));
+    }
+
+    TestHost host;
+};
+
+TEST(LanguageTag, IsTheFirstFiveCharactersInLowerCaseWithADash) {
+    EXPECT_EQ(NormaliseLanguage("ja_JP"), "ja-jp");
+    EXPECT_EQ(NormaliseLanguage("JA-jp"), "ja-jp");
+    EXPECT_EQ(NormaliseLanguage("he_IL.utf8"), "he-il");
+    EXPECT_EQ(NormaliseLanguage("AR"), "ar");
+    EXPECT_EQ(NormaliseLanguage(""), "");
+}
+
+TEST(LanguageTag, TwoLanguagesGoFromRightToLeft) {
+    for (const char* language : {"AR_ae", "ar-AE", "he_IL", "he-il-more"})
+        EXPECT_TRUE(IsRightToLeftLanguage(language));
+    for (const char* language : {"ar", "ar_SA", "he", "en_US", ""})
+        EXPECT_FALSE(IsRightToLeftLanguage(language));
+}
+
+TEST_F(ZeveDialogTest, InitializingWorksOnce) {
+    ZeveInitialize();
+    ZeveInitialize();
+    EXPECT_EQ(CallsOf("LoadRichEdit").size(), 1u);
+    EXPECT_EQ(CallsOf("RegisterCommonControls").size(), 1u);
+}
+
+TEST_F(ZeveDialogTest, InitializingFillsTheKeywordTable) {
+    ZeveInitialize();
+    EXPECT_NE(gToolkit.keywords.Find("button"), nullptr);
+}
+
+TEST_F(ZeveDialogTest, TheRichEditLibraryIsFreedByTheFirstDeleteAndNotAgain) {
+    ZeveInitialize();
+    EXPECT_EQ(State().richEditLoads, 1);
+    NewDialog().reset();
+    EXPECT_EQ(State().richEditLoads, 0);
+    NewDialog().reset();
+    EXPECT_EQ(State().richEditLoads, 0);
+    EXPECT_EQ(CallsOf("UnloadModule").size(), 1u);
+}
+
+TEST_F(ZeveDialogTest, WhatWasNotLoadedIsNotFreed) {
+    NewDialog().reset();
+    State().refuseRichEdit = 1;
+    ZeveInitialize();
+    NewDialog().reset();
+    EXPECT_TRUE(CallsOf("UnloadModule").empty());
+}
+
+TEST_F(ZeveDialogTest, ANullRecordIsRefused) {
+    EXPECT_EQ(ErrorOf([] { ZeveNew(nullptr); }), "Invalid Zeve dialog initialization record pointer.");
+}
+
+TEST_F(ZeveDialogTest, ANullHandleRaises) {
+    const EventRecord record;
+    EXPECT_EQ(ErrorOf([] { ZeveAddViewText(nullptr, ""); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { ZeveMakeDialog(nullptr, nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { ZeveRunModal(nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { ZeveTopWindow(nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { ZeveRetranslate(nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([&] { ZeveSetValue(nullptr, 1, record); }), "nil pointer");
+}
+
+TEST_F(ZeveDialogTest, ANullHandleIsSwallowedOrNoErrorAtAll) {
+    EXPECT_NO_THROW(ZeveShow(nullptr, 1));
+    EXPECT_NO_THROW(ZeveHide(nullptr, 1));
+    EXPECT_NO_THROW(ZeveEnable(nullptr, 1));
+    EXPECT_NO_THROW(ZeveDisable(nullptr, 1));
+    EXPECT_NO_THROW(ZeveDelete(nullptr));
+}
+
+TEST_F(ZeveDialogTest, TheTopWindowIsThereOnceTheDialogIsMade) {
+    DialogOwner dialog = NewDialog();
+    EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
+    const NativeWindow window = ZeveMakeDialog(dialog.get(), &host);
+    EXPECT_NE(window, nullptr);
+    EXPECT_EQ(ZeveTopWindow(dialog.get()), window);
+}
+
+TEST_F(ZeveDialogTest, TheViewTextMayComeInPieces) {
+    DialogOwner dialog = NewDialog("dialog(name: 'Piece");
+    ZeveAddViewText(dialog.get(), "s');");
+    ZeveAddViewText(dialog.get(), nullptr);
+    const NativeWindow window = ZeveMakeDialog(dialog.get(), &host);
+    EXPECT_EQ(platform::TextOf(window), u"Pieces");
+}
+
+TEST_F(ZeveDialogTest, ARootThatIsNoDialogHasNoWindow) {
+    DialogOwner dialog = NewDialog("column(name: 'Nothing');");
+    EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+    EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
+}
+
+TEST_F(ZeveDialogTest, ADialogIsMadeOnce) {
+    DialogOwner dialog = MadeDialog(host);
+    EXPECT_EQ(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &host); }),
+              "You have already used this instance to create a dialog.");
+    EXPECT_NE(ZeveTopWindow(dialog.get()), nullptr) << "the one that is there stays";
+}
+
+TEST_F(ZeveDialogTest, ASecondMakingSetsEverythingUpBeforeItIsRefused) {
+    DialogOwner dialog = MadeDialog(host);
+    gToolkit.keywords = KeywordTable();
+    TestHost other;
+    EXPECT_NE(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &other); }), "");
+    EXPECT_NE(gToolkit.keywords.Find("button"), nullptr);
+    platform::Send(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
+    EXPECT_TRUE(host.Messages(kMessageTimer).empty());
+    EXPECT_EQ(other.Messages(kMessageTimer).size(), 1u) << "the new params hold";
+}
+
+TEST_F(ZeveDialogTest, ARootThatGivesNoBoxMakesNoDialog) {
+    class NeverMade : public CEveBox {
+        CEveBox* Create(CExpressionScope&, CEveBox*) override { return nullptr; }
+    };
+    ZeveInitialize();
+    DialogOwner dialog = NewDialog("never_made();");
+    gToolkit.keywords.Define("never_made",
+                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<NeverMade>(); });
+    EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+    EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
+    EXPECT_TRUE(host.events.empty());
+    EXPECT_EQ(ErrorOf([&] { ZeveRetranslate(dialog.get()); }), "nil pointer");
+}
+
+TEST_F(ZeveDialogTest, ATextThatCannotBeReadRaisesAndLeavesNothing) {
+    DialogOwner dialog = NewDialog("dialog(name: 'Broken') { button(name: 'OK');");
+    EXPECT_NE(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &host); }), "");
+    EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
+    dialog.reset();
+    EXPECT_TRUE(State().windows.empty());
+}
+
+TEST_F(ZeveDialogTest, TheHostHearsOfEachViewWhenItIsMade) {
+    DialogOwner dialog = MadeDialog(host);
+    const auto top = host.OfWhat(kWhatTopLevelMade), others = host.OfWhat(kWhatViewMade);
+    ASSERT_EQ(top.size(), 1u);
+    EXPECT_EQ(top[0].keyword, "dialog");
+    EXPECT_EQ(top[0].window, ZeveTopWindow(dialog.get()));
+    ASSERT_EQ(others.size(), 2u);
+    EXPECT_EQ(others[0].control, platform::ChildWithId(top[0].window, 1));
+    EXPECT_EQ(others[1].control, platform::ChildWithId(top[0].window, 2));
+}
+
+TEST_F(ZeveDialogTest, TheHostHearsOfBothControlsOfAView) {
+    DialogOwner dialog =
+        MadeDialog(host, "dialog(name: 'Checks') {"
+                         " edit_text(name: '', view_id: 1, width: 90, check_box_aware: true); }");
+    const auto made = host.OfWhat(kWhatViewMade);
+    ASSERT_EQ(made.size(), 1u);
+    EXPECT_EQ(platform::IdOf(made[0].control), 1);
+    EXPECT_EQ(platform::IdOf(made[0].subControl), 10003) << "the dialog used the two ids before it";
+}
+
+TEST_F(ZeveDialogTest, MessagesFindTheDialogWhileItsChildrenAreMade) {
+    host.answer = [](std::int32_t what, EventRecord& record) {
+        if (what == kWhatTopLevelMade)
+            platform::Send(record.ReadPointer<NativeWindow>(kKeyWindow), kMessageTimer, 0, 0);
+        return std::uint64_t(0);
+    };
+    DialogOwner dialog = MadeDialog(host);
+    EXPECT_EQ(host.Messages(kMessageTimer).size(), 1u);
+}
+
+TEST_F(ZeveDialogTest, AnExceptionOfTheHostComesOutOfTheMaking) {
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatViewMade) throw std::out_of_range("host");
+        return 0;
+    };
+    DialogOwner dialog = NewDialog();
+    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    dialog.reset();
+    EXPECT_TRUE(State().windows.empty());
+    EXPECT_TRUE(State().fonts.empty());
+}
+
+TEST_F(ZeveDialogTest, AnExceptionInAMessageDuringTheMakingComesOutToo) {
+    host.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what == kWhatViewMade)
+            platform::Send(platform::ParentOf(record.ReadPointer<NativeWindow>(kKeyControl)), kMessageTimer,
+                           0, 0);
+        if (what == kWhatMessage && record.Read(kKeyEventRecord) == kMessageTimer)
+            throw std::out_of_range("message");
+        return 0;
+    };
+    DialogOwner dialog = NewDialog();
+    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    EXPECT_FALSE(IsExceptionKept());
+}
+
+TEST_F(ZeveDialogTest, AViewWhoseMakingLedToAnExceptionIsNotTold) {
+    class Sender : public CEveBox {
+        CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override {
+            CEveBox::Create(attributes, parentBox);
+            platform::Send(TopLevelWindow(), kMessageTimer, 0, 0);
+            return this;
+        }
+    };
+    ZeveInitialize();
+    gToolkit.keywords.Define("sender",
+                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::out_of_range("message");
+        return 0;
+    };
+    DialogOwner dialog = NewDialog("dialog(name: 'Sends') { sender(); }");
+    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    EXPECT_TRUE(host.OfWhat(kWhatViewMade).empty());
+}
+
+TEST_F(ZeveDialogTest, AnExceptionOfAnotherKindGivesNull) {
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatTopLevelMade) throw 42;
+        return 0;
+    };
+    DialogOwner dialog = NewDialog();
+    EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
+}
+
+TEST_F(ZeveDialogTest, DeletingTakesWindowsAndFontsAlong) {
+    DialogOwner dialog = MadeDialog(host);
+    EXPECT_EQ(State().windows.size(), 3u);
+    EXPECT_EQ(State().fonts.size(), 2u);
+    host.events.clear();
+    dialog.reset();
+    EXPECT_TRUE(State().windows.empty());
+    EXPECT_TRUE(State().fonts.empty());
+    EXPECT_TRUE(host.events.empty()) << "the host hears nothing of the deletion";
+}
+
+TEST_F(ZeveDialogTest, LeavesTheRegistryBeforeItsBoxesGo) {
+    // The low style bit has the window asked for an icon.
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Icon?', win_style: 1);");
+    host.events.clear();
+    State().calls.clear();
+    dialog.reset();
+    EXPECT_EQ(CallsOf("Send").size(), 1u);
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(ZeveDialogTest, SeveralDialogsLiveAtOnceEachWithItsHost) {
+    TestHost otherHost;
+    DialogOwner one = MadeDialog(host), other = MadeDialog(otherHost);
+    platform::Send(ZeveTopWindow(other.get()), kMessageTimer, 5, 0);
+    EXPECT_TRUE(host.Messages(kMessageTimer).empty());
+    EXPECT_EQ(otherHost.Messages(kMessageTimer).size(), 1u);
+    one.reset();
+    platform::Send(ZeveTopWindow(other.get()), kMessageTimer, 6, 0);
+    EXPECT_EQ(otherHost.Messages(kMessageTimer).size(), 2u);
+}
+
+TEST_F(ZeveDialogTest, ShowsAndHidesByViewId) {
+    DialogOwner dialog = MadeDialog(host);
+    constexpr std::uint32_t kShown = 0x10000000;
+    EXPECT_NE(ControlOf(dialog.get(), 1).style & kShown, 0u);
+    ZeveHide(dialog.get(), 1);
+    EXPECT_EQ(ControlOf(dialog.get(), 1).style & kShown, 0u);
+    EXPECT_NE(ControlOf(dialog.get(), 2).style & kShown, 0u);
+    ZeveShow(dialog.get(), 1);
+    EXPECT_NE(ControlOf(dialog.get(), 1).style & kShown, 0u);
+}
+
+TEST_F(ZeveDialogTest, EnablesAndDisablesByViewId) {
+    DialogOwner dialog = MadeDialog(host);
+    const NativeWindow button = ControlOf(dialog.get(), 1).handle;
+    ZeveDisable(dialog.get(), 1);
+    EXPECT_FALSE(platform::IsEnabled(button));
+    ZeveEnable(dialog.get(), 1);
+    EXPECT_TRUE(platform::IsEnabled(button));
+}
+
+TEST_F(ZeveDialogTest, AnUnknownIdIsSwallowedOrAnsweredWithFalse) {
+    DialogOwner made = MadeDialog(host), unmade = NewDialog();
+    EventRecord record;
+    record.StorePointer(kKeySetValue, "text");
+    for (ZeveDialog* dialog : {made.get(), unmade.get()}) {
+        State().calls.clear();
+        EXPECT_NO_THROW(ZeveShow(dialog, 77));
+        EXPECT_NO_THROW(ZeveHide(dialog, 77));
+        EXPECT_NO_THROW(ZeveEnable(dialog, 77));
+        EXPECT_NO_THROW(ZeveDisable(dialog, 77));
+        EXPECT_FALSE(ZeveSetValue(dialog, 77, record));
+        EXPECT_TRUE(State().calls.empty());
+    }
+}
+
+TEST_F(ZeveDialogTest, SetsAValueByViewId) {
+    DialogOwner dialog = MadeDialog(host);
+    EventRecord record;
+    record.StorePointer(kKeySetValue, "Other words");
+    EXPECT_TRUE(ZeveSetValue(dialog.get(), 2, record));
+    EXPECT_EQ(ControlOf(dialog.get(), 2).text, u"Other words");
+}
+
+TEST_F(ZeveDialogTest, AnEmptyRecordRaisesInTheBoxThatReadsIt) {
+    DialogOwner dialog = MadeDialog(host);
+    EXPECT_EQ(ErrorOf([&] { ZeveSetValue(dialog.get(), 1, EventRecord()); }), "hash table index not found");
+}
+
+TEST_F(ZeveDialogTest, RetranslatingShowsTheNamesAgain) {
+    DialogOwner dialog = MadeDialog(host);
+    ControlOf(dialog.get(), 1).text = u"overwritten";
+    ZeveRetranslate(dialog.get());
+    EXPECT_EQ(ControlOf(dialog.get(), 1).text, u"OK");
+}
+
+TEST_F(ZeveDialogTest, RetranslatingWhatWasNotMadeRaises) {
+    DialogOwner dialog = NewDialog();
+    EXPECT_EQ(ErrorOf([&] { ZeveRetranslate(dialog.get()); }), "nil pointer");
+}
+
+TEST_F(ZeveDialogTest, TheFlagsAreVariablesOfTheView) {
+    struct Case {
+        std::uint64_t flags;
+        std::int32_t width;
+    };
+    for (const Case& c : {Case{0, 100}, Case{kZeveRightToLeftAware, 101}, Case{kZeveReadOnly, 122},
+                          Case{kZeveCheckBoxAware, 140}, Case{7, 163}}) {
+        ZeveInitRecord record;
+        record.callback = &TestHost::Callback;
+        record.flags = c.flags;
+        DialogOwner dialog(ZeveNew(&record));
+        ZeveAddViewText(dialog.get(),
+                        "dialog(name: 'Flags', height: 50, width: 100 + rtl_aware + 2 * __read_only_mode"
+                        " + 20 * read_only_aware + 40 * check_box_aware);");
+        const NativeWindow window = ZeveMakeDialog(dialog.get(), &host);
+        EXPECT_EQ(platform::ClientArea(window).Width(), c.width) << c.flags;
+    }
+}
+
+TEST_F(ZeveDialogTest, TheHostsReferencesReachTheWindow) {
+    const NativeWindow parent = PlainWindow();
+    ZeveInitRecord record;
+    record.callback = &TestHost::Callback;
+    record.parentWindow = parent;
+    record.instance = platform::LibraryModule();
+    record.parentReference = 150;
+    DialogOwner dialog(ZeveNew(&record));
+    ZeveAddViewText(dialog.get(), "dialog(name: 'References', height: 50, width: __parent);");
+    const headless::Window* window = headless::FindWindow(ZeveMakeDialog(dialog.get(), &host));
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->parent, parent);
+    EXPECT_EQ(window->instance, record.instance);
+    EXPECT_EQ(platform::ClientArea(window->handle).Width(), 150);
+}
+
+TEST_F(ZeveDialogTest, ALanguageFromRightToLeftMirrorsTheLayout) {
+    const auto leftOfFirst = [this](const char* language) {
+        ZeveInitRecord record;
+        record.callback = &TestHost::Callback;
+        record.language = language;
+        DialogOwner dialog(ZeveNew(&record));
+        ZeveAddViewText(dialog.get(), "dialog(name: 'Mirror', width: 400) { row(placement: place_row) {"
+                                      " button(name: 'A', view_id: 1); button(name: 'B', view_id: 2); } }");
+        ZeveMakeDialog(dialog.get(), &host);
+        return ControlOf(dialog.get(), 1).frame.left < ControlOf(dialog.get(), 2).frame.left;
+    };
+    EXPECT_TRUE(leftOfFirst("en_US"));
+    EXPECT_TRUE(leftOfFirst(nullptr));
+    EXPECT_FALSE(leftOfFirst("he_IL"));
+    EXPECT_FALSE(leftOfFirst("AR_ae"));
+}
+
+TEST_F(ZeveDialogTest, TheLanguageReachesTheControls) {
+    constexpr std::uint32_t kRightToLeftReading = 0x2000;
+    for (const char* language : {"en-US", "he-IL"}) {
+        ZeveInitRecord record;
+        record.callback = &TestHost::Callback;
+        record.language = language;
+        DialogOwner dialog(ZeveNew(&record));
+        ZeveAddViewText(dialog.get(), kTwoButtons);
+        ZeveMakeDialog(dialog.get(), &host);
+        const bool isRightToLeft = (ControlOf(dialog.get(), 1).extendedStyle & kRightToLeftReading) != 0;
+        EXPECT_EQ(isRightToLeft, IsRightToLeftLanguage(language)) << language;
+    }
+}
+
+TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
+    static constexpr char kOwnClass[] =
+        "dialog(name: 'Own class', create_system_dialog: false) {"
+        " button(name: 'OK', view_id: 1); button(name: 'Cancel', view_id: 2); }";
+    const auto live = [] {
+        try {
+            TestHost own;
+            ZeveInitialize();
+            DialogOwner dialog = MadeDialog(own, kOwnClass);
+            headless::ScriptMessage(ZeveTopWindow(dialog.get()), kMessageCommand, 1);
+            ZeveRunModal(dialog.get());
+            ZeveHide(dialog.get(), 2);
+        } catch (const std::exception&) {
+            // Out of memory, or the logic error of a control that could not be made for it.
+        }
+        EXPECT_TRUE(State().windows.empty());
+        EXPECT_TRUE(State().fonts.empty());
+        EXPECT_TRUE(State().classes.empty());
+        EXPECT_FALSE(IsExceptionKept());
+        EXPECT_FALSE(IsModalRunUnderWay());
+        State().quit.reset();
+        State().script.clear();
+        State().calls.clear();
+    };
+    EXPECT_GT(pavane_test::ForEveryFailingAllocation(live), 50u);
+}
+
+TEST_F(ZeveDialogTest, ADescriptionThatMakesUpReferencesHarmsNobody) {
+    DialogOwner dialog =
+        NewDialog("__callback = 4660; __callback_params = 4660; __zeveInternalObj = 4660;"
+                  "__hInstance = 4660; __parentWindow = 4660; __eveBoxObj = 4660; __gen = 4660;"
+                  "dialog(name: 'Made up', __eveBoxObj: 4660) { button(name: 'OK'); }");
+    EXPECT_NE(ZeveMakeDialog(dialog.get(), &host), nullptr);
+    EXPECT_TRUE(host.events.empty());
+}
+
+} // namespace
+} // namespace brixen::zeve

@@ -1,0 +1,327 @@
+#include "toolkit/dialog/zeve_generator.h"
+
+#include "unit/toolkit/dialog/dialog_fixture.h"
+#include "toolkit/boxes/box_makers.h"
+#include "toolkit/dialog_link.h"
+#include "toolkit/boxes/eve_box.h"
+#include "toolkit/toolkit_state.h"
+#include "toolkit/view_constants.h"
+#include "view/scope/expression_scope.h"
+#include "view/reader/view_reader.h"
+
+#include <stdexcept>
+
+namespace brixen::zeve {
+namespace {
+
+class ZeveGenerator : public DialogTest {
+protected:
+    ZeveGenerator() {
+        FillKeywordTable();
+        InstallViewConstants(view);
+        link.callback = &TestHost::Callback;
+        link.callbackParams = &host;
+        view.DefineNumber("__callback", CallbackNumber(link.callback));
+        view.DefineNumber("__callback_params", ReferenceNumber(&host));
+        view.DefineNumber("__zeveInternalObj", ReferenceNumber(&link));
+    }
+
+    std::int64_t Number(std::string_view name) { return attributes.GetLongOr(name, kUndefinedNumber); }
+    CEveBox* Box() { return ReferenceFrom<CEveBox>(Number("__eveBoxObj")); }
+    // Prepares and creates a view with attributes of its own.
+    CEveBox* Make(std::string_view keyword, CEveBox* parent) {
+        CExpressionScope own;
+        generator.PrepareView(keyword, view, own);
+        return generator.CreateView(keyword, own, parent);
+    }
+
+    TestHost host;
+    DialogLink link;
+    CZeveGenerator generator{&link};
+    CExpressionScope view, attributes;
+};
+
+TEST_F(ZeveGenerator, AViewWithoutAnIdUsesTwo) {
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(Number("view_id"), 10001);
+    EXPECT_EQ(Number("sub_view_id"), 10002);
+}
+
+TEST_F(ZeveGenerator, AViewWithAnIdUsesOne) {
+    view.DefineNumber("view_id", 7);
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(Number("view_id"), 7);
+    EXPECT_EQ(Number("sub_view_id"), 10001);
+}
+
+TEST_F(ZeveGenerator, NothingTestsForClashesOfIds) {
+    view.DefineNumber("view_id", 7);
+    for (const std::int64_t ownId : {10001, 10002}) {
+        generator.PrepareView("button", view, attributes);
+        EXPECT_EQ(Number("view_id"), 7);
+        EXPECT_EQ(Number("sub_view_id"), ownId);
+    }
+}
+
+TEST_F(ZeveGenerator, IdsAreCutTo16Bits) {
+    view.DefineNumber("view_id", 70000);
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(Number("view_id"), 4464);
+    view.DefineNumber("view_id", 65536);
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(Number("view_id"), 10002) << "its low half is 0, so it counts as absent";
+}
+
+TEST_F(ZeveGenerator, TheCounterWrapsAndSkipsNothing) {
+    gToolkit.lastViewId = 65534;
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(Number("view_id"), 65535);
+    EXPECT_EQ(Number("sub_view_id"), 0);
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(Number("view_id"), 1);
+}
+
+TEST_F(ZeveGenerator, CopiesTheCommonAttributesWherePresent) {
+    CExpressionScope enclosing, inner(&enclosing);
+    enclosing.DefineString("name", "from outside");
+    inner.DefineNumber("margin_left", 5);
+    inner.DefineNumber("locked", 12);
+    inner.DefineNumber("unknown_to_the_generator", 1);
+    generator.PrepareView("picture", inner, attributes);
+    EXPECT_EQ(attributes.GetStringOr("name", ""), "from outside");
+    EXPECT_EQ(Number("margin_left"), 5);
+    EXPECT_EQ(Number("locked"), 1);
+    EXPECT_FALSE(attributes.HasVariable("margin"));
+    EXPECT_FALSE(attributes.HasVariable("unknown_to_the_generator"));
+}
+
+TEST_F(ZeveGenerator, CopiesEachCommonAttributeInItsType) {
+    CExpressionScope plain;
+    for (const char* text : {"name", "alt_name", "class_name", "__languageInfo"}) {
+        plain.DefineString(text, "its text");
+        generator.PrepareView("no_such_view", plain, attributes);
+        EXPECT_EQ(attributes.GetStringOr(text, ""), "its text") << text;
+    }
+    for (const char* number : {"resource_id", "max_chars", "seven_bit_ascii", "font", "__callback",
+                               "__callback_params", "__hInstance", "margin", "margin_top", "margin_bottom",
+                               "margin_left", "margin_right", "margin_height", "margin_width"}) {
+        plain.DefineNumber(number, 4294967303);
+        generator.PrepareView("no_such_view", plain, attributes);
+        EXPECT_EQ(Number(number), 4294967303) << number;
+    }
+    for (const char* boolean : {"word_wrap", "__read_only_mode", "locked", "check_box_aware"}) {
+        plain.DefineNumber(boolean, -7);
+        generator.PrepareView("no_such_view", plain, attributes);
+        EXPECT_EQ(Number(boolean), 1) << boolean;
+    }
+}
+
+TEST_F(ZeveGenerator, CopiesTheDialogsExtraAttributesInBothTypes) {
+    link.extraAttributeNames = {"number_of_mine", "text_of_mine", "absent"};
+    view.DefineNumber("number_of_mine", 3);
+    view.DefineString("text_of_mine", "mine");
+    generator.PrepareView("picture", view, attributes);
+    EXPECT_EQ(Number("number_of_mine"), 3);
+    EXPECT_EQ(attributes.GetStringOr("text_of_mine", ""), "mine");
+    EXPECT_FALSE(attributes.HasVariable("absent"));
+}
+
+TEST_F(ZeveGenerator, ADescriptionCannotPointToAnotherDialog) {
+    link.extraAttributeNames = {"mine"};
+    view.DefineNumber("mine", 3);
+    view.DefineNumber("__zeveInternalObj", 0x123456);
+    generator.PrepareView("picture", view, attributes);
+    EXPECT_FALSE(attributes.HasVariable("mine"));
+}
+
+TEST_F(ZeveGenerator, ADialogsBoxStoresItselfInItsOwnDialogAlone) {
+    DialogLink other;
+    RegisterDialog(other); // it lives as well, and its number can be guessed
+    for (const DialogLink* named : {&other, &link}) {
+        view.DefineNumber("__zeveInternalObj", ReferenceNumber(named));
+        const CEveBox* root = Make("dialog", nullptr);
+        EXPECT_EQ(link.rootBox, named == &link ? root : nullptr);
+        EXPECT_EQ(other.rootBox, nullptr);
+    }
+    UnregisterDialog(other);
+}
+
+TEST_F(ZeveGenerator, DefinesItselfAndTheBox) {
+    generator.PrepareView("button", view, attributes);
+    EXPECT_EQ(ReferenceFrom<CGenerator>(Number("__gen")), &generator);
+    ASSERT_NE(Box(), nullptr);
+    EXPECT_EQ(Box()->classKeyword, "button");
+    EXPECT_EQ(Number("height"), 22) << "the box prepared itself";
+}
+
+TEST_F(ZeveGenerator, TheHostHearsOfATopLevelBoxByItsWindow) {
+    CEveBox* root = Make("picture", nullptr);
+    root->window = nullptr;
+    ASSERT_EQ(host.events.size(), 1u);
+    EXPECT_EQ(host.events[0].what, kWhatTopLevelMade);
+    EXPECT_EQ(host.events[0].keyword, "picture");
+    EXPECT_EQ(host.events[0].control, nullptr);
+}
+
+TEST_F(ZeveGenerator, TheHostHearsOfEveryOtherBoxByItsControls) {
+    CEveBox* root = Make("picture", nullptr);
+    host.events.clear();
+    CEveBox* button = Make("button", root);
+    ASSERT_EQ(host.events.size(), 1u);
+    EXPECT_EQ(host.events[0].what, kWhatViewMade);
+    EXPECT_EQ(host.events[0].control, button->control);
+    EXPECT_EQ(host.events[0].window, nullptr);
+    EXPECT_EQ(button->parent, root);
+}
+
+TEST_F(ZeveGenerator, TheHostReadsAndChangesTheAttributes) {
+    host.answer = [](std::int32_t, EventRecord& record) {
+        auto* scope = record.ReadPointer<CExpressionScope*>(kKeyScope);
+        scope->DefineNumber("seen", scope->GetLongOr("view_id", 0));
+        return std::uint64_t(0);
+    };
+    generator.PrepareView("picture", view, attributes);
+    generator.CreateView("picture", attributes, nullptr);
+    EXPECT_EQ(Number("seen"), 10001);
+}
+
+TEST_F(ZeveGenerator, TheHostHearsOfAViewBeforeItsChildrenAreMade) {
+    const auto root = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
+    InstallViewConstants(*root);
+    root->DefineNumber("__callback", CallbackNumber(link.callback));
+    root->DefineNumber("__callback_params", ReferenceNumber(&host));
+    host.answer = [](std::int32_t, EventRecord& record) {
+        const auto* scope = record.ReadPointer<const CExpressionScope*>(kKeyScope);
+        EXPECT_TRUE(ReferenceFrom<CEveBox>(scope->GetLongOr("__eveBoxObj", 0))->children.empty());
+        return std::uint64_t(0);
+    };
+    const CEveBox* made = RunDefinition(*root, "picture(name: '1') { picture(name: '2') { button(); } }");
+    EXPECT_EQ(made->children.size(), 1u);
+    ASSERT_EQ(host.events.size(), 3u);
+    EXPECT_EQ(host.events[0].what, kWhatTopLevelMade);
+    EXPECT_EQ(host.events[2].keyword, "button");
+}
+
+TEST_F(ZeveGenerator, WithoutACallbackNobodyHears) {
+    view.DefineNumber("__callback", 0);
+    EXPECT_NE(Make("picture", nullptr), nullptr);
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(ZeveGenerator, ACallbackThatADescriptionMadeUpIsNotCalled) {
+    view.DefineNumber("__callback", 0x123456);
+    EXPECT_NE(Make("picture", nullptr), nullptr);
+    view.DefineNumber("__callback", CallbackNumber(link.callback));
+    view.DefineNumber("__callback_params", 0x123456);
+    EXPECT_NE(Make("picture", nullptr), nullptr);
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(ZeveGenerator, AnUnknownKeywordMakesABoxAllTheSame) {
+    generator.PrepareView("no_such_view", view, attributes);
+    EXPECT_EQ(Box()->classKeyword, "no_such_view");
+    EXPECT_NE(generator.CreateView("no_such_view", attributes, nullptr), nullptr);
+}
+
+TEST_F(ZeveGenerator, AViewThatWasNeverPreparedHandsItsParentOn) {
+    CEveBox* root = Make("picture", nullptr);
+    EXPECT_EQ(generator.CreateView("button", attributes, root), root);
+    attributes.DefineNumber("__eveBoxObj", 0x123456);
+    EXPECT_EQ(generator.CreateView("button", attributes, root), root);
+}
+
+TEST_F(ZeveGenerator, ABoxIsCreatedOnce) {
+    CEveBox* root = Make("picture", nullptr);
+    generator.PrepareView("button", view, attributes);
+    CEveBox* button = generator.CreateView("button", attributes, root);
+    EXPECT_NE(button, root);
+    EXPECT_EQ(generator.CreateView("button", attributes, root), root) << "its parent owns it now";
+}
+
+// A box that counts the living ones and can refuse to be made.
+class CountedBox : public CEveBox {
+public:
+    enum class Behaviour { Binds, GivesNull, ThrowsFirst, ThrowsLast };
+    CountedBox() { ++gAlive; }
+    ~CountedBox() override { --gAlive; }
+    CEveBox* Create(CExpressionScope& scope, CEveBox* parentBox) override {
+        if (gBehaviour == Behaviour::GivesNull) return nullptr;
+        if (gBehaviour == Behaviour::ThrowsFirst) throw std::runtime_error("first");
+        CEveBox::Create(scope, parentBox);
+        if (gBehaviour == Behaviour::ThrowsLast) throw std::runtime_error("last");
+        return this;
+    }
+    static inline int gAlive = 0;
+    static inline Behaviour gBehaviour = Behaviour::Binds;
+};
+
+// Tells how many of them live after the generator is gone, for each way in which a child can be made.
+class BoxesOfAGenerator : public ZeveGenerator {
+protected:
+    void RunWithChild(CountedBox::Behaviour behaviour) {
+        CountedBox::gBehaviour = CountedBox::Behaviour::Binds;
+        CZeveGenerator own(&link);
+        CEveBox* root = PrepareAndCreate(own, nullptr);
+        CountedBox::gBehaviour = behaviour;
+        try {
+            child = PrepareAndCreate(own, root);
+        } catch (const std::runtime_error&) {
+            child = nullptr;
+        }
+        alive = CountedBox::gAlive;
+        isChildOfRoot = root->children.size() == 1;
+        gaveParent = child == root;
+    }
+
+    CEveBox* child = nullptr;
+    int alive = 0;
+    bool isChildOfRoot = false, gaveParent = false;
+
+private:
+    CEveBox* PrepareAndCreate(CZeveGenerator& own, CEveBox* parent) {
+        gToolkit.keywords.Define("counted",
+                                 []() -> std::unique_ptr<CEveBox> { return std::make_unique<CountedBox>(); });
+        CExpressionScope scope;
+        own.PrepareView("counted", view, scope);
+        return own.CreateView("counted", scope, parent);
+    }
+};
+
+TEST_F(BoxesOfAGenerator, BelongToTheirParentOnceTheyAreBound) {
+    RunWithChild(CountedBox::Behaviour::Binds);
+    EXPECT_TRUE(isChildOfRoot);
+    EXPECT_EQ(alive, 2);
+    EXPECT_EQ(CountedBox::gAlive, 0);
+}
+
+TEST_F(BoxesOfAGenerator, StayWithTheGeneratorWhereCreateGivesNull) {
+    RunWithChild(CountedBox::Behaviour::GivesNull);
+    EXPECT_TRUE(gaveParent) << "the view's children attach to the grandparent";
+    EXPECT_FALSE(isChildOfRoot);
+    EXPECT_EQ(host.events.size(), 1u) << "the host hears of the root alone";
+    EXPECT_EQ(alive, 2);
+    EXPECT_EQ(CountedBox::gAlive, 0);
+}
+
+TEST_F(BoxesOfAGenerator, AreFreedOnceWhereverCreateThrows) {
+    for (const auto behaviour : {CountedBox::Behaviour::ThrowsFirst, CountedBox::Behaviour::ThrowsLast}) {
+        RunWithChild(behaviour);
+        EXPECT_EQ(isChildOfRoot, behaviour == CountedBox::Behaviour::ThrowsLast);
+        EXPECT_EQ(alive, 2);
+        EXPECT_EQ(CountedBox::gAlive, 0);
+    }
+}
+
+TEST_F(BoxesOfAGenerator, AreFreedAlsoWhenTheyWereNeverCreated) {
+    {
+        CZeveGenerator own(&link);
+        gToolkit.keywords.Define("counted",
+                                 []() -> std::unique_ptr<CEveBox> { return std::make_unique<CountedBox>(); });
+        own.PrepareView("counted", view, attributes);
+        EXPECT_EQ(CountedBox::gAlive, 1);
+    }
+    EXPECT_EQ(CountedBox::gAlive, 0);
+}
+
+} // namespace
+} // namespace brixen::zeve

@@ -2,8 +2,8 @@
 // object that takes part in every change (the host, under the wildcard row) and the pane of each state. The
 // peer keeps both tables as maps of maps and takes the same steps. The second pair has no properties at all,
 // so that only the look-up of the transition and the change are left.
-#include "workflow/action_delegate.h"
-#include "workflow/state_machine.h"
+#include "workflow/machine/action_delegate.h"
+#include "workflow/machine/state_machine.h"
 
 #include <benchmark/benchmark.h>
 

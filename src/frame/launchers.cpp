@@ -4,7 +4,7 @@
 #include "frame/log.h"
 #include "frame/pavane_context.h"
 #include "frame/stop_watch.h"
-#include "workflow/context_keys.h"
+#include "workflow/context/context_keys.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #include "workflow/run_workflow.h"
 
 #include "frame/status.h"
-#include "workflow/context_keys.h"
+#include "workflow/context/context_keys.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/workflow.h"
-#include "workflow/workflow_context.h"
+#include "workflow/context/workflow_context.h"
 
 namespace brixen::pvn::pvn_workflow {
 

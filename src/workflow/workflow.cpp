@@ -1,11 +1,11 @@
 #include "workflow/workflow.h"
 
-#include "workflow/context_keys.h"
-#include "workflow/dialog_state_machine.h"
-#include "workflow/pane.h"
-#include "workflow/pane_host.h"
-#include "workflow/scope_guard.h"
-#include "workflow/workflow_context.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/panes/dialog_state_machine.h"
+#include "workflow/panes/pane.h"
+#include "workflow/panes/pane_host.h"
+#include "values/scope_guard.h"
+#include "workflow/context/workflow_context.h"
 
 #include <stdexcept>
 

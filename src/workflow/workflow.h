@@ -2,7 +2,7 @@
 // and has nothing else to do.
 #pragma once
 
-#include "workflow/workflow_object.h"
+#include "workflow/context/workflow_object.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "workflow/catalogue/page_pane.h"
 
 #include "toolkit/dialog/zeve_dialog.h"
-#include "workflow/pane_helpers.h"
+#include "workflow/panes/pane_helpers.h"
 
 namespace brixen::pvn::pvn_workflow {
 

@@ -2,7 +2,7 @@
 // below it that belong to the page.
 #pragma once
 
-#include "workflow/pane.h"
+#include "workflow/panes/pane.h"
 
 #include <span>
 

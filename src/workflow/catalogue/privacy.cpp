@@ -3,7 +3,7 @@
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/catalogue/privacy_host.h"
 #include "workflow/catalogue/privacy_panes.h"
-#include "workflow/dialog_state_machine.h"
+#include "workflow/panes/dialog_state_machine.h"
 #include "workflow/resources/resource_layer.h"
 
 namespace brixen::pvn::pvn_workflow {

@@ -4,10 +4,10 @@
 #include "toolkit/window_messages.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/catalogue/privacy_panes.h"
-#include "workflow/context_keys.h"
-#include "workflow/host_messages.h"
-#include "workflow/nav_state_machine.h"
-#include "workflow/workflow_context.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/panes/host_messages.h"
+#include "workflow/machine/nav_state_machine.h"
+#include "workflow/context/workflow_context.h"
 
 namespace brixen::pvn::pvn_workflow {
 

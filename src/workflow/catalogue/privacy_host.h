@@ -1,7 +1,7 @@
 // The dialog window of Privacy.
 #pragma once
 
-#include "workflow/concrete_host.h"
+#include "workflow/panes/concrete_host.h"
 
 namespace brixen::pvn::pvn_workflow {
 

@@ -5,11 +5,11 @@
 #include "toolkit/window_messages.h"
 #include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/catalogue/privacy_data.h"
-#include "workflow/context_keys.h"
-#include "workflow/host_messages.h"
-#include "workflow/pane_helpers.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/panes/host_messages.h"
+#include "workflow/panes/pane_helpers.h"
 #include "workflow/resources/resource_layer.h"
-#include "workflow/workflow_context.h"
+#include "workflow/context/workflow_context.h"
 
 namespace brixen::pvn::pvn_workflow::privacy {
 

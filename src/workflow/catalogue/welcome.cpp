@@ -1,19 +1,19 @@
 #include "workflow/catalogue/welcome.h"
 
 #include "frame/status.h"
-#include "workflow/alert.h"
-#include "workflow/alert_catalogue.h"
+#include "workflow/panes/alert.h"
+#include "workflow/panes/alert_catalogue.h"
 #include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/welcome_views.h"
-#include "workflow/concrete_host.h"
-#include "workflow/context_keys.h"
+#include "workflow/panes/concrete_host.h"
+#include "workflow/context/context_keys.h"
 #include "workflow/controls/open_in_browser.h"
-#include "workflow/dialog_state_machine.h"
-#include "workflow/host_messages.h"
-#include "workflow/pane_helpers.h"
+#include "workflow/panes/dialog_state_machine.h"
+#include "workflow/panes/host_messages.h"
+#include "workflow/panes/pane_helpers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
-#include "workflow/workflow_context.h"
+#include "workflow/context/workflow_context.h"
 
 namespace brixen::pvn::pvn_workflow {
 

@@ -9,7 +9,7 @@
 #include "workflow/resources/resource_manager.h"
 #include "workflow/resources/resource_state.h"
 #include "workflow/resources/view_handler.h"
-#include "workflow/scope_guard.h"
+#include "values/scope_guard.h"
 
 #include <new>
 #include <stdexcept>

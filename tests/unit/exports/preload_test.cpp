@@ -1,6 +1,6 @@
 #include "unit/exports/exports_fixture.h"
 
-#include "workflow/context_keys.h"
+#include "workflow/context/context_keys.h"
 
 #include <stdexcept>
 

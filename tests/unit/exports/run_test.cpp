@@ -2,7 +2,7 @@
 
 #include "frame/stop_watch.h"
 #include "support/failing_allocator.h"
-#include "workflow/context_keys.h"
+#include "workflow/context/context_keys.h"
 
 #include <stdexcept>
 

@@ -1,13 +1,13 @@
 #include "workflow/run_workflow.h"
 
-#include "unit/workflow/dialog_fixture.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "frame/status.h"
-#include "workflow/concrete_host.h"
-#include "workflow/context_keys.h"
-#include "workflow/dialog_state_machine.h"
-#include "workflow/pane.h"
+#include "workflow/panes/concrete_host.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/panes/dialog_state_machine.h"
+#include "workflow/panes/pane.h"
 #include "workflow/workflow.h"
-#include "workflow/workflow_context.h"
+#include "workflow/context/workflow_context.h"
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 // behind, and the next run works.
 #pragma once
 
-#include "unit/workflow/dialog_fixture.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "dictionaries/process_dictionary.h"
 #include "frame/status.h"
 #include "support/failing_allocator.h"

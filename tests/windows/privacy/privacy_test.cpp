@@ -4,7 +4,7 @@
 #include "frame/pavane_context.h"
 #include "values/storage.h"
 #include "workflow/catalogue/privacy_views.h"
-#include "workflow/context_keys.h"
+#include "workflow/context/context_keys.h"
 #include "workflow/run_workflow.h"
 
 #include <gtest/gtest.h>

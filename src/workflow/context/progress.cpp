@@ -1,0 +1,7 @@
+#include "workflow/context/progress.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+std::atomic<bool> gProgressCancel = false;
+
+} // namespace brixen::pvn::pvn_workflow

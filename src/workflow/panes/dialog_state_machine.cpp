@@ -1,0 +1,22 @@
+#include "workflow/panes/dialog_state_machine.h"
+
+#include "workflow/panes/pane_host.h"
+#include "values/scope_guard.h"
+
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+
+bool PVNDialogStateMachine::Run() {
+    SetProperty(kWFState_Any, kPropertyActionDelegate, static_cast<PVNActionDelegate*>(&host));
+    void* context = nullptr;
+    GetProperty(kWFState_Any, kPropertyWorkflowContext, context);
+    if (!context) throw std::logic_error("a run without a context");
+    host.Connect(*this, *static_cast<PVNWorkFlowContext*>(context));
+    ScopeGuard destroy([this]() noexcept { host.Destroy(); });
+    host.Init();
+    EnterState(startState);
+    return host.RunModal();
+}
+
+} // namespace brixen::pvn::pvn_workflow

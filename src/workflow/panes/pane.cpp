@@ -1,0 +1,17 @@
+#include "workflow/panes/pane.h"
+
+#include "toolkit/window_messages.h"
+#include "workflow/panes/host_window.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+std::string PVNPane::HandleZeveEvent(const zeve::EventRecord& record) {
+    const WindowMessage message = MessageOf(record);
+    return ProcessEvent(message.window, message.number, message.wparam, message.lparam);
+}
+
+std::string PVNPane::ProcessEvent(zeve::NativeWindow, std::uint32_t message, std::uintptr_t, std::intptr_t) {
+    return message == zeve::kMessageClose ? "ZeveCloseWindow" : kEventNone;
+}
+
+} // namespace brixen::pvn::pvn_workflow

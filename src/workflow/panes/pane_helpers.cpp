@@ -1,0 +1,75 @@
+#include "workflow/panes/pane_helpers.h"
+
+#include "dictionaries/translation.h"
+#include "toolkit/control_styles.h"
+#include "toolkit/event_record.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/window_messages.h"
+#include "toolkit/dialog/zeve_dialog.h"
+#include "values/unicode/character_borders.h"
+#include "values/unicode/text_conversion.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+using zeve::NativeWindow;
+namespace platform = zeve::platform;
+
+namespace {
+
+constexpr std::uint32_t kNormalButton = zeve::style::kChild | zeve::style::kTabStop;
+constexpr std::uint32_t kDefaultButton = kNormalButton | zeve::style::kDefaultPushButton;
+constexpr std::size_t kTitleUnits = 255;
+
+NativeWindow ControlOf(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    return platform::ChildWithId(zeve::ZeveTopWindow(dialog), viewId);
+}
+
+void MakeButton(zeve::ZeveDialog* dialog, std::uint16_t viewId, std::uint32_t style) {
+    const NativeWindow control = ControlOf(dialog, viewId);
+    platform::SetStyle(control, style);
+    platform::Focus(control);
+    platform::Post(zeve::ZeveTopWindow(dialog), zeve::kMessageSetFocus, 0, 0);
+    zeve::ThrowKeptException();
+}
+
+} // namespace
+
+void SetWindowTitle(const std::string& key, NativeWindow window) {
+    std::string title = zeve::ZeveTranslate("$$$/pvn/dlg/common/window_title/prefix");
+    title += zeve::ZeveTranslate(key.empty() ? std::string_view("$$$/pvn/common/window_title") : key);
+    std::u16string wide = lyr::gen::ToUtf16(title, true);
+    wide.resize(lyr::gen::CutToUnits(wide, kTitleUnits).size());
+    platform::SetText(window, wide.c_str());
+}
+
+void SetControlText(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text) {
+    zeve::EventRecord record;
+    record.StorePointer(zeve::kKeySetValue, text.c_str());
+    zeve::ZeveSetValue(dialog, viewId, record);
+}
+
+void MakeDefaultButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    MakeButton(dialog, viewId, kDefaultButton);
+}
+
+void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    MakeButton(dialog, viewId, kNormalButton);
+    platform::Send(zeve::ZeveTopWindow(dialog), zeve::kMessageActivate, 1, 0);
+    zeve::ThrowKeptException();
+}
+
+void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    const NativeWindow control = ControlOf(dialog, viewId);
+    platform::SetStyle(control, platform::StyleOf(control) | zeve::style::kTabStop);
+}
+
+void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible) {
+    visible ? zeve::ZeveShow(dialog, viewId) : zeve::ZeveHide(dialog, viewId);
+}
+
+void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled) {
+    enabled ? zeve::ZeveEnable(dialog, viewId) : zeve::ZeveDisable(dialog, viewId);
+}
+
+} // namespace brixen::pvn::pvn_workflow

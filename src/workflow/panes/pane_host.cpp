@@ -1,0 +1,147 @@
+#include "workflow/panes/pane_host.h"
+
+#include "frame/pavane_context.h"
+#include "toolkit/event_record.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/dialog/zeve_dialog.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/panes/dialog_rules.h"
+#include "workflow/machine/nav_state_machine.h"
+#include "workflow/panes/pane.h"
+#include "workflow/resources/resource_layer.h"
+#include "values/scope_guard.h"
+#include "workflow/panes/screen_lock.h"
+#include "workflow/context/workflow_context.h"
+
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr char kBackgroundName[] = "background";
+constexpr char kLogoName[] = "brixenlogo";
+
+// Without memory for the path the root stays where it was.
+void RestoreRoot() noexcept {
+    try {
+        SetResourceRootToLibrary();
+    } catch (const std::bad_alloc&) {
+    }
+}
+
+} // namespace
+
+PVNPaneHost::PVNPaneHost(std::string text) : viewText(std::move(text)) {}
+
+PVNPaneHost::~PVNPaneHost() {
+    PVNPaneHost::Destroy();
+    if (backgroundBitmap) ReleaseBitmapResource(kBackgroundName);
+    if (logoBitmap) ReleaseBitmapResource(kLogoName);
+}
+
+void PVNPaneHost::Connect(PVNNavStateMachine& runMachine, PVNWorkFlowContext& runContext) {
+    machine = &runMachine;
+    context = &runContext;
+}
+
+void PVNPaneHost::Init() {
+    activeContext = context;
+    backgroundBitmap = LoadHostBitmap(kBackgroundName);
+    logoBitmap = LoadHostBitmap(kLogoName);
+    MakeDialog();
+    SetPtr(*context, PvnWFKey_ZeveRef, zeveRef.get());
+    context->RefreshDictionaryVariables();
+}
+
+void PVNPaneHost::MakeDialog() {
+    void* mainWindow = nullptr;
+    GetPtr(*context, PvnWFKey_MainWindow, mainWindow);
+    std::string language;
+    GetString(*context, PvnWFKey_Language, language);
+
+    zeve::ZeveInitialize();
+    zeveRef = NewDialog(&HostEventCallback, static_cast<zeve::NativeWindow>(mainWindow), language);
+    zeve::ZeveAddViewText(zeveRef.get(), viewText.c_str());
+    callbackParams.host = this;
+    window = callbackParams.window = zeve::ZeveMakeDialog(zeveRef.get(), &callbackParams);
+    if (!window) throw std::runtime_error("the dialog has no window");
+}
+
+zeve::NativeBitmap PVNPaneHost::LoadHostBitmap(const std::string& name) {
+    const std::string folder = context->Action(PvnWFAction_GetSVHPath);
+    if (!folder.empty()) SetResourceRootBelow(folder);
+    const ScopeGuard restore(&RestoreRoot);
+    return LoadBitmapResource(name);
+}
+
+bool PVNPaneHost::RunModal() { return zeve::ZeveRunModal(zeveRef.get()); }
+
+void PVNPaneHost::Destroy() noexcept {
+    pictures.TakeBack();
+    window = callbackParams.window = nullptr;
+    zeveRef.reset();
+}
+
+std::intptr_t PVNPaneHost::OnInitDialog() {
+    zeve::platform::GreyCloseItem(window);
+    return 1;
+}
+
+void PVNPaneHost::Enter(PVNStateMachine& stateMachine, std::uint16_t state) {
+    void* pane = nullptr;
+    stateMachine.GetProperty(state, kPropertyPaneObject, pane);
+    currentPane = static_cast<PVNPane*>(pane);
+    if (!currentPane) return;
+    if (!sawPane) SetWorkflowPhase(kPhaseRunning);
+    sawPane = true;
+    SetPtr(*activeContext, PvnWFKey_ZeveRef, zeveRef.get());
+    currentPane->Attach(zeveRef.get(), context);
+    EnterPane();
+}
+
+void PVNPaneHost::EnterPane() {
+    // The first pane comes up on a window that is not visible yet, where there is nothing to hold back.
+    if (!zeve::platform::IsShown(window)) return currentPane->Enter();
+    const ScreenLock lock(window);
+    currentPane->Enter();
+    RepaintForProductName();
+}
+
+void PVNPaneHost::RepaintForProductName() {
+    std::uint32_t hasChanged = 0;
+    GetLong(*activeContext, PvnWFKey_HasChangedProductName, hasChanged);
+    if (hasChanged == 0 || RepaintedFlag()) return;
+    RepaintedFlag() = true;
+    zeve::platform::Invalidate(window);
+}
+
+void PVNPaneHost::Exit(PVNStateMachine&, std::uint16_t) {
+    if (!currentPane) return;
+    {
+        const ScreenLock lock(window);
+        currentPane->Leave();
+    }
+    zeve::platform::Invalidate(window);
+}
+
+std::intptr_t PVNPaneHost::Press(std::uint16_t id) {
+    std::intptr_t result = 0;
+    HandleCommand(id, result);
+    return result;
+}
+
+std::intptr_t PVNPaneHost::DeliverEvent(std::string_view event) {
+    // What the handler asked first, an alert for one, may have let another event end the run.
+    if (!window) return 0;
+    const std::uint16_t to = machine->HandleEvent(event);
+    if (to != kWFState_Done && to != kWFState_Exit) return 0;
+    SetWorkflowPhase(kPhaseEnded);
+    return to == kWFState_Done ? zeve::kAnswerEndPositive : zeve::kAnswerEndNegative;
+}
+
+void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId) {
+    host.Pictures().Show(name, zeve::platform::ChildWithId(host.Window(), viewId));
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,116 @@
+// The road of a message through the pane host: from the toolkit's callback to the message map.
+#include "frame/stop_watch.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/window_messages.h"
+#include "toolkit/zeve_callback.h"
+#include "workflow/panes/dialog_rules.h"
+#include "workflow/panes/host_messages.h"
+#include "workflow/panes/pane_host.h"
+#include "workflow/platform/pane_platform.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+bool IsButtonDown(std::uint32_t number) {
+    return number == kMessageLeftButtonDown || number == kMessageRightButtonDown ||
+           number == kMessageMiddleButtonDown || number == kMessageFrameButtonDown;
+}
+
+bool IsUserEvent(const WindowMessage& message) {
+    switch (message.number) {
+    case zeve::kMessageKeyDown:
+    case zeve::kMessageSystemKeyDown: return true;
+    case zeve::kMessageCommand: return HighWord(message.wparam) <= kNotificationKey;
+    case kMessageParentNotify: return IsButtonDown(LowWord(message.wparam));
+    default: return IsButtonDown(message.number);
+    }
+}
+
+} // namespace
+
+std::uint64_t PVNPaneHost::HostEventCallback(std::int32_t what, zeve::EventRecord& record, void* params) {
+    PVNPaneHost& host = *static_cast<CallbackParams*>(params)->host;
+    switch (what) {
+    case zeve::kWhatMessage: return static_cast<std::uint64_t>(host.RouteHostMessage(MessageOf(record)));
+    case zeve::kWhatModalRun: return static_cast<std::uint64_t>(host.OnInitDialog());
+    default: return 0;
+    }
+}
+
+std::intptr_t PVNPaneHost::RouteHostMessage(const WindowMessage& message) {
+    NoteFirstUserEvent(message);
+    std::intptr_t result = 0;
+    const bool isHandled = ProcessWindowMessage(message, result);
+    if (message.number == zeve::kMessageSetFocus && LowWord(message.wparam) == 0) {
+        FocusDefaultButton(message.window);
+    }
+    if (isHandled && message.number == zeve::kMessageColourStatic) return result;
+    if (result == zeve::kAnswerEndPositive || result == zeve::kAnswerEndNegative) {
+        zeve::platform::SetInputMethodOpen(message.window, true);
+        window = nullptr;
+        return result;
+    }
+    return isHandled ? 0 : zeve::kAnswerDefault;
+}
+
+void PVNPaneHost::NoteFirstUserEvent(const WindowMessage& message) {
+    if (sawUser || !IsUserEvent(message)) return;
+    sawUser = true;
+    LogClock(kFirstUserEventLabel);
+}
+
+const PVNPaneHost::MapEntry PVNPaneHost::kMessageMap[] = {
+    {zeve::kMessageInitDialog, &PVNPaneHost::OnInitDialogMessage},
+    {zeve::kMessagePaint, &PVNPaneHost::OnPaint},
+    {zeve::kMessageEraseBackground, &PVNPaneHost::OnEraseBackground},
+    {zeve::kMessageKeyDown, &PVNPaneHost::OnKeyDown},
+    {zeve::kMessageClose, &PVNPaneHost::OnClose},
+    {kMessageFirstFocus, &PVNPaneHost::OnFirstFocusMessage},
+    {zeve::kMessageCommand, &PVNPaneHost::OnCommand},
+};
+
+bool PVNPaneHost::ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) {
+    for (const MapEntry& entry : kMessageMap) {
+        if (entry.number == message.number) return (this->*entry.handle)(message, result);
+    }
+    return false;
+}
+
+bool PVNPaneHost::OnInitDialogMessage(const WindowMessage&, std::intptr_t& result) {
+    result = OnInitDialog();
+    return true;
+}
+
+bool PVNPaneHost::OnPaint(const WindowMessage& message, std::intptr_t&) {
+    if (!platform::IsHighContrast()) return false;
+    zeve::platform::PaintFace(message.window);
+    return true;
+}
+
+bool PVNPaneHost::OnEraseBackground(const WindowMessage& message, std::intptr_t&) {
+    zeve::platform::EraseFace(message.window, reinterpret_cast<zeve::NativeDrawing>(message.wparam));
+    return true;
+}
+
+bool PVNPaneHost::OnKeyDown(const WindowMessage& message, std::intptr_t&) {
+    zeve::platform::SetInputMethodOpen(message.window, false);
+    return true;
+}
+
+// Swallowed: the window cannot be closed from its frame.
+bool PVNPaneHost::OnClose(const WindowMessage&, std::intptr_t&) { return true; }
+
+bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage&, std::intptr_t&) {
+    if (!zeve::platform::IsShown(window)) return true;
+    zeve::platform::Focus(window);
+    OnFirstFocus();
+    return true;
+}
+
+// Commands that come while the controls are made, or that were posted before the end, find no pane.
+bool PVNPaneHost::OnCommand(const WindowMessage& message, std::intptr_t& result) {
+    return window && HandleCommand(LowWord(message.wparam), result);
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,7 +1,0 @@
-#include "workflow/progress.h"
-
-namespace brixen::pvn::pvn_workflow {
-
-std::atomic<bool> gProgressCancel = false;
-
-} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,374 @@
+#include "workflow/catalogue/welcome.h"
+
+#include "unit/workflow/panes/dialog_fixture.h"
+#include "frame/status.h"
+#include "unit/workflow/resources/shipped_texts.h"
+#include "values/unicode/text_conversion.h"
+#include "unit/workflow/without_memory.h"
+#include "workflow/catalogue/welcome_views.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/panes/host_messages.h"
+#include "workflow/panes/pane_host.h"
+#include "workflow/run_workflow.h"
+#include "workflow/context/workflow_context.h"
+
+#include <gmock/gmock.h>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using zeve::headless::CallsOf;
+using namespace welcome;
+
+constexpr std::uint16_t kAlertQuitButton = 101, kAlertStayButton = 102;
+
+// With the shipped resources.
+class Welcome : public DialogFixture {
+protected:
+    Welcome() { SetLanguage("en_US"); }
+
+    void SetLanguage(const char* language) { SetString(bag, PvnWFKey_Language, language); }
+
+    std::uint16_t Run() {
+        SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
+        return RunWorkFlowFromBag<PVNWelcomeWorkFlow>(bag);
+    }
+    std::uint32_t StoredResult() {
+        std::uint32_t result = 0;
+        GetLong(bag, PvnWFKey_WorkFlowResult, result);
+        return result;
+    }
+    static std::u16string Title() { return zeve::platform::TextOf(TopDialog()); }
+
+    static void ThenExpectPane(std::u16string title, std::uint16_t shown, std::vector<std::uint16_t> hidden) {
+        Then([=] {
+            EXPECT_EQ(Title(), title);
+            EXPECT_TRUE(IsControlShown(shown)) << shown;
+            for (std::uint16_t id : hidden) EXPECT_FALSE(IsControlShown(id)) << id;
+        });
+    }
+    static void ThenExpectWelcome(std::u16string title = u"Getting Started: Welcome") {
+        ThenExpectPane(title, kLearnMoreButton, {kBackButton, kDoneButton, kStepsPicture});
+    }
+    static void ThenExpectHighlights(std::u16string title = u"Getting Started: Highlights") {
+        ThenExpectPane(title, kStepsPicture, {kDoneButton, kLearnMoreButton});
+    }
+    static void ThenExpectReady(std::u16string title = u"Getting Started: Ready") {
+        ThenExpectPane(title, kDoneButton, {kContinueButton, kStepsPicture, kLearnMoreButton});
+    }
+
+    T_Storage bag;
+    Window mainWindow = MakeMainWindow();
+};
+
+TEST_F(Welcome, WalkedToItsEndIsASuccess) {
+    ThenExpectWelcome();
+    ThenPress(kContinueButton);
+    ThenExpectHighlights();
+    ThenPress(kContinueButton);
+    ThenExpectReady();
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_EQ(StoredResult(), kStatusUserCancel);
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Welcome, IsWalkedInTheWordsOfEachLanguage) {
+    for (const std::string& locale : Locales()) {
+        const Words words = ReadWords(kSources / "dictionaries" / locale / "guide.txt");
+        const auto word = [&words](const std::string& key) { return words.at("$$$/pvn/" + key); };
+        const auto title = [&word](const std::string& pane) {
+            return lyr::gen::ToUtf16(word("dlg/common/window_title/prefix") +
+                                     word("welcome/" + pane + "/window_title"));
+        };
+        const auto thenExpectButton = [&word](std::uint16_t id, const std::string& name) {
+            Then([id, text = lyr::gen::ToUtf16(word("dlg/common/button/" + name))] {
+                EXPECT_TRUE(IsControlShown(id)) << id;
+                EXPECT_EQ(Control(id)->text, text) << id;
+            });
+        };
+        SetLanguage(locale.c_str());
+        ThenExpectWelcome(title("welcome"));
+        thenExpectButton(kLearnMoreButton, "learn_more");
+        thenExpectButton(kContinueButton, "continue");
+        thenExpectButton(kQuitButton, "quit");
+        ThenPress(kLearnMoreButton);
+        ThenPress(kContinueButton);
+        ThenExpectHighlights(title("highlights"));
+        thenExpectButton(kBackButton, "back");
+        thenExpectButton(kContinueButton, "continue");
+        thenExpectButton(kQuitButton, "quit");
+        ThenPress(kContinueButton);
+        ThenExpectReady(title("ready"));
+        thenExpectButton(kBackButton, "back");
+        thenExpectButton(kDoneButton, "done");
+        thenExpectButton(kQuitButton, "quit");
+        ThenPress(kDoneButton);
+        EXPECT_EQ(Run(), kStatusSuccess) << locale;
+        EXPECT_TRUE(System().script.empty()) << locale;
+        EXPECT_TRUE(platform::ThePaneRecorder().started.back().arguments.ends_with(
+            lyr::gen::ToUtf16("\\PVResources\\" + locale + "\\welcome.html")))
+            << locale;
+    }
+}
+
+TEST_F(Welcome, BackLeadsThroughThePanesAsTheyCame) {
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kBackButton);
+    ThenExpectHighlights();
+    ThenPress(kBackButton);
+    ThenExpectWelcome();
+    ThenPress(kBackButton); // hidden, but its id can still be sent
+    ThenExpectWelcome();
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Welcome, CanBeQuitFromEachPane) {
+    for (int steps = 0; steps < 3; ++steps) {
+        for (int step = 0; step < steps; ++step) ThenPress(kContinueButton);
+        ThenPress(kQuitButton);
+        ThenPress(kAlertQuitButton);
+        EXPECT_EQ(Run(), kStatusUserQuit) << steps;
+        EXPECT_EQ(StoredResult(), kStatusUserQuit);
+        EXPECT_TRUE(System().script.empty());
+    }
+}
+
+TEST_F(Welcome, ARefusedQuitChangesNothing) {
+    ThenPress(kContinueButton);
+    ThenPress(kQuitButton);
+    Then([] { EXPECT_EQ(zeve::platform::ControlText(TopDialog(), kAlertStayButton), u"Stay"); });
+    ThenPress(kAlertStayButton);
+    ThenExpectHighlights();
+    Then([this] { EXPECT_EQ(StoredResult(), kStatusUserCancel); });
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Welcome, EnterIsTheDefaultButtonAndEscIsQuit) {
+    ThenPress(kIdEnter);
+    ThenExpectHighlights();
+    ThenPress(kIdEscape);
+    ThenPress(kIdEscape); // stays
+    ThenPress(kIdEnter);
+    ThenExpectReady();
+    ThenPress(kIdEnter);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Welcome, TheDefaultButtonHasTheFrameAndTheFocus) {
+    const auto expectDefault = [](std::uint16_t id) {
+        Then([id] {
+            EXPECT_EQ(Control(id)->style, 0x50010001u);
+            EXPECT_EQ(System().focus, Control(id)->handle);
+        });
+    };
+    expectDefault(kContinueButton);
+    ThenPress(kContinueButton);
+    expectDefault(kContinueButton);
+    ThenPress(kContinueButton);
+    expectDefault(kDoneButton);
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Welcome, AButtonThatHadTheFocusIsANormalOneOnTheNextPane) {
+    ThenPress(kContinueButton);
+    Then([] {
+        // The system draws the button with the focus as the default one.
+        for (const std::uint16_t id : {kBackButton, kQuitButton}) Control(id)->style = 0x50010001;
+    });
+    ThenPress(kContinueButton);
+    Then([] {
+        for (const std::uint16_t id : {kBackButton, kQuitButton})
+            EXPECT_EQ(Control(id)->style, 0x50010000u) << id;
+    });
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Welcome, TheControlsOfAPaneAreEnabledWithIt) {
+    const auto expectEnabled = [](bool enabled) {
+        Then([enabled] { EXPECT_EQ(zeve::platform::IsEnabled(Control(kLearnMoreButton)->handle), enabled); });
+    };
+    expectEnabled(true);
+    ThenPress(kContinueButton);
+    expectEnabled(false);
+    ThenPress(kBackButton);
+    expectEnabled(true);
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Welcome, TheContextKnowsTheHost) {
+    Then([this] {
+        void* host = nullptr;
+        ASSERT_TRUE(GetPtr(bag, PvnWFKey_AppDialog, host));
+        EXPECT_EQ(static_cast<PVNPaneHost*>(host)->Window(), TopDialog());
+    });
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Welcome, WhatIsPostedBehindTheEndIsNotDelivered) {
+    for (const std::uint16_t late : {kIdEnter, kDoneButton, kQuitButton}) {
+        ThenPress(kContinueButton);
+        ThenPress(kContinueButton);
+        Then([late] {
+            for (const std::uint16_t id : {kDoneButton, late})
+                zeve::platform::Post(TopDialog(), zeve::kMessageCommand, id, 0);
+        });
+        EXPECT_EQ(Run(), kStatusSuccess) << late;
+        EXPECT_EQ(StoredResult(), kStatusUserCancel) << late;
+    }
+}
+
+TEST_F(Welcome, ADialogThatEndsBelowItsQuitAlertStaysEnded) {
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    Then([] {
+        const Window dialog = TopDialog();
+        Then([dialog] { Tell(dialog, zeve::kMessageCommand, kDoneButton); });
+        Tell(dialog, zeve::kMessageCommand, kQuitButton);
+    });
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Welcome, ARunThatIsEndedFromOutsideGivesTheStoredResult) {
+    Then([] { zeve::platform::CloseWindow(TopDialog()); });
+    EXPECT_EQ(Run(), kStatusUserCancel);
+}
+
+TEST_F(Welcome, WithoutAWindowIsAnException) {
+    System().refuseWindow = 1;
+    EXPECT_EQ(Run(), kStatusException);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+}
+
+TEST_F(Welcome, LearnMoreOpensTheLocalPage) {
+    ThenPress(kLearnMoreButton);
+    ThenExpectWelcome();
+    ThenPress(kIdEscape);
+    ThenPress(kAlertQuitButton);
+    Run();
+    ASSERT_EQ(platform::ThePaneRecorder().started.size(), 1u);
+    const auto& started = platform::ThePaneRecorder().started[0];
+    EXPECT_EQ(started.program, u"iexplore.exe");
+    EXPECT_EQ(started.showCommand, 9);
+    EXPECT_TRUE(started.arguments.ends_with(u"\\PVResources\\en_US\\welcome.html"));
+}
+
+TEST_F(Welcome, PicturesAreShownOnceAndGivenBack) {
+    ThenPress(kContinueButton);
+    Then([] {
+        for (std::uint16_t id : {kStepsPicture, kLanguagePicture, kPrivacyPicture}) {
+            EXPECT_NE(Control(id)->remembered[zeve::kStaticSetImage], 0) << id;
+        }
+    });
+    ThenPress(kBackButton);
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    Run();
+    EXPECT_EQ(platform::TheResourceRecorder().bitmapsMade, 5u);
+    EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty());
+}
+
+TEST_F(Welcome, HighContrastDropsThePictures) {
+    platform::ThePaneRecorder().isHighContrast = true;
+    ThenPress(kContinueButton);
+    Then([] {
+        EXPECT_TRUE(IsControlShown(kStepsPicture));
+        for (std::uint16_t id : {kStepsPicture, kLanguagePicture, kPrivacyPicture}) {
+            EXPECT_EQ(Control(id)->remembered[zeve::kStaticSetImage], 0) << id;
+        }
+    });
+    ThenPress(kContinueButton);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
+    for (const std::string& language : Locales()) {
+        SetLanguage(language.c_str());
+        Then([language] {
+            const auto area = zeve::platform::ClientArea(TopDialog());
+            EXPECT_EQ(area.Width(), 560);
+            EXPECT_EQ(area.Height(), 420);
+            for (const auto& window : System().windows) {
+                if (window->parent != TopDialog()) continue;
+                EXPECT_GE(window->frame.left, 8) << language << window->id;
+                EXPECT_GE(window->frame.top, 8) << language << window->id;
+                EXPECT_LE(window->frame.right, area.right - 8) << language << window->id;
+                EXPECT_LE(window->frame.bottom, area.bottom - 8) << language << window->id;
+                const bool hasText = window->className == u"button" || (window->style & 0xFF) == 0;
+                if (hasText) EXPECT_FALSE(window->text.empty()) << language << window->id;
+            }
+        });
+        ThenPress(kQuitButton);
+        ThenPress(kAlertQuitButton);
+        EXPECT_EQ(Run(), kStatusUserQuit);
+    }
+}
+
+TEST_F(Welcome, ButtonsAreMirroredInHebrewAndArabic) {
+    for (const std::string& locale : Locales()) {
+        SetLanguage(locale.c_str());
+        Then([locale] {
+            const bool isMirrored = IsRightToLeftLocale(locale);
+            const int back = Control(kBackButton)->frame.left, next = Control(kContinueButton)->frame.left,
+                      quit = Control(kQuitButton)->frame.left;
+            EXPECT_EQ(back < next && next < quit, !isMirrored) << locale;
+            EXPECT_EQ(back > next && next > quit, isMirrored) << locale;
+        });
+        ThenPress(kQuitButton);
+        ThenPress(kAlertQuitButton);
+        Run();
+    }
+}
+
+TEST_F(Welcome, ATourVisitsThePanesInOrder) {
+    PVNWorkFlowContext context(bag);
+    SelectLanguage("en_US");
+    PVNWelcomeWorkFlow workFlow(context);
+    ThenExpectWelcome();
+    ThenPress(kContinueButton);
+    ThenExpectHighlights();
+    ThenPress(kBackButton);
+    ThenExpectReady();
+    ThenPress(kDoneButton);
+    EXPECT_TRUE(workFlow.Run(true));
+    EXPECT_TRUE(System().script.empty());
+}
+
+// With an alert in the middle of the run.
+class WelcomeWithoutMemory : public WithoutMemory<Welcome, PVNWelcomeWorkFlow> {
+protected:
+    void WriteScript() override {
+        ThenPress(kContinueButton);
+        ThenPress(kIdEscape);
+        ThenPress(kAlertStayButton);
+        ThenPress(kContinueButton);
+        ThenPress(kBackButton);
+        ThenPress(kContinueButton);
+        ThenPress(kDoneButton);
+    }
+};
+
+TEST_F(WelcomeWithoutMemory, EndsInAStatusLeavesNothingAndRunsAgain) {
+    ExpectToHoldOut({kStatusUserQuit, kStatusUserCancel});
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,69 @@
+// A run with the window system's twin: what the user does is scripted, what the window system is asked is
+// recorded.
+#pragma once
+
+#include "frame/pavane_context.h"
+#include "unit/workflow/resources/resource_fixture.h"
+#include "toolkit/platform/headless/headless.h"
+#include "toolkit/window_messages.h"
+#include "toolkit/dialog/zeve_dialog.h"
+#include "workflow/platform/headless/pane_recorder.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+class DialogFixture : public ResourceFixture {
+protected:
+    using Window = zeve::NativeWindow;
+
+    DialogFixture() : savedContext(gPavaneContext) {
+        zeve::headless::Reset();
+        platform::ThePaneRecorder().Reset();
+        gPavaneContext = &frame;
+    }
+    ~DialogFixture() override {
+        gPavaneContext = savedContext;
+        zeve::headless::Reset();
+        platform::ThePaneRecorder().Reset();
+    }
+
+    static zeve::headless::System& System() { return zeve::headless::State(); }
+
+    static Window MakeMainWindow() {
+        zeve::platform::WindowRequest request;
+        request.className = u"HostWindow";
+        request.style = 0x10CF0000;
+        return zeve::platform::MakeWindow(request);
+    }
+
+    // The dialog on top: the newest one.
+    static Window TopDialog() {
+        for (auto window = System().windows.rbegin(); window != System().windows.rend(); ++window) {
+            if ((*window)->className == u"#32770") return (*window)->handle;
+        }
+        return nullptr;
+    }
+    static zeve::headless::Window* Control(std::uint16_t id) {
+        return zeve::headless::FindWindow(zeve::platform::ChildWithId(TopDialog(), id));
+    }
+    static bool IsControlShown(std::uint16_t id) {
+        const auto* control = Control(id);
+        return control && (control->style & 0x10000000) != 0;
+    }
+    static std::intptr_t Tell(Window window, std::uint32_t number, std::uintptr_t wparam = 0,
+                              std::intptr_t lparam = 0) {
+        return zeve::platform::Send(window, number, wparam, lparam);
+    }
+
+    // What the user will do, in this order. A message goes to the dialog that is then on top.
+    static void Then(std::function<void()> action) { System().script.push_back(std::move(action)); }
+    static void ThenPress(std::uint16_t id) {
+        Then([id] { Tell(TopDialog(), zeve::kMessageCommand, id); });
+    }
+
+    PavaneContext frame;
+
+private:
+    PavaneContext* savedContext;
+};
+
+} // namespace brixen::pvn::pvn_workflow

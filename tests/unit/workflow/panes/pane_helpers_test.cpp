@@ -1,0 +1,150 @@
+#include "workflow/panes/pane_helpers.h"
+
+#include "dictionaries/translation.h"
+#include "unit/workflow/panes/pane_host_fixture.h"
+
+#include <gmock/gmock.h>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using zeve::headless::CallsOf;
+
+// The helpers, on a dialog that is open.
+
+class PaneHelpers : public PaneHost {
+protected:
+    PaneHelpers() {
+        host.Connect(machine, context);
+        host.Init();
+        void* opened = nullptr;
+        GetPtr(bag, PvnWFKey_ZeveRef, opened);
+        dialog = static_cast<zeve::ZeveDialog*>(opened);
+    }
+    std::u16string Title() const { return zeve::platform::TextOf(host.Window()); }
+
+    zeve::ZeveDialog* dialog = nullptr;
+};
+
+TEST_F(PaneHelpers, ATitleIsThePrefixAndTheText) {
+    zeve::AddKeyValue("$$$/pvn/dlg/common/window_title/prefix=Guide: ");
+    zeve::AddKeyValue("$$$/pvn/common/window_title=Common");
+    zeve::AddKeyValue("$$$/pvn/test/title=T\xC3\xBCr");
+    SetWindowTitle("$$$/pvn/test/title", host.Window());
+    EXPECT_EQ(Title(), u"Guide: T\u00FCr");
+    SetWindowTitle("", host.Window());
+    EXPECT_EQ(Title(), u"Guide: Common");
+}
+
+TEST_F(PaneHelpers, ATitleIsCutAt255UnitsAndNeverInsideACharacter) {
+    zeve::AddKeyValue("$$$/pvn/dlg/common/window_title/prefix=");
+    zeve::AddKeyValue("$$$/pvn/test/long=" + std::string(300, 'x'));
+    SetWindowTitle("$$$/pvn/test/long", host.Window());
+    EXPECT_EQ(Title(), std::u16string(255, u'x'));
+    zeve::AddKeyValue("$$$/pvn/test/long=" + std::string(254, 'x') + "\xF0\x9F\x98\x80!");
+    SetWindowTitle("$$$/pvn/test/long", host.Window());
+    EXPECT_EQ(Title(), std::u16string(254, u'x'));
+}
+
+TEST_F(PaneHelpers, AControlShowsATextAsItStands) {
+    SetControlText(dialog, kField, "$$$/a=\xC3\xA4");
+    EXPECT_EQ(zeve::platform::ControlText(host.Window(), kField), u"$$$/a=\u00E4");
+    SetControlText(dialog, 999, "nobody");
+}
+
+TEST_F(PaneHelpers, ADefaultButtonGetsStyleFocusAndAPostedFocusMessage) {
+    MakeDefaultButton(dialog, kBack);
+    EXPECT_EQ(Control(kBack)->style, 0x40010001u);
+    EXPECT_EQ(System().focus, Control(kBack)->handle);
+    ASSERT_EQ(System().posted.size(), 1u);
+    EXPECT_EQ(System().posted[0].window, host.Window());
+    EXPECT_EQ(System().posted[0].number, zeve::kMessageSetFocus);
+    EXPECT_EQ(System().posted[0].wparam, 0u);
+    SetVisible(dialog, kBack, true);
+    EXPECT_EQ(Control(kBack)->style, 0x50010001u);
+}
+
+TEST_F(PaneHelpers, ANormalButtonAlsoActivatesTheDialog) {
+    MakeNormalButton(dialog, kBack);
+    EXPECT_EQ(Control(kBack)->style, 0x40010000u);
+    EXPECT_EQ(System().focus, Control(kBack)->handle);
+    EXPECT_EQ(System().posted.size(), 1u);
+    const auto sent = CallsOf("Send").back();
+    EXPECT_EQ(sent.window, host.Window());
+    EXPECT_THAT(sent.numbers, ElementsAre(6, 1, 0));
+}
+
+TEST_F(PaneHelpers, ATabStopIsAddedToTheStyle) {
+    Control(kPicture)->style = 0x4000000E;
+    AddTabStop(dialog, kPicture);
+    EXPECT_EQ(Control(kPicture)->style, 0x4001000Eu);
+}
+
+TEST_F(PaneHelpers, APictureIsShownAndTakenBackWithTheDialog) {
+    files.Copy("photo.png", Picture("rgba.png"));
+    SetResourceRootBelow(files.Utf8());
+    ShowBitmapInControl(host, "photo", kPicture);
+    const auto shown = Control(kPicture)->remembered[zeve::kStaticSetImage];
+    EXPECT_NE(shown, 0);
+    const auto living = platform::TheResourceRecorder().liveBitmaps;
+    host.Destroy();
+    std::vector<std::vector<std::int64_t>> sent;
+    for (const auto& call : CallsOf("Send")) sent.push_back(call.numbers);
+    EXPECT_THAT(sent, Contains(ElementsAre(zeve::kStaticSetImage, 0, 0)));
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living);
+}
+
+TEST_F(PaneHelpers, APictureReplacesAnEarlierOne) {
+    for (const char* name : {"one.png", "two.png", "copy.png"}) files.Copy(name, Picture("rgba.png"));
+    SetResourceRootBelow(files.Utf8());
+    ShowBitmapInControl(host, "one", kPicture);
+    const zeve::NativeBitmap copy = LoadBitmapResource("copy", 3);
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = reinterpret_cast<std::intptr_t>(copy);
+    auto living = platform::TheResourceRecorder().liveBitmaps;
+    living.erase(copy);
+    ShowBitmapInControl(host, "two", kPicture);
+    const zeve::NativeBitmap two = LoadBitmapResource("two", 3);
+    living.insert(two);
+    EXPECT_EQ(Control(kPicture)->remembered[zeve::kStaticSetImage], reinterpret_cast<std::intptr_t>(two));
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the control's copy is freed";
+    host.Destroy();
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the layer's stay";
+}
+
+TEST_F(PaneHelpers, AMissingPictureIsShownAsNothing) {
+    files.Copy("photo.png", Picture("rgba.png"));
+    files.Copy("copy.png", Picture("rgba.png"));
+    SetResourceRootBelow(files.Utf8());
+    const auto shown = [] { return Control(kPicture)->remembered[zeve::kStaticSetImage]; };
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = 77;
+    ShowBitmapInControl(host, "missing", kPicture);
+    EXPECT_EQ(shown(), 0);
+    ShowBitmapInControl(host, "photo", kPicture);
+    EXPECT_NE(shown(), 0);
+    const zeve::NativeBitmap copy = LoadBitmapResource("copy", 3);
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = reinterpret_cast<std::intptr_t>(copy);
+    auto living = platform::TheResourceRecorder().liveBitmaps;
+    living.erase(copy);
+    ShowBitmapInControl(host, "missing", kPicture);
+    EXPECT_EQ(shown(), 0) << "nor does the earlier one stay";
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the control's copy of it is freed";
+    ShowBitmapInControl(host, "photo", 999);
+}
+
+TEST_F(PaneHelpers, ACopyThatAControlMadeOfItsPictureIsFreed) {
+    files.Copy("photo.png", Picture("rgba.png"));
+    files.Copy("copy.png", Picture("rgba.png"));
+    SetResourceRootBelow(files.Utf8());
+    ShowBitmapInControl(host, "photo", kPicture);
+    const zeve::NativeBitmap copy = LoadBitmapResource("copy", 3);
+    Control(kPicture)->remembered[zeve::kStaticSetImage] = reinterpret_cast<std::intptr_t>(copy);
+    auto living = platform::TheResourceRecorder().liveBitmaps;
+    host.Destroy();
+    living.erase(copy);
+    EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living);
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

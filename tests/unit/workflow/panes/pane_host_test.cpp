@@ -1,0 +1,488 @@
+#include "workflow/panes/pane_host.h"
+
+#include "unit/workflow/panes/pane_host_fixture.h"
+#include "toolkit/toolkit_state.h"
+#include "workflow/panes/host_messages.h"
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using zeve::headless::CallsOf;
+
+TEST_F(PaneHost, ThePanesComeAndGoWithTheirStates) {
+    ThenPress(kNext);
+    Then([&] {
+        EXPECT_TRUE(IsControlShown(kPicture));
+        EXPECT_FALSE(IsControlShown(kField));
+    });
+    ThenPress(kBack);
+    Then([&] {
+        EXPECT_TRUE(IsControlShown(kField));
+        EXPECT_FALSE(IsControlShown(kPicture));
+    });
+    ThenPress(kDone);
+    EXPECT_TRUE(Run());
+    EXPECT_THAT(notes, ElementsAre("enter 100", "leave 100 locked", "enter 200 locked", "leave 200 locked",
+                                   "enter 100 locked", "leave 100 locked"));
+    EXPECT_EQ(System().locked, nullptr);
+}
+
+TEST_F(PaneHost, TheFirstPaneEntersTheHiddenWindowUnlocked) {
+    RunWith([] {});
+    const auto& calls = System().calls;
+    const auto nameIs = [](const char* name) {
+        return [name](const auto& call) { return call.name == name; };
+    };
+    const auto greyed = std::find_if(calls.begin(), calls.end(), nameIs("GreyCloseItem"));
+    ASSERT_NE(greyed, calls.end());
+    EXPECT_EQ(std::find_if(calls.begin(), greyed, nameIs("LockUpdates")), greyed);
+    EXPECT_EQ(std::find_if(calls.begin(), greyed, nameIs("Invalidate")), greyed);
+    EXPECT_EQ(notes.front(), "enter 100");
+}
+
+TEST_F(PaneHost, LeavingAPaneRepaintsTheWindow) {
+    RunWith([&] {
+        const auto before = CallsOf("Invalidate").size();
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        EXPECT_EQ(CallsOf("Invalidate").size(), before + 1);
+    });
+}
+
+// What the window is told about drawing, in order.
+std::vector<std::string> DrawingCalls() {
+    std::vector<std::string> names;
+    for (const auto& call : zeve::headless::State().calls) {
+        if (call.name == "LockUpdates" || call.name == "UnlockUpdates" || call.name == "Invalidate")
+            names.push_back(call.name);
+    }
+    return names;
+}
+
+TEST_F(PaneHost, AChangeOfPanesIsDrawnAtOnce) {
+    SetLong(bag, PvnWFKey_HasChangedProductName, 1);
+    RunWith([&] {
+        System().calls.clear();
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        EXPECT_THAT(DrawingCalls(), ElementsAre("LockUpdates", "UnlockUpdates", "Invalidate",   // it goes
+                                                "LockUpdates", "Invalidate", "UnlockUpdates")); // it comes
+        for (const auto& call : CallsOf("LockUpdates")) EXPECT_EQ(call.window, TopDialog());
+    });
+}
+
+TEST_F(PaneHost, AStateWithoutAPaneShowsWhatWasShownAndIsLeftQuietly) {
+    ThenPress(kNext);
+    ThenPress(kNext);
+    Then([&] { EXPECT_EQ(host.CurrentPane(), nullptr); });
+    ThenPress(kBack);
+    ThenPress(kDone);
+    EXPECT_TRUE(Run());
+    EXPECT_THAT(notes, ElementsAre("enter 100", "leave 100 locked", "enter 200 locked", "leave 200 locked",
+                                   "enter 200 locked", "leave 200 locked"));
+}
+
+TEST_F(PaneHost, DoneIsTrueAndExitIsFalse) {
+    ThenPress(kLeave);
+    EXPECT_FALSE(Run());
+}
+
+TEST_F(PaneHost, TheWindowIsGoneAfterTheRunAndTheParentEnabled) {
+    RunWith([&] { EXPECT_FALSE(zeve::platform::IsEnabled(mainWindow)); });
+    EXPECT_EQ(TopDialog(), nullptr);
+    EXPECT_EQ(host.Window(), nullptr);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+}
+
+TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
+    RunWith([&] {
+        void* dialog = nullptr;
+        ASSERT_TRUE(GetPtr(bag, PvnWFKey_ZeveRef, dialog));
+        EXPECT_EQ(zeve::ZeveTopWindow(static_cast<zeve::ZeveDialog*>(dialog)), host.Window());
+        EXPECT_EQ(host.Window(), TopDialog());
+        EXPECT_EQ(zeve::headless::FindWindow(TopDialog())->instance, zeve::platform::LibraryModule());
+    });
+}
+
+TEST_F(PaneHost, TheToolkitIsInitialisedBeforeTheDialogIsMade) {
+    zeve::ResetToolkit();
+    System().calls.clear();
+    TestHost other{kView};
+    other.Connect(machine, context);
+    other.Init();
+    EXPECT_EQ(CallsOf("RegisterCommonControls").size(), 1u);
+}
+
+TEST_F(PaneHost, EachPaneThatEntersTellsTheContextTheDialog) {
+    RunWith([&] {
+        void* dialog = nullptr;
+        GetPtr(bag, PvnWFKey_ZeveRef, dialog);
+        bag.Remove(PvnWFKey_ZeveRef, kValueTypePtr);
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        void* again = nullptr;
+        EXPECT_TRUE(GetPtr(bag, PvnWFKey_ZeveRef, again));
+        EXPECT_EQ(again, dialog);
+    });
+}
+
+// A context with a service folder and with texts of its own.
+class ServiceContext : public PVNWorkFlowContext {
+public:
+    using PVNWorkFlowContext::PVNWorkFlowContext;
+    std::string Action(std::string_view name) override {
+        return name == "PvnWFAction_GetSVHPath" ? servicePath : PVNWorkFlowContext::Action(name);
+    }
+    void RefreshDictionaryVariables() override {
+        void* opened = nullptr;
+        GetPtr(*this, PvnWFKey_ZeveRef, opened);
+        dialogs.push_back(opened);
+    }
+
+    std::string servicePath;
+    std::vector<void*> dialogs; // that stood when the variables were refreshed
+};
+
+TEST_F(PaneHost, TheContextRefreshesItsVariablesOnceTheDialogStands) {
+    ServiceContext own(bag);
+    TestHost other{kView};
+    other.Connect(machine, own);
+    other.Init();
+    ASSERT_EQ(own.dialogs.size(), 1u);
+    EXPECT_EQ(zeve::ZeveTopWindow(static_cast<zeve::ZeveDialog*>(own.dialogs[0])), other.Window());
+}
+
+TEST_F(PaneHost, ItsBitmapsComeFromTheServiceFolderAndTheRestFromTheLibrary) {
+    SetResourceRootToLibrary(); // where both bitmaps lie
+    ServiceContext own(bag);
+    own.servicePath = files.Utf8();
+    TestHost other{kView};
+    other.Connect(machine, own);
+    other.Init();
+    EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Bitmap, Name: background)\n"
+                        "PVN: _info_: Missing Resource(Type: Bitmap, Name: brixenlogo)\n");
+    EXPECT_NE(LoadBitmapResource("background", 3), nullptr);
+}
+
+TEST_F(PaneHost, ThePhaseFollowsTheRun) {
+    EXPECT_EQ(frame.workflowPhase, kPhaseIdle);
+    RunWith([&] { EXPECT_EQ(frame.workflowPhase, kPhaseRunning); });
+    EXPECT_EQ(frame.workflowPhase, kPhaseEnded);
+}
+
+TEST_F(PaneHost, ClosingTheWindowDoesNothing) {
+    RunWith([&] {
+        EXPECT_TRUE(zeve::headless::FindWindow(TopDialog())->closeGreyed);
+        EXPECT_EQ(Tell(TopDialog(), zeve::kMessageClose), 0);
+        EXPECT_EQ(host.CurrentPane(), &first);
+        EXPECT_TRUE(CallsOf("PostQuit").empty());
+    });
+}
+
+TEST_F(PaneHost, AnswersWhatItKnowsAndLeavesTheRest) {
+    RunWith([&] {
+        const auto route = [&](std::uint32_t number, std::uintptr_t wparam = 0) {
+            return host.RouteHostMessage({TopDialog(), number, wparam, 0});
+        };
+        EXPECT_EQ(route(zeve::kMessageInitDialog), 0);
+        EXPECT_EQ(route(zeve::kMessageEraseBackground, 0x77), 0);
+        EXPECT_EQ(route(zeve::kMessageKeyDown, 65), 0);
+        EXPECT_EQ(route(zeve::kMessageClose), 0);
+        EXPECT_EQ(route(zeve::kMessagePaint), 1);
+        EXPECT_EQ(route(zeve::kMessageColourStatic), 1);
+        EXPECT_EQ(route(zeve::kMessageTimer), 1);
+        EXPECT_EQ(route(zeve::kMessageCommand, 999), 1);
+        EXPECT_EQ(route(zeve::kMessageCommand, kBack), 0);
+        EXPECT_EQ(route(0x7777), 1);
+    });
+}
+
+TEST_F(PaneHost, EndEventsAnswerWithTheirCodesAndOpenTheInputMethod) {
+    RunWith([&] {
+        const Window dialog = TopDialog();
+        const auto before = CallsOf("SetInputMethodOpen").size();
+        EXPECT_EQ(host.RouteHostMessage({dialog, zeve::kMessageCommand, kDone, 0}), 2);
+        EXPECT_EQ(host.Window(), nullptr);
+        ASSERT_EQ(CallsOf("SetInputMethodOpen").size(), before + 1);
+        EXPECT_EQ(CallsOf("SetInputMethodOpen").back().window, dialog);
+        EXPECT_THAT(CallsOf("SetInputMethodOpen").back().numbers, ElementsAre(1));
+    });
+}
+
+TEST_F(PaneHost, ExitAnswersThree) {
+    RunWith([&] {
+        EXPECT_EQ(host.RouteHostMessage({TopDialog(), zeve::kMessageCommand, kLeave, 0}), 3);
+        EXPECT_EQ(host.Window(), nullptr);
+    });
+}
+
+TEST_F(PaneHost, AfterItsEndItHandlesNoCommandAndNoFirstFocus) {
+    RunWith([&] {
+        const Window dialog = TopDialog();
+        host.RouteHostMessage({dialog, zeve::kMessageCommand, kDone, 0});
+        EXPECT_EQ(host.RouteHostMessage({dialog, zeve::kMessageCommand, kThrow, 0}), 1);
+        EXPECT_EQ(host.RouteHostMessage({dialog, kMessageFirstFocus, 0, 0}), 0);
+        EXPECT_EQ(host.firstFocus, 0);
+    });
+    EXPECT_EQ(machine.CurrentState(), kWFState_Done);
+}
+
+TEST_F(PaneHost, AHandlerUnderWayAtTheEndDeliversNothing) {
+    host.beforeBack = [] { Tell(TopDialog(), zeve::kMessageCommand, kDone); };
+    ThenPress(kBack);
+    EXPECT_TRUE(Run());
+    EXPECT_EQ(machine.CurrentState(), kWFState_Done);
+}
+
+TEST_F(PaneHost, AKeyClosesTheInputMethod) {
+    RunWith([] {
+        Tell(TopDialog(), zeve::kMessageKeyDown, 65);
+        EXPECT_FALSE(zeve::headless::FindWindow(TopDialog())->inputMethodOpen);
+        EXPECT_THAT(CallsOf("SetInputMethodOpen").back().numbers, ElementsAre(0));
+    });
+}
+
+TEST_F(PaneHost, PaintsTheFaceItselfOnlyInHighContrast) {
+    RunWith([&] {
+        Tell(TopDialog(), zeve::kMessagePaint);
+        EXPECT_TRUE(CallsOf("PaintFace").empty());
+        Tell(TopDialog(), zeve::kMessageEraseBackground, 0x77);
+        EXPECT_THAT(CallsOf("EraseFace").back().numbers, ElementsAre(0x77));
+        platform::ThePaneRecorder().isHighContrast = true;
+        Tell(TopDialog(), zeve::kMessagePaint);
+        EXPECT_EQ(CallsOf("PaintFace").size(), 1u);
+        EXPECT_EQ(host.RouteHostMessage({TopDialog(), zeve::kMessagePaint, 0, 0}), 0);
+        EXPECT_EQ(host.RouteHostMessage({TopDialog(), zeve::kMessageEraseBackground, 0x88, 0}), 0);
+        EXPECT_THAT(CallsOf("EraseFace").back().numbers, ElementsAre(0x88));
+    });
+}
+
+TEST_F(PaneHost, FocusGoesToTheDefaultButtonOrTheFirstPlainOneOrTheTopChild) {
+    RunWith([] {
+        const auto focusAfter = [](std::uintptr_t wparam) {
+            System().focus = nullptr;
+            Tell(TopDialog(), zeve::kMessageSetFocus, wparam);
+            return System().focus;
+        };
+        EXPECT_EQ(focusAfter(0), Control(kNext)->handle);
+        Control(kBack)->style = 0x50010001;
+        EXPECT_EQ(focusAfter(0), Control(kBack)->handle);
+        EXPECT_EQ(focusAfter(0xABCD), nullptr);
+        EXPECT_EQ(focusAfter(0xABCD0000), Control(kBack)->handle);
+        for (std::uint16_t id : {kNext, kBack, kThrow, kDone, kLeave}) Control(id)->style = 0x40010000;
+        EXPECT_EQ(focusAfter(0), zeve::platform::TopChild(TopDialog()));
+    });
+}
+
+TEST_F(PaneHost, TheFirstFocusMessageActsOnAShownWindowOnly) {
+    RunWith([&] {
+        const Window dialog = TopDialog();
+        Tell(dialog, kMessageFirstFocus);
+        EXPECT_EQ(host.firstFocus, 1);
+        EXPECT_EQ(CallsOf("Focus").back().window, dialog);
+        zeve::platform::ShowOrHide(dialog, false);
+        Tell(dialog, kMessageFirstFocus);
+        EXPECT_EQ(host.firstFocus, 1);
+    });
+}
+
+TEST_F(PaneHost, AChangedProductNameIsPaintedOnceAClass) {
+    SetLong(bag, PvnWFKey_HasChangedProductName, 1);
+    RunWith([&] {
+        EXPECT_FALSE(host.Repainted());
+        const auto before = CallsOf("Invalidate").size();
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        EXPECT_TRUE(host.Repainted());
+        EXPECT_EQ(CallsOf("Invalidate").size(), before + 2);
+        Tell(TopDialog(), zeve::kMessageCommand, kBack);
+        EXPECT_EQ(CallsOf("Invalidate").size(), before + 3);
+    });
+}
+
+TEST_F(PaneHost, TheClockIsLoggedAtTheUsersFirstEvent) {
+    Then([&] { EXPECT_THAT(Logged(), Not(HasSubstr("first user event"))); });
+    Then([&] {
+        Tell(TopDialog(), zeve::kMessageSetFocus);
+        Tell(TopDialog(), zeve::kMessageTimer);
+        Tell(TopDialog(), zeve::kMessageCommand, 0x03000000 | kField); // a pane wrote into a field
+        EXPECT_THAT(Logged(), Not(HasSubstr("first user event")));
+        Tell(TopDialog(), zeve::kMessageKeyDown, 65);
+        EXPECT_THAT(Logged(), HasSubstr("PVN: _time_: dialog receive first user event (clock: "));
+    });
+    Then([] { Tell(TopDialog(), kMessageLeftButtonDown); });
+    ThenPress(kDone);
+    Run();
+    const std::string log = Logged();
+    const std::string label = "dialog receive first user event";
+    EXPECT_EQ(log.find(label), log.rfind(label));
+}
+
+TEST_F(PaneHost, MouseAndCommandsAreTheUsersToo) {
+    const std::pair<std::uint32_t, std::uintptr_t> events[] = {
+        {kMessageLeftButtonDown, 0},   {kMessageRightButtonDown, 0}, {kMessageMiddleButtonDown, 0},
+        {kMessageParentNotify, 0x201}, {kMessageFrameButtonDown, 2}, {zeve::kMessageSystemKeyDown, 18},
+        {zeve::kMessageCommand, kBack}};
+    for (const auto& [number, wparam] : events) {
+        TestHost other{kView};
+        PVNDialogStateMachine otherMachine{other};
+        otherMachine.SetTransition(1, kWFState_Done, "DoneButton");
+        otherMachine.SetProperty(kWFState_Any, kPropertyWorkflowContext, &context);
+        otherMachine.startState = 1;
+        std::rewind(gLogStream);
+        ASSERT_EQ(ftruncate(fileno(gLogStream), 0), 0);
+        const auto sent = std::pair(number, wparam);
+        Then([sent] { Tell(TopDialog(), sent.first, sent.second); });
+        ThenPress(kDone);
+        otherMachine.Run();
+        EXPECT_THAT(Logged(), HasSubstr("first user event")) << number;
+    }
+}
+
+TEST_F(PaneHost, AnExceptionOfAHandlerLeavesTheRunAndCleansUp) {
+    ThenPress(kThrow);
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_EQ(TopDialog(), nullptr);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+    EXPECT_EQ(System().locked, nullptr);
+}
+
+class ThrowingPane : public PVNPane {
+    void Enter() override { throw std::runtime_error("enter"); }
+};
+
+TEST_F(PaneHost, AnExceptionOfAPaneReleasesTheScreen) {
+    ThrowingPane throwing;
+    machine.RemoveProperty(2, kPropertyPaneObject);
+    machine.SetProperty(2, kPropertyPaneObject, static_cast<PVNPane*>(&throwing));
+    ThenPress(kNext);
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_EQ(CallsOf("LockUpdates").size(), 2u);
+    EXPECT_EQ(CallsOf("UnlockUpdates").size(), 2u);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+}
+
+TEST_F(PaneHost, WithoutAWindowInitThrowsAndNothingIsDisabled) {
+    System().refuseWindow = 1;
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+    EXPECT_TRUE(notes.empty());
+}
+
+TEST_F(PaneHost, ADialogDestroyedUnderItsLoopEndsTheRun) {
+    Then([] { zeve::platform::CloseWindow(TopDialog()); });
+    EXPECT_FALSE(Run());
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+}
+
+TEST_F(PaneHost, ARunWithoutAContextIsRefused) {
+    machine.RemoveProperty(kWFState_Any, kPropertyWorkflowContext);
+    EXPECT_THROW(Run(), std::logic_error);
+}
+
+TEST_F(PaneHost, FieldsKeepTheirTextBetweenVisits) {
+    Then([] { zeve::platform::SetControlText(TopDialog(), kField, u"kept"); });
+    ThenPress(kNext);
+    ThenPress(kBack);
+    Then([] { EXPECT_EQ(zeve::platform::ControlText(TopDialog(), kField), u"kept"); });
+    ThenPress(kDone);
+    Run();
+}
+
+TEST_F(PaneHost, BitmapsAreLoadedForTheRunAndGivenBack) {
+    files.Copy("background.png", Picture("rgb.png"));
+    files.Copy("brixenlogo.png", Picture("rgba.png"));
+    {
+        TestHost other{kView};
+        other.Connect(machine, context);
+        other.Init();
+        EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps.size(), 2u);
+    }
+    EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty());
+}
+
+TEST_F(PaneHost, OnlyTwoLanguagesTurnRightToLeftOn) {
+    const std::pair<const char*, bool> cases[] = {{"en_US", false}, {"ar_SA", false}, {"he", false},
+                                                  {"HE_IL", false}, {"ar_AE", true},  {"he_IL", true}};
+    for (const auto& [language, isMirrored] : cases) {
+        SetString(bag, PvnWFKey_Language, language);
+        TestHost other{kView};
+        other.Connect(machine, context);
+        other.Init();
+        const bool hasRightReading = (Control(kField)->extendedStyle & 0x2000) != 0;
+        EXPECT_EQ(hasRightReading, isMirrored) << language;
+    }
+}
+
+TEST_F(PaneHost, APaneFiltersEventsByNameOnRequest) {
+    PVNPane pane;
+    zeve::EventRecord record;
+    record.StorePointer(zeve::kKeyWindow, nullptr);
+    record.Store(zeve::kKeyEventRecord, zeve::kMessageClose);
+    record.Store(zeve::kKeyWparam, 0);
+    record.Store(zeve::kKeyLparam, 0);
+    EXPECT_EQ(pane.HandleZeveEvent(record), "ZeveCloseWindow");
+    record.Store(zeve::kKeyEventRecord, zeve::kMessageCommand);
+    EXPECT_EQ(pane.HandleZeveEvent(record), "ZevePassUpEventChain");
+}
+
+TEST_F(PaneHost, AFilterGetsTheWholeEvent) {
+    class Filter : public PVNPane {
+        std::string ProcessEvent(Window window, std::uint32_t message, std::uintptr_t wparam,
+                                 std::intptr_t lparam) override {
+            return std::to_string(reinterpret_cast<std::uintptr_t>(window)) + " " + std::to_string(message) +
+                   " " + std::to_string(wparam) + " " + std::to_string(lparam);
+        }
+    } pane;
+    zeve::EventRecord record;
+    record.StorePointer(zeve::kKeyWindow, reinterpret_cast<Window>(std::uintptr_t{11}));
+    record.Store(zeve::kKeyEventRecord, 12);
+    record.Store(zeve::kKeyWparam, 13);
+    record.Store(zeve::kKeyLparam, -14);
+    EXPECT_EQ(pane.HandleZeveEvent(record), "11 12 13 -14");
+}
+
+// A host that has a brush for static texts.
+class BrushHost final : public PVNConcreteHost<BrushHost> {
+public:
+    using PVNConcreteHost::PVNConcreteHost;
+    static std::span<const Command> Commands() { return {}; }
+
+    bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override {
+        if (message.number != zeve::kMessageColourStatic)
+            return PVNPaneHost::ProcessWindowMessage(message, result);
+        result = static_cast<std::intptr_t>(message.wparam);
+        return true;
+    }
+};
+
+TEST_F(PaneHost, ABrushForAStaticTextIsAnsweredAndNeverAnEnd) {
+    BrushHost other{kView};
+    other.Connect(machine, context);
+    other.Init();
+    const Window dialog = other.Window();
+    for (const std::uintptr_t brush : {0u, 1u, 2u, 3u, 0x1234u}) {
+        EXPECT_EQ(other.RouteHostMessage({dialog, zeve::kMessageColourStatic, brush, 0}),
+                  static_cast<std::intptr_t>(brush));
+        EXPECT_EQ(other.Window(), dialog);
+    }
+}
+
+TEST_F(PaneHost, EachClassOfHostsHasItsOwnFlagForTheRepaint) {
+    class OtherHost final : public PVNConcreteHost<OtherHost> {
+    public:
+        using PVNConcreteHost::PVNConcreteHost;
+        static std::span<const Command> Commands() { return {}; }
+        using PVNConcreteHost::RepaintedFlag;
+    } other{kView};
+    TestHost another{kView};
+    host.Repainted() = true;
+    EXPECT_TRUE(another.Repainted());
+    EXPECT_FALSE(other.RepaintedFlag());
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,176 @@
+// The privacy statements that are shipped and the list that names them: every locale has a whole one, and the
+// build turns each source into the bytes that the statement handler reads.
+#include "unit/workflow/resources/resource_fixture.h"
+#include "unit/workflow/resources/shipped_texts.h"
+
+#include "values/unicode/text_conversion.h"
+
+#include <map>
+#include <set>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr std::ptrdiff_t kFewestParagraphs = 40;
+
+// What each language calls itself.
+const std::map<std::string, std::string> kOwnNames = {{"ar_AE", "العربية"}, {"de_DE", "Deutsch"},
+                                                      {"en_US", "English"}, {"fr_FR", "Français"},
+                                                      {"he_IL", "עברית"},   {"ja_JP", "日本語"}};
+
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+// A heading is no paragraph: only what ends as a sentence does counts.
+bool IsParagraph(const std::string& line) { return line.ends_with(".") || line.ends_with("。"); }
+
+std::string ReadStatement(const std::string& locale) {
+    return ReadText(kSources / "statements" / (locale + ".txt"));
+}
+
+std::vector<std::string> Paragraphs(const std::string& locale) {
+    std::vector<std::string> found;
+    for (const std::string& line : LinesOf(ReadStatement(locale)))
+        if (IsParagraph(line)) found.push_back(line);
+    return found;
+}
+
+std::vector<std::string> ElementsOf(const std::string& markup, const std::string& name) {
+    const std::string open = "<" + name + ">";
+    std::vector<std::string> found;
+    for (std::size_t at = markup.find(open); at != markup.npos; at = markup.find(open, at)) {
+        at += open.size();
+        found.push_back(markup.substr(at, markup.find("</" + name + ">", at) - at));
+    }
+    return found;
+}
+
+// One unit's two bytes in the given order.
+std::string UnitBytes(char16_t unit, bool bigEndian) {
+    const char high = static_cast<char>(unit >> 8);
+    const char low = static_cast<char>(unit & 0xFF);
+    return bigEndian ? std::string{high, low} : std::string{low, high};
+}
+
+// A source as it is to be shipped: mark, CR LF, the byte order, and before each paragraph that is read from
+// right to left the character that says so.
+std::string Shipped(const std::string& locale, bool bigEndian) {
+    const std::string direction = IsRightToLeftLocale(locale) ? "\u202B" : "";
+    std::string text;
+    for (const std::string& line : LinesOf(ReadStatement(locale)))
+        text += line.empty() ? "\r\n" : direction + line + "\r\n";
+    std::string bytes = UnitBytes(0xFEFF, bigEndian);
+    for (const char16_t unit : lyr::gen::ToUtf16(text)) bytes += UnitBytes(unit, bigEndian);
+    return bytes;
+}
+
+class ShippedStatements : public testing::TestWithParam<std::string> {};
+
+} // namespace
+
+TEST(ShippedStatementFiles, AreThereForEveryLocale) {
+    std::vector<std::string> files;
+    for (const std::string& locale : Locales()) files.push_back(locale + ".txt");
+    EXPECT_EQ(NamesIn(kSources / "statements"), files);
+}
+
+TEST_P(ShippedStatements, HoldEnoughParagraphs) {
+    EXPECT_GE(std::ssize(Paragraphs(GetParam())), kFewestParagraphs);
+}
+
+TEST_P(ShippedStatements, HaveTheShapeOfTheEnglishOne) {
+    const std::vector<std::string> lines = LinesOf(ReadStatement(GetParam()));
+    const std::vector<std::string> english = LinesOf(ReadStatement("en_US"));
+    ASSERT_EQ(lines.size(), english.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        EXPECT_EQ(lines[i].empty(), i % 2 == 1) << "line " << i + 1;
+        EXPECT_EQ(IsParagraph(lines[i]), IsParagraph(english[i])) << "line " << i + 1;
+        EXPECT_EQ(std::isdigit(static_cast<unsigned char>(lines[i][0])) != 0,
+                  std::isdigit(static_cast<unsigned char>(english[i][0])) != 0)
+            << "line " << i + 1;
+    }
+}
+
+TEST_P(ShippedStatements, RepeatNoParagraph) {
+    const std::vector<std::string> paragraphs = Paragraphs(GetParam());
+    EXPECT_EQ(std::set(paragraphs.begin(), paragraphs.end()).size(), paragraphs.size());
+}
+
+TEST_P(ShippedStatements, HoldNoEnglishInDisguise) {
+    if (GetParam() == "en_US") return;
+    const std::vector<std::string> english = Paragraphs("en_US");
+    for (const std::string& line : Paragraphs(GetParam()))
+        EXPECT_EQ(std::count(english.begin(), english.end(), line), 0) << line;
+}
+
+TEST_P(ShippedStatements, UseThePunctuationOfTheirLanguage) {
+    for (const std::string& line : LinesOf(ReadStatement(GetParam())))
+        EXPECT_TRUE(HasNoForeignMarks(line, GetParam()) && (GetParam() != "fr_FR" || HasFrenchSpacing(line)))
+            << line;
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, ShippedStatements, testing::ValuesIn(Locales()),
+                         [](const auto& info) { return info.param; });
+
+TEST(ShippedLanguageList, NamesTheStatementOfEveryLocale) {
+    const std::string list = ReadText(kSources / "PVResources/privacyinfolist.xml");
+    const std::vector<std::string> locales = ElementsOf(list, "LANGID");
+    const std::vector<std::string> files = ElementsOf(list, "FILE_NAME");
+    EXPECT_EQ(std::set(locales.begin(), locales.end()).size(), Locales().size());
+    ASSERT_EQ(files.size(), locales.size());
+    for (std::size_t i = 0; i < files.size(); ++i) EXPECT_EQ(files[i], "privacy_" + locales[i]);
+}
+
+TEST(ShippedLanguageList, CallsEachLanguageByItsOwnName) {
+    const std::string list = ReadText(kSources / "PVResources/privacyinfolist.xml");
+    const std::vector<std::string> locales = ElementsOf(list, "LANGID");
+    const std::vector<std::string> names = ElementsOf(list, "LANGNAME");
+    ASSERT_EQ(names.size(), locales.size());
+    for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(names[i], kOwnNames.at(locales[i]));
+}
+
+TEST(ShippedLanguageList, NumbersTheLanguagesInTheirOrder) {
+    const std::string list = ReadText(kSources / "PVResources/privacyinfolist.xml");
+    const std::vector<std::string> numbers = ElementsOf(list, "SEQ_ID");
+    EXPECT_EQ(numbers.size(), Locales().size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) EXPECT_EQ(numbers[i], std::to_string(i + 1));
+    EXPECT_EQ(ElementsOf(list, "LANG_GRP_ID").size(), Locales().size());
+    EXPECT_EQ(ElementsOf(list, "LANGUAGE_INFO").size(), Locales().size());
+}
+
+// What is built beside the program.
+class BuiltStatements : public ResourceFixture {
+protected:
+    static std::filesystem::path Root() {
+        SelectLanguage("en_US");
+        const PathUnits list =
+            PVNResourceManager::Get().FindResourceFile("privacyinfolist", "xml", "en_US", kSearchRoot);
+        if (!list) return {};
+        std::string path = std::filesystem::path(list.get()).string();
+        std::replace(path.begin(), path.end(), '\\', '/'); // the library joins its paths as Windows does
+        return std::filesystem::path(path).parent_path();
+    }
+};
+
+TEST_F(BuiltStatements, AreTheSourcesAsUtf16OfBothByteOrders) {
+    const std::set<std::string> bigEndian = {"ar_AE", "ja_JP"};
+    const std::filesystem::path root = Root();
+    ASSERT_FALSE(root.empty());
+    for (const std::string& locale : Locales()) {
+        const std::string bytes = ReadText(root / "privacystatements" / ("privacy_" + locale + ".txt"));
+        // Compared without printing: the texts are long.
+        EXPECT_TRUE(bytes == Shipped(locale, bigEndian.count(locale) == 1)) << locale;
+    }
+}
+
+TEST_F(BuiltStatements, AreListedByTheListOfTheSource) {
+    EXPECT_EQ(ReadText(Root() / "privacyinfolist.xml"),
+              ReadText(kSources / "PVResources/privacyinfolist.xml"));
+}
+
+} // namespace brixen::pvn::pvn_workflow

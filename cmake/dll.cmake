@@ -12,7 +12,7 @@ set_source_files_properties(${CMAKE_BINARY_DIR}/pavane.rc ${CMAKE_BINARY_DIR}/ma
 add_library(pavane_manifest OBJECT ${CMAKE_BINARY_DIR}/manifest.rc)
 
 add_library(pavane SHARED ${CMAKE_BINARY_DIR}/pavane.rc ${dllFolder}/pavane.def
-    ${CMAKE_SOURCE_DIR}/src/frame/pavane_exports.cpp)
+    ${CMAKE_SOURCE_DIR}/src/frame/exports/pavane_exports.cpp)
 set_target_properties(pavane PROPERTIES PREFIX "")
 target_link_libraries(pavane PRIVATE pavane_exports)
 target_link_options(pavane PRIVATE $<$<CONFIG:Release>:-s>)

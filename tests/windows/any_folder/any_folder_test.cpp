@@ -1,5 +1,5 @@
 // The library as a user may have installed it: renamed, in a folder whose name the process's code page lacks.
-#include "frame/pavane.h"
+#include "pavane.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The finished library under a program that sends its dialog whatever it likes, whenever it likes, from any
 // thread, and that takes windows away under its feet. Whatever comes: the run ends, the parent can be used
 // again, and the next run goes as if nothing had been.
-#include "frame/pavane.h"
+#include "pavane.h"
 
 #include <gtest/gtest.h>
 

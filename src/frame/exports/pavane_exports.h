@@ -1,7 +1,7 @@
 // Behind the exported calls: the frame's operations and what they share.
 #pragma once
 
-#include "frame/launchers.h"
+#include "frame/exports/launchers.h"
 #include "frame/status.h"
 
 #include <atomic>

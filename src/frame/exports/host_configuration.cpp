@@ -1,4 +1,4 @@
-#include "frame/host_configuration.h"
+#include "frame/exports/host_configuration.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
-#include "frame/launchers.h"
+#include "frame/exports/launchers.h"
 
-#include "frame/host_configuration.h"
+#include "frame/exports/host_configuration.h"
 #include "frame/log.h"
 #include "frame/pavane_context.h"
 #include "frame/stop_watch.h"

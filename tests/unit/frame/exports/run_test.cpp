@@ -1,4 +1,4 @@
-#include "unit/exports/exports_fixture.h"
+#include "unit/frame/exports/exports_fixture.h"
 
 #include "frame/stop_watch.h"
 #include "support/failing_allocator.h"

@@ -1,5 +1,5 @@
 // The five workflows, and where the engine's calls meet the exports.
-#include "frame/launchers.h"
+#include "frame/exports/launchers.h"
 
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/welcome.h"

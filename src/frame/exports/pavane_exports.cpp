@@ -1,8 +1,8 @@
-#include "frame/pavane_exports.h"
+#include "frame/exports/pavane_exports.h"
 
-#include "frame/host_configuration.h"
+#include "frame/exports/host_configuration.h"
 #include "frame/log.h"
-#include "frame/pavane.h"
+#include "pavane.h"
 #include "frame/pavane_context.h"
 #include "frame/version.h"
 #include "frame/worker_thread.h"

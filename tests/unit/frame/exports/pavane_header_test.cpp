@@ -1,9 +1,9 @@
 // The public header says what the library means.
-#include "frame/pavane.h"
+#include "pavane.h"
 
-#include "unit/exports/exports_fixture.h"
-#include "frame/host_configuration.h"
-#include "frame/launchers.h"
+#include "unit/frame/exports/exports_fixture.h"
+#include "frame/exports/host_configuration.h"
+#include "frame/exports/launchers.h"
 #include "frame/version.h"
 
 #include <gmock/gmock.h>

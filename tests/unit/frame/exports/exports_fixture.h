@@ -1,9 +1,9 @@
 // The exports with a catalogue of the test's own in place of the engine's.
 #pragma once
 
-#include "frame/pavane.h"
+#include "pavane.h"
 #include "frame/pavane_context.h"
-#include "frame/pavane_exports.h"
+#include "frame/exports/pavane_exports.h"
 #include "support/log_file.h"
 
 #include <gmock/gmock.h>

@@ -6,7 +6,7 @@ list(FILTER toolSources EXCLUDE REGEX "_main\\.cpp$")
 add_library(pavane_tools STATIC ${toolSources})
 target_include_directories(pavane_tools PUBLIC ${CMAKE_SOURCE_DIR})
 target_link_libraries(pavane_tools PUBLIC pavane_dictionaries)
-list(APPEND rooms pavane_tools) # tested like one
+list(APPEND roomTargets pavane_tools) # tested like one
 
 if(NOT CMAKE_CROSSCOMPILING)
     add_executable(pavane-compile tools/compile_main.cpp)

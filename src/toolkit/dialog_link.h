@@ -23,11 +23,4 @@ struct DialogLink {
     std::vector<std::string> extraAttributeNames;
 };
 
-// ZeveDialogRegistry: all live dialogs of the process, newest last, without a lock. A dialog stands in it
-// from the end of its making to the start of its deletion.
-void RegisterDialog(DialogLink& dialog);
-void UnregisterDialog(DialogLink& dialog) noexcept;
-// The first live dialog whose root box has this top-level window; null if none.
-DialogLink* DialogOfWindow(NativeWindow window) noexcept;
-
 } // namespace brixen::zeve

@@ -31,7 +31,7 @@ struct ToolkitState {
     NativeModule richEdit = nullptr; // null again once it was freed
 
     KeywordTable keywords;
-    std::vector<DialogLink*> dialogs; // see toolkit/dialog_link.h
+    std::vector<DialogLink*> dialogs; // see toolkit/dialog/dialog_registry.h
     ModalRun* innermostRun = nullptr; // on the stack of whoever runs it
     std::exception_ptr keptException; // see toolkit/kept_exception.h
 

@@ -1,6 +1,7 @@
 #include "toolkit/dialog/window_procedures.h"
 
 #include "toolkit/control_styles.h"
+#include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
@@ -106,6 +107,10 @@ void TellWhetherEmpty(NativeWindow edit) {
 }
 
 } // namespace
+
+void InstallWindowProcedures() noexcept {
+    platform::SetWindowProcedures({DialogProcedure, ControlProcedure, EditProcedure});
+}
 
 std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) noexcept {

@@ -8,6 +8,9 @@
 
 namespace brixen::zeve {
 
+// Hands the procedures below to the platform. Needed before the first window; again is harmless.
+void InstallWindowProcedures() noexcept;
+
 // Serves every dialog: finds the ZeveDialog of the window and asks its host.
 std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) noexcept;

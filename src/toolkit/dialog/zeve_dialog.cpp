@@ -1,6 +1,8 @@
 #include "toolkit/dialog/zeve_dialog.h"
 
 #include "toolkit/boxes/box_makers.h"
+#include "toolkit/dialog/dialog_registry.h"
+#include "toolkit/dialog/window_procedures.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/guarded.h"
@@ -44,6 +46,7 @@ std::string TextOrEmpty(const char* text) { return text != nullptr ? text : ""; 
 
 void InitializeOnce() {
     if (gToolkit.isInitialised) return;
+    InstallWindowProcedures();
     FillKeywordTable();
     gToolkit.richEdit = platform::LoadRichEdit();
     platform::RegisterCommonControls();

@@ -118,11 +118,22 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept;
 
 // --- Procedures of windows ---
 
-// Makes toolkit/dialog/window_procedures.h's DialogProcedure the procedure of a top-level window.
+using WindowProcedure = std::intptr_t (*)(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                                          std::intptr_t lparam) noexcept;
+
+// The procedures that the functions below give to windows. Until they are set, the system's default answers.
+struct WindowProcedures {
+    WindowProcedure dialog = nullptr;  // of every top-level window
+    WindowProcedure control = nullptr; // of every control
+    WindowProcedure edit = nullptr;    // of every edit control
+};
+void SetWindowProcedures(const WindowProcedures& procedures) noexcept;
+
+// Makes the dialog procedure the procedure of a top-level window.
 void TakeDialogProcedure(NativeWindow window) noexcept;
-// Puts ControlProcedure before a control's own, which is kept in the property `FISavedWindowProc`.
+// Puts the control procedure before a control's own, which is kept in the property `FISavedWindowProc`.
 void TakeControlProcedure(NativeWindow window) noexcept;
-// Puts EditProcedure over that, with `box` kept in the property `FISavedCEveEdit`.
+// Puts the edit procedure over that, with `box` kept in the property `FISavedCEveEdit`.
 void TakeEditProcedure(NativeWindow window, void* box) noexcept;
 void* EditBoxOf(NativeWindow window) noexcept;
 // Hands a message to the procedure that TakeControlProcedure kept; 0 if there is none.

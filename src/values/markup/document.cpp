@@ -1,6 +1,7 @@
 #include "values/markup/document.h"
 
 #include "values/base64.h"
+#include "values/narrow_text.h"
 #include "values/unicode/light_text.h"
 #include "values/markup/escape.h"
 #include "values/markup/parser.h"

@@ -1,35 +1,14 @@
 #include "values/unicode/light_text.h"
 
 #include "values/unicode/character_borders.h"
-#include "values/platform/values_platform.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <limits>
-#include <memory>
 
 namespace brixen::lyr::gen {
 namespace {
 
-constexpr std::size_t kLocalUnits = 256;
 constexpr std::uint32_t kLastBmp = 0xFFFF;
-
-// Room for a short text on the stack, for any other on the heap.
-template <class Unit>
-class TextRoom {
-public:
-    // `count` units and a terminator.
-    explicit TextRoom(std::size_t count)
-        : fHeap(count < kLocalUnits ? nullptr : new Unit[count + 1]),
-          fUnits(fHeap ? fHeap.get() : fLocal.data()) {}
-    Unit* Units() { return fUnits; }
-
-private:
-    std::array<Unit, kLocalUnits> fLocal;
-    std::unique_ptr<Unit[]> fHeap;
-    Unit* fUnits;
-};
 
 // Reads one code point; 0 at the end of the text.
 std::uint32_t NextCode(const char16_t*& wide) {
@@ -95,26 +74,6 @@ std::int32_t PutUnits(char16_t* out, std::uint32_t code) {
     return 2;
 }
 
-std::string NarrowOf(const char16_t* wide) {
-    const std::size_t size = NarrowSize(wide);
-    if (size == kNoNarrowText) return {};
-    TextRoom<char> narrow(size);
-    // The size was counted without a look at the characters.
-    const std::size_t written = WideToNarrow(narrow.Units(), wide, size + 1);
-    return written == kNoNarrowText ? std::string() : std::string(narrow.Units(), written);
-}
-
-std::string Utf8Of(const char16_t* wide) {
-    const std::int32_t size = EncodeUtf8(nullptr, wide, 0);
-    TextRoom<char> utf8(static_cast<std::size_t>(size));
-    EncodeUtf8(utf8.Units(), wide, size + 1);
-    return {utf8.Units(), static_cast<std::size_t>(size)};
-}
-
-bool IsTooLong(std::string_view text) {
-    return text.size() >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() / 4);
-}
-
 } // namespace
 
 std::int32_t EncodeUtf8(char* out, const char16_t* wide, std::int32_t size) {
@@ -143,28 +102,6 @@ std::int32_t DecodeUtf8(char16_t* out, const char* utf8, std::int32_t length) {
         units += PutUnits(out == nullptr ? nullptr : out + units, NextCode(source));
     }
     return out == nullptr ? units : static_cast<std::int32_t>(source.at - utf8);
-}
-
-std::string Utf8ToCodePage(std::string_view utf8) {
-    if (IsTooLong(utf8)) return {};
-    const auto length = static_cast<std::int32_t>(utf8.size());
-    const std::int32_t units = DecodeUtf8(nullptr, utf8.data(), length);
-    TextRoom<char16_t> wide(static_cast<std::size_t>(units));
-    DecodeUtf8(wide.Units(), utf8.data(), length);
-    wide.Units()[units] = u'\0';
-    return NarrowOf(wide.Units());
-}
-
-std::string CodePageToUtf8(std::string_view text) {
-    if (IsTooLong(text)) return {};
-    // The C library wants a terminated text.
-    TextRoom<char> narrow(text.size());
-    *std::copy(text.begin(), text.end(), narrow.Units()) = '\0';
-    const std::size_t units = WideSize(narrow.Units());
-    if (units == kNoNarrowText) return {};
-    TextRoom<char16_t> wide(units);
-    const bool read = NarrowToWide(wide.Units(), narrow.Units(), units + 1) != kNoNarrowText;
-    return read ? Utf8Of(wide.Units()) : std::string();
 }
 
 } // namespace brixen::lyr::gen

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-#include <string_view>
 
 // Conversion that never fails: what is no character becomes a question mark, and reading goes on. For text
 // from outside whose writer cannot be asked, such as markup. See values/unicode/text_conversion.h for the strict one.
@@ -18,10 +16,5 @@ std::int32_t EncodeUtf8(char* out, const char16_t* wide, std::int32_t size);
 // buffer (as large as a call without one said, and one unit more): returns the number of bytes read; a NUL in
 // the text ends it and is written, not counted. A negative `length` reads to the NUL.
 std::int32_t DecodeUtf8(char16_t* out, const char* utf8, std::int32_t length);
-
-// Between UTF-8 and the narrow text of the C library in the process's locale, up to a NUL. Empty when the
-// locale cannot show the text or the bytes are none of its text.
-std::string Utf8ToCodePage(std::string_view utf8);
-std::string CodePageToUtf8(std::string_view text);
 
 } // namespace brixen::lyr::gen

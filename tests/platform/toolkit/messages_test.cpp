@@ -1,3 +1,4 @@
+#include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/event_record.h"

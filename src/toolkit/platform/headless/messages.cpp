@@ -1,6 +1,5 @@
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/dialog/window_procedures.h"
 
 namespace brixen::zeve {
 
@@ -51,19 +50,25 @@ std::intptr_t SystemAnswer(const Message& message) noexcept {
     }
 }
 
+constinit platform::WindowProcedures gProcedures;
+
+platform::WindowProcedure ProcedureOf(const Window& window) noexcept {
+    switch (window.procedure) {
+    case Procedure::Dialog: return gProcedures.dialog;
+    case Procedure::Control: return gProcedures.control;
+    case Procedure::Edit: return gProcedures.edit;
+    case Procedure::System: break;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 std::intptr_t Deliver(const Message& message) noexcept {
     const Window* window = FindWindow(message.window);
     if (window == nullptr) return 0;
-    switch (window->procedure) {
-    case Procedure::Dialog:
-        return DialogProcedure(message.window, message.number, message.wparam, message.lparam);
-    case Procedure::Control:
-        return ControlProcedure(message.window, message.number, message.wparam, message.lparam);
-    case Procedure::Edit:
-        return EditProcedure(message.window, message.number, message.wparam, message.lparam);
-    case Procedure::System: break;
+    if (const platform::WindowProcedure procedure = ProcedureOf(*window)) {
+        return procedure(message.window, message.number, message.wparam, message.lparam);
     }
     return SystemAnswer(message);
 }
@@ -149,6 +154,8 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept {
     action();
     return LoopStep::Handled;
 }
+
+void SetWindowProcedures(const WindowProcedures& procedures) noexcept { headless::gProcedures = procedures; }
 
 void TakeDialogProcedure(NativeWindow window) noexcept {
     TakeProcedure("TakeDialogProcedure", window, headless::Procedure::Dialog, nullptr);

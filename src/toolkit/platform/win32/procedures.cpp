@@ -1,7 +1,6 @@
 #include "toolkit/platform/win32/procedures.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/handles.h"
-#include "toolkit/dialog/window_procedures.h"
 
 namespace brixen::zeve::platform {
 
@@ -10,12 +9,19 @@ namespace {
 constexpr wchar_t kSavedProcedureProperty[] = L"FISavedWindowProc";
 constexpr wchar_t kEditBoxProperty[] = L"FISavedCEveEdit";
 
+constinit WindowProcedures gProcedures;
+
+LRESULT Call(WindowProcedure procedure, HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    return procedure != nullptr ? procedure(Opaque(window), message, wparam, lparam)
+                                : DefWindowProcW(window, message, wparam, lparam);
+}
+
 LRESULT CALLBACK ControlTrampoline(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    return ControlProcedure(Opaque(window), message, wparam, lparam);
+    return Call(gProcedures.control, window, message, wparam, lparam);
 }
 
 LRESULT CALLBACK EditTrampoline(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    return EditProcedure(Opaque(window), message, wparam, lparam);
+    return Call(gProcedures.edit, window, message, wparam, lparam);
 }
 
 LONG_PTR ReplaceProcedure(NativeWindow window, WNDPROC procedure) noexcept {
@@ -25,8 +31,10 @@ LONG_PTR ReplaceProcedure(NativeWindow window, WNDPROC procedure) noexcept {
 } // namespace
 
 LRESULT CALLBACK DialogTrampoline(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    return DialogProcedure(Opaque(window), message, wparam, lparam);
+    return Call(gProcedures.dialog, window, message, wparam, lparam);
 }
+
+void SetWindowProcedures(const WindowProcedures& procedures) noexcept { gProcedures = procedures; }
 
 void TakeDialogProcedure(NativeWindow window) noexcept { ReplaceProcedure(window, DialogTrampoline); }
 

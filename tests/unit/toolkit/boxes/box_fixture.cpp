@@ -3,6 +3,7 @@
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/box_makers.h"
+#include "toolkit/dialog/window_procedures.h"
 #include "toolkit/event_record.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
@@ -29,6 +30,7 @@ BoxTest::BoxTest() {
     headless::Reset();
     ResetToolkit();
     kestrel_private::ResetState();
+    InstallWindowProcedures();
     FillKeywordTable();
     rootScope.DefineConstants(true);
     InstallViewConstants(rootScope);

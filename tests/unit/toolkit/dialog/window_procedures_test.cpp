@@ -1,6 +1,7 @@
 #include "toolkit/dialog/window_procedures.h"
 
 #include "unit/toolkit/dialog/dialog_fixture.h"
+#include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/kept_exception.h"

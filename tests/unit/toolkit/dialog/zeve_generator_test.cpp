@@ -2,6 +2,7 @@
 
 #include "unit/toolkit/dialog/dialog_fixture.h"
 #include "toolkit/boxes/box_makers.h"
+#include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/toolkit_state.h"

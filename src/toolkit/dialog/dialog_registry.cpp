@@ -1,6 +1,7 @@
-#include "toolkit/dialog_link.h"
+#include "toolkit/dialog/dialog_registry.h"
 
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog_link.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>

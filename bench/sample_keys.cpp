@@ -16,7 +16,7 @@ std::string PaddedKey(std::size_t number) {
 }
 
 std::string NaturalKey(std::size_t number) {
-    static constexpr const char* kWords[] = {"welcome", "licence", "account", "serial",
+    static constexpr const char* kWords[] = {"welcome", "license", "account", "serial",
                                              "finish",  "network", "proxy"};
     static constexpr const char* kParts[] = {"title", "description", "button/next", "error/empty", "hint"};
     return std::string("/brixen/pvn/") + kWords[number % 7] + "/" + kParts[number / 7 % 5] + "/" +

@@ -1,4 +1,4 @@
-// The dialogs that the benchmarks read and lay out: sections of rows of labelled controls, six attributes a
+// The dialogs that the benchmarks read and lay out: sections of rows of labeled controls, six attributes a
 // view.
 #pragma once
 

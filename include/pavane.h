@@ -67,13 +67,13 @@ extern "C" {
 
 /* 0x89: the user decided. These are no faults. */
 #define PAVANE_USER_QUIT 0x8901     /* quit the host application: the host is expected to close */
-#define PAVANE_USER_CANCEL 0x8902   /* cancelled the workflow */
+#define PAVANE_USER_CANCEL 0x8902   /* canceled the workflow */
 #define PAVANE_USER_OUTCOME3 0x8903 /* what it says is each workflow's own affair */
 #define PAVANE_USER_OUTCOME4 0x8904 /* as above */
 #define PAVANE_IS_USER_DECISION(status) (((unsigned)(status) >> 8) == 0x89u)
 
 /* 0xD0: the call to the service failed. */
-#define PAVANE_CALL_CANCELLED 0xD001
+#define PAVANE_CALL_CANCELED 0xD001
 #define PAVANE_CALL_TIMED_OUT 0xD002
 #define PAVANE_CALL_BAD_ANSWER 0xD003   /* the answer did not hold what was expected */
 #define PAVANE_CALL_SYSTEM_ERROR 0xD0A1 /* any error of the system without a code of its own */
@@ -100,12 +100,12 @@ extern "C" {
  * Opens the log and makes the library ready. `hostApp` is the host's own number for its kind, 0 for none; 2
  * is refused. `hostOptions` is 0 or built with PAVANE_HOST_OPTIONS.
  *
- * Returns PAVANE_SUCCESS; PAVANE_BAD_ARGUMENT or PAVANE_NO_MEMORY, after which nothing is initialised. A
+ * Returns PAVANE_SUCCESS; PAVANE_BAD_ARGUMENT or PAVANE_NO_MEMORY, after which nothing is initialized. A
  * second call without Pavane_Terminate in between returns PAVANE_SUCCESS and ignores its arguments.
  */
 uint16_t Pavane_Initialize(int32_t hostApp, uint32_t hostOptions);
 
-/* The version of the loaded library, to compare with PAVANE_VERSION. Needs no initialisation. */
+/* The version of the loaded library, to compare with PAVANE_VERSION. Needs no initialization. */
 uint32_t Pavane_GetVersion(void);
 
 /*
@@ -127,7 +127,7 @@ uint16_t Pavane_PreloadWorkflow(uint16_t workflow);
  */
 uint16_t Pavane_RunWorkflow(uint16_t workflow, void* parentWindow);
 
-/* The latest status, 0 before the first. Needs no initialisation, and outlives Pavane_Terminate. */
+/* The latest status, 0 before the first. Needs no initialization, and outlives Pavane_Terminate. */
 uint16_t Pavane_Info_GetErrorCode(void);
 
 /* Frees everything and closes the log. Safe at any time, also repeatedly and without Pavane_Initialize. */

@@ -11,7 +11,7 @@ for source in *.svg; do
     case $source in
     # No alpha at all: these are painted as they are, 24 bits a pixel.
     background.svg | productlabel.svg) format=png24 matte="-background white -alpha remove -alpha off" ;;
-    # Straight alpha; what cannot be seen is black, for painters that take the colours as premultiplied.
+    # Straight alpha; what cannot be seen is black, for painters that take the colors as premultiplied.
     *) format=png32 matte="-background none -alpha background" ;;
     esac
     # shellcheck disable=SC2086

@@ -31,7 +31,7 @@ public:
     // Nothing is reported: unusable input clears the status, and what was good is kept. A compiled one of
     // version 2 makes the dictionary fast; its block may be refused (see FastArray::AddBlock), and one that
     // is cut off keeps what is whole, without a word. One of version 1 goes into the chains, which a fast
-    // dictionary does not read. The bytes are not needed afterwards; keys are copied whatever `copyKeys`
+    // dictionary does not read. The bytes are not needed afterward; keys are copied whatever `copyKeys`
     // says. Throws a conversion code (see dictionaries/zstring/encoding.h) for bytes that are no text in the
     // process's code page.
     void Load(const void* bytes, std::int64_t length, bool copyKeys);

@@ -6,22 +6,15 @@
 // There is no lock: lines of two threads may interleave between prefix and body.
 #pragma once
 
+#include "compiler.h"
 #include "frame/status.h"
 
 #include <atomic>
 #include <cstdio>
 
-#if defined(__MINGW_PRINTF_FORMAT)
-#define PVN_PRINTF_LIKE(text, first) __attribute__((format(__MINGW_PRINTF_FORMAT, text, first)))
-#elif defined(__GNUC__)
-#define PVN_PRINTF_LIKE(text, first) __attribute__((format(printf, text, first)))
-#else
-#define PVN_PRINTF_LIKE(text, first)
-#endif
-
 namespace brixen::pvn {
 
-// The open log file; null while there is none. Atomic, since an initialise from another thread during a run
+// The open log file; null while there is none. Atomic, since an initialize from another thread during a run
 // opens the file again.
 extern std::atomic<std::FILE*> gLogStream;
 
@@ -44,7 +37,7 @@ inline constexpr char kRunWorkflowName[] = "brixen::pvn::Pavane_RunWorkflow";
 inline constexpr char kLaunchWorkflowName[] = "brixen::pvn::LaunchWorkflow";
 inline constexpr char kRunPlatformThreadName[] = "brixen::pvn::Pavane_Pri_RunPlatformThread";
 
-inline constexpr LogPlace kAlreadyInitialised{kInitializeName, 182};
+inline constexpr LogPlace kAlreadyInitialized{kInitializeName, 182};
 inline constexpr LogPlace kRefusedHostApp{kInitializeName, 187};
 inline constexpr LogPlace kNoMemoryForContext{kInitializeName, 191};
 inline constexpr LogPlace kPreloadWithoutContext{kPreloadWorkflowName, 328};

@@ -1,4 +1,4 @@
-// The one global record of an initialised library and the last-error word.
+// The one global record of an initialized library and the last-error word.
 //
 // Everything here belongs to the host's thread and has no lock; a worker may read the record.
 #pragma once
@@ -53,7 +53,7 @@ struct PavaneContext {
     std::uint32_t workflowPhase = kPhaseIdle;
 };
 
-// Null: the library is not initialised. Owned; a plain pointer, since a destructor of it would run while the
+// Null: the library is not initialized. Owned; a plain pointer, since a destructor of it would run while the
 // library is being unloaded.
 extern PavaneContext* gPavaneContext;
 // The status of the latest frame operation. Outlives the record. Any thread may read it, and a call that is

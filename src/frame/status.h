@@ -9,7 +9,7 @@ namespace brixen::pvn {
 using Status = std::uint16_t;
 
 inline constexpr Status kStatusSuccess = 0;
-inline constexpr Status kStatusNotInitialised = 0x8101;  // there is no context
+inline constexpr Status kStatusNotInitialized = 0x8101;  // there is no context
 inline constexpr Status kStatusNullArgument = 0x8102;    // a required pointer was null
 inline constexpr Status kStatusBadArgument = 0x8106;     // a value outside its set
 inline constexpr Status kStatusNoMemory = 0x8206;        // an allocation failed
@@ -17,7 +17,7 @@ inline constexpr Status kStatusException = 0x8209;       // an exception reached
 inline constexpr Status kStatusNoThread = 0x8282;        // the worker thread could not be created
 inline constexpr Status kStatusUnmappedOutcome = 0x8401; // a workflow ended in a way it has no status for
 inline constexpr Status kStatusUserQuit = 0x8901;        // the user chose to quit the host
-inline constexpr Status kStatusUserCancel = 0x8902;      // the user cancelled the workflow
+inline constexpr Status kStatusUserCancel = 0x8902;      // the user canceled the workflow
 inline constexpr Status kStatusUserOutcome3 = 0x8903;    // what it says is each workflow's own affair
 inline constexpr Status kStatusUserOutcome4 = 0x8904;    // as above
 

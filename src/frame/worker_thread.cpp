@@ -29,7 +29,7 @@ void LetGoOfWorker(PavaneContext& context) noexcept {
 
 Status Pavane_Pri_RunPlatformThread(WorkerEntry entry, void* arg, WorkerCallback callback) noexcept {
     if (!entry) return kStatusNullArgument;
-    if (!gPavaneContext) return kStatusNotInitialised;
+    if (!gPavaneContext) return kStatusNotInitialized;
     PavaneContext& context = *gPavaneContext;
     context.slot = {entry, arg, callback};
     LetGoOfWorker(context);

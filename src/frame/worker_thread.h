@@ -7,7 +7,7 @@ namespace brixen::pvn {
 
 // Starts entry(arg, callback) on a thread of its own. The context's slot has room for one: the handle of an
 // earlier thread is closed and the thread runs on by itself. An exception out of `entry` becomes the exit
-// code kStatusException. Returns kStatusNullArgument for a null entry, kStatusNotInitialised without a
+// code kStatusException. Returns kStatusNullArgument for a null entry, kStatusNotInitialized without a
 // context, kStatusNoThread (logged) when the system refuses the thread; the slot holds the three values then
 // too.
 Status Pavane_Pri_RunPlatformThread(WorkerEntry entry, void* arg, WorkerCallback callback) noexcept;

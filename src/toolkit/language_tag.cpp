@@ -4,7 +4,7 @@
 
 namespace brixen::zeve {
 
-std::string NormaliseLanguage(std::string_view language) {
+std::string NormalizeLanguage(std::string_view language) {
     std::string tag(language.substr(0, 5));
     std::transform(tag.begin(), tag.end(), tag.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
@@ -13,7 +13,7 @@ std::string NormaliseLanguage(std::string_view language) {
 }
 
 bool IsRightToLeftLanguage(std::string_view language) {
-    const std::string tag = NormaliseLanguage(language);
+    const std::string tag = NormalizeLanguage(language);
     return tag == "ar-ae" || tag == "he-il";
 }
 

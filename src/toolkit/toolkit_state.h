@@ -20,14 +20,14 @@ struct FontFaces {
     std::uint8_t characterSet = 0;
 };
 
-// The icon prepared last gives its size to every icon made afterwards.
+// The icon prepared last gives its size to every icon made afterward.
 struct RememberedIcon {
     std::int64_t width = 0, height = 0; // pixels
     std::int64_t builtinIcon = 0;       // of the icon made last
 };
 
 struct ToolkitState {
-    bool isInitialised = false;
+    bool isInitialized = false;
     NativeModule richEdit = nullptr; // null again once it was freed
 
     KeywordTable keywords;

@@ -27,7 +27,7 @@ inline constexpr std::int32_t kWhatTopLevelMade = 2;
 // The box of any other view was made. The record holds kKeyControl, kKeySubControl, kKeyWhat, kKeyScope.
 inline constexpr std::int32_t kWhatViewMade = 3;
 
-// What a host answers to kWhatMessage. Any other answer means that the message was consumed; for the colour
+// What a host answers to kWhatMessage. Any other answer means that the message was consumed; for the color
 // messages it is the brush.
 inline constexpr std::uint32_t kAnswerDefault = 1;     // the system's default processing
 inline constexpr std::uint32_t kAnswerEndPositive = 2; // ends the modal run, which returns true

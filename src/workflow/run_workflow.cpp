@@ -22,7 +22,7 @@ std::uint16_t RunUnguarded(T_StorageInterface& bag, WorkFlowMaker make) {
     GetString(bag, PvnWFKey_Language, language);
     SelectLanguage(language);
     PVNWorkFlowContext context(bag);
-    // Until the run decides otherwise, the user has cancelled.
+    // Until the run decides otherwise, the user has canceled.
     SetLong(context, PvnWFKey_WorkFlowResult, kStatusUserCancel);
     const auto workFlow = make(context);
     const std::uint16_t status = workFlow->Run(false) ? kStatusSuccess : StoredResult(context);

@@ -20,7 +20,7 @@ std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept;
 // under that key otherwise: kStatusUserCancel until something decides, and without one. Any exception gives
 // kStatusException and no log line; the parent window is enabled again and everything the run made is
 // destroyed, but ShutDownResources is not called then (meant). What the run set in its context is in the bag
-// afterwards.
+// afterward.
 template <class W>
 std::uint16_t RunWorkFlowFromBag(T_StorageInterface& bag) noexcept {
     return RunWorkFlow(bag, [](PVNWorkFlowContext& context) -> std::unique_ptr<PVNWorkFlow> {

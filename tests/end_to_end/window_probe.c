@@ -2,7 +2,7 @@
  * that drive a program from outside:
  *
  *   dialog LEFT TOP WIDTH HEIGHT TITLE
- *   ID CLASS CENTRE_X CENTRE_Y WIDTH HEIGHT STATES TEXT
+ *   ID CLASS CENTER_X CENTER_Y WIDTH HEIGHT STATES TEXT
  *
  * Coordinates are the screen's, in pixels. STATES is a word of letters: E enabled, F has the focus, T is a tab
  * stop, D is drawn as the default button, - for none. TEXT of an edit control and of a popup is its state

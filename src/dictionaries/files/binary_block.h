@@ -16,7 +16,7 @@ struct BinaryBody {
 };
 
 // Reads field by field and stops at the first one that does not fit into the bytes; what was read before
-// stays. `minor` is that of the version, 0 or greater. The bytes are not needed afterwards.
+// stays. `minor` is that of the version, 0 or greater. The bytes are not needed afterward.
 BinaryBody ReadBinaryBody(const std::uint8_t* begin, const std::uint8_t* end, int minor);
 
 } // namespace kestrel_private

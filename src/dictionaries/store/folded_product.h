@@ -2,6 +2,8 @@
 // index mixes with.
 #pragma once
 
+#include "compiler.h"
+
 #include <cstdint>
 
 namespace kestrel_private {
@@ -19,7 +21,7 @@ constexpr std::uint64_t FoldedProduct(std::uint64_t one, std::uint64_t other) {
 
 } // namespace plain
 
-#if defined(__SIZEOF_INT128__)
+#if defined(PVN_HAS_INT128)
 
 constexpr std::uint64_t FoldedProduct(std::uint64_t one, std::uint64_t other) {
     __extension__ using Product = unsigned __int128;

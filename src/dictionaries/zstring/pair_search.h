@@ -1,13 +1,11 @@
 #pragma once
 
+#include "compiler.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <string_view>
-
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
 
 namespace kestrel_private {
 
@@ -17,7 +15,7 @@ using UnitPair = std::array<char16_t, 2>;
 // where the processor has vectors: what is looked for is rare in a text.
 inline std::size_t FindPair(std::u16string_view text, const UnitPair& pair) {
     std::size_t at = 0;
-#if defined(__SSE2__) || defined(_M_X64)
+#if defined(PVN_HAS_SSE2)
     const __m128i firsts = _mm_set1_epi16(static_cast<short>(pair[0]));
     const __m128i seconds = _mm_set1_epi16(static_cast<short>(pair[1]));
     for (; text.size() - at > 8; at += 8) {

@@ -20,7 +20,7 @@ struct WorkflowRow {
     const char* name;                  // as the log tells it
     RunFunction run;                   // null: the library does not have this workflow, its number is refused
     bool showsHostName = false;        // refreshes the host's strings and puts its name into the bag
-    bool offersCancel = false;         // the bag says whether busy panes may be cancelled
+    bool offersCancel = false;         // the bag says whether busy panes may be canceled
     const char* preloadView = nullptr; // the view description that its preparation loads ahead
 };
 

@@ -64,7 +64,7 @@ Status RefuseHostApp() noexcept {
 Status RunPrepared(std::uint16_t workflow, void* parentWindow) noexcept {
     if (!gPavaneContext) {
         LogRequirement(kRunWithoutContext);
-        return kStatusNotInitialised;
+        return kStatusNotInitialized;
     }
     if (const Status prepared = PrepareOnce(workflow); prepared != kStatusSuccess) {
         LogRequirement(kRunNotPrepared, prepared);
@@ -139,7 +139,7 @@ void ResetExports() {
 Status Initialize(std::int32_t hostApp, std::uint32_t hostOptions) {
     OpenLog(false); // first and always, so that a refused call leaves its trace
     if (gPavaneContext) {
-        LogRequirement(kAlreadyInitialised);
+        LogRequirement(kAlreadyInitialized);
         return Store(kStatusSuccess);
     }
     const Status status = hostApp == 2 ? RefuseHostApp() : MakeContext(hostApp, hostOptions);
@@ -151,7 +151,7 @@ Status PreloadWorkflow(std::uint16_t workflow) {
     if (gExports.run != RunState::kIdle) return Store(kStatusBadArgument);
     if (!gPavaneContext) {
         LogRequirement(kPreloadWithoutContext);
-        return Store(kStatusNotInitialised);
+        return Store(kStatusNotInitialized);
     }
     return PrepareOnce(workflow);
 }

@@ -27,7 +27,7 @@ ExportsState& GetExportsState() noexcept;
 void ResetExports();
 
 // The operations behind the exports; pavane.h tells what each does. What they return stands in gLastError
-// afterwards; Terminate leaves it alone.
+// afterward; Terminate leaves it alone.
 Status Initialize(std::int32_t hostApp, std::uint32_t hostOptions);
 Status PreloadWorkflow(std::uint16_t workflow);
 Status RunWorkflow(std::uint16_t workflow, void* parentWindow);

@@ -85,7 +85,7 @@ std::int64_t StyleFlags(const CExpressionScope& attributes, std::int64_t fontNum
 
 void SetFontLanguage(std::string_view languageInfo) {
     gToolkit.languageInfo = languageInfo;
-    const std::string language = NormaliseLanguage(languageInfo);
+    const std::string language = NormalizeLanguage(languageInfo);
     FontFaces& faces = gToolkit.faces;
     for (const LanguageFace& known : kLanguageFaces) {
         if (known.language != language) continue;

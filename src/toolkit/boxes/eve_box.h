@@ -28,16 +28,16 @@ public:
     virtual void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes);
     // Binds the box to its parent and makes its native control. Returns the box that serves the view's
     // children as parent. A box whose `parent` is set belongs to that parent, also when Create throws
-    // afterwards; one whose `parent` is null still belongs to the caller. Throws std::logic_error with the
+    // afterward; one whose `parent` is null still belongs to the caller. Throws std::logic_error with the
     // control's class name when an exception passes through the making of the control.
     virtual CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox);
     // Takes `__zeve_set_value` of the record; what that is, depends on the class.
     virtual void SetValue(const EventRecord& record);
     virtual void SetSubCheck(bool checked);
     // Stores the value into the record, or nothing. A text (`__zeve_get_value_string`) is an array newly made
-    // with new char[]; the caller frees it with delete[]. `honourSubCheck`: a box whose sub check is not set
+    // with new char[]; the caller frees it with delete[]. `honorSubCheck`: a box whose sub check is not set
     // (one without a sub check is not) yields nothing.
-    virtual void GetValue(EventRecord& record, bool honourSubCheck);
+    virtual void GetValue(EventRecord& record, bool honorSubCheck);
     virtual bool GetSubCheck();
     // The box's own wish; it takes effect as far as its parents allow.
     virtual void SetVisible(bool isVisible);

@@ -67,8 +67,8 @@ void CEveEditText::SetValue(const EventRecord& record) {
     SetTextById(*this, RecordText(ReadTextPointer(record, kKeySetValue)));
 }
 
-void CEveEditText::GetValue(EventRecord& record, bool honourSubCheck) {
-    if ((honourSubCheck && !GetSubCheck()) || !control || readOnly) return;
+void CEveEditText::GetValue(EventRecord& record, bool honorSubCheck) {
+    if ((honorSubCheck && !GetSubCheck()) || !control || readOnly) return;
     const std::string text = TextById(*this);
     if (fTestsAscii && !IsAscii(text)) {
         platform::ShowErrorMessage(TopLevelWindow(), WideText(ShownText(kNotAsciiMessage)).c_str());

@@ -13,7 +13,7 @@ public:
     void SetValue(const EventRecord& record) override;
     // The text, unless it is empty, or the box is read-only. A field with the ASCII test tells the user of
     // any other character and yields nothing.
-    void GetValue(EventRecord& record, bool honourSubCheck) override;
+    void GetValue(EventRecord& record, bool honorSubCheck) override;
 
 private:
     // `seven_bit_ascii` stands in the view, with whatever value: the 0 counts too. Kept.

@@ -82,8 +82,8 @@ const ListItem* CEvePopup::SelectedItem() const {
     return &fItems[static_cast<std::size_t>(index)];
 }
 
-void CEvePopup::GetValue(EventRecord& record, bool honourSubCheck) {
-    if (honourSubCheck && !ignoresSubCheck && !GetSubCheck()) return;
+void CEvePopup::GetValue(EventRecord& record, bool honorSubCheck) {
+    if (honorSubCheck && !ignoresSubCheck && !GetSubCheck()) return;
     if (!control) return;
     if (const ListItem* item = SelectedItem()) StoreNewText(record, item->value);
 }

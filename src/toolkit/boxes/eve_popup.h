@@ -19,11 +19,11 @@ public:
     // that no item has chooses the first one.
     void SetValue(const EventRecord& record) override;
     // The value of the item chosen, unless it is empty.
-    void GetValue(EventRecord& record, bool honourSubCheck) override;
+    void GetValue(EventRecord& record, bool honorSubCheck) override;
     // Fills the list again in the words of now, and keeps the value chosen.
     void RefreshText() override;
 
-    // Nothing sets it today: no check box stands in front, and none is honoured.
+    // Nothing sets it today: no check box stands in front, and none is honored.
     bool ignoresSubCheck = false;
 
 private:
@@ -39,7 +39,7 @@ private:
 class CEveButtonPopup : public CEvePopup {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    void GetValue(EventRecord& record, bool honourSubCheck) override;
+    void GetValue(EventRecord& record, bool honorSubCheck) override;
 };
 
 } // namespace brixen::zeve

@@ -49,8 +49,8 @@ void CEveRadioButton::SetValue(const EventRecord& record) {
     platform::Send(control, kButtonSetCheck, ReadNumber(record, kKeySetValue) ? kChecked : 0, 0);
 }
 
-void CEveRadioButton::GetValue(EventRecord& record, bool honourSubCheck) {
-    if (honourSubCheck && !GetSubCheck()) return;
+void CEveRadioButton::GetValue(EventRecord& record, bool honorSubCheck) {
+    if (honorSubCheck && !GetSubCheck()) return;
     record.Store(kKeyValueBoolean, platform::Send(control, kButtonGetCheck, 0, 0) == kChecked);
 }
 

@@ -15,7 +15,7 @@ public:
     // A number: marked if it is not 0.
     void SetValue(const EventRecord& record) override;
     // 1 or 0 under `__zeve_get_value_boolean`.
-    void GetValue(EventRecord& record, bool honourSubCheck) override;
+    void GetValue(EventRecord& record, bool honorSubCheck) override;
 
 protected:
     void MakeMarkControl(const CExpressionScope& attributes, const ControlKind& kind);

@@ -12,7 +12,7 @@ public:
     // A text.
     void SetValue(const EventRecord& record) override;
     // The text that is shown, unless it is empty or the box is check-box aware.
-    void GetValue(EventRecord& record, bool honourSubCheck) override;
+    void GetValue(EventRecord& record, bool honorSubCheck) override;
 
 protected:
     void MakeLabel(CExpressionScope& attributes);

@@ -19,7 +19,7 @@ public:
     // that no item has chooses the first one.
     void SetValue(const EventRecord& record) override;
     // The value chosen, unless it is empty.
-    void GetValue(EventRecord& record, bool honourSubCheck) override;
+    void GetValue(EventRecord& record, bool honorSubCheck) override;
     // Shows the label of the value chosen, in the words of now.
     void RefreshText() override;
 

@@ -27,8 +27,8 @@ std::uint32_t AskHost(const DialogLink& dialog, NativeWindow window, std::uint32
 // A handle has 32 bits of meaning, and the system widens it with its sign.
 std::intptr_t BrushOf(std::uint32_t answer) { return static_cast<std::int32_t>(answer); }
 
-bool IsColourMessage(std::uint32_t message) {
-    return message >= kMessageColourEdit && message <= kMessageColourStatic;
+bool IsColorMessage(std::uint32_t message) {
+    return message >= kMessageColorEdit && message <= kMessageColorStatic;
 }
 
 std::intptr_t AnswerOfSystem(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
@@ -56,7 +56,7 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
     case kAnswerDefault: return AnswerOfSystem(window, message, wparam, lparam);
     case kAnswerEndPositive: EndRun(*dialog, kQuitPositive); return 0;
     case kAnswerEndNegative: EndRun(*dialog, kQuitNegative); return 0;
-    default: return IsColourMessage(message) ? BrushOf(answer) : 0;
+    default: return IsColorMessage(message) ? BrushOf(answer) : 0;
     }
 }
 

@@ -8,7 +8,7 @@
 
 namespace brixen::zeve {
 
-// Hands the procedures below to the platform. Needed before the first window; again is harmless.
+// Hands the procedures below to the platform. Calling it again is harmless.
 void InstallWindowProcedures() noexcept;
 
 // Serves every dialog: finds the ZeveDialog of the window and asks its host.

@@ -45,12 +45,11 @@ namespace {
 std::string TextOrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
 void InitializeOnce() {
-    if (gToolkit.isInitialised) return;
-    InstallWindowProcedures();
+    if (gToolkit.isInitialized) return;
     FillKeywordTable();
     gToolkit.richEdit = platform::LoadRichEdit();
     platform::RegisterCommonControls();
-    gToolkit.isInitialised = true;
+    gToolkit.isInitialized = true;
 }
 
 CEveBox& BoxOf(const ZeveDialog* dialog, std::uint16_t viewId) {
@@ -66,6 +65,7 @@ ZeveDialog::ZeveDialog(const ZeveInitRecord& record)
       rootScope(CreateViewScope(nullptr, &zeveGenerator, nullptr, nullptr, true)),
       verifyScope(CreateViewScope(nullptr, &verifyGenerator, nullptr, nullptr, true)),
       instance(record.instance), parentWindow(record.parentWindow) {
+    InstallWindowProcedures();
     callback = record.callback;
     zeveGenerator.rightToLeft = verifyGenerator.rightToLeft = IsRightToLeftLanguage(language);
 }

@@ -47,7 +47,7 @@ void ZeveAddViewText(ZeveDialog* dialog, const char* text);
 NativeWindow ZeveMakeDialog(ZeveDialog* dialog, void* params);
 // Shows the dialog and handles messages until the callback ends the run. True if it was ended with
 // kAnswerEndPositive. A dialog without a living window returns false at once and disables nothing; a parent
-// that is null or no window any more counts as none. The dialog stays on screen afterwards and can be run
+// that is null or no window any more counts as none. The dialog stays on screen afterward and can be run
 // again.
 bool ZeveRunModal(ZeveDialog* dialog);
 // Deletes the dialog with its window and all boxes.

@@ -47,7 +47,7 @@ void FitHorizontally(const ViewProxy& parent, ViewProxy& child, LabelRule labelR
     switch (child.horizontal) {
     case kAlignFill: Fill(parent, child, labelRule); break;
     case kAlignCenter:
-    case kAlignProportional: Center(parent, child); break; // proportional is no more than centred here: meant
+    case kAlignProportional: Center(parent, child); break; // proportional is no more than centerd here: meant
     case kAlignNone:
     case kAlignLeft: AlignLeft(parent, child, labelRule); break;
     case kAlignRight: AlignRight(parent, child); break;

@@ -9,7 +9,7 @@ namespace brixen::zeve {
 
 class ViewProxy;
 
-// All passes, to be run once over a tree: afterwards its sizes, and its positions relative to the parent, are
+// All passes, to be run once over a tree: afterward its sizes, and its positions relative to the parent, are
 // final. Children of views with `reverse` are in reverse order from here on.
 void LayOut(ViewProxy& root, bool rightToLeft);
 

@@ -62,7 +62,7 @@ public:
     static void* operator new(std::size_t size);
     static void operator delete(void* room) noexcept;
 
-    // Appends the views of a finished block; `views` is empty afterwards.
+    // Appends the views of a finished block; `views` is empty afterward.
     void SpliceChildren(ViewProxyList&& views);
 
     // To be called once, on the root: gives every view its size and position, writes them into its

@@ -38,7 +38,7 @@ struct WindowRequest {
 
 // Makes a window inside the library's activation context. Null when the system refuses.
 NativeWindow MakeWindow(const WindowRequest& request) noexcept;
-// Registers a window class with the dialog trampoline as its procedure, the arrow cursor and the face colour.
+// Registers a window class with the dialog trampoline as its procedure, the arrow cursor and the face color.
 bool RegisterDialogClass(const char16_t* className, NativeModule instance) noexcept;
 void UnregisterDialogClass(const char16_t* className, NativeModule instance) noexcept;
 // A new globally unique id as "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x".
@@ -77,7 +77,7 @@ std::u16string ControlText(NativeWindow window, std::uint16_t id);
 void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) noexcept;
 // Deletes every item of the system menu but Move and Close.
 void TrimSystemMenu(NativeWindow window) noexcept;
-void GreyCloseItem(NativeWindow window) noexcept;
+void GrayCloseItem(NativeWindow window) noexcept;
 // Opens or closes the input method of a window.
 void SetInputMethodOpen(NativeWindow window, bool open) noexcept;
 // A modal message of the system with an error icon, no title and one button.
@@ -87,9 +87,9 @@ void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept;
 
 // Asks for the whole client area to be erased and painted again.
 void Invalidate(NativeWindow window) noexcept;
-// Answers a paint message: fills what has to be painted with the face colour.
+// Answers a paint message: fills what has to be painted with the face color.
 void PaintFace(NativeWindow window) noexcept;
-// Fills what has to be erased on the device of an erase message with the face colour.
+// Fills what has to be erased on the device of an erase message with the face color.
 void EraseFace(NativeWindow window, NativeDrawing device) noexcept;
 // Between the two calls the window draws nothing. One window of the whole system at a time.
 void LockUpdates(NativeWindow window) noexcept;

@@ -1,15 +1,12 @@
 #pragma once
 
+#include "compiler.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#define PAVANE_HAS_SSE2 1
-#endif
 
 // Many bytes of markup in one go. Private to the markup document.
 namespace brixen::lyr::gen {
@@ -69,7 +66,7 @@ inline std::uint32_t SpecialBytes(const char* block, bool attribute) {
 
 } // namespace scalar_markup
 
-#ifdef PAVANE_HAS_SSE2
+#ifdef PVN_HAS_SSE2
 
 namespace vector_markup {
 

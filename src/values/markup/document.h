@@ -37,7 +37,7 @@ public:
     // Copies cursor, saved positions, document and table.
     CMarkupSTL(const CMarkupSTL&) = default;
     CMarkupSTL& operator=(const CMarkupSTL& other);
-    // The other one is empty afterwards.
+    // The other one is empty afterward.
     CMarkupSTL(CMarkupSTL&& other) noexcept;
     CMarkupSTL& operator=(CMarkupSTL&& other) noexcept;
     virtual ~CMarkupSTL() = default;

@@ -60,7 +60,7 @@ public:
     // Removes all elements and zeroes the root; the memory stays.
     void Clear();
     // Makes room for `request` entries, or for half as many again as are in use when it is 0. At most one
-    // segment is added in a call, and there is always room for one more entry afterwards. Entries may move.
+    // segment is added in a call, and there is always room for one more entry afterward. Entries may move.
     void Grow(std::int32_t request = 0);
 
     friend void swap(ElementTable& left, ElementTable& right) noexcept;

@@ -129,7 +129,7 @@ struct ScannedNode {
     std::ptrdiff_t end;
 };
 
-// The node that begins at `at`. An element is only recognised, its end is `at`.
+// The node that begins at `at`. An element is only recognized, its end is `at`.
 ScannedNode ScanNode(const MarkupSpan& text, std::ptrdiff_t at);
 
 } // namespace brixen::lyr::gen

@@ -1,14 +1,11 @@
 #pragma once
 
+#include "compiler.h"
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#define PAVANE_HAS_SSE2 1
-#endif
 
 // Blocks of eight or sixteen at a time, for text that is mostly ASCII. Private to the text conversion.
 namespace brixen::lyr::gen {
@@ -87,7 +84,7 @@ inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
 
 } // namespace scalar_blocks
 
-#ifdef PAVANE_HAS_SSE2
+#ifdef PVN_HAS_SSE2
 
 namespace vector_blocks {
 

@@ -12,7 +12,7 @@ inline constexpr std::ptrdiff_t kThreeByteLength = kDenseUnits * 3;    // bytes
 inline constexpr std::ptrdiff_t kThreeByteRoom = kThreeByteLength + 2; // with what is written behind it
 inline constexpr std::ptrdiff_t kPairsLength = kDenseUnits * sizeof(char16_t); // bytes, of four pairs
 
-#ifdef PAVANE_HAS_SSE2
+#ifdef PVN_HAS_SSE2
 
 namespace vector_blocks {
 

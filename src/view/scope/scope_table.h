@@ -17,7 +17,7 @@ namespace brixen::zeve {
 // The marker of a missing number. It spreads through arithmetic; see scope_arithmetic.h.
 inline constexpr std::int64_t kUndefinedNumber = std::numeric_limits<std::int32_t>::min();
 
-// The text of every number: recognised by its address, not by being empty.
+// The text of every number: recognized by its address, not by being empty.
 inline constexpr char kEmptyScopeBytes[1] = {};
 inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes, 0);
 

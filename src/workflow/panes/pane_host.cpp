@@ -84,7 +84,7 @@ void PVNPaneHost::Destroy() noexcept {
 }
 
 std::intptr_t PVNPaneHost::OnInitDialog() {
-    zeve::platform::GreyCloseItem(window);
+    zeve::platform::GrayCloseItem(window);
     return 1;
 }
 

@@ -45,7 +45,7 @@ std::intptr_t PVNPaneHost::RouteHostMessage(const WindowMessage& message) {
     if (message.number == zeve::kMessageSetFocus && LowWord(message.wparam) == 0) {
         FocusDefaultButton(message.window);
     }
-    if (isHandled && message.number == zeve::kMessageColourStatic) return result;
+    if (isHandled && message.number == zeve::kMessageColorStatic) return result;
     if (result == zeve::kAnswerEndPositive || result == zeve::kAnswerEndNegative) {
         zeve::platform::SetInputMethodOpen(message.window, true);
         window = nullptr;

@@ -14,7 +14,7 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// Initialises the toolkit, once per process, and sets the layer up for a locale such as "he_IL". Does nothing
+// Initializes the toolkit, once per process, and sets the layer up for a locale such as "he_IL". Does nothing
 // more when the layer is set up already: the first language stands until ShutDownResources.
 void SelectLanguage(const std::string& language);
 

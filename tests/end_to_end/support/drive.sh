@@ -94,12 +94,12 @@ click() {
     # shellcheck disable=SC2046
     xdotool mousemove $(echo "$line" | awk '{ print $3, $4 }') click 1
 }
-centre_of_class() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class { print $3, $4; exit }'; }
-shows_class() { [ -n "$(centre_of_class "$1")" ]; }
-# click_class CLASS [BELOW]: clicks the visible control of that class, or so many pixels below its centre.
+center_of_class() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class { print $3, $4; exit }'; }
+shows_class() { [ -n "$(center_of_class "$1")" ]; }
+# click_class CLASS [BELOW]: clicks the visible control of that class, or so many pixels below its center.
 click_class() {
     local line
     wait_until "the $1 can be clicked" shows_class "$1"
-    line=$(centre_of_class "$1")
+    line=$(center_of_class "$1")
     xdotool mousemove "${line% *}" "$((${line#* } + ${2:-0}))" click 1
 }

@@ -1,4 +1,5 @@
 #include "toolkit/dialog/dialog_registry.h"
+#include "toolkit/dialog/window_procedures.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/event_record.h"
@@ -34,6 +35,7 @@ protected:
         link.rootBox = &root;
         link.callback = &Messages::Hear;
         link.callbackParams = this;
+        InstallWindowProcedures();
         TakeDialogProcedure(window);
         RegisterDialog(link);
     }
@@ -74,10 +76,10 @@ TEST_F(Messages, ASentOneReachesTheDialogProcedureAtOnce) {
     EXPECT_EQ(heard, (std::vector<Heard>{{kMessageOfOurs, 3, -4}}));
 }
 
-TEST_F(Messages, TheAnswerToAColourMessageComesBackWhole) {
-    alsoHeard = kMessageColourStatic;
+TEST_F(Messages, TheAnswerToAColorMessageComesBackWhole) {
+    alsoHeard = kMessageColorStatic;
     answer = 0x1900AB;
-    EXPECT_EQ(Send(window, kMessageColourStatic, 0, 0), 0x1900AB);
+    EXPECT_EQ(Send(window, kMessageColorStatic, 0, 0), 0x1900AB);
 }
 
 TEST_F(Messages, PostedOnesAreHandledInOrder) {

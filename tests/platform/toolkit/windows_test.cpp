@@ -157,7 +157,7 @@ TEST_F(Windows, AreNotHarmedByTheOtherServices) {
     EraseFace(top, nullptr);
     SetInputMethodOpen(top, false);
     TrimSystemMenu(top);
-    GreyCloseItem(top);
+    GrayCloseItem(top);
     EXPECT_TRUE(IsWindowAlive(top));
 }
 
@@ -198,7 +198,7 @@ TEST(NoWindow, IsHarmlessEverywhere) {
     MoveTo(nullptr, 0, 0, 1, 1);
     SetStyle(nullptr, 0);
     TrimSystemMenu(nullptr);
-    GreyCloseItem(nullptr);
+    GrayCloseItem(nullptr);
     SetInputMethodOpen(nullptr, true);
     TakeDialogProcedure(nullptr);
     TakeControlProcedure(nullptr);

@@ -89,7 +89,7 @@ TEST_F(Log, AFolderThatIsNotThereLeavesTheStreamNull) {
 
 TEST_F(Log, RequirementLinesNameFunctionLineAndValue) {
     OpenLog(false);
-    LogRequirement(kAlreadyInitialised);
+    LogRequirement(kAlreadyInitialized);
     LogRequirement(kRunNotPrepared, kStatusBadArgument);
     EXPECT_THAT(fLog.Bodies(),
                 ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 182)",

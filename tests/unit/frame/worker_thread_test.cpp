@@ -162,7 +162,7 @@ TEST_F(WorkerThread, ANullEntryIsRefused) {
 
 TEST_F(WorkerThread, WithoutAContextNothingStarts) {
     gPavaneContext = nullptr;
-    EXPECT_EQ(Pavane_Pri_RunPlatformThread(Throw, nullptr, KeepReport), kStatusNotInitialised);
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(Throw, nullptr, KeepReport), kStatusNotInitialized);
 }
 
 TEST(PavaneContext, StartsZeroed) {

@@ -169,7 +169,7 @@ TEST_F(RunWorkFlow, AnExceptionLeavesTheResourceLayerUp) {
 }
 
 TEST_F(RunWorkFlow, TakesItsLanguageFromTheBag) {
-    gPlan.throwInBuild = true; // so that the layer is still up afterwards
+    gPlan.throwInBuild = true; // so that the layer is still up afterward
     SetString(bag, PvnWFKey_Language, "ja_JP");
     Run();
     files.Write("ja_JP/file.txt", "x");

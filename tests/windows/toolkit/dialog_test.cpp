@@ -146,7 +146,7 @@ TEST_F(Dialog, ItsSystemMenuHoldsMoveAndCloseAlone) {
     ASSERT_EQ(GetMenuItemCount(menu), 2);
     EXPECT_EQ(GetMenuItemID(menu, 0), UINT(SC_MOVE));
     EXPECT_EQ(GetMenuItemID(menu, 1), UINT(SC_CLOSE));
-    platform::GreyCloseItem(ZeveTopWindow(dialog));
+    platform::GrayCloseItem(ZeveTopWindow(dialog));
     EXPECT_NE(GetMenuState(menu, SC_CLOSE, MF_BYCOMMAND) & MF_GRAYED, 0u);
 }
 

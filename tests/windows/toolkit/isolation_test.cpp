@@ -88,14 +88,14 @@ protected:
 
 TEST_F(IsolationTest, FindsTheCommonControlsThatTheManifestNames) {
     EXPECT_TRUE(IsCalled());
-    EXPECT_TRUE(Isolation().isInitialised);
+    EXPECT_TRUE(Isolation().isInitialized);
     ASSERT_NE(Isolation().commonControls, nullptr);
     wchar_t path[MAX_PATH] = {};
     GetModuleFileNameW(Isolation().commonControls, path, MAX_PATH);
     EXPECT_NE(std::wstring(path).find(L"winsxs"), std::wstring::npos);
 }
 
-TEST_F(IsolationTest, InitialisesOnce) {
+TEST_F(IsolationTest, InitializesOnce) {
     EXPECT_TRUE(IsCalled());
     const HANDLE context = Isolation().context;
     EXPECT_TRUE(IsCalled());
@@ -123,7 +123,7 @@ TEST_F(IsolationTest, AnyOtherErrorOfTheContextStopsTheCall) {
     }
 }
 
-TEST_F(IsolationTest, AFailedInitialisingIsTriedAgain) {
+TEST_F(IsolationTest, AFailedInitializingIsTriedAgain) {
     gErrorOfCreate = 14001;
     {
         const PatchedImport patch("CreateActCtxW", &FailToCreate);
@@ -230,12 +230,12 @@ TEST_F(IsolationTest, AfterTheCleanUpItComplainsAndGoesOn) {
     EXPECT_EQ(gDebugText, "IsolationAware function called after IsolationAwareCleanup\n");
 }
 
-TEST_F(IsolationTest, AfterTheCleanUpNothingIsInitialised) {
+TEST_F(IsolationTest, AfterTheCleanUpNothingIsInitialized) {
     Isolation().isCleanedUp = true;
     void* const handler = AddVectoredExceptionHandler(1, NoteDebugText);
     IsCalled();
     RemoveVectoredExceptionHandler(handler);
-    EXPECT_FALSE(Isolation().isInitialised);
+    EXPECT_FALSE(Isolation().isInitialized);
     EXPECT_EQ(Isolation().context, INVALID_HANDLE_VALUE);
 }
 

@@ -39,7 +39,7 @@ struct Window {
     Procedure procedure = Procedure::System;
     void* editBox = nullptr;
     std::map<std::uint32_t, std::int64_t> remembered; // the last value of each setting message, by its number
-    bool menuTrimmed = false, closeGreyed = false, inputMethodOpen = false;
+    bool menuTrimmed = false, closeGrayed = false, inputMethodOpen = false;
 };
 
 struct Message {

@@ -247,9 +247,9 @@ void TrimSystemMenu(NativeWindow window) noexcept {
     if (Window* found = FindWindow(window)) found->menuTrimmed = true;
 }
 
-void GreyCloseItem(NativeWindow window) noexcept {
-    Record("GreyCloseItem", window);
-    if (Window* found = FindWindow(window)) found->closeGreyed = true;
+void GrayCloseItem(NativeWindow window) noexcept {
+    Record("GrayCloseItem", window);
+    if (Window* found = FindWindow(window)) found->closeGrayed = true;
 }
 
 void SetInputMethodOpen(NativeWindow window, bool open) noexcept {

@@ -91,10 +91,10 @@ bool PrepareIsolation() noexcept {
         OutputDebugStringA("IsolationAware function called after IsolationAwareCleanup\n");
         return true;
     }
-    if (state.isInitialised) return true;
+    if (state.isInitialized) return true;
     if (!FindContext(state)) return false;
     LoadRedirectedControls(state);
-    state.isInitialised = true;
+    state.isInitialized = true;
     return true;
 }
 

@@ -10,7 +10,7 @@ using CommonControlsEntry = BOOL(WINAPI*)(const void*);
 
 // What isolation keeps for the process.
 struct IsolationState {
-    bool isInitialised = false;
+    bool isInitialized = false;
     bool isCleanedUp = false; // nothing of the library sets it; calls then go on with the context as it is
     HANDLE context = INVALID_HANDLE_VALUE; // null: none
     bool ownsContext = false;

@@ -172,7 +172,7 @@ void TrimSystemMenu(NativeWindow window) noexcept {
     }
 }
 
-void GreyCloseItem(NativeWindow window) noexcept {
+void GrayCloseItem(NativeWindow window) noexcept {
     EnableMenuItem(GetSystemMenu(Handle(window), FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
 }
 

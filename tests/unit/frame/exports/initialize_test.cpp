@@ -153,7 +153,7 @@ TEST_F(PavaneTerminate, ClosesTheThreadsHandleAndLetsItRunOn) {
     ran.wait(false);
 }
 
-TEST_F(Exports, TheVersionNeedsNoInitialisation) {
+TEST_F(Exports, TheVersionNeedsNoInitialization) {
     EXPECT_EQ(Pavane_GetVersion(), 403023709u);
     Pavane_Initialize(0, 0);
     EXPECT_EQ(Pavane_GetVersion(), 403023709u);

@@ -99,7 +99,7 @@ TEST_P(PavaneDuringARun, TheTerminateAtItsEndIsPartOfIt) {
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "shut down"));
 }
 
-TEST_P(PavaneDuringARun, AnInitialiseAnswersAsASecondOne) {
+TEST_P(PavaneDuringARun, AnInitializeAnswersAsASecondOne) {
     RunWith([] { EXPECT_EQ(Pavane_Initialize(2, 8), PAVANE_SUCCESS); });
     EXPECT_EQ(gPavaneContext->hostApp, 5);
     EXPECT_THAT(Lines(),

@@ -97,9 +97,9 @@ std::size_t BoxTest::TimesSent(NativeWindow window, std::uint32_t message) {
 
 void BoxTest::Translate(const char* keyValue) { AddKeyValue(keyValue); }
 
-std::string BoxTest::Value(CEveBox& box, bool honourSubCheck) {
+std::string BoxTest::Value(CEveBox& box, bool honorSubCheck) {
     EventRecord record;
-    box.GetValue(record, honourSubCheck);
+    box.GetValue(record, honorSubCheck);
     if (!record.Has(kKeyValueString)) return std::string(kNothing);
     const std::unique_ptr<char[]> text(record.ReadPointer<char*>(kKeyValueString));
     return text.get();

@@ -58,7 +58,7 @@ protected:
     static std::size_t TimesSent(NativeWindow window, std::uint32_t message);
     // `key=text` for the process's dictionary.
     static void Translate(const char* keyValue);
-    static std::string Value(CEveBox& box, bool honourSubCheck = false); // "<none>" if it stores nothing
+    static std::string Value(CEveBox& box, bool honorSubCheck = false); // "<none>" if it stores nothing
     static void SetText(CEveBox& box, const char* text);
 
     CExpressionScope rootScope;

@@ -33,9 +33,9 @@ struct BoxHost : TestHost {
     CEveBox* box = nullptr;
 };
 
-void ReadValue(CEveBox& box, bool honourSubCheck) {
+void ReadValue(CEveBox& box, bool honorSubCheck) {
     EventRecord record;
-    box.GetValue(record, honourSubCheck);
+    box.GetValue(record, honorSubCheck);
     if (record.Has(kKeyValueString)) delete[] record.ReadPointer<char*>(kKeyValueString);
 }
 

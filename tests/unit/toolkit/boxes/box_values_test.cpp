@@ -15,9 +15,9 @@ protected:
         box.SetValue(record);
     }
     // 1, 0, or -1 if nothing is stored.
-    static std::int64_t Mark(CEveBox& box, bool honourSubCheck = false) {
+    static std::int64_t Mark(CEveBox& box, bool honorSubCheck = false) {
         EventRecord record;
-        box.GetValue(record, honourSubCheck);
+        box.GetValue(record, honorSubCheck);
         return record.Has(kKeyValueBoolean) ? record.Read(kKeyValueBoolean) : -1;
     }
     // Fills the list of rows that combo boxes are given from now on.
@@ -238,10 +238,10 @@ TEST_F(BoxValuesTest, ALabelTakesAndGivesText) {
 
 // --- Labels with a choice
 
-constexpr const char* kColours = "Red{r};-;Green{g};Nothing{}";
+constexpr const char* kColors = "Red{r};-;Green{g};Nothing{}";
 
 TEST_F(BoxValuesTest, AnEnumShowsNothingUntilAValueIsSet) {
-    CEveBox& label = Make("static_text_enum", {{"name", "measured"}, {"items", kColours}});
+    CEveBox& label = Make("static_text_enum", {{"name", "measured"}, {"items", kColors}});
     EXPECT_EQ(WindowOf(label).text, u"");
     EXPECT_EQ(Value(label), "<none>");
     dialog->Retranslate();
@@ -249,7 +249,7 @@ TEST_F(BoxValuesTest, AnEnumShowsNothingUntilAValueIsSet) {
 }
 
 TEST_F(BoxValuesTest, AnEnumShowsTheLabelOfItsValue) {
-    CEveBox& label = Make("static_text_enum", {{"items", kColours}});
+    CEveBox& label = Make("static_text_enum", {{"items", kColors}});
     SetText(label, "g");
     EXPECT_EQ(WindowOf(label).text, u"Green");
     EXPECT_EQ(Value(label), "g");
@@ -324,7 +324,7 @@ TEST_F(BoxValuesTest, APopupWithoutAChoiceGivesNothing) {
     }
 }
 
-TEST_F(BoxValuesTest, APopupHonoursItsSubCheckAndAButtonPopupNever) {
+TEST_F(BoxValuesTest, APopupHonorsItsSubCheckAndAButtonPopupNever) {
     const Attributes attributes = {{"items", "One{1}"}, {"check_box_aware", 1}};
     CEveBox& popup = Make("popup", attributes);
     EXPECT_EQ(Value(popup, true), "<none>");

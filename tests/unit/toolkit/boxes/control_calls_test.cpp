@@ -1,5 +1,5 @@
 // What making a control costs in calls of the system: nothing beyond the routine that all controls share and
-// what a class is for, and nothing afterwards that the making could have done.
+// what a class is for, and nothing afterward that the making could have done.
 #include "unit/toolkit/boxes/box_fixture.h"
 
 #include <gmock/gmock.h>

@@ -78,7 +78,7 @@ TEST_F(EveBoxTest, IdsComeFromTheView) {
     EXPECT_EQ(box.subViewId, gToolkit.lastViewId);
 }
 
-TEST_F(EveBoxTest, LockedReplacesTheHonouringOfReadOnly) {
+TEST_F(EveBoxTest, LockedReplacesTheHonoringOfReadOnly) {
     EXPECT_FALSE(Make("slider").readOnly);
     EXPECT_TRUE(Make("slider").honoursReadOnly);
     CEveBox& locked = Make("cluster", {{"locked", 1}});
@@ -89,7 +89,7 @@ TEST_F(EveBoxTest, LockedReplacesTheHonouringOfReadOnly) {
     EXPECT_FALSE(unlocked.honoursReadOnly);
 }
 
-TEST_F(EveBoxTest, TheMakersOfSixClassesHonourReadOnly) {
+TEST_F(EveBoxTest, TheMakersOfSixClassesHonorReadOnly) {
     for (const char* keyword : {"radio", "check_box", "radio_group", "slider", "popup", "button_popup"}) {
         EXPECT_TRUE(Prepare(keyword).box->honoursReadOnly) << keyword;
     }
@@ -246,7 +246,7 @@ TEST_F(EveBoxTest, EnablingLeavesChildrenAloneThatWishToBeDisabled) {
     EXPECT_FALSE(IsUsable(below));
 }
 
-TEST_F(EveBoxTest, AReadOnlyBoxThatHonoursItIsDisabledWithAllBelow) {
+TEST_F(EveBoxTest, AReadOnlyBoxThatHonorsItIsDisabledWithAllBelow) {
     CEveBox& group = Make("radio_group", {{"__read_only_mode", 1}});
     CEveBox& box = MakeBelow(group, "button");
     EXPECT_FALSE(IsUsable(group));
@@ -254,7 +254,7 @@ TEST_F(EveBoxTest, AReadOnlyBoxThatHonoursItIsDisabledWithAllBelow) {
     EXPECT_TRUE(box.enabled);
     group.SetEnabled(true);
     EXPECT_FALSE(IsUsable(box));
-    // A button does not honour it.
+    // A button does not honor it.
     EXPECT_TRUE(IsUsable(Make("button", {{"__read_only_mode", 1}})));
     EXPECT_FALSE(IsUsable(Make("slider", {{"__read_only_mode", 1}})));
 }
@@ -276,16 +276,16 @@ TEST_F(EveBoxTest, ASubCheckFollowsItsOwnSwitches) {
     EXPECT_FALSE(headless::FindWindow(box.subControl)->style & kDisabled);
 }
 
-TEST_F(EveBoxTest, ASubCheckStaysDisabledOnlyWhereABoxHonoursThatItIsReadOnly) {
+TEST_F(EveBoxTest, ASubCheckStaysDisabledOnlyWhereABoxHonorsThatItIsReadOnly) {
     CEveBox& box = Make("edit_text", {{"check_box_aware", 1}});
     for (const bool isReadOnly : {false, true}) {
-        for (const bool honoursIt : {false, true}) {
+        for (const bool honorsIt : {false, true}) {
             box.DisableSubCheck();
             box.readOnly = isReadOnly;
-            box.honoursReadOnly = honoursIt;
+            box.honoursReadOnly = honorsIt;
             box.EnableSubCheck();
             const bool isDisabled = headless::FindWindow(box.subControl)->style & kDisabled;
-            EXPECT_EQ(isDisabled, isReadOnly && honoursIt) << isReadOnly << honoursIt;
+            EXPECT_EQ(isDisabled, isReadOnly && honorsIt) << isReadOnly << honorsIt;
         }
     }
 }

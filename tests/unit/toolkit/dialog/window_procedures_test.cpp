@@ -28,6 +28,7 @@ protected:
         link.rootBox = &root;
         link.callback = &TestHost::Callback;
         link.callbackParams = &host;
+        InstallWindowProcedures();
         platform::TakeDialogProcedure(root.window);
         RegisterDialog(link);
     }
@@ -127,7 +128,7 @@ TEST_F(WindowProcedures, AnyOtherAnswerConsumesTheMessage) {
     EXPECT_TRUE(CallsOf("DefaultAnswer").empty());
 }
 
-TEST_F(WindowProcedures, TheAnswerToAColourMessageIsTheBrush) {
+TEST_F(WindowProcedures, TheAnswerToAColorMessageIsTheBrush) {
     AnswerMessages(0x1900AB);
     for (std::uint32_t message = 0x133; message <= 0x138; ++message)
         EXPECT_EQ(DialogProcedure(root.window, message, 0, 0), 0x1900AB) << message;
@@ -137,18 +138,18 @@ TEST_F(WindowProcedures, TheAnswerToAColourMessageIsTheBrush) {
 
 TEST_F(WindowProcedures, ABrushIsTheLow32BitsOfTheAnswerWithTheirSign) {
     AnswerMessages(0x5001900AB);
-    EXPECT_EQ(DialogProcedure(root.window, kMessageColourEdit, 0, 0), 0x1900AB);
+    EXPECT_EQ(DialogProcedure(root.window, kMessageColorEdit, 0, 0), 0x1900AB);
     AnswerMessages(0xFFFFFFFF901900AB);
-    EXPECT_EQ(DialogProcedure(root.window, kMessageColourEdit, 0, 0),
+    EXPECT_EQ(DialogProcedure(root.window, kMessageColorEdit, 0, 0),
               static_cast<std::intptr_t>(0xFFFFFFFF901900AB));
 }
 
-TEST_F(WindowProcedures, AColourMessageAnsweredWithOneIsTheSystemsAndWithZeroHasNoBrush) {
+TEST_F(WindowProcedures, AColorMessageAnsweredWithOneIsTheSystemsAndWithZeroHasNoBrush) {
     State().answer = [](const headless::Message&) { return 99; };
     AnswerMessages(1);
-    EXPECT_EQ(DialogProcedure(root.window, kMessageColourStatic, 0, 0), 99);
+    EXPECT_EQ(DialogProcedure(root.window, kMessageColorStatic, 0, 0), 99);
     AnswerMessages(0);
-    EXPECT_EQ(DialogProcedure(root.window, kMessageColourStatic, 0, 0), 0);
+    EXPECT_EQ(DialogProcedure(root.window, kMessageColorStatic, 0, 0), 0);
 }
 
 TEST_F(WindowProcedures, ADialogWithoutACallbackIsLeftToTheSystem) {

@@ -39,11 +39,11 @@ protected:
 };
 
 TEST(LanguageTag, IsTheFirstFiveCharactersInLowerCaseWithADash) {
-    EXPECT_EQ(NormaliseLanguage("ja_JP"), "ja-jp");
-    EXPECT_EQ(NormaliseLanguage("JA-jp"), "ja-jp");
-    EXPECT_EQ(NormaliseLanguage("he_IL.utf8"), "he-il");
-    EXPECT_EQ(NormaliseLanguage("AR"), "ar");
-    EXPECT_EQ(NormaliseLanguage(""), "");
+    EXPECT_EQ(NormalizeLanguage("ja_JP"), "ja-jp");
+    EXPECT_EQ(NormalizeLanguage("JA-jp"), "ja-jp");
+    EXPECT_EQ(NormalizeLanguage("he_IL.utf8"), "he-il");
+    EXPECT_EQ(NormalizeLanguage("AR"), "ar");
+    EXPECT_EQ(NormalizeLanguage(""), "");
 }
 
 TEST(LanguageTag, TwoLanguagesGoFromRightToLeft) {

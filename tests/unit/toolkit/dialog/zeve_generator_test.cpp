@@ -242,28 +242,28 @@ TEST_F(ZeveGenerator, ABoxIsCreatedOnce) {
 // A box that counts the living ones and can refuse to be made.
 class CountedBox : public CEveBox {
 public:
-    enum class Behaviour { Binds, GivesNull, ThrowsFirst, ThrowsLast };
+    enum class Behavior { Binds, GivesNull, ThrowsFirst, ThrowsLast };
     CountedBox() { ++gAlive; }
     ~CountedBox() override { --gAlive; }
     CEveBox* Create(CExpressionScope& scope, CEveBox* parentBox) override {
-        if (gBehaviour == Behaviour::GivesNull) return nullptr;
-        if (gBehaviour == Behaviour::ThrowsFirst) throw std::runtime_error("first");
+        if (gBehavior == Behavior::GivesNull) return nullptr;
+        if (gBehavior == Behavior::ThrowsFirst) throw std::runtime_error("first");
         CEveBox::Create(scope, parentBox);
-        if (gBehaviour == Behaviour::ThrowsLast) throw std::runtime_error("last");
+        if (gBehavior == Behavior::ThrowsLast) throw std::runtime_error("last");
         return this;
     }
     static inline int gAlive = 0;
-    static inline Behaviour gBehaviour = Behaviour::Binds;
+    static inline Behavior gBehavior = Behavior::Binds;
 };
 
 // Tells how many of them live after the generator is gone, for each way in which a child can be made.
 class BoxesOfAGenerator : public ZeveGenerator {
 protected:
-    void RunWithChild(CountedBox::Behaviour behaviour) {
-        CountedBox::gBehaviour = CountedBox::Behaviour::Binds;
+    void RunWithChild(CountedBox::Behavior behavior) {
+        CountedBox::gBehavior = CountedBox::Behavior::Binds;
         CZeveGenerator own(&link);
         CEveBox* root = PrepareAndCreate(own, nullptr);
-        CountedBox::gBehaviour = behaviour;
+        CountedBox::gBehavior = behavior;
         try {
             child = PrepareAndCreate(own, root);
         } catch (const std::runtime_error&) {
@@ -289,14 +289,14 @@ private:
 };
 
 TEST_F(BoxesOfAGenerator, BelongToTheirParentOnceTheyAreBound) {
-    RunWithChild(CountedBox::Behaviour::Binds);
+    RunWithChild(CountedBox::Behavior::Binds);
     EXPECT_TRUE(isChildOfRoot);
     EXPECT_EQ(alive, 2);
     EXPECT_EQ(CountedBox::gAlive, 0);
 }
 
 TEST_F(BoxesOfAGenerator, StayWithTheGeneratorWhereCreateGivesNull) {
-    RunWithChild(CountedBox::Behaviour::GivesNull);
+    RunWithChild(CountedBox::Behavior::GivesNull);
     EXPECT_TRUE(gaveParent) << "the view's children attach to the grandparent";
     EXPECT_FALSE(isChildOfRoot);
     EXPECT_EQ(host.events.size(), 1u) << "the host hears of the root alone";
@@ -305,9 +305,9 @@ TEST_F(BoxesOfAGenerator, StayWithTheGeneratorWhereCreateGivesNull) {
 }
 
 TEST_F(BoxesOfAGenerator, AreFreedOnceWhereverCreateThrows) {
-    for (const auto behaviour : {CountedBox::Behaviour::ThrowsFirst, CountedBox::Behaviour::ThrowsLast}) {
-        RunWithChild(behaviour);
-        EXPECT_EQ(isChildOfRoot, behaviour == CountedBox::Behaviour::ThrowsLast);
+    for (const auto behavior : {CountedBox::Behavior::ThrowsFirst, CountedBox::Behavior::ThrowsLast}) {
+        RunWithChild(behavior);
+        EXPECT_EQ(isChildOfRoot, behavior == CountedBox::Behavior::ThrowsLast);
         EXPECT_EQ(alive, 2);
         EXPECT_EQ(CountedBox::gAlive, 0);
     }

@@ -60,14 +60,14 @@ TEST(ColumnMeasure, TheInsetCountsOnlyForChildrenAtTheLeft) {
     }
 }
 
-TEST(ColumnMeasure, ChildrenThatSayNothingAreCentredInTheirSlices) {
+TEST(ColumnMeasure, ChildrenThatSayNothingAreCenterdInTheirSlices) {
     const LaidOut dialog = LayOutText("root(height: 27, spacing: 4) { a(height: 8); b(height: 8); }");
     EXPECT_EQ(dialog.FrameOf("a").top, 1);
     EXPECT_EQ(dialog.FrameOf("b").top, 16) << "8 + 4 + 3 of the first slice, then 3 / 2; one pixel is lost";
     EXPECT_EQ(dialog.FrameOf("root").height, 27);
 }
 
-TEST(ColumnPlace, CentredIsTheSameAsSayingNothing) {
+TEST(ColumnPlace, CenterdIsTheSameAsSayingNothing) {
     const LaidOut dialog = LayOutText(
         "root(height: 27, spacing: 4, child_vertical: align_center) { a(height: 8); b(height: 8); }");
     EXPECT_EQ(dialog.FrameOf("a").top, 1);

@@ -122,7 +122,7 @@ TEST(RowPlace, FillingChildrenShareTheRoomAndLoseTheRemainder) {
     EXPECT_EQ(mirrored.FrameOf("b"), (Frame{11, 10, 45, 0}));
 }
 
-TEST(RowPlace, ACentredChildSitsInTheMiddleOfItsSlice) {
+TEST(RowPlace, ACenterdChildSitsInTheMiddleOfItsSlice) {
     const std::string text =
         Row("width: 100, spacing: 5", "a(width: 20, horizontal: align_center); b(width: 30);");
     const LaidOut plain = LayOutText(text), mirrored = LayOutMirrored(text);
@@ -224,7 +224,7 @@ TEST(RowLabels, ALabelColumnWithoutWidthStretchesNoLabel) {
     EXPECT_EQ(row.FrameOf("a").width, 50);
 }
 
-TEST(RowLabels, ACentredFirstChildHasNoLabelColumn) {
+TEST(RowLabels, ACenterdFirstChildHasNoLabelColumn) {
     const auto labelOf = [](const char* alignment) {
         return LayOutText(Row("", "a(width: 50, label_width: 20, horizontal: " + std::string(alignment) +
                                       ");"))["root"]

@@ -15,7 +15,7 @@ struct EditCase {
     const char* path;
     std::function<bool(CMarkupSTL&)> edit;
     const char* after;
-    const char* current; // the name of the element that the cursor stands on afterwards
+    const char* current; // the name of the element that the cursor stands on afterward
 };
 
 void Check(const EditCase& change) {

@@ -15,7 +15,7 @@ namespace {
 
 constexpr char kText[] = "<!--c--><r x='1'><a>text</a>\n<b><c/></b>tail<d/></r>";
 
-// Runs `edit` on a copy of `markup` with every allocation failing in turn: table and text agree afterwards,
+// Runs `edit` on a copy of `markup` with every allocation failing in turn: table and text agree afterward,
 // and the object can be used.
 void ForEveryFailure(const CMarkupSTL& markup, const std::function<void(CMarkupSTL&)>& edit) {
     const std::size_t failures = pavane_test::ForEveryFailingAllocation([&] {

@@ -13,7 +13,7 @@ using namespace brixen::lyr::gen;
 
 namespace {
 
-#ifdef PAVANE_HAS_SSE2
+#ifdef PVN_HAS_SSE2
 constexpr bool kHasVectors = true;
 #else
 constexpr bool kHasVectors = false;

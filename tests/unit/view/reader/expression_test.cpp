@@ -76,7 +76,7 @@ TEST_F(Expression, EqualityTakesAWholeExpressionOnItsRight) {
     for (const auto& [text, value] : cases) EXPECT_EQ(Evaluate(text), value) << text;
 }
 
-TEST_F(Expression, ASingleOperandIsNotNormalised) {
+TEST_F(Expression, ASingleOperandIsNotNormalized) {
     EXPECT_EQ(Evaluate("7"), 7);
     EXPECT_EQ(Evaluate("+unknown"), kU);
 }

@@ -30,7 +30,7 @@ TEST_F(Statement, AFailedStepLeavesItsEarlierTargets) {
     }
 }
 
-TEST_F(Statement, AlignCentersCentresOnTheWidest) {
+TEST_F(Statement, AlignCentersCentersOnTheWidest) {
     EXPECT_EQ(FailureOf("align_centers(100, 20, 40, &a, &b);"), "");
     EXPECT_EQ(Number("a"), 110);
     EXPECT_EQ(Number("b"), 100);

@@ -136,7 +136,7 @@ TEST_F(Privacy, DeclinedHasAStatusOfItsOwn) {
     EXPECT_EQ(StoredResult(), 35075u);
 }
 
-TEST_F(Privacy, CanBeCancelledOnEachPane) {
+TEST_F(Privacy, CanBeCanceledOnEachPane) {
     for (const std::uint16_t cancel : {kCancelButton, kIdEscape}) {
         ThenPress(cancel);
         EXPECT_EQ(Run(), 35074);
@@ -461,7 +461,7 @@ TEST_F(PrivacyFiles, AMissingStatementIsToldAndAnotherCanBeChosen) {
     EXPECT_TRUE(System().script.empty());
 }
 
-TEST_F(PrivacyFiles, AStatementThatCannotBeShownCanBeCancelled) {
+TEST_F(PrivacyFiles, AStatementThatCannotBeShownCanBeCanceled) {
     WriteList("<PVN_PRIVACY_INFO>" + Entry("en_US", "English", "..\\privacy_en_US") + "</PVN_PRIVACY_INFO>");
     ThenPress(kContinueButton);
     ThenExpectMissing();

@@ -75,7 +75,7 @@ TEST_F(Alert, LeavesToTheSystemWhatIsNoAnswer) {
                  {zeve::kMessageEraseBackground, 0x55},
                  {zeve::kMessageKeyDown, 65},
                  {zeve::kMessageTimer, 1},
-                 {zeve::kMessageColourStatic, 0x55},
+                 {zeve::kMessageColorStatic, 0x55},
                  {zeve::kMessageCommand, 103},
                  {zeve::kMessageCommand, 0x00020000 | 102}})
             EXPECT_EQ(answer(zeve::kWhatMessage, number, wparam), 1u) << number;

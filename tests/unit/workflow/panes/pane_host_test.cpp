@@ -40,10 +40,10 @@ TEST_F(PaneHost, TheFirstPaneEntersTheHiddenWindowUnlocked) {
     const auto nameIs = [](const char* name) {
         return [name](const auto& call) { return call.name == name; };
     };
-    const auto greyed = std::find_if(calls.begin(), calls.end(), nameIs("GreyCloseItem"));
-    ASSERT_NE(greyed, calls.end());
-    EXPECT_EQ(std::find_if(calls.begin(), greyed, nameIs("LockUpdates")), greyed);
-    EXPECT_EQ(std::find_if(calls.begin(), greyed, nameIs("Invalidate")), greyed);
+    const auto grayed = std::find_if(calls.begin(), calls.end(), nameIs("GrayCloseItem"));
+    ASSERT_NE(grayed, calls.end());
+    EXPECT_EQ(std::find_if(calls.begin(), grayed, nameIs("LockUpdates")), grayed);
+    EXPECT_EQ(std::find_if(calls.begin(), grayed, nameIs("Invalidate")), grayed);
     EXPECT_EQ(notes.front(), "enter 100");
 }
 
@@ -109,7 +109,7 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
     });
 }
 
-TEST_F(PaneHost, TheToolkitIsInitialisedBeforeTheDialogIsMade) {
+TEST_F(PaneHost, TheToolkitIsInitializedBeforeTheDialogIsMade) {
     zeve::ResetToolkit();
     System().calls.clear();
     TestHost other{kView};
@@ -176,7 +176,7 @@ TEST_F(PaneHost, ThePhaseFollowsTheRun) {
 
 TEST_F(PaneHost, ClosingTheWindowDoesNothing) {
     RunWith([&] {
-        EXPECT_TRUE(zeve::headless::FindWindow(TopDialog())->closeGreyed);
+        EXPECT_TRUE(zeve::headless::FindWindow(TopDialog())->closeGrayed);
         EXPECT_EQ(Tell(TopDialog(), zeve::kMessageClose), 0);
         EXPECT_EQ(host.CurrentPane(), &first);
         EXPECT_TRUE(CallsOf("PostQuit").empty());
@@ -193,7 +193,7 @@ TEST_F(PaneHost, AnswersWhatItKnowsAndLeavesTheRest) {
         EXPECT_EQ(route(zeve::kMessageKeyDown, 65), 0);
         EXPECT_EQ(route(zeve::kMessageClose), 0);
         EXPECT_EQ(route(zeve::kMessagePaint), 1);
-        EXPECT_EQ(route(zeve::kMessageColourStatic), 1);
+        EXPECT_EQ(route(zeve::kMessageColorStatic), 1);
         EXPECT_EQ(route(zeve::kMessageTimer), 1);
         EXPECT_EQ(route(zeve::kMessageCommand, 999), 1);
         EXPECT_EQ(route(zeve::kMessageCommand, kBack), 0);
@@ -452,7 +452,7 @@ public:
     static std::span<const Command> Commands() { return {}; }
 
     bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override {
-        if (message.number != zeve::kMessageColourStatic)
+        if (message.number != zeve::kMessageColorStatic)
             return PVNPaneHost::ProcessWindowMessage(message, result);
         result = static_cast<std::intptr_t>(message.wparam);
         return true;
@@ -465,7 +465,7 @@ TEST_F(PaneHost, ABrushForAStaticTextIsAnsweredAndNeverAnEnd) {
     other.Init();
     const Window dialog = other.Window();
     for (const std::uintptr_t brush : {0u, 1u, 2u, 3u, 0x1234u}) {
-        EXPECT_EQ(other.RouteHostMessage({dialog, zeve::kMessageColourStatic, brush, 0}),
+        EXPECT_EQ(other.RouteHostMessage({dialog, zeve::kMessageColorStatic, brush, 0}),
                   static_cast<std::intptr_t>(brush));
         EXPECT_EQ(other.Window(), dialog);
     }

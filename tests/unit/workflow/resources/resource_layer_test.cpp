@@ -283,19 +283,19 @@ TEST_F(ResourceLayer, TheFirstLanguageStandsUntilShutDown) {
     EXPECT_EQ(LoadViewDescription("view"), "japanese");
 }
 
-TEST_F(ResourceLayer, TheToolkitIsInitialisedOnceAndByWhoeverComesFirst) {
-    const auto initialisations = [] { return zeve::headless::CallsOf("RegisterCommonControls").size(); };
+TEST_F(ResourceLayer, TheToolkitIsInitializedOnceAndByWhoeverComesFirst) {
+    const auto initializations = [] { return zeve::headless::CallsOf("RegisterCommonControls").size(); };
     zeve::headless::Reset();
     zeve::ResetToolkit();
     SelectLanguage("de_DE");
-    EXPECT_EQ(initialisations(), 1u);
+    EXPECT_EQ(initializations(), 1u);
     SelectLanguage("de_DE");
     ShutDownResources();
     SelectLanguage("de_DE");
-    EXPECT_EQ(initialisations(), 1u);
+    EXPECT_EQ(initializations(), 1u);
     zeve::ResetToolkit();
     PVNDictionaryHandler().Load("absent", "de_DE", 0);
-    EXPECT_EQ(initialisations(), 2u);
+    EXPECT_EQ(initializations(), 2u);
     zeve::headless::Reset();
 }
 

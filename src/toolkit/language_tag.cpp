@@ -1,13 +1,14 @@
 #include "toolkit/language_tag.h"
 
+#include "values/unicode/ascii.h"
+
 #include <algorithm>
 
 namespace brixen::zeve {
 
 std::string NormalizeLanguage(std::string_view language) {
     std::string tag(language.substr(0, 5));
-    std::transform(tag.begin(), tag.end(), tag.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(tag.begin(), tag.end(), tag.begin(), lyr::gen::ToAsciiLower<char>);
     if (tag.size() > 2) tag[2] = '-';
     return tag;
 }

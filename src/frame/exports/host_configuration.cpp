@@ -1,5 +1,7 @@
 #include "frame/exports/host_configuration.h"
 
+#include "values/unicode/character_borders.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -17,14 +19,9 @@ std::string LanguageText(LanguageIdentifier language) {
     return text;
 }
 
-bool ContinuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
 // Copies what fits with a terminator, and never a part of a UTF-8 character.
 void CopyCut(std::string_view text, std::span<char> field) noexcept {
-    std::size_t length = std::min(text.size(), field.size() - 1);
-    if (length < text.size())
-        while (length > 0 && ContinuesCharacter(text[length])) --length;
-    *std::copy_n(text.begin(), length, field.begin()) = '\0';
+    *std::ranges::copy(lyr::gen::CutToBytes(text, field.size() - 1), field.begin()).out = '\0';
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
+#include "values/unicode/ascii.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
@@ -37,11 +38,8 @@ std::string NarrowClassName(std::u16string_view className) {
 }
 
 bool IsClass(std::u16string_view className, std::u16string_view lowerCaseName) {
-    const auto lowerCase = [](char16_t unit) {
-        return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
-    };
     return std::equal(className.begin(), className.end(), lowerCaseName.begin(), lowerCaseName.end(),
-                      [&](char16_t left, char16_t right) { return lowerCase(left) == right; });
+                      [](char16_t left, char16_t right) { return lyr::gen::ToAsciiLower(left) == right; });
 }
 
 // Whether the language leaves the alignment alone: static frames, bitmaps and plain push buttons.

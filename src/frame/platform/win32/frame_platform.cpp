@@ -1,5 +1,7 @@
 #include "frame/platform/frame_platform.h"
 
+#include "values/unicode/platform/win32/wide.h"
+
 #include <windows.h>
 
 #include <share.h>
@@ -9,14 +11,14 @@
 namespace brixen::pvn {
 namespace {
 
-const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+using lyr::gen::Wide;
 
 HANDLE HandleOf(NativeThread thread) { return reinterpret_cast<HANDLE>(thread); }
 
 } // namespace
 
 std::size_t GetTemporaryFolder(std::span<char16_t, kPathLimit> folder) noexcept {
-    return GetTempPathW(kPathLimit, reinterpret_cast<wchar_t*>(folder.data()));
+    return GetTempPathW(kPathLimit, Wide(folder.data()));
 }
 
 std::FILE* OpenSharedFile(const char16_t* path, bool append) noexcept {

@@ -1,6 +1,7 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
+#include "values/unicode/ascii.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -30,13 +31,9 @@ NativeWindow AnyChildOf(NativeWindow parent) {
     return nullptr;
 }
 
-char16_t Lower(char16_t unit) {
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
-}
-
 bool SameClass(std::u16string_view one, std::u16string_view other) {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](char16_t a, char16_t b) { return Lower(a) == Lower(b); });
+                      [](char16_t a, char16_t b) { return lyr::gen::ToAsciiLower(a) == lyr::gen::ToAsciiLower(b); });
 }
 
 void Destroy(NativeWindow window) {

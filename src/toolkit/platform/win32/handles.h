@@ -2,6 +2,7 @@
 #pragma once
 
 #include "toolkit/platform/native_types.h"
+#include "values/unicode/platform/win32/wide.h"
 
 #include <string>
 
@@ -20,8 +21,7 @@ inline NativeModule Opaque(HINSTANCE module) { return reinterpret_cast<NativeMod
 inline NativeFont Opaque(HFONT font) { return reinterpret_cast<NativeFont>(font); }
 inline NativeIcon Opaque(HICON icon) { return reinterpret_cast<NativeIcon>(icon); }
 
-inline const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
-inline wchar_t* Wide(char16_t* text) { return reinterpret_cast<wchar_t*>(text); }
+using lyr::gen::Wide;
 
 // The device context of a window, or of the screen for null, for as long as this lives.
 class BorrowedDevice {

@@ -2,8 +2,8 @@
 // locale as Windows has it, one byte for each character up to 0xFF.
 #include "values/platform/values_platform.h"
 
-#include "values/unicode/character_borders.h"
 #include "values/platform/read_file.h"
+#include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 
 #include <sys/stat.h>
@@ -15,8 +15,6 @@
 
 namespace brixen::lyr::gen {
 namespace {
-
-constexpr char16_t kReplacement = 0xFFFD;
 
 // Characters of the bytes 0x80 to 0x9F in code page 1252; all other bytes are Latin-1.
 constexpr std::array<char16_t, 32> kWindows1252 = {
@@ -40,7 +38,7 @@ std::u16string WithoutLoneSurrogates(std::u16string_view wide) {
         if (SplitsPair(text, i + 1)) {
             ++i;
         } else if (IsSurrogate(text[i])) {
-            text[i] = kReplacement;
+            text[i] = kReplacementCharacter;
         }
     }
     return text;

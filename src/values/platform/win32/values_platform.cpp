@@ -1,6 +1,7 @@
 #include "values/platform/values_platform.h"
 
 #include "values/platform/read_file.h"
+#include "values/unicode/platform/win32/wide.h"
 
 #include <windows.h>
 
@@ -12,9 +13,6 @@
 
 namespace brixen::lyr::gen {
 namespace {
-
-const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
-wchar_t* Wide(char16_t* text) { return reinterpret_cast<wchar_t*>(text); }
 
 bool IsUtf8(unsigned codePage) {
     return codePage == kCodePageUtf8 || (codePage == kCodePageProcess && GetACP() == kCodePageUtf8);

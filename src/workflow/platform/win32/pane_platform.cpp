@@ -1,5 +1,7 @@
 #include "workflow/platform/pane_platform.h"
 
+#include "values/unicode/platform/win32/wide.h"
+
 #include <windows.h>
 
 #include <shellapi.h>
@@ -8,7 +10,7 @@ namespace brixen::pvn::pvn_workflow::platform {
 
 namespace {
 
-const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+using lyr::gen::Wide;
 
 // The shell's results above this are successes.
 constexpr INT_PTR kShellError = 32;

@@ -1,5 +1,7 @@
 #include "workflow/platform/resource_platform.h"
 
+#include "values/unicode/platform/win32/wide.h"
+
 #include <windows.h>
 
 #include <objidl.h>
@@ -14,7 +16,7 @@ namespace brixen::pvn::pvn_workflow::platform {
 
 namespace {
 
-const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+using lyr::gen::Wide;
 
 ULONG_PTR& DecoderToken() {
     static ULONG_PTR token = 0;

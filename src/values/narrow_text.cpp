@@ -1,7 +1,7 @@
 #include "values/narrow_text.h"
 
 #include "values/platform/values_platform.h"
-#include "values/unicode/light_text.h"
+#include "values/unicode/lenient_text.h"
 
 #include <algorithm>
 #include <array>
@@ -40,13 +40,6 @@ std::string NarrowOf(const char16_t* wide) {
     return written == kNoNarrowText ? std::string() : std::string(narrow.Units(), written);
 }
 
-std::string Utf8Of(const char16_t* wide) {
-    const std::int32_t size = EncodeUtf8(nullptr, wide, 0);
-    TextRoom<char> utf8(static_cast<std::size_t>(size));
-    EncodeUtf8(utf8.Units(), wide, size + 1);
-    return {utf8.Units(), static_cast<std::size_t>(size)};
-}
-
 bool IsTooLong(std::string_view text) {
     return text.size() >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() / 4);
 }
@@ -72,7 +65,7 @@ std::string CodePageToUtf8(std::string_view text) {
     if (units == kNoNarrowText) return {};
     TextRoom<char16_t> wide(units);
     const bool read = NarrowToWide(wide.Units(), narrow.Units(), units + 1) != kNoNarrowText;
-    return read ? Utf8Of(wide.Units()) : std::string();
+    return read ? LenientUtf8(wide.Units()) : std::string();
 }
 
 } // namespace brixen::lyr::gen

@@ -2,7 +2,7 @@
 
 #include "values/base64.h"
 #include "values/narrow_text.h"
-#include "values/unicode/light_text.h"
+#include "values/unicode/lenient_text.h"
 #include "values/markup/escape.h"
 #include "values/markup/parser.h"
 #include "values/markup/tokens.h"

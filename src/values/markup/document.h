@@ -125,7 +125,7 @@ public:
     // Content of an element, or of an attribute: `<`, `&`, `>`, and in an attribute also `'` and `"`.
     static std::string EscapeText(MarkupText text, bool attribute = false);
     static std::string UnescapeText(MarkupText text);
-    // See values/base64.h and values/unicode/light_text.h.
+    // See values/base64.h and values/unicode/lenient_text.h.
     static std::string EncodeBase64(const void* bytes, std::size_t length);
     static std::size_t DecodeBase64(MarkupText text, void* out, std::size_t outSize);
     static std::int32_t EncodeUtf8(char* out, const char16_t* wide, std::int32_t size);

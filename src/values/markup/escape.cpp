@@ -2,6 +2,7 @@
 
 #include "values/markup/blocks.h"
 #include "values/markup/writer.h"
+#include "values/unicode/code_point.h"
 
 #include <algorithm>
 #include <array>
@@ -21,20 +22,13 @@ constexpr std::array<Reference, 5> kReferences = {
 
 constexpr std::size_t kLongestNumber = 7; // with its semicolon
 
-// Above 0xFFFF the value is cut to its low 16 bits and still takes three bytes: kept.
+// Kept: above 0xFFFF the value is cut to its low 16 bits and still takes three bytes.
 void AppendUtf8(std::string& result, long value) {
-    const auto code = static_cast<unsigned>(value < 0 || value > 0xFFFF ? value & 0xFFFF : value);
-    const bool cut = value > 0xFFFF;
-    if (code < 0x80 && !cut) {
-        result += static_cast<char>(code);
-    } else if (code < 0x800 && !cut) {
-        result += static_cast<char>(0xC0 | code >> 6);
-        result += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        result += static_cast<char>(0xE0 | code >> 12);
-        result += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-        result += static_cast<char>(0x80 | (code & 0x3F));
-    }
+    const auto code = static_cast<char32_t>(value & 0xFFFF);
+    const std::size_t length = value > 0xFFFF ? 3 : Utf8Length(code);
+    std::array<char, 3> bytes;
+    WriteUtf8(code, length, bytes.data());
+    result.append(bytes.data(), length);
 }
 
 // How many bytes behind the `&` a number takes; 0 when there is none.

@@ -1,7 +1,7 @@
 // Files: bytes as they are, or UTF-16 with a byte-order mark.
 #include "values/markup/document.h"
 
-#include "values/unicode/light_text.h"
+#include "values/unicode/lenient_text.h"
 #include "values/platform/values_platform.h"
 
 #include <cerrno>
@@ -32,7 +32,7 @@ std::u16string UnitsOf(std::string_view bytes) {
     return units;
 }
 
-std::string BytesOf(std::u16string_view units) {
+std::string FileBytesOf(std::u16string_view units) {
     std::string bytes;
     bytes.reserve(kByteOrderMark.size() + kBytesPerUnit * units.size());
     bytes += kByteOrderMark;
@@ -46,20 +46,6 @@ std::string BytesOf(std::u16string_view units) {
 constexpr std::size_t kMostCounted = std::numeric_limits<std::int32_t>::max();
 
 bool IsTooLong(std::size_t units) { return units >= kMostCounted / kMostUtf8PerUnit; }
-
-std::string Utf8Of(const std::u16string& units) {
-    std::string utf8(static_cast<std::size_t>(EncodeUtf8(nullptr, units.c_str(), 0)), '\0');
-    EncodeUtf8(utf8.data(), units.c_str(), static_cast<std::int32_t>(utf8.size()));
-    return utf8;
-}
-
-std::u16string UnitsOfUtf8(const std::string& utf8) {
-    const auto length = static_cast<std::int32_t>(utf8.size());
-    std::u16string units(static_cast<std::size_t>(DecodeUtf8(nullptr, utf8.data(), length)), u'\0');
-    // A NUL ends the text, and takes one unit more, the terminator's.
-    DecodeUtf8(units.data(), utf8.data(), length);
-    return units;
-}
 
 std::string Count(std::size_t count, const char* what) { return std::to_string(count) + what; }
 
@@ -76,7 +62,7 @@ bool CMarkupSTL::Load(const std::u16string& path) {
     }
     if (IsUtf16File(*bytes)) {
         const std::u16string units = UnitsOf(std::string_view(*bytes).substr(kByteOrderMark.size()));
-        document = Utf8Of(units);
+        document = LenientUtf8(units.c_str());
         flags |= kFileIsUtf16;
         errorText = Count(units.size(), " wide chars to ").insert(0, "BOM + ");
         errorText += Count(document.size(), " bytes");
@@ -95,8 +81,8 @@ bool CMarkupSTL::Save(const std::u16string& path) {
         errorText = std::strerror(EFBIG);
         return false;
     }
-    const std::u16string units = wide ? UnitsOfUtf8(document) : std::u16string();
-    const std::string bytes = wide ? BytesOf(units) : std::string();
+    const std::u16string units = wide ? LenientUtf16(document) : std::u16string();
+    const std::string bytes = wide ? FileBytesOf(units) : std::string();
     if (!WriteWholeFile(path, wide ? bytes : std::string_view(document), error)) {
         errorText = error;
         return false;

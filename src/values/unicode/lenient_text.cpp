@@ -1,75 +1,58 @@
-#include "values/unicode/light_text.h"
+#include "values/unicode/lenient_text.h"
 
-#include "values/unicode/character_borders.h"
+#include "values/unicode/code_point.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
 namespace brixen::lyr::gen {
 namespace {
 
-constexpr std::uint32_t kLastBmp = 0xFFFF;
-
 // Reads one code point; 0 at the end of the text.
-std::uint32_t NextCode(const char16_t*& wide) {
-    const std::uint32_t unit = *wide;
+char32_t NextCode(const char16_t*& wide) {
+    const char32_t unit = *wide;
     if (unit == 0) return 0;
     ++wide;
     if (!IsSurrogate(unit)) return unit;
-    const std::uint32_t next = *wide;
+    const char32_t next = *wide;
     if (next == 0) return 0;
     ++wide;
-    return ((next & 0x3FF) | ((unit & 0x3FF) << 10)) + 0x10000;
-}
-
-std::int32_t PutCode(std::uint32_t code, std::array<char, 4>& bytes) {
-    if (code < 0x80) {
-        bytes[0] = static_cast<char>(code);
-        return 1;
-    }
-    const std::int32_t length = code < 0x800 ? 2 : code <= kLastBmp ? 3 : 4;
-    for (auto i = static_cast<std::size_t>(length - 1); i > 0; --i) {
-        bytes[i] = static_cast<char>(0x80 | (code & 0x3F));
-        code >>= 6;
-    }
-    const std::uint32_t mark = length == 2 ? 0xC0 : length == 3 ? 0xE0 : 0xF0;
-    bytes[0] = static_cast<char>(mark | code);
-    return length;
+    return CodeOfPair(unit, next);
 }
 
 struct Utf8Source {
     const char* at;
-    std::int64_t left; // bytes; endless for a text that ends with its NUL
+    std::int64_t left; // bytes; below 0 for a text that ends with its NUL
 
     bool Ended() const { return left == 0; }
-    std::uint32_t Peek() const { return static_cast<unsigned char>(*at); }
-    std::uint32_t Next() {
+    std::uint8_t Peek() const { return static_cast<std::uint8_t>(*at); }
+    std::uint8_t Next() {
         --left;
-        return static_cast<unsigned char>(*at++);
+        return static_cast<std::uint8_t>(*at++);
     }
 };
 
-std::uint32_t NextCode(Utf8Source& source) {
-    const std::uint32_t lead = source.Next();
+char32_t NextCode(Utf8Source& source) {
+    const std::uint8_t lead = source.Next();
     if (lead < 0x80) return lead;
     const int trailing = (lead & 0x20) == 0 ? 1 : (lead & 0x10) == 0 ? 2 : 3;
-    std::uint32_t code = lead & (0x3FU >> trailing);
+    char32_t code = lead & (0x3FU >> trailing);
     for (int i = 0; i < trailing; ++i) {
-        if (source.Ended() || source.Peek() < 0x80) return u'?';
-        code = (code << 6) | (source.Next() & 0x3F);
+        if (source.Ended() || source.Peek() < 0x80) return U'?';
+        code = (code << 6) | (source.Next() & 0x3FU);
     }
     return code;
 }
 
-std::int32_t PutUnits(char16_t* out, std::uint32_t code) {
-    if (code <= kLastBmp) {
+std::int32_t PutUnits(char16_t* out, char32_t code) {
+    if (code <= kLastBasicCode) {
         if (out != nullptr) out[0] = static_cast<char16_t>(code);
         return 1;
     }
-    code -= 0x10000;
     if (out != nullptr) {
-        out[0] = static_cast<char16_t>(0xD800 + ((code >> 10) & 0x3FF));
-        out[1] = static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+        out[0] = HighSurrogateOf(code);
+        out[1] = LowSurrogateOf(code);
     }
     return 2;
 }
@@ -78,14 +61,13 @@ std::int32_t PutUnits(char16_t* out, std::uint32_t code) {
 
 std::int32_t EncodeUtf8(char* out, const char16_t* wide, std::int32_t size) {
     std::int32_t length = 0;
-    std::array<char, 4> bytes;
-    while (const std::uint32_t code = NextCode(wide)) {
-        const std::int32_t added = PutCode(code, bytes);
+    while (const char32_t code = NextCode(wide)) {
+        const std::size_t added = Utf8Length(code);
         if (out != nullptr) {
-            if (added > size - length) break;
-            for (std::int32_t i = 0; i < added; ++i) out[length + i] = bytes[static_cast<std::size_t>(i)];
+            if (static_cast<std::int32_t>(added) > size - length) break;
+            WriteUtf8(code, added, out + length);
         }
-        length += added;
+        length += static_cast<std::int32_t>(added);
     }
     if (out != nullptr && length < size) out[length] = '\0';
     return length;
@@ -102,6 +84,20 @@ std::int32_t DecodeUtf8(char16_t* out, const char* utf8, std::int32_t length) {
         units += PutUnits(out == nullptr ? nullptr : out + units, NextCode(source));
     }
     return out == nullptr ? units : static_cast<std::int32_t>(source.at - utf8);
+}
+
+std::string LenientUtf8(const char16_t* wide) {
+    std::string utf8(static_cast<std::size_t>(EncodeUtf8(nullptr, wide, 0)), '\0');
+    EncodeUtf8(utf8.data(), wide, static_cast<std::int32_t>(utf8.size()));
+    return utf8;
+}
+
+std::u16string LenientUtf16(std::string_view utf8) {
+    const auto length = static_cast<std::int32_t>(utf8.size());
+    std::u16string units(static_cast<std::size_t>(DecodeUtf8(nullptr, utf8.data(), length)), u'\0');
+    // A NUL that ends the text takes the terminator's place.
+    DecodeUtf8(units.data(), utf8.data(), length);
+    return units;
 }
 
 } // namespace brixen::lyr::gen

@@ -1,6 +1,6 @@
 #include "values/unicode/text_conversion.h"
 
-#include "values/unicode/character_borders.h"
+#include "values/unicode/code_point.h"
 #include "values/unicode/well_formed_text.h"
 
 #include <algorithm>
@@ -9,13 +9,7 @@
 namespace brixen::lyr::gen {
 namespace {
 
-using legal_text::Byte;
-using legal_text::QuickUtf16ToUtf8;
-using legal_text::QuickUtf8ToUtf16;
-
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr char32_t kLastBmp = 0xFFFF;
-constexpr char32_t kLastCodePoint = 0x10FFFF;
+using Byte = std::uint8_t;
 
 constexpr std::array<Byte, 256> MakeTrailingCounts() {
     std::array<Byte, 256> counts{};
@@ -31,8 +25,6 @@ constexpr std::array<Byte, 256> kTrailingCount = MakeTrailingCounts();
 // What the marks of lead and trailing bytes add up to in a sequence with that many trailing bytes.
 constexpr std::array<char32_t, 6> kSequenceOffset = {0x00000000, 0x00003080, 0x000E2080,
                                                      0x03C82080, 0xFA082080, 0x82082080};
-// The mark of the first byte of a sequence of that length.
-constexpr std::array<Byte, 7> kFirstByteMark = {0x00, 0x00, 0xC0, 0xE0, 0xF0, 0xF8, 0xFC};
 
 constexpr Byte LowestSecondByte(Byte lead) { return lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80; }
 constexpr Byte HighestSecondByte(Byte lead) { return lead == 0xF4 ? 0x8F : 0xBF; }
@@ -47,56 +39,44 @@ struct Decoded {
 Decoded DecodeSequence(const Byte* source, const Byte* end) {
     const std::ptrdiff_t length = kTrailingCount[*source] + 1;
     if (length > end - source) return {ConversionResult::SourceExhausted, 0, 0};
-    if (!IsLegalUtf8(source, static_cast<std::size_t>(length)))
+    if (!IsLegalUtf8(source, static_cast<std::size_t>(length))) {
         return {ConversionResult::SourceIllegal, 0, 0};
+    }
     char32_t code = 0;
     for (std::ptrdiff_t i = 0; i < length; ++i) code = (code << 6) + source[i];
     return {ConversionResult::ConversionOk, code - kSequenceOffset[static_cast<std::size_t>(length - 1)],
             length};
 }
 
-constexpr std::ptrdiff_t Utf8Length(char32_t code) {
-    return code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
-}
-
-void EncodeSequence(char32_t code, std::ptrdiff_t length, Byte* target) {
-    for (std::ptrdiff_t i = length - 1; i > 0; --i) {
-        target[i] = static_cast<Byte>((code & 0x3F) | 0x80);
-        code >>= 6;
-    }
-    target[0] = static_cast<Byte>(code | kFirstByteMark[static_cast<std::size_t>(length)]);
-}
-
 // Writes one code point as one or two units; false when there is no room for it.
 bool PutUtf16(char32_t code, char16_t*& target, const char16_t* end) {
-    if (code <= kLastBmp) {
+    if (code <= kLastBasicCode) {
         if (target == end) return false;
         *target++ = static_cast<char16_t>(code);
         return true;
     }
     if (end - target < 2) return false;
-    code -= 0x10000;
-    *target++ = static_cast<char16_t>(0xD800 + (code >> 10));
-    *target++ = static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+    *target++ = HighSurrogateOf(code);
+    *target++ = LowSurrogateOf(code);
     return true;
 }
 
 bool PutUtf8(char32_t code, Byte*& target, const Byte* end) {
-    const std::ptrdiff_t length = Utf8Length(code);
-    if (end - target < length) return false;
-    EncodeSequence(code, length, target);
+    const std::size_t length = Utf8Length(code);
+    if (static_cast<std::size_t>(end - target) < length) return false;
+    WriteUtf8(code, length, target);
     target += length;
     return true;
 }
 
-// A code point at a position of UTF-16; a high surrogate as the very last unit stands for itself.
+// Reads one code point of UTF-16. A high surrogate that is the very last unit is read as a code point.
 Decoded DecodePair(const char16_t* source, const char16_t* end, bool lenient) {
     const char32_t unit = *source;
     if (!IsSurrogate(unit)) return {ConversionResult::ConversionOk, unit, 1};
     if (IsHighSurrogate(unit) && end - source > 1) {
         const char32_t next = source[1];
         if (IsLowSurrogate(next)) {
-            return {ConversionResult::ConversionOk, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00), 2};
+            return {ConversionResult::ConversionOk, CodeOfPair(unit, next), 2};
         }
         if (!lenient) return {ConversionResult::SourceIllegal, 0, 0};
     } else if (IsLowSurrogate(unit) && !lenient) {
@@ -130,9 +110,7 @@ bool IsLegalUtf8Sequence(const std::uint8_t* bytes, const std::uint8_t* end) {
 ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint8_t* sourceEnd,
                                     char16_t*& target, char16_t* targetEnd, bool lenient) {
     while (source != sourceEnd) {
-        const auto quick = QuickUtf8ToUtf16(source, sourceEnd, target, targetEnd);
-        source = quick.source;
-        target = quick.target;
+        ConvertWellFormedUtf8(source, sourceEnd, target, targetEnd);
         if (source == sourceEnd) break;
         const Decoded decoded = DecodeSequence(source, sourceEnd);
         if (decoded.result != ConversionResult::ConversionOk) return decoded.result;
@@ -147,9 +125,7 @@ ConversionResult ConvertUtf8ToUtf16(const std::uint8_t*& source, const std::uint
 ConversionResult ConvertUtf16ToUtf8(const char16_t*& source, const char16_t* sourceEnd, std::uint8_t*& target,
                                     std::uint8_t* targetEnd, bool lenient) {
     while (source != sourceEnd) {
-        const auto quick = QuickUtf16ToUtf8(source, sourceEnd, target, targetEnd);
-        source = quick.source;
-        target = quick.target;
+        ConvertWellFormedUtf16(source, sourceEnd, target, targetEnd);
         if (source == sourceEnd) break;
         const Decoded decoded = DecodePair(source, sourceEnd, lenient);
         if (decoded.result != ConversionResult::ConversionOk) return decoded.result;
@@ -165,7 +141,7 @@ ConversionResult ConvertUtf32ToUtf16(const char32_t*& source, const char32_t* so
         char32_t code = *source;
         if (target == targetEnd) return ConversionResult::TargetExhausted;
         if (!lenient && (IsSurrogate(code) || code > kLastCodePoint)) return ConversionResult::SourceIllegal;
-        if (code > kLastCodePoint) code = kReplacement;
+        if (code > kLastCodePoint) code = kReplacementCharacter;
         if (!PutUtf16(code, target, targetEnd)) return ConversionResult::TargetExhausted;
     }
     return ConversionResult::ConversionOk;
@@ -231,6 +207,84 @@ RangePositions<char16_t, std::uint8_t> Utf16RangeToUtf8(const char16_t* source, 
         ThrowBadUtf16();
     }
     return {source, target};
+}
+
+// Whole texts. A short text that is well-formed all through takes one step. Any other goes in pieces, each by
+// the fast path as far as that leads, and one careful step where it stops.
+namespace {
+
+constexpr std::size_t kPiece = 256; // bytes or units that are converted at a time
+// The room of a careful step. It holds at least one character, and is too little for the fast paths.
+constexpr std::ptrdiff_t kCarefulRoom = 12;
+static_assert(kCarefulRoom < kLeastUtf16Room && kCarefulRoom < kLeastUtf8Room);
+
+const Byte* BytesOf(std::string_view narrow) { return reinterpret_cast<const Byte*>(narrow.data()); }
+const char* CharsOf(const Byte* bytes) { return reinterpret_cast<const char*>(bytes); }
+
+std::string ToUtf8InPieces(std::u16string_view wide, bool lenient) {
+    const char16_t* source = wide.data();
+    const char16_t* const end = source + wide.size();
+    std::array<Byte, kPiece> piece;
+    std::string result;
+    result.reserve(CountUtf8Bytes(wide));
+    while (source != end) {
+        const char16_t* const before = source;
+        Byte* target = piece.data();
+        ConvertWellFormedUtf16(source, end, target, piece.data() + piece.size());
+        if (source == before) {
+            const auto came =
+                Utf16RangeToUtf8(source, end, piece.data(), piece.data() + kCarefulRoom, lenient);
+            source = came.source;
+            target = came.target;
+        }
+        result.append(CharsOf(piece.data()), CharsOf(target));
+    }
+    return result;
+}
+
+std::u16string ToUtf16InPieces(std::string_view narrow, bool lenient) {
+    const Byte* source = BytesOf(narrow);
+    const Byte* const end = source + narrow.size();
+    std::array<char16_t, kPiece> piece;
+    std::u16string result;
+    result.reserve(CountUtf16Units(narrow));
+    while (source != end) {
+        const Byte* const before = source;
+        char16_t* target = piece.data();
+        ConvertWellFormedUtf8(source, end, target, piece.data() + piece.size());
+        if (source == before) {
+            const auto came =
+                Utf8RangeToUtf16(source, end, piece.data(), piece.data() + kCarefulRoom, lenient);
+            // The range converter leaves a sequence that the text cuts short to its caller.
+            if (came.source == source) ThrowBadUtf8();
+            source = came.source;
+            target = came.target;
+        }
+        result.append(piece.data(), target);
+    }
+    return result;
+}
+
+} // namespace
+
+std::string ToUtf8(std::u16string_view wide, bool lenient) {
+    const char16_t* source = wide.data();
+    const char16_t* const end = source + wide.size();
+    std::array<Byte, kPiece> piece;
+    Byte* target = piece.data();
+    ConvertWellFormedUtf16(source, end, target, piece.data() + piece.size());
+    if (source != end) return ToUtf8InPieces(wide, lenient);
+    return {CharsOf(piece.data()), CharsOf(target)};
+}
+
+std::u16string ToUtf16(std::string_view narrow, bool lenient) {
+    const Byte* source = BytesOf(narrow);
+    const Byte* const end = source + narrow.size();
+    std::array<char16_t, kPiece> piece;
+    char16_t* target = piece.data();
+    ConvertWellFormedUtf8(source, end, target, piece.data() + piece.size());
+    if (source != end) return ToUtf16InPieces(narrow, lenient);
+    return {piece.data(), target};
 }
 
 } // namespace brixen::lyr::gen

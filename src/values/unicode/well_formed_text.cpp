@@ -1,23 +1,31 @@
 #include "values/unicode/well_formed_text.h"
 
 #include "values/unicode/ascii_block.h"
-#include "values/unicode/character_borders.h"
+#include "values/unicode/code_point.h"
 #include "values/unicode/dense_block.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 
-namespace brixen::lyr::gen::legal_text {
-
+namespace brixen::lyr::gen {
 namespace {
 
-constexpr std::uint32_t kLastCodePoint = 0x10FFFF;
+using Byte = std::uint8_t;
+
 constexpr std::uint64_t kNotAscii = 0x8080808080808080;
 
-// One legal sequence of several bytes; false when it is anything else. The marks are tested at once, and an
+// How far a conversion came. The loops keep both in locals: a byte that is written might else be a part of a
+// pointer that is reached through a reference.
+template <class Source, class Target>
+struct Progress {
+    const Source* source;
+    Target* target;
+};
+
+// Converts one legal sequence of several bytes; false for anything else. The marks are tested at once, and an
 // overlong form shows in its code point. At least four bytes before `end` can be read.
-inline bool QuickSequence(const Byte*& source, const Byte* end, char16_t*& target) {
+inline bool ConvertSequence(const Byte*& source, const Byte* end, char16_t*& target) {
     // The last bytes come with zeros behind them, which belong to no sequence.
     const Byte* const from = std::min(source, end - 4);
     const std::uint32_t four = ReadWord<std::uint32_t>(from) >> (8 * (source - from));
@@ -38,20 +46,20 @@ inline bool QuickSequence(const Byte*& source, const Byte* end, char16_t*& targe
     const char32_t code =
         ((four & 0x07) << 18) | ((four << 4) & 0x3F000) | ((four >> 10) & 0xFC0) | ((four >> 24) & 0x3F);
     if ((four & 0xC0C0C0F8) != 0x808080F0 || code < 0x10000 || code > kLastCodePoint) return false;
-    target[0] = static_cast<char16_t>(0xD7C0 + (code >> 10));
-    target[1] = static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+    target[0] = HighSurrogateOf(code);
+    target[1] = LowSurrogateOf(code);
     target += 2;
     source += 4;
     return true;
 }
 
-// The bytes of one character beyond ASCII, the first lowest.
+// The bytes of one character beyond ASCII in one word, the first lowest, so that a single write stores them.
 constexpr std::uint32_t TwoBytes(std::uint32_t unit) { return 0x80C0 | ((unit << 8 | unit >> 6) & 0x3F1F); }
 constexpr std::uint32_t ThreeBytes(std::uint32_t unit) {
     return 0x8080E0 | (unit >> 12) | (unit & 0xFC0) << 2 | (unit & 0x3F) << 16;
 }
 constexpr std::uint32_t FourBytes(std::uint32_t high, std::uint32_t low) {
-    const std::uint32_t code = 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+    const std::uint32_t code = CodeOfPair(high, low);
     return 0x808080F0 | (code >> 18) | ((code >> 4) & 0x3F00) | (code & 0xFC0) << 10 | (code & 0x3F) << 24;
 }
 
@@ -59,9 +67,9 @@ inline bool IsPair(const char16_t* source, const char16_t* end) {
     return IsHighSurrogate(*source) && end - source >= 2 && IsLowSurrogate(source[1]);
 }
 
-// A block of bytes of which `count` belong to the text and not all are ASCII. It stands at `target` widened,
-// so that runs of ASCII are in place; the sequences between them go one by one, and what is behind each is
-// widened anew. A sequence at the end may reach beyond the block.
+// Converts a block of bytes of which `count` belong to the text and not all are ASCII. The block is already
+// widened at `target`, so that runs of ASCII are in place. The sequences between them go one by one, and the
+// rest of the block is widened again after each. A sequence at the end may reach beyond the block.
 inline bool MixedToUtf16(std::uint64_t bytes, std::ptrdiff_t count, const Byte*& source, const Byte* end,
                          char16_t*& target) {
     const Byte* const stop = source + count;
@@ -76,7 +84,7 @@ inline bool MixedToUtf16(std::uint64_t bytes, std::ptrdiff_t count, const Byte*&
             bytes >>= 16;
         } else {
             const Byte* const sequence = source;
-            if (!QuickSequence(source, end, target)) return false;
+            if (!ConvertSequence(source, end, target)) return false;
             if (source >= stop) return true;
             bytes >>= 8 * (source - sequence);
         }
@@ -87,7 +95,7 @@ inline bool MixedToUtf16(std::uint64_t bytes, std::ptrdiff_t count, const Byte*&
     return true;
 }
 
-// The same for units. An unpaired surrogate stops it.
+// The same for a block of units. An unpaired surrogate stops it.
 inline bool MixedToUtf8(const NarrowedBlock& block, std::ptrdiff_t count, const char16_t*& source,
                         const char16_t* end, Byte*& target) {
     std::uint32_t special = block.special;
@@ -121,12 +129,13 @@ inline bool MixedToUtf8(const NarrowedBlock& block, std::ptrdiff_t count, const 
     return true;
 }
 
-// A text of at least a block. Its last block begins among what is converted already, so that it is whole.
-inline RangePositions<Byte, char16_t> Quick(const Byte* source, const Byte* end, char16_t* target,
-                                            const char16_t* targetEnd) {
-    if (targetEnd - target < kQuickUnits || source == end) return {source, target};
+// Converts a text of at least a block. Its last block begins among units that are converted already, so that
+// it is whole.
+inline Progress<Byte, char16_t> ConvertBlocks(const Byte* source, const Byte* end, char16_t* target,
+                                              const char16_t* targetEnd) {
+    if (targetEnd - target < kLeastUtf16Room || source == end) return {source, target};
     const char16_t* const start = target;
-    const char16_t* const lastTarget = targetEnd - kQuickUnits;
+    const char16_t* const lastTarget = targetEnd - kLeastUtf16Room;
     bool isLegal = true;
     do {
         const std::ptrdiff_t left = end - source;
@@ -145,7 +154,7 @@ inline RangePositions<Byte, char16_t> Quick(const Byte* source, const Byte* end,
         }
         if ((bytes & 0xF0) == 0xF0) {
             const std::ptrdiff_t known = left >= kPairsLength ? 0 : kPairsLength - left;
-            // No byte gives more than one unit: with so many of them, there are enough bytes before.
+            // No byte makes more than one unit: with so many units, there are enough bytes before.
             if (target - start >= known && DecodePairs(source - known, target - known / 2)) {
                 source += kPairsLength - known;
                 target += kDenseUnits - known / 2;
@@ -163,8 +172,8 @@ inline RangePositions<Byte, char16_t> Quick(const Byte* source, const Byte* end,
     return {source, target};
 }
 
-// A block of characters that all take three bytes or are all pairs. The first `known` units are converted
-// already, right before `target`, and come out as they are there.
+// Converts a block of characters that all take three bytes or are all pairs; false for any other. The first
+// `known` units are converted already, right before `target`, and are written again as they are.
 inline bool DenseToUtf8(const char16_t* block, std::ptrdiff_t known, Byte*& target) {
     if (EncodeThreeByteBlock(block, target - 3 * known)) {
         target += 3 * (kDenseUnits - known);
@@ -177,11 +186,11 @@ inline bool DenseToUtf8(const char16_t* block, std::ptrdiff_t known, Byte*& targ
     return false;
 }
 
-inline RangePositions<char16_t, Byte> Quick(const char16_t* source, const char16_t* end, Byte* target,
-                                            const Byte* targetEnd) {
-    if (targetEnd - target < kQuickBytes || source == end) return {source, target};
+inline Progress<char16_t, Byte> ConvertBlocks(const char16_t* source, const char16_t* end, Byte* target,
+                                              const Byte* targetEnd) {
+    if (targetEnd - target < kLeastUtf8Room || source == end) return {source, target};
     const Byte* const start = target;
-    const Byte* const lastTarget = targetEnd - kQuickBytes;
+    const Byte* const lastTarget = targetEnd - kLeastUtf8Room;
     bool isLegal = true;
     do {
         NarrowedBlock block{};
@@ -213,32 +222,38 @@ inline RangePositions<char16_t, Byte> Quick(const char16_t* source, const char16
     return {source, target};
 }
 
-// A text that is shorter than a block, behind zeros in a block of its own. Out of line, so that no other text
-// pays for the block.
+// Converts a text that is shorter than a block, after zeros in a block of its own. Out of line, so that no
+// other text pays for the block.
 template <class Source, class Target>
-[[gnu::noinline]] RangePositions<Source, Target> QuickShort(const Source* source, const Source* end,
-                                                            Target* target, const Target* targetEnd) {
+[[gnu::noinline]] Progress<Source, Target> ConvertShort(const Source* source, const Source* end,
+                                                        Target* target, const Target* targetEnd) {
     std::array<Source, kAsciiBlock> block{};
     const Source* const text = std::copy_backward(source, end, block.data() + block.size());
-    const auto came = Quick(text, block.data() + block.size(), target, targetEnd);
+    const auto came = ConvertBlocks(text, block.data() + block.size(), target, targetEnd);
     return {source + (came.source - text), came.target};
+}
+
+template <class Source, class Target>
+void ConvertWellFormed(const Source*& source, const Source* end, Target*& target, const Target* targetEnd) {
+    const auto came = end - source < kAsciiBlock ? ConvertShort(source, end, target, targetEnd)
+                                                 : ConvertBlocks(source, end, target, targetEnd);
+    source = came.source;
+    target = came.target;
 }
 
 } // namespace
 
-RangePositions<Byte, char16_t> QuickUtf8ToUtf16(const Byte* source, const Byte* end, char16_t* target,
-                                                const char16_t* targetEnd) {
-    if (end - source < kAsciiBlock) return QuickShort(source, end, target, targetEnd);
-    return Quick(source, end, target, targetEnd);
+void ConvertWellFormedUtf8(const Byte*& source, const Byte* sourceEnd, char16_t*& target,
+                           const char16_t* targetEnd) {
+    ConvertWellFormed(source, sourceEnd, target, targetEnd);
 }
 
-RangePositions<char16_t, Byte> QuickUtf16ToUtf8(const char16_t* source, const char16_t* end, Byte* target,
-                                                const Byte* targetEnd) {
-    if (end - source < kAsciiBlock) return QuickShort(source, end, target, targetEnd);
-    return Quick(source, end, target, targetEnd);
+void ConvertWellFormedUtf16(const char16_t*& source, const char16_t* sourceEnd, Byte*& target,
+                            const Byte* targetEnd) {
+    ConvertWellFormed(source, sourceEnd, target, targetEnd);
 }
 
-std::size_t Utf16Length(std::string_view utf8) {
+std::size_t CountUtf16Units(std::string_view utf8) {
     const Byte* source = reinterpret_cast<const Byte*>(utf8.data());
     const Byte* const end = source + utf8.size();
     std::size_t units = 0;
@@ -251,7 +266,7 @@ std::size_t Utf16Length(std::string_view utf8) {
     return units + blocks::Utf16UnitsOfBlock(rest.data());
 }
 
-std::size_t Utf8Length(std::u16string_view utf16) {
+std::size_t CountUtf8Bytes(std::u16string_view utf16) {
     std::size_t bytes = 0;
     for (; utf16.size() >= kAsciiBlock; utf16.remove_prefix(kAsciiBlock)) {
         bytes += blocks::Utf8BytesOfUnits(utf16.data());
@@ -261,4 +276,4 @@ std::size_t Utf8Length(std::u16string_view utf16) {
     return bytes + blocks::Utf8BytesOfUnits(rest.data()) - (kAsciiBlock - utf16.size());
 }
 
-} // namespace brixen::lyr::gen::legal_text
+} // namespace brixen::lyr::gen

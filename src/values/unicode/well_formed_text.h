@@ -1,30 +1,27 @@
-// The quick roads between the encodings for text that is legal, as nearly all text is. What is special is
-// left to the careful converters of text_conversion.h, which begin where these stop.
+// Fast conversion paths for well-formed text. They stop at anything that needs care and leave it to the
+// converters of text_conversion.h. Private to the text conversion.
 #pragma once
-
-#include "values/unicode/range_positions.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-namespace brixen::lyr::gen::legal_text {
+namespace brixen::lyr::gen {
 
-using Byte = std::uint8_t;
-
-// Convert as far as the text is legal and there is room for a block of any characters; what is behind the
-// target's final position may be written too, up to its end.
-RangePositions<Byte, char16_t> QuickUtf8ToUtf16(const Byte* source, const Byte* end, char16_t* target,
-                                                const char16_t* targetEnd);
-RangePositions<char16_t, Byte> QuickUtf16ToUtf8(const char16_t* source, const char16_t* end, Byte* target,
-                                                const Byte* targetEnd);
+// Convert as long as the text is well-formed and there is room for a block of any characters. `source` and
+// `target` move as far as the conversion came. Room after the target's final position may have been written
+// to, up to its end.
+void ConvertWellFormedUtf8(const std::uint8_t*& source, const std::uint8_t* sourceEnd, char16_t*& target,
+                           const char16_t* targetEnd);
+void ConvertWellFormedUtf16(const char16_t*& source, const char16_t* sourceEnd, std::uint8_t*& target,
+                            const std::uint8_t* targetEnd);
 // With less room than this they do nothing.
-inline constexpr std::ptrdiff_t kQuickUnits = 16;
-inline constexpr std::ptrdiff_t kQuickBytes = 40;
+inline constexpr std::ptrdiff_t kLeastUtf16Room = 16; // units
+inline constexpr std::ptrdiff_t kLeastUtf8Room = 40;  // bytes
 
-// How many units a legal text gives.
-std::size_t Utf16Length(std::string_view utf8);
-// How many bytes a text without unpaired surrogates gives.
-std::size_t Utf8Length(std::u16string_view utf16);
+// The number of UTF-16 units of a well-formed text. For any other text the number is only a guess.
+[[nodiscard]] std::size_t CountUtf16Units(std::string_view utf8);
+// The number of UTF-8 bytes of a text without unpaired surrogates, which count as 2 bytes and not as 3.
+[[nodiscard]] std::size_t CountUtf8Bytes(std::u16string_view utf16);
 
-} // namespace brixen::lyr::gen::legal_text
+} // namespace brixen::lyr::gen

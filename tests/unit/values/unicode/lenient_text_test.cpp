@@ -1,4 +1,4 @@
-#include "values/unicode/light_text.h"
+#include "values/unicode/lenient_text.h"
 
 #include "support/failing_allocator.h"
 

@@ -262,11 +262,12 @@ TEST(Utf8RangeToUtf16, ThrowsForAnEmptyTargetOnlyWhenThereIsASource) {
     EXPECT_EQ(empty.source, text.data());
     EXPECT_EQ(empty.target, target.data());
     EXPECT_EQ(MessageOf([&] {
-                  Utf8RangeToUtf16(text.data(), text.data() + 2, target.data(), target.data(), false);
+                  return Utf8RangeToUtf16(text.data(), text.data() + 2, target.data(), target.data(), false);
               }),
               "Empty target buffer.");
     EXPECT_EQ(MessageOf([&] {
-                  Utf8RangeToUtf16(text.data(), text.data() + 2, target.data(), target.data() + 8, true);
+                  return Utf8RangeToUtf16(text.data(), text.data() + 2, target.data(), target.data() + 8,
+                                          true);
               }),
               "Bad UTF-8 sequence.");
 }
@@ -276,9 +277,12 @@ TEST(Utf16RangeToUtf8, ThrowsAsItsCounterpartDoes) {
     std::array<std::uint8_t, 8> target{};
     const char16_t* const end = text.data() + 2;
     EXPECT_EQ(Utf16RangeToUtf8(end, end, target.data(), target.data(), false).source, end);
-    EXPECT_EQ(MessageOf([&] { Utf16RangeToUtf8(text.data(), end, target.data(), target.data(), false); }),
-              "Empty target buffer.");
-    EXPECT_EQ(MessageOf([&] { Utf16RangeToUtf8(text.data(), end, target.data(), target.data() + 8, false); }),
+    EXPECT_EQ(
+        MessageOf([&] { return Utf16RangeToUtf8(text.data(), end, target.data(), target.data(), false); }),
+        "Empty target buffer.");
+    EXPECT_EQ(MessageOf([&] {
+                  return Utf16RangeToUtf8(text.data(), end, target.data(), target.data() + 8, false);
+              }),
               "Bad UTF-16 sequence.");
     const auto full = Utf16RangeToUtf8(text.data(), end, target.data(), target.data() + 2, true);
     EXPECT_EQ(full.source, text.data() + 1);
@@ -294,7 +298,7 @@ TEST(ToUtf8, TurnsASurrogatePairIntoFourBytesAndToUtf16GivesItBack) {
 }
 
 TEST(ToUtf8, RefusesALoneLowSurrogateUnlessLenient) {
-    EXPECT_EQ(MessageOf([] { ToUtf8(U16({u'a', 0xDC00})); }), "Bad UTF-16 sequence.");
+    EXPECT_EQ(MessageOf([] { return ToUtf8(U16({u'a', 0xDC00})); }), "Bad UTF-16 sequence.");
     EXPECT_EQ(ToUtf8(U16({0xDC00}), true), "\xED\xB0\x80");
 }
 
@@ -311,13 +315,13 @@ TEST(ToUtf8, FindsRoomForUnpairedSurrogatesInALongText) {
 }
 
 TEST(ToUtf16, RefusesAnOverlongFormInBothModes) {
-    EXPECT_EQ(MessageOf([] { ToUtf16("\xC0\x80", false); }), "Bad UTF-8 sequence.");
-    EXPECT_EQ(MessageOf([] { ToUtf16("\xC0\x80", true); }), "Bad UTF-8 sequence.");
+    EXPECT_EQ(MessageOf([] { return ToUtf16("\xC0\x80", false); }), "Bad UTF-8 sequence.");
+    EXPECT_EQ(MessageOf([] { return ToUtf16("\xC0\x80", true); }), "Bad UTF-8 sequence.");
 }
 
 TEST(ToUtf16, RefusesATextThatEndsInsideASequence) {
     for (const char* const text : {"\xE2", "abc\xE2\x82", "\xF0\x9F\x98", "\xFF"}) {
-        EXPECT_EQ(MessageOf([&] { ToUtf16(text); }), "Bad UTF-8 sequence.") << text;
+        EXPECT_EQ(MessageOf([&] { return ToUtf16(text); }), "Bad UTF-8 sequence.") << text;
     }
 }
 
@@ -349,7 +353,7 @@ TEST(ToUtf16, KnowsAWholeLastCharacterFromACutOne) {
             const std::string utf8 = ToUtf8(text);
             ASSERT_EQ(ToUtf16(utf8), text) << before;
             for (std::size_t length = before + 1; length < utf8.size(); ++length) {
-                ASSERT_EQ(MessageOf([&] { ToUtf16(utf8.substr(0, length)); }), "Bad UTF-8 sequence.");
+                ASSERT_EQ(MessageOf([&] { return ToUtf16(utf8.substr(0, length)); }), "Bad UTF-8 sequence.");
             }
         }
     }
@@ -359,7 +363,7 @@ TEST(ToUtf16, FindsABadByteAtEveryPlaceOfAText) {
     for (std::size_t at = 0; at < 300; ++at) {
         std::string text(300, 'x');
         text[at] = '\x80';
-        ASSERT_EQ(MessageOf([&] { ToUtf16(text); }), "Bad UTF-8 sequence.") << at;
+        ASSERT_EQ(MessageOf([&] { return ToUtf16(text); }), "Bad UTF-8 sequence.") << at;
     }
 }
 
@@ -367,7 +371,7 @@ TEST(ToUtf8, FindsALoneSurrogateAtEveryPlaceOfAText) {
     for (std::size_t at = 0; at < 300; ++at) {
         std::u16string text(300, u'x');
         text[at] = 0xDC00;
-        ASSERT_EQ(MessageOf([&] { ToUtf8(text); }), "Bad UTF-16 sequence.") << at;
+        ASSERT_EQ(MessageOf([&] { return ToUtf8(text); }), "Bad UTF-16 sequence.") << at;
     }
 }
 
@@ -505,8 +509,10 @@ TEST(ToUtf8, FindsALoneSurrogateAtEveryPlaceOfEveryKindOfText) {
         for (std::size_t at = 0; at < 40; ++at) {
             const std::u16string before = Text(around, around, at, 0).wide;
             const std::u16string behind = Text(around, around, 40 - at, 0).wide;
-            ASSERT_EQ(MessageOf([&] { ToUtf8(before + U16({0xDC00}) + behind); }), "Bad UTF-16 sequence.");
-            ASSERT_EQ(MessageOf([&] { ToUtf8(before + U16({0xD800}) + behind); }), "Bad UTF-16 sequence.");
+            ASSERT_EQ(MessageOf([&] { return ToUtf8(before + U16({0xDC00}) + behind); }),
+                      "Bad UTF-16 sequence.");
+            ASSERT_EQ(MessageOf([&] { return ToUtf8(before + U16({0xD800}) + behind); }),
+                      "Bad UTF-16 sequence.");
             ASSERT_EQ(ToUtf16(ToUtf8(before + U16({0xDC00}) + behind, true), true),
                       before + U16({0xDC00}) + behind);
         }
@@ -519,7 +525,7 @@ TEST(ToUtf16, FindsABadByteAtEveryPlaceOfEveryKindOfText) {
         for (std::size_t at = 0; at < text.size(); ++at) {
             std::string bad = text;
             bad[at] = '\xFF';
-            ASSERT_EQ(MessageOf([&] { ToUtf16(bad); }), "Bad UTF-8 sequence.") << at;
+            ASSERT_EQ(MessageOf([&] { return ToUtf16(bad); }), "Bad UTF-8 sequence.") << at;
         }
     }
 }

@@ -53,15 +53,15 @@ void CopyWarm(benchmark::State& state) {
 class FileOnDisk {
 public:
     explicit FileOnDisk(std::size_t count)
-        : fPath(std::filesystem::temp_directory_path() /
-                ("pavane_bench_" + std::to_string(getpid()) + "_" + std::to_string(count) + ".zdct")) {
-        std::ofstream(fPath, std::ios::binary) << CompiledFile(count);
+        : path(std::filesystem::temp_directory_path() /
+               ("pavane_bench_" + std::to_string(getpid()) + "_" + std::to_string(count) + ".zdct")) {
+        std::ofstream(path, std::ios::binary) << CompiledFile(count);
     }
-    ~FileOnDisk() { std::filesystem::remove(fPath); }
-    const std::filesystem::path& Path() const { return fPath; }
+    ~FileOnDisk() { std::filesystem::remove(path); }
+    const std::filesystem::path& Path() const { return path; }
 
 private:
-    std::filesystem::path fPath;
+    std::filesystem::path path;
 };
 
 // Seconds that a new process says it took, or a negative number.

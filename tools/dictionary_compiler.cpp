@@ -38,10 +38,10 @@ const char* ErrorOf(std::u16string_view line) {
 
 class SourceReader {
 public:
-    explicit SourceReader(std::vector<LineRemark>& remarks) : fRemarks(remarks) {}
+    explicit SourceReader(std::vector<LineRemark>& remarks) : remarks(remarks) {}
 
     void ReadLine(std::string_view bytes) {
-        ++fLine;
+        ++line;
         try {
             ReadText(brixen::lyr::gen::ToUtf16(bytes));
         } catch (const brixen::lyr::gen::illegal_utf_sequence&) {
@@ -50,30 +50,30 @@ public:
     }
 
     // All lines, for the text reader.
-    const std::u16string& Text() const { return fText; }
+    const std::u16string& Text() const { return text; }
 
 private:
-    void ReadText(const std::u16string& line) {
-        fText += line;
-        fText += u'\n';
-        if (line.empty()) return;
-        if (const char* const error = ErrorOf(line)) {
+    void ReadText(const std::u16string& lineText) {
+        text += lineText;
+        text += u'\n';
+        if (lineText.empty()) return;
+        if (const char* const error = ErrorOf(lineText)) {
             Remark(true, error);
             return;
         }
-        const auto split = SplitLine(line);
+        const auto split = SplitLine(lineText);
         // An empty value has a place of its own behind the sign.
         if (split->defaultText.data() == nullptr) Remark(false, "has no =, so its value is empty");
-        const auto [first, isNew] = fKeys.try_emplace(std::u16string(split->key), fLine);
+        const auto [first, isNew] = keys.try_emplace(std::u16string(split->key), line);
         if (!isNew) Remark(false, "replaces the value of line " + std::to_string(first->second));
     }
 
-    void Remark(bool isError, const std::string& message) { fRemarks.push_back({fLine, isError, message}); }
+    void Remark(bool isError, const std::string& message) { remarks.push_back({line, isError, message}); }
 
-    std::vector<LineRemark>& fRemarks;
-    std::size_t fLine = 0;
-    std::u16string fText = u"\uFEFF";
-    std::map<std::u16string, std::size_t> fKeys; // and the line of each
+    std::vector<LineRemark>& remarks;
+    std::size_t line = 0;
+    std::u16string text = u"\uFEFF";
+    std::map<std::u16string, std::size_t> keys; // and the line of each
 };
 
 // Lines end with LF, CR or both.

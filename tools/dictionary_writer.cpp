@@ -1,8 +1,8 @@
 #include "tools/dictionary_writer.h"
 
 #include "dictionaries/files/binary_header.h"
-#include "dictionaries/store/key_text.h"
 #include "dictionaries/files/text_line.h"
+#include "dictionaries/store/key_text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -27,28 +27,28 @@ std::uint16_t Length(std::size_t bytes, const char* message) {
 // The fields of a file, one behind the other, in its byte order.
 class Output {
 public:
-    explicit Output(std::endian order) : fIsLittle(order == std::endian::little) {}
+    explicit Output(std::endian order) : isLittle(order == std::endian::little) {}
 
     template <class Number>
     void Put(Number number) {
         for (std::size_t i = 0; i < sizeof number; ++i) {
-            const std::size_t place = fIsLittle ? i : sizeof number - 1 - i;
-            fBytes += static_cast<char>(number >> (8 * place));
+            const std::size_t place = isLittle ? i : sizeof number - 1 - i;
+            bytes += static_cast<char>(number >> (8 * place));
         }
     }
     template <class Number>
     void PutAll(const std::vector<Number>& numbers) {
         for (const Number number : numbers) Put(number);
     }
-    void PutBytes(std::string_view bytes) { fBytes += bytes; }
+    void PutBytes(std::string_view field) { bytes += field; }
     void PutUnits(std::u16string_view units) {
         for (const char16_t unit : units) Put(static_cast<std::uint16_t>(unit));
     }
-    std::string Take() { return std::move(fBytes); }
+    std::string Take() { return std::move(bytes); }
 
 private:
-    bool fIsLittle;
-    std::string fBytes;
+    bool isLittle;
+    std::string bytes;
 };
 
 // Keys, values or notes: where each lies in its area.

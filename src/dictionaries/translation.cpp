@@ -1,9 +1,9 @@
 #include "dictionaries/translation.h"
 
-#include "dictionaries/zstring/encoding.h"
-#include "dictionaries/store/key_text.h"
 #include "dictionaries/process_dictionary.h"
+#include "dictionaries/store/key_text.h"
 #include "dictionaries/value_decoding.h"
+#include "dictionaries/zstring/encoding.h"
 #include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 
@@ -31,22 +31,22 @@ public:
         if (const auto value = dictionary.FindValue(split->key)) {
             Take(*value);
         } else if (!split->defaultText.empty()) {
-            fOwned = kestrel_private::DecodeValue(
+            owned = kestrel_private::DecodeValue(
                 kestrel_private::DecodeBytes(split->defaultText, &kEncodingUtf8));
-            fText = fOwned;
+            text = owned;
         }
     }
     Words(const Words&) = delete;
     Words& operator=(const Words&) = delete;
 
-    std::u16string_view Text() const { return fText; }
+    std::u16string_view Text() const { return text; }
 
-    void Substitute(std::uint32_t index, std::string_view text) {
-        const std::u16string replacement = kestrel_private::DecodeBytes(text, &kEncodingUtf8);
+    void Substitute(std::uint32_t index, std::string_view utf8) {
+        const std::u16string replacement = kestrel_private::DecodeBytes(utf8, &kEncodingUtf8);
         std::u16string substituted;
-        if (!kestrel_private::SubstituteText(fText, index, replacement, substituted)) return;
-        fOwned = std::move(substituted);
-        fText = fOwned;
+        if (!kestrel_private::SubstituteText(text, index, replacement, substituted)) return;
+        owned = std::move(substituted);
+        text = owned;
     }
 
 private:
@@ -54,16 +54,16 @@ private:
         const std::size_t length = value.length / sizeof(char16_t);
         // The areas of a file may hold a text at any address.
         if (reinterpret_cast<std::uintptr_t>(value.bytes) % alignof(char16_t) == 0) {
-            fText = {reinterpret_cast<const char16_t*>(value.bytes), length};
+            text = {reinterpret_cast<const char16_t*>(value.bytes), length};
         } else {
-            fOwned.resize(length);
-            std::memcpy(fOwned.data(), value.bytes, length * sizeof(char16_t));
-            fText = fOwned;
+            owned.resize(length);
+            std::memcpy(owned.data(), value.bytes, length * sizeof(char16_t));
+            text = owned;
         }
     }
 
-    std::u16string fOwned;
-    std::u16string_view fText;
+    std::u16string owned;
+    std::u16string_view text;
 };
 
 // Unpaired surrogates become U+FFFD, as in every conversion of the dictionaries.

@@ -1,13 +1,13 @@
 #include "dictionaries/zstring_dictionary.h"
 
+#include "dictionaries/dictionaries_state.h"
 #include "dictionaries/files/binary_block.h"
 #include "dictionaries/files/binary_chains.h"
 #include "dictionaries/files/binary_header.h"
-#include "dictionaries/dictionaries_state.h"
 #include "dictionaries/files/dictionary_reader.h"
-#include "dictionaries/zstring/encoding.h"
 #include "dictionaries/files/text_line.h"
 #include "dictionaries/value_decoding.h"
+#include "dictionaries/zstring/encoding.h"
 #include "values/unicode/character_borders.h"
 
 #include <algorithm>
@@ -63,7 +63,7 @@ std::unique_ptr<ZStringDictionary> ZStringDictionary::Create(bool fast) {
 }
 
 ZStringDictionary::ZStringDictionary(bool fast)
-    : fEntries(new FastArray), fMajor(fast ? kFastMajor : 0), fMinor(fast ? kFastMinor : 0) {}
+    : entries(new FastArray), formatMajor(fast ? kFastMajor : 0), formatMinor(fast ? kFastMinor : 0) {}
 
 ZStringDictionary::~ZStringDictionary() {
     if (State().fallback == this) State().fallback = nullptr;
@@ -71,7 +71,7 @@ ZStringDictionary::~ZStringDictionary() {
 
 void ZStringDictionary::Load(const void* bytes, std::int64_t length, bool /*copyKeys*/) {
     if (bytes == nullptr || length <= 0) {
-        fStatus = 0;
+        status = 0;
         return;
     }
     const auto* const begin = static_cast<const std::uint8_t*>(bytes);
@@ -84,26 +84,26 @@ void ZStringDictionary::Load(const void* bytes, std::int64_t length, bool /*copy
 
 void ZStringDictionary::LoadBinary(const std::uint8_t* begin, const std::uint8_t* end) {
     if (end - begin <= static_cast<std::ptrdiff_t>(kBinaryHeaderSize)) {
-        fStatus = 0;
+        status = 0;
         return;
     }
     const BinaryVersion version = BinaryVersionOf(begin);
     const std::uint8_t* const body = begin + kBinaryHeaderSize;
     if (version.major == kFastMajor && version.minor >= 0) {
         BinaryBody read = ReadBinaryBody(body, end, version.minor);
-        fEntries->AddBlock(std::move(read.block), std::move(read.lists));
-        if (read.headerText) fHeaderText = std::move(*read.headerText);
-        fMajor = kFastMajor;
-        fMinor = kFastMinor;
+        entries->AddBlock(std::move(read.block), std::move(read.lists));
+        if (read.headerText) headerText = std::move(*read.headerText);
+        formatMajor = kFastMajor;
+        formatMinor = kFastMinor;
     } else if (const auto readChains = ChainReaderOf(version)) {
-        if (!readChains(body, end, version.conversionCode, fChains)) fStatus = 0;
+        if (!readChains(body, end, version.conversionCode, chains)) status = 0;
     }
 }
 
 void ZStringDictionary::LoadText(const std::uint8_t* begin, const std::uint8_t* end) {
     const auto reader = MakeReader(begin, end);
     if (!reader) {
-        fStatus = 0;
+        status = 0;
         return;
     }
     while (reader->NextLine() != nullptr) {
@@ -114,16 +114,16 @@ void ZStringDictionary::LoadText(const std::uint8_t* begin, const std::uint8_t* 
 void ZStringDictionary::AddLine(std::u16string_view line) {
     const auto split = SplitLine(line);
     if (!split || split->key.size() > kLongestText) {
-        fStatus = 0;
+        status = 0;
         return;
     }
     const std::string key = NarrowKey(split->key);
     const std::u16string value = DecodeValue(split->defaultText);
     if (IsFast()) {
-        const std::uint32_t id = fEntries->Add(key, BytesOf(CutValue(value)), std::nullopt);
-        if (id == FastArray::kNoId) fStatus = 0;
+        const std::uint32_t id = entries->Add(key, BytesOf(CutValue(value)), std::nullopt);
+        if (id == FastArray::kNoId) status = 0;
     } else {
-        fChains.Replace(key, ZString(value));
+        chains.Replace(key, ZString(value));
     }
 }
 
@@ -137,17 +137,17 @@ std::int32_t ZStringDictionary::Add(const char* keyText, const char16_t* value, 
     const std::u16string_view text =
         value == nullptr ? std::u16string_view() : std::u16string_view(value, valueChars);
     return static_cast<std::int32_t>(
-        fEntries->Add(split->key, BytesOf(CutValue(text)), NoteBytes(note, noteChars)));
+        entries->Add(split->key, BytesOf(CutValue(text)), NoteBytes(note, noteChars)));
 }
 
 std::optional<ValueBytes> ZStringDictionary::FindOwnValue(std::string_view key) const {
     if (!IsFast()) {
-        const DictionaryEntry* const entry = fChains.Find(key);
+        const DictionaryEntry* const entry = chains.Find(key);
         if (entry == nullptr) return std::nullopt;
         const ByteRunValue* const value = entry->Value().Value();
         return ValueBytes{reinterpret_cast<const std::uint8_t*>(value->Bytes()), value->Length()};
     }
-    return fEntries->FindValue(key);
+    return entries->FindValue(key);
 }
 
 std::optional<ValueBytes> ZStringDictionary::FindValue(std::string_view key) const {

@@ -44,8 +44,8 @@ public:
                      std::uint32_t reserved, const char16_t* note, std::uint32_t noteChars);
 
     // The value of the key as stored, else that in the fallback dictionary, else the decoded default text,
-    // else the empty text. `encoding` is that of the default text (see dictionaries/zstring/encoding.h); with a null
-    // pointer or the code 0 its bytes are widened with their sign.
+    // else the empty text. `encoding` is that of the default text (see dictionaries/zstring/encoding.h); with
+    // a null pointer or the code 0 its bytes are widened with their sign.
     void Lookup(ZString& outString, const char* keyText, const std::int32_t* encoding) const;
     void Lookup(ZString& outString, std::string_view keyText, const std::int32_t* encoding) const;
 
@@ -53,14 +53,14 @@ public:
     // next change. Nothing when neither has it.
     std::optional<kestrel_private::ValueBytes> FindValue(std::string_view key) const;
 
-    bool IsGood() const { return fStatus != 0; }
-    bool IsFast() const { return fMajor != 0; }
-    std::uint32_t FormatMajor() const { return fMajor; }
-    std::uint32_t FormatMinor() const { return fMinor; }
+    bool IsGood() const { return status != 0; }
+    bool IsFast() const { return formatMajor != 0; }
+    std::uint32_t FormatMajor() const { return formatMajor; }
+    std::uint32_t FormatMinor() const { return formatMinor; }
     // That of the last compiled dictionary that had one.
-    const std::string& HeaderText() const { return fHeaderText; }
-    kestrel_private::FastArray& Entries() const { return *fEntries; }
-    const kestrel_private::ChainStore& Chains() const { return fChains; }
+    const std::string& HeaderText() const { return headerText; }
+    kestrel_private::FastArray& Entries() const { return *entries; }
+    const kestrel_private::ChainStore& Chains() const { return chains; }
 
 private:
     std::optional<kestrel_private::ValueBytes> FindOwnValue(std::string_view key) const;
@@ -68,12 +68,12 @@ private:
     void LoadBinary(const std::uint8_t* begin, const std::uint8_t* end);
     void AddLine(std::u16string_view line);
 
-    kestrel_private::ChainStore fChains;
-    std::uint8_t fStatus = 1;
-    kestrel_private::Reference<kestrel_private::FastArray> fEntries;
-    std::uint32_t fMajor;
-    std::uint32_t fMinor;
-    std::string fHeaderText;
+    kestrel_private::ChainStore chains;
+    std::uint8_t status = 1;
+    kestrel_private::Reference<kestrel_private::FastArray> entries;
+    std::uint32_t formatMajor;
+    std::uint32_t formatMinor;
+    std::string headerText;
 };
 
 } // namespace kestrel

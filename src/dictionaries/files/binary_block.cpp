@@ -36,69 +36,68 @@ struct ColumnFields {
 class BlockReader {
 public:
     BlockReader(const ByteCursor& cursor, FastArrayBlock& block, BucketLists& lists)
-        : fCursor(cursor), fBlock(block), fLists(lists) {}
+        : cursor(cursor), block(block), lists(lists) {}
 
     void Read() {
         // Stops where the file does.
         (void)(ReadCounts() && ReadTexts() && ReadLists() && ReadNotes());
-        fBlock.keys = std::move(fKeys).Column();
-        fBlock.values = std::move(fValues).Column();
-        fBlock.notes = std::move(fNotes).Column();
+        block.keys = std::move(keys).Column();
+        block.values = std::move(values).Column();
+        block.notes = std::move(notes).Column();
     }
 
 private:
     bool ReadCounts() {
-        return fCursor.Read(fBlock.firstId) && ReadHasKeys() && fCursor.Read(fBlock.entryCount) &&
-               fCursor.Read(fBlock.liveCount) && fCursor.Read(fListCount) &&
-               (!fBlock.hasKeys || fCursor.Read(fKeys.areaSize)) && fCursor.Read(fValues.areaSize);
+        return cursor.Read(block.firstId) && ReadHasKeys() && cursor.Read(block.entryCount) &&
+               cursor.Read(block.liveCount) && cursor.Read(listCount) &&
+               (!block.hasKeys || cursor.Read(keys.areaSize)) && cursor.Read(values.areaSize);
     }
 
     bool ReadHasKeys() {
         std::uint8_t mark = 0;
-        if (!fCursor.Read(mark)) return false;
-        if (mark == kHasKeys) fBlock.hasKeys = true;
-        if (mark == kHasNoKeys) fBlock.hasKeys = false;
+        if (!cursor.Read(mark)) return false;
+        if (mark == kHasKeys) block.hasKeys = true;
+        if (mark == kHasNoKeys) block.hasKeys = false;
         return true;
     }
 
     bool ReadTexts() {
-        const std::uint32_t count = fBlock.entryCount;
-        return (!fBlock.hasKeys || fKeys.ReadTable(fCursor, count)) && fValues.ReadTable(fCursor, count) &&
-               (!fBlock.hasKeys || fKeys.ReadArea(fCursor)) && fValues.ReadUnits(fCursor);
+        const std::uint32_t count = block.entryCount;
+        return (!block.hasKeys || keys.ReadTable(cursor, count)) && values.ReadTable(cursor, count) &&
+               (!block.hasKeys || keys.ReadArea(cursor)) && values.ReadUnits(cursor);
     }
 
     bool ReadLists() {
-        if (!fBlock.hasKeys) return true;
+        if (!block.hasKeys) return true;
         FileArray<std::uint16_t> buckets;
         FileArray<std::uint32_t> sizes;
-        if (fListCount > kBucketCount || !fCursor.Read(buckets, fListCount) ||
-            !fCursor.Read(sizes, fListCount)) {
+        if (listCount > kBucketCount || !cursor.Read(buckets, listCount) || !cursor.Read(sizes, listCount)) {
             return false;
         }
         // The lists follow one another, so they are taken as one array, as far as they are whole.
-        const auto most = std::min<std::size_t>(fCursor.Left() / sizeof(std::uint32_t), UINT32_MAX);
-        fLists.lists.reserve(fListCount);
+        const auto most = std::min<std::size_t>(cursor.Left() / sizeof(std::uint32_t), UINT32_MAX);
+        lists.lists.reserve(listCount);
         std::size_t end = 0;
         std::size_t list = 0;
-        for (; list < fListCount && sizes[list] <= most - end; end += sizes[list], ++list) {
+        for (; list < listCount && sizes[list] <= most - end; end += sizes[list], ++list) {
             if (buckets[list] >= kBucketCount) continue;
-            fLists.lists.push_back({buckets[list], static_cast<std::uint32_t>(end), sizes[list]});
+            lists.lists.push_back({buckets[list], static_cast<std::uint32_t>(end), sizes[list]});
         }
-        return fCursor.Read(fLists.ids, end) && list == fListCount;
+        return cursor.Read(lists.ids, end) && list == listCount;
     }
 
     bool ReadNotes() {
         std::uint32_t count = 0;
-        return fCursor.Read(count) && count != 0 && fCursor.Read(fNotes.areaSize) &&
-               fCursor.Read(fBlock.noteIndex, count) && fNotes.ReadTable(fCursor, count) &&
-               fNotes.ReadUnits(fCursor);
+        return cursor.Read(count) && count != 0 && cursor.Read(notes.areaSize) &&
+               cursor.Read(block.noteIndex, count) && notes.ReadTable(cursor, count) &&
+               notes.ReadUnits(cursor);
     }
 
-    ByteCursor fCursor;
-    FastArrayBlock& fBlock;
-    BucketLists& fLists;
-    std::uint32_t fListCount = 0;
-    ColumnFields fKeys, fValues, fNotes;
+    ByteCursor cursor;
+    FastArrayBlock& block;
+    BucketLists& lists;
+    std::uint32_t listCount = 0;
+    ColumnFields keys, values, notes;
 };
 
 // Version 2.0 was always in the order of the machine.

@@ -11,24 +11,24 @@ namespace {
 class Bucket {
 public:
     Bucket(ChainStore& chains, std::uint32_t bucket, std::uint8_t conversionCode)
-        : fConversionCode(conversionCode) {
-        if (bucket < kBucketCount) fFront.emplace(chains, bucket);
+        : conversionCode(conversionCode) {
+        if (bucket < kBucketCount) front.emplace(chains, bucket);
     }
 
     void Add(std::string_view key, std::string_view value) {
-        if (fFront) fFront->Add(key, Decoded(value));
+        if (front) front->Add(key, Decoded(value));
     }
 
 private:
     kestrel::ZString Decoded(std::string_view value) const {
         if (value.empty()) return kestrel::ZString();
-        const EncodingCode encoding = fConversionCode;
+        const EncodingCode encoding = conversionCode;
         if (encoding != 0) return kestrel::ZString::FromBytes(value, &encoding);
         return {value.data(), static_cast<std::uint32_t>(value.size())};
     }
 
-    std::optional<ChainStore::Front> fFront;
-    std::uint8_t fConversionCode;
+    std::optional<ChainStore::Front> front;
+    std::uint8_t conversionCode;
 };
 
 std::optional<std::string_view> TakeText(ByteCursor& cursor, std::uint32_t length) {

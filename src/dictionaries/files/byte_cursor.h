@@ -22,17 +22,17 @@ inline std::uint32_t SwapBytes(std::uint32_t number) {
 class ByteCursor {
 public:
     ByteCursor(const std::uint8_t* begin, const std::uint8_t* end, bool swaps = false)
-        : fNext(begin), fEnd(end), fSwaps(swaps) {}
+        : next(begin), end(end), swaps(swaps) {}
 
-    std::size_t Left() const { return static_cast<std::size_t>(fEnd - fNext); }
-    const std::uint8_t* Next() const { return fNext; }
-    bool Swaps() const { return fSwaps; }
+    std::size_t Left() const { return static_cast<std::size_t>(end - next); }
+    const std::uint8_t* Next() const { return next; }
+    bool Swaps() const { return swaps; }
 
     // The bytes of a field that is only looked at; null when it does not fit.
     const std::uint8_t* Take(std::uint64_t byteCount) {
         if (byteCount > Left()) return nullptr;
-        const std::uint8_t* const field = fNext;
-        fNext += byteCount;
+        const std::uint8_t* const field = next;
+        next += byteCount;
         return field;
     }
 
@@ -42,7 +42,7 @@ public:
         const std::uint8_t* const field = Take(sizeof number);
         if (field == nullptr) return false;
         std::memcpy(&number, field, sizeof number);
-        if (fSwaps) number = SwapBytes(number);
+        if (swaps) number = SwapBytes(number);
         return true;
     }
 
@@ -51,16 +51,16 @@ public:
         if (count > Left() / sizeof(Number)) return false;
         array.resize(static_cast<std::size_t>(count));
         if (count != 0) std::memcpy(array.data(), Take(count * sizeof(Number)), count * sizeof(Number));
-        if (fSwaps && sizeof(Number) > 1) {
+        if (swaps && sizeof(Number) > 1) {
             for (Number& number : array) number = SwapBytes(number);
         }
         return true;
     }
 
 private:
-    const std::uint8_t* fNext;
-    const std::uint8_t* fEnd;
-    bool fSwaps;
+    const std::uint8_t* next;
+    const std::uint8_t* end;
+    bool swaps;
 };
 
 } // namespace kestrel_private

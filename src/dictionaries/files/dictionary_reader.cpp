@@ -1,19 +1,19 @@
 #include "dictionaries/files/dictionary_reader.h"
 
-#include "dictionaries/zstring/encoding.h"
 #include "dictionaries/files/source_streams.h"
+#include "dictionaries/zstring/encoding.h"
 
 #include <algorithm>
 
 namespace kestrel_private {
 namespace {
 
-enum class TextKind { LittleEndian, BigEndian, Multibyte };
+enum class TextKind { kLittleEndian, kBigEndian, kMultibyte };
 
 TextKind KindOf(std::uint8_t first, std::uint8_t second) {
-    if (first == 0xFF && second == 0xFE) return TextKind::LittleEndian;
-    if (first == 0xFE && second == 0xFF) return TextKind::BigEndian;
-    return TextKind::Multibyte;
+    if (first == 0xFF && second == 0xFE) return TextKind::kLittleEndian;
+    if (first == 0xFE && second == 0xFF) return TextKind::kBigEndian;
+    return TextKind::kMultibyte;
 }
 
 constexpr bool EndsWideLine(char16_t unit) {
@@ -39,7 +39,7 @@ constexpr char16_t UnitOf(std::uint8_t low, std::uint8_t high) {
 }
 
 bool CanRead(SourceKind kind, std::istream& stream) {
-    if (kind != SourceKind::Resource) return true;
+    if (kind != SourceKind::kResource) return true;
     const auto* const resource = dynamic_cast<kestrel::basic_irstream<char>*>(&stream);
     return resource != nullptr && resource->is_open();
 }
@@ -47,32 +47,31 @@ bool CanRead(SourceKind kind, std::istream& stream) {
 } // namespace
 
 DictionaryReader::DictionaryReader(const std::uint8_t* begin, const std::uint8_t* end)
-    : fKind(SourceKind::Memory), fBegin(begin), fEnd(end), fCursor(begin) {}
+    : kind(SourceKind::kMemory), cursor(begin), end(end) {}
 
-DictionaryReader::DictionaryReader(SourceKind kind, std::istream& stream, std::string_view head)
-    : fStream(&stream), fKind(kind) {
-    std::copy(head.begin(), head.end(), fHead.begin());
-    fBegin = fHead.data();
-    fEnd = fBegin + head.size();
-    fCursor = fBegin;
+DictionaryReader::DictionaryReader(SourceKind kind, std::istream& stream, std::string_view firstBytes)
+    : stream(&stream), kind(kind) {
+    std::copy(firstBytes.begin(), firstBytes.end(), head.begin());
+    cursor = head.data();
+    end = cursor + firstBytes.size();
 }
 
 bool DictionaryReader::NextByte(std::uint8_t& byte) {
-    if (fEnded) return false;
-    if (fCursor != fEnd) {
-        byte = *fCursor++;
+    if (ended) return false;
+    if (cursor != end) {
+        byte = *cursor++;
         return true;
     }
-    if (fKind == SourceKind::Memory) return false;
-    const int got = fStream->get();
+    if (kind == SourceKind::kMemory) return false;
+    const int got = stream->get();
     if (got == std::char_traits<char>::eof()) return false;
     byte = static_cast<std::uint8_t>(got);
     return true;
 }
 
 const char16_t* DictionaryReader::Terminated() {
-    *fLine.Room(1) = u'\0';
-    return fLine.Data();
+    *line.Room(1) = u'\0';
+    return line.Data();
 }
 
 bool UnicodeReader::NextChar(char16_t& out) {
@@ -105,34 +104,34 @@ std::size_t ByteSwapUnicodeReader::NextPlainChars(char16_t* output, std::size_t 
 }
 
 const char16_t* UnicodeReader::NextLine() {
-    fLine.Clear();
+    line.Clear();
     char16_t unit = 0;
     while (true) {
         // Most of a line in memory comes by the buffer; what ends it, or does not fit, comes by the unit.
-        fLine.Use(NextPlainChars(fLine.Room(0), fLine.RoomLeft()));
+        line.Use(NextPlainChars(line.Room(0), line.RoomLeft()));
         if (!NextChar(unit) || unit == 0) break;
         if (EndsWideLine(unit)) return Terminated();
-        fLine.Append(unit);
+        line.Append(unit);
     }
     EndText();
-    return fLine.Used() == 0 ? nullptr : Terminated();
+    return line.Used() == 0 ? nullptr : Terminated();
 }
 
 const char16_t* MultibyteReader::NextLine() {
-    fLine.Clear();
-    fBytes.Clear();
+    line.Clear();
+    bytes.Clear();
     std::uint8_t byte = 0;
     while (true) {
         const bool ended = !NextByte(byte) || byte == 0;
         if (ended) EndText();
-        if (ended && fBytes.Used() == 0) return nullptr;
+        if (ended && bytes.Used() == 0) return nullptr;
         if (ended || byte == '\n' || byte == '\r') break;
-        fBytes.Append(static_cast<char>(byte));
+        bytes.Append(static_cast<char>(byte));
     }
     const EncodingFunctions& functions = FunctionsOf(nullptr);
-    const std::string_view bytes(fBytes.Data(), fBytes.Used());
-    const std::size_t length = functions.wideLength(bytes);
-    if (length != 0) fLine.Use(functions.toWide(bytes, fLine.Room(length + 1), length));
+    const std::string_view collected(bytes.Data(), bytes.Used());
+    const std::size_t length = functions.wideLength(collected);
+    if (length != 0) line.Use(functions.toWide(collected, line.Room(length + 1), length));
     return Terminated();
 }
 
@@ -140,9 +139,9 @@ std::unique_ptr<DictionaryReader> MakeReader(const std::uint8_t* begin, const st
     constexpr std::ptrdiff_t kMark = DictionaryReader::kHeadLength;
     if (end - begin < kMark) return nullptr;
     switch (KindOf(begin[0], begin[1])) {
-    case TextKind::LittleEndian: return std::make_unique<UnicodeReader>(begin + kMark, end);
-    case TextKind::BigEndian: return std::make_unique<ByteSwapUnicodeReader>(begin + kMark, end);
-    case TextKind::Multibyte: break;
+    case TextKind::kLittleEndian: return std::make_unique<UnicodeReader>(begin + kMark, end);
+    case TextKind::kBigEndian: return std::make_unique<ByteSwapUnicodeReader>(begin + kMark, end);
+    case TextKind::kMultibyte: break;
     }
     return std::make_unique<MultibyteReader>(begin, end);
 }
@@ -152,9 +151,9 @@ std::unique_ptr<DictionaryReader> MakeReader(SourceKind kind, std::istream& stre
     if (!CanRead(kind, stream)) return nullptr;
     if (!stream.read(head.data(), head.size())) return nullptr;
     switch (KindOf(static_cast<std::uint8_t>(head[0]), static_cast<std::uint8_t>(head[1]))) {
-    case TextKind::LittleEndian: return std::make_unique<UnicodeReader>(kind, stream, "");
-    case TextKind::BigEndian: return std::make_unique<ByteSwapUnicodeReader>(kind, stream, "");
-    case TextKind::Multibyte: break;
+    case TextKind::kLittleEndian: return std::make_unique<UnicodeReader>(kind, stream, "");
+    case TextKind::kBigEndian: return std::make_unique<ByteSwapUnicodeReader>(kind, stream, "");
+    case TextKind::kMultibyte: break;
     }
     return std::make_unique<MultibyteReader>(kind, stream, std::string_view(head.data(), head.size()));
 }

@@ -12,38 +12,38 @@
 namespace kestrel_private {
 
 // Where a reader takes its bytes from.
-enum class SourceKind { Stream = 0, File = 1, Memory = 2, Resource = 3 };
+enum class SourceKind { kStream = 0, kFile = 1, kMemory = 2, kResource = 3 };
 
 // A buffer that grows by half until the need is met.
 template <class Unit>
 class LineBuffer {
 public:
-    LineBuffer() : fUnits(kFirstCapacity) {}
-    void Clear() { fUsed = 0; }
+    LineBuffer() : units(kFirstCapacity) {}
+    void Clear() { used = 0; }
     void Append(Unit unit) {
-        if (fUsed == fUnits.size()) Grow(fUsed + 1);
-        fUnits[fUsed++] = unit;
+        if (used == units.size()) Grow(used + 1);
+        units[used++] = unit;
     }
     // Room for `count` units; what is written there counts once Use says so.
     Unit* Room(std::size_t count) {
-        if (fUnits.size() - fUsed < count) Grow(fUsed + count);
-        return fUnits.data() + fUsed;
+        if (units.size() - used < count) Grow(used + count);
+        return units.data() + used;
     }
-    std::size_t RoomLeft() const { return fUnits.size() - fUsed; }
-    void Use(std::size_t count) { fUsed += count; }
-    const Unit* Data() const { return fUnits.data(); }
-    std::size_t Used() const { return fUsed; }
+    std::size_t RoomLeft() const { return units.size() - used; }
+    void Use(std::size_t count) { used += count; }
+    const Unit* Data() const { return units.data(); }
+    std::size_t Used() const { return used; }
 
 private:
     static constexpr std::size_t kFirstCapacity = 256;
     void Grow(std::size_t need) {
-        std::size_t capacity = fUnits.size();
+        std::size_t capacity = units.size();
         while (capacity < need) capacity += capacity / 2;
-        fUnits.resize(capacity);
+        units.resize(capacity);
     }
 
-    std::vector<Unit> fUnits;
-    std::size_t fUsed = 0;
+    std::vector<Unit> units;
+    std::size_t used = 0;
 };
 
 // Takes the text of a dictionary apart into lines. One reader serves one load; memory and stream are
@@ -53,8 +53,8 @@ public:
     static constexpr std::size_t kHeadLength = 2; // bytes that decide the kind of reader
 
     DictionaryReader(const std::uint8_t* begin, const std::uint8_t* end);
-    // `head` is what was taken from the stream already and is to be read first.
-    DictionaryReader(SourceKind kind, std::istream& stream, std::string_view head);
+    // `firstBytes` were taken from the stream already and are read first.
+    DictionaryReader(SourceKind kind, std::istream& stream, std::string_view firstBytes);
     DictionaryReader(const DictionaryReader&) = delete;
     DictionaryReader& operator=(const DictionaryReader&) = delete;
     virtual ~DictionaryReader() = default;
@@ -63,28 +63,27 @@ public:
     // end.
     virtual const char16_t* NextLine() = 0;
     // The same line with its length.
-    std::u16string_view Line() const { return {fLine.Data(), fLine.Used()}; }
+    std::u16string_view Line() const { return {line.Data(), line.Used()}; }
 
 protected:
     // False when no byte is left.
     bool NextByte(std::uint8_t& byte);
     // The bytes that stand in memory and come next, and to go on behind the first `count` of them.
-    std::span<const std::uint8_t> BytesAhead() const { return {fCursor, fEnded ? fCursor : fEnd}; }
-    void Skip(std::size_t count) { fCursor += count; }
+    std::span<const std::uint8_t> BytesAhead() const { return {cursor, ended ? cursor : end}; }
+    void Skip(std::size_t count) { cursor += count; }
     const char16_t* Terminated();
     // No byte is left from now on.
-    void EndText() { fEnded = true; }
+    void EndText() { ended = true; }
 
-    LineBuffer<char16_t> fLine;
+    LineBuffer<char16_t> line;
 
 private:
-    std::istream* fStream = nullptr;
-    bool fEnded = false;
-    SourceKind fKind;
-    std::array<std::uint8_t, kHeadLength> fHead{};
-    const std::uint8_t* fBegin = nullptr;
-    const std::uint8_t* fEnd = nullptr;
-    const std::uint8_t* fCursor = nullptr;
+    std::istream* stream = nullptr;
+    bool ended = false;
+    SourceKind kind;
+    std::array<std::uint8_t, kHeadLength> head{};
+    const std::uint8_t* cursor = nullptr;
+    const std::uint8_t* end = nullptr;
 };
 
 // UTF-16 in little-endian order. A NUL unit ends the text, as does half a unit.
@@ -118,7 +117,7 @@ public:
     const char16_t* NextLine() override;
 
 private:
-    LineBuffer<char> fBytes;
+    LineBuffer<char> bytes;
 };
 
 // The reader for what the first two bytes say; null for fewer than two bytes. A stream of the resource kind

@@ -16,16 +16,16 @@ class basic_ifstream : public std::basic_istream<Char, Traits> {
 public:
     explicit basic_ifstream(const std::u16string& path) : std::basic_istream<Char, Traits>(nullptr) {
         const auto bytes = brixen::lyr::gen::ReadWholeFile(path);
-        fOpen = bytes.has_value();
-        if (fOpen) fBuffer.str(std::basic_string<Char, Traits>(bytes->begin(), bytes->end()));
-        this->rdbuf(&fBuffer);
-        if (!fOpen) this->setstate(std::ios_base::failbit);
+        isOpen = bytes.has_value();
+        if (isOpen) buffer.str(std::basic_string<Char, Traits>(bytes->begin(), bytes->end()));
+        this->rdbuf(&buffer);
+        if (!isOpen) this->setstate(std::ios_base::failbit);
     }
-    bool is_open() const { return fOpen; }
+    bool is_open() const { return isOpen; }
 
 private:
-    std::basic_stringbuf<Char, Traits> fBuffer{std::ios_base::in};
-    bool fOpen = false;
+    std::basic_stringbuf<Char, Traits> buffer{std::ios_base::in};
+    bool isOpen = false;
 };
 
 // A resource: bytes that someone found and hands over. Without them the stream is not open.
@@ -33,19 +33,19 @@ template <class Char, class Traits = std::char_traits<Char>>
 class basic_irstream : public std::basic_istream<Char, Traits> {
 public:
     basic_irstream() : std::basic_istream<Char, Traits>(nullptr) {
-        this->rdbuf(&fBuffer);
+        this->rdbuf(&buffer);
         this->setstate(std::ios_base::failbit);
     }
     void open(std::basic_string_view<Char, Traits> resource) {
-        fBuffer.str(std::basic_string<Char, Traits>(resource));
-        fOpen = true;
+        buffer.str(std::basic_string<Char, Traits>(resource));
+        isOpen = true;
         this->clear();
     }
-    bool is_open() const { return fOpen; }
+    bool is_open() const { return isOpen; }
 
 private:
-    std::basic_stringbuf<Char, Traits> fBuffer{std::ios_base::in};
-    bool fOpen = false;
+    std::basic_stringbuf<Char, Traits> buffer{std::ios_base::in};
+    bool isOpen = false;
 };
 
 } // namespace kestrel

@@ -5,11 +5,11 @@
 namespace kestrel_private {
 
 void BucketTable::TakeFile(BucketLists lists, std::uint32_t entryCount) {
-    auto fileLists = std::make_unique<FileList[]>(kBucketCount);
+    auto newLists = std::make_unique<FileList[]>(kBucketCount);
     std::unique_ptr<Ids[]> repeated;
     std::size_t repeatedCount = 0;
     for (const BucketLists::List& list : lists.lists) {
-        FileList& first = fileLists[list.bucket];
+        FileList& first = newLists[list.bucket];
         if (first.count == 0) {
             first = {list.begin, list.count};
             continue;
@@ -22,28 +22,28 @@ void BucketTable::TakeFile(BucketLists lists, std::uint32_t entryCount) {
             ++repeatedCount;
         }
     }
-    fFileIds = std::move(lists.ids);
-    fFileLists = std::move(fileLists);
-    fFileLimit = entryCount;
-    fAdded = std::move(repeated);
-    fAddedCount = repeatedCount;
+    fileIds = std::move(lists.ids);
+    fileLists = std::move(newLists);
+    fileLimit = entryCount;
+    added = std::move(repeated);
+    addedCount = repeatedCount;
 }
 
 void BucketTable::Reserve(std::uint32_t bucket) {
-    if (!fAdded) fAdded = NewLists();
-    Ids& ids = fAdded[bucket];
+    if (!added) added = NewLists();
+    Ids& ids = added[bucket];
     if (ids.size() == ids.capacity()) ids.reserve(ids.size() * 2 + 1);
 }
 
 void BucketTable::Append(std::uint32_t bucket, std::uint32_t id) {
     Reserve(bucket);
-    fAdded[bucket].push_back(id);
-    ++fAddedCount;
+    added[bucket].push_back(id);
+    ++addedCount;
 }
 
 void BucketTable::ReplaceAdded(std::uint32_t bucket, Ids& ids) noexcept {
-    fAddedCount += ids.size() - fAdded[bucket].size();
-    fAdded[bucket].swap(ids);
+    addedCount += ids.size() - added[bucket].size();
+    added[bucket].swap(ids);
 }
 
 } // namespace kestrel_private

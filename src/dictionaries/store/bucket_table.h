@@ -35,14 +35,14 @@ public:
     // runs out, all is as before.
     void TakeFile(BucketLists lists, std::uint32_t entryCount);
     std::span<const std::uint32_t> FromFile(std::uint32_t bucket) const {
-        if (!fFileLists) return {};
-        return std::span(fFileIds).subspan(fFileLists[bucket].begin, fFileLists[bucket].count);
+        if (!fileLists) return {};
+        return std::span(fileIds).subspan(fileLists[bucket].begin, fileLists[bucket].count);
     }
-    std::uint32_t FileLimit() const { return fFileLimit; }
+    std::uint32_t FileLimit() const { return fileLimit; }
 
     std::span<const std::uint32_t> Added(std::uint32_t bucket) const {
-        if (!fAdded) return {};
-        return fAdded[bucket];
+        if (!added) return {};
+        return added[bucket];
     }
     // Room for one more.
     void Reserve(std::uint32_t bucket);
@@ -53,13 +53,13 @@ public:
     template <class Visit>
     void ForEachId(std::uint32_t bucket, Visit visit) const {
         for (const std::uint32_t id : FromFile(bucket)) {
-            if (id < fFileLimit) visit(id);
+            if (id < fileLimit) visit(id);
         }
         for (const std::uint32_t id : Added(bucket)) visit(id);
     }
     // At least as many as there are, in a bucket and in all.
     std::size_t Size(std::uint32_t bucket) const { return FromFile(bucket).size() + Added(bucket).size(); }
-    std::size_t Size() const { return fFileIds.size() + fAddedCount; }
+    std::size_t Size() const { return fileIds.size() + addedCount; }
 
 private:
     struct FileList {
@@ -69,11 +69,11 @@ private:
 
     static std::unique_ptr<Ids[]> NewLists() { return std::make_unique<Ids[]>(kBucketCount); }
 
-    FileArray<std::uint32_t> fFileIds;
-    std::unique_ptr<FileList[]> fFileLists; // as all lists here, made when they are needed
-    std::uint32_t fFileLimit = 0;
-    std::unique_ptr<Ids[]> fAdded;
-    std::size_t fAddedCount = 0;
+    FileArray<std::uint32_t> fileIds;
+    std::unique_ptr<FileList[]> fileLists; // as all lists here, made when they are needed
+    std::uint32_t fileLimit = 0;
+    std::unique_ptr<Ids[]> added;
+    std::size_t addedCount = 0;
 };
 
 } // namespace kestrel_private

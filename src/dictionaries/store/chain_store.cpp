@@ -6,25 +6,25 @@ namespace kestrel_private {
 
 ChainStore::~ChainStore() {
     // One by one, since a chain that destroys itself does so by recursion.
-    for (std::uint32_t bucket = 0; fHeads && bucket < kBucketCount; ++bucket) {
-        Link& head = fHeads[bucket];
+    for (std::uint32_t bucket = 0; heads && bucket < kBucketCount; ++bucket) {
+        Link& head = heads[bucket];
         while (head) head = std::move(head->next);
     }
 }
 
 ChainStore::Link& ChainStore::Head(std::uint32_t bucket) {
-    if (!fHeads) fHeads = std::make_unique<Link[]>(kBucketCount);
-    return fHeads[bucket];
+    if (!heads) heads = std::make_unique<Link[]>(kBucketCount);
+    return heads[bucket];
 }
 
 const DictionaryEntry* ChainStore::Find(std::string_view key) const {
-    const ByteRunKey searched(key, ByteRunKey::Bytes::Borrowed);
-    fLastBucket = searched.Hash(kBucketCount);
-    fPreviousItem = nullptr;
-    if (!fHeads) return nullptr;
-    for (HashItem* item = fHeads[fLastBucket].get(); item != nullptr; item = item->next.get()) {
+    const ByteRunKey searched(key, ByteRunKey::Bytes::kBorrowed);
+    lastBucket = searched.Hash(kBucketCount);
+    previousItem = nullptr;
+    if (!heads) return nullptr;
+    for (HashItem* item = heads[lastBucket].get(); item != nullptr; item = item->next.get()) {
         if (searched.Equals(*item)) return static_cast<DictionaryEntry*>(item);
-        fPreviousItem = item;
+        previousItem = item;
     }
     return nullptr;
 }
@@ -32,21 +32,21 @@ const DictionaryEntry* ChainStore::Find(std::string_view key) const {
 void ChainStore::Replace(std::string_view key, const kestrel::ZString& value) {
     auto entry = std::make_unique<DictionaryEntry>(key, value);
     const bool isThere = Find(key) != nullptr;
-    Link& head = Head(fLastBucket);
+    Link& head = Head(lastBucket);
     if (isThere) {
-        Link& link = fPreviousItem == nullptr ? head : fPreviousItem->next;
+        Link& link = previousItem == nullptr ? head : previousItem->next;
         link = std::move(link->next);
     }
-    fPreviousItem = nullptr;
+    previousItem = nullptr;
     entry->next = std::move(head);
     head = std::move(entry);
 }
 
 void ChainStore::Front::Add(std::string_view key, const kestrel::ZString& value) {
     auto entry = std::make_unique<DictionaryEntry>(key, value);
-    entry->next = std::move(*fPlace);
-    *fPlace = std::move(entry);
-    fPlace = &(*fPlace)->next;
+    entry->next = std::move(*place);
+    *place = std::move(entry);
+    place = &(*place)->next;
 }
 
 } // namespace kestrel_private

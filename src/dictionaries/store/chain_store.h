@@ -25,11 +25,11 @@ public:
     // Puts entries one behind the other in front of what a chain holds, without a look at their keys.
     class Front {
     public:
-        Front(ChainStore& store, std::uint32_t bucket) : fPlace(&store.Head(bucket)) {}
+        Front(ChainStore& store, std::uint32_t bucket) : place(&store.Head(bucket)) {}
         void Add(std::string_view key, const kestrel::ZString& value);
 
     private:
-        std::unique_ptr<HashItem>* fPlace; // of the next one
+        std::unique_ptr<HashItem>* place; // of the next one
     };
 
 private:
@@ -38,9 +38,9 @@ private:
     Link& Head(std::uint32_t bucket);
 
     // Where the last search ended: in this bucket, behind this item (null for the head of the chain).
-    mutable std::uint32_t fLastBucket = 0;
-    mutable HashItem* fPreviousItem = nullptr;
-    std::unique_ptr<Link[]> fHeads; // kBucketCount, made with the first entry
+    mutable std::uint32_t lastBucket = 0;
+    mutable HashItem* previousItem = nullptr;
+    std::unique_ptr<Link[]> heads; // kBucketCount, made with the first entry
 };
 
 } // namespace kestrel_private

@@ -43,7 +43,7 @@ std::string Swapped(std::string_view bytes) {
 
 std::size_t DictionaryEntry::Write(std::ostream& stream, bool raw, const EncodingCode* encoding) const {
     const std::size_t keyBytes = WriteKey(stream, raw);
-    return keyBytes + WriteValue(stream, raw, encoding, ByteOrder::Native);
+    return keyBytes + WriteValue(stream, raw, encoding, ByteOrder::kNative);
 }
 
 std::size_t DictionaryEntry::WriteKey(std::ostream& stream, bool raw) const {
@@ -56,10 +56,10 @@ std::size_t DictionaryEntry::WriteKey(std::ostream& stream, bool raw) const {
 
 std::size_t DictionaryEntry::WriteValue(std::ostream& stream, bool raw, const EncodingCode* encoding,
                                         ByteOrder byteOrder) const {
-    if (raw && byteOrder == ByteOrder::Swapped) return PutBytes(stream, Swapped(BytesOf(fValue)));
-    if (raw && encoding != nullptr) return PutBytes(stream, EncodeText(fValue.Text(), encoding));
-    if (raw) return PutBytes(stream, BytesOf(fValue));
-    for (const char16_t unit : fValue.Text()) PutEscaped(stream, unit);
+    if (raw && byteOrder == ByteOrder::kSwapped) return PutBytes(stream, Swapped(BytesOf(value)));
+    if (raw && encoding != nullptr) return PutBytes(stream, EncodeText(value.Text(), encoding));
+    if (raw) return PutBytes(stream, BytesOf(value));
+    for (const char16_t unit : value.Text()) PutEscaped(stream, unit);
     PutText(stream, u"\"\r\n");
     return 0;
 }

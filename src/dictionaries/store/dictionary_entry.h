@@ -10,17 +10,17 @@ namespace kestrel_private {
 class DictionaryEntry : public ByteRunKey {
 public:
     DictionaryEntry(std::string_view key, const kestrel::ZString& value)
-        : ByteRunKey(key, Bytes::Copied), fValue(value) {}
+        : ByteRunKey(key, Bytes::kCopied), value(value) {}
 
     std::size_t Write(std::ostream& stream, bool raw, const EncodingCode* encoding) const override;
     std::size_t WriteKey(std::ostream& stream, bool raw) const override;
     std::size_t WriteValue(std::ostream& stream, bool raw, const EncodingCode* encoding,
                            ByteOrder byteOrder) const override;
 
-    const kestrel::ZString& Value() const { return fValue; }
+    const kestrel::ZString& Value() const { return value; }
 
 private:
-    kestrel::ZString fValue;
+    kestrel::ZString value;
 };
 
 } // namespace kestrel_private

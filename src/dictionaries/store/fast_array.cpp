@@ -23,19 +23,19 @@ constexpr std::uint64_t kIndexedForOneStored = 4;
 
 std::size_t FastArray::BlockOf(std::uint32_t id) const {
     const auto holds = [&](std::size_t block) {
-        return id - fBlocks[block]->firstId < fBlocks[block]->entryCount;
+        return id - blocks[block]->firstId < blocks[block]->entryCount;
     };
     // Right at once for blocks filled at run time alone, and for one file alone.
-    const std::size_t guess = std::min<std::size_t>(id / FastArrayBlock::kRunTimeEntries, fBlocks.size() - 1);
+    const std::size_t guess = std::min<std::size_t>(id / FastArrayBlock::kRunTimeEntries, blocks.size() - 1);
     if (holds(guess)) return guess;
     const auto behind =
-        std::upper_bound(fBlocks.begin(), fBlocks.end(), id,
+        std::upper_bound(blocks.begin(), blocks.end(), id,
                          [](std::uint32_t value, const auto& block) { return value < block->firstId; });
-    return static_cast<std::size_t>(behind - fBlocks.begin()) - 1;
+    return static_cast<std::size_t>(behind - blocks.begin()) - 1;
 }
 
 FastArray::Place FastArray::PlaceOf(std::uint32_t id) const {
-    FastArrayBlock* const block = fBlocks[BlockOf(id)].get();
+    FastArrayBlock* const block = blocks[BlockOf(id)].get();
     return {block, id - block->firstId};
 }
 
@@ -46,26 +46,26 @@ std::string_view FastArray::KeyOf(std::uint32_t id) const {
 
 std::vector<std::uint32_t> FastArray::Bucket(std::uint32_t bucket) const {
     std::vector<std::uint32_t> ids;
-    fBuckets.ForEachId(bucket, [&](std::uint32_t id) { ids.push_back(id); });
+    buckets.ForEachId(bucket, [&](std::uint32_t id) { ids.push_back(id); });
     return ids;
 }
 
 std::optional<std::uint32_t> FastArray::FindFromFile(std::string_view key, std::uint32_t bucket) const {
-    const std::span<const std::uint32_t> ids = fBuckets.FromFile(bucket);
-    const std::uint32_t limit = fBuckets.FileLimit();
+    const std::span<const std::uint32_t> ids = buckets.FromFile(bucket);
+    const std::uint32_t limit = buckets.FileLimit();
     if (ids.empty() || limit == 0) return std::nullopt;
     const TextColumn& keys = PlaceOf(0).block->keys;
     const auto found = std::find_if(ids.begin(), ids.end(),
                                     [&](std::uint32_t id) { return id < limit && keys.Equals(id, key); });
-    fScanned += static_cast<std::uint64_t>(found - ids.begin());
+    scanned += static_cast<std::uint64_t>(found - ids.begin());
     if (found == ids.end()) return std::nullopt;
     return *found;
 }
 
 std::optional<std::uint32_t> FastArray::FindInBucket(std::string_view key, std::uint32_t bucket) const {
     if (const auto found = FindFromFile(key, bucket)) return found;
-    for (const std::uint32_t id : fBuckets.Added(bucket)) {
-        ++fScanned;
+    for (const std::uint32_t id : buckets.Added(bucket)) {
+        ++scanned;
         const Place place = PlaceOf(id);
         if (place.block->keys.Equals(place.entry, key)) return id;
     }
@@ -73,20 +73,20 @@ std::optional<std::uint32_t> FastArray::FindInBucket(std::string_view key, std::
 }
 
 void FastArray::BuildIndexIfWorthwhile() const {
-    if (fScanned < kFewestScanned || fScanned / kScannedForOneIndexed < fBuckets.Size()) return;
-    fScanned = 0;
+    if (scanned < kFewestScanned || scanned / kScannedForOneIndexed < buckets.Size()) return;
+    scanned = 0;
     try {
-        fIndex.Start(std::min<std::size_t>(fBuckets.Size(), fTotalIds));
+        index.Start(std::min<std::size_t>(buckets.Size(), totalIds));
     } catch (const std::bad_alloc&) {
         return; // the buckets still answer
     }
-    fIndexIsWhole = true;
-    std::uint64_t left = kIndexedForOneStored * fKeyBytes;
+    indexIsWhole = true;
+    std::uint64_t left = kIndexedForOneStored * keyBytes;
     for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
-        fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
+        buckets.ForEachId(bucket, [&](std::uint32_t id) {
             const std::string_view key = KeyOf(id);
             // A file may list an id in a bucket where no search looks for its key.
-            if (KeyBucket(key) == bucket && TakesIntoIndex(key, left)) fIndex.Insert(key, {id, Value(id)});
+            if (KeyBucket(key) == bucket && TakesIntoIndex(key, left)) index.Insert(key, {id, Value(id)});
         });
     }
 }
@@ -94,28 +94,28 @@ void FastArray::BuildIndexIfWorthwhile() const {
 bool FastArray::TakesIntoIndex(std::string_view key, std::uint64_t& left) const {
     if (key.size() <= kLongestIndexedAnyway) return true;
     // After the first one none is taken, so that of a key's ids the first is there or none.
-    if (key.size() > left) fIndexIsWhole = false;
-    if (fIndexIsWhole) left -= key.size();
-    return fIndexIsWhole;
+    if (key.size() > left) indexIsWhole = false;
+    if (indexIsWhole) left -= key.size();
+    return indexIsWhole;
 }
 
 bool FastArray::IsAnsweredByIndex(std::string_view key) const {
-    return fIndex.IsBuilt() && (fIndexIsWhole || key.size() <= kLongestIndexedAnyway);
+    return index.IsBuilt() && (indexIsWhole || key.size() <= kLongestIndexedAnyway);
 }
 
 std::optional<std::uint32_t> FastArray::Find(std::string_view key) const {
     if (IsAnsweredByIndex(key)) {
-        const auto entry = fIndex.Find(key);
+        const auto entry = index.Find(key);
         return entry ? std::optional(entry->id) : std::nullopt;
     }
     const auto found = FindInBucket(key, KeyBucket(key));
-    if (!fIndex.IsBuilt()) BuildIndexIfWorthwhile();
+    if (!index.IsBuilt()) BuildIndexIfWorthwhile();
     return found;
 }
 
 std::optional<ValueBytes> FastArray::FindValue(std::string_view key) const {
     if (IsAnsweredByIndex(key)) {
-        const auto entry = fIndex.Find(key);
+        const auto entry = index.Find(key);
         return entry ? std::optional(entry->value) : std::nullopt;
     }
     const auto id = Find(key);
@@ -123,13 +123,13 @@ std::optional<ValueBytes> FastArray::FindValue(std::string_view key) const {
 }
 
 ValueBytes FastArray::Value(std::uint32_t id) const {
-    if (id >= fTotalIds) return {};
+    if (id >= totalIds) return {};
     const Place place = PlaceOf(id);
     return place.block->IsDropped(place.entry) ? ValueBytes{} : place.block->values.At(place.entry);
 }
 
 std::optional<ValueBytes> FastArray::Note(std::uint32_t id) const {
-    if (id >= fTotalIds) return std::nullopt;
+    if (id >= totalIds) return std::nullopt;
     const Place place = PlaceOf(id);
     return place.block->NoteAt(place.entry);
 }
@@ -142,18 +142,18 @@ void FastArray::ReplaceEntry(std::uint32_t id, std::string_view value, std::opti
 }
 
 void FastArray::ReserveBlock() {
-    if (fBlocks.size() == fBlocks.capacity()) fBlocks.reserve(fBlocks.size() + kBlocksAtATime);
+    if (blocks.size() == blocks.capacity()) blocks.reserve(blocks.size() + kBlocksAtATime);
 }
 
 FastArrayBlock& FastArray::CurrentBlock() {
-    if (fCurrentBlock < 0) {
+    if (currentBlock < 0) {
         ReserveBlock();
         auto block = std::make_unique<FastArrayBlock>();
-        block->firstId = fTotalIds;
-        fBlocks.push_back(std::move(block));
-        fCurrentBlock = static_cast<std::int32_t>(fBlocks.size() - 1);
+        block->firstId = totalIds;
+        blocks.push_back(std::move(block));
+        currentBlock = static_cast<std::int32_t>(blocks.size() - 1);
     }
-    return *fBlocks[static_cast<std::size_t>(fCurrentBlock)];
+    return *blocks[static_cast<std::size_t>(currentBlock)];
 }
 
 std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
@@ -162,34 +162,34 @@ std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
         ReplaceEntry(*found, value, note);
         return *found;
     }
-    const std::uint32_t id = fTotalIds;
+    const std::uint32_t id = totalIds;
     if (id == kMostIds) return kNoId;
     FastArrayBlock& block = CurrentBlock();
     const std::uint32_t bucket = KeyBucket(key);
-    fBuckets.Reserve(bucket);
+    buckets.Reserve(bucket);
     block.Append(key, value, note);
-    fBuckets.Append(bucket, id);
-    ++fTotalIds;
-    ++fLiveEntries;
-    fKeyBytes += key.size();
-    if (block.entryCount == FastArrayBlock::kRunTimeEntries) fCurrentBlock = -1;
+    buckets.Append(bucket, id);
+    ++totalIds;
+    ++liveEntries;
+    keyBytes += key.size();
+    if (block.entryCount == FastArrayBlock::kRunTimeEntries) currentBlock = -1;
     InsertIntoIndex(id);
     return id;
 }
 
 void FastArray::InsertIntoIndex(std::uint32_t id) {
-    if (!fIndex.IsBuilt()) return;
+    if (!index.IsBuilt()) return;
     try {
-        fIndex.Insert(KeyOf(id), {id, Value(id)});
+        index.Insert(KeyOf(id), {id, Value(id)});
     } catch (const std::bad_alloc&) {
-        fIndex.Clear();
+        index.Clear();
     }
 }
 
 bool FastArray::AddBlock(FastArrayBlock block, BucketLists lists) {
-    if (block.firstId != 0 && fTotalIds != 0 && block.firstId != fTotalIds) return false;
-    if (block.entryCount > kMostIds - fTotalIds) return false;
-    if (fTotalIds != 0) return AddBlockBehind(std::move(block), lists);
+    if (block.firstId != 0 && totalIds != 0 && block.firstId != totalIds) return false;
+    if (block.entryCount > kMostIds - totalIds) return false;
+    if (totalIds != 0) return AddBlockBehind(std::move(block), lists);
     if (block.liveCount != 0) AddFirstBlock(std::move(block), std::move(lists));
     return true;
 }
@@ -198,19 +198,19 @@ void FastArray::AddFirstBlock(FastArrayBlock block, BucketLists lists) {
     ReserveBlock();
     auto taken = std::make_unique<FastArrayBlock>(std::move(block));
     taken->firstId = 0;
-    fBuckets.TakeFile(std::move(lists), taken->entryCount);
+    buckets.TakeFile(std::move(lists), taken->entryCount);
     TakeBlock(std::move(taken));
 }
 
 void FastArray::TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept {
-    fTotalIds += block->entryCount;
-    fLiveEntries += std::min(block->liveCount, UINT32_MAX - fLiveEntries);
-    fKeyBytes += block->keys.AreaSize();
-    fBlocks.push_back(std::move(block));
+    totalIds += block->entryCount;
+    liveEntries += std::min(block->liveCount, UINT32_MAX - liveEntries);
+    keyBytes += block->keys.AreaSize();
+    blocks.push_back(std::move(block));
     // What is added later must not shift these ids.
-    fCurrentBlock = -1;
-    fIndex.Clear();
-    fScanned = 0;
+    currentBlock = -1;
+    index.Clear();
+    scanned = 0;
 }
 
 } // namespace kestrel_private

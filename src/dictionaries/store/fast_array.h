@@ -45,14 +45,14 @@ public:
     bool AddBlock(FastArrayBlock block, BucketLists lists);
 
     // The key's bytes; empty for an id that was never given out or was dropped.
-    std::string_view Key(std::uint32_t id) const { return id < fTotalIds ? KeyOf(id) : std::string_view(); }
+    std::string_view Key(std::uint32_t id) const { return id < totalIds ? KeyOf(id) : std::string_view(); }
     // Every id ever given out, and those not dropped.
-    std::uint32_t TotalIds() const { return fTotalIds; }
-    std::uint32_t LiveEntries() const { return fLiveEntries; }
-    std::size_t BlockCount() const { return fBlocks.size(); }
+    std::uint32_t TotalIds() const { return totalIds; }
+    std::uint32_t LiveEntries() const { return liveEntries; }
+    std::size_t BlockCount() const { return blocks.size(); }
     // The ids of a bucket, in the order of a search.
     std::vector<std::uint32_t> Bucket(std::uint32_t bucket) const;
-    bool IsIndexed() const { return fIndex.IsBuilt(); }
+    bool IsIndexed() const { return index.IsBuilt(); }
 
 private:
     struct Place {
@@ -70,7 +70,7 @@ private:
     void ReserveBlock();
     FastArrayBlock& CurrentBlock();
     void InsertIntoIndex(std::uint32_t id);
-    void UpdateIndex(std::uint32_t id) noexcept { fIndex.SetValue(KeyOf(id), {id, Value(id)}); }
+    void UpdateIndex(std::uint32_t id) noexcept { index.SetValue(KeyOf(id), {id, Value(id)}); }
     std::optional<std::uint32_t> FindFromFile(std::string_view key, std::uint32_t bucket) const;
     std::optional<std::uint32_t> FindInBucket(std::string_view key, std::uint32_t bucket) const;
 
@@ -79,15 +79,15 @@ private:
     bool AddBlockBehind(FastArrayBlock block, const BucketLists& lists);
     void TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept;
 
-    std::uint32_t fTotalIds = 0;
-    std::uint32_t fLiveEntries = 0;
-    std::uint64_t fKeyBytes = 0; // of all blocks
-    std::int32_t fCurrentBlock = -1;
-    BucketTable fBuckets;
-    std::vector<std::unique_ptr<FastArrayBlock>> fBlocks;
-    mutable KeyIndex fIndex;
-    mutable bool fIndexIsWhole = true;  // else long keys are looked for in their buckets
-    mutable std::uint64_t fScanned = 0; // keys compared since the last index
+    std::uint32_t totalIds = 0;
+    std::uint32_t liveEntries = 0;
+    std::uint64_t keyBytes = 0; // of all blocks
+    std::int32_t currentBlock = -1;
+    BucketTable buckets;
+    std::vector<std::unique_ptr<FastArrayBlock>> blocks;
+    mutable KeyIndex index;
+    mutable bool indexIsWhole = true;  // else long keys are looked for in their buckets
+    mutable std::uint64_t scanned = 0; // keys compared since the last index
 };
 
 } // namespace kestrel_private

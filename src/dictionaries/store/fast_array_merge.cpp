@@ -23,34 +23,34 @@ constexpr std::uint64_t kUnfoldedBytesAnEntry = 256;
 // All that a block behind others will change, made ready so that carrying it out cannot fail.
 class FastArray::BlockBehind {
 public:
-    BlockBehind(FastArray& store, FastArrayBlock block)
-        : fStore(store), fBlock(std::make_unique<FastArrayBlock>(std::move(block))),
-          fMostUnfolded(fBlock->values.AreaSize() + kUnfoldedBytesAnEntry * fBlock->entryCount) {
-        fIsOverlay = fBlock->firstId == 0;
-        fBlock->firstId = store.fTotalIds;
+    BlockBehind(FastArray& target, FastArrayBlock file)
+        : store(target), block(std::make_unique<FastArrayBlock>(std::move(file))),
+          mostUnfolded(block->values.AreaSize() + kUnfoldedBytesAnEntry * block->entryCount) {
+        isOverlay = block->firstId == 0;
+        block->firstId = store.totalIds;
         store.ReserveBlock();
     }
 
     // False when the block is to be refused.
     bool Place(std::uint32_t bucket, std::span<const std::uint32_t> ids) {
-        BucketTable::Ids& grown = Grown(bucket);
+        BucketTable::Ids& list = Grown(bucket);
         for (const std::uint32_t id : ids) {
-            if (id >= fBlock->entryCount) continue;
-            if (fIsOverlay && Merge(id, bucket)) continue;
-            grown.push_back(id + fBlock->firstId);
+            if (id >= block->entryCount) continue;
+            if (isOverlay && Merge(id, bucket)) continue;
+            list.push_back(id + block->firstId);
         }
-        return fUnfolded <= fMostUnfolded;
+        return unfolded <= mostUnfolded;
     }
 
     void CarryOut() noexcept {
-        for (Replacement& replacement : fReplacements) {
-            const auto place = fStore.PlaceOf(replacement.id);
+        for (Replacement& replacement : replacements) {
+            const auto place = store.PlaceOf(replacement.id);
             place.block->values.Replace(place.entry, replacement.value, std::move(replacement.prepared));
-            fStore.UpdateIndex(replacement.id);
+            store.UpdateIndex(replacement.id);
         }
-        if (fBlock->liveCount == 0) return;
-        for (auto& [bucket, ids] : fGrown) fStore.fBuckets.ReplaceAdded(bucket, ids);
-        fStore.TakeBlock(std::move(fBlock));
+        if (block->liveCount == 0) return;
+        for (auto& [bucket, ids] : grown) store.buckets.ReplaceAdded(bucket, ids);
+        store.TakeBlock(std::move(block));
     }
 
 private:
@@ -62,10 +62,10 @@ private:
 
     // What came later than the first file, as it will be.
     BucketTable::Ids& Grown(std::uint32_t bucket) {
-        const auto [place, isNew] = fGrown.try_emplace(bucket);
+        const auto [place, isNew] = grown.try_emplace(bucket);
         if (isNew) {
-            fStore.fBuckets.Reserve(bucket);
-            const auto added = fStore.fBuckets.Added(bucket);
+            store.buckets.Reserve(bucket);
+            const auto added = store.buckets.Added(bucket);
             place->second.assign(added.begin(), added.end());
         }
         return place->second;
@@ -73,53 +73,53 @@ private:
 
     // True when the entry's key was here already, and only its value is taken.
     bool Merge(std::uint32_t entry, std::uint32_t bucket) {
-        const std::string_view key = fBlock->keys.At(entry).Text();
+        const std::string_view key = block->keys.At(entry).Text();
         if (key.size() > kLongestMergedKey) return false;
         const auto old = FindOld(key, bucket);
         if (!old) return false;
-        const std::string_view value = fBlock->values.At(entry).Text();
-        fReplacements.push_back({*old, value, PrepareReplacement(*old, value)});
-        fBlock->keys.Clear(entry);
-        fBlock->values.Clear(entry);
-        fBlock->liveCount -= fBlock->liveCount != 0;
+        const std::string_view value = block->values.At(entry).Text();
+        replacements.push_back({*old, value, PrepareReplacement(*old, value)});
+        block->keys.Clear(entry);
+        block->values.Clear(entry);
+        block->liveCount -= block->liveCount != 0;
         return true;
     }
 
     std::unique_ptr<std::uint8_t[]> PrepareReplacement(std::uint32_t id, std::string_view value) {
-        const auto [block, entry] = fStore.PlaceOf(id);
+        const auto [oldBlock, entry] = store.PlaceOf(id);
         // A file may have a key more than once.
-        std::size_t& length = fLengths.try_emplace(id, block->values.At(entry).length).first->second;
+        std::size_t& length = lengths.try_emplace(id, oldBlock->values.At(entry).length).first->second;
         const bool isLonger = value.size() > length;
         length = value.size();
-        if (!isLonger || fUnfolded > fMostUnfolded) return nullptr;
-        fUnfolded += value.size();
-        return block->values.PrepareOverride(value, block->entryCount);
+        if (!isLonger || unfolded > mostUnfolded) return nullptr;
+        unfolded += value.size();
+        return oldBlock->values.PrepareOverride(value, oldBlock->entryCount);
     }
 
     std::optional<std::uint32_t> FindOld(std::string_view key, std::uint32_t bucket) {
-        const std::size_t size = fStore.fBuckets.Size(bucket);
-        if (size < kFewestIndexed) return fStore.FindInBucket(key, bucket);
-        KeyIndex& index = fOldKeys[bucket];
-        if (!index.IsBuilt()) {
-            index.Start(size);
-            fStore.fBuckets.ForEachId(bucket, [&](std::uint32_t id) {
-                const std::string_view old = fStore.KeyOf(id);
-                if (old.size() <= kLongestMergedKey) index.Insert(old, {id, {}});
+        const std::size_t size = store.buckets.Size(bucket);
+        if (size < kFewestIndexed) return store.FindInBucket(key, bucket);
+        KeyIndex& oldIndex = oldKeys[bucket];
+        if (!oldIndex.IsBuilt()) {
+            oldIndex.Start(size);
+            store.buckets.ForEachId(bucket, [&](std::uint32_t id) {
+                const std::string_view old = store.KeyOf(id);
+                if (old.size() <= kLongestMergedKey) oldIndex.Insert(old, {id, {}});
             });
         }
-        const auto entry = index.Find(key);
+        const auto entry = oldIndex.Find(key);
         return entry ? std::optional(entry->id) : std::nullopt;
     }
 
-    FastArray& fStore;
-    std::unique_ptr<FastArrayBlock> fBlock;
-    bool fIsOverlay = false;
-    std::uint64_t fMostUnfolded;
-    std::uint64_t fUnfolded = 0;
-    std::map<std::uint32_t, BucketTable::Ids> fGrown;
-    std::map<std::uint32_t, KeyIndex> fOldKeys; // of the larger buckets that were searched
-    std::vector<Replacement> fReplacements;
-    std::unordered_map<std::uint32_t, std::size_t> fLengths; // of the old values, as replaced so far
+    FastArray& store;
+    std::unique_ptr<FastArrayBlock> block;
+    bool isOverlay = false;
+    std::uint64_t mostUnfolded;
+    std::uint64_t unfolded = 0;
+    std::map<std::uint32_t, BucketTable::Ids> grown;
+    std::map<std::uint32_t, KeyIndex> oldKeys; // of the larger buckets that were searched
+    std::vector<Replacement> replacements;
+    std::unordered_map<std::uint32_t, std::size_t> lengths; // of the old values, as replaced so far
 };
 
 bool FastArray::AddBlockBehind(FastArrayBlock block, const BucketLists& lists) {

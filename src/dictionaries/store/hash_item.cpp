@@ -13,19 +13,19 @@ std::size_t HashItem::WriteValue(std::ostream& stream, bool raw, const EncodingC
     return Write(stream, raw, encoding);
 }
 
-ByteRunKey::ByteRunKey(std::string_view key, Bytes bytes)
-    : fKey(key.data()), fLength(static_cast<std::uint32_t>(key.size())) {
-    if (bytes == Bytes::Borrowed) return;
-    fOwned = std::make_unique<char[]>(key.size());
-    if (!key.empty()) std::memcpy(fOwned.get(), key.data(), key.size());
-    fKey = fOwned.get();
+ByteRunKey::ByteRunKey(std::string_view keyBytes, Bytes bytes)
+    : key(keyBytes.data()), length(static_cast<std::uint32_t>(keyBytes.size())) {
+    if (bytes == Bytes::kBorrowed) return;
+    owned = std::make_unique<char[]>(keyBytes.size());
+    if (!keyBytes.empty()) std::memcpy(owned.get(), keyBytes.data(), keyBytes.size());
+    key = owned.get();
 }
 
-ByteRunKey::ByteRunKey(const ByteRunKey& other) : ByteRunKey(other.Key(), Bytes::Copied) {}
+ByteRunKey::ByteRunKey(const ByteRunKey& other) : ByteRunKey(other.Key(), Bytes::kCopied) {}
 
 std::size_t ByteRunKey::Write(std::ostream& stream, bool raw, const EncodingCode* /*encoding*/) const {
-    stream.write(fKey, fLength);
-    return raw ? fLength : 0;
+    stream.write(key, length);
+    return raw ? length : 0;
 }
 
 std::uint32_t ByteRunKey::Hash(std::uint32_t modulus) const {
@@ -33,8 +33,8 @@ std::uint32_t ByteRunKey::Hash(std::uint32_t modulus) const {
 }
 
 bool ByteRunKey::Equals(const HashItem& other) const {
-    const auto* const key = dynamic_cast<const ByteRunKey*>(&other);
-    return key != nullptr && key->Key() == Key();
+    const auto* const otherKey = dynamic_cast<const ByteRunKey*>(&other);
+    return otherKey != nullptr && otherKey->Key() == Key();
 }
 
 } // namespace kestrel_private

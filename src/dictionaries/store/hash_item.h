@@ -10,7 +10,7 @@
 
 namespace kestrel_private {
 
-enum class ByteOrder { Native, Swapped };
+enum class ByteOrder { kNative, kSwapped };
 
 // An entry of a chained hash table. The item owns the rest of its chain.
 class HashItem {
@@ -34,21 +34,21 @@ public:
 // A key that points at bytes of someone else, for a search, or owns a copy.
 class ByteRunKey : public HashItem {
 public:
-    enum class Bytes { Borrowed, Copied };
-    ByteRunKey(std::string_view key, Bytes bytes);
+    enum class Bytes { kBorrowed, kCopied };
+    ByteRunKey(std::string_view keyBytes, Bytes bytes);
     ByteRunKey(const ByteRunKey& other); // always owns
 
     std::size_t Write(std::ostream& stream, bool raw, const EncodingCode* encoding) const override;
     std::uint32_t Hash(std::uint32_t modulus) const override;
     bool Equals(const HashItem& other) const override;
 
-    std::string_view Key() const { return {fKey, fLength}; }
-    bool OwnsKey() const { return fOwned != nullptr; }
+    std::string_view Key() const { return {key, length}; }
+    bool OwnsKey() const { return owned != nullptr; }
 
 private:
-    std::unique_ptr<char[]> fOwned;
-    const char* fKey;
-    std::uint32_t fLength;
+    std::unique_ptr<char[]> owned;
+    const char* key;
+    std::uint32_t length;
 };
 
 } // namespace kestrel_private

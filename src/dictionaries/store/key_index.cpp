@@ -56,72 +56,72 @@ bool IsTooFull(std::size_t used, std::size_t slots) { return used * 5 > slots * 
 } // namespace
 
 KeyIndex::Record::Record(std::string_view key, const Entry& entry)
-    : fId(entry.id), fKeyLength(static_cast<std::uint16_t>(key.size())) {
+    : id(entry.id), keyLength(static_cast<std::uint16_t>(key.size())) {
     SetValue(entry.value);
-    if (key.size() <= sizeof fCopy) {
-        key.copy(fCopy, sizeof fCopy);
+    if (key.size() <= sizeof copy) {
+        key.copy(copy, sizeof copy);
     } else {
-        fBorrowed = key.data();
+        borrowed = key.data();
     }
 }
 
-void KeyIndex::Record::SetValue(const ValueBytes& value) {
-    fValue = value.bytes;
-    fValueLength = static_cast<std::uint16_t>(value.length);
+void KeyIndex::Record::SetValue(const ValueBytes& newValue) {
+    value = newValue.bytes;
+    valueLength = static_cast<std::uint16_t>(newValue.length);
 }
 
 void KeyIndex::Clear() {
-    fSlots.clear();
-    fRecords.clear();
+    slots.clear();
+    records.clear();
 }
 
 void KeyIndex::Start(std::size_t count) {
     Clear();
-    std::vector<Slot> slots(std::bit_ceil(kFewestSlots + count * 5 / 4));
-    fRecords.reserve(count);
-    fSeed = NewSeed(slots.data());
-    fSlots.swap(slots);
+    std::vector<Slot> free(std::bit_ceil(kFewestSlots + count * 5 / 4));
+    records.reserve(count);
+    seed = NewSeed(free.data());
+    slots.swap(free);
 }
 
 std::size_t KeyIndex::SlotFor(std::string_view key, std::uint64_t hash) const {
-    const std::size_t mask = fSlots.size() - 1;
+    const std::size_t mask = slots.size() - 1;
     for (std::size_t place = hash & mask;; place = (place + 1) & mask) {
-        const Slot& slot = fSlots[place];
+        const Slot& slot = slots[place];
         if (slot.record == kFree) return place;
-        if (slot.tag == TagOf(hash) && fRecords[slot.record].Key() == key) return place;
+        if (slot.tag == TagOf(hash) && records[slot.record].Key() == key) return place;
     }
 }
 
 void KeyIndex::Insert(std::string_view key, const Entry& entry) {
-    if (IsTooFull(fRecords.size() + 1, fSlots.size())) Resize(fSlots.size() * 2);
-    const std::uint64_t hash = HashWhole(key, fSeed);
-    Slot& slot = fSlots[SlotFor(key, hash)];
+    if (IsTooFull(records.size() + 1, slots.size())) Resize(slots.size() * 2);
+    const std::uint64_t hash = HashWhole(key, seed);
+    Slot& slot = slots[SlotFor(key, hash)];
     if (slot.record != kFree) return;
-    fRecords.emplace_back(key, entry);
-    slot = {static_cast<std::uint32_t>(fRecords.size() - 1), TagOf(hash)};
+    records.emplace_back(key, entry);
+    slot = {static_cast<std::uint32_t>(records.size() - 1), TagOf(hash)};
 }
 
 std::optional<KeyIndex::Entry> KeyIndex::Find(std::string_view key) const {
-    const Slot& slot = fSlots[SlotFor(key, HashWhole(key, fSeed))];
+    const Slot& slot = slots[SlotFor(key, HashWhole(key, seed))];
     if (slot.record == kFree) return std::nullopt;
-    return fRecords[slot.record].Found();
+    return records[slot.record].Found();
 }
 
 void KeyIndex::SetValue(std::string_view key, const Entry& entry) {
     if (!IsBuilt()) return;
-    const Slot& slot = fSlots[SlotFor(key, HashWhole(key, fSeed))];
+    const Slot& slot = slots[SlotFor(key, HashWhole(key, seed))];
     if (slot.record == kFree) return;
-    Record& record = fRecords[slot.record];
+    Record& record = records[slot.record];
     if (record.Found().id == entry.id) record.SetValue(entry.value);
 }
 
 void KeyIndex::Resize(std::size_t slotCount) {
-    std::vector<Slot> slots(slotCount);
-    fSlots.swap(slots);
-    for (std::uint32_t i = 0; i < fRecords.size(); ++i) {
-        const std::string_view key = fRecords[i].Key();
-        const std::uint64_t hash = HashWhole(key, fSeed);
-        fSlots[SlotFor(key, hash)] = {i, TagOf(hash)};
+    std::vector<Slot> larger(slotCount);
+    slots.swap(larger);
+    for (std::uint32_t i = 0; i < records.size(); ++i) {
+        const std::string_view key = records[i].Key();
+        const std::uint64_t hash = HashWhole(key, seed);
+        slots[SlotFor(key, hash)] = {i, TagOf(hash)};
     }
 }
 

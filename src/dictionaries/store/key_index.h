@@ -20,7 +20,7 @@ public:
         ValueBytes value;
     };
 
-    bool IsBuilt() const { return !fSlots.empty(); }
+    bool IsBuilt() const { return !slots.empty(); }
     void Clear();
     // Room for `count` keys. Builds the table.
     void Start(std::size_t count);
@@ -41,18 +41,18 @@ private:
     class alignas(64) Record {
     public:
         Record(std::string_view key, const Entry& entry);
-        std::string_view Key() const { return {fKeyLength <= sizeof fCopy ? fCopy : fBorrowed, fKeyLength}; }
-        Entry Found() const { return {fId, {fValue, fValueLength}}; }
-        void SetValue(const ValueBytes& value);
+        std::string_view Key() const { return {keyLength <= sizeof copy ? copy : borrowed, keyLength}; }
+        Entry Found() const { return {id, {value, valueLength}}; }
+        void SetValue(const ValueBytes& newValue);
 
     private:
         union {
-            char fCopy[48]; // of a key that is no longer
-            const char* fBorrowed;
+            char copy[48]; // of a key that is no longer
+            const char* borrowed;
         };
-        const std::uint8_t* fValue;
-        std::uint32_t fId;
-        std::uint16_t fKeyLength, fValueLength;
+        const std::uint8_t* value;
+        std::uint32_t id;
+        std::uint16_t keyLength, valueLength;
     };
     static_assert(sizeof(Record) == 64);
 
@@ -60,9 +60,9 @@ private:
     std::size_t SlotFor(std::string_view key, std::uint64_t hash) const;
     void Resize(std::size_t slotCount);
 
-    std::vector<Slot> fSlots; // a power of two, never full
-    std::vector<Record> fRecords;
-    std::uint64_t fSeed = 0; // of the hash
+    std::vector<Slot> slots; // a power of two, never full
+    std::vector<Record> records;
+    std::uint64_t seed = 0; // of the hash
 };
 
 } // namespace kestrel_private

@@ -7,12 +7,12 @@ namespace kestrel_private {
 
 TextColumn::TextColumn(FileArray<std::uint32_t> offsets, FileArray<std::uint16_t> lengths,
                        FileArray<std::uint8_t> area)
-    : fOffsets(std::move(offsets)), fLengths(std::move(lengths)), fArea(std::move(area)) {}
+    : offsets(std::move(offsets)), lengths(std::move(lengths)), area(std::move(area)) {}
 
 void TextColumn::Reserve(std::size_t count) {
-    fOffsets.reserve(count);
-    fLengths.reserve(count);
-    fOverrides.reserve(count);
+    offsets.reserve(count);
+    lengths.reserve(count);
+    overrides.reserve(count);
 }
 
 std::unique_ptr<std::uint8_t[]> TextColumn::Copy(std::string_view text) {
@@ -23,30 +23,30 @@ std::unique_ptr<std::uint8_t[]> TextColumn::Copy(std::string_view text) {
 }
 
 void TextColumn::Append(std::unique_ptr<std::uint8_t[]> copy, std::size_t length) noexcept {
-    fOffsets.push_back(0);
-    fLengths.push_back(static_cast<std::uint16_t>(length));
-    fOverrides.push_back(std::move(copy));
+    offsets.push_back(0);
+    lengths.push_back(static_cast<std::uint16_t>(length));
+    overrides.push_back(std::move(copy));
 }
 
 std::uint8_t* TextColumn::MutableAt(std::size_t index) { return const_cast<std::uint8_t*>(At(index).bytes); }
 
 std::unique_ptr<std::uint8_t[]> TextColumn::PrepareOverride(std::string_view text, std::size_t entryCount) {
     auto copy = Copy(text);
-    if (fOffsets.size() < entryCount) fOffsets.resize(entryCount, 0);
-    if (fLengths.size() < entryCount) fLengths.resize(entryCount, 0);
-    if (fOverrides.size() < entryCount) fOverrides.resize(entryCount);
+    if (offsets.size() < entryCount) offsets.resize(entryCount, 0);
+    if (lengths.size() < entryCount) lengths.resize(entryCount, 0);
+    if (overrides.size() < entryCount) overrides.resize(entryCount);
     return copy;
 }
 
 void TextColumn::Replace(std::size_t index, std::string_view text,
                          std::unique_ptr<std::uint8_t[]> prepared) noexcept {
     if (prepared) {
-        fOverrides[index] = std::move(prepared);
-        fOffsets[index] = 0;
+        overrides[index] = std::move(prepared);
+        offsets[index] = 0;
     } else if (!text.empty()) {
         std::memmove(MutableAt(index), text.data(), text.size());
     }
-    if (index < fLengths.size()) fLengths[index] = static_cast<std::uint16_t>(text.size());
+    if (index < lengths.size()) lengths[index] = static_cast<std::uint16_t>(text.size());
 }
 
 void TextColumn::Replace(std::size_t index, std::string_view text, std::size_t entryCount) {
@@ -55,7 +55,7 @@ void TextColumn::Replace(std::size_t index, std::string_view text, std::size_t e
 }
 
 void TextColumn::Clear(std::size_t index) {
-    if (index < fLengths.size()) fLengths[index] = 0;
+    if (index < lengths.size()) lengths[index] = 0;
 }
 
 } // namespace kestrel_private

@@ -32,21 +32,21 @@ public:
                FileArray<std::uint8_t> area);
 
     ValueBytes At(std::size_t index) const {
-        if (index >= fLengths.size()) return {};
-        const std::uint32_t length = fLengths[index];
-        if (index < fOverrides.size() && fOverrides[index]) return {fOverrides[index].get(), length};
-        if (index >= fOffsets.size() || fOffsets[index] > fArea.size()) return {};
-        if (length > fArea.size() - fOffsets[index]) return {};
-        return {fArea.data() + fOffsets[index], length};
+        if (index >= lengths.size()) return {};
+        const std::uint32_t length = lengths[index];
+        if (index < overrides.size() && overrides[index]) return {overrides[index].get(), length};
+        if (index >= offsets.size() || offsets[index] > area.size()) return {};
+        if (length > area.size() - offsets[index]) return {};
+        return {area.data() + offsets[index], length};
     }
 
     bool Equals(std::size_t index, std::string_view text) const {
         // Most keys of a bucket are told apart by their lengths or their ends, which is where keys differ.
-        if (!text.empty() && (index >= fLengths.size() || fLengths[index] != text.size())) return false;
+        if (!text.empty() && (index >= lengths.size() || lengths[index] != text.size())) return false;
         const std::string_view own = At(index).Text();
         return own.size() == text.size() && EndOf(own) == EndOf(text) && own == text;
     }
-    std::size_t AreaSize() const { return fArea.size(); }
+    std::size_t AreaSize() const { return area.size(); }
 
     // Room for `count` entries, so that Append cannot fail for want of it.
     void Reserve(std::size_t count);
@@ -73,10 +73,10 @@ private:
     }
     std::uint8_t* MutableAt(std::size_t index);
 
-    FileArray<std::uint32_t> fOffsets;
-    FileArray<std::uint16_t> fLengths;
-    FileArray<std::uint8_t> fArea;
-    std::vector<std::unique_ptr<std::uint8_t[]>> fOverrides;
+    FileArray<std::uint32_t> offsets;
+    FileArray<std::uint16_t> lengths;
+    FileArray<std::uint8_t> area;
+    std::vector<std::unique_ptr<std::uint8_t[]>> overrides;
 };
 
 } // namespace kestrel_private

@@ -18,16 +18,16 @@ public:
     static ByteRunValue* Make(std::uint32_t length);
     static void operator delete(void* memory) { ::operator delete(memory); }
 
-    std::uint32_t Length() const { return fLength; }
+    std::uint32_t Length() const { return length; }
     const std::byte* Bytes() const {
-        return fLength == 0 ? nullptr : reinterpret_cast<const std::byte*>(this + 1);
+        return length == 0 ? nullptr : reinterpret_cast<const std::byte*>(this + 1);
     }
     std::byte* FillBytes() { return const_cast<std::byte*>(Bytes()); }
 
 private:
-    explicit ByteRunValue(std::uint32_t length) : fLength(length) {}
+    explicit ByteRunValue(std::uint32_t length) : length(length) {}
 
-    std::uint32_t fLength;
+    std::uint32_t length;
 };
 
 } // namespace kestrel_private

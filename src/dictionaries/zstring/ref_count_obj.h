@@ -13,36 +13,36 @@ public:
     RefCountObj& operator=(const RefCountObj&) = delete;
     virtual ~RefCountObj() = default;
 
-    void AddRef() { ++fCount; }
+    void AddRef() { ++count; }
     void Release() {
-        if (--fCount == 0) delete this;
+        if (--count == 0) delete this;
     }
-    std::int32_t Count() const { return fCount; }
+    std::int32_t Count() const { return count; }
 
 private:
-    std::int32_t fCount = 0;
+    std::int32_t count = 0;
 };
 
 // One reference, held for as long as this handle lives.
 template <class Object>
 class Reference {
 public:
-    explicit Reference(Object* object) : fObject(object) { fObject->AddRef(); }
-    Reference(const Reference& other) : Reference(other.fObject) {}
+    explicit Reference(Object* object) : object(object) { object->AddRef(); }
+    Reference(const Reference& other) : Reference(other.object) {}
     Reference& operator=(const Reference& other) {
-        other.fObject->AddRef();
-        fObject->Release();
-        fObject = other.fObject;
+        other.object->AddRef();
+        object->Release();
+        object = other.object;
         return *this;
     }
-    ~Reference() { fObject->Release(); }
+    ~Reference() { object->Release(); }
 
-    Object* operator->() const { return fObject; }
-    Object& operator*() const { return *fObject; }
-    Object* Get() const { return fObject; }
+    Object* operator->() const { return object; }
+    Object& operator*() const { return *object; }
+    Object* Get() const { return object; }
 
 private:
-    Object* fObject;
+    Object* object;
 };
 
 } // namespace kestrel_private

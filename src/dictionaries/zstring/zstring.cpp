@@ -15,10 +15,10 @@ constexpr std::size_t kMostUnits = 0x7FFFFFFF;
 // stands.
 class Placeholder {
 public:
-    explicit Placeholder(std::uint32_t index) : fUnits{u'^', static_cast<char16_t>(u'0' + index)} {}
+    explicit Placeholder(std::uint32_t index) : units{u'^', static_cast<char16_t>(u'0' + index)} {}
 
-    std::size_t Length() const { return fUnits.size(); }
-    std::size_t FindIn(std::u16string_view text) const { return FindPair(text, fUnits); }
+    std::size_t Length() const { return units.size(); }
+    std::size_t FindIn(std::u16string_view text) const { return FindPair(text, units); }
     std::size_t CountIn(std::u16string_view text) const {
         std::size_t count = 0;
         for (std::size_t at = FindIn(text); at != text.npos; at = FindIn(text)) {
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    UnitPair fUnits;
+    UnitPair units;
 };
 
 } // namespace
@@ -86,19 +86,19 @@ std::uint32_t ByteLengthOf(std::u16string_view text) {
 
 } // namespace
 
-ZString::ZString() : fValue(EmptyValue()) {}
+ZString::ZString() : value(EmptyValue()) {}
 
 ZString::ZString(std::u16string_view text) : ZString(text.data(), ByteLengthOf(text)) {}
 
 ZString::ZString(const void* bytes, std::uint32_t byteLength)
-    : fValue(ByteRunValue::Copy(bytes, byteLength)) {}
+    : value(ByteRunValue::Copy(bytes, byteLength)) {}
 
 ZString ZString::FromBytes(std::string_view bytes, const std::int32_t* encoding) {
     return ZString(kestrel_private::DecodeBytes(bytes, encoding));
 }
 
 std::u16string_view ZString::Text() const {
-    return {reinterpret_cast<const char16_t*>(fValue->Bytes()), Length()};
+    return {reinterpret_cast<const char16_t*>(value->Bytes()), Length()};
 }
 
 void ZString::CopyOut(char16_t* buffer, std::uint32_t capacity, bool failOnOverflow) const {
@@ -117,7 +117,7 @@ void Substitute(ZString& string, std::uint32_t index, const ZString& replacement
     ZString substituted(ByteRunValue::Make(static_cast<std::uint32_t>(length * sizeof(char16_t))));
     if (length != 0) {
         placeholder.Replace(string.Text(), count, replacement.Text(),
-                            reinterpret_cast<char16_t*>(substituted.fValue->FillBytes()));
+                            reinterpret_cast<char16_t*>(substituted.value->FillBytes()));
     }
     string = substituted;
 }

@@ -18,12 +18,12 @@ public:
     // UTF-16 units as bytes, at any alignment; an odd last byte is kept and counts for no character.
     ZString(const void* bytes, std::uint32_t byteLength);
     // Takes a value that was just filled.
-    explicit ZString(kestrel_private::ByteRunValue* value) : fValue(value) {}
+    explicit ZString(kestrel_private::ByteRunValue* value) : value(value) {}
 
     // Decodes bytes; see dictionaries/zstring/encoding.h for what `encoding` says and which codes are raised.
     static ZString FromBytes(std::string_view bytes, const std::int32_t* encoding);
 
-    std::uint32_t ByteLength() const { return fValue->Length(); }
+    std::uint32_t ByteLength() const { return value->Length(); }
     std::uint32_t Length() const { return ByteLength() / 2; }
     // Characters with a terminator, as CopyOut needs them.
     std::uint32_t LengthWithTerminator() const { return Length() + 1; }
@@ -37,12 +37,12 @@ public:
     void CopyOut(char16_t* buffer, std::uint32_t capacity, bool failOnOverflow) const;
 
     // The shared value itself.
-    const kestrel_private::ByteRunValue* Value() const { return fValue.Get(); }
+    const kestrel_private::ByteRunValue* Value() const { return value.Get(); }
 
 private:
     friend void Substitute(ZString& string, std::uint32_t index, const ZString& replacement);
 
-    kestrel_private::Reference<kestrel_private::ByteRunValue> fValue;
+    kestrel_private::Reference<kestrel_private::ByteRunValue> value;
 };
 
 // Replaces each placeholder `^index` of `string`; index 0 is `^0`. `^^0` gives `^` and the replacement.

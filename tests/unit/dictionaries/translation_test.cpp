@@ -2,8 +2,8 @@
 
 #include "dictionaries/zstring/encoding.h"
 
-#include "unit/dictionaries/dictionary_support.h"
 #include "support/failing_allocator.h"
+#include "unit/dictionaries/dictionary_support.h"
 
 #include <new>
 #include <stdexcept>
@@ -25,11 +25,11 @@ protected:
 // Looks at the slot before any test has emptied it.
 class LibraryStart : public testing::Environment {
 public:
-    void SetUp() override { fMade = kestrel_private::ProcessDictionarySlot() != nullptr; }
-    bool HadADictionary() const { return fMade; }
+    void SetUp() override { made = kestrel_private::ProcessDictionarySlot() != nullptr; }
+    bool HadADictionary() const { return made; }
 
 private:
-    bool fMade = false;
+    bool made = false;
 };
 const auto* const gLibraryStart =
     static_cast<LibraryStart*>(testing::AddGlobalTestEnvironment(new LibraryStart));

@@ -3,8 +3,8 @@
 #include "dictionaries/store/dictionary_entry.h"
 #include "dictionaries/zstring/encoding.h"
 
-#include "unit/dictionaries/dictionary_support.h"
 #include "support/failing_allocator.h"
+#include "unit/dictionaries/dictionary_support.h"
 
 #include <new>
 #include <sstream>
@@ -287,7 +287,7 @@ TEST_F(FastDictionary, LosesNothingWhenMemoryRunsOutInALoad) {
 
 TEST(ByteRunKey, OwnsACopyWhenItIsCopied) {
     std::string bytes = "key";
-    const ByteRunKey borrowed(bytes, ByteRunKey::Bytes::Borrowed);
+    const ByteRunKey borrowed(bytes, ByteRunKey::Bytes::kBorrowed);
     const ByteRunKey copy(borrowed);
     EXPECT_FALSE(borrowed.OwnsKey());
     EXPECT_TRUE(copy.OwnsKey());
@@ -299,10 +299,10 @@ TEST(ByteRunKey, OwnsACopyWhenItIsCopied) {
 }
 
 TEST(ByteRunKey, WritesItsBytesByEveryWriterOfTheBase) {
-    const ByteRunKey key("key", ByteRunKey::Bytes::Copied);
+    const ByteRunKey key("key", ByteRunKey::Bytes::kCopied);
     std::ostringstream stream;
     EXPECT_EQ(key.WriteKey(stream, true), 3u);
-    EXPECT_EQ(key.WriteValue(stream, true, nullptr, ByteOrder::Native), 3u);
+    EXPECT_EQ(key.WriteValue(stream, true, nullptr, ByteOrder::kNative), 3u);
     EXPECT_EQ(stream.str(), "keykey");
 }
 
@@ -329,7 +329,7 @@ TEST(DictionaryEntry, WritesRawBytes) {
     EXPECT_EQ(Written(entry, 6, [](auto& e, auto& s) { return e.Write(s, true, &kEncodingUtf8); }),
               "/ax\xE2\x82\xAC");
     EXPECT_EQ(Written(entry, 4,
-                      [](auto& e, auto& s) { return e.WriteValue(s, true, nullptr, ByteOrder::Swapped); }),
+                      [](auto& e, auto& s) { return e.WriteValue(s, true, nullptr, ByteOrder::kSwapped); }),
               std::string("\0x\x20\xAC", 4));
 }
 

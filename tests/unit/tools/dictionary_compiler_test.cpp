@@ -83,10 +83,10 @@ TEST(DictionaryWriter, RefusesWhatTheLengthsCannotHold) {
 class CompileCommand : public testing::Test {
 protected:
     int Run(const std::vector<std::string>& arguments) {
-        fMessages.str("");
-        return RunCompileCommand(arguments, fMessages);
+        messages.str("");
+        return RunCompileCommand(arguments, messages);
     }
-    std::string In(const char* name) const { return (fFolder / name).string(); }
+    std::string In(const char* name) const { return (folder / name).string(); }
     static void Write(const std::string& path, const std::string& bytes) {
         std::ofstream(path, std::ios::binary) << bytes;
     }
@@ -95,14 +95,14 @@ protected:
         return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     }
 
-    pavane_test::TemporaryFolder fFolder{u"compile"};
-    std::ostringstream fMessages;
+    pavane_test::TemporaryFolder folder{u"compile"};
+    std::ostringstream messages;
 };
 
 TEST_F(CompileCommand, WritesTheTargetAndItsFolders) {
     Write(In("a.txt"), "/a=x\n");
     EXPECT_EQ(Run({In("a.txt"), In("new/folder/a.zdct")}), 0);
-    EXPECT_EQ(fMessages.str(), "");
+    EXPECT_EQ(messages.str(), "");
     EXPECT_EQ(Read(In("new/folder/a.zdct")), CompileDictionary("/a=x\n").bytes);
     EXPECT_FALSE(std::filesystem::exists(In("new/folder/a.zdct.new")));
 }
@@ -111,21 +111,21 @@ TEST_F(CompileCommand, SaysWhereErrorsAreAndKeepsTheOlderTarget) {
     Write(In("a.txt"), "no equals\n$/a=x\n");
     Write(In("a.zdct"), "older");
     EXPECT_EQ(Run({In("a.txt"), In("a.zdct")}), 1);
-    EXPECT_EQ(fMessages.str(), In("a.txt") + ":1: warning: has no =, so its value is empty\n" + In("a.txt") +
-                                   ":2: error: begins with $, but not with $$$\n");
+    EXPECT_EQ(messages.str(), In("a.txt") + ":1: warning: has no =, so its value is empty\n" + In("a.txt") +
+                                  ":2: error: begins with $, but not with $$$\n");
     EXPECT_EQ(Read(In("a.zdct")), "older");
 }
 
 TEST_F(CompileCommand, ComplainsAboutFilesAndUsage) {
     EXPECT_EQ(Run({In("absent.txt"), In("a.zdct")}), 2);
-    EXPECT_THAT(fMessages.str(), EndsWith("absent.txt: cannot be read\n"));
-    EXPECT_EQ(Run({fFolder.Path().string(), In("a.zdct")}), 2);
-    EXPECT_THAT(fMessages.str(), EndsWith(": cannot be read\n"));
+    EXPECT_THAT(messages.str(), EndsWith("absent.txt: cannot be read\n"));
+    EXPECT_EQ(Run({folder.Path().string(), In("a.zdct")}), 2);
+    EXPECT_THAT(messages.str(), EndsWith(": cannot be read\n"));
     Write(In("a.txt"), "/a=x\n");
     EXPECT_EQ(Run({In("a.txt"), In("a.txt/below")}), 2);
-    EXPECT_THAT(fMessages.str(), EndsWith("below: cannot be written\n"));
+    EXPECT_THAT(messages.str(), EndsWith("below: cannot be written\n"));
     EXPECT_EQ(Run({In("a.txt")}), 2);
-    EXPECT_THAT(fMessages.str(), StartsWith("usage:"));
+    EXPECT_THAT(messages.str(), StartsWith("usage:"));
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // Compiled dictionaries of versions 1.0 and 1.5.
 #include "unit/dictionaries/files/binary_support.h"
 
-#include "dictionaries/zstring/encoding.h"
 #include "dictionaries/translation.h"
+#include "dictionaries/zstring/encoding.h"
 #include "support/failing_allocator.h"
 
 #include <new>
@@ -67,7 +67,7 @@ using Writer = std::string (*)(const std::vector<Bucket>&, int conversionCode);
 
 class BinaryChainsOf : public DictionaryTest {
 protected:
-    ZStringDictionary fDictionary{false};
+    ZStringDictionary dictionary{false};
 };
 
 class BinaryChains : public BinaryChainsOf, public testing::WithParamInterface<Writer> {
@@ -87,13 +87,13 @@ INSTANTIATE_TEST_SUITE_P(Version, BinaryChains,
 const std::vector<Item> kItems = {{"/a", Utf16(u"one")}, {"/b", Utf16(u"zw\u00F6lf")}, {"/c", ""}};
 
 TEST_P(BinaryChains, FillTheChains) {
-    LoadBytes(fDictionary, Write(BucketsOf(kItems)));
-    EXPECT_EQ(Found(fDictionary, "/a"), u"one");
-    EXPECT_EQ(Found(fDictionary, "/b"), u"zw\u00F6lf");
-    EXPECT_EQ(Found(fDictionary, "/c=default"), u"");
-    EXPECT_EQ(Found(fDictionary, "/d=default"), u"default");
-    EXPECT_TRUE(fDictionary.IsGood());
-    EXPECT_FALSE(fDictionary.IsFast());
+    LoadBytes(dictionary, Write(BucketsOf(kItems)));
+    EXPECT_EQ(Found(dictionary, "/a"), u"one");
+    EXPECT_EQ(Found(dictionary, "/b"), u"zw\u00F6lf");
+    EXPECT_EQ(Found(dictionary, "/c=default"), u"");
+    EXPECT_EQ(Found(dictionary, "/d=default"), u"default");
+    EXPECT_TRUE(dictionary.IsGood());
+    EXPECT_FALSE(dictionary.IsFast());
 }
 
 TEST_P(BinaryChains, AreNotReadByAFastDictionary) {
@@ -106,29 +106,29 @@ TEST_P(BinaryChains, AreNotReadByAFastDictionary) {
 
 TEST_P(BinaryChains, KeepTheOrderOfABucketInFrontOfWhatWasThere) {
     const std::uint32_t bucket = KeyBucket("/a");
-    LoadText(fDictionary, u"/a=oldest");
-    LoadBytes(fDictionary, Write({{bucket, {{"/a", Utf16(u"first")}, {"/a", Utf16(u"second")}}}}));
-    EXPECT_EQ(Found(fDictionary, "/a"), u"first");
-    LoadBytes(fDictionary, Write({{bucket, {{"/a", Utf16(u"newer")}}}}));
-    EXPECT_EQ(Found(fDictionary, "/a"), u"newer");
-    LoadText(fDictionary, u"/a=newest");
-    EXPECT_EQ(Found(fDictionary, "/a"), u"newest");
+    LoadText(dictionary, u"/a=oldest");
+    LoadBytes(dictionary, Write({{bucket, {{"/a", Utf16(u"first")}, {"/a", Utf16(u"second")}}}}));
+    EXPECT_EQ(Found(dictionary, "/a"), u"first");
+    LoadBytes(dictionary, Write({{bucket, {{"/a", Utf16(u"newer")}}}}));
+    EXPECT_EQ(Found(dictionary, "/a"), u"newer");
+    LoadText(dictionary, u"/a=newest");
+    EXPECT_EQ(Found(dictionary, "/a"), u"newest");
 }
 
 TEST_P(BinaryChains, DecodeValuesByTheConversionCode) {
-    LoadBytes(fDictionary,
+    LoadBytes(dictionary,
               Write(BucketsOf({{"/a", "zw\xC3\xB6lf"}, {"/b", ""}}), kestrel_private::kEncodingUtf8));
-    EXPECT_EQ(Found(fDictionary, "/a"), u"zw\u00F6lf");
-    EXPECT_EQ(Found(fDictionary, "/b=default"), u"");
-    LoadBytes(fDictionary, Write(BucketsOf({{"/c", "ascii"}}), 200));
-    EXPECT_EQ(Found(fDictionary, "/c"), u"ascii");
+    EXPECT_EQ(Found(dictionary, "/a"), u"zw\u00F6lf");
+    EXPECT_EQ(Found(dictionary, "/b=default"), u"");
+    LoadBytes(dictionary, Write(BucketsOf({{"/c", "ascii"}}), 200));
+    EXPECT_EQ(Found(dictionary, "/c"), u"ascii");
 }
 
 TEST_P(BinaryChains, KeepTheItemsBeforeAValueThatDoesNotDecode) {
     const std::string bytes = Write(BucketsOf({{"/a", "good"}, {"/b", "\xFF\xFE"}, {"/c", "good"}}), 1);
-    EXPECT_THROW(LoadBytes(fDictionary, bytes), kestrel_private::ConversionCode);
-    EXPECT_EQ(Found(fDictionary, "/a"), u"good");
-    EXPECT_EQ(Found(fDictionary, "/c=default"), u"default");
+    EXPECT_THROW(LoadBytes(dictionary, bytes), kestrel_private::ConversionCode);
+    EXPECT_EQ(Found(dictionary, "/a"), u"good");
+    EXPECT_EQ(Found(dictionary, "/c=default"), u"default");
 }
 
 TEST_P(BinaryChains, ThatDoNotDecodeAreALogicErrorOfThePopulation) {
@@ -143,16 +143,16 @@ TEST_P(BinaryChains, ThatDoNotDecodeAreALogicErrorOfThePopulation) {
 }
 
 TEST_P(BinaryChains, OfNoBucketsAreGood) {
-    LoadBytes(fDictionary, Write({}));
-    EXPECT_TRUE(fDictionary.IsGood());
+    LoadBytes(dictionary, Write({}));
+    EXPECT_TRUE(dictionary.IsGood());
 }
 
 TEST_P(BinaryChains, SkipBucketsThatAreNone) {
-    LoadBytes(fDictionary,
+    LoadBytes(dictionary,
               Write({{1021, {{"/a", Utf16(u"lost")}}}, {KeyBucket("/b"), {{"/b", Utf16(u"two")}}}}));
-    EXPECT_EQ(Found(fDictionary, "/a=default"), u"default");
-    EXPECT_EQ(Found(fDictionary, "/b"), u"two");
-    EXPECT_TRUE(fDictionary.IsGood());
+    EXPECT_EQ(Found(dictionary, "/a=default"), u"default");
+    EXPECT_EQ(Found(dictionary, "/b"), u"two");
+    EXPECT_TRUE(dictionary.IsGood());
 }
 
 TEST_P(BinaryChains, CutAnywhereClearTheStatusAndKeepWholeItems) {
@@ -203,14 +203,14 @@ TEST_P(BinaryChains, LeaveNothingBehindWhenMemoryRunsOut) {
 }
 
 TEST_F(BinaryChainsOf, Version10CountTheirOffsetsFromTheFirst) {
-    LoadBytes(fDictionary, Version10(BucketsOf(kItems), 0, 0x80000000));
-    EXPECT_EQ(Found(fDictionary, "/b"), u"zw\u00F6lf");
-    EXPECT_TRUE(fDictionary.IsGood());
+    LoadBytes(dictionary, Version10(BucketsOf(kItems), 0, 0x80000000));
+    EXPECT_EQ(Found(dictionary, "/b"), u"zw\u00F6lf");
+    EXPECT_TRUE(dictionary.IsGood());
 }
 
 TEST_F(BinaryChainsOf, Version10MayHaveNoRowAtAll) {
-    LoadBytes(fDictionary, FieldWriter().Bytes(Header(1, 0)).U16(0).Written());
-    EXPECT_TRUE(fDictionary.IsGood());
+    LoadBytes(dictionary, FieldWriter().Bytes(Header(1, 0)).U16(0).Written());
+    EXPECT_TRUE(dictionary.IsGood());
 }
 
 TEST_F(BinaryChainsOf, Version10ReadNothingWhereOffsetsGoBack) {
@@ -228,9 +228,9 @@ TEST_F(BinaryChainsOf, Version10ReadNothingWhereOffsetsGoBack) {
                                   .U32(2)
                                   .Units(u"1")
                                   .Written();
-    LoadBytes(fDictionary, bytes);
-    EXPECT_EQ(Found(fDictionary, "/a"), u"1");
-    EXPECT_TRUE(fDictionary.IsGood());
+    LoadBytes(dictionary, bytes);
+    EXPECT_EQ(Found(dictionary, "/a"), u"1");
+    EXPECT_TRUE(dictionary.IsGood());
 }
 
 TEST_F(BinaryChainsOf, Version10WithAnItemLargerThanTheFileClearTheStatus) {
@@ -266,10 +266,10 @@ TEST_F(BinaryChainsOf, Version15ClearTheStatusWhereARunLeavesTheLengths) {
                                   .Bytes("/b")
                                   .Units(u"2")
                                   .Written();
-    LoadBytes(fDictionary, bytes);
-    EXPECT_EQ(Found(fDictionary, "/a"), u"1");
-    EXPECT_EQ(Found(fDictionary, "/b=default"), u"default");
-    EXPECT_FALSE(fDictionary.IsGood());
+    LoadBytes(dictionary, bytes);
+    EXPECT_EQ(Found(dictionary, "/a"), u"1");
+    EXPECT_EQ(Found(dictionary, "/b=default"), u"default");
+    EXPECT_FALSE(dictionary.IsGood());
 }
 
 TEST_F(BinaryChainsOf, Version15WithCountsBeyondTheFileClearTheStatus) {
@@ -278,8 +278,8 @@ TEST_F(BinaryChainsOf, Version15WithCountsBeyondTheFileClearTheStatus) {
         LoadBytes(dictionary, FieldWriter().Bytes(Header(1, 5)).U32(count).U8(0).Written());
         EXPECT_FALSE(dictionary.IsGood());
     }
-    LoadBytes(fDictionary, FieldWriter().Bytes(Header(1, 5)).U32(1).U32(0xFFFFFFFF).U16(0).Written());
-    EXPECT_FALSE(fDictionary.IsGood());
+    LoadBytes(dictionary, FieldWriter().Bytes(Header(1, 5)).U32(1).U32(0xFFFFFFFF).U16(0).Written());
+    EXPECT_FALSE(dictionary.IsGood());
 }
 
 } // namespace

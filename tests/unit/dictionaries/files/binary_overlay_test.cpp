@@ -15,12 +15,12 @@ class BinaryOverlay : public DictionaryTest {
 protected:
     BinaryOverlay() { Load({.entries = {{"/a", u"one"}, {"/b", u"two"}}}); }
 
-    void Load(const BinaryFile& file) { LoadBytes(fDictionary, file.Written()); }
-    std::u16string At(const char* key) const { return Found(fDictionary, key); }
-    std::uint32_t Total() const { return fDictionary.Entries().TotalIds(); }
-    std::uint32_t Live() const { return fDictionary.Entries().LiveEntries(); }
+    void Load(const BinaryFile& file) { LoadBytes(dictionary, file.Written()); }
+    std::u16string At(const char* key) const { return Found(dictionary, key); }
+    std::uint32_t Total() const { return dictionary.Entries().TotalIds(); }
+    std::uint32_t Live() const { return dictionary.Entries().LiveEntries(); }
 
-    ZStringDictionary fDictionary{true};
+    ZStringDictionary dictionary{true};
 };
 
 TEST_F(BinaryOverlay, ReplacesOldValuesAndKeepsOldIds) {
@@ -28,9 +28,9 @@ TEST_F(BinaryOverlay, ReplacesOldValuesAndKeepsOldIds) {
     EXPECT_EQ(At("/a"), u"1");
     EXPECT_EQ(At("/b"), u"zwei, and longer");
     EXPECT_EQ(At("/c"), u"drei");
-    EXPECT_EQ(fDictionary.Entries().Find("/b"), 1u);
-    EXPECT_EQ(fDictionary.Entries().Find("/c"), 3u);
-    EXPECT_EQ(ValueOfId(fDictionary, 2), u"");
+    EXPECT_EQ(dictionary.Entries().Find("/b"), 1u);
+    EXPECT_EQ(dictionary.Entries().Find("/c"), 3u);
+    EXPECT_EQ(ValueOfId(dictionary, 2), u"");
     EXPECT_EQ(Total(), 5u);
     EXPECT_EQ(Live(), 3u);
 }
@@ -47,7 +47,7 @@ TEST_F(BinaryOverlay, OfOldKeysAloneIsDropped) {
     EXPECT_EQ(At("/b"), u"zwei");
     EXPECT_EQ(Total(), 2u);
     EXPECT_EQ(Live(), 2u);
-    EXPECT_EQ(fDictionary.Entries().BlockCount(), 1u);
+    EXPECT_EQ(dictionary.Entries().BlockCount(), 1u);
 }
 
 TEST_F(BinaryOverlay, ThatIsDroppedTakesItsOtherIdsOutOfTheBuckets) {
@@ -55,8 +55,8 @@ TEST_F(BinaryOverlay, ThatIsDroppedTakesItsOtherIdsOutOfTheBuckets) {
     Load({.entries = {{"/a", u"eins"}, {"/c", u"drei"}}, .liveCount = 1});
     EXPECT_EQ(At("/a"), u"eins");
     EXPECT_EQ(At("/c=default"), u"default");
-    EXPECT_TRUE(fDictionary.Entries().Bucket(KeyBucket("/c")).empty());
-    EXPECT_EQ(AddText(fDictionary, "/c", u"three"), 2);
+    EXPECT_TRUE(dictionary.Entries().Bucket(KeyBucket("/c")).empty());
+    EXPECT_EQ(AddText(dictionary, "/c", u"three"), 2);
 }
 
 TEST_F(BinaryOverlay, WithoutLiveEntriesStillReplaces) {
@@ -94,11 +94,11 @@ TEST_F(BinaryOverlay, ComparesOnlyWithWhatWasThereBefore) {
 }
 
 TEST_F(BinaryOverlay, ReplacesEntriesThatWereAddedOneByOne) {
-    AddText(fDictionary, "/c", u"three");
+    AddText(dictionary, "/c", u"three");
     Load({.entries = {{"/c", u"drei"}, {"/d", u"vier"}}});
     EXPECT_EQ(At("/c"), u"drei");
     EXPECT_EQ(At("/d"), u"vier");
-    EXPECT_EQ(AddText(fDictionary, "/e", u"five"), 5);
+    EXPECT_EQ(AddText(dictionary, "/e", u"five"), 5);
     EXPECT_EQ(At("/e"), u"five");
 }
 
@@ -116,9 +116,9 @@ TEST_F(BinaryOverlay, FindsOldKeysInTheBucketThatItNames) {
     const std::uint32_t foreign = (KeyBucket("/hidden") + 1) % kestrel_private::kBucketCount;
     Load({.entries = {{"/hidden", u"old"}}, .lists = {{{foreign, {0}}}}});
     Load({.entries = {{"/hidden", u"new"}}, .lists = {{{foreign, {0}}}}});
-    EXPECT_EQ(ValueOfId(fDictionary, 2), u"new");
+    EXPECT_EQ(ValueOfId(dictionary, 2), u"new");
     Load({.entries = {{"/hidden", u"newest"}}});
-    EXPECT_EQ(ValueOfId(fDictionary, 2), u"new");
+    EXPECT_EQ(ValueOfId(dictionary, 2), u"new");
     EXPECT_EQ(At("/hidden"), u"newest");
 }
 
@@ -134,7 +134,7 @@ TEST_F(BinaryOverlay, GivesTheSameAnswersInLargeBuckets) {
     for (int i = 0; i < 450; ++i) {
         const std::string key = "/pane_" + std::to_string(1000 + i) + "/title";
         ASSERT_EQ(At(key.c_str()), i < 150 ? u"old" : u"fresh and longer");
-        ASSERT_EQ(fDictionary.Entries().Find(key), static_cast<std::uint32_t>(i < 300 ? 2 + i : 2 + i + 150));
+        ASSERT_EQ(dictionary.Entries().Find(key), static_cast<std::uint32_t>(i < 300 ? 2 + i : 2 + i + 150));
     }
     EXPECT_EQ(Live(), 452u);
 }
@@ -161,7 +161,7 @@ TEST_F(BinaryOverlay, MadeToSitHereIsTakenAsItStands) {
     Load({.entries = {{"/a", u"hidden"}, {"/c", u"three"}}, .firstId = 2});
     EXPECT_EQ(At("/a"), u"one");
     EXPECT_EQ(At("/c"), u"three");
-    EXPECT_EQ(ValueOfId(fDictionary, 2), u"hidden");
+    EXPECT_EQ(ValueOfId(dictionary, 2), u"hidden");
     EXPECT_EQ(Total(), 4u);
     EXPECT_EQ(Live(), 4u);
 }
@@ -172,8 +172,8 @@ TEST_F(BinaryOverlay, MadeToSitElsewhereIsRefused) {
         EXPECT_EQ(At("/a"), u"one");
         EXPECT_EQ(At("/c=default"), u"default");
         EXPECT_EQ(Total(), 2u);
-        EXPECT_EQ(fDictionary.HeaderText(), "kept");
-        EXPECT_TRUE(fDictionary.IsGood());
+        EXPECT_EQ(dictionary.HeaderText(), "kept");
+        EXPECT_TRUE(dictionary.IsGood());
     }
 }
 
@@ -188,7 +188,7 @@ TEST_F(BinaryOverlay, StoresNoIdBeyondItsEntries) {
     Load({.entries = {{"/c", u"three"}},
           .firstId = 2,
           .lists = {{{KeyBucket("/c"), {1, 0xFFFFFFFF, 0, 0xFFFFFFFE}}}}});
-    EXPECT_EQ(fDictionary.Entries().Bucket(KeyBucket("/c")), (std::vector<std::uint32_t>{2}));
+    EXPECT_EQ(dictionary.Entries().Bucket(KeyBucket("/c")), (std::vector<std::uint32_t>{2}));
 }
 
 TEST_F(BinaryOverlay, ThatWouldTakeTheIdsPastTheirEndIsRefused) {
@@ -200,8 +200,8 @@ TEST_F(BinaryOverlay, ThatWouldTakeTheIdsPastTheirEndIsRefused) {
     Load({.entries = {{"/b", u"zwei"}}});
     EXPECT_EQ(Total(), 0xFFFFFFFFu);
     EXPECT_EQ(At("/b"), u"two");
-    EXPECT_EQ(AddText(fDictionary, "/new", u"x"), -1);
-    EXPECT_EQ(AddText(fDictionary, "/b", u"replaced"), 1);
+    EXPECT_EQ(AddText(dictionary, "/new", u"x"), -1);
+    EXPECT_EQ(AddText(dictionary, "/b", u"replaced"), 1);
     EXPECT_EQ(At("/b"), u"replaced");
 }
 
@@ -226,9 +226,9 @@ TEST_F(BinaryOverlay, AnswersAlikeWithAnIndex) {
     for (int round = 0; round < 3; ++round) {
         for (const auto& [key, value] : many) ASSERT_EQ(At(key.c_str()), value);
     }
-    EXPECT_TRUE(fDictionary.Entries().IsIndexed());
+    EXPECT_TRUE(dictionary.Entries().IsIndexed());
     Load({.entries = {{many[7].first, u"overlaid"}, {"/z", u"new"}}});
-    EXPECT_FALSE(fDictionary.Entries().IsIndexed());
+    EXPECT_FALSE(dictionary.Entries().IsIndexed());
     EXPECT_EQ(At(many[7].first.c_str()), u"overlaid");
     EXPECT_EQ(At("/z"), u"new");
 }

@@ -17,10 +17,10 @@ namespace pavane_test {
 // Fields one behind the other, in one byte order.
 class FieldWriter {
 public:
-    explicit FieldWriter(std::endian order = std::endian::native) : fIsLittle(order == std::endian::little) {}
+    explicit FieldWriter(std::endian order = std::endian::native) : isLittle(order == std::endian::little) {}
 
-    FieldWriter& Bytes(std::string_view bytes) {
-        fBytes += bytes;
+    FieldWriter& Bytes(std::string_view field) {
+        bytes += field;
         return *this;
     }
     FieldWriter& U8(std::uint32_t number) { return Number(number, 1); }
@@ -30,18 +30,18 @@ public:
         for (const char16_t unit : text) U16(unit);
         return *this;
     }
-    const std::string& Written() const { return fBytes; }
+    const std::string& Written() const { return bytes; }
 
 private:
     FieldWriter& Number(std::uint32_t number, int size) {
         for (int i = 0; i < size; ++i) {
-            fBytes += static_cast<char>(number >> 8 * (fIsLittle ? i : size - 1 - i));
+            bytes += static_cast<char>(number >> 8 * (isLittle ? i : size - 1 - i));
         }
         return *this;
     }
 
-    bool fIsLittle;
-    std::string fBytes;
+    bool isLittle;
+    std::string bytes;
 };
 
 inline std::string Header(int major, int minor, int conversionCode = 0) {

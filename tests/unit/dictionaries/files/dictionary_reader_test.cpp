@@ -124,12 +124,12 @@ TEST(MakeReader, ReadsAnyStream) {
     for (const std::string& bytes :
          {LittleEndian(u"a\nb\u20AC"), BigEndian(u"a\nb\u20AC"), std::string("a\nb\x80")}) {
         std::istringstream stream(bytes);
-        const auto reader = MakeReader(SourceKind::Stream, stream);
+        const auto reader = MakeReader(SourceKind::kStream, stream);
         ASSERT_NE(reader, nullptr);
         EXPECT_EQ(AllLines(*reader), (Lines{u"a", u"b\u20AC"}));
     }
     std::istringstream shortStream("a");
-    EXPECT_EQ(MakeReader(SourceKind::Stream, shortStream), nullptr);
+    EXPECT_EQ(MakeReader(SourceKind::kStream, shortStream), nullptr);
 }
 
 TEST(MakeReader, ReadsAFile) {
@@ -138,23 +138,23 @@ TEST(MakeReader, ReadsAFile) {
     std::ofstream(path, std::ios::binary) << LittleEndian(u"a\nb");
     kestrel::basic_ifstream<char> stream(path.u16string());
     EXPECT_TRUE(stream.is_open());
-    const auto reader = MakeReader(SourceKind::File, stream);
+    const auto reader = MakeReader(SourceKind::kFile, stream);
     ASSERT_NE(reader, nullptr);
     EXPECT_EQ(AllLines(*reader), (Lines{u"a", u"b"}));
     kestrel::basic_ifstream<char> absent((folder / "absent").u16string());
     EXPECT_FALSE(absent.is_open());
-    EXPECT_EQ(MakeReader(SourceKind::File, absent), nullptr);
+    EXPECT_EQ(MakeReader(SourceKind::kFile, absent), nullptr);
 }
 
 TEST(MakeReader, ReadsAResourceOnlyWhenItIsOpen) {
     kestrel::basic_irstream<char> stream;
-    EXPECT_EQ(MakeReader(SourceKind::Resource, stream), nullptr);
+    EXPECT_EQ(MakeReader(SourceKind::kResource, stream), nullptr);
     stream.open(LittleEndian(u"a\nb"));
-    const auto reader = MakeReader(SourceKind::Resource, stream);
+    const auto reader = MakeReader(SourceKind::kResource, stream);
     ASSERT_NE(reader, nullptr);
     EXPECT_EQ(AllLines(*reader), (Lines{u"a", u"b"}));
     std::istringstream other("abc");
-    EXPECT_EQ(MakeReader(SourceKind::Resource, other), nullptr);
+    EXPECT_EQ(MakeReader(SourceKind::kResource, other), nullptr);
 }
 
 } // namespace

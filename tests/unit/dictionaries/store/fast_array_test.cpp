@@ -15,25 +15,25 @@ namespace {
 // A block as a compiled file would bring it: areas, offsets and ready bucket lists.
 class CompiledBlock {
 public:
-    explicit CompiledBlock(std::uint32_t firstId = 0) { fBlock.firstId = firstId; }
+    explicit CompiledBlock(std::uint32_t firstId = 0) { block.firstId = firstId; }
 
     CompiledBlock& Entry(std::string_view key, std::string_view value) {
-        fLists.lists.push_back({KeyBucket(key), fBlock.entryCount, 1});
-        fLists.ids.push_back(fBlock.entryCount);
-        Put(key, fKeyOffsets, fKeyLengths, fKeys);
-        Put(value, fValueOffsets, fValueLengths, fValues);
-        ++fBlock.entryCount;
-        ++fBlock.liveCount;
+        lists.lists.push_back({KeyBucket(key), block.entryCount, 1});
+        lists.ids.push_back(block.entryCount);
+        Put(key, keyOffsets, keyLengths, keys);
+        Put(value, valueOffsets, valueLengths, values);
+        ++block.entryCount;
+        ++block.liveCount;
         return *this;
     }
     CompiledBlock& WithoutValues() {
-        fValues.clear();
+        values.clear();
         return *this;
     }
     bool AddTo(FastArray& entries) {
-        fBlock.keys = TextColumn(fKeyOffsets, fKeyLengths, fKeys);
-        fBlock.values = TextColumn(fValueOffsets, fValueLengths, fValues);
-        return entries.AddBlock(std::move(fBlock), fLists);
+        block.keys = TextColumn(keyOffsets, keyLengths, keys);
+        block.values = TextColumn(valueOffsets, valueLengths, values);
+        return entries.AddBlock(std::move(block), lists);
     }
 
 private:
@@ -44,11 +44,11 @@ private:
         for (const char byte : text) area.push_back(static_cast<std::uint8_t>(byte));
     }
 
-    FastArrayBlock fBlock;
-    BucketLists fLists;
-    FileArray<std::uint32_t> fKeyOffsets, fValueOffsets;
-    FileArray<std::uint16_t> fKeyLengths, fValueLengths;
-    FileArray<std::uint8_t> fKeys, fValues;
+    FastArrayBlock block;
+    BucketLists lists;
+    FileArray<std::uint32_t> keyOffsets, valueOffsets;
+    FileArray<std::uint16_t> keyLengths, valueLengths;
+    FileArray<std::uint8_t> keys, values;
 };
 
 std::string KeyNumber(int number) {

@@ -25,11 +25,11 @@ std::u16string Substituted(std::u16string_view text, std::uint32_t index, std::u
 
 class CountedObject : public RefCountObj {
 public:
-    explicit CountedObject(int& destroyed) : fDestroyed(destroyed) {}
-    ~CountedObject() override { ++fDestroyed; }
+    explicit CountedObject(int& destroyed) : destroyed(destroyed) {}
+    ~CountedObject() override { ++destroyed; }
 
 private:
-    int& fDestroyed;
+    int& destroyed;
 };
 
 TEST(RefCountObj, DestroysItselfWithItsLastReference) {

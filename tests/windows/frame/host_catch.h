@@ -1,0 +1,58 @@
+// A host that catches structured exceptions itself, as one of another compiler would.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+
+namespace host_catch {
+
+extern "C" {
+int HostCatchingFrame(void (*call)(void*), void* argument);
+extern char HostCatchingFrameEnd[];
+}
+
+inline DWORD gCaughtCode = 0;
+
+// Used, so that the compiler makes it: only the frame below names it.
+extern "C" [[gnu::used]] inline EXCEPTION_DISPOSITION
+HostCatchingHandler(EXCEPTION_RECORD* record, void* frame, CONTEXT*, DISPATCHER_CONTEXT* dispatcher) {
+    if ((record->ExceptionFlags & (EXCEPTION_UNWINDING | EXCEPTION_EXIT_UNWIND)) == 0) {
+        gCaughtCode = record->ExceptionCode;
+        RtlUnwindEx(frame, HostCatchingFrameEnd, record, reinterpret_cast<void*>(1),
+                    dispatcher->ContextRecord, dispatcher->HistoryTable);
+    }
+    return ExceptionContinueSearch;
+}
+
+// The code of the structured exception that ended `action`; 0 if none did.
+inline DWORD CodeCaughtFrom(std::function<void()> action) {
+    gCaughtCode = 0;
+    const auto call = [](void* argument) { (*static_cast<std::function<void()>*>(argument))(); };
+    return HostCatchingFrame(call, &action) != 0 ? gCaughtCode : 0;
+}
+
+inline void Raise(DWORD code) { RaiseException(code, 0, 0, nullptr); }
+
+} // namespace host_catch
+
+__asm__(R"(
+    .text
+    .p2align 4
+    .globl HostCatchingFrame
+    .seh_proc HostCatchingFrame
+HostCatchingFrame:
+    subq $40, %rsp
+    .seh_stackalloc 40
+    .seh_handler HostCatchingHandler, @except, @unwind
+    .seh_endprologue
+    movq %rcx, %rax
+    movq %rdx, %rcx
+    call *%rax
+    xorl %eax, %eax
+    .globl HostCatchingFrameEnd
+HostCatchingFrameEnd:
+    addq $40, %rsp
+    ret
+    .seh_endproc
+)");

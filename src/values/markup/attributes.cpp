@@ -3,50 +3,50 @@
 namespace brixen::lyr::gen {
 namespace {
 
-enum class Part { Name, Quoted, Other, End };
+enum class Part { kName, kQuoted, kOther, kEnd };
 
-// Tells the tokens of a tag apart.
+// Reads the tokens of a tag with the part that each plays there.
 class TagReader {
 public:
-    TagReader(const MarkupSpan& text, std::ptrdiff_t tagName) : fReader(text, tagName) {}
+    TagReader(const MarkupSpan& text, std::ptrdiff_t tagName) : reader(text, tagName) {}
 
     Part Next(MarkupToken& token) {
-        if (!fReader.Next(token)) return Part::End;
-        const bool past = fCount++ > 0;
+        if (!reader.Next(token)) return Part::kEnd;
+        const bool past = count++ > 0;
         if (token.quoted) {
-            fWaiting = false;
-            return Part::Quoted;
+            waiting = false;
+            return Part::kQuoted;
         }
-        if (fReader.Is(token, '>') || fReader.Is(token, '/') || fReader.Is(token, '?')) return Part::End;
-        const bool sign = past && fReader.Is(token, '=');
-        const bool name = past && !sign && !fWaiting;
-        fWaiting = sign;
-        return name ? Part::Name : Part::Other;
+        if (reader.Is(token, '>') || reader.Is(token, '/') || reader.Is(token, '?')) return Part::kEnd;
+        const bool sign = past && reader.Is(token, '=');
+        const bool name = past && !sign && !waiting;
+        waiting = sign;
+        return name ? Part::kName : Part::kOther;
     }
-    // How many tokens were read.
-    int Count() const { return fCount; }
-    std::string_view TextOf(const MarkupToken& token) const { return fReader.TextOf(token); }
+    // The number of tokens that were read.
+    int Count() const { return count; }
+    std::string_view TextOf(const MarkupToken& token) const { return reader.TextOf(token); }
 
 private:
-    MarkupTokenReader fReader;
-    int fCount = 0;
-    bool fWaiting = false; // for the value, behind `=`
+    MarkupTokenReader reader;
+    int count = 0;
+    bool waiting = false; // for the value, after `=`
 };
 
 // Whether a name is one token, and matches nothing but itself.
 bool IsWholeName(std::string_view name) { return HasNone(name, kNameEndByte | kBlankByte | kDelimiterByte); }
 
-// Whether a name at `begin` is a token behind `from`, and nothing in front of it stops the search or waits
-// for a value.
+// Whether a name at `begin` is a token after `from`, and nothing before it stops the search or waits for a
+// value.
 bool IsPlainAttribute(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t begin) {
     return begin > from && IsBlank(text[begin - 1]) && HasNone(text.Between(from, begin), kDelimiterByte);
 }
 
-// The quick road for tags in which `name="value"` is the only use of a quote. True when `value` is the
-// answer; other tags take the road of tokens.
+// The fast path for tags in which `name="value"` is the only use of a quote. True when `value` is the answer;
+// other tags are read by tokens.
 bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t tagEnd, std::string_view name,
                     AttributeValue& value) {
-    // With a blank in front, the first token would look like an attribute.
+    // With a blank before it, the first token would look like an attribute.
     if (text.end - tagEnd < kNameBlock || ClassOf(text[from]) != kOrdinaryByte) return false;
     if (name.empty() || !IsWholeName(name)) return false;
     TagMarks marks(text.bytes, from);
@@ -54,8 +54,8 @@ bool FindInPlainTag(const MarkupSpan& text, std::ptrdiff_t from, std::ptrdiff_t 
         const std::ptrdiff_t quote = marks.Next();
         if ((ClassOf(text[quote]) & kQuoteByte) == 0) return true;
         const std::ptrdiff_t nameEnd = quote - 1;
-        if (nameEnd <= from || text[nameEnd] != '=' || ClassOf(text[nameEnd - 1]) != kOrdinaryByte)
-            return false;
+        if (nameEnd <= from || text[nameEnd] != '=') return false;
+        if (ClassOf(text[nameEnd - 1]) != kOrdinaryByte) return false;
         std::ptrdiff_t valueEnd = marks.Next();
         while (valueEnd < tagEnd && text[valueEnd] != text[quote]) valueEnd = marks.Next();
         if (valueEnd >= tagEnd) return false;
@@ -79,16 +79,16 @@ FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std
     found.stop = text.end;
     int valueCount = kNever;
     MarkupToken token;
-    for (Part part = reader.Next(token); part != Part::End; part = reader.Next(token)) {
-        if (part == Part::Name && NameMatches(reader.TextOf(token), name)) {
+    for (Part part = reader.Next(token); part != Part::kEnd; part = reader.Next(token)) {
+        if (part == Part::kName && NameMatches(reader.TextOf(token), name)) {
             found.nameBegin = token.begin;
             valueCount = reader.Count() + 2;
-        } else if (part == Part::Quoted && reader.Count() == valueCount) {
+        } else if (part == Part::kQuoted && reader.Count() == valueCount) {
             found.value = token;
             found.exists = true;
             return found;
         }
-        found.lastEnd = token.Behind();
+        found.lastEnd = token.After();
     }
     if (token.begin < text.end && found.lastEnd <= token.begin) found.stop = token.begin;
     return found;
@@ -105,8 +105,8 @@ AttributeValue FindAttributeValue(MarkupSpan text, std::ptrdiff_t tagName, std::
 std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index) {
     TagReader reader(text, tagName);
     MarkupToken token;
-    for (Part part = reader.Next(token); part != Part::End; part = reader.Next(token)) {
-        if (part == Part::Name && index-- == 0) return reader.TextOf(token);
+    for (Part part = reader.Next(token); part != Part::kEnd; part = reader.Next(token)) {
+        if (part == Part::kName && index-- == 0) return reader.TextOf(token);
     }
     return {};
 }

@@ -1,23 +1,23 @@
+// The attributes of one tag of markup. Private to the markup document.
 #pragma once
 
 #include "values/markup/tokens.h"
 
 #include <bit>
 
-// The attributes of one tag of markup. Private to the markup document.
 namespace brixen::lyr::gen {
 
 struct FoundAttribute {
     bool exists = false;
     std::ptrdiff_t nameBegin = 0;
     MarkupToken value;
-    // When it does not exist: where the last token in front of the tag's end ends (0 when there is none), and
-    // where that end is. The end of the text when the tag has none.
+    // For an attribute that does not exist: the end of the last token of the tag (0 when it has none), and
+    // the place of the tag's own end, which is the end of the text in a tag without one.
     std::ptrdiff_t lastEnd = 0;
     std::ptrdiff_t stop = 0;
 };
 
-// Looks for an attribute from the tag's name on. Only quoted values count; a quote may hide the tag's `>`.
+// Searches for an attribute from the tag's name on. Only quoted values count; a quote may hide the tag's `>`.
 FoundAttribute FindAttribute(const MarkupSpan& text, std::ptrdiff_t tagName, std::string_view name);
 
 // The place of an attribute's value, without its quotes. It never begins at 0.
@@ -35,11 +35,11 @@ inline bool HasNoValues(const MarkupSpan& text, std::ptrdiff_t tagName) {
     return marks != 0 && (ClassOf(text[tagName + std::countr_zero(marks)]) & kQuoteByte) == 0;
 }
 
-// The value of an attribute alone. The tag's first `>` stands at `tagEnd`, or its `?`.
+// The value of an attribute alone. `tagEnd` is the place of the tag's first `>`, or of its `?`.
 AttributeValue FindAttributeValue(MarkupSpan text, std::ptrdiff_t tagName, std::ptrdiff_t tagEnd,
                                   std::string_view name);
 
-// The name of the attribute at a place from 0 on, empty when there are fewer.
+// The name of the attribute with this index, from 0; empty when there are fewer.
 std::string_view AttributeNameAt(const MarkupSpan& text, std::ptrdiff_t tagName, int index);
 
 } // namespace brixen::lyr::gen

@@ -1,3 +1,4 @@
+// Searches in markup by blocks of bytes instead of single ones. Private to the markup document.
 #pragma once
 
 #include "compiler.h"
@@ -8,13 +9,12 @@
 #include <cstdint>
 #include <cstring>
 
-// Many bytes of markup in one go. Private to the markup document.
 namespace brixen::lyr::gen {
 
 inline constexpr std::ptrdiff_t kTagStartBlock = 64;
 inline constexpr std::ptrdiff_t kNameBlock = 16;
 
-// What the functions mean, for processors without vectors.
+// The reference for the functions below, and all there is on processors without vectors.
 namespace scalar_markup {
 
 // One bit for each `<` among 64 bytes.
@@ -24,7 +24,7 @@ inline std::uint64_t TagStartsOf(const char* block) {
     return mask;
 }
 
-// One bit for each of sixteen bytes that is the same in both and no quote. No name holds `#` or `&`, which
+// One bit for each of sixteen bytes that is the same in both and no quote. `#` and `&`, which no name holds,
 // count as quotes.
 inline std::uint32_t CommonNameBytes(const char* left, const char* right) {
     std::uint32_t mask = 0;
@@ -123,19 +123,22 @@ struct NameBlock {
     char bytes[kNameBlock];
 };
 
-// Fewer than sixteen bytes, and zeros behind them.
-NameBlock PaddedBlock(const char* bytes, std::ptrdiff_t count);
+// Fewer than sixteen bytes, padded with zeros.
+inline NameBlock PaddedBlock(const char* bytes, std::ptrdiff_t count) {
+    NameBlock block{};
+    std::memcpy(block.bytes, bytes, static_cast<std::size_t>(count));
+    return block;
+}
 
-// What `blockMask` marks among the sixteen bytes at `from`, of a text that may be read in front of
-// `readable`.
+// The mask of the sixteen bytes at `from`, of a text that may be read up to `readable`.
 template <class BlockMask>
 std::uint32_t MaskAt(const char* text, std::ptrdiff_t from, std::ptrdiff_t readable, BlockMask blockMask) {
     if (readable - from >= kNameBlock) return blockMask(text + from);
     return blockMask(PaddedBlock(text + from, readable - from).bytes);
 }
 
-// The first byte of [from, to) that `blockMask` marks, or `to`; `readable` is the end of what may be read, so
-// that short stretches inside of a longer text need no loop. The C library's search is slow on some systems.
+// The first byte of [from, to) that `blockMask` marks, or `to`. The text may be read up to `readable`, so
+// that short stretches within a longer text need no loop. The C library's search is slow on some systems.
 template <class BlockMask>
 std::ptrdiff_t FindInBlocks(const char* text, std::ptrdiff_t from, std::ptrdiff_t to, std::ptrdiff_t readable,
                             BlockMask blockMask) {
@@ -152,7 +155,7 @@ inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdi
                         [wanted](const char* block) { return markup_blocks::BytesEqual(block, wanted); });
 }
 
-// The first byte that is `wanted`, or a place behind `last`. Sixteen bytes from `last` on may be read.
+// The first byte that is `wanted`, or a place after `last`. Sixteen bytes from `last` on may be read.
 inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdiff_t last, char wanted) {
     for (; from <= last; from += kNameBlock) {
         const std::uint32_t mask = markup_blocks::BytesEqual(text + from, wanted);
@@ -161,58 +164,58 @@ inline std::ptrdiff_t FindByte(const char* text, std::ptrdiff_t from, std::ptrdi
     return from;
 }
 
-// Goes through the quotes of a tag and the bytes that may end it, from one place on. The caller stops at the
-// one that does; a block of sixteen bytes may be read from there.
+// Walks over the quotes of a tag and the bytes that may end it. The caller stops at the byte that does;
+// sixteen bytes from there on may be read.
 class TagMarks {
 public:
     TagMarks(const char* text, std::ptrdiff_t from)
-        : fText(text), fBlock(from), fMask(markup_blocks::QuotesAndEnds(text + from)) {}
+        : text(text), block(from), mask(markup_blocks::QuotesAndEnds(text + from)) {}
 
     std::ptrdiff_t Next() {
-        while (fMask == 0) {
-            fBlock += kNameBlock;
-            fMask = markup_blocks::QuotesAndEnds(fText + fBlock);
+        while (mask == 0) {
+            block += kNameBlock;
+            mask = markup_blocks::QuotesAndEnds(text + block);
         }
-        const std::ptrdiff_t at = fBlock + std::countr_zero(fMask);
-        fMask &= fMask - 1;
+        const std::ptrdiff_t at = block + std::countr_zero(mask);
+        mask &= mask - 1;
         return at;
     }
 
 private:
-    const char* fText;
-    std::ptrdiff_t fBlock; // that the mask tells of
-    std::uint32_t fMask;
+    const char* text;
+    std::ptrdiff_t block; // of the mask
+    std::uint32_t mask;
 };
 
-// Goes through the `<` of a text from one place on. Texts shorter than a block seem to have none.
+// Walks over the `<` of a text. It finds none in a text that is shorter than a block.
 class TagStarts {
 public:
     TagStarts(const char* text, std::ptrdiff_t from, std::ptrdiff_t end)
-        : fText(text), fEnd(end), fBase(from - kTagStartBlock) {}
+        : text(text), end(end), base(from - kTagStartBlock) {}
 
     // The place of the next one, or the end of the text.
     std::ptrdiff_t Next() {
-        while (fMask == 0) {
-            fBase += kTagStartBlock;
-            if (fBase >= fEnd) return fEnd;
-            fMask = MaskAt(fBase);
+        while (mask == 0) {
+            base += kTagStartBlock;
+            if (base >= end) return end;
+            mask = MaskAt(base);
         }
-        const std::ptrdiff_t at = fBase + std::countr_zero(fMask);
-        fMask &= fMask - 1;
+        const std::ptrdiff_t at = base + std::countr_zero(mask);
+        mask &= mask - 1;
         return at;
     }
 
 private:
-    // The last block begins further in front, so that nothing behind the text is read.
-    std::uint64_t MaskAt(std::ptrdiff_t base) const {
-        const std::ptrdiff_t block = std::min(base, fEnd - kTagStartBlock);
-        return block < 0 ? 0 : markup_blocks::TagStartsOf(fText + block) >> (base - block);
+    // The last block begins earlier, so that nothing after the text is read.
+    std::uint64_t MaskAt(std::ptrdiff_t at) const {
+        const std::ptrdiff_t block = std::min(at, end - kTagStartBlock);
+        return block < 0 ? 0 : markup_blocks::TagStartsOf(text + block) >> (at - block);
     }
 
-    const char* fText;
-    std::ptrdiff_t fEnd;
-    std::ptrdiff_t fBase; // of the block that the mask tells of
-    std::uint64_t fMask = 0;
+    const char* text;
+    std::ptrdiff_t end;
+    std::ptrdiff_t base; // the block of the mask
+    std::uint64_t mask = 0;
 };
 
 } // namespace brixen::lyr::gen

@@ -1,11 +1,10 @@
 #include "values/markup/document.h"
 
 #include "values/base64.h"
+#include "values/markup/escape.h"
+#include "values/markup/tokens.h"
 #include "values/narrow_text.h"
 #include "values/unicode/lenient_text.h"
-#include "values/markup/escape.h"
-#include "values/markup/parser.h"
-#include "values/markup/tokens.h"
 
 #include <utility>
 
@@ -26,44 +25,32 @@ CMarkupSTL& CMarkupSTL::operator=(CMarkupSTL&& other) noexcept {
 }
 
 void CMarkupSTL::Swap(CMarkupSTL& other) noexcept {
-    document.swap(other.document);
+    swap(tree, other.tree);
     errorText.swap(other.errorText);
     std::swap(flags, other.flags);
     std::swap(cursor, other.cursor);
     savedPositions.swap(other.savedPositions);
-    swap(table, other.table);
 }
 
 void CMarkupSTL::SetDoc(const char* text) { SetDoc(std::string(MarkupText(text))); }
 
 void CMarkupSTL::SetDoc(std::string text) {
-    document = std::move(text);
     errorText.clear();
-    Parse();
+    Parse(std::move(text));
 }
 
-bool CMarkupSTL::Parse() {
-    const std::string kept = std::exchange(errorText, {});
+// Replaces the document and appends the parser's message to the report in `errorText`.
+bool CMarkupSTL::Parse(std::string text) {
+    std::string report = std::exchange(errorText, {});
     cursor = {};
     savedPositions.clear();
-    table.Clear();
-    const bool tooLong = document.size() > kLongestMarkup;
-    table.Grow(tooLong ? 0 : static_cast<std::int32_t>(document.size() / 64 + 8));
-    if (document.empty()) return false;
-    std::string error = "Element tag not found";
-    const std::int32_t top = tooLong ? -1 : ParseElement(document, table, 0, error);
-    errorText = kept;
-    if (top > 0) {
-        // The parser's trace of the root: the last `<` that was looked for under it.
-        table[0].endTagLeft = table[top].startTagLeft;
-        table[0].firstChild = top;
-    } else if (top < 0) {
-        errorText += kept.empty() ? error : ", " + error;
-    }
-    return top > 0;
+    std::string error;
+    const bool found = tree.Parse(std::move(text), error);
+    if (GetDoc().empty()) return false; // Kept: without the report.
+    if (!report.empty() && !error.empty()) report += ", ";
+    errorText = report + error;
+    return found;
 }
-
-bool CMarkupSTL::IsWellFormed() const { return FirstUnder(0) != 0; }
 
 std::string CMarkupSTL::EscapeText(MarkupText text, bool attribute) { return EscapeMarkup(text, attribute); }
 

@@ -14,7 +14,7 @@ constexpr std::int32_t EntriesUpTo(std::int32_t segment) {
 
 constexpr std::int32_t EntriesBefore(std::int32_t segment) { return segment << ElementTable::kSegmentBits; }
 
-// A small table grows by few entries at a time; it has memory for more than it tells.
+// A small table grows by few entries at a time, so it has memory for more than its capacity.
 constexpr std::int32_t AllocatedFor(std::int32_t entries) { return std::max(entries, 32); }
 
 std::unique_ptr<ElemPos[]> MakeSegment(std::int32_t entries) {
@@ -25,15 +25,16 @@ std::unique_ptr<ElemPos[]> MakeSegment(std::int32_t entries) {
 } // namespace
 
 ElementTable::ElementTable(const ElementTable& other) {
-    if (other.fCapacity == 0) return;
-    const std::int32_t last = SegmentOf(other.fFree - 1);
+    if (other.capacity == 0) return;
+    const std::int32_t last = SegmentOf(other.free - 1);
     ReserveSegments(last);
     for (std::int32_t segment = 0; segment <= last; ++segment) {
-        const std::int32_t entries = std::min(other.fFree - EntriesBefore(segment), kSegmentEntries);
+        const std::int32_t entries = std::min(other.free - EntriesBefore(segment), kSegmentEntries);
         SegmentAt(segment) = MakeSegment(entries);
         std::copy_n(other.SegmentAt(segment).get(), entries, SegmentAt(segment).get());
     }
-    fFree = fCapacity = other.fFree;
+    free = other.free;
+    capacity = other.free;
 }
 
 ElementTable::ElementTable(ElementTable&& other) noexcept : ElementTable() { swap(*this, other); }
@@ -44,32 +45,32 @@ ElementTable& ElementTable::operator=(ElementTable other) noexcept {
 }
 
 void swap(ElementTable& left, ElementTable& right) noexcept {
-    std::swap(left.fSegments, right.fSegments);
-    std::swap(left.fFree, right.fFree);
-    std::swap(left.fCapacity, right.fCapacity);
-    std::swap(left.fSegmentCapacity, right.fSegmentCapacity);
+    std::swap(left.segments, right.segments);
+    std::swap(left.free, right.free);
+    std::swap(left.capacity, right.capacity);
+    std::swap(left.segmentCapacity, right.segmentCapacity);
 }
 
 void ElementTable::Clear() {
-    fFree = 1;
-    if (fCapacity > 0) (*this)[0] = {};
+    free = 1;
+    if (capacity > 0) (*this)[0] = {};
 }
 
 void ElementTable::Grow(std::int32_t request) {
-    if (request == 0) request = fFree + fFree / 2;
-    request = std::max(request, fFree + 1);
-    if (fCapacity >= request) return;
-    const std::int32_t oldLast = fCapacity == 0 ? -1 : SegmentOf(fCapacity - 1);
+    if (request == 0) request = free + free / 2;
+    request = std::max(request, free + 1);
+    if (capacity >= request) return;
+    const std::int32_t oldLast = capacity == 0 ? -1 : SegmentOf(capacity - 1);
     request = std::min(request, EntriesUpTo(oldLast + 1));
     const std::int32_t last = SegmentOf(request - 1);
     ReserveSegments(last);
     if (oldLast >= 0) {
-        ResizeSegment(oldLast, fCapacity - EntriesBefore(oldLast),
+        ResizeSegment(oldLast, capacity - EntriesBefore(oldLast),
                       std::min(request - EntriesBefore(oldLast), kSegmentEntries));
     }
     if (last > oldLast) ResizeSegment(last, 0, request - EntriesBefore(last));
-    if (fCapacity == 0) (*this)[0] = {};
-    fCapacity = request;
+    if (capacity == 0) (*this)[0] = {};
+    capacity = request;
 }
 
 void ElementTable::ResizeSegment(std::int32_t segment, std::int32_t used, std::int32_t entries) {
@@ -80,12 +81,12 @@ void ElementTable::ResizeSegment(std::int32_t segment, std::int32_t used, std::i
 }
 
 void ElementTable::ReserveSegments(std::int32_t lastSegment) {
-    if (lastSegment < fSegmentCapacity) return;
-    const std::int32_t capacity = lastSegment * 2 + 4;
-    auto larger = std::make_unique<Segment[]>(static_cast<std::size_t>(capacity));
-    std::move(fSegments.get(), fSegments.get() + fSegmentCapacity, larger.get());
-    fSegments = std::move(larger);
-    fSegmentCapacity = capacity;
+    if (lastSegment < segmentCapacity) return;
+    const std::int32_t largerCapacity = lastSegment * 2 + 4;
+    auto larger = std::make_unique<Segment[]>(static_cast<std::size_t>(largerCapacity));
+    std::move(segments.get(), segments.get() + segmentCapacity, larger.get());
+    segments = std::move(larger);
+    segmentCapacity = largerCapacity;
 }
 
 } // namespace brixen::lyr::gen

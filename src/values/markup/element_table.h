@@ -1,3 +1,4 @@
+// The table of a document's elements by index, with the places of their tags in the text.
 #pragma once
 
 #include <algorithm>
@@ -6,8 +7,8 @@
 
 namespace brixen::lyr::gen {
 
-// Where one element lies: byte positions in the document, and indexes of other elements in the table.
-// The element is empty in the short form (`<a/>`) exactly when startTagRight equals endTagLeft plus 1.
+// One element: byte positions in the document, and indexes of other elements in the table.
+// The element has the short form (`<a/>`) exactly when startTagRight equals endTagLeft plus 1.
 struct ElemPos {
     std::int32_t startTagLeft;  // the `<` of the start tag
     std::int32_t startTagRight; // the `>` of the start tag
@@ -18,14 +19,14 @@ struct ElemPos {
     std::int32_t nextSibling; // 0 for none
 };
 
-// The elements of one document by index. Index 0 is the virtual root, so 1 is the first to be given out; an
-// index stays what it is until Clear. Entries lie in segments of 65536, so that growing never copies more
-// than one segment. Fresh entries hold nothing sensible. Memory exhaustion is left to the allocator's
-// exception and changes nothing that can be seen.
+// The elements of one document. Index 0 is the virtual root, so 1 is the first to be given out. An index
+// holds until Clear. Entries are in segments of 65536, so that growing never copies more than one segment.
+// Fresh entries are not initialized. Throws std::bad_alloc without any visible change.
 class ElementTable {
 public:
     static constexpr std::int32_t kSegmentBits = 16;
     static constexpr std::int32_t kSegmentEntries = 1 << kSegmentBits;
+    static constexpr std::int32_t kRemoved = -1; // the parent of an element that was removed
 
     ElementTable() = default;
     // Each segment of the copy is as large as the entries in use.
@@ -42,25 +43,23 @@ public:
     }
 
     // The next index to be given out; 1 when the table is empty.
-    std::int32_t Free() const { return fFree; }
-    // Entries allocated in total, the root's included. A fresh table has none, not even the root.
-    std::int32_t Capacity() const { return fCapacity; }
-    // Length of the array of segments.
-    std::int32_t SegmentCapacity() const { return fSegmentCapacity; }
+    std::int32_t Free() const { return free; }
+    // The number of allocated entries, with the root's. A fresh table has none, not even the root.
+    std::int32_t Capacity() const { return capacity; }
+    // The length of the array of segments.
+    std::int32_t SegmentCapacity() const { return segmentCapacity; }
 
-    // Gives the next entry out as it lies there. There must be room for it.
-    std::int32_t Take() { return fFree++; }
-    bool IsFull() const { return fFree >= fCapacity; }
-    // How many entries from there on lie side by side.
-    std::int32_t FreeRun() const {
-        return std::min(fCapacity - fFree, kSegmentEntries - (fFree & kEntryMask));
-    }
-    // Takes back the entry at `firstUnused` and all behind it, or says that all in front of it are given out.
-    void SetFree(std::int32_t firstUnused) { fFree = firstUnused; }
-    // Removes all elements and zeroes the root; the memory stays.
+    // Gives out the next entry, which is not initialized. There must be room for it.
+    std::int32_t Take() { return free++; }
+    bool IsFull() const { return free >= capacity; }
+    // The number of free entries that are adjacent in memory, from the next one on.
+    std::int32_t FreeRun() const { return std::min(capacity - free, kSegmentEntries - (free & kEntryMask)); }
+    // Takes back the entries from `firstUnused` on, or marks all before it as given out.
+    void SetFree(std::int32_t firstUnused) { free = firstUnused; }
+    // Removes all elements and zeroes the root; the memory stays allocated.
     void Clear();
-    // Makes room for `request` entries, or for half as many again as are in use when it is 0. At most one
-    // segment is added in a call, and there is always room for one more entry afterward. Entries may move.
+    // Makes room for `request` entries; 0 asks for half as many again as are in use. A call adds at most one
+    // segment, and there is always room for one more entry afterward. Entries may move.
     void Grow(std::int32_t request = 0);
 
     friend void swap(ElementTable& left, ElementTable& right) noexcept;
@@ -69,14 +68,14 @@ private:
     static constexpr std::int32_t kEntryMask = kSegmentEntries - 1;
     using Segment = std::unique_ptr<ElemPos[]>;
 
-    Segment& SegmentAt(std::int32_t segment) const { return fSegments.get()[segment]; }
+    Segment& SegmentAt(std::int32_t segment) const { return segments.get()[segment]; }
     void ResizeSegment(std::int32_t segment, std::int32_t used, std::int32_t entries);
     void ReserveSegments(std::int32_t lastSegment);
 
-    std::unique_ptr<Segment[]> fSegments;
-    std::int32_t fFree = 1;
-    std::int32_t fCapacity = 0;
-    std::int32_t fSegmentCapacity = 0;
+    std::unique_ptr<Segment[]> segments;
+    std::int32_t free = 1;
+    std::int32_t capacity = 0;
+    std::int32_t segmentCapacity = 0;
 };
 
 } // namespace brixen::lyr::gen

@@ -31,7 +31,7 @@ void AppendUtf8(std::string& result, long value) {
     result.append(bytes.data(), length);
 }
 
-// How many bytes behind the `&` a number takes; 0 when there is none.
+// Reads a reference by number. Returns its length without the `&`; 0 when there is none.
 std::size_t ReadNumber(std::string_view text, std::string& result) {
     if (!text.starts_with('#')) return 0;
     const bool hex = text.substr(1).starts_with('x');
@@ -47,6 +47,7 @@ std::size_t ReadNumber(std::string_view text, std::string& result) {
     return begin + length + 1;
 }
 
+// The same for a reference by name.
 std::size_t ReadName(std::string_view text, std::string& result) {
     const auto* const found =
         std::find_if(kReferences.begin(), kReferences.end(),
@@ -82,7 +83,7 @@ void ForEachSpecial(std::string_view text, bool attribute, Visit visit) {
     std::ptrdiff_t from = 0;
     for (; end - from >= kNameBlock; from += kNameBlock) visitAll(from, special(text.data() + from));
     if (from == end) return;
-    // The last bytes once more with the ones in front of them: most texts are short.
+    // The last bytes are read again with those before them: most texts are short.
     const std::ptrdiff_t seen = kNameBlock - (end - from);
     visitAll(from, from > 0 ? special(text.data() + from - seen) >> seen
                             : special(PaddedBlock(text.data(), end).bytes));
@@ -91,22 +92,22 @@ void ForEachSpecial(std::string_view text, bool attribute, Visit visit) {
 } // namespace
 
 EscapedMarkup::EscapedMarkup(std::string_view text, bool attribute)
-    : fText(text), fAttribute(attribute), fLength(text.size()) {
-    ForEachSpecial(text, attribute, [this](std::size_t at) { fLength += ReferenceTo(fText[at]).size(); });
+    : text(text), attribute(attribute), length(text.size()) {
+    ForEachSpecial(text, attribute, [&](std::size_t at) { length += ReferenceTo(text[at]).size(); });
 }
 
 void EscapedMarkup::CopyTo(char* out) const {
     MarkupWriter writer(out);
     std::size_t from = 0;
-    if (fLength > fText.size()) {
-        ForEachSpecial(fText, fAttribute, [&](std::size_t at) {
-            writer.Put(fText.substr(from, at - from));
+    if (length > text.size()) {
+        ForEachSpecial(text, attribute, [&](std::size_t at) {
+            writer.Put(text.substr(from, at - from));
             writer.PutLiteral("&");
-            writer.Put(ReferenceTo(fText[at]));
+            writer.Put(ReferenceTo(text[at]));
             from = at + 1;
         });
     }
-    writer.Put(fText.substr(from));
+    writer.Put(text.substr(from));
 }
 
 std::string EscapeMarkup(std::string_view text, bool attribute) {
@@ -125,9 +126,9 @@ std::string_view Unescaped(MarkupSpan text, std::ptrdiff_t from, std::ptrdiff_t 
     for (;;) {
         room.append(text.Between(from, mark));
         if (mark == to) return room;
-        const std::string_view behind = text.Between(mark + 1, to);
-        std::size_t length = ReadNumber(behind, room);
-        if (length == 0) length = ReadName(behind, room);
+        const std::string_view rest = text.Between(mark + 1, to);
+        std::size_t length = ReadNumber(rest, room);
+        if (length == 0) length = ReadName(rest, room);
         if (length == 0) room += '&';
         from = mark + 1 + static_cast<std::ptrdiff_t>(length);
         mark = text.Find('&', from, to);

@@ -1,3 +1,4 @@
+// The references of markup: writing and replacing them. Private to the markup document.
 #pragma once
 
 #include "values/markup/tokens.h"
@@ -5,30 +6,30 @@
 #include <string>
 #include <string_view>
 
-// The references of markup. Private to the markup document, which hands them on.
 namespace brixen::lyr::gen {
 
-// A text that bears references in place of what markup cannot hold. The text is borrowed.
+// A text with references in place of the bytes that markup cannot hold: `<`, `&` and `>`, and in an
+// attribute's value also both quotes. The text is borrowed.
 class EscapedMarkup {
 public:
     EscapedMarkup(std::string_view text, bool attribute);
 
-    std::size_t Length() const { return fLength; }
+    std::size_t Length() const { return length; }
     // Writes `Length` bytes.
     void CopyTo(char* out) const;
 
 private:
-    std::string_view fText;
-    bool fAttribute;
-    std::size_t fLength;
+    std::string_view text;
+    bool attribute;
+    std::size_t length;
 };
 
 std::string EscapeMarkup(std::string_view text, bool attribute);
-// The text without its references, of which the first may stand at `mark`, in `room`. Never fails: what is no
-// reference stays as it stands.
+// The text without its references, in `room`; `mark` is the place of the first `&`. Never fails: anything
+// that is no reference stays as it is.
 std::string_view Unescaped(MarkupSpan text, std::ptrdiff_t from, std::ptrdiff_t mark, std::ptrdiff_t to,
                            std::string& room);
-// The same, as it lies there if it has no references at all.
+// The same from the first `&` on, or a view of the text itself when it has none.
 inline std::string_view UnescapedOrSame(MarkupSpan text, std::ptrdiff_t from, std::ptrdiff_t to,
                                         std::string& room) {
     const std::ptrdiff_t mark = text.Find('&', from, to);

@@ -1,12 +1,12 @@
-// Files: bytes as they are, or UTF-16 with a byte-order mark.
+// Files: bytes as they are, or UTF-16 after a byte-order mark.
 #include "values/markup/document.h"
 
-#include "values/unicode/lenient_text.h"
 #include "values/platform/values_platform.h"
+#include "values/unicode/lenient_text.h"
 
 #include <cerrno>
 #include <cstring>
-#include <limits>
+#include <optional>
 #include <utility>
 
 namespace brixen::lyr::gen {
@@ -17,7 +17,7 @@ constexpr std::string_view kByteOrderMark = "\xFF\xFE";
 constexpr std::size_t kBytesPerUnit = 2;
 constexpr std::size_t kMostUtf8PerUnit = 3;
 
-// Nothing but the mark is no UTF-16 file.
+// A file of the mark alone is no UTF-16 file.
 bool IsUtf16File(std::string_view bytes) {
     return bytes.size() > kByteOrderMark.size() && bytes.starts_with(kByteOrderMark);
 }
@@ -43,41 +43,37 @@ std::string FileBytesOf(std::u16string_view units) {
     return bytes;
 }
 
-constexpr std::size_t kMostCounted = std::numeric_limits<std::int32_t>::max();
-
-bool IsTooLong(std::size_t units) { return units >= kMostCounted / kMostUtf8PerUnit; }
-
 std::string Count(std::size_t count, const char* what) { return std::to_string(count) + what; }
 
 } // namespace
 
-bool CMarkupSTL::Load(const std::u16string& path) {
+bool CMarkupSTL::Load(const std::u16string& path, std::size_t longest) {
     std::string error;
     std::optional<std::string> bytes = ReadWholeFile(path, error);
-    const bool isTooLong = bytes && IsUtf16File(*bytes) && IsTooLong(bytes->size() / kBytesPerUnit);
-    if (isTooLong) error = std::strerror(EFBIG);
-    if (!bytes || isTooLong) {
+    const bool wide = bytes && IsUtf16File(*bytes);
+    const bool tooLong = wide && bytes->size() / kBytesPerUnit >= longest / kMostUtf8PerUnit;
+    if (tooLong) error = std::strerror(EFBIG);
+    if (!bytes || tooLong) {
         errorText = error;
         return false;
     }
-    if (IsUtf16File(*bytes)) {
-        const std::u16string units = UnitsOf(std::string_view(*bytes).substr(kByteOrderMark.size()));
-        document = LenientUtf8(units.c_str());
-        flags |= kFileIsUtf16;
-        errorText = Count(units.size(), " wide chars to ").insert(0, "BOM + ");
-        errorText += Count(document.size(), " bytes");
-    } else {
-        document = std::move(*bytes);
+    if (!wide) {
         flags &= ~kFileIsUtf16;
-        errorText = Count(document.size(), " bytes");
+        errorText = Count(bytes->size(), " bytes");
+        return Parse(std::move(*bytes));
     }
-    return Parse();
+    const std::u16string units = UnitsOf(std::string_view(*bytes).substr(kByteOrderMark.size()));
+    std::string text = LenientUtf8(units.c_str());
+    flags |= kFileIsUtf16;
+    errorText = "BOM + " + Count(units.size(), " wide chars to ") + Count(text.size(), " bytes");
+    return Parse(std::move(text));
 }
 
-bool CMarkupSTL::Save(const std::u16string& path) {
+bool CMarkupSTL::Save(const std::u16string& path, std::size_t longest) {
+    const std::string& document = GetDoc();
     std::string error;
     const bool wide = (flags & kFileIsUtf16) != 0 && !document.empty();
-    if (wide && document.size() > kMostCounted) {
+    if (wide && document.size() > longest) {
         errorText = std::strerror(EFBIG);
         return false;
     }

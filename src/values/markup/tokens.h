@@ -1,26 +1,22 @@
+// Tokens of markup: all reading of the markup document goes through them. Private to it.
 #pragma once
 
 #include "values/markup/blocks.h"
-#include "values/markup/node_kind.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-// Tokens of markup, the one way in which the markup document reads anything. Private to it.
 namespace brixen::lyr::gen {
 
-inline constexpr std::string_view kCDataBegin = "<![CDATA[";
-inline constexpr std::string_view kCDataEnd = "]]>";
-
-// What a byte does to a token.
+// The effect of a byte on a token.
 enum MarkupByteClass : std::uint8_t {
     kOrdinaryByte = 0,
-    kBlankByte = 1,     // white space: skipped in front of a token, and ends one
+    kBlankByte = 1,     // white space: skipped before a token, and ends one
     kDelimiterByte = 2, // ends a token, and is one by itself
-    kQuoteByte = 4,     // begins a quoted token; means nothing inside another
-    kNameEndByte = 8,   // ends a name that is looked for, so that paths and the like are names too
+    kQuoteByte = 4,     // begins a quoted token; has no meaning within another token
+    kNameEndByte = 8,   // ends a name that is searched for, so that the head of a path is a name too
 };
 
 inline constexpr auto kMarkupByteClasses = [] {
@@ -62,7 +58,7 @@ struct MarkupSpan {
         while (from < end && IsBlank(bytes[from])) ++from;
         return from;
     }
-    // The first place of a byte in front of `to`, or `to`.
+    // The first place of a byte before `to`, or `to`.
     std::ptrdiff_t Find(char wanted, std::ptrdiff_t from, std::ptrdiff_t to) const {
         return FindByte(bytes, from, to, end, wanted);
     }
@@ -74,62 +70,55 @@ struct MarkupToken {
     std::ptrdiff_t end = 0; // both without the quotes
     bool quoted = false;
 
-    // The first byte behind the token and its quote.
-    std::ptrdiff_t Behind() const { return end + static_cast<std::ptrdiff_t>(quoted); }
+    // The first byte after the token and its quote.
+    std::ptrdiff_t After() const { return end + static_cast<std::ptrdiff_t>(quoted); }
 };
 
+// Reads one token after the other. A quoted token runs to the matching quote; one that is not closed runs to
+// the end of the text.
 class MarkupTokenReader {
 public:
-    MarkupTokenReader(const MarkupSpan& text, std::ptrdiff_t from) : fText(text), fAt(from) {}
+    MarkupTokenReader(const MarkupSpan& text, std::ptrdiff_t from) : text(text), at(from) {}
 
     // False at the end of the text.
     bool Next(MarkupToken& token) {
-        fAt = fText.SkipBlanks(fAt);
-        if (fAt >= fText.end) return false;
-        const char lead = fText[fAt];
+        at = text.SkipBlanks(at);
+        if (at >= text.end) return false;
+        const char lead = text[at];
         token.quoted = (ClassOf(lead) & kQuoteByte) != 0;
-        token.begin = fAt + static_cast<std::ptrdiff_t>(token.quoted);
-        token.end = token.quoted ? fText.Find(lead, token.begin) : EndOfPlain();
-        fAt = token.end < fText.end ? token.Behind() : fText.end;
+        token.begin = at + static_cast<std::ptrdiff_t>(token.quoted);
+        token.end = token.quoted ? text.Find(lead, token.begin) : EndOfPlain();
+        at = token.end < text.end ? token.After() : text.end;
         return true;
     }
-    // Where the next token is looked for.
-    std::ptrdiff_t At() const { return fAt; }
-    std::string_view TextOf(const MarkupToken& token) const { return fText.Between(token.begin, token.end); }
+    // The place from which the next token is read.
+    std::ptrdiff_t At() const { return at; }
+    std::string_view TextOf(const MarkupToken& token) const { return text.Between(token.begin, token.end); }
     // Whether it is this one delimiter.
     bool Is(const MarkupToken& token, char delimiter) const {
-        return !token.quoted && fText[token.begin] == delimiter;
+        return !token.quoted && text[token.begin] == delimiter;
     }
 
 private:
     std::ptrdiff_t EndOfPlain() const {
-        std::ptrdiff_t at = fAt + 1;
-        if ((ClassOf(fText[fAt]) & kDelimiterByte) != 0) return at;
-        while (at < fText.end && !EndsToken(fText[at])) ++at;
-        return at;
+        std::ptrdiff_t end = at + 1;
+        if ((ClassOf(text[at]) & kDelimiterByte) != 0) return end;
+        while (end < text.end && !EndsToken(text[end])) ++end;
+        return end;
     }
 
-    MarkupSpan fText;
-    std::ptrdiff_t fAt;
+    MarkupSpan text;
+    std::ptrdiff_t at;
 };
 
-// Whether a token bears a name. The name may go on as a path or as an attribute does, so that the same test
-// serves the head of a path.
+// Whether a token is this name, or the first step of this path. In `name` a blank, `=`, `/`, `[` or NUL ends
+// the name.
 bool NameMatches(std::string_view token, std::string_view name);
 
-// The name of the element whose `<` stands at `left`; empty only where nothing follows.
+// The name of the element whose `<` is at `left`; empty only where nothing follows.
 std::string_view TagNameAt(const MarkupSpan& text, std::ptrdiff_t left);
 
-// Whether a text can stand as the name of an element or of an attribute: one plain token.
+// Whether a text can be the name of an element or of an attribute: one plain token.
 bool IsPlainName(std::string_view name);
-
-// One node and where it ends.
-struct ScannedNode {
-    int kind; // MarkupNodeKind; 0 when there is none, or none that is whole
-    std::ptrdiff_t end;
-};
-
-// The node that begins at `at`. An element is only recognized, its end is `at`.
-ScannedNode ScanNode(const MarkupSpan& text, std::ptrdiff_t at);
 
 } // namespace brixen::lyr::gen

@@ -1,3 +1,4 @@
+// Writes one text after the other into room that was made for them. Private to the markup document.
 #pragma once
 
 #include <cstddef>
@@ -7,23 +8,23 @@
 
 namespace brixen::lyr::gen {
 
-inline constexpr std::string_view kLineEnd = "\r\n"; // behind what is put on a line of its own
+inline constexpr std::string_view kLineEnd = "\r\n"; // after markup on a line of its own
 
-// Writes one text behind the other into room that was made for them. Private to the markup document.
+// The room must hold all that is put; nothing is checked.
 class MarkupWriter {
 public:
-    explicit MarkupWriter(char* out) : fOut(out) {}
+    explicit MarkupWriter(char* out) : out(out) {}
 
     template <std::size_t size>
     void PutLiteral(const char (&text)[size]) {
-        std::memcpy(fOut, text, size - 1);
-        fOut += size - 1;
+        std::memcpy(out, text, size - 1);
+        out += size - 1;
     }
-    // Most texts are too short for a call: their first and last bytes are copied, which may overlap.
+    // Most texts are too short to be worth a call: their first and last bytes are copied, which may overlap.
     void Put(std::string_view text) {
         const std::size_t length = text.size();
         if (length > 2 * sizeof(Block)) {
-            std::memcpy(fOut, text.data(), length);
+            std::memcpy(out, text.data(), length);
         } else if (length >= sizeof(Block)) {
             PutEnds<Block>(text);
         } else if (length >= sizeof(std::uint64_t)) {
@@ -31,15 +32,15 @@ public:
         } else if (length >= sizeof(std::uint32_t)) {
             PutEnds<std::uint32_t>(text);
         } else if (length > 0) {
-            fOut[0] = text[0];
-            fOut[length / 2] = text[length / 2];
-            fOut[length - 1] = text[length - 1];
+            out[0] = text[0];
+            out[length / 2] = text[length / 2];
+            out[length - 1] = text[length - 1];
         }
-        fOut += length;
+        out += length;
     }
-    // Where the next text goes, for those who write it themselves.
-    char* At() const { return fOut; }
-    void Skip(std::size_t length) { fOut += length; }
+    // The place of the next text, for a caller that writes it itself and then calls Skip.
+    char* At() const { return out; }
+    void Skip(std::size_t length) { out += length; }
 
 private:
     struct Block {
@@ -50,14 +51,14 @@ private:
     void PutEnds(std::string_view text) {
         Word first;
         Word last;
-        const std::size_t behind = text.size() - sizeof last;
+        const std::size_t rest = text.size() - sizeof last;
         std::memcpy(&first, text.data(), sizeof first);
-        std::memcpy(&last, text.data() + behind, sizeof last);
-        std::memcpy(fOut, &first, sizeof first);
-        std::memcpy(fOut + behind, &last, sizeof last);
+        std::memcpy(&last, text.data() + rest, sizeof last);
+        std::memcpy(out, &first, sizeof first);
+        std::memcpy(out + rest, &last, sizeof last);
     }
 
-    char* fOut;
+    char* out;
 };
 
 } // namespace brixen::lyr::gen

@@ -1,5 +1,5 @@
-// What boxes, the generator and the window procedures may know of the dialog they belong to. A description
-// carries it as the number `__zeveInternalObj`; its generator lets no other dialog's through. The dialog
+// The part of a dialog that boxes, the generator and the window procedures use. The attribute
+// `__zeveInternalObj` holds its address; the generator refuses the address of any other dialog. The dialog
 // handle derives from it.
 #pragma once
 
@@ -14,12 +14,12 @@ namespace brixen::zeve {
 class CEveBox;
 
 struct DialogLink {
-    // The CEveDialog, owned by the dialog handle. Its Create stores itself here, so that messages sent while
-    // the children are being made already find the dialog.
+    // The CEveDialog, owned by the dialog handle. CEveDialog::Create sets it, so that messages sent during
+    // the making of the children find the dialog.
     CEveBox* rootBox = nullptr;
     ZeveCallback callback = nullptr;
     void* callbackParams = nullptr;
-    // Attributes that the generator copies onto every view besides its own list, in this order.
+    // Attributes that the generator copies onto every view after its own list, in this order.
     std::vector<std::string> extraAttributeNames;
 };
 

@@ -4,6 +4,7 @@
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
+#include <memory>
 #include <stdexcept>
 
 namespace brixen::zeve {
@@ -14,7 +15,7 @@ bool IsLetterOrDigit(unsigned byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
 
-// Writes down the code handed out last if the code's four bytes, from the highest, are all letters or digits.
+// Writes the code into the process-wide buffer if its four bytes, from the highest, are letters or digits.
 bool SpellFourCharCode(std::uint32_t code) {
     char text[5] = {};
     for (int i = 0; i < 4; ++i) {
@@ -33,10 +34,11 @@ const CExpressionScope* ScopeOf(const EventRecord& record) {
 } // namespace
 
 void EventRecord::Store(std::string_view key, std::int64_t value) {
-    if (Entry* entry = const_cast<Entry*>(Find(key)))
+    if (Entry* entry = const_cast<Entry*>(Find(key))) {
         entry->value = value;
-    else
-        fBuckets[KeyBucket(key)].push_front({std::string(key), value});
+    } else {
+        buckets[KeyBucket(key)].push_front({std::string(key), value});
+    }
 }
 
 void EventRecord::StorePointer(std::string_view key, const void* value) {
@@ -52,17 +54,18 @@ std::int64_t EventRecord::Read(std::string_view key) const {
 }
 
 const EventRecord::Entry* EventRecord::Find(std::string_view key) const {
-    const auto& bucket = fBuckets[KeyBucket(key)];
+    const auto& bucket = buckets[KeyBucket(key)];
     const auto found =
         std::find_if(bucket.begin(), bucket.end(), [key](const Entry& entry) { return entry.key == key; });
     return found != bucket.end() ? &*found : nullptr;
 }
 
-const char* ReadTextPointer(const EventRecord& record, std::string_view key) {
+std::string_view ReadText(const EventRecord& record, std::string_view key) {
     std::string_view text;
     const CExpressionScope* scope = ScopeOf(record);
-    if (scope != nullptr && scope->GetString(key, &text)) return text.data();
-    return record.ReadPointer<const char*>(key);
+    if (scope != nullptr && scope->GetString(key, &text)) return text.data(); // up to a NUL
+    const auto* own = record.ReadPointer<const char*>(key);
+    return own != nullptr ? own : "";
 }
 
 std::int64_t ReadNumber(const EventRecord& record, std::string_view key) {
@@ -72,12 +75,21 @@ std::int64_t ReadNumber(const EventRecord& record, std::string_view key) {
     return record.Read(key);
 }
 
-const char* ReadTextOrFourCharCode(const EventRecord& record, std::string_view key) {
+std::string_view ReadTextOrFourCharCode(const EventRecord& record, std::string_view key) {
     std::uint32_t code = 0;
     const CExpressionScope* scope = ScopeOf(record);
-    if (scope != nullptr && scope->GetFourCharCode(key, &code) && SpellFourCharCode(code))
+    if (scope != nullptr && scope->GetFourCharCode(key, &code) && SpellFourCharCode(code)) {
         return gToolkit.fourCharText;
-    return ReadTextPointer(record, key);
+    }
+    return ReadText(record, key);
+}
+
+void StoreNewText(EventRecord& record, std::string_view text) {
+    if (text.empty()) return;
+    auto copy = std::make_unique<char[]>(text.size() + 1); // ends with NUL
+    std::copy(text.begin(), text.end(), copy.get());
+    record.StorePointer(kKeyValueString, copy.get());
+    copy.release(); // the reader of the record owns it now
 }
 
 } // namespace brixen::zeve

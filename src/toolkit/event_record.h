@@ -1,5 +1,5 @@
-// What a host and a box tell each other about one event: a small table from key text to a 64-bit value, made
-// on the stack for each event.
+// The data of one event between a host and a box: a small table from key texts to 64-bit values, made on the
+// stack for each event.
 #pragma once
 
 #include "toolkit/key_hash.h"
@@ -12,29 +12,29 @@
 
 namespace brixen::zeve {
 
-// The keys of a record. Handles, pointers and texts travel as numbers at full pointer width; a text is a
-// plain pointer to NUL-terminated UTF-8, owned by whoever stored it unless it is told otherwise here. The
-// occasions, kWhat..., stand in toolkit/zeve_callback.h.
+// The keys of a record. Handles, pointers and texts are stored as numbers. A text is a pointer to
+// NUL-terminated UTF-8 that belongs to the side that stored it, unless this file says otherwise. The events,
+// kWhat..., are in toolkit/zeve_callback.h.
 
-// On kWhatMessage: a message of the dialog's window.
+// With kWhatMessage: a message of the dialog's window.
 inline constexpr std::string_view kKeyEventRecord = "__zeve_event_record"; // its number
 inline constexpr std::string_view kKeyWparam = "__zeve_wparam";
 inline constexpr std::string_view kKeyLparam = "__zeve_lparam";
-inline constexpr std::string_view kKeyWindow = "__zeve_window"; // NativeWindow; on kWhatTopLevelMade too
+inline constexpr std::string_view kKeyWindow = "__zeve_window"; // NativeWindow; with kWhatTopLevelMade too
 
-// On kWhatTopLevelMade and kWhatViewMade: a box that was made.
-inline constexpr std::string_view kKeyScope = "__zeve_eveScope";         // CExpressionScope*, its attributes
-inline constexpr std::string_view kKeyWhat = "__zeve_what";              // text: the keyword of its view
-inline constexpr std::string_view kKeyControl = "__zeve_control";        // NativeWindow, kWhatViewMade alone
-inline constexpr std::string_view kKeySubControl = "__zeve_sub_control"; // likewise
+// With kWhatTopLevelMade and kWhatViewMade: a new box.
+inline constexpr std::string_view kKeyScope = "__zeve_eveScope";  // CExpressionScope*, its attributes
+inline constexpr std::string_view kKeyWhat = "__zeve_what";       // text, the keyword of its view
+inline constexpr std::string_view kKeyControl = "__zeve_control"; // NativeWindow; only with kWhatViewMade
+inline constexpr std::string_view kKeySubControl = "__zeve_sub_control"; // the same
 
 // The value of a box.
 inline constexpr std::string_view kKeySetValue = "__zeve_set_value"; // text or number, host to box
 inline constexpr std::string_view kKeyValueBoolean = "__zeve_get_value_boolean"; // 1 or 0, box to caller
-// Box to caller: a text made with new char[]; the caller frees it with delete[].
+// Box to caller: a text; see StoreNewText.
 inline constexpr std::string_view kKeyValueString = "__zeve_get_value_string";
 
-// Reserved: nothing stores or reads them.
+// Kept: reserved; nothing stores or reads them.
 inline constexpr std::string_view kKeyValueLong = "__zeve_get_value_long";
 inline constexpr std::string_view kKeyZeveReference = "__zeve_zeve_ref";
 
@@ -44,14 +44,14 @@ public:
     EventRecord(const EventRecord&) = delete;
     EventRecord& operator=(const EventRecord&) = delete;
 
-    // Replaces what the key held.
+    // Replaces an earlier value of the key.
     void Store(std::string_view key, std::int64_t value);
     void StorePointer(std::string_view key, const void* value);
-    bool Has(std::string_view key) const;
-    // Throws std::logic_error "hash table index not found" for a key that is absent.
-    std::int64_t Read(std::string_view key) const;
+    [[nodiscard]] bool Has(std::string_view key) const;
+    // Throws std::logic_error "hash table index not found" for an absent key.
+    [[nodiscard]] std::int64_t Read(std::string_view key) const;
     template <class T>
-    T ReadPointer(std::string_view key) const {
+    [[nodiscard]] T ReadPointer(std::string_view key) const {
         return reinterpret_cast<T>(static_cast<std::intptr_t>(Read(key)));
     }
 
@@ -62,15 +62,20 @@ private:
     };
     const Entry* Find(std::string_view key) const;
 
-    std::array<std::forward_list<Entry>, kKeyBuckets> fBuckets;
+    std::array<std::forward_list<Entry>, kKeyBuckets> buckets;
 };
 
-// The three ways in which a box reads a value. Each prefers the scope under kKeyScope, if the record has one
-// that is not null and that knows the key; otherwise the record's own entry is read, which must be there.
-const char* ReadTextPointer(const EventRecord& record, std::string_view key);
-std::int64_t ReadNumber(const EventRecord& record, std::string_view key);
-// A text of the scope that is a four-character code of letters and digits comes back as those four characters
-// in a process-wide buffer, which the next call overwrites.
-const char* ReadTextOrFourCharCode(const EventRecord& record, std::string_view key);
+// The three ways in which a box reads a value. If the record has a scope under kKeyScope that knows the key,
+// the scope's value is read; else the record's own entry. Throws std::logic_error if neither has the key. A
+// null text in the record counts as empty. The texts are borrowed from scope or record.
+[[nodiscard]] std::string_view ReadText(const EventRecord& record, std::string_view key);
+[[nodiscard]] std::int64_t ReadNumber(const EventRecord& record, std::string_view key);
+// A value of the scope that is a four-character code of letters and digits is returned as those four
+// characters, in a process-wide buffer that the next call overwrites.
+[[nodiscard]] std::string_view ReadTextOrFourCharCode(const EventRecord& record, std::string_view key);
+
+// Stores a copy of the text under kKeyValueString, made with new char[]; the reader of the record frees it
+// with delete[]. An empty text is not stored.
+void StoreNewText(EventRecord& record, std::string_view text);
 
 } // namespace brixen::zeve

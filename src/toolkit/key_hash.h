@@ -27,13 +27,14 @@ inline constexpr auto kTable = MakeTable();
 } // namespace key_hash_detail
 
 // Reflected polynomial 0xEDB88320, start value all ones, result inverted.
-constexpr std::uint32_t Crc32(std::string_view text) {
+[[nodiscard]] constexpr std::uint32_t Crc32(std::string_view text) {
     std::uint32_t crc = 0xFFFFFFFFu;
-    for (char c : text)
+    for (const char c : text) {
         crc = (crc >> 8) ^ key_hash_detail::kTable[(crc ^ static_cast<unsigned char>(c)) & 0xFFu];
+    }
     return ~crc;
 }
 
-constexpr std::size_t KeyBucket(std::string_view key) { return Crc32(key) % kKeyBuckets; }
+[[nodiscard]] constexpr std::size_t KeyBucket(std::string_view key) { return Crc32(key) % kKeyBuckets; }
 
 } // namespace brixen::zeve

@@ -3,7 +3,7 @@
 namespace brixen::zeve {
 
 void KeywordTable::Define(std::string_view keyword, BoxMaker maker) {
-    Bucket& bucket = fBuckets[KeyBucket(keyword)];
+    Bucket& bucket = buckets[KeyBucket(keyword)];
     for (Entry& entry : bucket) {
         if (entry.keyword != keyword) continue;
         entry.maker = maker;
@@ -13,7 +13,7 @@ void KeywordTable::Define(std::string_view keyword, BoxMaker maker) {
 }
 
 BoxMaker KeywordTable::Find(std::string_view keyword) const {
-    for (const Entry& entry : fBuckets[KeyBucket(keyword)]) {
+    for (const Entry& entry : buckets[KeyBucket(keyword)]) {
         if (entry.keyword == keyword) return entry.maker;
     }
     return nullptr;

@@ -1,5 +1,5 @@
-// The process-wide table from a view's keyword to the maker of its box. Dialogs are made on one thread, and
-// so is this table used: it has no lock. It is emptied for tests by ResetToolkit.
+// The table from keywords of views to makers of boxes. The process has one, gToolkit.keywords; it has no
+// lock, because dialogs are made on one thread at a time.
 #pragma once
 
 #include "toolkit/key_hash.h"
@@ -18,10 +18,10 @@ using BoxMaker = std::unique_ptr<CEveBox> (*)();
 
 class KeywordTable {
 public:
-    // Enters a keyword with its maker; a keyword that is there already gets the new maker.
+    // Enters a keyword, or replaces the maker of one that the table has.
     void Define(std::string_view keyword, BoxMaker maker);
-    // Null for a keyword that the table lacks.
-    BoxMaker Find(std::string_view keyword) const;
+    // Returns null for an unknown keyword.
+    [[nodiscard]] BoxMaker Find(std::string_view keyword) const;
 
 private:
     struct Entry {
@@ -30,7 +30,7 @@ private:
     };
     using Bucket = std::forward_list<Entry>; // newest first
 
-    std::array<Bucket, kKeyBuckets> fBuckets;
+    std::array<Bucket, kKeyBuckets> buckets;
 };
 
 } // namespace brixen::zeve

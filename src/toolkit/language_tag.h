@@ -1,4 +1,4 @@
-// Language identifiers as the toolkit compares them.
+// Compares the names of languages.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace brixen::zeve {
 
-// The first five characters, lower-cased (ASCII), with the third made '-': both "ja_JP" and "JA-jp" give
-// "ja-jp". A shorter text keeps its length.
-std::string NormalizeLanguage(std::string_view language);
-// Whether the text names one of the two languages that are laid out from right to left, "ar-ae" and "he-il".
-bool IsRightToLeftLanguage(std::string_view language);
+// Returns the first five characters in ASCII lower case, the third replaced by '-': "ja-jp" for both "ja_JP"
+// and "JA-jp". A shorter text keeps its length.
+[[nodiscard]] std::string NormalizeLanguage(std::string_view language);
+// Whether the language is "ar-ae" or "he-il", which dialogs show from right to left.
+[[nodiscard]] bool IsRightToLeftLanguage(std::string_view language);
 
 } // namespace brixen::zeve

@@ -1,4 +1,5 @@
-// What all dialogs of the process share. It has no lock: dialogs are made and run on one thread at a time.
+// The state that all dialogs of the process share. It has no lock: dialogs are made and run on one thread at
+// a time.
 #pragma once
 
 #include "toolkit/keyword_table.h"
@@ -20,7 +21,7 @@ struct FontFaces {
     std::uint8_t characterSet = 0;
 };
 
-// The icon prepared last gives its size to every icon made afterward.
+// Kept: every icon is made at the size of the icon prepared last.
 struct RememberedIcon {
     std::int64_t width = 0, height = 0; // pixels
     std::int64_t builtinIcon = 0;       // of the icon made last
@@ -28,25 +29,25 @@ struct RememberedIcon {
 
 struct ToolkitState {
     bool isInitialized = false;
-    NativeModule richEdit = nullptr; // null again once it was freed
+    NativeModule richEdit = nullptr; // null after it was freed
 
     KeywordTable keywords;
     std::vector<DialogLink*> dialogs; // see toolkit/dialog/dialog_registry.h
-    ModalRun* innermostRun = nullptr; // on the stack of whoever runs it
+    ModalRun* innermostRun = nullptr; // on the stack of its caller
     std::exception_ptr keptException; // see toolkit/kept_exception.h
 
-    std::uint16_t lastViewId = 10000; // the last one given to a view or sub control; wraps without a test
+    std::uint16_t lastViewId = 10000; // of a view or sub control; wraps around silently
     std::string languageInfo;         // of the view prepared last
     FontFaces faces;                  // of that language
-    std::u16string bigFace;           // from the dictionaries; if not empty, it stands for the wide face
+    std::u16string bigFace;           // from the dictionaries; if not empty, replaces the wide face
     RememberedIcon icon;
-    std::u16string dialogClassName; // the last one made
-    char fourCharText[5] = {};      // the four-character code handed out last
+    std::u16string dialogClassName; // of the dialog made last
+    char fourCharText[5] = {};      // the four-character code returned last
 };
 
 extern ToolkitState gToolkit;
 
-// For tests: as in a process that has made no dialog yet. None may live.
+// Resets everything, for tests. No dialog may exist.
 void ResetToolkit();
 
 } // namespace brixen::zeve

@@ -33,7 +33,7 @@ constexpr NumberConstant kMetrics[] = {
     {"gButtonPopupWidth"_name, 20},
     {"gButtonPopupHeight"_name, 20},
     {"gGap"_name, 4},
-    {"gSpace"_name, 9}, // more than gMediumSpace: meant
+    {"gSpace"_name, 9}, // Intentional: more than gMediumSpace
     {"gMediumSpace"_name, 8},
     {"gLargeSpace"_name, 15},
     {"gTabsHeight"_name, 25},
@@ -67,7 +67,7 @@ constexpr NumberConstant kOtherNumbers[] = {
     {"font_style_bold"_name, kFontStyleBold},
     {"font_style_italic"_name, kFontStyleItalic},
     {"font_style_underline"_name, kFontStyleUnderline},
-    // Vocabulary only: no font has these.
+    // Kept: no font has these.
     {"font_style_outline"_name, 8},
     {"font_style_shadow"_name, 16},
     {"font_style_condensed"_name, 32},

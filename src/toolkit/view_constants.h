@@ -1,5 +1,5 @@
-// The constants that every view of a dialog can name: metrics in pixels, fonts, number formats. A view may
-// define them anew for itself; the boxes take the metrics through the view's scopes.
+// The constants that every view of a dialog can use: metrics in pixels, fonts, number formats. A view may
+// define its own value; boxes read the metrics through the view's scopes.
 #pragma once
 
 #include "view/scope/scope_name.h"
@@ -29,11 +29,10 @@ enum BuiltinIcon : std::int64_t {
     kBuiltinIconAlert = 32516,
 };
 
-// Defines all of them in a dialog's root scope. The alignments and the like are there already, from the
-// making of the scope.
+// Defines all of them in the root scope of a dialog. The scope itself defines alignments and the like.
 void InstallViewConstants(CExpressionScope& rootScope);
 
-// A metric as a view sees it, 0 if no scope has it.
-std::int64_t Metric(const CExpressionScope& viewAttributes, const ScopeName& name);
+// Returns the metric as the view sees it; 0 if no scope has it.
+[[nodiscard]] std::int64_t Metric(const CExpressionScope& viewAttributes, const ScopeName& name);
 
 } // namespace brixen::zeve

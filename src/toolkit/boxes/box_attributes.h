@@ -1,4 +1,4 @@
-// What boxes do with the attributes of their views again and again.
+// The steps that many boxes take with the attributes of their views.
 #pragma once
 
 #include "view/scope/expression_scope.h"
@@ -8,24 +8,24 @@
 
 namespace brixen::zeve {
 
-// Copies those of the names that the view has.
+// Copy the attributes of these names that the view has.
 void CopyBooleans(CExpressionScope& attributes, const CExpressionScope& viewAttributes,
                   std::initializer_list<ScopeName> names);
 void CopyNumbers(CExpressionScope& attributes, const CExpressionScope& viewAttributes,
                  std::initializer_list<ScopeName> names);
 
-// Defines the size of a box that measures no text: the view's width, also when it is 0, and its height, but
-// at least that metric.
+// Defines the size of a box that measures no text: the view's own width, or 0, and the larger of the view's
+// height and the metric.
 void DefineBarSize(const CExpressionScope& viewAttributes, CExpressionScope& attributes,
                    const ScopeName& heightMetric);
-// Defines one side of a box: the view's own number, or that metric where the view gives none or 0.
+// Defines one side of a box: the view's number, or the metric if that is absent or 0.
 void DefineSizeOr(const CExpressionScope& viewAttributes, CExpressionScope& attributes, const ScopeName& name,
                   const ScopeName& metric);
 
-// Added to the width of a text that gives its box the width, in pixels: what stands left and right of it.
+// Pixels left and right of a text in a box whose width is measured, together.
 inline constexpr std::int64_t kTextMargins = 20;
 
-// A number cut to the 16 bits in which boxes keep their places.
-inline std::int16_t CutTo16(std::int64_t number) { return static_cast<std::int16_t>(number); }
+// The low 16 bits of a number: boxes hold positions and sizes in 16 bits.
+[[nodiscard]] inline std::int16_t CutTo16(std::int64_t number) { return static_cast<std::int16_t>(number); }
 
 } // namespace brixen::zeve

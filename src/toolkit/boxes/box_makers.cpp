@@ -1,19 +1,28 @@
 #include "toolkit/boxes/box_makers.h"
 
 #include "toolkit/boxes/eve_button.h"
+#include "toolkit/boxes/eve_button_popup.h"
+#include "toolkit/boxes/eve_check_box.h"
+#include "toolkit/boxes/eve_cluster.h"
 #include "toolkit/boxes/eve_dialog.h"
 #include "toolkit/boxes/eve_edit_number.h"
 #include "toolkit/boxes/eve_edit_text.h"
 #include "toolkit/boxes/eve_empty.h"
-#include "toolkit/boxes/eve_frames.h"
-#include "toolkit/boxes/eve_lists.h"
-#include "toolkit/boxes/eve_pictures.h"
+#include "toolkit/boxes/eve_hyperlink.h"
+#include "toolkit/boxes/eve_icon.h"
+#include "toolkit/boxes/eve_list_box.h"
+#include "toolkit/boxes/eve_picture.h"
 #include "toolkit/boxes/eve_popup.h"
+#include "toolkit/boxes/eve_progress_bar.h"
 #include "toolkit/boxes/eve_radio_button.h"
-#include "toolkit/boxes/eve_ranges.h"
+#include "toolkit/boxes/eve_radio_group.h"
+#include "toolkit/boxes/eve_scroller.h"
+#include "toolkit/boxes/eve_separator.h"
+#include "toolkit/boxes/eve_slider.h"
 #include "toolkit/boxes/eve_static_text.h"
 #include "toolkit/boxes/eve_static_text_enum.h"
 #include "toolkit/boxes/eve_tab_group.h"
+#include "toolkit/boxes/eve_tree_ctrl.h"
 #include "toolkit/keyword_table.h"
 #include "toolkit/toolkit_state.h"
 
@@ -26,12 +35,12 @@ std::unique_ptr<CEveBox> Make() {
     return std::make_unique<Box>();
 }
 
-struct CatalogueEntry {
+struct KeywordMaker {
     std::string_view keyword;
     BoxMaker maker;
 };
 
-constexpr CatalogueEntry kCatalogue[] = {
+constexpr KeywordMaker kMakers[] = {
     {"dialog", Make<CEveDialog>},
     {"button", Make<CEveButton>},
     {"hyperlink", Make<CEveHyperlink>},
@@ -59,7 +68,7 @@ constexpr CatalogueEntry kCatalogue[] = {
 } // namespace
 
 void FillKeywordTable() {
-    for (const CatalogueEntry& entry : kCatalogue) gToolkit.keywords.Define(entry.keyword, entry.maker);
+    for (const KeywordMaker& entry : kMakers) gToolkit.keywords.Define(entry.keyword, entry.maker);
 }
 
 std::unique_ptr<CEveBox> MakeBox(std::string_view keyword) {

@@ -1,4 +1,4 @@
-// The catalogue of controls: which keyword of a view makes which box.
+// Makes the box for a keyword of a view.
 #pragma once
 
 #include <memory>
@@ -8,9 +8,9 @@ namespace brixen::zeve {
 
 class CEveBox;
 
-// Enters the whole catalogue. Doing so again replaces each entry by an equal one.
+// Enters every keyword of the toolkit into gToolkit.keywords. Calling it again replaces each entry.
 void FillKeywordTable();
-// A new box for the keyword; a CEveEmpty for one that the table lacks.
-std::unique_ptr<CEveBox> MakeBox(std::string_view keyword);
+// Returns a new box; for a keyword that is not in the table, a CEveEmpty.
+[[nodiscard]] std::unique_ptr<CEveBox> MakeBox(std::string_view keyword);
 
 } // namespace brixen::zeve

@@ -1,9 +1,9 @@
 #include "toolkit/boxes/control_maker.h"
 
-#include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/control_styles.h"
+#include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/control_styles.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -42,7 +42,7 @@ bool IsClass(std::u16string_view className, std::u16string_view lowerCaseName) {
                       [](char16_t left, char16_t right) { return lyr::gen::ToAsciiLower(left) == right; });
 }
 
-// Whether the language leaves the alignment alone: static frames, bitmaps and plain push buttons.
+// Whether a right-to-left language leaves the alignment alone: for frames, bitmaps and plain push buttons.
 bool KeepsAlignment(const ControlKind& kind) {
     if (IsClass(kind.className, u"static")) return kind.style & style::kStaticFrames;
     if (IsClass(kind.className, u"button")) return !(kind.style & style::kButtonKinds);
@@ -80,7 +80,7 @@ NativeWindow MakeWindowOf(CEveBox& box, const CExpressionScope& attributes, cons
     return platform::MakeWindow(request);
 }
 
-// Goes by the style alone, and by the icon that was remembered last.
+// Kept: any control with exactly this style gets the icon that was remembered last.
 void LoadIcon(const CEveBox& box, const ControlKind& kind) {
     const RememberedIcon& icon = gToolkit.icon;
     if (kind.style != kIconControl || !box.control) return;
@@ -144,6 +144,10 @@ void MakeControlWithSubCheck(CEveBox& box, const CExpressionScope& attributes, c
     } catch (...) {
         throw std::logic_error("sub checkbox creation error!");
     }
+}
+
+void MakeGroupBox(CEveBox& box, const CExpressionScope& attributes) {
+    MakeControl(box, attributes, {u"button", style::kChild | style::kGroupBox, extended::kControlParent});
 }
 
 bool WantsSubCheck(const CEveBox& box) { return box.checkBoxAware && !box.readOnly; }

@@ -1,4 +1,4 @@
-// The one routine by which all boxes but the dialog make their native control.
+// Makes the native control of every box but the dialog.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@ namespace brixen::zeve {
 class CEveBox;
 class CExpressionScope;
 
+// The window class and styles of a control.
 struct ControlKind {
     const char16_t* className;
     std::uint32_t style;
@@ -15,21 +16,24 @@ struct ControlKind {
 };
 
 // Makes the control of a bound box, gives it its icon and its font, and shows and enables it as the box and
-// its parents want it. `win_style` and `win_ex_style` of the view take the place of the kind's styles. A
-// control that the system refuses leaves the box with a null control and is no failure. Throws
-// std::logic_error with the class name for any exception on the way, those of the host that were kept in
-// window procedures included.
+// its parents ask. The view's `win_style` and `win_ex_style` replace the kind's styles. If the system refuses
+// the control, the box has a null control and nothing is thrown. Throws std::logic_error with the class name
+// in place of any exception during the making, exceptions kept by window procedures included.
 void MakeControl(CEveBox& box, const CExpressionScope& attributes, const ControlKind& kind);
 
-// The same for a box that may carry a check box in front of its control (`wantsSubCheck`): the control gives
-// way by 30 pixels, and the small check box is made after it. Throws std::logic_error "sub checkbox creation
-// error!" for any exception on the way of the check box.
+// Does the same for a box that may have a small check box in front of its control (`wantsSubCheck`). The
+// control then starts 30 pixels further right and ends where it did; the check box is made after it. Throws
+// std::logic_error "sub checkbox creation error!" in place of any exception during the making of the check
+// box.
 void MakeControlWithSubCheck(CEveBox& box, const CExpressionScope& attributes, const ControlKind& kind,
                              bool wantsSubCheck);
-// Whether a check-box aware box that can be changed carries one.
-bool WantsSubCheck(const CEveBox& box);
+// Whether a box has one: it is check-box aware and not read-only.
+[[nodiscard]] bool WantsSubCheck(const CEveBox& box);
 
-// `rtl_aware` of a field adds the styles of right-to-left text to its extended style.
-std::uint32_t FieldStyle(const CExpressionScope& attributes, std::uint32_t extendedStyle);
+// Makes a group box, for boxes that only draw a frame with a title.
+void MakeGroupBox(CEveBox& box, const CExpressionScope& attributes);
+
+// The extended style of a field: with `rtl_aware`, the styles of right-to-left text are added.
+[[nodiscard]] std::uint32_t FieldStyle(const CExpressionScope& attributes, std::uint32_t extendedStyle);
 
 } // namespace brixen::zeve

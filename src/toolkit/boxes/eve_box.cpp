@@ -1,8 +1,8 @@
 #include "toolkit/boxes/eve_box.h"
 
 #include "dictionaries/translation.h"
-#include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/box_attributes.h"
+#include "toolkit/boxes/box_font.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/layout/layout.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -68,8 +68,18 @@ CEveBox* CEveBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     return this;
 }
 
+void CEveBox::SetTextById(std::string_view text) const {
+    if (!control) return;
+    platform::SetControlText(platform::TopLevelOf(control), viewId, WideText(text).c_str());
+}
+
+std::string CEveBox::TextById() const {
+    if (!control) return {};
+    return NarrowText(platform::ControlText(platform::TopLevelOf(control), viewId));
+}
+
 void CEveBox::BindToParent(CEveBox* parentBox) {
-    // The place is made first: from the moment that `parent` is set, the parent owns this box.
+    // The list entry is made first, so that nothing can fail between owning and setting `parent`.
     parentBox->children.emplace_back();
     parentBox->children.back().reset(this);
     parent = parentBox;

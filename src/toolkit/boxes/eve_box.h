@@ -1,6 +1,6 @@
-// The base of every control of a dialog: a thin object around one native control, in a tree that it owns.
-// Boxes of a dialog all lie in the client area of its one top-level window; positions are absolute there.
-// Everything here belongs to the thread that makes the dialog.
+// The base of every box of a dialog: a thin object around one native control, in a tree of owners.
+// All controls of a dialog are children of its one top-level window; positions are absolute in its client
+// area. Only the thread that makes the dialog uses its boxes.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -9,6 +9,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace brixen::zeve {
 
@@ -20,26 +21,25 @@ public:
     CEveBox() = default;
     CEveBox(const CEveBox&) = delete;
     CEveBox& operator=(const CEveBox&) = delete;
-    // Frees the control's icon, the children from the front, the top-level window, the font, in this order.
+    // Frees, in this order: the control's icon, the children from the front, the top-level window, the font.
     virtual ~CEveBox();
 
-    // Runs while the view is read, before the layout: a class measures itself and writes `width`, `height`
-    // and the like into `attributes`. `viewAttributes` are the view's parameters with their chain.
+    // Measures the box, while the view is read and before the layout: writes `width`, `height` and others
+    // into `attributes`. `viewAttributes` are the view's own attributes, chained to those of its parents.
     virtual void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes);
-    // Binds the box to its parent and makes its native control. Returns the box that serves the view's
-    // children as parent. A box whose `parent` is set belongs to that parent, also when Create throws
-    // afterward; one whose `parent` is null still belongs to the caller. Throws std::logic_error with the
-    // control's class name when an exception passes through the making of the control.
+    // Binds the box to its parent and makes its native control. Returns the parent for the boxes of the
+    // view's children. Once `parent` is set, the parent owns the box, even if Create throws afterward; a box
+    // without parent belongs to the caller. Throws std::logic_error with the control's class name if an
+    // exception leaves the making of the control.
     virtual CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox);
-    // Takes `__zeve_set_value` of the record; what that is, depends on the class.
+    // Takes `__zeve_set_value` of the record, a text or a number, as the class says. Does nothing here.
     virtual void SetValue(const EventRecord& record);
     virtual void SetSubCheck(bool checked);
-    // Stores the value into the record, or nothing. A text (`__zeve_get_value_string`) is an array newly made
-    // with new char[]; the caller frees it with delete[]. `honorSubCheck`: a box whose sub check is not set
-    // (one without a sub check is not) yields nothing.
+    // Stores the value in the record, as the class says, or nothing. A text is stored by StoreNewText. With
+    // `honorSubCheck`, a box stores nothing unless it has a sub check that is set. Does nothing here.
     virtual void GetValue(EventRecord& record, bool honorSubCheck);
-    virtual bool GetSubCheck();
-    // The box's own wish; it takes effect as far as its parents allow.
+    [[nodiscard]] virtual bool GetSubCheck();
+    // Store the box's own state. A hidden parent keeps it hidden, a disabled parent disabled.
     virtual void SetVisible(bool isVisible);
     virtual void SetEnabled(bool isEnabled);
     virtual void EnableSubCheck();
@@ -47,34 +47,43 @@ public:
     // Shows the name text in the control.
     virtual void RefreshText();
 
-    NativeWindow TopLevelWindow() const; // null at a root that has none
-    CEveBox& Root();
-    // This box or the first below it, depth first, with that `view_id`; null if none.
-    CEveBox* FindByViewId(std::uint16_t id);
-    // Shows or hides this control and its visible children by `inherited` and the box's own wish.
+    // Returns the window of this box or of the nearest parent that has one; null if none has.
+    [[nodiscard]] NativeWindow TopLevelWindow() const;
+    [[nodiscard]] CEveBox& Root();
+    // Returns this box or the first below it, depth first, with that `view_id`; null if there is none.
+    [[nodiscard]] CEveBox* FindByViewId(std::uint16_t id);
+    // Show or enable the control if `inherited` and the box's own state allow it, and pass the result on to
+    // the children that are visible or enabled themselves.
     void ApplyShowState(bool inherited);
     void ApplyEnableState(bool inherited);
-    // Translates the name of this box and of all below it again.
+    // Translates the names of this box and of all boxes below it again, and shows them.
     void Retranslate();
 
     NativeFont font = nullptr;  // owned
-    bool checkBoxAware = false; // a small check box of its own stands in front of the control
+    bool checkBoxAware = false; // asks for a sub check, a small check box in front of the control
     std::int16_t top = 0, left = 0, height = 0, width = 0; // pixels, in the dialog's client area
     std::uint16_t viewId = 0, subViewId = 0;
     NativeWindow window = nullptr; // the top-level window; only a CEveDialog sets it
     CEveBox* parent = nullptr;     // not owned
     NativeWindow control = nullptr;
     NativeWindow subControl = nullptr;
-    std::string classKeyword;
-    bool visible = true, enabled = true;
+    std::string classKeyword;            // the keyword of the view
+    bool visible = true, enabled = true; // the box's own state
     bool readOnly = false;
-    bool honoursReadOnly = false; // a read-only box is shown disabled
-    std::string nameKey, nameText;
+    bool honoursReadOnly = false;                 // a read-only box is shown disabled
+    std::string nameKey;                          // as in the view, usually a dictionary key
+    std::string nameText;                         // the same, translated
     std::list<std::unique_ptr<CEveBox>> children; // in creation order
 
 protected:
-    // What the destructor does; harmless a second time. For a class that has to act after its window is gone.
+    // Does what the destructor does; a second call does nothing. A class whose own destructor needs the
+    // window to be gone calls it first.
     void TearDown() noexcept;
+
+    // Set and read the text of the first control of the dialog that has the box's id. A box without control
+    // changes nothing and returns an empty text.
+    void SetTextById(std::string_view text) const;
+    [[nodiscard]] std::string TextById() const;
 
 private:
     void BindToParent(CEveBox* parentBox);

@@ -1,12 +1,11 @@
 #include "toolkit/boxes/eve_button.h"
 
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/boxes/control_value.h"
 #include "toolkit/boxes/control_maker.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/boxes/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/wide_text.h"
 #include "values/unicode/character_borders.h"
@@ -25,7 +24,7 @@ std::int64_t MeasuredWidth(std::int64_t textWidth, const CExpressionScope& viewA
     return std::max(textWidth + kTextMargins, Metric(viewAttributes, "gButtonWidth"_name));
 }
 
-// The first characters of the text, whole ones.
+// Returns the first `count` whole characters of the text.
 std::string_view CutToCharacters(std::string_view text, std::size_t count) {
     std::size_t characters = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -46,8 +45,9 @@ void CEveButton::Prepare(CExpressionScope& viewAttributes, CExpressionScope& att
                                                     Metric(viewAttributes, "gButtonHeight"_name)));
     CopyBoolean(attributes, viewAttributes, "default"_name);
     CopyBoolean(attributes, viewAttributes, "rtl_aware"_name);
-    if (viewAttributes.GetBooleanOr("label"_name, false))
+    if (viewAttributes.GetBooleanOr("label"_name, false)) {
         attributes.DefineNumber("label_width"_name, buttonWidth);
+    }
 }
 
 CEveBox* CEveButton::Create(CExpressionScope& attributes, CEveBox* parentBox) {
@@ -62,7 +62,7 @@ CEveBox* CEveButton::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 }
 
 void CEveButton::SetValue(const EventRecord& record) {
-    const std::string_view label = RecordText(ReadTextOrFourCharCode(record, kKeySetValue));
+    const std::string_view label = ReadTextOrFourCharCode(record, kKeySetValue);
     platform::SetText(control, WideText(CutToCharacters(label, kLabelCharacters)).c_str());
 }
 

@@ -1,4 +1,4 @@
-// A push button.
+// A push button, with a label.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
@@ -8,10 +8,9 @@ namespace brixen::zeve {
 class CEveButton : public CEveBox {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    // With `default` the button takes the focus; of several, the last one made keeps it.
+    // A `default` button takes the focus; of several, the one made last has it.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-    // The label: a text, or the four-character code of a scope, of at most 127 characters; the rest is cut
-    // off.
+    // Takes the label, a text or the four-character code of a scope, and cuts it after 127 characters.
     void SetValue(const EventRecord& record) override;
 };
 

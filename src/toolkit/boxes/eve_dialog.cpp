@@ -14,9 +14,8 @@ namespace brixen::zeve {
 namespace {
 
 constexpr const char16_t* kSystemDialogClass = u"#32770";
-constexpr std::uint32_t kDialogStyle = 0x84400000;           // WS_POPUP, WS_CLIPSIBLINGS, WS_DLGFRAME
-constexpr std::uint32_t kDialogExtendedStyle = 0x101;        // WS_EX_WINDOWEDGE, WS_EX_DLGMODALFRAME
-constexpr std::uintptr_t kHideAcceleratorsAtFirst = 0x20003; // UISF_HIDEACCEL, UIS_INITIALIZE
+constexpr std::uint32_t kDialogStyle = style::kPopup | style::kClipSiblings | style::kDialogFrame;
+constexpr std::uint32_t kDialogExtendedStyle = extended::kWindowEdge | extended::kDialogModalFrame;
 
 std::uint32_t DialogStyle(const CExpressionScope& attributes) {
     auto dialogStyle = static_cast<std::uint32_t>(attributes.GetLongOr("win_style"_name, kDialogStyle));
@@ -35,7 +34,7 @@ NativeWindow LivingParentWindow(const CExpressionScope& attributes) {
 
 CEveDialog::~CEveDialog() {
     TearDown();
-    if (!fOwnClass.empty()) platform::UnregisterDialogClass(fOwnClass.c_str(), fInstance);
+    if (!ownClass.empty()) platform::UnregisterDialogClass(ownClass.c_str(), instance);
 }
 
 void CEveDialog::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
@@ -57,10 +56,10 @@ CEveBox* CEveDialog::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
     window = control = MakeDialogWindow(attributes);
     platform::TakeDialogProcedure(window);
-    platform::Send(window, kMessageChangeUiState, kHideAcceleratorsAtFirst, 0);
+    platform::Send(window, kMessageChangeUiState, kHideAccessKeysAtFirst, 0);
     GrowToClientSize();
     platform::TrimSystemMenu(window);
-    // Its generator lets through no other dialog than its own.
+    // The generator refuses the number of any other dialog.
     if (auto* dialog = ReferenceFrom<DialogLink>(attributes.GetLongOr("__zeveInternalObj"_name, 0)))
         dialog->rootBox = this;
     return this;
@@ -68,14 +67,14 @@ CEveBox* CEveDialog::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 
 std::u16string CEveDialog::ClassName(bool isSystemDialog) {
     if (isSystemDialog) return kSystemDialogClass;
-    fOwnClass = platform::NewUniqueName();
-    gToolkit.dialogClassName = fOwnClass;
-    platform::RegisterDialogClass(fOwnClass.c_str(), fInstance);
-    return fOwnClass;
+    ownClass = platform::NewUniqueName();
+    gToolkit.dialogClassName = ownClass;
+    platform::RegisterDialogClass(ownClass.c_str(), instance);
+    return ownClass;
 }
 
 NativeWindow CEveDialog::MakeDialogWindow(const CExpressionScope& attributes) {
-    fInstance = ReferenceFrom<NativeModuleTag>(attributes.GetLongOr("__hInstance"_name, 0));
+    instance = ReferenceFrom<NativeModuleTag>(attributes.GetLongOr("__hInstance"_name, 0));
     const std::u16string className = ClassName(attributes.GetBooleanOr("create_system_dialog"_name, true));
     const std::u16string title = WideText(nameText);
     const platform::Extent area = platform::WorkArea();
@@ -90,7 +89,7 @@ NativeWindow CEveDialog::MakeDialogWindow(const CExpressionScope& attributes) {
     request.width = width;
     request.height = height;
     request.parent = LivingParentWindow(attributes);
-    request.instance = fInstance;
+    request.instance = instance;
     return platform::MakeWindow(request);
 }
 

@@ -1,4 +1,4 @@
-// The root of a dialog: the top-level window.
+// The root box of a dialog: its top-level window.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
@@ -9,17 +9,17 @@ class CEveDialog : public CEveBox {
 public:
     ~CEveDialog() override;
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    // Makes the window, hidden, in the middle of the work area, and stores itself in its dialog's link.
+    // Makes the hidden window in the middle of the work area and stores the box in its DialogLink.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
 
 private:
+    // Returns the name of the window class; for other than system dialogs, registers a new one.
     std::u16string ClassName(bool isSystemDialog);
     NativeWindow MakeDialogWindow(const CExpressionScope& attributes);
     void GrowToClientSize();
 
-    // The name of the window class made for this dialog alone, empty for a system dialog.
-    std::u16string fOwnClass;
-    NativeModule fInstance = nullptr;
+    std::u16string ownClass; // the window class registered for this dialog; empty for a system dialog
+    NativeModule instance = nullptr;
 };
 
 } // namespace brixen::zeve

@@ -1,4 +1,4 @@
-// An edit field for numbers. It takes and gives its value as text.
+// An edit field for numbers. Its value is text.
 #pragma once
 
 #include "toolkit/boxes/eve_edit_text.h"

@@ -2,12 +2,11 @@
 
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/boxes/control_value.h"
 #include "toolkit/boxes/control_maker.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/boxes/text_measure.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
 #include "view/scope/expression_scope.h"
@@ -44,7 +43,7 @@ void CEveEditText::Prepare(CExpressionScope& viewAttributes, CExpressionScope& a
     CopyBooleans(attributes, viewAttributes,
                  {"v_scroller"_name, "password"_name, "locked"_name, "rtl_aware"_name});
     CopyNumber(attributes, viewAttributes, "max_chars"_name);
-    fTestsAscii = viewAttributes.HasVariable("seven_bit_ascii"_name);
+    testsAscii = viewAttributes.HasVariable("seven_bit_ascii"_name);
     attributes.DefineNumber("width"_name, fieldWidth);
     DefineSizeOr(viewAttributes, attributes, "height"_name, "gEditTextHeight"_name);
 }
@@ -63,14 +62,12 @@ CEveBox* CEveEditText::Create(CExpressionScope& attributes, CEveBox* parentBox) 
     return this;
 }
 
-void CEveEditText::SetValue(const EventRecord& record) {
-    SetTextById(*this, RecordText(ReadTextPointer(record, kKeySetValue)));
-}
+void CEveEditText::SetValue(const EventRecord& record) { SetTextById(ReadText(record, kKeySetValue)); }
 
 void CEveEditText::GetValue(EventRecord& record, bool honorSubCheck) {
     if ((honorSubCheck && !GetSubCheck()) || !control || readOnly) return;
-    const std::string text = TextById(*this);
-    if (fTestsAscii && !IsAscii(text)) {
+    const std::string text = TextById();
+    if (testsAscii && !IsAscii(text)) {
         platform::ShowErrorMessage(TopLevelWindow(), WideText(ShownText(kNotAsciiMessage)).c_str());
         return;
     }

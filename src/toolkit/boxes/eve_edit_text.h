@@ -1,4 +1,4 @@
-// An edit field.
+// An edit field, of one line or with a vertical scroll bar.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
@@ -9,15 +9,15 @@ class CEveEditText : public CEveBox {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-    // A text.
+    // Takes a text.
     void SetValue(const EventRecord& record) override;
-    // The text, unless it is empty, or the box is read-only. A field with the ASCII test tells the user of
-    // any other character and yields nothing.
+    // Stores the text, unless it is empty or the box is read-only. A field with the ASCII test shows a
+    // message for any other character and stores nothing.
     void GetValue(EventRecord& record, bool honorSubCheck) override;
 
 private:
-    // `seven_bit_ascii` stands in the view, with whatever value: the 0 counts too. Kept.
-    bool fTestsAscii = false;
+    // Kept: set if the view has `seven_bit_ascii` at all, even as 0.
+    bool testsAscii = false;
 };
 
 } // namespace brixen::zeve

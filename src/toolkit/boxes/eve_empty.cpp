@@ -20,6 +20,4 @@ CEveBox* CEveEmpty::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     return this;
 }
 
-void CEveHyperlink::RefreshText() {}
-
 } // namespace brixen::zeve

@@ -2,12 +2,11 @@
 
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/boxes/control_value.h"
 #include "toolkit/boxes/control_maker.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/boxes/text_measure.h"
 #include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
 
@@ -21,10 +20,10 @@ constexpr std::int64_t kDefaultVisibleItems = 30;
 constexpr std::uint32_t kPopupStyle =
     style::kChild | style::kVerticalScroll | style::kTabStop | style::kDropDownList;
 
-// Of the list when it is open; the system gives the closed field its own height.
+// The height of the open list, in pixels; the system decides that of the closed field.
 std::int16_t OpenHeight(const CExpressionScope& attributes) {
-    const std::int64_t items = attributes.GetLongOr("max_visible_items"_name, kDefaultVisibleItems);
-    return static_cast<std::int16_t>((static_cast<std::uint64_t>(items) + 2) * kItemHeight);
+    const std::int64_t rows = attributes.GetLongOr("max_visible_items"_name, kDefaultVisibleItems);
+    return static_cast<std::int16_t>((static_cast<std::uint64_t>(rows) + 2) * kItemHeight);
 }
 
 } // namespace
@@ -37,8 +36,8 @@ void CEvePopup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attr
     DefineSizeOr(viewAttributes, attributes, "height"_name, "gPopupHeight"_name);
     std::int64_t fieldWidth = viewAttributes.GetLongOr("width"_name, 0);
     if (fieldWidth == 0) {
-        const std::string items = ShownText(viewAttributes.GetStringOr("items"_name, ""));
-        const std::int64_t textWidth = MeasureLongestItem(items).width;
+        const std::string list = ShownText(viewAttributes.GetStringOr("items"_name, ""));
+        const std::int64_t textWidth = MeasureLongestItem(list).width;
         width = CutTo16(textWidth);
         fieldWidth = textWidth + kTextMargins;
     }
@@ -51,35 +50,33 @@ CEveBox* CEvePopup::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     MakeControlWithSubCheck(*this, attributes,
                             {u"combobox", kPopupStyle, FieldStyle(attributes, extended::kField)},
                             WantsSubCheck(*this) && !ignoresSubCheck);
-    fItemsKey = attributes.GetStringOr("items"_name, "");
+    itemsKey = attributes.GetStringOr("items"_name, "");
     Fill();
     platform::Send(control, kComboSetSelection, 0, 0);
     return this;
 }
 
 void CEvePopup::Fill() {
-    fItems = ParseItemList(ShownText(fItemsKey), Separators::Drop);
-    for (const ListItem& item : fItems) {
+    items = ParseItemList(ShownText(itemsKey), Separators::kDrop);
+    for (const ListItem& item : items) {
         const std::u16string label = WideText(item.label);
         platform::Send(control, kComboAddString, 0, reinterpret_cast<std::intptr_t>(label.c_str()));
     }
 }
 
-void CEvePopup::SetValue(const EventRecord& record) {
-    Select(RecordText(ReadTextOrFourCharCode(record, kKeySetValue)));
-}
+void CEvePopup::SetValue(const EventRecord& record) { Select(ReadTextOrFourCharCode(record, kKeySetValue)); }
 
 void CEvePopup::Select(std::string_view value) {
     if (value == kKeepSelection) return;
-    const ListItem* item = FindItemByValue(fItems, value);
-    const auto index = item ? static_cast<std::uintptr_t>(item - fItems.data()) : 0;
+    const ListItem* item = FindItemByValue(items, value);
+    const auto index = item ? static_cast<std::uintptr_t>(item - items.data()) : 0;
     platform::Send(control, kComboSetSelection, index, 0);
 }
 
 const ListItem* CEvePopup::SelectedItem() const {
     const std::intptr_t index = platform::Send(control, kComboGetSelection, 0, 0);
-    if (index < 0 || static_cast<std::size_t>(index) >= fItems.size()) return nullptr;
-    return &fItems[static_cast<std::size_t>(index)];
+    if (index < 0 || static_cast<std::size_t>(index) >= items.size()) return nullptr;
+    return &items[static_cast<std::size_t>(index)];
 }
 
 void CEvePopup::GetValue(EventRecord& record, bool honorSubCheck) {
@@ -96,14 +93,5 @@ void CEvePopup::RefreshText() {
     Fill();
     if (!value.empty()) Select(value);
 }
-
-void CEveButtonPopup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
-    CEvePopup::Prepare(viewAttributes, attributes);
-    CopyString(attributes, viewAttributes, "items"_name);
-    DefineSizeOr(viewAttributes, attributes, "height"_name, "gButtonPopupHeight"_name);
-    DefineSizeOr(viewAttributes, attributes, "width"_name, "gButtonPopupWidth"_name);
-}
-
-void CEveButtonPopup::GetValue(EventRecord& record, bool) { CEvePopup::GetValue(record, false); }
 
 } // namespace brixen::zeve

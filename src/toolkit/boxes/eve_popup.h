@@ -1,10 +1,11 @@
-// Lists that drop down, to choose one of some texts by value.
+// A drop-down list that selects one of several texts by value.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/boxes/item_list.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace brixen::zeve {
@@ -13,17 +14,17 @@ class CEvePopup : public CEveBox {
 public:
     CEvePopup() { honoursReadOnly = true; }
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    // The first item is chosen.
+    // Fills the list and selects its first item.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-    // The value of an item, a text or the four-character code of a scope; `-` leaves all as it is. A value
-    // that no item has chooses the first one.
+    // Takes the value of an item, a text or the four-character code of a scope. `-` leaves the selection
+    // alone; a value that no item has selects the first item.
     void SetValue(const EventRecord& record) override;
-    // The value of the item chosen, unless it is empty.
+    // Stores the value of the selected item, unless it is empty.
     void GetValue(EventRecord& record, bool honorSubCheck) override;
-    // Fills the list again in the words of now, and keeps the value chosen.
+    // Fills the list again in the present language and keeps the selection by value.
     void RefreshText() override;
 
-    // Nothing sets it today: no check box stands in front, and none is honored.
+    // Kept: nothing sets it. If set, the popup has no sub check and honors none.
     bool ignoresSubCheck = false;
 
 private:
@@ -31,15 +32,8 @@ private:
     void Select(std::string_view value);
     const ListItem* SelectedItem() const;
 
-    std::string fItemsKey; // as the view gives it, usually a dictionary key
-    std::vector<ListItem> fItems;
-};
-
-// A popup that takes only the room of its button.
-class CEveButtonPopup : public CEvePopup {
-public:
-    void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    void GetValue(EventRecord& record, bool honorSubCheck) override;
+    std::string itemsKey; // as in the view, usually a dictionary key
+    std::vector<ListItem> items;
 };
 
 } // namespace brixen::zeve

@@ -1,10 +1,10 @@
 #include "toolkit/boxes/eve_radio_button.h"
 
 #include "toolkit/boxes/box_attributes.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/boxes/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "toolkit/window_messages.h"
 #include "view/scope/expression_scope.h"
@@ -12,12 +12,6 @@
 #include <algorithm>
 
 namespace brixen::zeve {
-
-namespace {
-
-constexpr std::int16_t kCheckBoxGrowth = 2;
-
-} // namespace
 
 void CEveRadioButton::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);
@@ -52,15 +46,6 @@ void CEveRadioButton::SetValue(const EventRecord& record) {
 void CEveRadioButton::GetValue(EventRecord& record, bool honorSubCheck) {
     if (honorSubCheck && !GetSubCheck()) return;
     record.Store(kKeyValueBoolean, platform::Send(control, kButtonGetCheck, 0, 0) == kChecked);
-}
-
-CEveBox* CEveCheckBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
-    CEveBox::Create(attributes, parentBox);
-    height = CutTo16(height + kCheckBoxGrowth);
-    width = CutTo16(width + kCheckBoxGrowth);
-    MakeMarkControl(attributes,
-                    {u"button", style::kChild | style::kTabStop | style::kAutoCheckBox, extended::kTopMost});
-    return this;
 }
 
 } // namespace brixen::zeve

@@ -1,4 +1,4 @@
-// The two boxes with a mark: radio buttons and check boxes.
+// A radio button. It does not move its mark by itself: the host does.
 #pragma once
 
 #include "toolkit/boxes/control_maker.h"
@@ -6,24 +6,20 @@
 
 namespace brixen::zeve {
 
-// A radio button does not move its mark by itself: the host's handler does.
 class CEveRadioButton : public CEveBox {
 public:
     CEveRadioButton() { honoursReadOnly = true; }
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
+    // `initial_value` sets the mark.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-    // A number: marked if it is not 0.
+    // Takes a number: any but 0 sets the mark.
     void SetValue(const EventRecord& record) override;
-    // 1 or 0 under `__zeve_get_value_boolean`.
+    // Stores 1 or 0 under `__zeve_get_value_boolean`.
     void GetValue(EventRecord& record, bool honorSubCheck) override;
 
 protected:
+    // Makes the control with its sub check and sets the first mark.
     void MakeMarkControl(const CExpressionScope& attributes, const ControlKind& kind);
-};
-
-class CEveCheckBox : public CEveRadioButton {
-public:
-    CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
 };
 
 } // namespace brixen::zeve

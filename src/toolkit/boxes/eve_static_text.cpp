@@ -1,12 +1,11 @@
 #include "toolkit/boxes/eve_static_text.h"
 
-#include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/box_attributes.h"
-#include "toolkit/boxes/control_value.h"
+#include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/control_maker.h"
+#include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
-#include "toolkit/boxes/text_measure.h"
 #include "toolkit/view_constants.h"
 #include "view/scope/expression_scope.h"
 
@@ -25,8 +24,9 @@ void CEveStaticText::Prepare(CExpressionScope& viewAttributes, CExpressionScope&
         std::max<std::int64_t>(text.height, Metric(viewAttributes, "gStaticTextHeight"_name));
     attributes.DefineNumber("width"_name, labelWidth);
     attributes.DefineNumber("height"_name, givenHeight ? givenHeight : textHeight);
-    if (viewAttributes.GetBooleanOr("label"_name, false))
+    if (viewAttributes.GetBooleanOr("label"_name, false)) {
         attributes.DefineNumber("label_width"_name, labelWidth);
+    }
 }
 
 CEveBox* CEveStaticText::Create(CExpressionScope& attributes, CEveBox* parentBox) {
@@ -36,7 +36,7 @@ CEveBox* CEveStaticText::Create(CExpressionScope& attributes, CEveBox* parentBox
 }
 
 void CEveStaticText::MakeLabel(CExpressionScope& attributes) {
-    // One pixel up and one higher, so that labels stand on the line of the fields beside them.
+    // So the text is on one line with that of the field beside it.
     top = CutTo16(top - 1);
     height = CutTo16(height + 1);
     honoursReadOnly = false;
@@ -46,12 +46,10 @@ void CEveStaticText::MakeLabel(CExpressionScope& attributes) {
                  FieldStyle(attributes, extended::kTopMost)});
 }
 
-void CEveStaticText::SetValue(const EventRecord& record) {
-    SetTextById(*this, RecordText(ReadTextPointer(record, kKeySetValue)));
-}
+void CEveStaticText::SetValue(const EventRecord& record) { SetTextById(ReadText(record, kKeySetValue)); }
 
 void CEveStaticText::GetValue(EventRecord& record, bool) {
-    if (!checkBoxAware) StoreNewText(record, TextById(*this));
+    if (!checkBoxAware) StoreNewText(record, TextById());
 }
 
 } // namespace brixen::zeve

@@ -1,4 +1,4 @@
-// A label.
+// A label: text that the user cannot change.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
@@ -9,12 +9,13 @@ class CEveStaticText : public CEveBox {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-    // A text.
+    // Takes a text.
     void SetValue(const EventRecord& record) override;
-    // The text that is shown, unless it is empty or the box is check-box aware.
+    // Stores the text shown, unless it is empty or the box is check-box aware.
     void GetValue(EventRecord& record, bool honorSubCheck) override;
 
 protected:
+    // Makes the control, one pixel further up and one pixel higher than the layout says.
     void MakeLabel(CExpressionScope& attributes);
 };
 

@@ -1,7 +1,6 @@
 #include "toolkit/boxes/eve_static_text_enum.h"
 
 #include "dictionaries/translation.h"
-#include "toolkit/boxes/control_value.h"
 #include "toolkit/event_record.h"
 #include "view/scope/expression_scope.h"
 
@@ -15,31 +14,31 @@ void CEveStaticTextEnum::Prepare(CExpressionScope& viewAttributes, CExpressionSc
 
 CEveBox* CEveStaticTextEnum::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
-    nameKey.clear(); // the name gives the label its width, and is never shown
+    nameKey.clear(); // the name is only measured, never shown
     nameText.clear();
-    fItemsKey = attributes.GetStringOr("items"_name, "");
-    fItems = ParseItemList(ShownText(fItemsKey), Separators::Keep);
+    itemsKey = attributes.GetStringOr("items"_name, "");
+    items = ParseItemList(ShownText(itemsKey), Separators::kKeep);
     MakeLabel(attributes);
     return this;
 }
 
 void CEveStaticTextEnum::SetValue(const EventRecord& record) {
-    const std::string_view value = RecordText(ReadTextOrFourCharCode(record, kKeySetValue));
+    const std::string_view value = ReadTextOrFourCharCode(record, kKeySetValue);
     if (value == kKeepSelection) return;
-    const ListItem* item = FindItemByValue(fItems, value);
-    if (!item && !fItems.empty() && !fItems.front().label.empty()) item = &fItems.front();
-    if (item) fValue = item->value;
+    const ListItem* item = FindItemByValue(items, value);
+    if (!item && !items.empty() && !items.front().label.empty()) item = &items.front();
+    if (item) selectedValue = item->value;
     nameText = item ? item->label : std::string();
-    SetTextById(*this, nameText);
+    SetTextById(nameText);
 }
 
 void CEveStaticTextEnum::GetValue(EventRecord& record, bool) {
-    if (fValue) StoreNewText(record, *fValue);
+    if (selectedValue) StoreNewText(record, *selectedValue);
 }
 
 void CEveStaticTextEnum::RefreshText() {
-    fItems = ParseItemList(ShownText(fItemsKey), Separators::Keep);
-    const ListItem* item = fValue ? FindItemByValue(fItems, *fValue) : nullptr;
+    items = ParseItemList(ShownText(itemsKey), Separators::kKeep);
+    const ListItem* item = selectedValue ? FindItemByValue(items, *selectedValue) : nullptr;
     nameText = item ? item->label : std::string();
     CEveBox::RefreshText();
 }

@@ -1,4 +1,4 @@
-// A label that shows one of a list of texts, chosen by value.
+// A label that shows one of several texts, selected by value.
 #pragma once
 
 #include "toolkit/boxes/eve_static_text.h"
@@ -13,20 +13,20 @@ namespace brixen::zeve {
 class CEveStaticTextEnum : public CEveStaticText {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    // The label shows nothing until a value is set.
+    // The label is empty until a value is set.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-    // The value of an item, a text or the four-character code of a scope; `-` leaves all as it is. A value
-    // that no item has chooses the first one.
+    // Takes the value of an item, a text or the four-character code of a scope. `-` leaves the selection
+    // alone; a value that no item has selects the first item, or, if its label is empty, shows nothing.
     void SetValue(const EventRecord& record) override;
-    // The value chosen, unless it is empty.
+    // Stores the selected value, unless it is empty.
     void GetValue(EventRecord& record, bool honorSubCheck) override;
-    // Shows the label of the value chosen, in the words of now.
+    // Shows the label of the selected value in the present language.
     void RefreshText() override;
 
 private:
-    std::string fItemsKey; // as the view gives it, usually a dictionary key
-    std::vector<ListItem> fItems;
-    std::optional<std::string> fValue; // the one chosen last
+    std::string itemsKey; // as in the view, usually a dictionary key
+    std::vector<ListItem> items;
+    std::optional<std::string> selectedValue;
 };
 
 } // namespace brixen::zeve

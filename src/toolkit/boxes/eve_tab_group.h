@@ -1,4 +1,4 @@
-// A row of tabs. What their pages show is the host's affair.
+// A row of tabs. The host shows the pages.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
@@ -8,7 +8,7 @@ namespace brixen::zeve {
 class CEveTabGroup : public CEveBox {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
-    // One tab for each part of the translated name between semicolons, empty parts included.
+    // Makes one tab for each part of the translated name between semicolons, empty parts included.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
 };
 

@@ -15,7 +15,7 @@ struct Entry {
 
 constexpr Entry kSeparator = {"-", "<$zeve_enum-item_separator$>"};
 
-// No value for a separator.
+// Returns no entry for a separator.
 std::optional<Entry> ParseEntry(std::string_view text) {
     const std::size_t open = text.find('{');
     if (open == std::string_view::npos) return std::nullopt;
@@ -24,30 +24,30 @@ std::optional<Entry> ParseEntry(std::string_view text) {
     return Entry{text.substr(0, open), text.substr(open + 1, close - open - 1)};
 }
 
-// The items read so far, with their labels and values once more, so that reading stays linear in the text.
+// Collects the items. Sets of their labels and values keep reading linear in the text.
 class ListReader {
 public:
-    explicit ListReader(Separators separators) : fSeparators(separators) {}
+    explicit ListReader(Separators separators) : separators(separators) {}
 
     void Read(std::string_view text) {
         if (const std::optional<Entry> entry = ParseEntry(text)) {
-            if (!fLabels.contains(entry->label) && !fValues.contains(entry->value)) Append(*entry);
-        } else if (fSeparators == Separators::Keep) {
+            if (!labels.contains(entry->label) && !values.contains(entry->value)) Append(*entry);
+        } else if (separators == Separators::kKeep) {
             Append(kSeparator);
         }
     }
-    std::vector<ListItem> Take() { return std::move(fItems); }
+    std::vector<ListItem> Take() { return std::move(items); }
 
 private:
     void Append(const Entry& entry) {
-        fLabels.insert(entry.label);
-        fValues.insert(entry.value);
-        fItems.push_back({std::string(entry.label), std::string(entry.value)});
+        labels.insert(entry.label);
+        values.insert(entry.value);
+        items.push_back({std::string(entry.label), std::string(entry.value)});
     }
 
-    Separators fSeparators;
-    std::vector<ListItem> fItems;
-    std::unordered_set<std::string_view> fLabels, fValues; // of the text that is read
+    Separators separators;
+    std::vector<ListItem> items;
+    std::unordered_set<std::string_view> labels, values; // views of the text that is read
 };
 
 } // namespace

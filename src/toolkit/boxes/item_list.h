@@ -1,4 +1,4 @@
-// The entries of popups and of labels with a choice of texts: `label{value};label{value}`.
+// The list of texts in a popup or a label: `label{value};label{value}`.
 #pragma once
 
 #include <string>
@@ -12,17 +12,18 @@ struct ListItem {
     std::string value;
 };
 
-enum class Separators { Keep, Drop };
+// What reading does with entries that are separators.
+enum class Separators { kKeep, kDrop };
 
-// Reads the translated text of a list. An entry whose label or value is there already is dropped, and so are
-// empty entries. An entry without both braces is a separator, with the label `-`; it is kept, without the
-// test for equals, or dropped.
-std::vector<ListItem> ParseItemList(std::string_view text, Separators separators);
+// Reads the translated text of a list, in time linear in its length. Empty entries are dropped, and so is an
+// entry whose label or value an earlier one has. An entry without both braces is a separator: it gets the
+// label `-`, and is kept, even if it repeats, or dropped.
+[[nodiscard]] std::vector<ListItem> ParseItemList(std::string_view text, Separators separators);
 
-// The first item with that value, null if none. It lies in the list.
-const ListItem* FindItemByValue(const std::vector<ListItem>& items, std::string_view value);
+// Returns the first item of the list with that value; null if there is none.
+[[nodiscard]] const ListItem* FindItemByValue(const std::vector<ListItem>& items, std::string_view value);
 
-// The value that leaves a selection alone.
+// The value that leaves the selection alone.
 inline constexpr std::string_view kKeepSelection = "-";
 
 } // namespace brixen::zeve

@@ -39,7 +39,7 @@ TEST(KeptException, IsThrownOnceWithItsType) {
     EXPECT_NO_THROW(ThrowKeptException());
 }
 
-TEST(KeptException, TheFirstIsKept) {
+TEST(KeptException, OfSeveralTheFirstIsKept) {
     Keep(std::runtime_error("first"));
     Keep(std::runtime_error("second"));
     EXPECT_EQ(TextOfKept(), "first");

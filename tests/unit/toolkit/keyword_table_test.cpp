@@ -1,18 +1,27 @@
+#include "toolkit/boxes/box_makers.h"
 #include "toolkit/boxes/eve_button.h"
+#include "toolkit/boxes/eve_button_popup.h"
+#include "toolkit/boxes/eve_check_box.h"
+#include "toolkit/boxes/eve_cluster.h"
 #include "toolkit/boxes/eve_dialog.h"
 #include "toolkit/boxes/eve_edit_number.h"
 #include "toolkit/boxes/eve_edit_text.h"
 #include "toolkit/boxes/eve_empty.h"
-#include "toolkit/boxes/eve_frames.h"
-#include "toolkit/boxes/eve_lists.h"
-#include "toolkit/boxes/eve_pictures.h"
+#include "toolkit/boxes/eve_hyperlink.h"
+#include "toolkit/boxes/eve_icon.h"
+#include "toolkit/boxes/eve_list_box.h"
+#include "toolkit/boxes/eve_picture.h"
 #include "toolkit/boxes/eve_popup.h"
+#include "toolkit/boxes/eve_progress_bar.h"
 #include "toolkit/boxes/eve_radio_button.h"
-#include "toolkit/boxes/eve_ranges.h"
+#include "toolkit/boxes/eve_radio_group.h"
+#include "toolkit/boxes/eve_scroller.h"
+#include "toolkit/boxes/eve_separator.h"
+#include "toolkit/boxes/eve_slider.h"
 #include "toolkit/boxes/eve_static_text.h"
 #include "toolkit/boxes/eve_static_text_enum.h"
 #include "toolkit/boxes/eve_tab_group.h"
-#include "toolkit/boxes/box_makers.h"
+#include "toolkit/boxes/eve_tree_ctrl.h"
 #include "toolkit/key_hash.h"
 #include "toolkit/toolkit_state.h"
 
@@ -43,8 +52,8 @@ std::type_index ClassOf(std::string_view keyword) {
     return typeid(made);
 }
 
-TEST_F(KeywordTableTest, EveryKeywordOfTheCatalogueMakesItsOwnClass) {
-    const std::map<std::string, std::type_index> catalogue = {
+TEST_F(KeywordTableTest, EveryKeywordMakesItsOwnClass) {
+    const std::map<std::string, std::type_index> classes = {
         {"dialog", typeid(CEveDialog)},
         {"button", typeid(CEveButton)},
         {"hyperlink", typeid(CEveHyperlink)},
@@ -68,9 +77,9 @@ TEST_F(KeywordTableTest, EveryKeywordOfTheCatalogueMakesItsOwnClass) {
         {"popup", typeid(CEvePopup)},
         {"button_popup", typeid(CEveButtonPopup)},
     };
-    ASSERT_EQ(catalogue.size(), 22u);
+    ASSERT_EQ(classes.size(), 22u);
     FillKeywordTable();
-    for (const auto& [keyword, boxClass] : catalogue) EXPECT_EQ(ClassOf(keyword), boxClass) << keyword;
+    for (const auto& [keyword, boxClass] : classes) EXPECT_EQ(ClassOf(keyword), boxClass) << keyword;
 }
 
 TEST_F(KeywordTableTest, AnyOtherKeywordMakesAnEmptyBox) {
@@ -80,9 +89,9 @@ TEST_F(KeywordTableTest, AnyOtherKeywordMakesAnEmptyBox) {
     }
 }
 
-TEST_F(KeywordTableTest, AnEmptyTableMakesEmptyBoxes) { EXPECT_EQ(ClassOf("button"), typeid(CEveEmpty)); }
+TEST_F(KeywordTableTest, AnEmptyTableMakesEmptyBoxesOnly) { EXPECT_EQ(ClassOf("button"), typeid(CEveEmpty)); }
 
-TEST_F(KeywordTableTest, RefillingReplacesWhatWasDefinedInBetween) {
+TEST_F(KeywordTableTest, FillingTheTableAgainRestoresItsMakers) {
     FillKeywordTable();
     gToolkit.keywords.Define("button", Maker<CEveEmpty>);
     EXPECT_EQ(ClassOf("button"), typeid(CEveEmpty));

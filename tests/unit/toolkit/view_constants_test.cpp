@@ -10,7 +10,7 @@
 namespace brixen::zeve {
 namespace {
 
-TEST(ViewConstants, StandInTheRootScopeWithTheirValues) {
+TEST(ViewConstants, HaveTheirValuesInTheRootScope) {
     const std::map<std::string, std::int64_t> expected = {
         {"gMinDimension", 5},
         {"gButtonHeight", 22},
@@ -87,7 +87,7 @@ TEST(ViewConstants, NumberFormatsAreTextsOfTheirOwnNames) {
     }
 }
 
-TEST(ViewConstants, TheTextViewHeightFollowsTheEditHeightOnlyAtInstallation) {
+TEST(ViewConstants, TheTextViewHeightFollowsTheEditHeightOnlyDuringInstallation) {
     CExpressionScope scope;
     InstallViewConstants(scope);
     scope.DefineNumber("gEditTextHeight", 30);

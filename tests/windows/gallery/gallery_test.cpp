@@ -1,15 +1,15 @@
-// Opens the gallery, which has every keyword, in a real window and reads every control back from the system:
-// in English, German, Japanese and Hebrew what depends on words and faces, in English the rest. The view's
-// text keys hold the ids of its controls; its English words stand in the view, the others in
-// tests/data/gallery/.
+// Opens the gallery, a view with every keyword, in a real window and reads every control back from the
+// system. Tests that depend on words and faces run in English, German, Japanese and Hebrew, the others in
+// English. The text keys of the view hold the ids of its controls. The English words are in the view, the
+// others in tests/data/gallery/.
 #include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/wide_text.h"
-#include "toolkit/dialog/zeve_dialog.h"
 #include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ HWND Handle(NativeWindow window) { return reinterpret_cast<HWND>(window); }
 
 struct Host {
     std::map<int, CEveBox*> boxes; // by view id
-    UINT throwAtControl = 0;       // the id of the control whose making the host does not stand
+    UINT throwAtControl = 0;       // the host throws at the making of the control with this id
 
     static std::uint64_t Callback(std::int32_t what, EventRecord& record, void* params) {
         auto& host = *static_cast<Host*>(params);
@@ -62,7 +62,7 @@ std::wstring Wide(const std::string& text) {
     return {wide.begin(), wide.end()};
 }
 
-// The words of a language by their keys; none for English, which stands in the view.
+// The words of a language by their keys; none for English, which is in the view.
 std::map<std::string, std::string> WordsOf(const std::string& language) {
     std::map<std::string, std::string> words;
     std::ifstream file(PAVANE_TEST_DATA "/gallery/" + language + ".txt", std::ios::binary);
@@ -75,7 +75,7 @@ std::map<std::string, std::string> WordsOf(const std::string& language) {
 
 class GalleryTest : public testing::Test {
 protected:
-    explicit GalleryTest(const char* language = "en_US") : words(WordsOf(language)), fLanguage(language) {
+    explicit GalleryTest(const char* language = "en_US") : words(WordsOf(language)), language(language) {
         kestrel_private::ResetState();
         for (const auto& [key, text] : words) AddKeyValue(key + "=" + text);
         ZeveInitialize();
@@ -88,7 +88,7 @@ protected:
     void New(const std::string& view) {
         ZeveInitRecord record;
         record.callback = &Host::Callback;
-        record.language = fLanguage;
+        record.language = language;
         record.instance = reinterpret_cast<NativeModule>(GetModuleHandleW(nullptr));
         dialog = ZeveNew(&record);
         ZeveAddViewText(dialog, view.c_str());
@@ -96,7 +96,7 @@ protected:
     void Open() {
         const std::string view = GalleryText();
         ASSERT_FALSE(view.empty());
-        ASSERT_EQ(words.empty(), fLanguage == std::string("en_US"));
+        ASSERT_EQ(words.empty(), language == std::string("en_US"));
         New(view);
         window = Handle(ZeveMakeDialog(dialog, &host));
         ASSERT_TRUE(IsWindow(window));
@@ -114,7 +114,7 @@ protected:
         GetClassNameW(control, name, 64);
         return name;
     }
-    // What the control of that id shows in the language of the test.
+    // The text of the control with that id in the language of the test.
     std::wstring InItsLanguage(int id, const wchar_t* english) const {
         for (const char* part : {"", "/items"}) {
             const auto found = words.find("$$$/gallery/" + std::to_string(id) + part);
@@ -141,10 +141,10 @@ protected:
     HWND window = nullptr;
 
 private:
-    const char* fLanguage;
+    const char* language;
 };
 
-// As the system keeps them: it takes WS_VSCROLL off a combo box and off a list without rows.
+// As the system keeps them: it removes WS_VSCROLL from a combo box and from a list without rows.
 struct ControlRow {
     int id;
     const wchar_t* className;
@@ -212,8 +212,7 @@ TEST_P(GalleryInEachLanguage, EveryControlHasItsClassStyleAndText) {
         const HWND control = Control(row.id);
         ASSERT_TRUE(control) << row.id;
         const auto style = static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE));
-        // The system itself keeps some bits of a combo box and of the themed controls; those we asked for
-        // stand.
+        // The system adds some bits to a combo box and to the themed controls.
         EXPECT_EQ(_wcsicmp(ClassOf(control).c_str(), row.className), 0) << row.id;
         EXPECT_EQ(style & row.style, row.style) << row.id << std::hex << " " << style;
         EXPECT_EQ(bool(style & WS_VISIBLE), row.isShown) << row.id;
@@ -223,7 +222,7 @@ TEST_P(GalleryInEachLanguage, EveryControlHasItsClassStyleAndText) {
     }
 }
 
-TEST_F(GalleryTest, PlainStylesStandToTheBit) {
+TEST_F(GalleryTest, PlainControlsHaveExactlyTheirStyle) {
     Open();
     for (const ControlRow& row : kControls) {
         const std::wstring name = row.className;
@@ -233,7 +232,7 @@ TEST_F(GalleryTest, PlainStylesStandToTheBit) {
     }
 }
 
-TEST_P(GalleryInEachLanguage, EveryControlStandsWhereItsBoxSays) {
+TEST_P(GalleryInEachLanguage, EveryControlIsWhereItsBoxSays) {
     Open();
     for (const ControlRow& row : kControls) {
         ASSERT_TRUE(host.boxes.count(row.id)) << row.id;
@@ -242,8 +241,8 @@ TEST_P(GalleryInEachLanguage, EveryControlStandsWhereItsBoxSays) {
         const int room = box.subControl ? 30 : 0; // for the check box in front
         EXPECT_EQ(frame.left, box.left + room) << row.id;
         EXPECT_EQ(frame.top, box.top) << row.id;
-        // The system fits an etched line to its edge, gives a closed combo box its own height, and lets a
-        // list end at a whole row.
+        // The system sets the height of an etched line and of a closed combo box, and ends a list after a
+        // whole row.
         const std::wstring name = row.className;
         if (row.style == 0x40000010) continue;
         EXPECT_EQ(frame.right - frame.left, box.width - room) << row.id;
@@ -271,7 +270,7 @@ TEST_F(GalleryTest, TheWindowHasTheClientAreaOfTheLayout) {
     }
 }
 
-TEST_P(GalleryInEachLanguage, TabGoesThroughTheControlsInTheOrderOfTheView) {
+TEST_P(GalleryInEachLanguage, TabFollowsTheOrderOfTheView) {
     Open();
     std::vector<int> order;
     const HWND first = Control(120);
@@ -306,13 +305,13 @@ TEST_P(GalleryInEachLanguage, EveryMeasuredTextHasRoom) {
     }
 }
 
-TEST_P(GalleryInEachLanguage, EveryFrameLiesInTheWindowAndOnNoOther) {
+TEST_P(GalleryInEachLanguage, NoFrameLeavesTheWindowOrCoversAnother) {
     Open();
     RECT client;
     GetClientRect(window, &client);
     std::map<int, RECT> placed;
     for (const ControlRow& row : kControls) {
-        // A frame stands around others.
+        // A group box surrounds others.
         if ((row.style == kFrame && *row.text) || !row.isShown) continue;
         const RECT frame = FrameOf(Control(row.id));
         RECT common;
@@ -336,7 +335,7 @@ TEST_P(GalleryInEachLanguage, TheFaceIsThatOfTheLanguage) {
     }
 }
 
-TEST_F(GalleryTest, RightToLeftFieldsAreReadFromTheirExtendedStyle) {
+TEST_F(GalleryTest, RightToLeftFieldsHaveTheExtendedStyle) {
     Open();
     constexpr LONG kRightToLeft = WS_EX_RTLREADING | WS_EX_LEFTSCROLLBAR | WS_EX_RIGHT;
     EXPECT_EQ(GetWindowLongW(Control(125), GWL_EXSTYLE) & kRightToLeft, kRightToLeft);
@@ -346,7 +345,7 @@ TEST_F(GalleryTest, RightToLeftFieldsAreReadFromTheirExtendedStyle) {
     EXPECT_TRUE(GetWindowLongW(Control(167), GWL_EXSTYLE) & WS_EX_STATICEDGE); // by `win_ex_style`
 }
 
-TEST_F(GalleryTest, MarksRowsTabsIconsAndFocusAreThere) {
+TEST_F(GalleryTest, MarksRowsTabsIconsAndFocusAreSet) {
     Open();
     EXPECT_EQ(SendMessageW(Control(131), BM_GETCHECK, 0, 0), 1);
     EXPECT_EQ(SendMessageW(Control(132), BM_GETCHECK, 0, 0), 0);
@@ -374,7 +373,7 @@ TEST_F(GalleryTest, TabsHaveTheirTexts) {
     }
 }
 
-TEST_F(GalleryTest, FontsAreThoseOfTheirViews) {
+TEST_F(GalleryTest, EveryControlHasTheFontOfItsView) {
     Open();
     const auto fontOf = [this](int id) { return FontOf(Control(id)); };
     const HDC screen = GetDC(nullptr);
@@ -393,13 +392,13 @@ TEST_F(GalleryTest, FontsAreThoseOfTheirViews) {
     EXPECT_EQ(fontOf(120).lfPitchAndFamily, 0x22);
 }
 
-TEST_F(GalleryTest, AButtonHasRoomForItsOtherNameToo) {
+TEST_F(GalleryTest, AButtonHasRoomForItsAlternativeName) {
     Open();
     const RECT hide = FrameOf(Control(173)); // "Hide", or "Show all of the details"
     EXPECT_GT(hide.right - hide.left, 95);
 }
 
-TEST_F(GalleryTest, ValuesGoThroughTheRealControls) {
+TEST_F(GalleryTest, ValuesReachTheRealControls) {
     Open();
     const auto set = [this](int id, const char* text) {
         EventRecord record;
@@ -424,7 +423,7 @@ protected:
     HebrewGalleryTest() : GalleryTest("he_IL") {}
 };
 
-TEST_F(HebrewGalleryTest, TheDialogIsMirroredAndItsControlsReadFromTheRight) {
+TEST_F(HebrewGalleryTest, TheDialogIsMirroredAndReadsFromRightToLeft) {
     Open();
     EXPECT_GT(host.boxes[101]->left, host.boxes[103]->left);
     EXPECT_EQ(GetWindowLongW(Control(170), GWL_EXSTYLE) & 0x7000, 0x2000);
@@ -435,8 +434,8 @@ TEST_F(HebrewGalleryTest, TheDialogIsMirroredAndItsControlsReadFromTheRight) {
 
 class ThrowingHostTest : public GalleryTest {
 protected:
-    // What comes out of the making of a view whose host does not stand the control of that id.
-    std::string WhatComesOut(const std::string& view, UINT id) {
+    // Makes the view with a host that throws at the control with that id; returns the text of the exception.
+    std::string ErrorOf(const std::string& view, UINT id) {
         host.throwAtControl = id;
         New(view);
         try {
@@ -448,14 +447,14 @@ protected:
     }
 };
 
-TEST_F(ThrowingHostTest, GivesTheClassNameOfTheControl) {
-    EXPECT_EQ(WhatComesOut("dialog() { slider(view_id: 7); }", 7), "msctls_trackbar32");
+TEST_F(ThrowingHostTest, LeadsToAnErrorWithTheClassName) {
+    EXPECT_EQ(ErrorOf("dialog() { slider(view_id: 7); }", 7), "msctls_trackbar32");
     EXPECT_FALSE(IsExceptionKept());
 }
 
-TEST_F(ThrowingHostTest, GivesATextOfItsOwnForTheCheckBoxInFront) {
+TEST_F(ThrowingHostTest, LeadsToAnErrorOfItsOwnForTheSubCheck) {
     const UINT subCheck = gToolkit.lastViewId + 2; // the dialog's own comes before it
-    EXPECT_EQ(WhatComesOut("dialog(view_id: 6) { edit_text(view_id: 7, check_box_aware: true); }", subCheck),
+    EXPECT_EQ(ErrorOf("dialog(view_id: 6) { edit_text(view_id: 7, check_box_aware: true); }", subCheck),
               "sub checkbox creation error!");
     EXPECT_FALSE(IsExceptionKept());
 }

@@ -44,10 +44,10 @@ BoxTest::~BoxTest() {
 }
 
 PreparedView BoxTest::Prepare(std::string_view keyword, const Attributes& attributes) {
-    CExpressionScope& viewAttributes = fScopes.emplace_back(&rootScope);
-    CExpressionScope& own = fScopes.emplace_back();
+    CExpressionScope& viewAttributes = scopes.emplace_back(&rootScope);
+    CExpressionScope& own = scopes.emplace_back();
     for (const Attribute& attribute : attributes) Define(viewAttributes, attribute);
-    // What the reader copies before it prepares the view.
+    // The reader copies these before it prepares the view.
     CopyBoolean(own, viewAttributes, "alwaysL2R"_name);
     for (const ScopeName& name : {"width"_name, "height"_name, "left"_name, "top"_name}) {
         CopyNumber(own, viewAttributes, name);

@@ -1,9 +1,9 @@
-// Makes boxes one by one, as the reader and the layout would, against the recorded window system.
+// Makes single boxes, as the reader and the layout do, on the recorded window system.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
-#include "toolkit/platform/headless/headless.h"
 #include "toolkit/dialog/zeve_generator.h"
+#include "toolkit/platform/headless/headless.h"
 #include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ struct Attribute {
 };
 using Attributes = std::vector<Attribute>;
 
-// A view between the reading of its head and the making of its box.
+// A view that is prepared but has no control yet.
 struct PreparedView {
     CExpressionScope* viewAttributes;
     CExpressionScope* attributes;
@@ -44,19 +44,19 @@ protected:
     ~BoxTest() override;
 
     PreparedView Prepare(std::string_view keyword, const Attributes& attributes = {});
-    // Makes the box at the place that its attributes give.
+    // Makes the box at the position that its attributes hold.
     CEveBox& Create(const PreparedView& view, CEveBox* parent);
     CEveBox& MakeDialog(const Attributes& attributes = {});
-    // Prepares and creates a box below the dialog, which is made at need.
+    // Prepares and creates a box below the dialog, which is made first if there is none.
     CEveBox& Make(std::string_view keyword, const Attributes& attributes = {});
     CEveBox& MakeBelow(CEveBox& parent, std::string_view keyword, const Attributes& attributes = {});
 
     static headless::Window& WindowOf(const CEveBox& box);
     // The texts of the calls with that name.
     static std::vector<std::u16string> TextsOf(std::string_view callName);
-    // How often the message was sent to the window.
+    // The number of times that the message was sent to the window.
     static std::size_t TimesSent(NativeWindow window, std::uint32_t message);
-    // `key=text` for the process's dictionary.
+    // Adds `key=text` to the dictionary of the process.
     static void Translate(const char* keyValue);
     static std::string Value(CEveBox& box, bool honorSubCheck = false); // "<none>" if it stores nothing
     static void SetText(CEveBox& box, const char* text);
@@ -66,7 +66,7 @@ protected:
     CEveBox* dialog = nullptr;
 
 private:
-    std::deque<CExpressionScope> fScopes;
+    std::deque<CExpressionScope> scopes;
 };
 
 } // namespace brixen::zeve

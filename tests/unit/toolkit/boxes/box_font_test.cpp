@@ -7,7 +7,7 @@
 namespace brixen::zeve {
 namespace {
 
-// What MakeFont was asked for: height, weight, italic, underline, character set.
+// The numbers passed to MakeFont: height, weight, italic, underline, character set.
 using FontNumbers = std::vector<std::int64_t>;
 
 class BoxFontTest : public BoxTest {
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(BoxFontTest, TheFontAttributePicksSizeAndWeight) {
+TEST_F(BoxFontTest, TheFontAttributeSelectsSizeAndWeight) {
     struct Case {
         std::int64_t font;
         std::int64_t height, weight;
@@ -40,14 +40,14 @@ TEST_F(BoxFontTest, TheFontAttributePicksSizeAndWeight) {
     EXPECT_EQ(Numbers({}), (FontNumbers{-14, 400, 0, 0, 0}));
 }
 
-TEST_F(BoxFontTest, OnlyFourFontsStandAtTheRight) {
+TEST_F(BoxFontTest, OnlyFourFontsAreAlignedRight) {
     for (std::int64_t font = 31999; font <= 32008; ++font) {
         const bool expected = font == 32002 || font == 32003 || font == 32006 || font == 32007;
         EXPECT_EQ(IsRightFont(font), expected) << font;
     }
 }
 
-TEST_F(BoxFontTest, StyleFlagsAddUpAndABoldFontAddsItsOwn) {
+TEST_F(BoxFontTest, StyleFlagsAddUpAndABoldFontIsAlwaysBold) {
     EXPECT_EQ(Numbers({{"font_style", 1}}), (FontNumbers{-14, 700, 0, 0, 0}));
     EXPECT_EQ(Numbers({{"font_style", 2}}), (FontNumbers{-14, 400, 1, 0, 0}));
     EXPECT_EQ(Numbers({{"font_style", 4}}), (FontNumbers{-14, 400, 0, 1, 0}));
@@ -66,13 +66,13 @@ TEST_F(BoxFontTest, TheHeightIsCutTowardZero) {
     EXPECT_EQ(Numbers({{"font", 32000}, {"font_size", 20}})[0], -26);
 }
 
-TEST_F(BoxFontTest, AnySizeIsHarmless) {
+TEST_F(BoxFontTest, AnySizeMakesAFont) {
     for (const std::int64_t size : {INT64_MIN, INT64_MAX, std::int64_t{INT32_MIN}}) {
         EXPECT_EQ(Numbers({{"font_size", size}}).size(), 5u);
     }
 }
 
-TEST_F(BoxFontTest, EveryFontStartsFromTheStockFont) {
+TEST_F(BoxFontTest, AFontTakesItsOtherSettingsFromTheStockFont) {
     headless::State().stockFont.strikeOut = 1;
     headless::State().stockFont.orientation = 900;
     const CExpressionScope none;
@@ -81,7 +81,7 @@ TEST_F(BoxFontTest, EveryFontStartsFromTheStockFont) {
     EXPECT_EQ(record.orientation, 900);
 }
 
-TEST_F(BoxFontTest, TheOtherQualitiesAreAlwaysTheSame) {
+TEST_F(BoxFontTest, EveryFontHasTheSamePrecisionAndQuality) {
     const CExpressionScope none;
     for (const NativeFont font : {MakeBoxFont(none, 96), MakeNarrowFont(96)}) {
         const platform::FontRecord& record = headless::State().fonts.at(font);
@@ -93,7 +93,7 @@ TEST_F(BoxFontTest, TheOtherQualitiesAreAlwaysTheSame) {
     }
 }
 
-TEST_F(BoxFontTest, TheLanguagePicksFaceAndCharacterSet) {
+TEST_F(BoxFontTest, TheLanguageSelectsFaceAndCharacterSet) {
     struct Case {
         const char* language;
         const char16_t* wide;
@@ -123,7 +123,7 @@ TEST_F(BoxFontTest, TheLanguagePicksFaceAndCharacterSet) {
     }
 }
 
-TEST_F(BoxFontTest, TheLanguagePreparedLastWinsForAll) {
+TEST_F(BoxFontTest, TheLanguageOfTheViewPreparedLastHoldsForAll) {
     Prepare("slider", {{"__languageInfo", "ja_JP"}});
     EXPECT_EQ(Made({}).text, u"MS UI Gothic");
     Prepare("slider");
@@ -131,7 +131,7 @@ TEST_F(BoxFontTest, TheLanguagePreparedLastWinsForAll) {
     EXPECT_EQ(gToolkit.languageInfo, "");
 }
 
-TEST_F(BoxFontTest, ADictionaryReplacesTheWideFaceFromTheNextMeasuringOn) {
+TEST_F(BoxFontTest, ADictionaryReplacesTheWideFaceAtTheNextMeasuring) {
     Translate("$$$/brixen/zeve/win/big_font=Verdana");
     CEveBox& line = Make("separator");
     EXPECT_EQ(headless::CallsOf("MakeFont").back().text, u"Tahoma");
@@ -146,13 +146,13 @@ TEST_F(BoxFontTest, ADictionaryReplacesTheWideFaceFromTheNextMeasuringOn) {
     EXPECT_EQ(fonts.back().text, u"Verdana");
 }
 
-TEST_F(BoxFontTest, AFaceOfOneCharacterIsNone) {
+TEST_F(BoxFontTest, AFaceOfOneCharacterIsIgnored) {
     Translate("$$$/brixen/zeve/win/big_font=\xE3\x81\x82"); // one character of three bytes
     Make("button", {{"name", "OK"}});
     EXPECT_EQ(headless::CallsOf("MakeFont").back().text, u"Tahoma");
 }
 
-TEST_F(BoxFontTest, ALongFaceIsCutToWhatARecordHolds) {
+TEST_F(BoxFontTest, ALongFaceIsCutToTheSizeOfAFontRecord) {
     const std::string face(40, 'x');
     Translate(("$$$/brixen/zeve/win/big_font=" + face).c_str());
     Make("button", {{"name", "OK"}});

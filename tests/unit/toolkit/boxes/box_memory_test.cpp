@@ -1,9 +1,9 @@
-// Every box of the catalogue while memory runs out, one allocation after the other.
-#include "unit/toolkit/dialog/dialog_fixture.h"
+// Lets memory run out at each allocation in the life of each kind of box.
 #include "support/failing_allocator.h"
 #include "toolkit/boxes/eve_box.h"
-#include "toolkit/kept_exception.h"
 #include "toolkit/dialog/zeve_generator.h"
+#include "toolkit/kept_exception.h"
+#include "unit/toolkit/dialog/dialog_fixture.h"
 #include "view/scope/expression_scope.h"
 
 #include <exception>
@@ -19,7 +19,7 @@ constexpr const char* kAttributes = "(view_id: 7, name: 'A name; that is long', 
                                     " initial_value: 1, default: 1, create_user_pane: 1, seven_bit_ascii: 1, "
                                     "builtin_icon: 32515, max_chars: 9)";
 
-// Notes the box that is made last.
+// Stores the box that is made last.
 struct BoxHost : TestHost {
     BoxHost() {
         answer = [this](std::int32_t what, EventRecord& record) -> std::uint64_t {
@@ -56,13 +56,13 @@ void LiveWith(const std::string& keyword) {
 
 class BoxMemoryTest : public DialogTest, public testing::WithParamInterface<const char*> {};
 
-TEST_P(BoxMemoryTest, ABoxLeavesNothingBehindWhereverItRunsOut) {
+TEST_P(BoxMemoryTest, ABoxLeaksNothingWhenAnAllocationFails) {
     ZeveInitialize();
     const auto live = [] {
         try {
             LiveWith(GetParam());
         } catch (const std::exception&) {
-            // Out of memory, or the logic error of a control that could not be made for it.
+            // Out of memory, or the logic error of a control that could not be made for lack of it.
         }
         EXPECT_TRUE(headless::State().windows.empty());
         EXPECT_TRUE(headless::State().fonts.empty());
@@ -73,7 +73,7 @@ TEST_P(BoxMemoryTest, ABoxLeavesNothingBehindWhereverItRunsOut) {
     EXPECT_GT(pavane_test::ForEveryFailingAllocation(live), 50u);
 }
 
-INSTANTIATE_TEST_SUITE_P(Catalogue, BoxMemoryTest,
+INSTANTIATE_TEST_SUITE_P(Keywords, BoxMemoryTest,
                          testing::Values("pane", "button", "hyperlink", "radio", "check_box", "radio_group",
                                          "tab_group", "edit_text", "edit_number", "cluster", "slider",
                                          "separator", "picture", "icon", "static_text", "static_text_enum",

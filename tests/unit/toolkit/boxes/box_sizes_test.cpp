@@ -1,4 +1,4 @@
-// What the classes write into the attributes of their nodes before the layout.
+// The attributes that boxes write into their nodes before the layout.
 #include "toolkit/toolkit_state.h"
 #include "unit/toolkit/boxes/box_fixture.h"
 
@@ -80,7 +80,7 @@ const SizeCase kCases[] = {
 
 class BoxSizesTest : public BoxTest {};
 
-TEST_F(BoxSizesTest, ClassesGoByTheirOwnRules) {
+TEST_F(BoxSizesTest, EveryClassHasItsOwnRule) {
     for (const SizeCase& test : kCases) {
         const PreparedView view = Prepare(test.keyword, test.attributes);
         EXPECT_EQ(view.Number("width"), test.width) << test.keyword << " " << (&test - kCases);
@@ -88,7 +88,7 @@ TEST_F(BoxSizesTest, ClassesGoByTheirOwnRules) {
     }
 }
 
-TEST_F(BoxSizesTest, OtherClassesLeaveTheSizeToTheView) {
+TEST_F(BoxSizesTest, TheOtherClassesDefineNoSize) {
     for (const char* keyword : {"radio_group", "picture", "list_box", "scroller", "hyperlink", "table",
                                 "cluster", "dialog", "row"}) {
         EXPECT_EQ(Prepare(keyword).Number("width"), kNone) << keyword;
@@ -97,7 +97,7 @@ TEST_F(BoxSizesTest, OtherClassesLeaveTheSizeToTheView) {
     }
 }
 
-TEST_F(BoxSizesTest, AButtonsTextOf75PixelsStaysAtTheMetric) {
+TEST_F(BoxSizesTest, AButtonIsWiderThanItsMetricOnlyForALongText) {
     // 75 plus 20 is 95; with the metric one lower, the text decides.
     rootScope.DefineNumber("gButtonWidth", 92);
     EXPECT_EQ(Prepare("button", {{"name", "123456789012"}}).Number("width"), 92); // 72 + 20
@@ -105,7 +105,7 @@ TEST_F(BoxSizesTest, AButtonsTextOf75PixelsStaysAtTheMetric) {
     EXPECT_EQ(Prepare("button", {{"name", "123456789012"}}).Number("width"), 92);
 }
 
-TEST_F(BoxSizesTest, ALabelTellsTheWidthOfItsColumn) {
+TEST_F(BoxSizesTest, ALabelDefinesTheWidthOfItsColumn) {
     EXPECT_EQ(Prepare("button", {{"name", "OK"}, {"label", 1}}).Number("label_width"), 95);
     EXPECT_EQ(Prepare("static_text", {{"name", "Name:"}, {"label", 1}}).Number("label_width"), 30);
     EXPECT_EQ(Prepare("static_text", {{"width", 44}, {"label", 1}}).Number("label_width"), 44);
@@ -113,7 +113,7 @@ TEST_F(BoxSizesTest, ALabelTellsTheWidthOfItsColumn) {
     EXPECT_EQ(Prepare("edit_text", {{"name", "Name:"}, {"label", 1}}).Number("label_width"), kNone);
 }
 
-TEST_F(BoxSizesTest, ADialogHasAMarginUnlessItSaysMore) {
+TEST_F(BoxSizesTest, ADialogHasAMarginOfItsOwn) {
     EXPECT_EQ(Prepare("dialog").Number("margin"), 8);
     EXPECT_EQ(Prepare("dialog", {{"margin", 0}}).Number("margin"), 8);
     EXPECT_EQ(Prepare("dialog", {{"margin", 3}}).Number("margin"), 3);
@@ -121,14 +121,14 @@ TEST_F(BoxSizesTest, ADialogHasAMarginUnlessItSaysMore) {
     EXPECT_EQ(Prepare("dialog", {{"gMediumSpace", 12}}).Number("margin"), 12);
 }
 
-TEST_F(BoxSizesTest, AClusterHasAtLeastThatMargin) {
+TEST_F(BoxSizesTest, AClusterHasAtLeastTheMediumMargin) {
     EXPECT_EQ(Prepare("cluster").Number("margin"), 8);
     EXPECT_EQ(Prepare("cluster", {{"margin", 3}}).Number("margin"), 8);
     EXPECT_EQ(Prepare("cluster", {{"margin", -3}}).Number("margin"), 8);
     EXPECT_EQ(Prepare("cluster", {{"margin", 9}}).Number("margin"), 9);
 }
 
-TEST_F(BoxSizesTest, ADialogCopiesItsAttributesWhereTheyAre) {
+TEST_F(BoxSizesTest, ADialogCopiesTheAttributesThatTheViewHas) {
     const std::vector<std::string> booleans = {"create_system_dialog", "close_box",        "title_bar",
                                                "resizeable",           "size_box",         "zoomable",
                                                "targetable",           "get_select_click", "hide_on_suspend",
@@ -148,7 +148,7 @@ TEST_F(BoxSizesTest, ADialogCopiesItsAttributesWhereTheyAre) {
     for (const std::string& name : numbers) EXPECT_EQ(full.Number(name), 7) << name;
 }
 
-TEST_F(BoxSizesTest, ClassesCopyTheAttributesThatTheirMakingReads) {
+TEST_F(BoxSizesTest, EveryClassCopiesTheAttributesThatItReadsLater) {
     const std::pair<const char*, std::vector<const char*>> copied[] = {
         {"row", {"create_user_pane"}},
         {"button", {"default", "rtl_aware"}},
@@ -171,12 +171,12 @@ TEST_F(BoxSizesTest, ClassesCopyTheAttributesThatTheirMakingReads) {
     }
 }
 
-TEST_F(BoxSizesTest, AnEnumForgetsTheNameThatItMeasured) {
+TEST_F(BoxSizesTest, AnEnumClearsTheNameAfterMeasuring) {
     EXPECT_EQ(Prepare("static_text", {{"name", "Name:"}}).box->nameText, "Name:");
     EXPECT_EQ(Prepare("static_text_enum", {{"name", "Name:"}}).box->nameText, "");
 }
 
-TEST_F(BoxSizesTest, APopupKeepsTheExtentOfItsTextAsItsOwnWidth) {
+TEST_F(BoxSizesTest, APopupHasTheExtentOfItsTextAsWidth) {
     EXPECT_EQ(Prepare("popup", {{"items", "One{1};Seven{7};"}}).box->width, 48);
 }
 
@@ -191,7 +191,7 @@ TEST_F(BoxSizesTest, TheIconPreparedLastIsRemembered) {
     EXPECT_EQ(gToolkit.icon.height, 32);
 }
 
-TEST_F(BoxSizesTest, AFieldOfGivenWidthMeasuresNothing) {
+TEST_F(BoxSizesTest, AFieldWithAWidthMeasuresNothing) {
     Prepare("edit_text", {{"name", "abc"}, {"width", 50}});
     Prepare("radio", {{"name", "abc"}, {"width", 50}});
     Prepare("popup", {{"items", "a{1}"}, {"width", 50}});

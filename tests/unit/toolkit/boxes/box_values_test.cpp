@@ -20,7 +20,7 @@ protected:
         box.GetValue(record, honorSubCheck);
         return record.Has(kKeyValueBoolean) ? record.Read(kKeyValueBoolean) : -1;
     }
-    // Fills the list of rows that combo boxes are given from now on.
+    // From now on, `rows` holds the rows of the combo boxes.
     void RecordRows() {
         headless::State().answer = [this](const headless::Message& message) -> std::optional<std::intptr_t> {
             if (message.number == kComboResetContent) rows.clear();
@@ -38,7 +38,7 @@ protected:
 
 // --- Where a value comes from
 
-TEST_F(BoxValuesTest, AFourCharacterCodeOfAScopeIsALabelOrTheValueOfAnItem) {
+TEST_F(BoxValuesTest, ACodeOfAScopeIsALabelOrTheValueOfAnItem) {
     CExpressionScope scope;
     scope.DefineNumber(kKeySetValue, 0x4F4B3432); // 'OK42'
     EventRecord record;
@@ -51,7 +51,7 @@ TEST_F(BoxValuesTest, AFourCharacterCodeOfAScopeIsALabelOrTheValueOfAnItem) {
         box.SetValue(record);
         EXPECT_EQ(Value(box), "OK42") << keyword;
     }
-    // Fields and labels take texts alone, and a number has none.
+    // Fields and labels take only texts; a number has an empty one.
     for (const char* keyword : {"edit_text", "static_text"}) {
         CEveBox& box = Make(keyword, {{"name", "x"}});
         box.SetValue(record);
@@ -59,7 +59,7 @@ TEST_F(BoxValuesTest, AFourCharacterCodeOfAScopeIsALabelOrTheValueOfAnItem) {
     }
 }
 
-TEST_F(BoxValuesTest, TextsAndMarksComeFromAScopeToo) {
+TEST_F(BoxValuesTest, AScopeCanHoldTextsAndMarks) {
     CExpressionScope scope;
     EventRecord record;
     record.StorePointer(kKeyScope, &scope);
@@ -81,7 +81,7 @@ TEST_F(BoxValuesTest, TextsAndMarksComeFromAScopeToo) {
 
 // --- Buttons
 
-TEST_F(BoxValuesTest, AButtonTakesALabelOfAtMost127Characters) {
+TEST_F(BoxValuesTest, AButtonCutsItsLabelAfter127Characters) {
     CEveBox& button = Make("button", {{"name", "OK"}});
     SetText(button, "Stop");
     EXPECT_EQ(WindowOf(button).text, u"Stop");
@@ -100,7 +100,7 @@ TEST_F(BoxValuesTest, ALabelIsCutBetweenCharacters) {
     EXPECT_EQ(WindowOf(button).text, std::u16string(127, u'\x3042'));
 }
 
-TEST_F(BoxValuesTest, ANullTextCountsAsEmpty) {
+TEST_F(BoxValuesTest, ANullTextMeansAnEmptyText) {
     for (const char* keyword : {"button", "edit_text", "static_text"}) {
         CEveBox& box = Make(keyword, {{"name", "x"}});
         SetText(box, nullptr);
@@ -108,7 +108,7 @@ TEST_F(BoxValuesTest, ANullTextCountsAsEmpty) {
     }
 }
 
-TEST_F(BoxValuesTest, ADefaultButtonTakesTheFocusAndTheLastOneKeepsIt) {
+TEST_F(BoxValuesTest, TheLastDefaultButtonHasTheFocus) {
     CEveBox& first = Make("button", {{"default", 1}});
     EXPECT_EQ(headless::CallsOf("MakeWindow").back().numbers[1], 0x40010001);
     EXPECT_EQ(headless::State().focus, first.control);
@@ -130,12 +130,12 @@ TEST_F(BoxValuesTest, AMarkIsSetByANumberAndReadAsOneOrZero) {
     }
 }
 
-TEST_F(BoxValuesTest, AMarkCanBeThereFromTheBeginning) {
+TEST_F(BoxValuesTest, AnInitialValueSetsTheMark) {
     EXPECT_EQ(Mark(Make("radio", {{"initial_value", 1}})), 1);
     EXPECT_EQ(Mark(Make("check_box", {{"initial_value", 0}})), 0);
 }
 
-TEST_F(BoxValuesTest, AThirdStateCountsAsUnmarked) {
+TEST_F(BoxValuesTest, AThirdStateMeansUnmarked) {
     CEveBox& box = Make("check_box");
     headless::State().answer = [](const headless::Message& message) -> std::optional<std::intptr_t> {
         if (message.number == kButtonGetCheck) return 2;
@@ -154,11 +154,11 @@ TEST_F(BoxValuesTest, AnUncheckedSubCheckWithholdsTheMark) {
 
 // --- Fields
 
-TEST_F(BoxValuesTest, AFieldShowsItsNameAtFirst) {
+TEST_F(BoxValuesTest, AFieldShowsItsNameFirst) {
     EXPECT_EQ(WindowOf(Make("edit_text", {{"name", "Berlin"}})).text, u"Berlin");
 }
 
-TEST_F(BoxValuesTest, AFieldTakesAndGivesText) {
+TEST_F(BoxValuesTest, AFieldStoresItsText) {
     for (const char* keyword : {"edit_text", "edit_number"}) {
         CEveBox& field = Make(keyword);
         EXPECT_EQ(Value(field), "<none>");
@@ -168,7 +168,7 @@ TEST_F(BoxValuesTest, AFieldTakesAndGivesText) {
     }
 }
 
-TEST_F(BoxValuesTest, TextGoesToTheFirstControlOfTheId) {
+TEST_F(BoxValuesTest, TextGoesToTheFirstControlWithTheId) {
     CEveBox& first = Make("edit_text", {{"view_id", 5}});
     CEveBox& second = Make("edit_text", {{"view_id", 5}});
     SetText(second, "x");
@@ -176,7 +176,7 @@ TEST_F(BoxValuesTest, TextGoesToTheFirstControlOfTheId) {
     EXPECT_EQ(WindowOf(second).text, u"");
 }
 
-TEST_F(BoxValuesTest, AReadOnlyFieldGivesNothing) {
+TEST_F(BoxValuesTest, AReadOnlyFieldStoresNothing) {
     CEveBox& field = Make("edit_text", {{"name", "x"}, {"locked", 1}});
     EXPECT_EQ(Value(field), "<none>");
     SetText(field, "y");
@@ -191,7 +191,7 @@ TEST_F(BoxValuesTest, AnUncheckedSubCheckWithholdsTheText) {
     EXPECT_EQ(Value(field, true), "x");
 }
 
-TEST_F(BoxValuesTest, TheAsciiTestIsSwitchedOnByPresenceAlone) {
+TEST_F(BoxValuesTest, TheAsciiTestIsOnIfTheAttributeExists) {
     for (const std::int64_t value : {1, 0}) {
         headless::State().calls.clear();
         CEveBox& field = Make("edit_text", {{"seven_bit_ascii", value}});
@@ -215,7 +215,7 @@ TEST_F(BoxValuesTest, TheAsciiMessageIsTranslated) {
     EXPECT_EQ(TextsOf("ShowErrorMessage"), (std::vector<std::u16string>{u"Nur ASCII."}));
 }
 
-TEST_F(BoxValuesTest, OnlyAPositiveLimitIsHandedOn) {
+TEST_F(BoxValuesTest, OnlyAPositiveLimitReachesTheField) {
     for (const auto& [limit, times] : {std::pair{5, 1u}, std::pair{0, 0u}, std::pair{-1, 0u}}) {
         const CEveBox& field = Make("edit_text", {{"max_chars", limit}});
         EXPECT_EQ(TimesSent(field.control, kEditSetLimitText), times) << limit;
@@ -225,7 +225,7 @@ TEST_F(BoxValuesTest, OnlyAPositiveLimitIsHandedOn) {
 
 // --- Labels
 
-TEST_F(BoxValuesTest, ALabelTakesAndGivesText) {
+TEST_F(BoxValuesTest, ALabelStoresItsText) {
     CEveBox& label = Make("static_text", {{"name", "Name:"}});
     EXPECT_EQ(Value(label), "Name:");
     SetText(label, "Ort:");
@@ -236,11 +236,11 @@ TEST_F(BoxValuesTest, ALabelTakesAndGivesText) {
     EXPECT_EQ(Value(Make("static_text", {{"name", "x"}, {"check_box_aware", 1}})), "<none>");
 }
 
-// --- Labels with a choice
+// --- Labels with several texts
 
 constexpr const char* kColors = "Red{r};-;Green{g};Nothing{}";
 
-TEST_F(BoxValuesTest, AnEnumShowsNothingUntilAValueIsSet) {
+TEST_F(BoxValuesTest, AnEnumIsEmptyUntilAValueIsSet) {
     CEveBox& label = Make("static_text_enum", {{"name", "measured"}, {"items", kColors}});
     EXPECT_EQ(WindowOf(label).text, u"");
     EXPECT_EQ(Value(label), "<none>");
@@ -267,7 +267,7 @@ TEST_F(BoxValuesTest, AnEnumShowsTheLabelOfItsValue) {
     EXPECT_EQ(Value(label), "<none>"); // the stored value is empty
 }
 
-TEST_F(BoxValuesTest, AnEnumWithoutAFirstLabelKeepsItsStoredValue) {
+TEST_F(BoxValuesTest, AnEnumWithAnEmptyFirstLabelKeepsItsValue) {
     CEveBox& label = Make("static_text_enum", {{"items", "{0};One{1}"}});
     SetText(label, "1");
     SetText(label, "unknown");
@@ -279,7 +279,7 @@ TEST_F(BoxValuesTest, AnEnumWithoutAFirstLabelKeepsItsStoredValue) {
     EXPECT_EQ(Value(empty), "<none>");
 }
 
-TEST_F(BoxValuesTest, AnEnumIsRetranslatedByItsStoredValue) {
+TEST_F(BoxValuesTest, RetranslatingAnEnumKeepsItsValue) {
     CEveBox& label = Make("static_text_enum", {{"items", "$$$/items=Red{r};Green{g}"}});
     SetText(label, "g");
     Translate("$$$/items=Rot{r};Gr\xC3\xBCn{g}");
@@ -290,7 +290,7 @@ TEST_F(BoxValuesTest, AnEnumIsRetranslatedByItsStoredValue) {
 
 // --- Popups
 
-TEST_F(BoxValuesTest, APopupHasARowForEachItemAndTheFirstIsChosen) {
+TEST_F(BoxValuesTest, APopupHasARowForEachItemAndSelectsTheFirst) {
     RecordRows();
     for (const char* keyword : {"popup", "button_popup"}) {
         rows.clear();
@@ -314,7 +314,7 @@ TEST_F(BoxValuesTest, APopupIsSetByValue) {
     EXPECT_EQ(Value(popup), "<none>");
 }
 
-TEST_F(BoxValuesTest, APopupWithoutAChoiceGivesNothing) {
+TEST_F(BoxValuesTest, APopupWithoutASelectionStoresNothing) {
     CEveBox& popup = Make("popup", {{"items", "One{1}"}});
     for (const std::intptr_t index : {-1, 1, 1000}) {
         headless::State().answer = [=](const headless::Message&) {
@@ -334,7 +334,7 @@ TEST_F(BoxValuesTest, APopupHonorsItsSubCheckAndAButtonPopupNever) {
     EXPECT_EQ(Value(Make("button_popup", attributes), true), "1");
 }
 
-TEST_F(BoxValuesTest, RefillingAPopupKeepsTheChoiceByValue) {
+TEST_F(BoxValuesTest, RefillingAPopupKeepsTheSelectionByValue) {
     RecordRows();
     CEveBox& popup = Make("popup", {{"name", "$$$/name=Number"}, {"items", "$$$/items=One{1};Two{2}"}});
     EXPECT_EQ(rows.size(), 2u);
@@ -348,7 +348,7 @@ TEST_F(BoxValuesTest, RefillingAPopupKeepsTheChoiceByValue) {
     EXPECT_EQ(Value(popup), "2");
 }
 
-TEST_F(BoxValuesTest, RefillingChoosesNothingWhereTheValueWasEmpty) {
+TEST_F(BoxValuesTest, RefillingSelectsNothingIfTheValueWasEmpty) {
     CEveBox& popup = Make("popup", {{"items", "One{1};None{}"}});
     SetText(popup, "");
     const std::size_t set = TimesSent(popup.control, kComboSetSelection);
@@ -356,7 +356,7 @@ TEST_F(BoxValuesTest, RefillingChoosesNothingWhereTheValueWasEmpty) {
     EXPECT_EQ(TimesSent(popup.control, kComboSetSelection), set);
 }
 
-TEST_F(BoxValuesTest, RefillingReadsTheChoiceWhateverTheSubCheckSays) {
+TEST_F(BoxValuesTest, RefillingIgnoresTheSubCheck) {
     CEveBox& popup = Make("popup", {{"items", "One{1};Two{2}"}, {"check_box_aware", 1}});
     SetText(popup, "2");
     const std::size_t set = TimesSent(popup.control, kComboSetSelection);
@@ -367,7 +367,7 @@ TEST_F(BoxValuesTest, RefillingReadsTheChoiceWhateverTheSubCheckSays) {
 
 // --- Tabs
 
-TEST_F(BoxValuesTest, TabsAreThePartsOfTheName) {
+TEST_F(BoxValuesTest, ATabGroupHasATabForEachPartOfItsName) {
     const std::pair<const char*, std::vector<std::u16string>> cases[] = {
         {"One;;Two", {u"One", u"", u"Two"}}, {"One", {u"One"}}, {"One;", {u"One", u""}}, {"", {u""}}};
     for (const auto& [name, expected] : cases) {
@@ -379,7 +379,7 @@ TEST_F(BoxValuesTest, TabsAreThePartsOfTheName) {
     EXPECT_EQ(calls.back().numbers.front(), 0);
 }
 
-TEST_F(BoxValuesTest, TabsAreTranslatedAndNumbered) {
+TEST_F(BoxValuesTest, TabsAreTranslated) {
     Translate("$$$/tabs=Eins;Zwei");
     Make("tab_group", {{"name", "$$$/tabs=One;Two;Three"}});
     EXPECT_EQ(TextsOf("InsertTab"), (std::vector<std::u16string>{u"Eins", u"Zwei"}));

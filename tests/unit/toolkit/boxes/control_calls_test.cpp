@@ -1,11 +1,13 @@
-// What making a control costs in calls of the system: nothing beyond the routine that all controls share and
-// what a class is for, and nothing afterward that the making could have done.
+// The calls of the system that making a control takes: those of the common routine and of the class itself,
+// and no correction afterward.
 #include "unit/toolkit/boxes/box_fixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <string>
+#include <vector>
 
 namespace brixen::zeve {
 namespace {
@@ -33,7 +35,7 @@ protected:
         box = &Create(view, dialog);
         std::vector<headless::Call> calls;
         for (const headless::Call& call : headless::State().calls) {
-            // What the control is told in its procedure is no call of ours.
+            // The control's own procedure is no call of ours.
             if (call.name != "SavedAnswer") calls.push_back(call);
         }
         return calls;
@@ -48,7 +50,7 @@ std::vector<std::string> NamesOf(const std::vector<headless::Call>& calls) {
 
 class PlainControlCallsTest : public ControlCallsTest {};
 
-TEST_P(PlainControlCallsTest, AreThoseOfTheRoutineAndNoOther) {
+TEST_P(PlainControlCallsTest, AreThoseOfTheCommonRoutine) {
     CEveBox* box = nullptr;
     EXPECT_THAT(NamesOf(CallsFor(GetParam().keyword, box)),
                 ElementsAre("MakeWindow", "TakeControlProcedure", "WindowResolution", "StockSystemFont",
@@ -64,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(Keywords, PlainControlCallsTest,
 
 class AnyControlCallsTest : public ControlCallsTest {};
 
-TEST_P(AnyControlCallsTest, HaveFinalPlaceAndTextFromTheRequest) {
+TEST_P(AnyControlCallsTest, MakeTheControlWithItsFinalPositionAndText) {
     CEveBox* box = nullptr;
     const std::vector<headless::Call> calls = CallsFor(GetParam().keyword, box);
     ASSERT_FALSE(calls.empty());

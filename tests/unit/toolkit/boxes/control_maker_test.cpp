@@ -22,7 +22,7 @@ struct Styles {
 
 class ControlMakerTest : public BoxTest {
 protected:
-    // As the control was asked for; showing and enabling change the window's own style.
+    // As requested: showing and enabling change the window's own style afterward.
     static headless::Call Request() { return headless::CallsOf("MakeWindow").back(); }
     static Styles Requested() {
         const headless::Call request = Request();
@@ -76,7 +76,7 @@ TEST_F(ControlMakerTest, EveryClassHasItsNameAndStyles) {
     }
 }
 
-TEST_F(ControlMakerTest, RightToLeftAwarenessActsInAnyLanguage) {
+TEST_F(ControlMakerTest, RightToLeftAwarenessAddsStylesInAnyLanguage) {
     for (const Row& row : kRows) {
         for (const char* language : {"", "en_US"}) {
             const Attributes aware = {
@@ -87,7 +87,7 @@ TEST_F(ControlMakerTest, RightToLeftAwarenessActsInAnyLanguage) {
     }
 }
 
-TEST_F(ControlMakerTest, ARightToLeftLanguageActsWithoutAwareness) {
+TEST_F(ControlMakerTest, ARightToLeftLanguageAddsStylesWithoutAwareness) {
     for (const Row& row : kRows) {
         for (const char* language : {"ar-ae", "AR_ae", "he_IL", "he-il.x"}) {
             const Attributes view = {
@@ -98,13 +98,13 @@ TEST_F(ControlMakerTest, ARightToLeftLanguageActsWithoutAwareness) {
     }
 }
 
-TEST_F(ControlMakerTest, OnlyThoseTwoLanguagesActAtAll) {
+TEST_F(ControlMakerTest, OnlyTwoLanguagesAddStyles) {
     for (const char* language : {"ar", "ar-eg", "he", "fa-ir", "ja_JP"}) {
         EXPECT_EQ(StylesOf("edit_text", {{"__languageInfo", language}}).extendedStyle, 0x208u) << language;
     }
 }
 
-TEST_F(ControlMakerTest, AlwaysLeftToRightTurnsOffTheLanguageAlone) {
+TEST_F(ControlMakerTest, AlwaysLeftToRightTurnsOffOnlyTheLanguage) {
     for (const Row& row : kRows) {
         const Attributes view = {
             {"alwaysL2R", 1}, {"rtl_aware", 1}, {"__languageInfo", "he_IL"}, {"width", 200}, {"height", 20}};
@@ -113,14 +113,14 @@ TEST_F(ControlMakerTest, AlwaysLeftToRightTurnsOffTheLanguageAlone) {
     }
 }
 
-TEST_F(ControlMakerTest, UprightControlsAreHigherThanWide) {
+TEST_F(ControlMakerTest, AControlHigherThanWideIsUpright) {
     const Attributes upright = {{"width", 20}, {"height", 200}};
     EXPECT_EQ(StylesOf("scroller", upright).style, 0x40000001u);
     EXPECT_EQ(StylesOf("tab_group", upright).style, 0x50010001u);
     EXPECT_EQ(StylesOf("scroller", {{"width", 20}, {"height", 20}}).style, 0x40000000u);
     EXPECT_EQ(StylesOf("table", {{"width", 20}, {"height", 200}, {"has_buttons", 0}, {"has_lines", 0}}).style,
               0x50810011u);
-    // Upright and with buttons are the same bit: it stands once.
+    // Upright and with buttons are the same bit.
     EXPECT_EQ(StylesOf("table", {{"width", 20}, {"height", 200}}).style, 0x50810017u);
     EXPECT_EQ(StylesOf("table", {{"width", 200}, {"height", 20}, {"has_buttons", 0}}).style, 0x50810016u);
     EXPECT_EQ(StylesOf("table", {{"width", 200}, {"height", 20}, {"has_lines", 0}}).style, 0x50810011u);
@@ -141,7 +141,7 @@ TEST_F(ControlMakerTest, AReadOnlyFieldStaysEnabled) {
     EXPECT_FALSE(label.honoursReadOnly);
 }
 
-TEST_F(ControlMakerTest, FourFontsPutALabelAtTheRight) {
+TEST_F(ControlMakerTest, FourFontsAlignALabelRight) {
     for (std::int64_t font = 32000; font <= 32008; ++font) {
         const bool isRight = font == 32002 || font == 32003 || font == 32006 || font == 32007;
         EXPECT_EQ(StylesOf("static_text", {{"name", "x"}, {"font", font}}).style,
@@ -150,16 +150,16 @@ TEST_F(ControlMakerTest, FourFontsPutALabelAtTheRight) {
     }
 }
 
-TEST_F(ControlMakerTest, TheViewsOwnStylesTakeThePlaceOfAll) {
+TEST_F(ControlMakerTest, TheStylesOfTheViewReplaceAll) {
     EXPECT_EQ(StylesOf("button", {{"win_style", 0x40010009}, {"win_ex_style", 0}}), (Styles{0x40010009, 0}));
     EXPECT_EQ(StylesOf("edit_text", {{"win_style", 0x50000000}}), (Styles{0x50000000, 0x208}));
-    // The language looks at the style that is left: this button has one of its bits.
+    // The language checks the final style: this button has one of its bits.
     EXPECT_EQ(
         StylesOf("button", {{"win_style", 0x40010009}, {"win_ex_style", 0}, {"__languageInfo", "he_IL"}}),
         (Styles{0x40010009, kAll}));
 }
 
-TEST_F(ControlMakerTest, AnEmptyPaneHasAControlOnlyAtItsViewsWish) {
+TEST_F(ControlMakerTest, AnEmptyPaneHasAControlOnlyIfTheViewAsks) {
     EXPECT_EQ(Make("row").control, nullptr);
     EXPECT_EQ(StylesOf("row", {{"create_user_pane", 1}}), (Styles{0x40000007, 0x10000}));
     EXPECT_EQ(Request().text, u"static");
@@ -207,21 +207,21 @@ TEST_F(ControlMakerTest, APopupIsAsHighAsItsOpenList) {
     EXPECT_EQ(Make("popup").height, 416);
 }
 
-TEST_F(ControlMakerTest, TheLogoStandsFurtherLeft) {
+TEST_F(ControlMakerTest, TheLogoIsFurtherLeft) {
     EXPECT_EQ(Make("icon", {{"builtin_icon", 103}, {"left", 50}}).left, 30);
     EXPECT_EQ(Make("icon", {{"builtin_icon", 32515}, {"left", 50}}).left, 50);
 }
 
 // --- The routine
 
-TEST_F(ControlMakerTest, AControlIsMadeByTheseCallsAndNoOther) {
+TEST_F(ControlMakerTest, AControlIsMadeByTheseCalls) {
     MakeDialog({{"__hInstance", 77}});
     const PreparedView view = Prepare("edit_text", {{"name", "a"}, {"width", 50}});
     headless::State().calls.clear();
     const CEveBox& box = Create(view, dialog);
     std::vector<std::string> names;
     for (const headless::Call& call : headless::State().calls) {
-        // What the control itself is told in its procedure is no call of the routine.
+        // The control's own procedure is no call of the routine.
         if (call.name != "SavedAnswer") names.push_back(call.name);
     }
     EXPECT_EQ(names, (std::vector<std::string>{"MakeWindow", "TakeControlProcedure", "WindowResolution",
@@ -232,7 +232,7 @@ TEST_F(ControlMakerTest, AControlIsMadeByTheseCallsAndNoOther) {
     EXPECT_EQ(headless::FindWindow(box.control)->editBox, &box);
 }
 
-TEST_F(ControlMakerTest, TextAndPlaceAreFinalAtTheMaking) {
+TEST_F(ControlMakerTest, AControlIsMadeWithItsFinalTextAndPosition) {
     CEveBox& box = Make("button", {{"name", "OK"}, {"left", 3}, {"top", 4}, {"__hInstance", 77}});
     EXPECT_EQ(WindowOf(box).text, u"OK");
     EXPECT_EQ(headless::HandleNumber(WindowOf(box).instance), 77);
@@ -259,7 +259,7 @@ TEST_F(ControlMakerTest, ARefusedControlLeavesAWorkingBox) {
     }
 }
 
-TEST_F(ControlMakerTest, AnExceptionOnTheWayBecomesTheClassName) {
+TEST_F(ControlMakerTest, AnExceptionDuringTheMakingBecomesTheClassName) {
     MakeDialog();
     const PreparedView view = Prepare("slider");
     view.attributes->DefineString("name", "bad \xFF");
@@ -329,13 +329,13 @@ TEST_F(ControlMakerTest, OnlyTwoSystemIconsAreLoaded) {
     EXPECT_TRUE(headless::CallsOf("CopySystemIcon").empty());
 }
 
-TEST_F(ControlMakerTest, AnIconWithoutANumberDoesNotTakeThatOfTheOneBefore) {
+TEST_F(ControlMakerTest, AnIconWithoutANumberIsEmpty) {
     Make("icon", {{"builtin_icon", 32515}});
     Make("icon");
     EXPECT_EQ(headless::CallsOf("CopySystemIcon").size(), 1u);
 }
 
-TEST_F(ControlMakerTest, TheIconGoesByTheStyleAlone) {
+TEST_F(ControlMakerTest, TheStyleAloneDecidesAboutAnIcon) {
     Make("icon", {{"builtin_icon", 32515}, {"win_style", 0x50000003}});
     EXPECT_TRUE(headless::CallsOf("CopySystemIcon").empty());
     Make("picture", {{"win_style", 0x40000003}}); // the icon remembered last
@@ -344,7 +344,7 @@ TEST_F(ControlMakerTest, TheIconGoesByTheStyleAlone) {
 
 // --- The check box in front
 
-TEST_F(ControlMakerTest, FourClassesAndTheirHeirsLeaveRoomForACheckBox) {
+TEST_F(ControlMakerTest, SixKeywordsLeaveRoomForACheckBox) {
     for (const Row& row : kRows) {
         const CEveBox& box =
             Make(row.keyword, {{"check_box_aware", 1}, {"left", 10}, {"width", 200}, {"__hInstance", 77}});
@@ -376,7 +376,7 @@ TEST_F(ControlMakerTest, AReadOnlyBoxHasNoCheckBox) {
     EXPECT_EQ(Make("popup", {{"check_box_aware", 1}, {"__read_only_mode", 1}}).subControl, nullptr);
 }
 
-TEST_F(ControlMakerTest, APopupCanBeToldToHaveNone) {
+TEST_F(ControlMakerTest, APopupCanIgnoreTheCheckBox) {
     MakeDialog();
     const PreparedView view = Prepare("popup", {{"check_box_aware", 1}, {"items", "One{1}"}});
     static_cast<CEvePopup*>(view.box)->ignoresSubCheck = true;

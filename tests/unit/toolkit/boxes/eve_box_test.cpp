@@ -44,18 +44,18 @@ TEST_F(EveBoxTest, AnAddedPositionWrapsIn16Bits) {
     EXPECT_EQ(MakeBelow(outer, "slider", {{"left", 30000}}).left, -5536);
 }
 
-TEST_F(EveBoxTest, AnOffscreenTopIsTakenBackOnce) {
+TEST_F(EveBoxTest, AnOffscreenTopMovesBackOnce) {
     EXPECT_EQ(Make("slider", {{"top", 10000}}).top, 10000);
     EXPECT_EQ(Make("slider", {{"top", 10001}}).top, 1);
     CEveBox& page = Make("cluster", {{"top", 10020}});
     EXPECT_EQ(page.top, 20);
     EXPECT_EQ(MakeBelow(page, "slider", {{"top", 5}}).top, 25);
-    // It is the sum that is looked at.
+    // The sum decides.
     EXPECT_EQ(MakeBelow(page, "slider", {{"top", 9980}}).top, 10000);
     EXPECT_EQ(MakeBelow(page, "slider", {{"top", 9981}}).top, 1);
 }
 
-TEST_F(EveBoxTest, TheNameIsKeptAsKeyAndAsText) {
+TEST_F(EveBoxTest, ABoxHasItsNameAsKeyAndAsText) {
     Translate("$$$/a/b=Weiter");
     CEveBox& box = Make("slider", {{"name", "$$$/a/b=Go on"}});
     EXPECT_EQ(box.nameKey, "$$$/a/b=Go on");
@@ -64,7 +64,7 @@ TEST_F(EveBoxTest, TheNameIsKeptAsKeyAndAsText) {
     EXPECT_EQ(Make("slider").nameKey, "");
 }
 
-TEST_F(EveBoxTest, PlainTextsShowAsTheyStand) {
+TEST_F(EveBoxTest, PlainTextsAreShownUnchanged) {
     for (const char* text : {"OK", "$5", "a; b"}) {
         EXPECT_EQ(Make("slider", {{"name", text}}).nameText, text);
     }
@@ -78,7 +78,7 @@ TEST_F(EveBoxTest, IdsComeFromTheView) {
     EXPECT_EQ(box.subViewId, gToolkit.lastViewId);
 }
 
-TEST_F(EveBoxTest, LockedReplacesTheHonoringOfReadOnly) {
+TEST_F(EveBoxTest, LockedDecidesWhetherReadOnlyDisables) {
     EXPECT_FALSE(Make("slider").readOnly);
     EXPECT_TRUE(Make("slider").honoursReadOnly);
     CEveBox& locked = Make("cluster", {{"locked", 1}});
@@ -89,7 +89,7 @@ TEST_F(EveBoxTest, LockedReplacesTheHonoringOfReadOnly) {
     EXPECT_FALSE(unlocked.honoursReadOnly);
 }
 
-TEST_F(EveBoxTest, TheMakersOfSixClassesHonorReadOnly) {
+TEST_F(EveBoxTest, SixClassesHonorReadOnly) {
     for (const char* keyword : {"radio", "check_box", "radio_group", "slider", "popup", "button_popup"}) {
         EXPECT_TRUE(Prepare(keyword).box->honoursReadOnly) << keyword;
     }
@@ -100,7 +100,7 @@ TEST_F(EveBoxTest, TheMakersOfSixClassesHonorReadOnly) {
     }
 }
 
-TEST_F(EveBoxTest, ChildrenStandInTheOrderOfTheirMaking) {
+TEST_F(EveBoxTest, ChildrenAreInTheOrderOfTheirMaking) {
     CEveBox& first = Make("slider");
     CEveBox& second = Make("slider");
     ASSERT_EQ(dialog->children.size(), 2u);
@@ -127,7 +127,7 @@ TEST_F(EveBoxTest, BasePrepareCopiesStateFontAndStyles) {
 
 // --- The tree
 
-TEST_F(EveBoxTest, TheTopLevelWindowIsTheNearestOneAbove) {
+TEST_F(EveBoxTest, TheTopLevelWindowIsThatOfTheNearestParent) {
     CEveBox& group = Make("cluster");
     CEveBox& box = MakeBelow(group, "slider");
     EXPECT_EQ(box.TopLevelWindow(), dialog->window);
@@ -137,7 +137,7 @@ TEST_F(EveBoxTest, TheTopLevelWindowIsTheNearestOneAbove) {
     EXPECT_EQ(loose.TopLevelWindow(), nullptr);
 }
 
-TEST_F(EveBoxTest, ControlsAreChildrenOfTheTopLevelWindowWhateverTheTree) {
+TEST_F(EveBoxTest, EveryControlIsAChildOfTheTopLevelWindow) {
     CEveBox& group = Make("cluster");
     CEveBox& box = MakeBelow(group, "slider");
     EXPECT_EQ(WindowOf(box).parent, dialog->window);
@@ -155,7 +155,7 @@ TEST_F(EveBoxTest, FindsTheFirstBoxOfAnIdDepthFirst) {
     EXPECT_EQ(dialog->FindByViewId(shallow.subViewId), nullptr);
 }
 
-TEST_F(EveBoxTest, RetranslateWritesEveryNameAgain) {
+TEST_F(EveBoxTest, RetranslateShowsEveryName) {
     CEveBox& group = Make("cluster", {{"name", "$$$/group=Group"}});
     CEveBox& box = MakeBelow(group, "button", {{"name", "$$$/button=Button"}});
     CEveBox& nameless = MakeBelow(group, "slider");
@@ -170,7 +170,7 @@ TEST_F(EveBoxTest, RetranslateWritesEveryNameAgain) {
     EXPECT_EQ(headless::CallsOf("SetText").size(), 4u);
 }
 
-TEST_F(EveBoxTest, AHyperlinkRefreshesNothing) {
+TEST_F(EveBoxTest, AHyperlinkDoesNotShowItsText) {
     CEveBox& link = Make("hyperlink", {{"name", "Read more"}});
     link.RefreshText();
     EXPECT_TRUE(headless::CallsOf("SetText").empty());
@@ -198,7 +198,7 @@ TEST_F(EveBoxTest, ABoxIsShownIfItAndAllItsParentsAreVisible) {
     EXPECT_FALSE(IsShown(box));
 }
 
-TEST_F(EveBoxTest, ShowingLeavesChildrenAloneThatWishToBeHidden) {
+TEST_F(EveBoxTest, ShowingSkipsChildrenThatAreHiddenThemselves) {
     CEveBox& group = Make("cluster");
     CEveBox& hidden = MakeBelow(group, "slider", {{"visible", 0}});
     const std::size_t calls = headless::CallsOf("ShowOrHide").size();
@@ -208,7 +208,7 @@ TEST_F(EveBoxTest, ShowingLeavesChildrenAloneThatWishToBeHidden) {
     EXPECT_FALSE(IsShown(hidden));
 }
 
-TEST_F(EveBoxTest, ABoxWithoutControlHandsItsStateOn) {
+TEST_F(EveBoxTest, ABoxWithoutControlPassesItsStateOn) {
     CEveBox& row = Make("row", {{"visible", 0}, {"enabled", 0}});
     CEveBox& box = MakeBelow(row, "slider");
     EXPECT_EQ(row.control, nullptr);
@@ -231,10 +231,10 @@ TEST_F(EveBoxTest, ABoxIsUsableIfItAndAllItsParentsAreEnabled) {
     box.SetEnabled(false);
     EXPECT_FALSE(IsUsable(box));
     inner.SetEnabled(true);
-    EXPECT_FALSE(IsUsable(box)); // by its own wish
+    EXPECT_FALSE(IsUsable(box)); // by its own state
 }
 
-TEST_F(EveBoxTest, EnablingLeavesChildrenAloneThatWishToBeDisabled) {
+TEST_F(EveBoxTest, EnablingSkipsChildrenThatAreDisabledThemselves) {
     CEveBox& group = Make("cluster");
     CEveBox& disabled = MakeBelow(group, "button", {{"enabled", 0}});
     CEveBox& below = MakeBelow(disabled, "button");
@@ -261,7 +261,7 @@ TEST_F(EveBoxTest, AReadOnlyBoxThatHonorsItIsDisabledWithAllBelow) {
 
 // --- The check box in front
 
-TEST_F(EveBoxTest, ASubCheckFollowsItsOwnSwitches) {
+TEST_F(EveBoxTest, ASubCheckHasStatesOfItsOwn) {
     CEveBox& box = Make("edit_text", {{"check_box_aware", 1}});
     ASSERT_NE(box.subControl, nullptr);
     EXPECT_FALSE(box.GetSubCheck());
@@ -276,7 +276,7 @@ TEST_F(EveBoxTest, ASubCheckFollowsItsOwnSwitches) {
     EXPECT_FALSE(headless::FindWindow(box.subControl)->style & kDisabled);
 }
 
-TEST_F(EveBoxTest, ASubCheckStaysDisabledOnlyWhereABoxHonorsThatItIsReadOnly) {
+TEST_F(EveBoxTest, ASubCheckStaysDisabledIfTheBoxHonorsReadOnly) {
     CEveBox& box = Make("edit_text", {{"check_box_aware", 1}});
     for (const bool isReadOnly : {false, true}) {
         for (const bool honorsIt : {false, true}) {
@@ -290,7 +290,7 @@ TEST_F(EveBoxTest, ASubCheckStaysDisabledOnlyWhereABoxHonorsThatItIsReadOnly) {
     }
 }
 
-TEST_F(EveBoxTest, ABoxWithoutSubCheckAnswersNo) {
+TEST_F(EveBoxTest, ABoxWithoutSubCheckIsUnchecked) {
     CEveBox& box = Make("slider");
     headless::State().calls.clear();
     EXPECT_FALSE(box.GetSubCheck());
@@ -310,7 +310,7 @@ TEST_F(EveBoxTest, AThirdStateIsNotChecked) {
 
 // --- The end
 
-TEST_F(EveBoxTest, TheEndFreesIconChildrenWindowAndFontInThisOrder) {
+TEST_F(EveBoxTest, TheDestructorFreesIconChildrenWindowAndFontInThisOrder) {
     MakeDialog();
     CEveBox& icon = Make("icon", {{"builtin_icon", 32515}});
     CEveBox& button = Make("button", {{"name", "OK"}});
@@ -339,7 +339,7 @@ TEST_F(EveBoxTest, TheEndFreesIconChildrenWindowAndFontInThisOrder) {
     dialog = nullptr;
 }
 
-TEST_F(EveBoxTest, ABoxIsAskedForItsIconBeforeItsChildrenGo) {
+TEST_F(EveBoxTest, TheDestructorFreesTheIconBeforeTheChildren) {
     CEveBox& group = Make("cluster");
     MakeBelow(group, "progress_bar");
     headless::State().calls.clear();

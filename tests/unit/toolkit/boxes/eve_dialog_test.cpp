@@ -15,7 +15,7 @@ protected:
     static std::int64_t ExtendedStyleAsked() { return headless::CallsOf("MakeWindow").back().numbers[0]; }
 };
 
-TEST_F(EveDialogTest, HasACaptionAndNoCloseBoxByItself) {
+TEST_F(EveDialogTest, HasACaptionAndNoCloseBoxByDefault) {
     MakeDialog({{"name", "Title"}});
     EXPECT_EQ(StyleAsked(), 0x84C00000);
     EXPECT_EQ(ExtendedStyleAsked(), 0x101);
@@ -37,7 +37,7 @@ TEST_F(EveDialogTest, ItsAttributesAddStyles) {
     EXPECT_EQ(ExtendedStyleAsked(), 0);
 }
 
-TEST_F(EveDialogTest, StandsInTheMiddleAndGrowsToItsClientArea) {
+TEST_F(EveDialogTest, IsInTheMiddleAndGrowsToItsClientArea) {
     MakeDialog({{"width", 300}, {"height", 200}});
     const headless::Call made = headless::CallsOf("MakeWindow").back();
     EXPECT_EQ(made.numbers[2], (1024 - 300) / 2);
@@ -49,14 +49,14 @@ TEST_F(EveDialogTest, StandsInTheMiddleAndGrowsToItsClientArea) {
     EXPECT_EQ(client.Height(), 200);
 }
 
-TEST_F(EveDialogTest, ItsOwnPlaceMovesItFromTheMiddle) {
+TEST_F(EveDialogTest, ItsPositionMovesItFromTheMiddle) {
     MakeDialog({{"width", 300}, {"height", 200}, {"left", 7}, {"top", -11}});
-    // Of the twin's frame: 3 on three sides and 22 above.
+    // The frame is 3 pixels wide on three sides and 22 above.
     EXPECT_EQ(headless::CallsOf("MoveTo").back().numbers,
               (std::vector<std::int64_t>{7 + 362, -11 + 270, 300 + 6, 200 + 25}));
 }
 
-TEST_F(EveDialogTest, IsMadeByTheseCallsAndStaysHidden) {
+TEST_F(EveDialogTest, IsMadeHiddenByTheseCalls) {
     const PreparedView view = Prepare("dialog");
     headless::State().calls.clear();
     Create(view, nullptr);
@@ -70,7 +70,7 @@ TEST_F(EveDialogTest, IsMadeByTheseCallsAndStaysHidden) {
     EXPECT_EQ(view.box->font, nullptr);
 }
 
-TEST_F(EveDialogTest, AParentThatIsNoWindowCountsAsNone) {
+TEST_F(EveDialogTest, AnInvalidParentMeansNoParent) {
     MakeDialog({{"__parentWindow", 12345}});
     EXPECT_EQ(WindowOf(*dialog).parent, nullptr);
     const std::int64_t owner = ReferenceNumber(dialog->window);
@@ -78,7 +78,7 @@ TEST_F(EveDialogTest, AParentThatIsNoWindowCountsAsNone) {
     EXPECT_EQ(ReferenceNumber(WindowOf(*dialog).parent), owner);
 }
 
-TEST_F(EveDialogTest, AClassOfItsOwnLivesAsLongAsItsWindow) {
+TEST_F(EveDialogTest, ItsOwnWindowClassIsUnregisteredAfterTheWindow) {
     MakeDialog({{"create_system_dialog", 0}});
     const std::u16string name = WindowOf(*dialog).className;
     EXPECT_NE(name, u"#32770");
@@ -95,7 +95,7 @@ TEST_F(EveDialogTest, AClassOfItsOwnLivesAsLongAsItsWindow) {
     EXPECT_EQ(order, (std::vector<std::string>{"CloseWindow", "UnregisterDialogClass"}));
 }
 
-TEST_F(EveDialogTest, EachClassOfItsOwnHasANewName) {
+TEST_F(EveDialogTest, EachOwnWindowClassHasANewName) {
     MakeDialog({{"create_system_dialog", 0}});
     const std::u16string first = WindowOf(*dialog).className;
     MakeDialog({{"create_system_dialog", 0}, {"__hInstance", 0x4711}});

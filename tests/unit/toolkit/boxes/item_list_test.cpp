@@ -12,7 +12,7 @@ namespace {
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
-Pairs Parse(std::string_view text, Separators separators = Separators::Drop) {
+Pairs Parse(std::string_view text, Separators separators = Separators::kDrop) {
     Pairs pairs;
     for (const ListItem& item : ParseItemList(text, separators)) pairs.emplace_back(item.label, item.value);
     return pairs;
@@ -38,7 +38,7 @@ const Case kCases[] = {
     {";", {}, {}},
     // Nothing is trimmed.
     {" One { 1 } ", {{" One ", " 1 "}}, {{" One ", " 1 "}}},
-    // The value ends at the first closing brace behind the opening one.
+    // The value ends at the first closing brace after the opening one.
     {"a}b{c}d}", {{"a}b", "c"}}, {{"a}b", "c"}}},
     {"a{{b}", {{"a", "{b"}}, {{"a", "{b"}}},
     {"a{}", {{"a", ""}}, {{"a", ""}}},
@@ -48,30 +48,30 @@ const Case kCases[] = {
     {"x;y;a}b{;{", {}, {kSeparator, kSeparator, kSeparator, kSeparator}},
 };
 
-TEST(ItemList, ReadsEntriesByTheirBraces) {
+TEST(ItemList, ReadsLabelsAndValues) {
     for (const Case& test : kCases) {
-        EXPECT_EQ(Parse(test.text, Separators::Drop), test.dropping) << test.text;
-        EXPECT_EQ(Parse(test.text, Separators::Keep), test.keeping) << test.text;
+        EXPECT_EQ(Parse(test.text, Separators::kDrop), test.dropping) << test.text;
+        EXPECT_EQ(Parse(test.text, Separators::kKeep), test.keeping) << test.text;
     }
 }
 
-TEST(ItemList, TestsOrdinaryEntriesAgainstSeparatorsToo) {
-    EXPECT_EQ(Parse("x;-{1}", Separators::Keep), Pairs{kSeparator});
-    EXPECT_EQ(Parse("x;-{1}", Separators::Drop), (Pairs{{"-", "1"}}));
+TEST(ItemList, DropsAnEntryThatEqualsASeparator) {
+    EXPECT_EQ(Parse("x;-{1}", Separators::kKeep), Pairs{kSeparator});
+    EXPECT_EQ(Parse("x;-{1}", Separators::kDrop), (Pairs{{"-", "1"}}));
 }
 
-TEST(ItemList, ALongListIsReadInLinearTime) {
+TEST(ItemList, ReadsALongListInLinearTime) {
     std::string text;
     for (int i = 0; i < 50'000; ++i) text += std::to_string(i) + "{v" + std::to_string(i) + "};";
     text += "7{x};y{v8};z{z}";
-    const std::vector<ListItem> items = ParseItemList(text, Separators::Keep);
+    const std::vector<ListItem> items = ParseItemList(text, Separators::kKeep);
     ASSERT_EQ(items.size(), 50'001u);
     EXPECT_EQ(items[49'999].value, "v49999");
     EXPECT_EQ(items.back().label, "z");
 }
 
 TEST(ItemList, FindsTheFirstItemWithAValue) {
-    const std::vector<ListItem> items = ParseItemList("One{1};Two{2};Zero{}", Separators::Drop);
+    const std::vector<ListItem> items = ParseItemList("One{1};Two{2};Zero{}", Separators::kDrop);
     EXPECT_EQ(FindItemByValue(items, "2"), &items[1]);
     EXPECT_EQ(FindItemByValue(items, ""), &items[2]);
     EXPECT_EQ(FindItemByValue(items, "3"), nullptr);

@@ -6,7 +6,7 @@
 namespace brixen::zeve {
 namespace {
 
-constexpr std::int32_t kUnit = 6, kLine = 13; // the fixed rule of the recorded window system
+constexpr std::int32_t kUnit = 6, kLine = 13; // of the recorded window system
 
 class TextMeasureTest : public BoxTest {
 protected:
@@ -29,7 +29,7 @@ TEST_F(TextMeasureTest, AWholeTextHasTheExtentOfOneLine) {
     EXPECT_EQ(Pieces(), 0u);
 }
 
-TEST_F(TextMeasureTest, TheNameIsTranslatedAndKept) {
+TEST_F(TextMeasureTest, TheNameIsTranslatedAndStored) {
     Translate("$$$/a/b=Weiter");
     EXPECT_EQ(Measure("$$$/a/b=Go on now").width, 6 * kUnit);
     EXPECT_EQ(box.nameText, "Weiter");
@@ -39,7 +39,7 @@ TEST_F(TextMeasureTest, TheLongerOfNameAndAlternativeInBytesIsMeasured) {
     EXPECT_EQ(Measure("Hide", 0, "Show all").width, 8 * kUnit);
     EXPECT_EQ(box.nameText, "Hide");
     EXPECT_EQ(Measure("Hide all", 0, "Show").width, 8 * kUnit);
-    // Two units of three bytes each beat five units of one byte.
+    // Two units of three bytes each are longer than five units of one byte.
     EXPECT_EQ(Measure("abcde", 0, "\xE3\x81\x82\xE3\x81\x82").width, 2 * kUnit);
     // Equal bytes: the name.
     EXPECT_EQ(Measure("abcdef", 0, "\xE3\x81\x82\xE3\x81\x82").width, 6 * kUnit);
@@ -58,16 +58,16 @@ TEST_F(TextMeasureTest, AnEmptyTextHasNoExtent) {
     EXPECT_EQ(Pieces(), 0u);
 }
 
-TEST_F(TextMeasureTest, AGivenWidthCutsPiecesWhereTheyStopFitting) {
+TEST_F(TextMeasureTest, AWidthCutsTheTextWhereItStopsFitting) {
     const platform::Extent extent = Measure("0123456789", 4 * kUnit + 5);
     EXPECT_EQ(extent.height, 3 * kLine); // 4, 4, 2
     EXPECT_EQ(extent.width, 4 * kUnit);
     EXPECT_EQ(Pieces(), 3u);
 }
 
-TEST_F(TextMeasureTest, NoWordIsKeptWhole) { EXPECT_EQ(Measure("ab cdef", 3 * kUnit).height, 3 * kLine); }
+TEST_F(TextMeasureTest, WordsAreCutToo) { EXPECT_EQ(Measure("ab cdef", 3 * kUnit).height, 3 * kLine); }
 
-TEST_F(TextMeasureTest, AWidthNarrowerThanACharacterTakesOneALine) {
+TEST_F(TextMeasureTest, AWidthNarrowerThanACharacterPutsOneOnALine) {
     EXPECT_EQ(Measure("abc", kUnit - 1).height, 3 * kLine);
     EXPECT_EQ(Measure("abc", 1).height, 3 * kLine);
     EXPECT_EQ(Measure("abc", -100).height, 3 * kLine);
@@ -75,7 +75,7 @@ TEST_F(TextMeasureTest, AWidthNarrowerThanACharacterTakesOneALine) {
     EXPECT_EQ(Measure("abc", INT64_MAX).height, kLine);
 }
 
-TEST_F(TextMeasureTest, NoCharacterOfTwoUnitsIsSplit) {
+TEST_F(TextMeasureTest, ASurrogatePairIsNotSplit) {
     constexpr const char* kFaces = "\xF0\x9F\x98\x80\xF0\x9F\x98\x81"; // two characters, four units
     EXPECT_EQ(Measure(kFaces, 1).height, 2 * kLine);
     EXPECT_EQ(Measure(kFaces, 3 * kUnit).height, 2 * kLine);
@@ -94,17 +94,17 @@ TEST_F(TextMeasureTest, ALongTextIsMeasuredInLinearTime) {
     EXPECT_EQ(Measure(text, 3'000 * kUnit).height, 67 * kLine);
 }
 
-TEST_F(TextMeasureTest, TheFontOfTheViewMeasuresAndIsGivenBack) {
+TEST_F(TextMeasureTest, MeasuringUsesTheFontOfTheViewAndFreesIt) {
     CExpressionScope view(&rootScope);
     view.DefineString("name", "OK");
     view.DefineNumber("font", 32001);
-    MeasureName(box, view, 0);
+    (void)MeasureName(box, view, 0);
     EXPECT_EQ(headless::CallsOf("MakeFont").back().numbers[1], 700);
     EXPECT_TRUE(headless::State().fonts.empty());
     EXPECT_EQ(box.font, nullptr);
 }
 
-TEST_F(TextMeasureTest, BytesThatAreNoTextAreRefusedAndNothingLeaks) {
+TEST_F(TextMeasureTest, InvalidUtf8ThrowsAndLeaksNothing) {
     EXPECT_ANY_THROW(Measure("a\xE3"));
     EXPECT_TRUE(headless::State().fonts.empty());
 }
@@ -118,9 +118,9 @@ TEST(LongestItem, IsTheLongestEntryByBytesWithItsBraces) {
         {"", u""},
         {"One{1}", u"One{1}"},
         {"One{1};Three{3};Two{2}", u"Three{3}"},
-        // A tie goes to the earlier entry.
+        // Of equals, the first.
         {"One{1};Two{2};x", u"One{1}"},
-        // The very last entry counts one byte short, and is measured whole.
+        // The very last entry counts as one byte shorter, but is measured whole.
         {"One{1};Four{4}", u"One{1}"},
         {"One{1};Three{3}", u"Three{3}"},
         // After a trailing semicolon it is the empty one.
@@ -130,7 +130,7 @@ TEST(LongestItem, IsTheLongestEntryByBytesWithItsBraces) {
     };
     for (const Case& test : cases) {
         headless::Reset();
-        MeasureLongestItem(test.items);
+        (void)MeasureLongestItem(test.items);
         EXPECT_EQ(headless::CallsOf("MeasureText").back().text, test.measured) << test.items;
         EXPECT_TRUE(headless::State().fonts.empty());
     }

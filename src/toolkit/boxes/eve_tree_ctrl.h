@@ -1,19 +1,14 @@
-// Lists and trees: made empty, the host fills them by native messages.
+// A tree, of the keyword `table`. It is made empty; the host fills it by native messages.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 
-class CEveListBox : public CEveBox {
-public:
-    CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-};
-
-// Keyword `table`. Buttons and lines unless `has_buttons` and `has_lines` say otherwise.
 class CEveTreeCtrl : public CEveBox {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
+    // The tree has buttons and lines unless `has_buttons` and `has_lines` say otherwise.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
 };
 

@@ -1,4 +1,4 @@
-#include "toolkit/boxes/eve_pictures.h"
+#include "toolkit/boxes/eve_icon.h"
 
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_maker.h"
@@ -14,12 +14,6 @@ namespace {
 constexpr std::int16_t kLogoShift = 20;
 
 } // namespace
-
-CEveBox* CEvePicture::Create(CExpressionScope& attributes, CEveBox* parentBox) {
-    CEveBox::Create(attributes, parentBox);
-    MakeControl(*this, attributes, {u"static", style::kChild | style::kStaticBitmap, extended::kTopMost});
-    return this;
-}
 
 void CEveIcon::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);

@@ -1,4 +1,4 @@
-#include "toolkit/boxes/eve_lists.h"
+#include "toolkit/boxes/eve_tree_ctrl.h"
 
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_maker.h"
@@ -8,13 +8,12 @@ namespace brixen::zeve {
 
 namespace {
 
-constexpr std::int16_t kListGrowth = 14;
 constexpr std::uint32_t kTreeStyle =
     style::kChild | style::kVisible | style::kBorder | style::kTabStop | style::kTreeDisableDragDrop;
 
 std::uint32_t TreeStyle(const CExpressionScope& attributes, const CEveBox& box) {
     std::uint32_t treeStyle = kTreeStyle;
-    // The same bit as kTreeHasButtons: a tall tree has buttons, asked for or not, and never twice.
+    // Kept: the same bit as kTreeHasButtons, so a tree that is higher than wide always has buttons.
     if (box.height > box.width) treeStyle |= style::kUpright;
     if (attributes.GetBooleanOr("has_buttons"_name, true)) treeStyle |= style::kTreeHasButtons;
     if (attributes.GetBooleanOr("has_lines"_name, true)) {
@@ -24,17 +23,6 @@ std::uint32_t TreeStyle(const CExpressionScope& attributes, const CEveBox& box) 
 }
 
 } // namespace
-
-CEveBox* CEveListBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
-    CEveBox::Create(attributes, parentBox);
-    height = CutTo16(height + kListGrowth);
-    MakeControl(*this, attributes,
-                {u"listbox",
-                 style::kChild | style::kVerticalScroll | style::kTabStop | style::kListWantKeyboard |
-                     style::kListNotify,
-                 extended::kField});
-    return this;
-}
 
 void CEveTreeCtrl::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);

@@ -1,20 +1,15 @@
-// Bitmaps and icons.
+// A system icon, by its number in `builtin_icon`.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
 
 namespace brixen::zeve {
 
-// An empty bitmap control; the host puts a picture into it.
-class CEvePicture : public CEveBox {
-public:
-    CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
-};
-
-// Shows the system's icon numbered `builtin_icon`, at the size of the icon that was prepared last.
 class CEveIcon : public CEveBox {
 public:
+    // Stores the size in the toolkit's state.
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;
+    // Kept: shows the icon at the size of the icon that was prepared last.
     CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override;
 };
 

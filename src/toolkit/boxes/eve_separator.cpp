@@ -1,0 +1,20 @@
+#include "toolkit/boxes/eve_separator.h"
+
+#include "toolkit/boxes/box_attributes.h"
+#include "toolkit/boxes/control_maker.h"
+#include "toolkit/control_styles.h"
+
+namespace brixen::zeve {
+
+void CEveSeparator::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
+    CEveBox::Prepare(viewAttributes, attributes);
+    DefineBarSize(viewAttributes, attributes, "gSeparatorHeight"_name);
+}
+
+CEveBox* CEveSeparator::Create(CExpressionScope& attributes, CEveBox* parentBox) {
+    CEveBox::Create(attributes, parentBox);
+    MakeControl(*this, attributes, {u"static", style::kChild | style::kStaticEtchedLine, extended::kTopMost});
+    return this;
+}
+
+} // namespace brixen::zeve

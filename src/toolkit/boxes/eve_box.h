@@ -39,6 +39,9 @@ public:
     // `honorSubCheck`, a box stores nothing unless it has a sub check that is set. Does nothing here.
     virtual void GetValue(EventRecord& record, bool honorSubCheck);
     [[nodiscard]] virtual bool GetSubCheck();
+    // Kept: does nothing and is replaced by no class. The number and the order of the virtual operations are
+    // fixed.
+    virtual void SpareOperation7() {}
     // Store the box's own state. A hidden parent keeps it hidden, a disabled parent disabled.
     virtual void SetVisible(bool isVisible);
     virtual void SetEnabled(bool isEnabled);
@@ -46,6 +49,8 @@ public:
     virtual void DisableSubCheck();
     // Shows the name text in the control.
     virtual void RefreshText();
+    // Kept: as SpareOperation7.
+    virtual void SpareOperation13() {}
 
     // Returns the window of this box or of the nearest parent that has one; null if none has.
     [[nodiscard]] NativeWindow TopLevelWindow() const;

@@ -7,6 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <iterator>
 
 namespace brixen::zeve {
 namespace {
@@ -18,6 +22,41 @@ protected:
     static bool IsShown(const CEveBox& box) { return WindowOf(box).style & kShown; }
     static bool IsUsable(const CEveBox& box) { return !(WindowOf(box).style & kDisabled); }
 };
+
+// --- Virtual operations
+
+// The entry of a virtual operation in the table of its class, as the compilers of this project encode it in a
+// pointer to a member function.
+template <class Operation>
+std::uintptr_t TableEntry(Operation operation) {
+    static_assert(sizeof operation == 2 * sizeof(std::uintptr_t));
+    const auto words = std::bit_cast<std::array<std::uintptr_t, 2>>(operation);
+    EXPECT_EQ(words[0] % sizeof(void*), 1u) << "not virtual";
+    return words[0] / sizeof(void*);
+}
+
+TEST_F(EveBoxTest, VirtualOperationsHaveAFixedOrder) {
+    const std::uintptr_t entries[] = {
+        TableEntry(&CEveBox::Prepare),         TableEntry(&CEveBox::Create),
+        TableEntry(&CEveBox::SetValue),        TableEntry(&CEveBox::SetSubCheck),
+        TableEntry(&CEveBox::GetValue),        TableEntry(&CEveBox::GetSubCheck),
+        TableEntry(&CEveBox::SpareOperation7), TableEntry(&CEveBox::SetVisible),
+        TableEntry(&CEveBox::SetEnabled),      TableEntry(&CEveBox::EnableSubCheck),
+        TableEntry(&CEveBox::DisableSubCheck), TableEntry(&CEveBox::RefreshText),
+        TableEntry(&CEveBox::SpareOperation13)};
+    // The destructor has two entries, 0 and 1.
+    for (std::size_t i = 0; i < std::size(entries); ++i) EXPECT_EQ(entries[i], i + 2) << i;
+}
+
+TEST_F(EveBoxTest, TheSpareOperationsDoNothing) {
+    CEveBox& box = Make("edit_text", {{"name", "text"}, {"check_box_aware", 1}});
+    headless::State().calls.clear();
+    box.SpareOperation7();
+    box.SpareOperation13();
+    EXPECT_TRUE(headless::State().calls.empty());
+    EXPECT_TRUE(box.visible && box.enabled);
+    EXPECT_EQ(box.nameText, "text");
+}
 
 // --- Binding
 

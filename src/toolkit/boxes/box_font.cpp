@@ -5,8 +5,8 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/wide_text.h"
 #include "values/unicode/character_borders.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
@@ -100,7 +100,7 @@ void SetFontLanguage(std::string_view languageInfo) {
 
 void LookUpBigFace() {
     const std::string face = ZeveTranslate(kBigFaceKey);
-    if (IsLongerThanOneCharacter(face)) gToolkit.bigFace = WideText(face);
+    if (IsLongerThanOneCharacter(face)) gToolkit.bigFace = lyr::gen::ToUtf16(face, true);
 }
 
 bool IsRightFont(std::int64_t fontNumber) {

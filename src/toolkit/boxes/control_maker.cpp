@@ -9,9 +9,9 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
 #include "values/unicode/ascii.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
@@ -64,7 +64,7 @@ ControlKind FinalKind(const CExpressionScope& attributes, ControlKind kind) {
 }
 
 NativeWindow MakeWindowOf(CEveBox& box, const CExpressionScope& attributes, const ControlKind& kind) {
-    const std::u16string text = WideText(box.nameText);
+    const std::u16string text = lyr::gen::ToUtf16(box.nameText, true);
     platform::WindowRequest request;
     request.extendedStyle = kind.extendedStyle;
     request.className = kind.className;

@@ -6,8 +6,8 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/layout/layout.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
+#include "values/unicode/text_conversion.h"
 
 #include <utility>
 
@@ -70,12 +70,12 @@ CEveBox* CEveBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 
 void CEveBox::SetTextById(std::string_view text) const {
     if (!control) return;
-    platform::SetControlText(platform::TopLevelOf(control), viewId, WideText(text).c_str());
+    platform::SetControlText(platform::TopLevelOf(control), viewId, lyr::gen::ToUtf16(text, true).c_str());
 }
 
 std::string CEveBox::TextById() const {
     if (!control) return {};
-    return NarrowText(platform::ControlText(platform::TopLevelOf(control), viewId));
+    return lyr::gen::ToUtf8(platform::ControlText(platform::TopLevelOf(control), viewId), true);
 }
 
 void CEveBox::BindToParent(CEveBox* parentBox) {
@@ -121,7 +121,7 @@ void CEveBox::DisableSubCheck() {
     if (subControl) platform::Enable(subControl, false);
 }
 
-void CEveBox::RefreshText() { platform::SetText(control, WideText(nameText).c_str()); }
+void CEveBox::RefreshText() { platform::SetText(control, lyr::gen::ToUtf16(nameText, true).c_str()); }
 
 NativeWindow CEveBox::TopLevelWindow() const {
     const CEveBox* box = this;

@@ -86,7 +86,8 @@ protected:
     void TearDown() noexcept;
 
     // Set and read the text of the first control of the dialog that has the box's id. A box without control
-    // changes nothing and returns an empty text.
+    // changes nothing and returns an empty text. A lone surrogate in a field is returned as three bytes,
+    // which show it again.
     void SetTextById(std::string_view text) const;
     [[nodiscard]] std::string TextById() const;
 

@@ -7,8 +7,8 @@
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/wide_text.h"
 #include "values/unicode/character_borders.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
@@ -63,7 +63,7 @@ CEveBox* CEveButton::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 
 void CEveButton::SetValue(const EventRecord& record) {
     const std::string_view label = ReadTextOrFourCharCode(record, kKeySetValue);
-    platform::SetText(control, WideText(CutToCharacters(label, kLabelCharacters)).c_str());
+    platform::SetText(control, lyr::gen::ToUtf16(CutToCharacters(label, kLabelCharacters), true).c_str());
 }
 
 } // namespace brixen::zeve

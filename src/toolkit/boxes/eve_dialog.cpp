@@ -6,8 +6,8 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
+#include "values/unicode/text_conversion.h"
 
 namespace brixen::zeve {
 
@@ -76,7 +76,7 @@ std::u16string CEveDialog::ClassName(bool isSystemDialog) {
 NativeWindow CEveDialog::MakeDialogWindow(const CExpressionScope& attributes) {
     instance = ReferenceFrom<NativeModuleTag>(attributes.GetLongOr("__hInstance"_name, 0));
     const std::u16string className = ClassName(attributes.GetBooleanOr("create_system_dialog"_name, true));
-    const std::u16string title = WideText(nameText);
+    const std::u16string title = lyr::gen::ToUtf16(nameText, true);
     const platform::Extent area = platform::WorkArea();
     platform::WindowRequest request;
     request.extendedStyle =

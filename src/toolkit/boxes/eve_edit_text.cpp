@@ -7,8 +7,8 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
@@ -68,7 +68,8 @@ void CEveEditText::GetValue(EventRecord& record, bool honorSubCheck) {
     if ((honorSubCheck && !GetSubCheck()) || !control || readOnly) return;
     const std::string text = TextById();
     if (testsAscii && !IsAscii(text)) {
-        platform::ShowErrorMessage(TopLevelWindow(), WideText(ShownText(kNotAsciiMessage)).c_str());
+        platform::ShowErrorMessage(TopLevelWindow(),
+                                   lyr::gen::ToUtf16(ShownText(kNotAsciiMessage), true).c_str());
         return;
     }
     StoreNewText(record, text);

@@ -7,8 +7,8 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/wide_text.h"
 #include "toolkit/window_messages.h"
+#include "values/unicode/text_conversion.h"
 
 namespace brixen::zeve {
 
@@ -59,7 +59,7 @@ CEveBox* CEvePopup::Create(CExpressionScope& attributes, CEveBox* parentBox) {
 void CEvePopup::Fill() {
     items = ParseItemList(ShownText(itemsKey), Separators::kDrop);
     for (const ListItem& item : items) {
-        const std::u16string label = WideText(item.label);
+        const std::u16string label = lyr::gen::ToUtf16(item.label, true);
         platform::Send(control, kComboAddString, 0, reinterpret_cast<std::intptr_t>(label.c_str()));
     }
 }

@@ -4,7 +4,7 @@
 #include "toolkit/boxes/control_maker.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/wide_text.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <string_view>
@@ -16,7 +16,7 @@ namespace {
 void InsertTabs(NativeWindow control, std::string_view names) {
     for (std::int32_t index = 0;; ++index) {
         const std::size_t end = names.find(';');
-        platform::InsertTab(control, index, WideText(names.substr(0, end)).c_str());
+        platform::InsertTab(control, index, lyr::gen::ToUtf16(names.substr(0, end), true).c_str());
         if (end == std::string_view::npos) return;
         names.remove_prefix(end + 1);
     }

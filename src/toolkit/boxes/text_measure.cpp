@@ -3,8 +3,8 @@
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/box_font.h"
 #include "toolkit/boxes/eve_box.h"
-#include "toolkit/wide_text.h"
 #include "values/unicode/character_borders.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>
@@ -87,14 +87,14 @@ platform::Extent MeasureName(CEveBox& box, const CExpressionScope& viewAttribute
     const std::string& measured = alternative.size() > box.nameText.size() ? alternative : box.nameText;
     LookUpBigFace();
     const OwnedFont font(MakeBoxFont(viewAttributes, platform::ScreenResolution()));
-    const std::u16string text = WideText(measured);
+    const std::u16string text = lyr::gen::ToUtf16(measured, true);
     return width == 0 ? platform::MeasureText(font.get(), text)
                       : MeasurePieces(font.get(), text, CutTo32(width));
 }
 
 platform::Extent MeasureLongestItem(std::string_view items) {
     const OwnedFont font(MakeNarrowFont(platform::ScreenResolution()));
-    return platform::MeasureText(font.get(), WideText(LongestEntry(items)));
+    return platform::MeasureText(font.get(), lyr::gen::ToUtf16(LongestEntry(items), true));
 }
 
 } // namespace brixen::zeve

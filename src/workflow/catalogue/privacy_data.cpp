@@ -1,6 +1,6 @@
 #include "workflow/catalogue/privacy_data.h"
 
-#include "toolkit/wide_text.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/resources/resource_layer.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace {
 std::u16string LabelOf(const StatementLanguage& language) {
     try {
         // A popup shows no more than what stands before a NUL.
-        return zeve::WideText(language.name.empty() ? language.locale : language.name).c_str();
+        return lyr::gen::ToUtf16(language.name.empty() ? language.locale : language.name, true).c_str();
     } catch (const lyr::gen::illegal_utf_sequence&) {
         return {};
     }

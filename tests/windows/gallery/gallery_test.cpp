@@ -9,7 +9,7 @@
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/wide_text.h"
+#include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ std::string GalleryText() {
 }
 
 std::wstring Wide(const std::string& text) {
-    const std::u16string wide = WideText(text);
+    const std::u16string wide = lyr::gen::ToUtf16(text, true);
     return {wide.begin(), wide.end()};
 }
 

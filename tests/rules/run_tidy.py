@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""run_tidy.py BUILD: runs clang-tidy with the checked-in configuration over all C++ code; BUILD holds a compilation
+database of the native build.
+
+Most of clang-tidy's time goes into system headers, so the files of a folder are checked together as one translation
+unit. Files that define the same private name go into different units, and a unit that does not compile is checked
+file by file."""
+
+import concurrent.futures
+import json
+import os
+import pathlib
+import re
+import shlex
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+FOLDERS = ("src", "tools", "tests", "bench", "examples")
+LIMIT = 16  # files in a unit; a larger one keeps one processor busy while the other waits
+MINGW = "/usr/lib/gcc/x86_64-w64-mingw32"
+# The head of a definition that begins in the first column, up to its name; a member's name has a class before it.
+DEFINITION = re.compile(r"^(?!namespace|using namespace|template|TEST|extern|static_assert)\w[^({=;\n]*?(::)?\b(\w+)(?:\s*[({=;\[]| :)", re.M)
+
+
+def windows_flags():
+    """Options with which clang reads the headers of MinGW's libraries."""
+    version = sorted(pathlib.Path(MINGW).glob("*-posix"))[-1]
+    headers = version / "include" / "c++"
+    return ["--target=x86_64-w64-windows-gnu", "-nostdinc++",
+            *(f"-isystem{path}" for path in (headers, headers / "x86_64-w64-mingw32", headers / "backward")),
+            "-DUNICODE", "-D_UNICODE", "-DNOMINMAX", "-DWIN32_LEAN_AND_MEAN", "-D_WIN32_WINNT=0x0601"]
+
+
+def own_files():
+    listed = subprocess.run(["git", "ls-files", *FOLDERS], cwd=ROOT, check=True, capture_output=True, text=True).stdout
+    return [name for name in listed.split() if name.endswith(".cpp")]
+
+
+def native_flags(build):
+    """What the native build defines and includes: {file: [option, ...]}."""
+    flags = {}
+    for entry in json.loads((pathlib.Path(build) / "compile_commands.json").read_text()):
+        name = os.path.relpath(entry["file"], ROOT)
+        words = shlex.split(entry["command"])
+        flags[name] = [word for word in words if re.match(r"-(?:I|D|isystem)", word) and "cmake_pch" not in word]
+        flags[name] += [f"-isystem{path}" for word, path in zip(words, words[1:]) if word == "-isystem"]
+    return flags
+
+
+def flags_of(name, native):
+    """None for a file that no build here compiles."""
+    own = [f"-I{ROOT / folder}" for folder in ("src", "include", "tests", ".")]
+    if name.startswith("bench/") and "/windows/" not in name:
+        return own
+    if "/win32/" in name or name.startswith(("tests/windows/", "bench/windows/")):
+        return [*windows_flags(), *own, "-isystem/usr/src/googletest/googletest/include",
+                "-isystem/usr/src/googletest/googlemock/include", '-DPAVANE_TEST_DATA="."']
+    return native.get(name)
+
+
+def private_names(text):
+    return {name for member, name in DEFINITION.findall(text) if not member}
+
+
+def units_of(names, native):
+    """Groups files that can be checked together: [(flags, [file, ...])]."""
+    units = []
+    for name in names:
+        flags = flags_of(name, native)
+        if flags is None:
+            print(f"{name}: not in the native build, left out")
+            continue
+        key = (name.split("/")[:3 if name.startswith("tests") else 2], sorted(set(flags)))
+        defined = private_names((ROOT / name).read_text(encoding="utf-8"))
+        for unit in units:
+            if unit["key"] == key and len(unit["files"]) < LIMIT and not unit["names"] & defined:
+                unit["files"].append(name)
+                unit["names"] |= defined
+                break
+        else:
+            units.append({"key": key, "flags": flags, "files": [name], "names": set(defined)})
+    return [(unit["flags"], unit["files"]) for unit in units]
+
+
+def tidy(path, flags):
+    checks = "--checks=-bugprone-suspicious-include" # a unit includes source files
+    command = ["clang-tidy", "--quiet", f"--config-file={ROOT / '.clang-tidy'}", checks, str(path), "--", "-std=c++20",
+               "-Wno-pragma-once-outside-header", *flags]
+    ran = subprocess.run(command, capture_output=True, text=True)
+    lines = [line for line in ran.stdout.splitlines() if line.strip()]
+    return ran.returncode, lines
+
+
+def check_unit(unit):
+    flags, files = unit
+    if len(files) == 1:
+        code, lines = tidy(ROOT / files[0], flags)
+        return lines if code else []
+    with tempfile.TemporaryDirectory() as folder:
+        together = pathlib.Path(folder) / "unit.cpp"
+        together.write_text("".join(f'#include "{ROOT / name}"\n' for name in files))
+        code, lines = tidy(together, flags)
+    if code and any("clang-diagnostic-error" in line for line in lines):
+        return [line for name in files for line in check_unit((flags, [name]))]
+    return lines if code else []
+
+
+def main():
+    build = sys.argv[1]
+    units = units_of(own_files(), native_flags(build))
+    problems = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        for lines in pool.map(check_unit, units):
+            problems += sum(": error:" in line or ": warning:" in line for line in lines)
+            for line in lines:
+                print(line)
+    print(f"clang-tidy: {sum(len(files) for _, files in units)} files in {len(units)} units, {problems} problems")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -255,7 +255,9 @@ TEST_F(ControlMakerTest, ARefusedControlLeavesAWorkingBox) {
         CEveBox& refused = Make(keyword, {{"name", "x"}, {"items", "One{1}"}, {"default", 1}});
         SetText(refused, "1");
         refused.RefreshText();
-        if (std::string_view(keyword) != "static_text_enum") EXPECT_EQ(Value(refused), "<none>") << keyword;
+        if (std::string_view(keyword) != "static_text_enum") {
+            EXPECT_EQ(Value(refused), "<none>") << keyword;
+        }
     }
 }
 

@@ -5,7 +5,7 @@
 #include "view/express_view_scope.h"
 #include "view/reader/statement_reader.h"
 #include "view/verify_generator.h"
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include <benchmark/benchmark.h>
 

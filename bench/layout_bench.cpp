@@ -1,14 +1,13 @@
 // The layout alone: direction, measure and place over a tree that is finished but for it.
 #include "bench/sample_views.h"
 #include "toolkit/layout/layout.h"
-#include "toolkit/layout/view_proxy.h"
+#include "toolkit/layout/view_tree.h"
 #include "view/verify_generator.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
 #include <initializer_list>
-#include <memory>
 #include <utility>
 
 namespace bench {
@@ -21,32 +20,31 @@ class SampleTree {
 public:
     explicit SampleTree(std::int64_t nodeCount) : left(nodeCount) {
         space.DefineNumber("gSpace"_name, kSampleSpace);
-        root = View({{"margin"_name, 12}, {"child_horizontal"_name, kAlignFill}});
-        while (left > 0) root->children.push_back(Section());
+        while (left > 0) root.children.Append(Section());
     }
-    ViewProxy& Root() { return *root; }
+    ViewProxy& Root() { return root; }
 
 private:
     using Attributes = std::initializer_list<std::pair<ScopeName, std::int64_t>>;
 
-    std::unique_ptr<ViewProxy> View(Attributes attributes) {
+    ViewProxy& View(Attributes attributes) {
         --left;
         CExpressionScope head(&space);
         for (const auto& [name, value] : attributes) head.DefineNumber(name, value);
-        return std::make_unique<ViewProxy>(generator, "view", head, nullptr, ViewInheritance{});
+        return tree.Make("view", head, nullptr, {});
     }
-    std::unique_ptr<ViewProxy> Section() {
-        auto section = View({{"margin"_name, 8}, {"horizontal"_name, kAlignFill}});
-        for (int row = 0; row < 4 && left > 0; ++row) section->children.push_back(Row());
+    ViewProxy& Section() {
+        ViewProxy& section = View({{"margin"_name, 8}, {"horizontal"_name, kAlignFill}});
+        for (int row = 0; row < 4 && left > 0; ++row) section.children.Append(Row());
         return section;
     }
-    std::unique_ptr<ViewProxy> Row() {
-        auto row =
+    ViewProxy& Row() {
+        ViewProxy& row =
             View({{"placement"_name, kPlaceRow}, {"margin_left"_name, 4}, {"horizontal"_name, kAlignFill}});
-        for (int control = 0; control < 3 && left > 0; ++control) row->children.push_back(Control());
+        for (int control = 0; control < 3 && left > 0; ++control) row.children.Append(Control());
         return row;
     }
-    std::unique_ptr<ViewProxy> Control() {
+    ViewProxy& Control() {
         return View({{"width"_name, 92},
                      {"height"_name, 16},
                      {"horizontal"_name, kAlignProportional},
@@ -54,9 +52,10 @@ private:
     }
 
     CVerifyGenerator generator;
+    ViewTree tree{generator};
     CExpressionScope space;
     std::int64_t left; // views still to be made
-    std::unique_ptr<ViewProxy> root;
+    ViewProxy& root = View({{"margin"_name, 12}, {"child_horizontal"_name, kAlignFill}});
 };
 
 void Layout(benchmark::State& state) {

@@ -13,7 +13,7 @@
 #include "toolkit/view_constants.h"
 #include "toolkit/dialog/zeve_generator.h"
 #include "view/verify_generator.h"
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include <memory>
 #include <stdexcept>

@@ -1,28 +1,32 @@
-// The arithmetic of the layout: where every view of a finished tree goes, in whole pixels, once. Nothing here
-// knows windows, fonts or boxes. Sums are made in 64 bits and cut to 32 when they are stored; nothing is
-// refused and nothing fails, negative sizes pass through.
+// The arithmetic of the layout: the place of every view of a finished tree, in whole pixels. Nothing here
+// knows windows, fonts or boxes.
+//
+// Sums are made in 64 bits and cut to 32 bits when they are stored. Nothing is refused and nothing fails;
+// negative sizes pass through.
 #pragma once
+
+#include "toolkit/layout/view_proxy.h"
 
 #include <cstdint>
 
 namespace brixen::zeve {
 
-class ViewProxy;
+// Added to the top of the children of an outermost offscreen view; a box whose top is greater subtracts it.
+inline constexpr std::int32_t kOffscreenDistance = 10000;
 
-// All passes, to be run once over a tree: afterward its sizes, and its positions relative to the parent, are
-// final. Children of views with `reverse` are in reverse order from here on.
-void LayOut(ViewProxy& root, bool rightToLeft);
+// Each pass walks the whole tree once and recurses as deep as the tree is.
 
-// The single passes. Each walks the whole tree once and recurses as deep as the tree is.
-
-// Sets `rtl` everywhere, and, children before their parents, finds the outsets, the label columns and the
-// smallest sizes that hold all children. Direction and measure share a walk: neither reads what the other
-// writes.
+// Sets `rtl` everywhere. Finds, children before their parents, the outsets, the label columns, and the
+// smallest sizes that hold all children. Reverses the children of views with `reverse`.
 void Measure(ViewProxy& view, bool rtl);
-// Parents before their children: positions, and the sizes of those that fill.
+// Sets, parents before their children, the positions relative to the parent, and the sizes of views that
+// fill.
 void Place(ViewProxy& view);
 
-// Added to the top of what an outermost offscreen view holds; a box whose top is greater takes it back.
-inline constexpr std::int32_t kOffscreenDistance = 10000;
+// Runs all passes. Call it once for a tree; its sizes and positions are final afterward.
+inline void LayOut(ViewProxy& root, bool rightToLeft) {
+    Measure(root, rightToLeft && !root.alwaysL2R);
+    Place(root);
+}
 
 } // namespace brixen::zeve

@@ -1,8 +1,9 @@
 #include "toolkit/layout/layout.h"
-#include "toolkit/layout/arithmetic.h"
+#include "toolkit/layout/pixel_sum.h"
 #include "toolkit/layout/view_proxy.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace brixen::zeve {
 namespace {
@@ -17,18 +18,17 @@ void AbsorbTopAndBottomOutsets(ViewProxy& view, const ViewProxy& first, const Vi
     Raise(view.bottomOutset, PixelSum{last.bottomOutset} - view.marginBottom);
 }
 
-bool StandsInLabelColumn(const ViewProxy& child) {
+bool SharesLabelColumn(const ViewProxy& child) {
     return child.horizontal == kAlignNone || child.horizontal == kAlignFill || child.horizontal == kAlignLeft;
 }
 
-// The widths that a column's children ask for: those with labels share one edge, the others stand alone.
+// The widths of the children of a column. Those with labels share one edge.
 struct ColumnWidths {
     PixelSum labels = 0, rest = 0, plain = 0;
 
     void Add(ViewProxy& column, const ViewProxy& child) {
-        if (!StandsInLabelColumn(child)) {
-            plain =
-                std::max<PixelSum>(plain, child.width); // without inset: it only moves a child at the left
+        if (!SharesLabelColumn(child)) {
+            plain = std::max<PixelSum>(plain, child.width); // the inset moves a child at the left alone
         } else if (child.hasLabel) {
             column.hasLabel = true;
             labels = std::max<PixelSum>(labels, child.labelWidth);
@@ -41,54 +41,54 @@ struct ColumnWidths {
 };
 
 void MeasureColumn(ViewProxy& view) {
-    AbsorbTopAndBottomOutsets(view, *view.children.front(), *view.children.back());
+    AbsorbTopAndBottomOutsets(view, view.children.Front(), view.children.Back());
     ColumnWidths widths;
     PixelSum heights = 0;
-    for (const auto& child : view.children) {
-        AbsorbSideOutsets(view, *child);
-        widths.Add(view, *child);
-        heights += child->height;
+    for (const ViewProxy& child : view.children) {
+        AbsorbSideOutsets(view, child);
+        widths.Add(view, child);
+        heights += child.height;
     }
     view.childHeightSum = Cut(heights);
     if (view.hasLabel) Raise(view.labelWidth, widths.labels + view.marginLeft);
-    Raise(view.height, heights + view.marginTop + view.marginBottom + Gaps(view));
+    Raise(view.height, heights + view.marginTop + view.marginBottom + view.Gaps());
     Raise(view.width, widths.Content() + view.marginLeft + view.marginRight);
 }
 
-// A row takes its own outset off what the child at its end asks for, where a column does not: meant, views
-// rely on it.
+// Kept: a row subtracts its own outset from the outset of the child at its end, unlike a column; views rely
+// on it.
 void RaiseRowOutset(std::int32_t& outset, std::int32_t childOutset, std::int32_t margin) {
     Raise(outset, std::max<PixelSum>(PixelSum{childOutset} - margin, 0) - outset);
 }
 
 void MeasureRow(ViewProxy& view) {
-    const ViewProxy& first = *view.children.front();
+    const ViewProxy& first = view.children.Front();
     RaiseRowOutset(view.leftOutset, first.leftOutset, view.marginLeft);
-    RaiseRowOutset(view.rightOutset, view.children.back()->rightOutset, view.marginRight);
-    if (JoinsLabelColumn(first)) {
+    RaiseRowOutset(view.rightOutset, view.children.Back().rightOutset, view.marginRight);
+    if (first.JoinsLabelColumn()) {
         view.hasLabel = true;
         view.labelWidth = Cut(PixelSum{first.labelWidth} + view.leftOutset + view.marginLeft);
     }
     PixelSum widths = 0, below = 0;
-    for (const auto& child : view.children) {
-        Raise(view.topInset, child->topInset);
-        below = std::max(below, PixelSum{child->height} - child->topInset);
-        AbsorbTopAndBottomOutsets(view, *child, *child);
-        widths += child->width;
+    for (const ViewProxy& child : view.children) {
+        Raise(view.topInset, child.topInset);
+        below = std::max(below, PixelSum{child.height} - child.topInset);
+        AbsorbTopAndBottomOutsets(view, child, child);
+        widths += child.width;
     }
     view.childWidthSum = Cut(widths);
     Raise(view.height, PixelSum{view.marginTop} + view.marginBottom + view.topInset + below);
-    Raise(view.width, widths + view.marginLeft + view.marginRight + Gaps(view));
+    Raise(view.width, widths + view.marginLeft + view.marginRight + view.Gaps());
 }
 
-// The children lie on top of each other: the largest decides, and there are no gaps.
+// The children lie on top of each other, so the largest decides and there are no gaps.
 void MeasureOffscreen(ViewProxy& view) {
     PixelSum widest = 0, highest = 0;
-    for (const auto& child : view.children) {
-        AbsorbTopAndBottomOutsets(view, *child, *child);
-        AbsorbSideOutsets(view, *child);
-        widest = std::max<PixelSum>(widest, child->width);
-        highest = std::max<PixelSum>(highest, child->height);
+    for (const ViewProxy& child : view.children) {
+        AbsorbTopAndBottomOutsets(view, child, child);
+        AbsorbSideOutsets(view, child);
+        widest = std::max<PixelSum>(widest, child.width);
+        highest = std::max<PixelSum>(highest, child.height);
     }
     Raise(view.height, highest + view.marginTop + view.marginBottom);
     Raise(view.width, widest + view.marginLeft + view.marginRight);
@@ -98,14 +98,14 @@ void MeasureOffscreen(ViewProxy& view) {
 
 void Measure(ViewProxy& view, bool rtl) {
     view.rtl = rtl;
-    if (view.children.empty()) return;
-    for (const auto& child : view.children) Measure(*child, rtl);
-    if (view.reverse) std::reverse(view.children.begin(), view.children.end());
+    if (view.children.IsEmpty()) return;
+    for (ViewProxy& child : view.children) Measure(child, rtl);
+    if (view.reverse) view.children.Reverse();
     switch (view.placement) {
     case kPlaceColumn: MeasureColumn(view); break;
     case kPlaceRow: MeasureRow(view); break;
     case kPlaceOffscreen: MeasureOffscreen(view); break;
-    default: break; // an unknown placement is placed as a column, but measured as nothing: meant
+    default: break; // Kept: an unknown placement is not measured, but placed as a column.
     }
 }
 

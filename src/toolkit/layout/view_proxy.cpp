@@ -1,6 +1,5 @@
 #include "toolkit/layout/view_proxy.h"
 
-#include <iterator>
 #include <utility>
 
 namespace brixen::zeve {
@@ -27,39 +26,56 @@ std::int32_t IntOr(const CExpressionScope& attributes, const ScopeName& name, st
 
 } // namespace
 
-ViewProxy::ViewProxy(CGenerator& generator, std::string_view viewKeyword, CExpressionScope& viewAttributes,
-                     ViewProxy* enclosing, const ViewInheritance& inherited)
-    : offscreen(inherited.offscreen), inheritedHorizontal(inherited.horizontal),
-      inheritedVertical(inherited.vertical), parent(enclosing), viewName(viewKeyword),
-      attributes(nullptr, nullptr, &generator.pool) {
+void ViewList::Append(ViewProxy& view) {
+    (last ? last->next : first) = &view;
+    last = &view;
+    ++count;
+}
+
+void ViewList::Splice(ViewList& other) {
+    if (other.IsEmpty()) return;
+    (last ? last->next : first) = other.first;
+    last = other.last;
+    count += other.count;
+    other = {};
+}
+
+void ViewList::Reverse() {
+    last = first;
+    ViewProxy* reversed = nullptr;
+    for (ViewProxy* view = first; view;) {
+        ViewProxy* const following = std::exchange(view->next, reversed);
+        reversed = std::exchange(view, following);
+    }
+    first = reversed;
+}
+
+ViewDetails::ViewDetails(CGenerator& generator, std::string_view keyword, ViewProxy* enclosing,
+                         const ViewInheritance& inherited)
+    : viewName(keyword), attributes(nullptr, nullptr, &generator.pool), parent(enclosing),
+      inheritedHorizontal(inherited.horizontal), inheritedVertical(inherited.vertical) {}
+
+ViewProxy::ViewProxy(ViewDetails& itsDetails, CGenerator& generator, CExpressionScope& viewAttributes,
+                     bool isOffscreen)
+    : details(itsDetails), offscreen(isOffscreen) {
+    CExpressionScope& attributes = details.attributes;
     CopyAttributes(viewAttributes);
-    InheritNumber(attributes, "horizontal"_name, inheritedHorizontal);
-    InheritNumber(attributes, "vertical"_name, inheritedVertical);
-    generator.PrepareView(viewName, viewAttributes, attributes);
+    InheritNumber(attributes, "horizontal"_name, details.inheritedHorizontal);
+    InheritNumber(attributes, "vertical"_name, details.inheritedVertical);
+    generator.PrepareView(details.viewName, viewAttributes, attributes);
     ReadAttributes(viewAttributes);
 }
 
-ViewProxy::~ViewProxy() = default;
-
-void ViewProxy::SpliceChildren(ViewProxyList&& views) {
-    if (children.empty()) {
-        children = std::move(views);
-    } else {
-        children.insert(children.end(), std::make_move_iterator(views.begin()),
-                        std::make_move_iterator(views.end()));
-    }
-    views.clear();
-}
-
 void ViewProxy::CopyAttributes(const CExpressionScope& viewAttributes) {
-    for (const ScopeName& name : kCopiedBooleans) CopyBoolean(attributes, viewAttributes, name);
-    CopyNumbers(attributes, viewAttributes, kCopiedNumbers);
+    for (const ScopeName& name : kCopiedBooleans) CopyBoolean(details.attributes, viewAttributes, name);
+    CopyNumbers(details.attributes, viewAttributes, kCopiedNumbers);
 }
 
 // A name that is absent leaves its field as it is, so the order counts wherever one field is another's
 // default.
 void ViewProxy::ReadAttributes(const CExpressionScope& viewAttributes) {
-    attributes.GetBoolean("alwaysL2R"_name, &alwaysL2R);
+    const CExpressionScope& attributes = details.attributes;
+    alwaysL2R = attributes.GetBooleanOr("alwaysL2R"_name, false);
     attributes.GetInt("width"_name, &width);
     attributes.GetInt("height"_name, &height);
     attributes.GetInt("inset"_name, &inset);
@@ -67,20 +83,22 @@ void ViewProxy::ReadAttributes(const CExpressionScope& viewAttributes) {
     attributes.GetInt("horizontal"_name, &horizontal);
     attributes.GetInt("vertical"_name, &vertical);
     if (!attributes.GetInt("spacing"_name, &spacing)) viewAttributes.GetInt("gSpace"_name, &spacing);
-    attributes.GetBoolean("reverse"_name, &reverse);
+    reverse = attributes.GetBooleanOr("reverse"_name, false);
     attributes.GetInt("placement"_name, &placement);
-    if (placement == kPlaceOffscreen) childHorizontal = kAlignFill;
-    attributes.GetInt("child_horizontal"_name, &childHorizontal);
-    attributes.GetInt("child_vertical"_name, &childVertical);
+    if (placement == kPlaceOffscreen) details.childHorizontal = kAlignFill;
+    attributes.GetInt("child_horizontal"_name, &details.childHorizontal);
+    attributes.GetInt("child_vertical"_name, &details.childVertical);
     ReadMargins();
-    attributes.GetInt("left_offset"_name, &leftOffset);
-    attributes.GetInt("top_offset"_name, &topOffset);
+    attributes.GetInt("left_offset"_name, &details.leftOffset);
+    attributes.GetInt("top_offset"_name, &details.topOffset);
+    hasOffset = details.leftOffset != 0 || details.topOffset != 0;
     hasLabel = attributes.GetInt("label_width"_name, &labelWidth);
 }
 
 void ViewProxy::ReadOutsets() {
-    attributes.GetInt("outset"_name, &outset);
-    topOutset = leftOutset = bottomOutset = rightOutset = outset;
+    const CExpressionScope& attributes = details.attributes;
+    attributes.GetInt("outset"_name, &details.outset);
+    topOutset = leftOutset = bottomOutset = rightOutset = details.outset;
     attributes.GetInt("top_inset"_name, &topInset);
     attributes.GetInt("top_outset"_name, &topOutset);
     attributes.GetInt("left_outset"_name, &leftOutset);
@@ -89,6 +107,7 @@ void ViewProxy::ReadOutsets() {
 }
 
 void ViewProxy::ReadMargins() {
+    const CExpressionScope& attributes = details.attributes;
     const std::int32_t margin = IntOr(attributes, "margin"_name, 0);
     marginLeft = marginRight = IntOr(attributes, "margin_width"_name, margin);
     marginTop = marginBottom = IntOr(attributes, "margin_height"_name, margin);

@@ -6,9 +6,9 @@
 // cannot be read, the operator is left standing and the level ends with what it has.
 #pragma once
 
-#include "view/scope/expression_scope.h"
 #include "view/reader/reading_limits.h"
 #include "view/reader/token_reader.h"
+#include "view/scope/expression_scope.h"
 
 #include <cstdint>
 #include <string_view>

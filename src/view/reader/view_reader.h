@@ -1,23 +1,49 @@
-// Runs a view description: text that defines variables and builds a tree of views, executed in one pass with
-// no form in between. A definition is a list of statements and views
-//
-//     w = gButtonWidth * 2;
-//     dialog(name: 'Hello') { static_text(name: 'Text', width: w); button(name: 'OK', default: true); }
-//
-// that leaves exactly one view at its top. How deep and how often it may go is in reading_limits.h.
+// Reads the statements and views of a description and makes its tree of views.
 #pragma once
 
+#include "toolkit/layout/view_tree.h"
 #include "view/express_view_scope.h"
-#include "view/generator.h"
+#include "view/reader/statement_reader.h"
+
+#include <cstdint>
+#include <string_view>
 
 namespace brixen::zeve {
 
-// Runs the NUL-terminated `text` in `rootScope`, lays the views out and has the scope's generator make them.
-// Returns the root view's handle, or the generator's fixed root. The scope keeps what the text defined.
-// Throws std::logic_error "Warning! (*definition == 0)" when the text cannot be read to its end (the log
-// tells line and column), "Warning! (viewProxyList->size() == 1)" when it has not exactly one view at its
-// top, the assertions of expressions, and what the generator throws. Views are destroyed in each case; boxes
-// that the generator prepared are its own matter.
-ViewHandle RunDefinition(CExpressViewScope& rootScope, const char* text);
+// One object reads one description, once.
+class ViewReader : private StatementReader {
+public:
+    // All arguments are borrowed and outlive the reader. The generator of `rootScope` is that of `viewTree`.
+    ViewReader(CExpressViewScope& rootScope, ViewTree& viewTree, const char* text);
+
+    // definition := statement-list, then the end of the text
+    //
+    // Appends the views at the top to `views`. Returns false when a part of the text cannot be read. Throws
+    // the assertions of expressions and what the generator throws.
+    [[nodiscard]] bool ReadDefinition(ViewList& views);
+
+private:
+    // The list that a statement list appends its views to, and the view that encloses them; null at the top.
+    struct Surroundings {
+        ViewList& views;
+        ViewProxy* parent;
+    };
+
+    void ReadStatementList(Surroundings surroundings);
+    bool ReadStatement(Surroundings surroundings);
+    bool ReadEval(const char* begin, Surroundings surroundings);
+    void RunText(const char* text, Surroundings surroundings);
+    bool ReadViewStatement(const Identifier& keyword, Surroundings surroundings);
+    ViewProxy* ReadView(const Identifier& keyword, ViewProxy* parent);
+    ViewProxy* ReadViewHead(const Identifier& keyword, ViewProxy* parent);
+    ViewProxy& MakeView(std::string_view keyword, CExpressionScope& parameters, ViewProxy* parent);
+    bool ReadBlock(ViewProxy& view);
+
+    CGenerator& generator;
+    ViewTree& tree;
+    // Texts of the parameters of the head that is being read; there is never more than one.
+    ScopeStringPool parameterPool;
+    std::uint32_t evaluatedTexts = 0;
+};
 
 } // namespace brixen::zeve

@@ -3,7 +3,7 @@
 
 #include "support/recording_generator.h"
 #include "view/reader/reader_state.h"
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include <gtest/gtest.h>
 

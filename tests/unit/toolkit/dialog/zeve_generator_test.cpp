@@ -8,7 +8,7 @@
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "view/scope/expression_scope.h"
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 #include "unit/toolkit/layout/layout_fixture.h"
 
 #include "view/express_view_scope.h"
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 // unique.
 #pragma once
 
-#include "view/scope/expression_scope.h"
 #include "view/generator.h"
+#include "view/scope/expression_scope.h"
 
 #include <cstdint>
 #include <ostream>

@@ -1,9 +1,7 @@
 // What concerns the tree as a whole: direction, order, unknown placements, numbers beyond 32 bits.
 #include "unit/toolkit/layout/layout_fixture.h"
 
-#include "toolkit/layout/layout.h"
-#include "toolkit/layout/arithmetic.h"
-#include "toolkit/layout/view_proxy.h"
+#include "toolkit/layout/pixel_sum.h"
 
 #include <gtest/gtest.h>
 

@@ -1,22 +1,15 @@
 // Making one view: what it copies, what it takes over, and what it reads back after the generator had its
 // turn.
-#include "toolkit/layout/view_proxy.h"
+#include "toolkit/layout/view_tree.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <limits>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
-
-#if defined(__SANITIZE_ADDRESS__)
-#define PAVANE_WATCHES_ADDRESSES 1
-#elif defined(__has_feature)
-#define PAVANE_WATCHES_ADDRESSES __has_feature(address_sanitizer)
-#endif
 
 namespace brixen::zeve {
 namespace {
@@ -39,13 +32,14 @@ using Numbers = std::vector<std::pair<std::string_view, std::int64_t>>;
 class MakingAViewProxy : public testing::Test {
 protected:
     // The parameters of the head, in a scope below `block`.
-    std::unique_ptr<ViewProxy> Make(const Numbers& parameters, const ViewInheritance& inherited = {}) {
+    ViewProxy& Make(const Numbers& parameters, const ViewInheritance& inherited = {}) {
         CExpressionScope head(&block);
         for (const auto& [name, number] : parameters) head.DefineNumber(name, number);
-        return std::make_unique<ViewProxy>(generator, "row", head, nullptr, inherited);
+        return tree.Make("row", head, nullptr, inherited);
     }
 
     PreparingGenerator generator;
+    ViewTree tree{generator};
     CExpressionScope root;
     CExpressionScope block{&root};
 };
@@ -58,24 +52,24 @@ constexpr std::string_view kNumbers[] = {
 
 TEST_F(MakingAViewProxy, CopiesTheNumbersOfTheLayout) {
     for (const auto name : kNumbers) {
-        const auto view = Make({{name, 4294967303}});
-        EXPECT_EQ(view->attributes.GetLongOr(name, 0), 4294967303) << name << " at its full width";
-        EXPECT_EQ(view->attributes.VariableCount(), 1u) << name;
+        const ViewProxy& view = Make({{name, 4294967303}});
+        EXPECT_EQ(view.Attributes().GetLongOr(name, 0), 4294967303) << name << " at its full width";
+        EXPECT_EQ(view.Attributes().VariableCount(), 1u) << name;
     }
 }
 
 TEST_F(MakingAViewProxy, CopiesTheBooleansAsZeroOrOne) {
     for (const std::string_view name : {"alwaysL2R", "reverse"}) {
-        EXPECT_EQ(Make({{name, -7}})->attributes.GetLongOr(name, 9), 1) << name;
-        EXPECT_EQ(Make({{name, 0}})->attributes.GetLongOr(name, 9), 0) << name;
+        EXPECT_EQ(Make({{name, -7}}).Attributes().GetLongOr(name, 9), 1) << name;
+        EXPECT_EQ(Make({{name, 0}}).Attributes().GetLongOr(name, 9), 0) << name;
     }
 }
 
 TEST_F(MakingAViewProxy, CopiesNothingElse) {
-    const auto view =
+    const ViewProxy& view =
         Make({{"name", 1}, {"label_width", 2}, {"gSpace", 3}, {"top", 4}, {"left", 5}, {"rtl", 6}});
-    EXPECT_EQ(view->attributes.VariableCount(), 0u);
-    EXPECT_FALSE(view->hasLabel);
+    EXPECT_EQ(view.Attributes().VariableCount(), 0u);
+    EXPECT_FALSE(view.hasLabel);
 }
 
 TEST_F(MakingAViewProxy, FindsAttributesAlongTheWholeChain) {
@@ -83,89 +77,105 @@ TEST_F(MakingAViewProxy, FindsAttributesAlongTheWholeChain) {
     root.DefineNumber("width", 10);
     block.DefineNumber("width", 20);
     block.DefineNumber("height", 30);
-    const auto view = Make({{"height", 40}});
-    EXPECT_EQ(view->spacing, 4);
-    EXPECT_EQ(view->width, 20);
-    EXPECT_EQ(view->height, 40);
+    const ViewProxy& view = Make({{"height", 40}});
+    EXPECT_EQ(view.spacing, 4);
+    EXPECT_EQ(view.width, 20);
+    EXPECT_EQ(view.height, 40);
 }
 
 TEST_F(MakingAViewProxy, StartsWithZeroes) {
-    const auto view = Make({});
-    EXPECT_EQ(view->viewName, "row");
+    const ViewProxy& view = Make({});
+    EXPECT_EQ(view.details.viewName, "row");
     EXPECT_EQ(generator.keyword, "row");
-    EXPECT_EQ(view->parent, nullptr);
-    for (const std::int32_t field : {view->width,
-                                     view->height,
-                                     view->top,
-                                     view->left,
-                                     view->inset,
-                                     view->outset,
-                                     view->leftOutset,
-                                     view->topOutset,
-                                     view->rightOutset,
-                                     view->bottomOutset,
-                                     view->labelWidth,
-                                     view->topInset,
-                                     view->horizontal,
-                                     view->vertical,
-                                     view->spacing,
-                                     view->marginLeft,
-                                     view->marginTop,
-                                     view->marginRight,
-                                     view->marginBottom,
-                                     view->leftOffset,
-                                     view->topOffset,
-                                     view->childHorizontal,
-                                     view->childVertical,
-                                     view->placement,
-                                     view->inheritedHorizontal,
-                                     view->inheritedVertical,
-                                     view->childWidthSum,
-                                     view->childHeightSum}) {
+    EXPECT_EQ(view.details.parent, nullptr);
+    for (const std::int32_t field : {view.width,
+                                     view.height,
+                                     view.top,
+                                     view.left,
+                                     view.inset,
+                                     view.details.outset,
+                                     view.leftOutset,
+                                     view.topOutset,
+                                     view.rightOutset,
+                                     view.bottomOutset,
+                                     view.labelWidth,
+                                     view.topInset,
+                                     view.horizontal,
+                                     view.vertical,
+                                     view.spacing,
+                                     view.marginLeft,
+                                     view.marginTop,
+                                     view.marginRight,
+                                     view.marginBottom,
+                                     view.details.leftOffset,
+                                     view.details.topOffset,
+                                     view.details.childHorizontal,
+                                     view.details.childVertical,
+                                     view.placement,
+                                     view.details.inheritedHorizontal,
+                                     view.details.inheritedVertical,
+                                     view.childWidthSum,
+                                     view.childHeightSum}) {
         EXPECT_EQ(field, 0);
     }
-    EXPECT_FALSE(view->alwaysL2R || view->reverse || view->hasLabel || view->offscreen || view->rtl);
-    EXPECT_TRUE(view->children.empty());
+    EXPECT_FALSE(view.alwaysL2R || view.reverse || view.hasLabel || view.offscreen || view.rtl);
+    EXPECT_TRUE(view.children.IsEmpty());
 }
 
 TEST_F(MakingAViewProxy, ReadsEachAttributeIntoItsField) {
-    const auto view = Make({{"width", 1},           {"height", 2},
-                            {"inset", 3},           {"top_inset", 4},
-                            {"outset", 5},          {"top_outset", 6},
-                            {"left_outset", 7},     {"bottom_outset", 8},
-                            {"right_outset", 9},    {"horizontal", 10},
-                            {"vertical", 11},       {"spacing", 12},
-                            {"placement", 13},      {"child_horizontal", 14},
-                            {"child_vertical", 15}, {"margin_top", 16},
-                            {"margin_left", 17},    {"margin_right", 18},
-                            {"margin_bottom", 19},  {"left_offset", 20},
-                            {"top_offset", 21},     {"alwaysL2R", 1},
-                            {"reverse", 1}});
-    const std::int32_t fields[] = {
-        view->width,     view->height,     view->inset,        view->topInset,        view->outset,
-        view->topOutset, view->leftOutset, view->bottomOutset, view->rightOutset,     view->horizontal,
-        view->vertical,  view->spacing,    view->placement,    view->childHorizontal, view->childVertical,
-        view->marginTop, view->marginLeft, view->marginRight,  view->marginBottom,    view->leftOffset,
-        view->topOffset};
+    const ViewProxy& view = Make({{"width", 1},           {"height", 2},
+                                  {"inset", 3},           {"top_inset", 4},
+                                  {"outset", 5},          {"top_outset", 6},
+                                  {"left_outset", 7},     {"bottom_outset", 8},
+                                  {"right_outset", 9},    {"horizontal", 10},
+                                  {"vertical", 11},       {"spacing", 12},
+                                  {"placement", 13},      {"child_horizontal", 14},
+                                  {"child_vertical", 15}, {"margin_top", 16},
+                                  {"margin_left", 17},    {"margin_right", 18},
+                                  {"margin_bottom", 19},  {"left_offset", 20},
+                                  {"top_offset", 21},     {"alwaysL2R", 1},
+                                  {"reverse", 1}});
+    const std::int32_t fields[] = {view.width,
+                                   view.height,
+                                   view.inset,
+                                   view.topInset,
+                                   view.details.outset,
+                                   view.topOutset,
+                                   view.leftOutset,
+                                   view.bottomOutset,
+                                   view.rightOutset,
+                                   view.horizontal,
+                                   view.vertical,
+                                   view.spacing,
+                                   view.placement,
+                                   view.details.childHorizontal,
+                                   view.details.childVertical,
+                                   view.marginTop,
+                                   view.marginLeft,
+                                   view.marginRight,
+                                   view.marginBottom,
+                                   view.details.leftOffset,
+                                   view.details.topOffset};
     for (std::int32_t place = 0; place < 21; ++place) EXPECT_EQ(fields[place], place + 1);
-    EXPECT_TRUE(view->alwaysL2R);
-    EXPECT_TRUE(view->reverse);
+    EXPECT_TRUE(view.alwaysL2R);
+    EXPECT_TRUE(view.reverse);
 }
 
 TEST_F(MakingAViewProxy, FieldsTakeTheLow32Bits) {
-    const auto view = Make({{"width", 4294967301}, {"placement", 4294967298}, {"height", kUndefinedNumber}});
-    EXPECT_EQ(view->width, 5);
-    EXPECT_EQ(view->placement, kPlaceOffscreen);
-    EXPECT_EQ(view->height, std::numeric_limits<std::int32_t>::min());
+    const ViewProxy& view =
+        Make({{"width", 4294967301}, {"placement", 4294967298}, {"height", kUndefinedNumber}});
+    EXPECT_EQ(view.width, 5);
+    EXPECT_EQ(view.placement, kPlaceOffscreen);
+    EXPECT_EQ(view.height, std::numeric_limits<std::int32_t>::min());
 }
 
 TEST_F(MakingAViewProxy, OutsetIsTheDefaultOfTheFourOutsets) {
-    const auto view = Make({{"outset", 5}, {"left_outset", 7}, {"bottom_outset", 0}});
-    EXPECT_EQ(view->topOutset, 5);
-    EXPECT_EQ(view->leftOutset, 7);
-    EXPECT_EQ(view->bottomOutset, 0);
-    EXPECT_EQ(view->rightOutset, 5);
-    EXPECT_FALSE(view->attributes.HasVariable("top_outset"))
+    const ViewProxy& view = Make({{"outset", 5}, {"left_outset", 7}, {"bottom_outset", 0}});
+    EXPECT_EQ(view.topOutset, 5);
+    EXPECT_EQ(view.leftOutset, 7);
+    EXPECT_EQ(view.bottomOutset, 0);
+    EXPECT_EQ(view.rightOutset, 5);
+    EXPECT_FALSE(view.Attributes().HasVariable("top_outset"))
         << "the default is not written to the attributes";
 }
 
@@ -185,54 +195,55 @@ TEST_F(MakingAViewProxy, MarginsDefaultFromTheirPairAndThenFromMargin) {
         {{{"margin_left", 1}, {"margin_top", 2}, {"margin_right", 3}, {"margin_bottom", 4}}, 1, 2, 3, 4},
     };
     for (const Case& c : cases) {
-        const auto view = Make(c.given);
-        EXPECT_EQ(view->marginLeft, c.left);
-        EXPECT_EQ(view->marginTop, c.top);
-        EXPECT_EQ(view->marginRight, c.right);
-        EXPECT_EQ(view->marginBottom, c.bottom);
+        const ViewProxy& view = Make(c.given);
+        EXPECT_EQ(view.marginLeft, c.left);
+        EXPECT_EQ(view.marginTop, c.top);
+        EXPECT_EQ(view.marginRight, c.right);
+        EXPECT_EQ(view.marginBottom, c.bottom);
     }
 }
 
 TEST_F(MakingAViewProxy, SpacingDefaultsToTheSpaceOfTheChain) {
-    EXPECT_EQ(Make({})->spacing, 0);
+    EXPECT_EQ(Make({}).spacing, 0);
     root.DefineNumber("gSpace", 11);
-    EXPECT_EQ(Make({})->spacing, 11);
-    EXPECT_EQ(Make({{"gSpace", 12}})->spacing, 12);
-    EXPECT_EQ(Make({{"spacing", 0}})->spacing, 0);
+    EXPECT_EQ(Make({}).spacing, 11);
+    EXPECT_EQ(Make({{"gSpace", 12}}).spacing, 12);
+    EXPECT_EQ(Make({{"spacing", 0}}).spacing, 0);
 }
 
 TEST_F(MakingAViewProxy, OffscreenChildrenFillUnlessToldOtherwise) {
-    EXPECT_EQ(Make({{"placement", kPlaceOffscreen}})->childHorizontal, kAlignFill);
-    EXPECT_EQ(Make({{"placement", kPlaceOffscreen}, {"child_horizontal", kAlignLeft}})->childHorizontal,
-              kAlignLeft);
-    EXPECT_EQ(Make({{"placement", kPlaceOffscreen}})->childVertical, kAlignNone);
-    EXPECT_EQ(Make({{"placement", kPlaceRow}})->childHorizontal, kAlignNone);
+    EXPECT_EQ(Make({{"placement", kPlaceOffscreen}}).details.childHorizontal, kAlignFill);
+    EXPECT_EQ(
+        Make({{"placement", kPlaceOffscreen}, {"child_horizontal", kAlignLeft}}).details.childHorizontal,
+        kAlignLeft);
+    EXPECT_EQ(Make({{"placement", kPlaceOffscreen}}).details.childVertical, kAlignNone);
+    EXPECT_EQ(Make({{"placement", kPlaceRow}}).details.childHorizontal, kAlignNone);
 }
 
 TEST_F(MakingAViewProxy, KeepsWhatItIsToldToInherit) {
-    const auto view = Make({}, {.horizontal = 3, .vertical = 5, .offscreen = true});
-    EXPECT_EQ(view->inheritedHorizontal, 3);
-    EXPECT_EQ(view->inheritedVertical, 5);
-    EXPECT_TRUE(view->offscreen);
-    EXPECT_EQ(view->placement, kPlaceColumn) << "offscreen is where it lies, not how it places";
+    const ViewProxy& view = Make({}, {.horizontal = 3, .vertical = 5, .offscreen = true});
+    EXPECT_EQ(view.details.inheritedHorizontal, 3);
+    EXPECT_EQ(view.details.inheritedVertical, 5);
+    EXPECT_TRUE(view.offscreen);
+    EXPECT_EQ(view.placement, kPlaceColumn) << "offscreen is where it lies, not how it places";
 }
 
 TEST_F(MakingAViewProxy, InheritedAlignmentsBecomeAttributes) {
-    const auto view = Make({}, {.horizontal = 3, .vertical = 5});
-    EXPECT_EQ(view->horizontal, 3);
-    EXPECT_EQ(view->vertical, 5);
-    EXPECT_EQ(view->attributes.GetLongOr("horizontal", 0), 3);
-    EXPECT_EQ(view->attributes.GetLongOr("vertical", 0), 5);
+    const ViewProxy& view = Make({}, {.horizontal = 3, .vertical = 5});
+    EXPECT_EQ(view.horizontal, 3);
+    EXPECT_EQ(view.vertical, 5);
+    EXPECT_EQ(view.Attributes().GetLongOr("horizontal", 0), 3);
+    EXPECT_EQ(view.Attributes().GetLongOr("vertical", 0), 5);
 }
 
 TEST_F(MakingAViewProxy, OwnAlignmentsWinEvenAsZero) {
-    const auto view = Make({{"horizontal", 0}, {"vertical", 4}}, {.horizontal = 3, .vertical = 5});
-    EXPECT_EQ(view->horizontal, 0);
-    EXPECT_EQ(view->vertical, 4);
+    const ViewProxy& view = Make({{"horizontal", 0}, {"vertical", 4}}, {.horizontal = 3, .vertical = 5});
+    EXPECT_EQ(view.horizontal, 0);
+    EXPECT_EQ(view.vertical, 4);
 }
 
 TEST_F(MakingAViewProxy, NothingInheritedDefinesNothing) {
-    EXPECT_EQ(Make({})->attributes.VariableCount(), 0u);
+    EXPECT_EQ(Make({}).Attributes().VariableCount(), 0u);
 }
 
 TEST_F(MakingAViewProxy, TheGeneratorSeesWhatWasCopiedAndInherited) {
@@ -258,31 +269,34 @@ TEST_F(MakingAViewProxy, WhatTheGeneratorDefinesIsRead) {
         attributes.DefineNumber("placement", kPlaceOffscreen);
         attributes.DefineNumber("gSpace", 99);
     };
-    const auto view = Make({{"width", 7}});
-    EXPECT_EQ(view->width, 70);
-    EXPECT_EQ(view->height, 20);
-    EXPECT_EQ(view->marginBottom, 2);
-    EXPECT_EQ(view->spacing, 1);
-    EXPECT_EQ(view->labelWidth, 0);
-    EXPECT_TRUE(view->hasLabel) << "found, if as 0";
-    EXPECT_EQ(view->childHorizontal, kAlignFill);
-    EXPECT_FALSE(view->offscreen) << "known before";
+    const ViewProxy& view = Make({{"width", 7}});
+    EXPECT_EQ(view.width, 70);
+    EXPECT_EQ(view.height, 20);
+    EXPECT_EQ(view.marginBottom, 2);
+    EXPECT_EQ(view.spacing, 1);
+    EXPECT_EQ(view.labelWidth, 0);
+    EXPECT_TRUE(view.hasLabel) << "found, if as 0";
+    EXPECT_EQ(view.details.childHorizontal, kAlignFill);
+    EXPECT_FALSE(view.offscreen) << "known before";
 }
 
 TEST_F(MakingAViewProxy, TheDefaultSpaceComesFromTheParametersNotTheAttributes) {
     generator.prepare = [](CExpressionScope&, CExpressionScope& attributes) {
         attributes.DefineNumber("gSpace", 99);
     };
-    EXPECT_EQ(Make({})->spacing, 0);
+    EXPECT_EQ(Make({}).spacing, 0);
 }
 
 TEST_F(MakingAViewProxy, TextsOfAttributesLiveInTheGeneratorsPool) {
     generator.prepare = [](CExpressionScope&, CExpressionScope& attributes) {
         attributes.DefineString("name", "OK");
     };
-    auto view = Make({});
-    const std::string_view text = view->attributes.GetStringOr("name", "");
-    view.reset();
+    std::string_view text;
+    {
+        ViewTree shortLived(generator);
+        CExpressionScope head;
+        text = shortLived.Make("row", head, nullptr, {}).Attributes().GetStringOr("name", "");
+    }
     EXPECT_EQ(text, "OK");
 }
 
@@ -291,47 +305,76 @@ TEST_F(MakingAViewProxy, WhatPreparingThrowsComesThrough) {
     EXPECT_THROW(Make({}), std::logic_error);
 }
 
-TEST_F(MakingAViewProxy, ViewsComeAndGoInAnyOrder) {
-    for (int round = 0; round < 2; ++round) {
-        ViewProxyList views;
-        for (std::int64_t number = 0; number < 300; ++number) views.push_back(Make({{"width", number}}));
-        for (std::size_t place = 0; place < 300; place += 3) views[place].reset();
-        for (std::size_t place = 0; place < 300; place += 3) {
-            views[place] = Make({{"width", static_cast<std::int64_t>(place)}});
-        }
-        for (std::size_t place = 0; place < 300; ++place) {
-            ASSERT_EQ(views[place]->width, static_cast<std::int32_t>(place));
-        }
+TEST_F(MakingAViewProxy, ViewsKeepTheirPlacesWhenMoreAreMade) {
+    std::vector<ViewProxy*> views;
+    for (std::int32_t number = 0; number < 300; ++number) views.push_back(&Make({{"width", number}}));
+    EXPECT_EQ(tree.Count(), 300u);
+    for (std::size_t place = 0; place < 300; ++place) {
+        ASSERT_EQ(views[place]->width, static_cast<std::int32_t>(place));
     }
 }
 
-#if PAVANE_WATCHES_ADDRESSES
-using MakingAViewProxyDeathTest = MakingAViewProxy;
-
-TEST_F(MakingAViewProxyDeathTest, AViewThatIsGoneIsShut) {
-    const auto kept = Make({});
-    auto view = Make({{"width", 5}});
-    const volatile std::int32_t* const width = &view->width;
-    view.reset();
-    EXPECT_DEATH(static_cast<void>(*width), "use-after-poison");
-    view = Make({{"width", 6}});
-    EXPECT_EQ(*width, 6) << "the next view takes its place";
+TEST_F(MakingAViewProxy, AViewThatCannotBePreparedIsNotCounted) {
+    generator.prepare = [](CExpressionScope&, CExpressionScope&) { throw std::logic_error("no such view"); };
+    EXPECT_THROW(Make({}), std::logic_error);
+    generator.prepare = nullptr;
+    Make({});
+    EXPECT_EQ(tree.Count(), 1u);
 }
-#endif
 
-TEST_F(MakingAViewProxy, SplicedChildrenGoToTheEnd) {
-    const auto view = Make({});
-    ViewProxyList first, second;
-    first.push_back(Make({{"width", 1}}));
-    second.push_back(Make({{"width", 2}}));
-    second.push_back(Make({{"width", 3}}));
-    view->SpliceChildren(std::move(first));
-    view->SpliceChildren(std::move(second));
-    view->SpliceChildren({});
-    ASSERT_EQ(view->children.size(), 3u);
-    for (std::int32_t place = 0; place < 3; ++place) {
-        EXPECT_EQ(view->children[static_cast<std::size_t>(place)]->width, place + 1);
+class AViewList : public MakingAViewProxy {
+protected:
+    void Fill(ViewList& filled, std::int32_t from, std::int32_t to) {
+        for (std::int32_t number = from; number < to; ++number) filled.Append(Make({{"width", number}}));
     }
+    static std::vector<std::int32_t> WidthsOf(const ViewList& views) {
+        std::vector<std::int32_t> widths;
+        for (const ViewProxy& view : views) widths.push_back(view.width);
+        return widths;
+    }
+    ViewList list;
+};
+
+TEST_F(AViewList, KeepsTheOrderOfAppending) {
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(list.Count(), 0u);
+    Fill(list, 0, 3);
+    EXPECT_FALSE(list.IsEmpty());
+    EXPECT_EQ(list.Count(), 3u);
+    EXPECT_EQ(WidthsOf(list), (std::vector<std::int32_t>{0, 1, 2}));
+    EXPECT_EQ(list.Front().width, 0);
+    EXPECT_EQ(list.Back().width, 2);
+}
+
+TEST_F(AViewList, SplicesAtItsEnd) {
+    ViewList first, second, none;
+    Fill(first, 1, 2);
+    Fill(second, 2, 4);
+    list.Splice(none);
+    list.Splice(first);
+    list.Splice(none);
+    list.Splice(second);
+    EXPECT_EQ(WidthsOf(list), (std::vector<std::int32_t>{1, 2, 3}));
+    EXPECT_EQ(list.Back().width, 3);
+    EXPECT_TRUE(first.IsEmpty());
+    EXPECT_TRUE(second.IsEmpty());
+    Fill(list, 4, 5);
+    EXPECT_EQ(WidthsOf(list), (std::vector<std::int32_t>{1, 2, 3, 4}));
+}
+
+TEST_F(AViewList, ReversesInPlace) {
+    list.Reverse();
+    EXPECT_TRUE(list.IsEmpty());
+    Fill(list, 0, 1);
+    list.Reverse();
+    EXPECT_EQ(WidthsOf(list), (std::vector<std::int32_t>{0}));
+    Fill(list, 1, 4);
+    list.Reverse();
+    EXPECT_EQ(WidthsOf(list), (std::vector<std::int32_t>{3, 2, 1, 0}));
+    EXPECT_EQ(list.Front().width, 3);
+    EXPECT_EQ(list.Back().width, 0);
+    Fill(list, 9, 10);
+    EXPECT_EQ(WidthsOf(list), (std::vector<std::int32_t>{3, 2, 1, 0, 9}));
 }
 
 } // namespace

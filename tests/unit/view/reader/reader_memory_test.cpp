@@ -1,7 +1,7 @@
 // Out of memory at every place where a description takes some.
 #include "support/failing_allocator.h"
 #include "view/verify_generator.h"
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include <gtest/gtest.h>
 

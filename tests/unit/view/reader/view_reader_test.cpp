@@ -1,8 +1,7 @@
-#include "view/reader/view_reader.h"
+#include "view/reader/run_definition.h"
 
 #include "frame/log.h"
 #include "support/temporary_folder.h"
-#include "toolkit/layout/view_proxy.h"
 #include "view/verify_generator.h"
 #include "unit/view/view_fixture.h"
 

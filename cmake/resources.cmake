@@ -23,27 +23,20 @@ foreach(file IN LISTS dictionaries)
     list(APPEND resourceFiles ${resourceOutput}/${target})
 endforeach()
 
-# The privacy statements: UTF-8 here, UTF-16 as shipped. Both byte orders are read, so both are shipped.
-set(bigEndianStatements ar_AE ja_JP)
-set(rightToLeftStatements ar_AE he_IL)
-file(GLOB statements CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/resources/statements resources/statements/*.txt)
-foreach(file IN LISTS statements)
-    string(REGEX REPLACE "\\.txt$" "" locale ${file})
-    set(byteOrder LE)
-    if(locale IN_LIST bigEndianStatements)
-        set(byteOrder BE)
-    endif()
-    set(direction)
-    if(locale IN_LIST rightToLeftStatements)
-        set(direction RTL)
-    endif()
-    set(target ${resourceOutput}/privacystatements/privacy_${file})
+# The privacy statements: UTF-8 here, UTF-16 as shipped, and the list that names them.
+foreach(locale IN LISTS languages)
+    set(source ${CMAKE_SOURCE_DIR}/resources/statements/${locale}.txt)
+    set(target ${resourceOutput}/privacystatements/privacy_${locale}.txt)
     add_custom_command(OUTPUT ${target}
         COMMAND sh ${CMAKE_SOURCE_DIR}/resources/make_statement.sh
-            ${CMAKE_SOURCE_DIR}/resources/statements/${file} ${target} ${byteOrder} ${direction}
-        DEPENDS resources/statements/${file} resources/make_statement.sh VERBATIM)
+            ${source} ${target} ${byteOrder_${locale}} ${direction_${locale}}
+        DEPENDS ${source} ${languageTable} resources/make_statement.sh VERBATIM)
     list(APPEND resourceFiles ${target})
 endforeach()
+add_custom_command(OUTPUT ${resourceOutput}/privacyinfolist.xml
+    COMMAND ${CMAKE_COMMAND} -E copy ${generated}/privacyinfolist.xml ${resourceOutput}/privacyinfolist.xml
+    DEPENDS ${generated}/privacyinfolist.xml VERBATIM)
+list(APPEND resourceFiles ${resourceOutput}/privacyinfolist.xml)
 
 add_custom_target(pavane_resources ALL DEPENDS ${resourceFiles})
 if(TARGET host_tools)

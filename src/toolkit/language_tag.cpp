@@ -1,5 +1,6 @@
 #include "toolkit/language_tag.h"
 
+#include "frame/shipped_languages.h"
 #include "values/unicode/ascii.h"
 
 #include <algorithm>
@@ -15,7 +16,9 @@ std::string NormalizeLanguage(std::string_view language) {
 
 bool IsRightToLeftLanguage(std::string_view language) {
     const std::string tag = NormalizeLanguage(language);
-    return tag == "ar-ae" || tag == "he-il";
+    return std::ranges::any_of(pvn::ShippedLanguages(), [&tag](const pvn::ShippedLanguage& shipped) {
+        return shipped.isRightToLeft && NormalizeLanguage(shipped.locale) == tag;
+    });
 }
 
 } // namespace brixen::zeve

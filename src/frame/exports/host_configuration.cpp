@@ -1,5 +1,6 @@
 #include "frame/exports/host_configuration.h"
 
+#include "frame/shipped_languages.h"
 #include "values/unicode/character_borders.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 namespace brixen::pvn {
 namespace {
 
-constexpr std::string_view kShippedLocales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "he_IL", "ar_AE"};
 constexpr std::string_view kFallbackLocale = "en_US";
 
 std::string LanguageText(LanguageIdentifier language) {
@@ -36,9 +36,9 @@ std::string GetHostLanguage(std::uint32_t hostOptions) {
 bool FindHostLocale(std::string_view language, bool fallback,
                     std::span<char, kHostLocaleSize> locale) noexcept {
     const std::string_view wanted = fallback ? kFallbackLocale : language;
-    const auto found = std::ranges::find(kShippedLocales, wanted);
-    CopyCut(found == std::end(kShippedLocales) ? std::string_view() : *found, locale);
-    return found != std::end(kShippedLocales);
+    const ShippedLanguage* const found = FindShippedLanguage(wanted);
+    CopyCut(found ? found->locale : std::string_view(), locale);
+    return found != nullptr;
 }
 
 void GetHostDisplayName(std::span<char, kHostDisplayNameSize> name) {

@@ -1,5 +1,6 @@
 #include "workflow/catalogue/privacy_data.h"
 
+#include "frame/shipped_languages.h"
 #include "values/unicode/text_conversion.h"
 #include "workflow/resources/resource_layer.h"
 
@@ -48,6 +49,8 @@ std::size_t RowOfLanguage(const std::vector<PrivacyLanguage>& rows, std::string_
 }
 
 bool IsWrittenRightToLeft(std::string_view locale) {
+    if (const ShippedLanguage* const shipped = FindShippedLanguage(locale)) return shipped->isRightToLeft;
+    // A product may list statements in languages that its dialogs do not speak.
     constexpr std::string_view kLanguages[] = {"ar", "fa", "he", "iw", "ps", "sd", "ug", "ur", "yi"};
     return std::ranges::find(kLanguages, LanguageOf(locale)) != std::end(kLanguages);
 }

@@ -1,10 +1,9 @@
 #include "workflow/panes/dialog_rules.h"
 
+#include "frame/shipped_languages.h"
 #include "toolkit/control_styles.h"
-#include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/dialog/zeve_dialog.h"
-
-#include <string_view>
+#include "toolkit/platform/toolkit_platform.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -16,8 +15,6 @@ namespace {
 // Exact styles: shown, enabled, reachable by Tab.
 constexpr std::uint32_t kShownButton = style::kChild | style::kVisible | style::kTabStop;
 constexpr std::uint32_t kShownDefaultButton = kShownButton | style::kDefaultPushButton;
-
-bool IsRightToLeft(std::string_view language) { return language == "ar_AE" || language == "he_IL"; }
 
 } // namespace
 
@@ -34,7 +31,8 @@ OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, co
     record.parentWindow = parent;
     record.callback = callback;
     record.instance = platform::LibraryModule();
-    if (IsRightToLeft(language)) record.language = language.c_str();
+    const ShippedLanguage* const shipped = FindShippedLanguage(language);
+    if (shipped && shipped->isRightToLeft) record.language = language.c_str();
     return OwnedDialog(zeve::ZeveNew(&record));
 }
 

@@ -20,8 +20,9 @@ struct DeleteDialog {
 };
 using OwnedDialog = std::unique_ptr<zeve::ZeveDialog, DeleteDialog>;
 
-// A dialog without view text, above `parent`, for a run in that language. Only "ar_AE" and "he_IL" reach the
-// toolkit, and turn on right-to-left layout; for all others it is told none.
+// Returns a dialog without view text, above `parent`, for a run in that language. The toolkit gets the
+// language, and lays out from right to left, only if it is exactly a shipped locale that is read so, such as
+// "ar_AE".
 OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, const std::string& language);
 
 // Gives the focus to the dialog's default button, else to its first plain button, else to its first child.

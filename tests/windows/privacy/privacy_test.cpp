@@ -2,7 +2,9 @@
 #include "workflow/catalogue/privacy.h"
 
 #include "frame/pavane_context.h"
+#include "support/languages.h"
 #include "values/storage.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/privacy_views.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/run_workflow.h"
@@ -23,11 +25,11 @@ namespace brixen::pvn::pvn_workflow {
 namespace {
 
 using namespace privacy;
+using pavane_test::IsRightToLeft;
+using pavane_test::Locales;
 
-constexpr const char* kLocales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "he_IL", "ar_AE"};
 constexpr DWORD kRightToLeftBits = WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
 
-bool IsRightToLeft(const std::string& locale) { return locale == "he_IL" || locale == "ar_AE"; }
 int FieldOf(const std::string& locale) {
     return IsRightToLeft(locale) ? kRightToLeftField : kLeftToRightField;
 }
@@ -135,7 +137,7 @@ private:
 TEST_F(PrivacyWindow, ShowsTheTextOfTheFileInAReadOnlyField) {
     for (const char* dialogLanguage : {"en_US", "he_IL"}) {
         int row = 0;
-        for (const std::string locale : kLocales) {
+        for (const std::string& locale : Locales()) {
             ThenChoose(row++);
             Then([this, locale] {
                 const HWND field = Control(FieldOf(locale));
@@ -160,7 +162,7 @@ TEST_F(PrivacyWindow, ShowsTheTextOfTheFileInAReadOnlyField) {
 TEST_F(PrivacyWindow, ReadsInTheDirectionOfTheStatementWhateverThatOfTheDialog) {
     for (const char* dialogLanguage : {"en_US", "de_DE", "he_IL", "ar_AE"}) {
         int row = 0;
-        for (const std::string locale : kLocales) {
+        for (const std::string& locale : Locales()) {
             ThenChoose(row++);
             Then([this, locale] {
                 const auto style = static_cast<DWORD>(GetWindowLongW(Control(FieldOf(locale)), GWL_EXSTYLE));
@@ -220,14 +222,13 @@ TEST_F(PrivacyWindow, KeepsThePlaceOfTheReaderWhenTabLeavesTheFieldAndComesBack)
 }
 
 TEST_F(PrivacyWindow, OffersTheLanguagesByTheirNames) {
-    const std::vector<std::wstring> names = {L"English",
-                                             L"Deutsch",
-                                             L"Fran\u00E7ais",
-                                             L"\u65E5\u672C\u8A9E",
-                                             L"\u05E2\u05D1\u05E8\u05D9\u05EA",
-                                             L"\u0627\u0644\u0639\u0631\u0628\u064A\u0629"};
+    std::vector<std::wstring> names;
+    for (const pavane_test::Language& language : pavane_test::Languages()) {
+        const std::u16string name = lyr::gen::ToUtf16(language.name);
+        names.emplace_back(name.begin(), name.end());
+    }
     int row = 0;
-    for (const char* language : kLocales) {
+    for (const std::string& language : Locales()) {
         Then([this, &names, row, language] {
             const HWND popup = Control(kLanguagePopup);
             std::vector<std::wstring> shown;

@@ -1,6 +1,7 @@
 // What the panes of Privacy make of the language list and of a statement.
 #include "workflow/catalogue/privacy_data.h"
 
+#include "support/languages.h"
 #include "workflow/resources/resource_layer.h"
 
 #include <gmock/gmock.h>
@@ -63,6 +64,8 @@ TEST(PrivacyDirection, IsThatOfTheLanguageWhateverItsRegion) {
         EXPECT_TRUE(IsWrittenRightToLeft(locale)) << locale;
     for (const char* locale : {"", "en_US", "de_DE", "ja_JP", "hex", "arn_CL", "HE_IL", "_he"})
         EXPECT_FALSE(IsWrittenRightToLeft(locale)) << locale;
+    for (const pavane_test::Language& language : pavane_test::Languages())
+        EXPECT_EQ(IsWrittenRightToLeft(language.locale), language.isRightToLeft) << language.locale;
 }
 
 TEST(PrivacyField, ShowsTheTextWithWholeLineEnds) {

@@ -1,16 +1,18 @@
 #include "workflow/catalogue/privacy.h"
 
-#include "unit/workflow/panes/dialog_fixture.h"
 #include "frame/status.h"
+#include "support/languages.h"
 #include "toolkit/control_styles.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/without_memory.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/catalogue/privacy_views.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/panes/host_messages.h"
 #include "workflow/panes/pane_host.h"
 #include "workflow/run_workflow.h"
-#include "workflow/context/workflow_context.h"
 
 #include <gmock/gmock.h>
 
@@ -22,8 +24,9 @@ namespace {
 
 using zeve::headless::CallsOf;
 using namespace privacy;
+using pavane_test::IsRightToLeft;
+using pavane_test::Locales;
 
-constexpr const char* kLocales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "he_IL", "ar_AE"};
 constexpr std::intptr_t kKeyWasDown = 1 << 30;
 
 std::string ReadBytes(const std::filesystem::path& path) {
@@ -51,7 +54,7 @@ class Privacy : public DialogFixture {
 protected:
     Privacy() { SetLanguage("en_US"); }
 
-    void SetLanguage(const char* language) { SetString(bag, PvnWFKey_Language, language); }
+    void SetLanguage(const std::string& language) { SetString(bag, PvnWFKey_Language, language); }
 
     std::uint16_t Run() {
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
@@ -149,14 +152,11 @@ TEST_F(Privacy, CanBeCanceledOnEachPane) {
 }
 
 TEST_F(Privacy, ThePopupHoldsTheLanguagesByTheirNamesAndTheUsersOwnIsSelected) {
-    const std::vector<std::u16string> names = {u"English",
-                                               u"Deutsch",
-                                               u"Fran\u00E7ais",
-                                               u"\u65E5\u672C\u8A9E",
-                                               u"\u05E2\u05D1\u05E8\u05D9\u05EA",
-                                               u"\u0627\u0644\u0639\u0631\u0628\u064A\u0629"};
+    std::vector<std::u16string> names;
+    for (const pavane_test::Language& language : pavane_test::Languages())
+        names.push_back(lyr::gen::ToUtf16(language.name));
     std::intptr_t row = 0;
-    for (const char* locale : kLocales) {
+    for (const std::string& locale : Locales()) {
         SetLanguage(locale);
         std::vector<std::u16string> added;
         System().answer = [&added](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
@@ -174,9 +174,8 @@ TEST_F(Privacy, ThePopupHoldsTheLanguagesByTheirNamesAndTheUsersOwnIsSelected) {
 
 TEST_F(Privacy, TheFieldShowsTheStatementOfTheLanguageThatWasChosen) {
     std::uintptr_t row = 0;
-    for (const std::string locale : kLocales) {
-        const std::uint16_t field =
-            locale == "he_IL" || locale == "ar_AE" ? kRightToLeftField : kLeftToRightField;
+    for (const std::string& locale : Locales()) {
+        const std::uint16_t field = IsRightToLeft(locale) ? kRightToLeftField : kLeftToRightField;
         ThenSelectRow(row++);
         ThenPress(kContinueButton);
         ThenExpectStatement(field);
@@ -196,7 +195,7 @@ TEST_F(Privacy, TheFieldShowsTheStatementOfTheLanguageThatWasChosen) {
 
 TEST_F(Privacy, EachFieldReadsInItsDirectionInEveryDialog) {
     using namespace zeve::extended;
-    for (const char* locale : kLocales) {
+    for (const std::string& locale : Locales()) {
         SetLanguage(locale);
         Then([locale] {
             EXPECT_EQ(Control(kLeftToRightField)->extendedStyle & kRightToLeft, 0u) << locale;
@@ -353,7 +352,7 @@ TEST_F(Privacy, WhatIsPostedBehindTheEndIsNotDelivered) {
 }
 
 TEST_F(Privacy, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
-    for (const char* language : kLocales) {
+    for (const std::string& language : Locales()) {
         SetLanguage(language);
         Then([language] {
             const auto area = zeve::platform::ClientArea(TopDialog());
@@ -387,8 +386,8 @@ TEST_F(Privacy, TheButtonsOfAPaneStandSideBySide) {
             }
         });
     };
-    for (const char* language : kLocales) {
-        const bool isMirrored = std::string(language) == "he_IL" || std::string(language) == "ar_AE";
+    for (const std::string& language : Locales()) {
+        const bool isMirrored = IsRightToLeft(language);
         SetLanguage(language);
         expectOrder({kContinueButton, kCancelButton}, isMirrored);
         expectOrder({kBackButton, kAcceptButton, kDeclineButton, kCancelButton}, isMirrored);

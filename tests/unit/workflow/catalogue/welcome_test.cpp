@@ -1,16 +1,17 @@
 #include "workflow/catalogue/welcome.h"
 
-#include "unit/workflow/panes/dialog_fixture.h"
 #include "frame/status.h"
+#include "support/languages.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
-#include "values/unicode/text_conversion.h"
 #include "unit/workflow/without_memory.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/welcome_views.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/panes/host_messages.h"
 #include "workflow/panes/pane_host.h"
 #include "workflow/run_workflow.h"
-#include "workflow/context/workflow_context.h"
 
 #include <gmock/gmock.h>
 
@@ -19,6 +20,8 @@ namespace {
 
 using zeve::headless::CallsOf;
 using namespace welcome;
+using pavane_test::IsRightToLeft;
+using pavane_test::Locales;
 
 constexpr std::uint16_t kAlertQuitButton = 101, kAlertStayButton = 102;
 
@@ -27,7 +30,7 @@ class Welcome : public DialogFixture {
 protected:
     Welcome() { SetLanguage("en_US"); }
 
-    void SetLanguage(const char* language) { SetString(bag, PvnWFKey_Language, language); }
+    void SetLanguage(const std::string& language) { SetString(bag, PvnWFKey_Language, language); }
 
     std::uint16_t Run() {
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
@@ -326,7 +329,7 @@ TEST_F(Welcome, ButtonsAreMirroredInHebrewAndArabic) {
     for (const std::string& locale : Locales()) {
         SetLanguage(locale.c_str());
         Then([locale] {
-            const bool isMirrored = IsRightToLeftLocale(locale);
+            const bool isMirrored = IsRightToLeft(locale);
             const int back = Control(kBackButton)->frame.left, next = Control(kContinueButton)->frame.left,
                       quit = Control(kQuitButton)->frame.left;
             EXPECT_EQ(back < next && next < quit, !isMirrored) << locale;

@@ -30,9 +30,6 @@ inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
     return names;
 }
 
-// The locales that have a dictionary, sorted.
-inline std::vector<std::string> Locales() { return NamesIn(kSources / "dictionaries"); }
-
 using Words = std::map<std::string, std::string>;
 
 // The entries of one dictionary source, `"key=value"` a line. Anything else but an empty line is a failure.
@@ -51,8 +48,6 @@ inline Words ReadWords(const std::filesystem::path& path) {
     }
     return words;
 }
-
-inline bool IsRightToLeftLocale(const std::string& locale) { return locale == "ar_AE" || locale == "he_IL"; }
 
 // Whether a text is free of typewriter quotes and, in Arabic, of the marks that have an Arabic form.
 inline bool HasNoForeignMarks(const std::string& text, const std::string& locale) {

@@ -5,26 +5,44 @@
  *
  *  1. Order of calls: Pavane_Initialize once; then any number of Pavane_RunWorkflow, each after an optional
  *     Pavane_PreloadWorkflow; at the end Pavane_Terminate. A new Pavane_Initialize may follow.
- *  2. Status: 0 is success, any other value a failure or the user's decision. A value means the same
- *     wherever it appears; the codes stand below. The latest is read back with Pavane_Info_GetErrorCode.
- *  3. Threads: call everything on one thread, the one that owns the parent window and runs a message loop.
- *     Only Pavane_GetVersion and Pavane_Info_GetErrorCode may be called from any thread, at any time.
- *  4. During a run (Pavane_RunWorkflow has not returned; the host's own code may be called by the messages
- *     that it dispatches): Pavane_RunWorkflow and Pavane_PreloadWorkflow answer PAVANE_BAD_ARGUMENT, from
- *     any thread; Pavane_Terminate is remembered and carried out when the run has ended; Pavane_Initialize
- *     answers as any second one. None of them disturbs the run.
- *  5. Ownership: nothing that the library makes reaches the host, and the host frees nothing. The parent
- *     window stays the host's; it is disabled while a dialog is open and enabled again before the call
- *     returns. A host that destroys it during a run takes the dialog along, which ends the run as a cancel.
- *     So does a quit message that the host posts during a run, and no loop of the host's sees that one: post
- *     it when the call has returned.
- *  6. Language: the words of the dialogs follow the language of the host options (see PAVANE_HOST_OPTIONS),
- *     and stand from the first use after Pavane_Initialize. A new language takes a Pavane_Terminate and a
- *     Pavane_Initialize.
- *  7. Units: numbers have the widths of <stdint.h>. A window is passed as a pointer, so that this header
- *     needs none of the system's: (void*)window for a window handle.
- *  8. Failures: no exception leaves a call. Details stand in "pvn.log" in the user's temporary folder.
- *  9. Calls use the C convention of the platform. The folder "PVResources" must stand beside the library.
+ *  2. Status: 0 is success, any other value is a failure or a decision of the user. A value means the same
+ *     wherever it appears. Pavane_Info_GetErrorCode returns the latest one.
+ *  3. Threads: make all calls on one thread, the one that owns the parent window and runs a message loop.
+ *     Pavane_GetVersion and Pavane_Info_GetErrorCode may be called on any thread, at any time.
+ *  4. Ownership: the library passes no memory to the host, and the host frees nothing. The parent window
+ *     remains the host's.
+ *  5. Language: the words of the dialogs follow the language of the host options (see PAVANE_HOST_OPTIONS).
+ *     The language of the first use after Pavane_Initialize stays until Pavane_Terminate.
+ *  6. Units: numbers have the widths of <stdint.h>. A window is passed as a pointer, so that this header
+ *     needs no header of the system: (void*)window for a window handle.
+ *  7. Failures: no exception of the library leaves a call. The details are in "pvn.log" in the user's
+ *     temporary folder.
+ *  8. Loading: calls use the C convention of the platform. The folder "PVResources" is beside the library.
+ *     The first successful Pavane_Initialize keeps the library loaded until the process ends; FreeLibrary
+ *     does not unload it from then on. Loading it and Pavane_GetVersion alone do not.
+ *
+ * While a dialog is open
+ *
+ *  1. Pavane_RunWorkflow runs a message loop of its own, which dispatches the messages of every window of the
+ *     thread. So the host's window procedures are called during the run.
+ *  2. Calls: Pavane_RunWorkflow and Pavane_PreloadWorkflow return PAVANE_BAD_ARGUMENT, on any thread.
+ *     Pavane_Terminate is remembered and carried out when the run has ended. Pavane_Initialize returns as any
+ *     second call does. None of them disturbs the run.
+ *  3. Windows: the library disables the window that owns the dialog, the top-level
+ *     window of the parent window, and enables it again before the call returns if it was enabled before. The other
+ *     windows of the host stay enabled: disable them yourself if the user must not reach them.
+ *  4. Messages: the loop knows nothing of the host's accelerators and modeless dialogs, so these rest until
+ *     the call returns. A message that is posted to the thread and not to a window is lost.
+ *  5. Quit: a WM_QUIT that the loop takes belongs to the host. The run ends, and the call returns as if the
+ *     user had canceled; the message is posted again with its code, so that the loop of the host ends next.
+ *     A WM_QUIT that is pending when the call begins has the same effect, and no window is shown. One that
+ *     the loop of a menu, or of moving or sizing a window, takes for itself is not seen.
+ *  6. A window's end: when the parent window or the dialog is destroyed during the run, the run ends as a
+ *     cancel.
+ *  7. Exceptions of the host: a C++ exception that leaves one of the host's window procedures during a
+ *     message that the library dispatches or sends ends the run with PAVANE_EXCEPTION. Nothing is promised
+ *     for a procedure that the system itself calls, as during EnableWindow, ShowWindow, DestroyWindow or
+ *     SetFocus: the system may swallow the exception or end the process. Catch exceptions in the procedure.
  *
  * This header is plain C11, and C++ as well.
  */
@@ -57,25 +75,32 @@ extern "C" {
 
 /* 0x82: the system refused a resource, or an exception was caught. */
 #define PAVANE_NO_MEMORY 0x8206
-#define PAVANE_EXCEPTION 0x8209 /* also: a missing view or dictionary beside the library */
+#define PAVANE_EXCEPTION 0x8209 /* see below */
 #define PAVANE_NO_THREAD 0x8282
 
-/* 0x83: stored data or a configuration value is missing or wrong. No code of this family stands here. */
+/*
+ * PAVANE_EXCEPTION says that a run or its preparing failed by an exception, and nothing more. The log holds a
+ * line about the cause where the library itself found it: a view or a dictionary that is missing beside the
+ * library, or a view that cannot be read. About an exception of a window procedure, and about memory that ran
+ * out, it holds nothing but the Start and the End line of the workflow.
+ */
 
-/* 0x84: the workflow reached an outcome that it has no status for. */
+/* 0x83: stored data or a configuration value is missing or wrong. The generic code returns none of them. */
+
+/* 0x84: the workflow reached an outcome that has no status. */
 #define PAVANE_UNMAPPED_OUTCOME 0x8401
 
-/* 0x89: the user decided. These are no faults. */
+/* 0x89: decisions of the user. These are no faults. */
 #define PAVANE_USER_QUIT 0x8901     /* quit the host application: the host is expected to close */
 #define PAVANE_USER_CANCEL 0x8902   /* canceled the workflow */
-#define PAVANE_USER_OUTCOME3 0x8903 /* what it says is each workflow's own affair */
-#define PAVANE_USER_OUTCOME4 0x8904 /* as above */
+#define PAVANE_USER_OUTCOME3 0x8903 /* each workflow defines its meaning */
+#define PAVANE_USER_OUTCOME4 0x8904 /* each workflow defines its meaning */
 #define PAVANE_IS_USER_DECISION(status) (((unsigned)(status) >> 8) == 0x89u)
 
 /* 0xD0: the call to the service failed. */
 #define PAVANE_CALL_CANCELED 0xD001
 #define PAVANE_CALL_TIMED_OUT 0xD002
-#define PAVANE_CALL_BAD_ANSWER 0xD003   /* the answer did not hold what was expected */
+#define PAVANE_CALL_BAD_ANSWER 0xD003   /* the answer has not the expected content */
 #define PAVANE_CALL_SYSTEM_ERROR 0xD0A1 /* any error of the system without a code of its own */
 #define PAVANE_CALL_NO_MEMORY 0xD0A2
 #define PAVANE_CALL_HTTP_ERROR 0xD0A3 /* any error of the HTTP layer without a code of its own */
@@ -86,9 +111,10 @@ extern "C" {
 /*
  * Host options: a Windows language identifier in the high word and flags in the low word.
  *
- * The language is the one in which the host speaks to its user, such as 0x0409 (English, United States) or
- * 0x040D (Hebrew, Israel); 0 (the default), or an identifier that the system does not know, takes the calling
- * thread's user-interface language. A language without a folder of its own in PVResources is shown in en_US.
+ * The language is the one that the host speaks to its user, such as 0x0409 (English, United States) or 0x040D
+ * (Hebrew, Israel). For 0 (the default), and for an identifier that the system does not know, it is the
+ * user-interface language of the calling thread. A language without a folder of its own in PVResources is
+ * shown in en_US.
  */
 #define PAVANE_HOST_OPTIONS(languageIdentifier, flags)                                                       \
     (((uint32_t)(uint16_t)(languageIdentifier) << 16) | (uint32_t)(uint16_t)(flags))
@@ -97,21 +123,21 @@ extern "C" {
 #define PAVANE_OPTION_WITHHOLD_CANCEL 0x0001
 
 /*
- * Opens the log and makes the library ready. `hostApp` is the host's own number for its kind, 0 for none; 2
- * is refused. `hostOptions` is 0 or built with PAVANE_HOST_OPTIONS.
+ * Opens the log and makes the library ready. `hostApp` is a number by which the host identifies its kind, 0
+ * for none; 2 is refused. `hostOptions` is 0 or made with PAVANE_HOST_OPTIONS.
  *
- * Returns PAVANE_SUCCESS; PAVANE_BAD_ARGUMENT or PAVANE_NO_MEMORY, after which nothing is initialized. A
+ * Returns PAVANE_SUCCESS, or PAVANE_BAD_ARGUMENT or PAVANE_NO_MEMORY, after which nothing is initialized. A
  * second call without Pavane_Terminate in between returns PAVANE_SUCCESS and ignores its arguments.
  */
 uint16_t Pavane_Initialize(int32_t hostApp, uint32_t hostOptions);
 
-/* The version of the loaded library, to compare with PAVANE_VERSION. Needs no initialization. */
+/* Returns the version of the loaded library, to compare with PAVANE_VERSION. Needs no initialization. */
 uint32_t Pavane_GetVersion(void);
 
 /*
- * Prepares a workflow ahead of its run, so that the run starts at once. Optional. A failure is kept, and is
- * what the run of the same workflow then returns, without trying again. What was prepared and not run yet
- * counts as prepared even after Pavane_Terminate and a new Pavane_Initialize.
+ * Prepares a workflow ahead of its run, so that the run starts at once. Optional. A failure is kept: the run
+ * of the same workflow returns it without trying again. A workflow that was prepared and not run counts as
+ * prepared after Pavane_Terminate and a new Pavane_Initialize too.
  *
  * Returns PAVANE_SUCCESS, PAVANE_NOT_INITIALIZED, PAVANE_BAD_ARGUMENT or PAVANE_EXCEPTION. When `workflow` is
  * the one prepared last (0 at first and after each run), does nothing and returns the latest status.
@@ -119,19 +145,26 @@ uint32_t Pavane_GetVersion(void);
 uint16_t Pavane_PreloadWorkflow(uint16_t workflow);
 
 /*
- * Shows a workflow as a modal dialog and returns when it has ended. `parentWindow` owns the dialog; one that
- * is null, or no window, counts as none, and any other window is used as it is, one of another
- * thread and the desktop too.
+ * Shows a workflow as a modal dialog and returns when it has ended. `parentWindow` is the parent of the dialog.
+ * NULL, an invalid handle, the desktop window and HWND_MESSAGE mean no parent.
  *
- * Returns PAVANE_SUCCESS when the user went through to the end; one of the user's decisions; or a failure.
+ * Returns PAVANE_SUCCESS when the user completed the workflow, a decision of the user, or a failure.
  */
 uint16_t Pavane_RunWorkflow(uint16_t workflow, void* parentWindow);
 
-/* The latest status, 0 before the first. Needs no initialization, and outlives Pavane_Terminate. */
+/* Returns the latest status, 0 before the first. Needs no initialization, and outlives Pavane_Terminate. */
 uint16_t Pavane_Info_GetErrorCode(void);
 
 /* Frees everything and closes the log. Safe at any time, also repeatedly and without Pavane_Initialize. */
 void Pavane_Terminate(void);
+
+/* The types of these calls, for a host that loads the library with LoadLibrary and GetProcAddress. */
+typedef uint16_t (*PavaneInitializeFunction)(int32_t hostApp, uint32_t hostOptions);
+typedef uint32_t (*PavaneGetVersionFunction)(void);
+typedef uint16_t (*PavanePreloadWorkflowFunction)(uint16_t workflow);
+typedef uint16_t (*PavaneRunWorkflowFunction)(uint16_t workflow, void* parentWindow);
+typedef uint16_t (*PavaneInfoGetErrorCodeFunction)(void);
+typedef void (*PavaneTerminateFunction)(void);
 
 #ifdef __cplusplus
 }

@@ -1,13 +1,14 @@
 /*
- * pavane-host: the smallest application that uses Pavane, and the place to begin reading.
+ * pavane-host: a small application that uses Pavane. Begin reading here.
  *
- * It has a window with a menu of the five workflows, and a status line that shows how the latest one ended.
- * What a host of your own needs is in three calls: Pavane_Initialize, Pavane_RunWorkflow and
- * Pavane_Terminate, all on the thread that owns the window. Everything else here is an ordinary Windows
- * program, without even a manifest: the library brings the look of its dialogs along.
+ * It has a window with a menu of the workflows, and a status line that shows how the latest run ended. A host
+ * of your own needs three calls: Pavane_Initialize, Pavane_RunWorkflow and Pavane_Terminate, all on the
+ * thread that owns the window. Everything else here is an ordinary Windows program. It needs no manifest,
+ * because the library has its own for the look of its dialogs.
  *
- * For scripts there is a command line, see options.c.
+ * A command line for scripts is in options.c.
  */
+#include "log_line.h"
 #include "options.h"
 #include "pane_watcher.h"
 #include "pavane.h"
@@ -15,44 +16,68 @@
 
 #include <windows.h>
 
+#include <stdbool.h>
 #include <stdio.h>
 #include <wchar.h>
 
-/* The number by which this host makes itself known: any but 2. */
+/* Identifies this host: any number but 2. */
 #define HOST_APP 1
 #define COMMAND_WORKFLOW 100 /* + 1 to 5 */
 #define COMMAND_EXIT 200
 
 static const wchar_t kWindowClass[] = L"PavaneHostWindow";
 
-/* The status that the status line shows. */
+/* The status of the latest run. */
 static uint16_t gLatestStatus = PAVANE_SUCCESS;
 static HWND gStatusLine;
 
-static void ShowStatus(uint16_t status) {
-    wchar_t text[200];
-    swprintf(text, sizeof text / sizeof text[0], L" 0x%04X  %hs", status, StatusWords(status));
+/* Shows the status in words, with the latest line of the log below a failure. */
+static void ShowStatus(uint16_t status, const wchar_t* logLine) {
+    wchar_t text[600];
+    swprintf(text, sizeof text / sizeof text[0], L" 0x%04X  %hs\n %ls", status, StatusWords(status), logLine);
     SetWindowTextW(gStatusLine, text);
     printf("status 0x%04X: %s\n", status, StatusWords(status));
+    if (*logLine) {
+        printf("log: %ls\n", logLine);
+    }
     fflush(stdout);
 }
 
-/* The call that matters. It returns when the user has left the dialog; `window` is disabled meanwhile. */
+static bool IsFailure(uint16_t status) {
+    return status != PAVANE_SUCCESS && !PAVANE_IS_USER_DECISION(status);
+}
+
+/*
+ * The call that matters. It returns when the user has left the dialog; `window` is disabled meanwhile. The
+ * window may be destroyed during the call: then the library posts the quit message again, and the message
+ * loop ends.
+ */
 static void RunWorkflow(HWND window, uint16_t workflow) {
+    const long logEnd = EndOfLog();
+    wchar_t logLine[400] = L"";
     gLatestStatus = Pavane_RunWorkflow(workflow, window);
-    ShowStatus(gLatestStatus);
+    if (IsFailure(gLatestStatus)) {
+        ReadLastLogLine(logEnd, logLine, sizeof logLine / sizeof logLine[0]);
+    }
+    ShowStatus(gLatestStatus, logLine);
     if (gLatestStatus == PAVANE_USER_QUIT) {
-        DestroyWindow(window); /* the user was told that the application ends */
+        DestroyWindow(window); /* the dialog said that the application closes */
     }
 }
 
+/* The library refuses the number of a workflow that it does not have. */
+static bool HasWorkflow(uint16_t workflow) { return Pavane_PreloadWorkflow(workflow) != PAVANE_BAD_ARGUMENT; }
+
 static HMENU MakeMenu(void) {
-    static const wchar_t* const workflows[] = {L"&Welcome", L"&Registration", L"&Privacy", L"&Connection",
-                                               L"&Feedback"};
+    static const wchar_t* const names[] = {L"&Welcome", L"&Registration", L"&Privacy", L"&Connection",
+                                           L"&Feedback"};
     HMENU bar = CreateMenu();
     HMENU menu = CreatePopupMenu();
-    for (UINT i = 0; i < sizeof workflows / sizeof workflows[0]; ++i) {
-        AppendMenuW(menu, MF_STRING, COMMAND_WORKFLOW + PAVANE_WORKFLOW_WELCOME + i, workflows[i]);
+    for (uint16_t i = 0; i < sizeof names / sizeof names[0]; ++i) {
+        const uint16_t workflow = (uint16_t)(PAVANE_WORKFLOW_WELCOME + i);
+        if (HasWorkflow(workflow)) {
+            AppendMenuW(menu, MF_STRING, COMMAND_WORKFLOW + workflow, names[i]);
+        }
     }
     AppendMenuW(menu, MF_SEPARATOR, 0, NULL);
     AppendMenuW(menu, MF_STRING, COMMAND_EXIT, L"E&xit");
@@ -61,7 +86,7 @@ static HMENU MakeMenu(void) {
 }
 
 static void PlaceStatusLine(HWND window) {
-    const int height = 22;
+    const int height = 40; /* two lines */
     RECT area;
     GetClientRect(window, &area);
     MoveWindow(gStatusLine, 0, area.bottom - height, area.right, height, TRUE);
@@ -72,8 +97,8 @@ static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wparam
     switch (message) {
     case WM_CREATE:
         gStatusLine = CreateWindowW(L"STATIC", L" No workflow has run yet.",
-                                    WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0, window,
-                                    NULL, ((CREATESTRUCTW*)lparam)->hInstance, NULL);
+                                    WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_NOPREFIX, 0, 0, 0, 0, window, NULL,
+                                    ((CREATESTRUCTW*)lparam)->hInstance, NULL);
         SendMessageW(gStatusLine, WM_SETFONT, (WPARAM)GetStockObject(DEFAULT_GUI_FONT), FALSE);
         return 0;
     case WM_SIZE: PlaceStatusLine(window); return 0;
@@ -109,7 +134,7 @@ static void RunMessageLoop(void) {
     }
 }
 
-/* One workflow and out, for scripts. */
+/* For scripts: runs one workflow and returns the exit code. */
 static int RunForScript(HWND window, const struct Options* options) {
     if (!WatchPanes(window, options->screenshotFolder, options->autoWalk)) {
         return EXIT_USAGE;
@@ -118,8 +143,7 @@ static int RunForScript(HWND window, const struct Options* options) {
     return gLatestStatus == PAVANE_SUCCESS ? EXIT_OK : EXIT_STATUS;
 }
 
-/* A program with windows has no console: show what it prints where it was started from, if that is a console.
- */
+/* A program with windows has no console: print to the console that started it, if there is one. */
 static void FindConsole(void) {
     if (!GetStdHandle(STD_OUTPUT_HANDLE) && AttachConsole(ATTACH_PARENT_PROCESS)) {
         freopen("CONOUT$", "w", stdout);

@@ -5,8 +5,8 @@
 
 static const char kUsage[] =
     "usage: pavane-host [--workflow N] [--language xx_YY] [--screenshot-dir DIR] [--auto-walk]\n"
-    "  --workflow N          run workflow N, print its status and leave; exit code 0 for status 0, else 1\n"
-    "  --language xx_YY      speak this language to the user, such as he_IL\n"
+    "  --workflow N          run workflow N, print its status and end; exit code 0 for status 0, else 1\n"
+    "  --language xx_YY      the language of the dialogs, such as he_IL\n"
     "  --screenshot-dir DIR  with --workflow: save each pane and alert as DIR\\pane-1.png, pane-2.png, ...\n"
     "  --auto-walk           with --workflow: press the default button of each pane until the run ends\n";
 
@@ -22,7 +22,7 @@ static bool ReadWorkflow(const wchar_t* text, uint16_t* workflow) {
     return end != text && *end == 0 && number != 0 && number <= UINT16_MAX;
 }
 
-/* The system names locales with a hyphen: xx-YY. */
+/* The system writes locales with a hyphen: xx-YY. */
 static bool ReadLanguage(const wchar_t* text, LANGID* language) {
     wchar_t name[LOCALE_NAME_MAX_LENGTH];
     if (wcslen(text) >= LOCALE_NAME_MAX_LENGTH) {
@@ -41,7 +41,7 @@ static bool ReadLanguage(const wchar_t* text, LANGID* language) {
 
 static bool ReadOption(const wchar_t* name, const wchar_t* value, struct Options* options) {
     if (wcscmp(name, L"--workflow") == 0) {
-        return ReadWorkflow(value, &options->workflow) || Refuse("no number of a workflow", value);
+        return ReadWorkflow(value, &options->workflow) || Refuse("not the number of a workflow", value);
     }
     if (wcscmp(name, L"--language") == 0) {
         return ReadLanguage(value, &options->language) || Refuse("unknown locale", value);

@@ -7,11 +7,11 @@
 #include <stdbool.h>
 #include <stdint.h>
 
-/* What the program answers to whoever started it. */
+/* Exit codes. */
 #define EXIT_OK 0     /* the workflow ended with status 0, or there was none to run */
 #define EXIT_STATUS 1 /* it ended with another status, which was printed */
-#define EXIT_USAGE 2  /* nothing was run: the command line cannot be followed */
-#define EXIT_STUCK 3  /* the automatic walk found no way on */
+#define EXIT_USAGE 2  /* nothing was run: the command line is wrong */
+#define EXIT_STUCK 3  /* the automatic walk found no button to press, or no end */
 
 struct Options {
     uint16_t workflow;               /* 0: open the window and wait for the user */
@@ -20,7 +20,7 @@ struct Options {
     bool autoWalk;                   /* press the default button of each pane */
 };
 
-/* False after it has said on stderr what is wrong. */
+/* Returns false, after printing what is wrong to stderr. */
 bool ReadOptions(int count, wchar_t** arguments, struct Options* options);
 
 #endif

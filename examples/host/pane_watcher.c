@@ -11,10 +11,10 @@
 enum {
     kTimer = 1,
     kMilliseconds = 100,
-    kMostPanes = 50, /* a walk that meets more goes round in a circle */
+    kMostPanes = 50, /* a walk that meets more goes in a circle */
 };
 
-/* A pane is told from the next by what can be seen of it. */
+/* A hash of what is visible of a pane. Two panes differ in it. */
 typedef uint64_t Look;
 
 static struct {
@@ -108,9 +108,9 @@ static void CALLBACK LookForPane(HWND window, UINT message, UINT_PTR timer, DWOR
     (void)window, (void)message, (void)timer, (void)time;
     HWND dialog = FindDialog();
     const Look look = dialog ? LookOf(dialog) : 0;
-    const bool stands = look == gWatcher.seen; /* not in the middle of a change */
+    const bool isSteady = look == gWatcher.seen; /* not in the middle of a change */
     gWatcher.seen = look;
-    if (!dialog || !stands || look == gWatcher.saved) {
+    if (!dialog || !isSteady || look == gWatcher.saved) {
         return;
     }
     gWatcher.saved = look;

@@ -4,7 +4,7 @@
 
 #include <stdint.h>
 
-/* Plain ASCII, never null. */
+/* Returns plain ASCII, never NULL. */
 const char* StatusWords(uint16_t status);
 
 #endif

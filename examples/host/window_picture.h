@@ -6,7 +6,7 @@
 
 #include <stdbool.h>
 
-/* Paints what waits to be painted, then writes the window with its frame to `path`. */
+/* Finishes pending painting, then writes the window with its frame to `path`. Returns false on failure. */
 bool SaveWindowPicture(HWND window, const wchar_t* path);
 
 #endif

@@ -1,20 +1,19 @@
 #include "frame/log.h"
 
+#include "frame/frame_state.h"
 #include "frame/platform/frame_platform.h"
 
 #include <array>
 #include <cstdarg>
 #include <ctime>
 #include <string_view>
+#include <utility>
 
 namespace brixen::pvn {
-
-std::atomic<std::FILE*> gLogStream = nullptr;
-
 namespace {
 
 constexpr std::u16string_view kLogFileName = u"pvn.log";
-// The folder must leave room for the file's name and its terminator.
+// The folder must leave room for the name of the file and its terminator.
 constexpr std::size_t kFolderLimit = kPathLimit + 1 - (kLogFileName.size() + 1);
 constexpr std::int64_t kLargeLog = 256001; // bytes
 
@@ -23,24 +22,27 @@ using LogPath = std::array<char16_t, kPathLimit>;
 LogPath MakeLogPath() noexcept {
     LogPath path{};
     std::size_t length = GetTemporaryFolder(path);
-    if (length >= kFolderLimit) length = 0; // the file then lies in the current directory
+    if (length >= kFolderLimit) length = 0; // the file is then in the current directory
     path[length + kLogFileName.copy(path.data() + length, kLogFileName.size())] = u'\0';
     return path;
 }
 
-} // namespace
+// Has the stream to itself for its own lifetime.
+class LogLock {
+public:
+    LogLock() noexcept {
+        while (GetFrameState().isLogBusy.test_and_set()) YieldThread();
+    }
+    ~LogLock() { GetFrameState().isLogBusy.clear(); }
+    LogLock(const LogLock&) = delete;
+    LogLock& operator=(const LogLock&) = delete;
+};
 
-void OpenLog(bool trimIfLarge) noexcept {
-    const LogPath path = MakeLogPath();
-    const bool empty = trimIfLarge && SizeOfFile(path.data()) >= kLargeLog;
-    gLogStream = OpenSharedFile(path.data(), !empty);
+void ReplaceStream(std::FILE* stream) noexcept {
+    FrameState& frame = GetFrameState();
+    const LogLock lock;
+    if (std::FILE* const replaced = std::exchange(frame.gLogStream, stream)) std::fclose(replaced);
 }
-
-void CloseLog() noexcept {
-    if (std::FILE* stream = gLogStream.exchange(nullptr)) std::fclose(stream);
-}
-
-namespace {
 
 void WritePrefixTo(std::FILE* stream) noexcept {
     const std::tm now = LocalTime(std::time(nullptr));
@@ -51,28 +53,39 @@ void WritePrefixTo(std::FILE* stream) noexcept {
 
 } // namespace
 
+void OpenLog(bool trimIfLarge) noexcept {
+    const LogPath path = MakeLogPath();
+    const bool empty = trimIfLarge && SizeOfFile(path.data()) >= kLargeLog;
+    ReplaceStream(OpenSharedFile(path.data(), !empty));
+}
+
+void CloseLog() noexcept { ReplaceStream(nullptr); }
+
 void WriteLogPrefix() noexcept {
-    if (std::FILE* stream = gLogStream) WritePrefixTo(stream);
+    FrameState& frame = GetFrameState();
+    const LogLock lock;
+    if (frame.gLogStream) WritePrefixTo(frame.gLogStream);
 }
 
 void PvnLog(const char* format, ...) noexcept {
-    std::FILE* const stream = gLogStream;
-    if (!stream) return;
-    WritePrefixTo(stream);
+    FrameState& frame = GetFrameState();
+    const LogLock lock;
+    if (!frame.gLogStream) return;
+    WritePrefixTo(frame.gLogStream);
     std::va_list arguments;
     va_start(arguments, format);
-    std::vfprintf(stream, format, arguments);
+    std::vfprintf(frame.gLogStream, format, arguments);
     va_end(arguments);
-    std::fflush(stream);
+    std::fflush(frame.gLogStream);
 }
 
-void LogRequirement(const LogPlace& place) noexcept {
-    PvnLog("%s: %s: (func: %s, line: %d)\n", kLogComponent, kLogRequirement, place.function, place.line);
+void LogRequirement(const LogSource& source) noexcept {
+    PvnLog("%s: %s: (func: %s, line: %d)\n", kLogComponent, kLogRequirement, source.function, source.line);
 }
 
-void LogRequirement(const LogPlace& place, Status value) noexcept {
-    PvnLog("%s: %s: (func: %s, line: %d, value: %d)\n", kLogComponent, kLogRequirement, place.function,
-           place.line, value);
+void LogRequirement(const LogSource& source, Status value) noexcept {
+    PvnLog("%s: %s: (func: %s, line: %d, value: %d)\n", kLogComponent, kLogRequirement, source.function,
+           source.line, value);
 }
 
 } // namespace brixen::pvn

@@ -1,13 +1,18 @@
 #include "frame/pavane_context.h"
 
+#include "frame/frame_state.h"
+
 namespace brixen::pvn {
 
-PavaneContext* gPavaneContext = nullptr;
-std::atomic<Status> gLastError = kStatusSuccess;
-std::uint16_t gPreloadedWorkflow = 0;
+void ReleaseHoldings(PavaneContext& context) noexcept {
+    delete context.auxObject;
+    context.auxObject = nullptr;
+    if (context.threadHandle) CloseThread(context.threadHandle);
+    context.threadHandle = nullptr;
+}
 
 void SetWorkflowPhase(std::uint32_t phase) noexcept {
-    if (gPavaneContext) gPavaneContext->workflowPhase = phase;
+    if (PavaneContext* const context = GetFrameState().gPavaneContext) context->workflowPhase = phase;
 }
 
 } // namespace brixen::pvn

@@ -1,5 +1,6 @@
-// Status words: 0 is success, any other value a failure or a user's decision. A value means the same wherever
-// it appears: returned, kept as last error, given to a progress callback, or stored as a workflow's result.
+// Status words: 0 is success, any other value a failure or a decision of the user. A value means the same
+// wherever it appears: returned, kept as the last error, passed to a progress callback, or stored as the
+// result of a workflow.
 #pragma once
 
 #include <cstdint>
@@ -13,15 +14,15 @@ inline constexpr Status kStatusNotInitialized = 0x8101;  // there is no context
 inline constexpr Status kStatusNullArgument = 0x8102;    // a required pointer was null
 inline constexpr Status kStatusBadArgument = 0x8106;     // a value outside its set
 inline constexpr Status kStatusNoMemory = 0x8206;        // an allocation failed
-inline constexpr Status kStatusException = 0x8209;       // an exception reached a boundary; no more is known
+inline constexpr Status kStatusException = 0x8209;       // an exception reached a boundary
 inline constexpr Status kStatusNoThread = 0x8282;        // the worker thread could not be created
-inline constexpr Status kStatusUnmappedOutcome = 0x8401; // a workflow ended in a way it has no status for
+inline constexpr Status kStatusUnmappedOutcome = 0x8401; // a workflow ended in a way that has no status
 inline constexpr Status kStatusUserQuit = 0x8901;        // the user chose to quit the host
 inline constexpr Status kStatusUserCancel = 0x8902;      // the user canceled the workflow
-inline constexpr Status kStatusUserOutcome3 = 0x8903;    // what it says is each workflow's own affair
-inline constexpr Status kStatusUserOutcome4 = 0x8904;    // as above
+inline constexpr Status kStatusUserOutcome3 = 0x8903;    // each workflow defines its meaning
+inline constexpr Status kStatusUserOutcome4 = 0x8904;    // each workflow defines its meaning
 
-// The user's decisions are no faults.
+// The decisions of the user are no faults.
 constexpr bool IsUserDecision(Status status) { return status >> 8 == 0x89; }
 
 } // namespace brixen::pvn

@@ -1,19 +1,20 @@
 #include "frame/stop_watch.h"
 
+#include "frame/frame_state.h"
 #include "frame/platform/frame_platform.h"
 
 namespace brixen::pvn {
 
-std::uint32_t gStopWatchStart = 0;
+void ResetStopWatch() noexcept { GetFrameState().gStopWatchStart = TickCount(); }
 
-void ResetStopWatch() noexcept { gStopWatchStart = TickCount(); }
+float StopWatchSeconds() noexcept {
+    return static_cast<float>(TickCount() - GetFrameState().gStopWatchStart) / 1000;
+}
 
-float StopWatchSeconds() noexcept { return static_cast<float>(TickCount() - gStopWatchStart) / 1000; }
-
-void LogStopWatchReset(const LogPlace& place) noexcept {
+void LogStopWatchReset(const LogSource& source) noexcept {
     ResetStopWatch();
     PvnLog("%s: %s: reset stop watch (clock: 0.0 sec, func: %s, line: %d)\n", kLogComponent, kLogTiming,
-           place.function, place.line);
+           source.function, source.line);
 }
 
 void LogClock(const char* label) noexcept {
@@ -21,12 +22,12 @@ void LogClock(const char* label) noexcept {
            static_cast<double>(StopWatchSeconds()));
 }
 
-DurationLine::DurationLine(const char* function) noexcept : fFunction(function), fStart(TickCount()) {}
+DurationLine::DurationLine(const char* functionName) noexcept : function(functionName), start(TickCount()) {}
 
 DurationLine::~DurationLine() {
-    const double seconds = static_cast<double>(TickCount() - fStart) / 1000;
+    const double seconds = static_cast<double>(TickCount() - start) / 1000;
     if (seconds >= 0.001)
-        PvnLog("%s: %s: (func: %s, duration: %.3f sec)\n", kLogComponent, kLogTiming, fFunction, seconds);
+        PvnLog("%s: %s: (func: %s, duration: %.3f sec)\n", kLogComponent, kLogTiming, function, seconds);
 }
 
 } // namespace brixen::pvn

@@ -1,4 +1,4 @@
-// The library's version, in the one place from which the build's resources take it too.
+// The version of the library. The resources of the build take it from here too.
 #pragma once
 
 #include <cstdint>

@@ -6,21 +6,20 @@
 #include <cstdio>
 
 namespace brixen::pvn {
-
 namespace {
 
 constexpr char kComponent[] = "ServiceLoader";
-constexpr std::size_t kMostTextBytes = 4093;
-constexpr std::size_t kRoomAround = 64; // component, separator, line end and terminator
+constexpr std::size_t kTextLimit = 4093;    // bytes
+constexpr std::size_t kRoomAroundText = 64; // component, separator, line end and terminator
 
 void ShowToDebugger(const char* component, const char* text) {
-    char line[kMostTextBytes + kRoomAround];
+    char line[kTextLimit + kRoomAroundText];
     std::snprintf(line, sizeof line, "%s: %s\r\n", component, text);
-    platform::WriteToDebugger(line);
+    WriteToDebugger(line);
 }
 
 void FormatToDebugger(const char* format, std::va_list arguments) {
-    char text[kMostTextBytes + 1] = {};
+    char text[kTextLimit + 1] = {};
     std::vsnprintf(text, sizeof text, format, arguments);
     ShowToDebugger(kComponent, text);
 }

@@ -1,4 +1,4 @@
-// A log of a test's own: the native twin's temporary folder is a fresh one while this lives.
+// The log of one test: the temporary folder of the native twin is a fresh one while the object lives.
 #pragma once
 
 #include "frame/log.h"
@@ -16,7 +16,7 @@ namespace pavane_test {
 
 class LogFile {
 public:
-    LogFile() { brixen::pvn::GetFrameTwin().temporaryFolder = (fFolder / "").u16string(); }
+    LogFile() { brixen::pvn::GetFrameTwin().temporaryFolder = (folder / "").u16string(); }
     ~LogFile() {
         brixen::pvn::CloseLog();
         brixen::pvn::ResetFrameTwin();
@@ -24,15 +24,15 @@ public:
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    const std::filesystem::path& Folder() const { return fFolder.Path(); }
-    std::filesystem::path Path() const { return fFolder / "pvn.log"; }
+    const std::filesystem::path& Folder() const { return folder.Path(); }
+    std::filesystem::path Path() const { return folder / "pvn.log"; }
 
     std::string Text() const {
         std::ifstream file(Path(), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    // The lines without their prefix; one whose prefix is not as it should be stays whole.
+    // Returns the lines without their prefix; a line with a wrong prefix stays whole.
     std::vector<std::string> Bodies() const {
         static const std::regex prefix(R"(^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d \[\d+\] )");
         std::vector<std::string> bodies;
@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    const TemporaryFolder fFolder;
+    const TemporaryFolder folder;
 };
 
 } // namespace pavane_test

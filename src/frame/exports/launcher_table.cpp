@@ -1,10 +1,12 @@
-// The five workflows, and where the engine's calls meet the exports.
-#include "frame/exports/launchers.h"
+#include "frame/exports/launcher_table.h"
 
+#include "frame/frame_state.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/run_workflow.h"
+
+#include <algorithm>
 
 namespace brixen::pvn {
 
@@ -12,7 +14,7 @@ using namespace pvn_workflow;
 
 namespace {
 
-// A workflow joins the library by its class in workflow/catalogue and its run function here.
+// To add a workflow, add its class to workflow/catalogue and its run function here.
 constexpr WorkflowRow kWorkflows[] = {
     {.number = 1, .type = 1, .name = "Welcome", .run = RunWorkFlowFromBag<PVNWelcomeWorkFlow>},
     {.number = 2,
@@ -34,11 +36,21 @@ constexpr WorkflowRow kWorkflows[] = {
 
 } // namespace
 
-constinit const WorkflowCatalogue kWorkflowCatalogue = {
+constinit const LauncherTable kLauncherTable = {
     kWorkflows,
     SelectLanguage,
     LoadViewDescription,
     ShutDownResources,
 };
+
+const LauncherTable& GetLaunchers() noexcept {
+    const LauncherTable* const table = GetFrameState().testLaunchers;
+    return table ? *table : kLauncherTable;
+}
+
+const WorkflowRow* LauncherTable::Find(std::uint16_t number) const noexcept {
+    const auto row = std::ranges::find(workflows, number, &WorkflowRow::number);
+    return row != workflows.end() && row->run ? &*row : nullptr;
+}
 
 } // namespace brixen::pvn

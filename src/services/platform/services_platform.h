@@ -1,9 +1,9 @@
-// What the service loader needs of the system.
+// What the service loader asks of the system.
 #pragma once
 
-namespace brixen::pvn::platform {
+namespace brixen::pvn {
 
-// Shows a text to a debugger that watches the process, if there is one.
+// Shows a text to the debugger of the process, if there is one. Any thread.
 void WriteToDebugger(const char* text) noexcept;
 
-} // namespace brixen::pvn::platform
+} // namespace brixen::pvn

@@ -1,5 +1,6 @@
 #include "workflow/context/context_storage.h"
 
+#include "frame/frame_state.h"
 #include "frame/pavane_context.h"
 #include "workflow/context/context_keys.h"
 
@@ -8,8 +9,8 @@ namespace brixen::pvn::pvn_workflow {
 namespace {
 
 const char* HostDisplayName() {
-    const bool isKnown = gPavaneContext && gPavaneContext->hostDisplayName[0] != '\0';
-    return isKnown ? gPavaneContext->hostDisplayName : "Product";
+    const bool isKnown = GetFrameState().gPavaneContext && GetFrameState().gPavaneContext->hostDisplayName[0] != '\0';
+    return isKnown ? GetFrameState().gPavaneContext->hostDisplayName : "Product";
 }
 
 } // namespace

@@ -21,13 +21,13 @@ protected:
     }
 };
 
-TEST_F(HostConfiguration, TheLanguageOfTheOptionsIsTheHosts) {
+TEST_F(HostConfiguration, TheLanguageIsThatOfTheHostOptions) {
     EXPECT_EQ(GetHostLanguage(OptionsFor(0x040D)), "he_IL");
     EXPECT_EQ(GetHostLanguage(OptionsFor(0x0407) | 0xFFFF), "de_DE");
     EXPECT_EQ(GetHostLanguage(OptionsFor(0x0411)), "ja_JP");
 }
 
-TEST_F(HostConfiguration, WithoutOneTheThreadsLanguageIs) {
+TEST_F(HostConfiguration, WithoutOneTheLanguageIsThatOfTheThread) {
     GetFrameTwin().threadLanguage = 0x040C;
     EXPECT_EQ(GetHostLanguage(0), "fr_FR");
     EXPECT_EQ(GetHostLanguage(kOptionWithholdCancel), "fr_FR");
@@ -59,7 +59,7 @@ TEST_F(HostConfiguration, TheFallbackLookupAlwaysFindsEnglish) {
     EXPECT_STREQ(locale, "en_US");
 }
 
-TEST_F(HostConfiguration, TheDisplayNameIsTheFirstThatThereIs) {
+TEST_F(HostConfiguration, TheDisplayNameIsTheFirstNameOfTheProgram) {
     GetFrameTwin().hostProgram = {"Product", "Description", "host.exe"};
     EXPECT_EQ(DisplayName(), "Product");
     GetFrameTwin().hostProgram.productName.clear();
@@ -86,7 +86,7 @@ TEST_F(HostConfiguration, ALongDisplayNameIsCutBetweenCharacters) {
     EXPECT_EQ(DisplayName(), "");
 }
 
-TEST_F(HostConfiguration, ARefreshFillsTheRecord) {
+TEST_F(HostConfiguration, ARefreshFillsTheContext) {
     GetFrameTwin().hostProgram.productName = "Product";
     PavaneContext context;
     RefreshHostStrings(context, "he_IL");
@@ -95,7 +95,7 @@ TEST_F(HostConfiguration, ARefreshFillsTheRecord) {
     EXPECT_STREQ(context.hostDisplayName, "Product");
 }
 
-TEST_F(HostConfiguration, ARefreshTellsWhenTheLocaleIsTheFallback) {
+TEST_F(HostConfiguration, ARefreshMarksAFallbackLocale) {
     PavaneContext context;
     RefreshHostStrings(context, "it_IT");
     EXPECT_STREQ(context.hostLocale, "en_US");

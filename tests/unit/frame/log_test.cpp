@@ -1,10 +1,14 @@
 #include "frame/log.h"
 
+#include "frame/frame_state.h"
+
 #include "support/log_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <iterator>
 #include <unistd.h>
 
 namespace brixen::pvn {
@@ -15,28 +19,28 @@ using testing::MatchesRegex;
 
 class Log : public testing::Test {
 protected:
-    // A folder whose path has that many units, its last separator among them.
+    // Makes a folder with a path of that many units, including its last separator.
     void UseFolderOfLength(std::size_t length) {
-        std::string path = (fLog.Folder() / "").string();
+        std::string path = (log.Folder() / "").string();
         while (path.size() + 101 < length) path += std::string(99, 'd') + '/';
         if (path.size() < length) path += std::string(length - path.size() - 1, 'd') + '/';
         std::filesystem::create_directories(path);
         GetFrameTwin().temporaryFolder = std::filesystem::path(path).u16string();
         ASSERT_EQ(GetFrameTwin().temporaryFolder->size(), length);
-        fLongFolder = path;
+        longFolder = path;
     }
 
-    void WriteFileOfSize(std::size_t size) { std::ofstream(fLog.Path()) << std::string(size, 'x'); }
+    void WriteFileOfSize(std::size_t size) { std::ofstream(log.Path()) << std::string(size, 'x'); }
 
-    pavane_test::LogFile fLog;
-    std::filesystem::path fLongFolder;
+    pavane_test::LogFile log;
+    std::filesystem::path longFolder;
 };
 
 TEST_F(Log, ALineIsThePrefixAndTheBody) {
     OpenLog(false);
     PvnLog("%s: %s: %d and %s\n", kLogComponent, kLogInfo, 7, "text");
-    EXPECT_THAT(fLog.Text(), MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2} \\[" +
-                                          std::to_string(getpid()) + "\\] PVN: _info_: 7 and text\n"));
+    EXPECT_THAT(log.Text(), MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2} \\[" +
+                                         std::to_string(getpid()) + "\\] PVN: _info_: 7 and text\n"));
 }
 
 TEST_F(Log, TheTimeIsLocalTime) {
@@ -45,7 +49,7 @@ TEST_F(Log, TheTimeIsLocalTime) {
     PvnLog("\n");
     const std::time_t after = std::time(nullptr);
     std::tm parts = {};
-    const std::string text = fLog.Text();
+    const std::string text = log.Text();
     ASSERT_TRUE(strptime(text.c_str(), "%Y-%m-%d %H:%M:%S", &parts)) << text;
     parts.tm_isdst = -1;
     EXPECT_GE(std::mktime(&parts), before);
@@ -55,20 +59,20 @@ TEST_F(Log, TheTimeIsLocalTime) {
 TEST_F(Log, EveryLineIsOnDiskAtOnce) {
     OpenLog(false);
     PvnLog("one\n");
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("one"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("one"));
     PvnLog("two\n");
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("one", "two"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("one", "two"));
 }
 
 TEST_F(Log, ThePrefixAloneHasNoBodyAndNoFlush) {
     OpenLog(false);
     WriteLogPrefix();
-    EXPECT_EQ(fLog.Text(), "");
+    EXPECT_EQ(log.Text(), "");
     CloseLog();
-    EXPECT_THAT(fLog.Text(), MatchesRegex("[-0-9]+ [:0-9]+ \\[[0-9]+\\] "));
+    EXPECT_THAT(log.Text(), MatchesRegex("[-0-9]+ [:0-9]+ \\[[0-9]+\\] "));
 }
 
-TEST_F(Log, WithoutAnOpenFileNothingIsWrittenAndNothingFails) {
+TEST_F(Log, WritesNothingAndFailsNothingWithoutAnOpenFile) {
     PvnLog("before\n");
     WriteLogPrefix();
     OpenLog(false);
@@ -76,14 +80,14 @@ TEST_F(Log, WithoutAnOpenFileNothingIsWrittenAndNothingFails) {
     PvnLog("after\n");
     WriteLogPrefix();
     CloseLog();
-    EXPECT_EQ(fLog.Text(), "");
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(log.Text(), "");
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
 }
 
-TEST_F(Log, AFolderThatIsNotThereLeavesTheStreamNull) {
-    GetFrameTwin().temporaryFolder = (fLog.Folder() / "absent" / "").u16string();
+TEST_F(Log, AMissingFolderLeavesTheStreamNull) {
+    GetFrameTwin().temporaryFolder = (log.Folder() / "absent" / "").u16string();
     OpenLog(false);
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     PvnLog("nowhere\n");
 }
 
@@ -91,7 +95,7 @@ TEST_F(Log, RequirementLinesNameFunctionLineAndValue) {
     OpenLog(false);
     LogRequirement(kAlreadyInitialized);
     LogRequirement(kRunNotPrepared, kStatusBadArgument);
-    EXPECT_THAT(fLog.Bodies(),
+    EXPECT_THAT(log.Bodies(),
                 ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 182)",
                             "PVN: __req_: (func: brixen::pvn::Pavane_RunWorkflow, line: 394, value: 33030)"));
 }
@@ -100,42 +104,42 @@ TEST_F(Log, OpeningAppends) {
     WriteFileOfSize(300000);
     OpenLog(false);
     PvnLog("more\n");
-    EXPECT_GT(std::filesystem::file_size(fLog.Path()), 300000u);
+    EXPECT_GT(std::filesystem::file_size(log.Path()), 300000u);
 }
 
 TEST_F(Log, TrimmingAppendsTo256000BytesAndEmpties256001) {
     WriteFileOfSize(256000);
     OpenLog(true);
     CloseLog();
-    EXPECT_EQ(std::filesystem::file_size(fLog.Path()), 256000u);
+    EXPECT_EQ(std::filesystem::file_size(log.Path()), 256000u);
     WriteFileOfSize(256001);
     OpenLog(true);
     CloseLog();
-    EXPECT_EQ(std::filesystem::file_size(fLog.Path()), 0u);
+    EXPECT_EQ(std::filesystem::file_size(log.Path()), 0u);
 }
 
-TEST_F(Log, TrimmingMakesAFileThatIsNotThere) {
+TEST_F(Log, TrimmingCreatesAMissingFile) {
     OpenLog(true);
     PvnLog("first\n");
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("first"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("first"));
 }
 
 TEST_F(Log, AFolderOf252UnitsIsUsed) {
     UseFolderOfLength(252);
     OpenLog(false);
-    EXPECT_TRUE(std::filesystem::exists(fLongFolder / "pvn.log"));
+    EXPECT_TRUE(std::filesystem::exists(longFolder / "pvn.log"));
 }
 
-// The current directory is the process's: these two put a folder of their own in its place.
+// The current directory belongs to the process: these tests replace it for their time.
 class LogInCurrentDirectory : public Log {
 protected:
     void SetUp() override {
-        fBefore = std::filesystem::current_path();
-        std::filesystem::current_path(fLog.Folder());
+        before = std::filesystem::current_path();
+        std::filesystem::current_path(log.Folder());
     }
-    void TearDown() override { std::filesystem::current_path(fBefore); }
+    void TearDown() override { std::filesystem::current_path(before); }
 
-    std::filesystem::path fBefore;
+    std::filesystem::path before;
 };
 
 TEST_F(LogInCurrentDirectory, AFolderOf253UnitsOrMoreCountsAsNone) {
@@ -144,33 +148,72 @@ TEST_F(LogInCurrentDirectory, AFolderOf253UnitsOrMoreCountsAsNone) {
         OpenLog(false);
         PvnLog("here\n");
         CloseLog();
-        EXPECT_FALSE(std::filesystem::exists(fLongFolder / "pvn.log")) << length;
-        EXPECT_THAT(fLog.Bodies(), ElementsAre("here")) << length;
-        std::filesystem::remove(fLog.Path());
+        EXPECT_FALSE(std::filesystem::exists(longFolder / "pvn.log")) << length;
+        EXPECT_THAT(log.Bodies(), ElementsAre("here")) << length;
+        std::filesystem::remove(log.Path());
     }
 }
 
-TEST_F(LogInCurrentDirectory, SoDoesAFolderThatCannotBeHad) {
+TEST_F(LogInCurrentDirectory, AFolderThatTheSystemRefusesCountsAsNone) {
     GetFrameTwin().temporaryFolder = u"";
     OpenLog(false);
     PvnLog("here\n");
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("here"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("here"));
 }
 
-TEST_F(Log, ASecondOpenWritesOnAndLeavesTheFirstStreamOpen) {
+TEST_F(Log, ASecondOpenAppendsAndClosesTheStreamThatItReplaces) {
+    const auto openFiles = [] {
+        const std::filesystem::directory_iterator files("/proc/self/fd");
+        return std::distance(begin(files), end(files));
+    };
     OpenLog(false);
-    std::FILE* const first = gLogStream;
     PvnLog("one\n");
-    OpenLog(false);
-    EXPECT_NE(gLogStream, first);
+    const auto before = openFiles();
+    for (int i = 0; i < 600; ++i) OpenLog(false);
+    EXPECT_EQ(openFiles(), before);
     PvnLog("two\n");
-    EXPECT_GE(std::fprintf(first, "three\n"), 0);
-    EXPECT_EQ(std::fclose(first), 0);
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("one", "two", "three"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("one", "two"));
+}
+
+TEST_F(Log, ASecondOpenThatFailsClosesTheLog) {
+    OpenLog(false);
+    GetFrameTwin().temporaryFolder = (log.Folder() / "absent" / "").u16string();
+    OpenLog(false);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
+}
+
+unsigned long WriteLines(void* stop) {
+    while (!*static_cast<std::atomic<bool>*>(stop)) {
+        PvnLog("%s\n", "a whole line");
+        YieldThread();
+    }
+    return 0;
+}
+
+TEST_F(Log, LinesStayWholeWhenItIsOpenedAgainWhileAnotherThreadWrites) {
+    OpenLog(false);
+    std::atomic<bool> stop = false;
+    const NativeThread writer = StartThread(WriteLines, &stop);
+    ASSERT_NE(writer, nullptr);
+    while (std::filesystem::file_size(log.Path()) == 0) YieldThread();
+    for (int i = 0; i < 100; ++i) {
+        OpenLog(false);
+        PvnLog("%s\n", "a whole line");
+    }
+    stop = true;
+    unsigned long code = 1;
+    EXPECT_TRUE(WaitForThread(writer, 60'000, &code));
+    CloseThread(writer);
+    std::ifstream file(log.Path());
+    for (std::string line; std::getline(file, line);) {
+        ASSERT_EQ(line.size(), std::string("2026-01-02 03:04:05 [] a whole line").size() +
+                                   std::to_string(getpid()).size());
+        ASSERT_TRUE(line.ends_with("] a whole line")) << line;
+    }
 }
 
 TEST_F(Log, AFolderMayHaveAnyName) {
-    const std::filesystem::path folder = fLog.Folder() / u8"Zeitung-äöü-読み-😀";
+    const std::filesystem::path folder = log.Folder() / u8"Zeitung-äöü-読み-😀";
     std::filesystem::create_directory(folder);
     GetFrameTwin().temporaryFolder = (folder / "").u16string();
     OpenLog(false);

@@ -1,5 +1,7 @@
 #include "frame/stop_watch.h"
 
+#include "frame/frame_state.h"
+
 #include "support/log_file.h"
 
 #include <gmock/gmock.h>
@@ -14,14 +16,14 @@ using testing::IsEmpty;
 class StopWatch : public testing::Test {
 protected:
     void SetUp() override {
-        gStopWatchStart = 0;
+        ResetFrameState();
         OpenLog(false);
     }
-    void TearDown() override { gStopWatchStart = 0; }
+    void TearDown() override { ResetFrameState(); }
 
     void TicksAre(std::uint32_t ticks) { GetFrameTwin().tickCount = ticks; }
 
-    pavane_test::LogFile fLog;
+    pavane_test::LogFile log;
 };
 
 TEST_F(StopWatch, ShowsTheTicksOfTheSystemBeforeAnyReset) {
@@ -44,12 +46,12 @@ TEST_F(StopWatch, SurvivesTheWrapOfTheTickCount) {
     EXPECT_FLOAT_EQ(StopWatchSeconds(), 0.512f);
 }
 
-TEST_F(StopWatch, TheResetLineNamesWhoReset) {
+TEST_F(StopWatch, TheResetLineNamesTheFunctionThatReset) {
     TicksAre(5000);
     LogStopWatchReset({"brixen::pvn::Somebody", 17});
-    EXPECT_EQ(gStopWatchStart, 5000u);
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("PVN: _time_: reset stop watch (clock: 0.0 sec, "
-                                           "func: brixen::pvn::Somebody, line: 17)"));
+    EXPECT_EQ(GetFrameState().gStopWatchStart, 5000u);
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: _time_: reset stop watch (clock: 0.0 sec, "
+                                          "func: brixen::pvn::Somebody, line: 17)"));
 }
 
 TEST_F(StopWatch, TheClockLineHasItsLabel) {
@@ -57,8 +59,7 @@ TEST_F(StopWatch, TheClockLineHasItsLabel) {
     ResetStopWatch();
     TicksAre(3345);
     LogClock(kFirstUserEventLabel);
-    EXPECT_THAT(fLog.Bodies(),
-                ElementsAre("PVN: _time_: dialog receive first user event (clock: 2.345 sec)"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: _time_: dialog receive first user event (clock: 2.345 sec)"));
 }
 
 TEST_F(StopWatch, ADurationOfAMillisecondMakesALine) {
@@ -67,14 +68,13 @@ TEST_F(StopWatch, ADurationOfAMillisecondMakesALine) {
         const DurationLine line("brixen::pvn::LongWork");
         TicksAre(101);
     }
-    EXPECT_THAT(fLog.Bodies(),
-                ElementsAre("PVN: _time_: (func: brixen::pvn::LongWork, duration: 0.001 sec)"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: _time_: (func: brixen::pvn::LongWork, duration: 0.001 sec)"));
 }
 
 TEST_F(StopWatch, ADurationWithoutATickMakesNone) {
     TicksAre(100);
     { const DurationLine line("brixen::pvn::ShortWork"); }
-    EXPECT_THAT(fLog.Bodies(), IsEmpty());
+    EXPECT_THAT(log.Bodies(), IsEmpty());
 }
 
 TEST_F(StopWatch, ADurationSurvivesTheWrap) {
@@ -83,11 +83,10 @@ TEST_F(StopWatch, ADurationSurvivesTheWrap) {
         const DurationLine line("brixen::pvn::LongWork");
         TicksAre(1999);
     }
-    EXPECT_THAT(fLog.Bodies(),
-                ElementsAre("PVN: _time_: (func: brixen::pvn::LongWork, duration: 2.000 sec)"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: _time_: (func: brixen::pvn::LongWork, duration: 2.000 sec)"));
 }
 
-TEST_F(StopWatch, ADurationEndedByAnExceptionIsToldToo) {
+TEST_F(StopWatch, ADurationThatEndsInAnExceptionIsLogged) {
     TicksAre(0);
     try {
         const DurationLine line("brixen::pvn::LongWork");
@@ -95,8 +94,7 @@ TEST_F(StopWatch, ADurationEndedByAnExceptionIsToldToo) {
         throw 1;
     } catch (int) {
     }
-    EXPECT_THAT(fLog.Bodies(),
-                ElementsAre("PVN: _time_: (func: brixen::pvn::LongWork, duration: 1.500 sec)"));
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: _time_: (func: brixen::pvn::LongWork, duration: 1.500 sec)"));
 }
 
 } // namespace

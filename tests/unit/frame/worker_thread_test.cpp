@@ -1,5 +1,7 @@
 #include "frame/worker_thread.h"
 
+#include "frame/frame_state.h"
+
 #include "support/log_file.h"
 
 #include <gmock/gmock.h>
@@ -51,22 +53,22 @@ protected:
     void SetUp() override {
         OpenLog(false);
         gReport = {};
-        gPavaneContext = &fContext;
+        GetFrameState().gPavaneContext = &context;
     }
     void TearDown() override {
-        if (fContext.threadHandle) CloseThread(fContext.threadHandle);
-        gPavaneContext = nullptr;
+        if (context.threadHandle) CloseThread(context.threadHandle);
+        GetFrameState().gPavaneContext = nullptr;
         EXPECT_EQ(GetFrameTwin().openThreadHandles, 0);
     }
 
     unsigned long ExitCode() {
         unsigned long code = 0;
-        EXPECT_TRUE(WaitForThread(fContext.threadHandle, kLongWait, &code));
+        EXPECT_TRUE(WaitForThread(context.threadHandle, kLongWait, &code));
         return code;
     }
 
-    pavane_test::LogFile fLog;
-    PavaneContext fContext;
+    pavane_test::LogFile log;
+    PavaneContext context;
 };
 
 Status ReportDone(void* arg, WorkerCallback callback) {
@@ -81,15 +83,15 @@ TEST_F(WorkerThread, RunsTheEntryOnAThreadOfItsOwn) {
     EXPECT_EQ(gReport.percent, 100);
     EXPECT_EQ(gReport.status, 0x8401);
     EXPECT_FALSE(pthread_equal(gReport.thread, pthread_self()));
-    EXPECT_THAT(fLog.Bodies(), ElementsAre());
+    EXPECT_THAT(log.Bodies(), ElementsAre());
 }
 
 TEST_F(WorkerThread, KeepsTheThreeValuesInTheSlot) {
     Status outcome = 0;
-    Pavane_Pri_RunPlatformThread(ReportDone, &outcome, KeepReport);
-    EXPECT_EQ(fContext.slot.threadEntry, &ReportDone);
-    EXPECT_EQ(fContext.slot.threadArg, &outcome);
-    EXPECT_EQ(fContext.slot.threadCallback, &KeepReport);
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(ReportDone, &outcome, KeepReport), kStatusSuccess);
+    EXPECT_EQ(context.slot.threadEntry, &ReportDone);
+    EXPECT_EQ(context.slot.threadArg, &outcome);
+    EXPECT_EQ(context.slot.threadCallback, &KeepReport);
     ExitCode();
 }
 
@@ -97,13 +99,13 @@ TEST_F(WorkerThread, ARefusedStartIsLoggedAndLeavesTheSlotFilled) {
     GetFrameTwin().startsUntilRefusal = 1;
     Status outcome = 0;
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(ReportDone, &outcome, KeepReport), kStatusNoThread);
-    EXPECT_EQ(fContext.threadHandle, nullptr);
-    EXPECT_EQ(fContext.slot.threadEntry, &ReportDone);
-    EXPECT_EQ(fContext.slot.threadArg, &outcome);
-    EXPECT_EQ(fContext.slot.threadCallback, &KeepReport);
-    EXPECT_EQ(gReport.percent, -1) << "nobody but the starter tells of a refused start";
-    EXPECT_THAT(fLog.Bodies(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Pri_RunPlatformThread, "
-                                           "line: 1928)"));
+    EXPECT_EQ(context.threadHandle, nullptr);
+    EXPECT_EQ(context.slot.threadEntry, &ReportDone);
+    EXPECT_EQ(context.slot.threadArg, &outcome);
+    EXPECT_EQ(context.slot.threadCallback, &KeepReport);
+    EXPECT_EQ(gReport.percent, -1) << "only the caller reports a refused start";
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Pri_RunPlatformThread, "
+                                          "line: 1928)"));
 }
 
 Status PassTheDoor(void* arg, WorkerCallback) {
@@ -117,7 +119,7 @@ TEST_F(WorkerThread, ASecondStartDropsTheFirstHandleAndLeavesTheFirstThreadRunni
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(PassTheDoor, &first, KeepReport), kStatusSuccess);
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(PassTheDoor, &second, KeepReport), kStatusSuccess);
     EXPECT_EQ(GetFrameTwin().openThreadHandles, 1);
-    EXPECT_EQ(fContext.slot.threadArg, &second);
+    EXPECT_EQ(context.slot.threadArg, &second);
     EXPECT_EQ(first.passed, 0);
     first.Open();
     first.AwaitPassed(1);
@@ -128,20 +130,20 @@ TEST_F(WorkerThread, ASecondStartDropsTheFirstHandleAndLeavesTheFirstThreadRunni
 
 TEST_F(WorkerThread, ARefusedSecondStartDropsTheFirstHandleToo) {
     Door first;
-    Pavane_Pri_RunPlatformThread(PassTheDoor, &first, KeepReport);
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(PassTheDoor, &first, KeepReport), kStatusSuccess);
     GetFrameTwin().startsUntilRefusal = 1;
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(PassTheDoor, &first, KeepReport), kStatusNoThread);
-    EXPECT_EQ(fContext.threadHandle, nullptr);
+    EXPECT_EQ(context.threadHandle, nullptr);
     first.Open();
     first.AwaitPassed(1);
 }
 
-TEST_F(WorkerThread, TheRecordMayGoRightAfterTheStart) {
+TEST_F(WorkerThread, TheContextMayBeFreedRightAfterTheStart) {
     Door door;
     auto record = std::make_unique<PavaneContext>();
-    gPavaneContext = record.get();
+    GetFrameState().gPavaneContext = record.get();
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(PassTheDoor, &door, KeepReport), kStatusSuccess);
-    fContext.threadHandle = record->threadHandle;
+    context.threadHandle = record->threadHandle;
     record.reset();
     door.Open();
     EXPECT_EQ(ExitCode(), kStatusSuccess);
@@ -157,11 +159,11 @@ TEST_F(WorkerThread, AnExceptionBecomesTheExitCode) {
 
 TEST_F(WorkerThread, ANullEntryIsRefused) {
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(nullptr, nullptr, KeepReport), kStatusNullArgument);
-    EXPECT_EQ(fContext.threadHandle, nullptr);
+    EXPECT_EQ(context.threadHandle, nullptr);
 }
 
 TEST_F(WorkerThread, WithoutAContextNothingStarts) {
-    gPavaneContext = nullptr;
+    GetFrameState().gPavaneContext = nullptr;
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(Throw, nullptr, KeepReport), kStatusNotInitialized);
 }
 
@@ -180,14 +182,17 @@ TEST(PavaneContext, StartsZeroed) {
     EXPECT_EQ(context.workflowPhase, 0u);
 }
 
-TEST(PavaneContext, ThePhaseIsKeptWhereThereIsARecord) {
-    SetWorkflowPhase(kPhaseRunning);
+TEST(PavaneContext, ThePhasesAreTheDocumentedNumbers) {
     PavaneContext context;
-    gPavaneContext = &context;
-    SetWorkflowPhase(kPhaseEnded);
-    gPavaneContext = nullptr;
-    EXPECT_EQ(context.workflowPhase, 2u);
+    GetFrameState().gPavaneContext = &context;
+    for (const auto& [phase, number] : {std::pair{kPhaseRunning, 1u}, {kPhaseEnded, 2u}, {kPhaseIdle, 0u}}) {
+        SetWorkflowPhase(phase);
+        EXPECT_EQ(context.workflowPhase, number);
+    }
+    GetFrameState().gPavaneContext = nullptr;
 }
+
+TEST(PavaneContext, ThePhaseNeedsNoContext) { SetWorkflowPhase(kPhaseRunning); }
 
 } // namespace
 } // namespace brixen::pvn

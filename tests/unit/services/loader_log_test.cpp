@@ -11,7 +11,6 @@
 namespace brixen::pvn {
 namespace {
 
-using platform::twin::DebuggerTexts;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -25,55 +24,57 @@ void Logv(void* session, const char* component, int level, const char* argumentF
               argumentFormats + "] " + text;
 }
 
-class LoaderLogTest : public testing::Test {
+class LoaderLogChannelTest : public testing::Test {
 protected:
-    LoaderLogTest() {
-        DebuggerTexts().clear();
+    LoaderLogChannelTest() {
+        ResetServicesTwin();
         gLogged.clear();
     }
 
     LoaderLogChannel channel;
 };
 
-TEST_F(LoaderLogTest, ShowsFailuresToTheDebuggerWithoutTheService) {
+TEST_F(LoaderLogChannelTest, ShowsFailuresToTheDebuggerWithoutTheService) {
     LoaderLog(channel, kLoaderLevelFailure, "", "ERROR: base services library failed to load");
     LoaderLog(channel, kLoaderLevelUnusable, "%s", "Failed to open library %s", "a.dll");
     LoaderLog(channel, kLoaderLevelMissing, "%s", "Failed to find %s", "b.dll");
-    EXPECT_THAT(DebuggerTexts(), ElementsAre("ServiceLoader: ERROR: base services library failed to load\r\n",
-                                             "ServiceLoader: Failed to open library a.dll\r\n",
-                                             "ServiceLoader: Failed to find b.dll\r\n"));
+    EXPECT_THAT(GetServicesTwin().debuggerTexts,
+                ElementsAre("ServiceLoader: ERROR: base services library failed to load\r\n",
+                            "ServiceLoader: Failed to open library a.dll\r\n",
+                            "ServiceLoader: Failed to find b.dll\r\n"));
 }
 
-TEST_F(LoaderLogTest, DropsOtherLevelsWithoutTheService) {
+TEST_F(LoaderLogChannelTest, DropsOtherLevelsWithoutTheService) {
     for (int level : {-1, 0, kLoaderLevelPath, kLoaderLevelProgress, 6}) {
         LoaderLog(channel, level, "%s", "adding search path: %s", "folder");
     }
-    EXPECT_THAT(DebuggerTexts(), IsEmpty());
+    EXPECT_THAT(GetServicesTwin().debuggerTexts, IsEmpty());
 }
 
-TEST_F(LoaderLogTest, CutsTheTextAt4093Bytes) {
+TEST_F(LoaderLogChannelTest, CutsTheTextAt4093Bytes) {
     LoaderLog(channel, kLoaderLevelFailure, "%s", "%s", std::string(4093, 'a').c_str());
     LoaderLog(channel, kLoaderLevelFailure, "%s", "%s", std::string(5000, 'b').c_str());
-    EXPECT_THAT(DebuggerTexts(), ElementsAre("ServiceLoader: " + std::string(4093, 'a') + "\r\n",
-                                             "ServiceLoader: " + std::string(4093, 'b') + "\r\n"));
+    EXPECT_THAT(GetServicesTwin().debuggerTexts,
+                ElementsAre("ServiceLoader: " + std::string(4093, 'a') + "\r\n",
+                            "ServiceLoader: " + std::string(4093, 'b') + "\r\n"));
 }
 
-TEST_F(LoaderLogTest, HandsEveryLevelToTheService) {
+TEST_F(LoaderLogChannelTest, PassesEveryLevelToTheService) {
     channel = {true, [] { return LogvEntry(Logv); }};
     LoaderLog(channel, kLoaderLevelProgress, "%s", "looking for library %s", "c.dll");
     EXPECT_EQ(gLogged, "null ServiceLoader 5 [%s] looking for library c.dll");
     LoaderLog(channel, 0, "%s %s", "%s %s", "one", "two");
     EXPECT_EQ(gLogged, "null ServiceLoader 0 [%s %s] one two");
-    EXPECT_THAT(DebuggerTexts(), IsEmpty());
+    EXPECT_THAT(GetServicesTwin().debuggerTexts, IsEmpty());
 }
 
-TEST_F(LoaderLogTest, TellsTheDebuggerWhenTheServiceHasNoEntry) {
+TEST_F(LoaderLogChannelTest, ShowsTheDebuggerThatTheServiceHasNoEntry) {
     channel = {true, [] { return LogvEntry(nullptr); }};
     LoaderLog(channel, kLoaderLevelProgress, "", "using logging service now");
-    EXPECT_THAT(DebuggerTexts(), ElementsAre("Logging: failed to find C_SVHLogv\n\r\n"));
+    EXPECT_THAT(GetServicesTwin().debuggerTexts, ElementsAre("Logging: failed to find C_SVHLogv\n\r\n"));
 }
 
-TEST_F(LoaderLogTest, KnowsTheServicesSettings) {
+TEST_F(LoaderLogChannelTest, HoldsTheSettingsOfTheService) {
     EXPECT_STREQ(kLogLevelSetting, "SVHLogLevel");
     EXPECT_STREQ(kLogFormatSetting, "SVHLogFormat");
     EXPECT_THAT(kLogLevels, ElementsAre(testing::StrEq("off"), testing::StrEq("critical"),

@@ -23,19 +23,19 @@ using Module = std::unique_ptr<HMODULE, ModuleDeleter>;
 
 class VersionInfo {
 public:
-    VersionInfo() : fBytes(GetFileVersionInfoSizeW(kLibrary, nullptr)) {
-        GetFileVersionInfoW(kLibrary, 0, static_cast<DWORD>(fBytes.size()), fBytes.data());
+    VersionInfo() : bytes(GetFileVersionInfoSizeW(kLibrary, nullptr)) {
+        GetFileVersionInfoW(kLibrary, 0, static_cast<DWORD>(bytes.size()), bytes.data());
     }
     template <class Value>
     const Value* Find(const wchar_t* path) {
         void* value = nullptr;
         UINT length = 0;
-        return VerQueryValueW(fBytes.data(), path, &value, &length) ? static_cast<const Value*>(value)
-                                                                    : nullptr;
+        return VerQueryValueW(bytes.data(), path, &value, &length) ? static_cast<const Value*>(value)
+                                                                   : nullptr;
     }
 
 private:
-    std::vector<char> fBytes;
+    std::vector<char> bytes;
 };
 
 TEST(LibraryVersion, IsTheOneOfTheVersionWord) {

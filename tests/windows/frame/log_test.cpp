@@ -1,4 +1,5 @@
 // The log on Windows: where it lies, and that others may read and write it meanwhile.
+#include "frame/frame_state.h"
 #include "frame/log.h"
 #include "support/temporary_folder.h"
 
@@ -20,15 +21,15 @@ using testing::EndsWith;
 class LogOnWindows : public testing::Test {
 protected:
     void SetUp() override {
-        fTmpBefore = Variable(L"TMP");
-        fDirectoryBefore = std::filesystem::current_path();
-        std::filesystem::current_path(fFolder);
-        SetEnvironmentVariableW(L"TMP", fFolder.c_str());
+        tmpBefore = Variable(L"TMP");
+        directoryBefore = std::filesystem::current_path();
+        std::filesystem::current_path(folder);
+        SetEnvironmentVariableW(L"TMP", folder.c_str());
     }
     void TearDown() override {
         CloseLog();
-        SetEnvironmentVariableW(L"TMP", fTmpBefore.c_str());
-        std::filesystem::current_path(fDirectoryBefore);
+        SetEnvironmentVariableW(L"TMP", tmpBefore.c_str());
+        std::filesystem::current_path(directoryBefore);
     }
 
     static std::wstring Variable(const wchar_t* name) {
@@ -44,7 +45,7 @@ protected:
 
     // Makes TMP a folder that the system gives out with that length, its last separator included.
     std::filesystem::path UseFolderOfLength(std::size_t length) {
-        std::wstring path = fFolder.wstring();
+        std::wstring path = folder.wstring();
         while (path.size() + 101 < length - 1) path += L'\\' + std::wstring(99, L'd');
         path += L'\\' + std::wstring(length - 1 - path.size() - 1, L'd');
         std::filesystem::create_directories(path);
@@ -54,23 +55,23 @@ protected:
         return path;
     }
 
-    const pavane_test::TemporaryFolder fOwner;
-    const std::filesystem::path& fFolder = fOwner.Path();
-    std::filesystem::path fDirectoryBefore;
-    std::wstring fTmpBefore;
+    const pavane_test::TemporaryFolder owner;
+    const std::filesystem::path& folder = owner.Path();
+    std::filesystem::path directoryBefore;
+    std::wstring tmpBefore;
 };
 
 TEST_F(LogOnWindows, LinesEndInCrLfAndHoldTheProcessId) {
     OpenLog(false);
     PvnLog("%s: %s: text\n", kLogComponent, kLogInfo);
-    EXPECT_THAT(TextOf(fFolder / "pvn.log"),
+    EXPECT_THAT(TextOf(folder / "pvn.log"),
                 EndsWith("[" + std::to_string(GetCurrentProcessId()) + "] PVN: _info_: text\r\n"));
 }
 
 TEST_F(LogOnWindows, OthersMayReadAndWriteTheOpenFile) {
     OpenLog(false);
     PvnLog("one\n");
-    const HANDLE other = CreateFileW((fFolder / "pvn.log").c_str(), GENERIC_READ | GENERIC_WRITE,
+    const HANDLE other = CreateFileW((folder / "pvn.log").c_str(), GENERIC_READ | GENERIC_WRITE,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_NE(other, INVALID_HANDLE_VALUE);
     CloseHandle(other);
@@ -78,10 +79,10 @@ TEST_F(LogOnWindows, OthersMayReadAndWriteTheOpenFile) {
 
 TEST_F(LogOnWindows, ALockedFileLeavesTheStreamNull) {
     const HANDLE owner =
-        CreateFileW((fFolder / "pvn.log").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        CreateFileW((folder / "pvn.log").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     ASSERT_NE(owner, INVALID_HANDLE_VALUE);
     OpenLog(false);
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     PvnLog("nowhere\n");
     CloseHandle(owner);
 }
@@ -91,16 +92,16 @@ TEST_F(LogOnWindows, AFolderOf252UnitsIsUsedAndOneOf253CountsAsNone) {
     OpenLog(false);
     CloseLog();
     EXPECT_TRUE(std::filesystem::exists(used / "pvn.log"));
-    EXPECT_FALSE(std::filesystem::exists(fFolder / "pvn.log"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "pvn.log"));
 
     UseFolderOfLength(253);
     OpenLog(false);
     CloseLog();
-    EXPECT_TRUE(std::filesystem::exists(fFolder / "pvn.log")) << "the current directory";
+    EXPECT_TRUE(std::filesystem::exists(folder / "pvn.log")) << "the current directory";
 }
 
 TEST_F(LogOnWindows, TrimmingEmpties256001Bytes) {
-    const auto path = fFolder / "pvn.log";
+    const auto path = folder / "pvn.log";
     std::ofstream(path, std::ios::binary) << std::string(256000, 'x');
     OpenLog(true);
     CloseLog();

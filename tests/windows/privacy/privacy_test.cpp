@@ -1,6 +1,7 @@
 // Privacy in a real window, with the shipped files: what the system keeps of the field and of the popup.
 #include "workflow/catalogue/privacy.h"
 
+#include "frame/frame_state.h"
 #include "frame/pavane_context.h"
 #include "support/languages.h"
 #include "values/storage.h"
@@ -64,12 +65,12 @@ BOOL CALLBACK TakeDialog(HWND window, LPARAM result) {
 // shown; a run that goes on after the last one is broken off, and the test fails.
 class PrivacyWindow : public testing::Test {
 protected:
-    PrivacyWindow() : savedContext(gPavaneContext) {
-        gPavaneContext = &frame;
+    PrivacyWindow() : savedContext(GetFrameState().gPavaneContext) {
+        GetFrameState().gPavaneContext = &frame;
         gTest = this;
     }
     ~PrivacyWindow() override {
-        gPavaneContext = savedContext;
+        GetFrameState().gPavaneContext = savedContext;
         gTest = nullptr;
     }
 

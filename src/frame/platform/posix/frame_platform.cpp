@@ -59,6 +59,8 @@ std::tm LocalTime(std::time_t time) noexcept {
     return parts;
 }
 
+void PinLibrary() noexcept { ++GetFrameTwin().pins; }
+
 LanguageIdentifier ThreadLanguage() noexcept { return GetFrameTwin().threadLanguage; }
 
 namespace {

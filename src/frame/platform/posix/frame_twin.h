@@ -1,10 +1,9 @@
-// The frame's native twin: what it answers is set here by tests.
+// The native twin of the frame's platform: its answers are set here by tests.
 #pragma once
 
 #include "frame/platform/frame_platform.h"
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 
@@ -18,12 +17,13 @@ struct FrameTwin {
     // Counts down with each thread start; the start that takes it to 0 is refused. 0 refuses none.
     int startsUntilRefusal = 0;
     int openThreadHandles = 0;
+    int pins = 0; // calls of PinLibrary
     LanguageIdentifier threadLanguage = 0x0409;
     HostProgram hostProgram = {"", "", "host"};
 };
 
-FrameTwin& GetFrameTwin() noexcept;
-// Back to the defaults, but for the count of open handles.
+[[nodiscard]] FrameTwin& GetFrameTwin() noexcept;
+// Restores the defaults of all but openThreadHandles.
 void ResetFrameTwin();
 
 } // namespace brixen::pvn

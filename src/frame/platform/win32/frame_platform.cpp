@@ -40,6 +40,13 @@ std::tm LocalTime(std::time_t time) noexcept {
     return parts;
 }
 
+void PinLibrary() noexcept {
+    HMODULE module = nullptr;
+    const auto address = reinterpret_cast<const wchar_t*>(&PinLibrary);
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN, address,
+                       &module);
+}
+
 NativeThread StartThread(ThreadRoutine routine, void* argument) noexcept {
     return reinterpret_cast<NativeThread>(CreateThread(nullptr, 0, routine, argument, 0, nullptr));
 }

@@ -12,7 +12,7 @@
 namespace brixen::pvn {
 namespace {
 
-constexpr std::size_t kLongestPath = 32768; // UTF-16 units: the system has no longer one
+constexpr std::size_t kLongestPath = 32768; // UTF-16 units: the longest path of the system
 
 std::string Utf8(std::wstring_view text) {
     const int units = static_cast<int>(text.size());
@@ -34,17 +34,17 @@ std::wstring PathOfProgram() {
     }
 }
 
-// The version resource of a file: a tree of texts, one branch a language.
+// The version resource of a file: a tree of texts with one branch a language.
 class VersionResource {
 public:
     explicit VersionResource(const std::wstring& path) {
         const DWORD size = GetFileVersionInfoSizeW(path.c_str(), nullptr);
         if (size == 0) return;
-        fBytes.resize(size);
-        if (!GetFileVersionInfoW(path.c_str(), 0, size, fBytes.data())) fBytes.clear();
+        bytes.resize(size);
+        if (!GetFileVersionInfoW(path.c_str(), 0, size, bytes.data())) bytes.clear();
     }
 
-    // The text under that name in the resource's first language; empty when it has none.
+    // Returns the text under that name in the first language of the resource; empty when it has none.
     std::string Text(const wchar_t* name) const {
         const auto branch = Find(L"\\VarFileInfo\\Translation");
         if (branch.size() < 2 * sizeof(WORD)) return {};
@@ -58,17 +58,17 @@ public:
     }
 
 private:
-    // The system counts a text's length in its own units and any other value's in bytes. A value that is
+    // The system counts the length of a text in UTF-16 units and of any other value in bytes. A value that is
     // wrongly marked as a text must not reach beyond the resource.
     std::span<const char> Find(const wchar_t* path, std::size_t unit = 1) const {
         void* value = nullptr;
         UINT length = 0;
-        if (fBytes.empty() || !VerQueryValueW(fBytes.data(), path, &value, &length)) return {};
+        if (bytes.empty() || !VerQueryValueW(bytes.data(), path, &value, &length)) return {};
         const char* first = static_cast<const char*>(value);
-        return {first, std::min(length * unit, static_cast<std::size_t>(&fBytes.back() + 1 - first))};
+        return {first, std::min(length * unit, static_cast<std::size_t>(&bytes.back() + 1 - first))};
     }
 
-    std::vector<char> fBytes;
+    std::vector<char> bytes;
 };
 
 } // namespace

@@ -2,18 +2,20 @@
 
 #include "services/platform/posix/services_twin.h"
 
-namespace brixen::pvn::platform {
+namespace brixen::pvn {
 
-std::vector<std::string>& twin::DebuggerTexts() {
-    static std::vector<std::string> texts;
-    return texts;
+ServicesTwin& GetServicesTwin() noexcept {
+    static ServicesTwin twin;
+    return twin;
 }
+
+void ResetServicesTwin() noexcept { GetServicesTwin() = {}; }
 
 void WriteToDebugger(const char* text) noexcept {
     try {
-        twin::DebuggerTexts().emplace_back(text);
+        GetServicesTwin().debuggerTexts.emplace_back(text);
     } catch (...) { // a debugger may miss a text
     }
 }
 
-} // namespace brixen::pvn::platform
+} // namespace brixen::pvn

@@ -1,12 +1,16 @@
-// What the native twin of the services' platform recorded.
+// The native twin of the services' platform: it records what the debugger was shown.
 #pragma once
 
 #include <string>
 #include <vector>
 
-namespace brixen::pvn::platform::twin {
+namespace brixen::pvn {
 
-// The texts shown to the debugger, oldest first. A test empties it.
-std::vector<std::string>& DebuggerTexts();
+struct ServicesTwin {
+    std::vector<std::string> debuggerTexts; // oldest first
+};
 
-} // namespace brixen::pvn::platform::twin
+[[nodiscard]] ServicesTwin& GetServicesTwin() noexcept;
+void ResetServicesTwin() noexcept;
+
+} // namespace brixen::pvn

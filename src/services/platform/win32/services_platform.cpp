@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-namespace brixen::pvn::platform {
+namespace brixen::pvn {
 
 void WriteToDebugger(const char* text) noexcept { OutputDebugStringA(text); }
 
-} // namespace brixen::pvn::platform
+} // namespace brixen::pvn

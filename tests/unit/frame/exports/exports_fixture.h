@@ -1,9 +1,11 @@
-// The exports with a catalogue of the test's own in place of the engine's.
+// The exported calls over a launcher table that records what it is asked, in place of the engine's.
 #pragma once
 
-#include "pavane.h"
+#include "frame/exports/launcher_table.h"
+#include "frame/frame_state.h"
+#include "frame/log.h"
 #include "frame/pavane_context.h"
-#include "frame/exports/pavane_exports.h"
+#include "pavane.h"
 #include "support/log_file.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +17,7 @@
 
 namespace brixen::pvn {
 
-// What the catalogue of the tests was asked, and how it answers.
+// What the launcher table of the tests was asked, and how it answers.
 struct EngineRecord {
     std::vector<std::string> calls;
     std::function<Status(T_StorageInterface&)> run;
@@ -59,25 +61,24 @@ inline constexpr WorkflowRow kTestWorkflows[] = {
     {.number = 4, .type = 14, .name = "Fourth", .run = RecordRun, .showsHostName = true},
 };
 
-inline constexpr WorkflowCatalogue kTestCatalogue = {kTestWorkflows, RecordSelect, RecordLoad,
-                                                     RecordShutDown};
+inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown};
 
 class Exports : public testing::Test {
 protected:
     void SetUp() override {
         gEngine = {};
-        ResetExports();
-        GetExportsState().catalogue = &kTestCatalogue;
+        ResetFrameState();
+        GetFrameState().testLaunchers = &kTestLaunchers;
         GetFrameTwin().hostProgram.productName = "The Host";
     }
     void TearDown() override {
-        ResetExports();
+        ResetFrameState();
         gEngine = {};
     }
 
-    std::vector<std::string> Lines() const { return fLog.Bodies(); }
+    std::vector<std::string> Lines() const { return log.Bodies(); }
 
-    pavane_test::LogFile fLog;
+    pavane_test::LogFile log;
 };
 
 } // namespace brixen::pvn

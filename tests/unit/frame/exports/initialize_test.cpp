@@ -1,5 +1,5 @@
-#include "unit/frame/exports/exports_fixture.h"
 #include "frame/worker_thread.h"
+#include "unit/frame/exports/exports_fixture.h"
 
 #include "support/failing_allocator.h"
 
@@ -10,21 +10,21 @@ using testing::ElementsAre;
 
 class PavaneInitialize : public Exports {};
 
-TEST_F(PavaneInitialize, MakesARecordOfItsArguments) {
+TEST_F(PavaneInitialize, MakesAContextOfItsArguments) {
     EXPECT_EQ(Pavane_Initialize(-7, 0x040D0001), PAVANE_SUCCESS);
-    ASSERT_NE(gPavaneContext, nullptr);
-    EXPECT_EQ(gPavaneContext->hostApp, -7);
-    EXPECT_EQ(gPavaneContext->hostOptions, 0x040D0001u);
-    EXPECT_NE(gLogStream, nullptr);
+    ASSERT_NE(GetFrameState().gPavaneContext, nullptr);
+    EXPECT_EQ(GetFrameState().gPavaneContext->hostApp, -7);
+    EXPECT_EQ(GetFrameState().gPavaneContext->hostOptions, 0x040D0001u);
+    EXPECT_NE(GetFrameState().gLogStream, nullptr);
     EXPECT_THAT(Lines(), ElementsAre());
 }
 
-TEST_F(PavaneInitialize, ASecondOneChangesNothingAndIsLogged) {
+TEST_F(PavaneInitialize, ASecondCallChangesNothingAndIsLogged) {
     Pavane_Initialize(5, 1);
-    gLastError = kStatusUserQuit;
-    PavaneContext* const first = gPavaneContext;
+    GetFrameState().gLastError = kStatusUserQuit;
+    PavaneContext* const first = GetFrameState().gPavaneContext;
     EXPECT_EQ(Pavane_Initialize(2, 9), PAVANE_SUCCESS);
-    EXPECT_EQ(gPavaneContext, first);
+    EXPECT_EQ(GetFrameState().gPavaneContext, first);
     EXPECT_EQ(first->hostApp, 5);
     EXPECT_EQ(first->hostOptions, 1u);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_SUCCESS);
@@ -33,8 +33,8 @@ TEST_F(PavaneInitialize, ASecondOneChangesNothingAndIsLogged) {
 
 TEST_F(PavaneInitialize, HostApp2IsRefusedAndLeavesNothingOpen) {
     EXPECT_EQ(Pavane_Initialize(2, 0), PAVANE_BAD_ARGUMENT);
-    EXPECT_EQ(gPavaneContext, nullptr);
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
     EXPECT_THAT(Lines(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 187)"));
     EXPECT_EQ(Pavane_Initialize(1, 0), PAVANE_SUCCESS);
@@ -42,24 +42,24 @@ TEST_F(PavaneInitialize, HostApp2IsRefusedAndLeavesNothingOpen) {
 }
 
 TEST_F(PavaneInitialize, WorksWithoutALog) {
-    GetFrameTwin().temporaryFolder = (fLog.Folder() / "absent" / "").u16string();
+    GetFrameTwin().temporaryFolder = (log.Folder() / "absent" / "").u16string();
     EXPECT_EQ(Pavane_Initialize(0, 0), PAVANE_SUCCESS);
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
 }
 
-TEST_F(PavaneInitialize, WithoutMemoryForTheRecordIsLoggedAndLeavesNothingOpen) {
-    gPreloadedWorkflow = 4;
+TEST_F(PavaneInitialize, WithoutMemoryForTheContextIsLoggedAndLeavesNothingOpen) {
+    GetFrameState().gPreloadedWorkflow = 4;
     std::size_t refused = 0;
     pavane_test::ForEveryFailingAllocation([&] {
         const Status status = Pavane_Initialize(1, 0);
         EXPECT_EQ(Pavane_Info_GetErrorCode(), status);
         if (status == kStatusSuccess) {
-            EXPECT_NE(gPavaneContext, nullptr) << "only the log was refused";
+            EXPECT_NE(GetFrameState().gPavaneContext, nullptr) << "only the log was refused";
         } else {
             EXPECT_EQ(status, PAVANE_NO_MEMORY);
-            EXPECT_EQ(gPavaneContext, nullptr);
-            EXPECT_EQ(gLogStream, nullptr);
+            EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
+            EXPECT_EQ(GetFrameState().gLogStream, nullptr);
             ++refused;
         }
         Pavane_Terminate();
@@ -67,7 +67,18 @@ TEST_F(PavaneInitialize, WithoutMemoryForTheRecordIsLoggedAndLeavesNothingOpen) 
     EXPECT_EQ(refused, 1u);
     EXPECT_THAT(Lines(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 191)"));
     EXPECT_EQ(Pavane_Initialize(1, 0), PAVANE_SUCCESS) << "the next one starts clean";
-    EXPECT_EQ(gPreloadedWorkflow, 4);
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 4);
+}
+
+TEST_F(PavaneInitialize, OnlyItsSuccessPinsTheLibrary) {
+    GetFrameTwin().pins = 0;
+    Pavane_GetVersion();
+    EXPECT_EQ(Pavane_Initialize(2, 0), PAVANE_BAD_ARGUMENT);
+    EXPECT_EQ(GetFrameTwin().pins, 0);
+    EXPECT_EQ(Pavane_Initialize(1, 0), PAVANE_SUCCESS);
+    EXPECT_EQ(GetFrameTwin().pins, 1);
+    EXPECT_EQ(Pavane_Initialize(1, 0), PAVANE_SUCCESS);
+    EXPECT_EQ(GetFrameTwin().pins, 1);
 }
 
 class PavaneTerminate : public Exports {};
@@ -78,27 +89,27 @@ TEST_F(PavaneTerminate, IsSafeAtAnyTime) {
     Pavane_Initialize(0, 0);
     Pavane_Terminate();
     Pavane_Terminate();
-    EXPECT_EQ(gPavaneContext, nullptr);
-    EXPECT_EQ(gLogStream, nullptr);
-    EXPECT_THAT(gEngine.calls, ElementsAre("shut down")) << "once, for the one record";
+    EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
+    EXPECT_THAT(gEngine.calls, ElementsAre("shut down")) << "once, for the one context";
 }
 
 TEST_F(PavaneTerminate, WithoutAContextClosesTheLog) {
     OpenLog(false);
     Pavane_Terminate();
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     EXPECT_THAT(gEngine.calls, ElementsAre());
 }
 
-TEST_F(PavaneTerminate, LeavesTheWordsAlone) {
+TEST_F(PavaneTerminate, KeepsTheLastErrorAndThePreloadedWorkflow) {
     Pavane_Initialize(0, 0);
     Pavane_PreloadWorkflow(9);
     Pavane_Terminate();
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
-    EXPECT_EQ(gPreloadedWorkflow, 9) << "what was prepared outlives the record: meant";
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 9) << "what was prepared outlives the context: intentional";
 }
 
-// Tells when it goes.
+// Records its destruction.
 class Aux : public AuxObject {
 public:
     ~Aux() override { gEngine.calls.push_back("aux"); }
@@ -106,20 +117,20 @@ public:
 
 TEST_F(PavaneTerminate, DestroysTheHelperObjectThenShutsTheResourcesDown) {
     Pavane_Initialize(0, 0);
-    gPavaneContext->auxObject = new Aux;
+    GetFrameState().gPavaneContext->auxObject = new Aux;
     Pavane_Terminate();
     EXPECT_THAT(gEngine.calls, ElementsAre("aux", "shut down"));
 }
 
-TEST_F(PavaneTerminate, EmptiesTheRecordBeforeTheResourcesGoAndClosesTheLogAfterThem) {
+TEST_F(PavaneTerminate, EmptiesTheContextThenShutsTheResourcesDownThenClosesTheLog) {
     Pavane_Initialize(0, 0);
-    gPavaneContext->auxObject = new Aux;
+    GetFrameState().gPavaneContext->auxObject = new Aux;
     const auto endAtOnce = [](void*, WorkerCallback) { return kStatusSuccess; };
     EXPECT_EQ(Pavane_Pri_RunPlatformThread(endAtOnce, nullptr, nullptr), kStatusSuccess);
     gEngine.onShutDown = [] {
-        ASSERT_NE(gPavaneContext, nullptr);
-        EXPECT_EQ(gPavaneContext->auxObject, nullptr);
-        EXPECT_EQ(gPavaneContext->threadHandle, nullptr);
+        ASSERT_NE(GetFrameState().gPavaneContext, nullptr);
+        EXPECT_EQ(GetFrameState().gPavaneContext->auxObject, nullptr);
+        EXPECT_EQ(GetFrameState().gPavaneContext->threadHandle, nullptr);
         EXPECT_EQ(GetFrameTwin().openThreadHandles, 0);
         PvnLog("shutting down\n");
     };
@@ -128,12 +139,12 @@ TEST_F(PavaneTerminate, EmptiesTheRecordBeforeTheResourcesGoAndClosesTheLogAfter
     EXPECT_THAT(Lines(), ElementsAre("shutting down"));
 }
 
-TEST_F(PavaneTerminate, FreesTheRecordEvenWhenTheResourcesThrow) {
+TEST_F(PavaneTerminate, FreesTheContextWhenTheResourcesThrow) {
     gEngine.onShutDown = [] { throw 1; };
     Pavane_Initialize(0, 0);
     Pavane_Terminate();
-    EXPECT_EQ(gPavaneContext, nullptr);
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
 }
 
 Status EndAtOnce(void* ran, WorkerCallback) {
@@ -142,7 +153,7 @@ Status EndAtOnce(void* ran, WorkerCallback) {
     return kStatusSuccess;
 }
 
-TEST_F(PavaneTerminate, ClosesTheThreadsHandleAndLetsItRunOn) {
+TEST_F(PavaneTerminate, ClosesTheThreadHandleAndTheThreadRunsOn) {
     static std::atomic<bool> ran;
     ran = false;
     Pavane_Initialize(0, 0);
@@ -153,7 +164,7 @@ TEST_F(PavaneTerminate, ClosesTheThreadsHandleAndLetsItRunOn) {
     ran.wait(false);
 }
 
-TEST_F(Exports, TheVersionNeedsNoInitialization) {
+TEST_F(Exports, TheVersionNeedsNoContext) {
     EXPECT_EQ(Pavane_GetVersion(), 403023709u);
     Pavane_Initialize(0, 0);
     EXPECT_EQ(Pavane_GetVersion(), 403023709u);

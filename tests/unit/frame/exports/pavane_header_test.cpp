@@ -1,10 +1,10 @@
-// The public header says what the library means.
+// The public header agrees with the library.
 #include "pavane.h"
 
-#include "unit/frame/exports/exports_fixture.h"
 #include "frame/exports/host_configuration.h"
-#include "frame/exports/launchers.h"
+#include "frame/exports/launcher_table.h"
 #include "frame/version.h"
+#include "unit/frame/exports/exports_fixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ std::uint32_t HostOptionsFromC(std::uint16_t language, std::uint16_t flags);
 namespace brixen::pvn {
 namespace {
 
-TEST(PavaneHeader, ItsStatusCodesAreTheLibrarys) {
+TEST(PavaneHeader, StatusCodesEqualThoseOfTheLibrary) {
     EXPECT_EQ(PAVANE_SUCCESS, kStatusSuccess);
     EXPECT_EQ(PAVANE_NOT_INITIALIZED, kStatusNotInitialized);
     EXPECT_EQ(PAVANE_NULL_ARGUMENT, kStatusNullArgument);
@@ -33,7 +33,7 @@ TEST(PavaneHeader, ItsStatusCodesAreTheLibrarys) {
     EXPECT_EQ(PAVANE_USER_OUTCOME4, kStatusUserOutcome4);
 }
 
-TEST(PavaneHeader, ItsStatusCodesAreTheDocumentedNumbers) {
+TEST(PavaneHeader, StatusCodesAreTheDocumentedNumbers) {
     EXPECT_EQ(PAVANE_NOT_INITIALIZED, 33025);
     EXPECT_EQ(PAVANE_NULL_ARGUMENT, 33026);
     EXPECT_EQ(PAVANE_BAD_ARGUMENT, 33030);
@@ -54,14 +54,14 @@ TEST(PavaneHeader, ItsStatusCodesAreTheDocumentedNumbers) {
     EXPECT_EQ(PAVANE_CALL_SECURE_FAILURE, 53427);
 }
 
-TEST(PavaneHeader, TellsTheUsersDecisionsApart) {
+TEST(PavaneHeader, RecognizesTheDecisionsOfTheUser) {
     EXPECT_TRUE(PAVANE_IS_USER_DECISION(PAVANE_USER_QUIT));
     EXPECT_TRUE(PAVANE_IS_USER_DECISION(0x89FF));
     EXPECT_FALSE(PAVANE_IS_USER_DECISION(PAVANE_UNMAPPED_OUTCOME));
     EXPECT_FALSE(PAVANE_IS_USER_DECISION(PAVANE_SUCCESS));
 }
 
-TEST(PavaneHeader, ItsVersionIsTheLibrarysAndSaysTheSameAsTheText) {
+TEST(PavaneHeader, VersionEqualsTheVersionWordAndTheVersionText) {
     EXPECT_EQ(PAVANE_VERSION, kVersionWord);
     const std::string text =
         std::to_string(kVersionWord >> 27) + "." + std::to_string(kVersionWord >> 23 & 15) + "." +
@@ -69,7 +69,7 @@ TEST(PavaneHeader, ItsVersionIsTheLibrarysAndSaysTheSameAsTheText) {
     EXPECT_EQ(text, kVersionText);
 }
 
-TEST(PavaneHeader, BuildsTheHostOptions) {
+TEST(PavaneHeader, HostOptionsHoldTheLanguageInTheHighWord) {
     EXPECT_EQ(PAVANE_HOST_OPTIONS(0x040D, PAVANE_OPTION_WITHHOLD_CANCEL), 0x040D0001u);
     EXPECT_EQ(PAVANE_HOST_OPTIONS(-1, 0), 0xFFFF0000u);
     EXPECT_EQ(HostOptionsFromC(0x8001, 0xFFFF), 0x8001FFFFu);
@@ -78,7 +78,7 @@ TEST(PavaneHeader, BuildsTheHostOptions) {
 
 class PavaneFromC : public Exports {};
 
-TEST_F(PavaneFromC, GoesTheWholeRound) {
+TEST_F(PavaneFromC, InitializesRunsAndTerminates) {
     EXPECT_EQ(VersionSeenFromC(), PAVANE_VERSION);
     EXPECT_EQ(WholeRoundFromC(2, 0), PAVANE_BAD_ARGUMENT);
     gEngine.run = [](T_StorageInterface&) { return kStatusUserQuit; };
@@ -86,8 +86,8 @@ TEST_F(PavaneFromC, GoesTheWholeRound) {
     EXPECT_EQ(WholeRoundFromC(0, 0), PAVANE_USER_QUIT);
 }
 
-TEST(WorkflowTable, NamesTheFiveWorkflowsAndHasThoseThatExist) {
-    const auto rows = kWorkflowCatalogue.workflows;
+TEST(LauncherTable, HasARowForEachOfTheFiveWorkflows) {
+    const auto rows = kLauncherTable.workflows;
     ASSERT_EQ(rows.size(), 5u);
     const char* const kNames[] = {"Welcome", "Registration", "Privacy", "Connection", "Feedback"};
     for (std::uint16_t number = 1; number <= 5; ++number) {
@@ -95,15 +95,15 @@ TEST(WorkflowTable, NamesTheFiveWorkflowsAndHasThoseThatExist) {
         EXPECT_EQ(row.number, number);
         EXPECT_EQ(row.type, number);
         EXPECT_STREQ(row.name, kNames[number - 1]);
-        EXPECT_EQ(kWorkflowCatalogue.Find(number), row.run ? &row : nullptr);
+        EXPECT_EQ(kLauncherTable.Find(number), row.run ? &row : nullptr);
     }
-    EXPECT_NE(kWorkflowCatalogue.Find(PAVANE_WORKFLOW_WELCOME), nullptr);
-    EXPECT_EQ(kWorkflowCatalogue.Find(0), nullptr);
-    EXPECT_EQ(kWorkflowCatalogue.Find(6), nullptr);
+    EXPECT_NE(kLauncherTable.Find(PAVANE_WORKFLOW_WELCOME), nullptr);
+    EXPECT_EQ(kLauncherTable.Find(0), nullptr);
+    EXPECT_EQ(kLauncherTable.Find(6), nullptr);
 }
 
-TEST(WorkflowTable, TellsWhichShowTheirHostOfferCancelAndLoadAViewAhead) {
-    for (const WorkflowRow& row : kWorkflowCatalogue.workflows) {
+TEST(LauncherTable, WorkflowsThatCallTheServiceShowTheHostAndOfferCancel) {
+    for (const WorkflowRow& row : kLauncherTable.workflows) {
         const bool callsTheService = row.number == 2 || row.number == 4 || row.number == 5;
         EXPECT_EQ(row.showsHostName, callsTheService) << row.name;
         EXPECT_EQ(row.offersCancel, callsTheService) << row.name;

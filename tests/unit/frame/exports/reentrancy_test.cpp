@@ -1,5 +1,7 @@
 #include "unit/frame/exports/exports_fixture.h"
 
+#include "frame/exports/run_mark.h"
+
 namespace brixen::pvn {
 namespace {
 
@@ -44,11 +46,11 @@ protected:
 TEST_P(PavaneDuringARun, ARunIsRefusedAndTouchesNothingElse) {
     const Status status = RunWith([] {
         const auto calls = gEngine.calls;
-        gPreloadedWorkflow = 1;
+        GetFrameState().gPreloadedWorkflow = 1;
         EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_BAD_ARGUMENT);
         EXPECT_EQ(Pavane_RunWorkflow(2, nullptr), PAVANE_BAD_ARGUMENT);
         EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
-        EXPECT_EQ(gPreloadedWorkflow, 1);
+        EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 1);
         EXPECT_EQ(gEngine.calls, calls);
     });
     EXPECT_EQ(status, PAVANE_USER_OUTCOME4);
@@ -56,29 +58,29 @@ TEST_P(PavaneDuringARun, ARunIsRefusedAndTouchesNothingElse) {
     EXPECT_THAT(Lines(), SizeIs(3)) << "start, clock and end";
 }
 
-TEST_P(PavaneDuringARun, SoIsAPreload) {
+TEST_P(PavaneDuringARun, APreloadIsRefusedAndTouchesNothingElse) {
     const Status status = RunWith([] {
         const auto calls = gEngine.calls;
         EXPECT_EQ(Pavane_PreloadWorkflow(1), PAVANE_BAD_ARGUMENT) << "even of the number that is running";
         EXPECT_EQ(Pavane_PreloadWorkflow(2), PAVANE_BAD_ARGUMENT);
         EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
-        EXPECT_EQ(gPreloadedWorkflow, 1);
+        EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 1);
         EXPECT_EQ(gEngine.calls, calls);
     });
     EXPECT_EQ(status, PAVANE_USER_OUTCOME4);
 }
 
-TEST_P(PavaneDuringARun, ATerminateWaitsForItsEnd) {
+TEST_P(PavaneDuringARun, ATerminateWaitsForTheEnd) {
     const Status status = RunWith([] {
         Pavane_Terminate();
         Pavane_Terminate();
-        EXPECT_NE(gPavaneContext, nullptr);
-        EXPECT_NE(gLogStream, nullptr);
+        EXPECT_NE(GetFrameState().gPavaneContext, nullptr);
+        EXPECT_NE(GetFrameState().gLogStream, nullptr);
         EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_BAD_ARGUMENT) << "the run goes on";
     });
     EXPECT_EQ(status, PAVANE_USER_OUTCOME4);
-    EXPECT_EQ(gPavaneContext, nullptr);
-    EXPECT_EQ(gLogStream, nullptr);
+    EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
+    EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_USER_OUTCOME4);
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "shut down"));
     EXPECT_EQ(Lines().back(), "PVN: _info_: ----- End First Workflow -----") << "its log is whole";
@@ -86,7 +88,7 @@ TEST_P(PavaneDuringARun, ATerminateWaitsForItsEnd) {
     EXPECT_EQ(Pavane_RunWorkflow(2, nullptr), PAVANE_USER_OUTCOME4);
 }
 
-TEST_P(PavaneDuringARun, TheTerminateAtItsEndIsPartOfIt) {
+TEST_P(PavaneDuringARun, TheDeferredTerminateIsPartOfTheRun) {
     gEngine.onShutDown = [&] {
         GetParam()([] {
             EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_BAD_ARGUMENT);
@@ -95,22 +97,22 @@ TEST_P(PavaneDuringARun, TheTerminateAtItsEndIsPartOfIt) {
         });
     };
     RunWith([] { Pavane_Terminate(); });
-    EXPECT_EQ(gPavaneContext, nullptr);
+    EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "shut down"));
 }
 
-TEST_P(PavaneDuringARun, AnInitializeAnswersAsASecondOne) {
+TEST_P(PavaneDuringARun, AnInitializeReturnsAsASecondCallDoes) {
     RunWith([] { EXPECT_EQ(Pavane_Initialize(2, 8), PAVANE_SUCCESS); });
-    EXPECT_EQ(gPavaneContext->hostApp, 5);
+    EXPECT_EQ(GetFrameState().gPavaneContext->hostApp, 5);
     EXPECT_THAT(Lines(),
                 ElementsAre(testing::_, testing::_,
                             "PVN: __req_: (func: brixen::pvn::Pavane_Initialize, line: 182)", testing::_));
 }
 
-TEST_P(PavaneDuringARun, ATerminateThatWasCarriedOutIsForgotten) {
+TEST_P(PavaneDuringARun, ADeferredTerminateIsCarriedOutOnce) {
     RunWith([] { Pavane_Terminate(); });
     RunWith([] {});
-    EXPECT_NE(gPavaneContext, nullptr);
+    EXPECT_NE(GetFrameState().gPavaneContext, nullptr);
 }
 
 TEST_P(PavaneDuringARun, PreparingCountsAsPartOfTheRun) {
@@ -120,6 +122,62 @@ TEST_P(PavaneDuringARun, PreparingCountsAsPartOfTheRun) {
     };
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run"));
+}
+
+// A thread that makes calls to be refused from the mark of each run until the workflow itself runs.
+class RefusedCaller {
+public:
+    RefusedCaller() : thread(StartThread(CallUntilStopped, this)) {}
+    ~RefusedCaller() {
+        isStopped = true;
+        unsigned long code = 0;
+        EXPECT_TRUE(WaitForThread(thread, kLongWait, &code));
+        CloseThread(thread);
+    }
+    RefusedCaller(const RefusedCaller&) = delete;
+    RefusedCaller& operator=(const RefusedCaller&) = delete;
+
+    void Pause() {
+        isPaused = true;
+        while (isCalling) YieldThread();
+    }
+    void Resume() { isPaused = false; }
+
+private:
+    static unsigned long CallUntilStopped(void* argument) {
+        RefusedCaller& self = *static_cast<RefusedCaller*>(argument);
+        while (!self.isStopped) {
+            self.isCalling = true;
+            if (!self.isPaused && IsRunUnderWay()) {
+                EXPECT_EQ(Pavane_PreloadWorkflow(7), PAVANE_BAD_ARGUMENT);
+            }
+            self.isCalling = false;
+            YieldThread();
+        }
+        return 0;
+    }
+
+    std::atomic<bool> isStopped = false;
+    std::atomic<bool> isPaused = false;
+    std::atomic<bool> isCalling = false;
+    NativeThread thread;
+};
+
+TEST_F(Exports, ARunReturnsItsOwnStatusWhileAnotherThreadIsRefused) {
+    Pavane_Initialize(0, 0);
+    RefusedCaller other;
+    gEngine.run = [&](T_StorageInterface&) -> Status {
+        other.Pause();
+        return kStatusUserOutcome4;
+    };
+    for (int i = 0; i < 3000; ++i) {
+        if (i % 2 == 0) {
+            EXPECT_EQ(Pavane_PreloadWorkflow(1), PAVANE_SUCCESS);
+        }
+        other.Resume();
+        ASSERT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_USER_OUTCOME4) << "run " << i;
+        gEngine.calls.clear();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(FromThe, PavaneDuringARun, testing::Values(&OnThisThread, &OnAnotherThread),

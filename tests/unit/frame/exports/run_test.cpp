@@ -24,10 +24,10 @@ class PavaneRun : public Exports {};
 
 TEST_F(PavaneRun, WithoutAContextIsRefusedAndLogged) {
     OpenLog(false);
-    gPreloadedWorkflow = 1;
+    GetFrameState().gPreloadedWorkflow = 1;
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_NOT_INITIALIZED);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_NOT_INITIALIZED);
-    EXPECT_EQ(gPreloadedWorkflow, 0) << "as after any run";
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0) << "as after any run";
     EXPECT_THAT(Lines(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_RunWorkflow, line: 392)"));
     EXPECT_THAT(gEngine.calls, IsEmpty());
 }
@@ -36,12 +36,12 @@ TEST_F(PavaneRun, PreparesRunsAndFramesTheRunInTheLog) {
     Pavane_Initialize(0, 0);
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_SUCCESS);
-    EXPECT_EQ(gPreloadedWorkflow, 0);
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run"));
     EXPECT_THAT(Lines(), ElementsAre(kStart, kReset, kEnd));
 }
 
-TEST_F(PavaneRun, APreparedOneRunsAtOnceAndTheNextPreparesAgain) {
+TEST_F(PavaneRun, APreloadedWorkflowRunsAtOnceAndTheNextRunPreparesAgain) {
     Pavane_Initialize(0, 0);
     Pavane_PreloadWorkflow(1);
     Pavane_RunWorkflow(1, nullptr);
@@ -50,7 +50,7 @@ TEST_F(PavaneRun, APreparedOneRunsAtOnceAndTheNextPreparesAgain) {
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "select en_US", "run"));
 }
 
-TEST_F(PavaneRun, OfAnotherNumberThanThePreparedPreparesItsOwn) {
+TEST_F(PavaneRun, PreparesAWorkflowOtherThanThePreloadedOne) {
     Pavane_Initialize(0, 0);
     Pavane_PreloadWorkflow(1);
     EXPECT_EQ(Pavane_RunWorkflow(2, nullptr), PAVANE_SUCCESS);
@@ -62,7 +62,7 @@ TEST_F(PavaneRun, AFailedPreloadFailsTheRunThatFollowsWithoutTryingAgain) {
     EXPECT_EQ(Pavane_PreloadWorkflow(7), PAVANE_BAD_ARGUMENT);
     gEngine.calls.clear();
     EXPECT_EQ(Pavane_RunWorkflow(7, nullptr), PAVANE_BAD_ARGUMENT);
-    EXPECT_EQ(gPreloadedWorkflow, 0);
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
     EXPECT_THAT(gEngine.calls, IsEmpty());
     EXPECT_THAT(Lines(), ElementsAre(kNotPrepared));
 }
@@ -72,7 +72,7 @@ TEST_F(PavaneRun, UnknownNumbersAndThoseWithoutALauncherAreRefused) {
     for (const std::uint16_t number : std::initializer_list<std::uint16_t>{3, 5, 6, 0xFFFF}) {
         EXPECT_EQ(Pavane_RunWorkflow(number, nullptr), PAVANE_BAD_ARGUMENT) << number;
         EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
-        EXPECT_EQ(gPreloadedWorkflow, 0);
+        EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
     }
     EXPECT_THAT(Lines(), ElementsAre(kNotPrepared, kNotPrepared, kNotPrepared, kNotPrepared));
 }
@@ -81,21 +81,21 @@ TEST_F(PavaneRun, NumberZeroCountsAsPreparedAndIsRefusedAtTheDispatch) {
     Pavane_Initialize(0, 0);
     EXPECT_EQ(Pavane_RunWorkflow(0, nullptr), PAVANE_BAD_ARGUMENT);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
-    EXPECT_EQ(gPreloadedWorkflow, 0);
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
     EXPECT_THAT(gEngine.calls, IsEmpty());
     EXPECT_THAT(Lines(), IsEmpty());
     EXPECT_EQ(Pavane_RunWorkflow(0, nullptr), PAVANE_BAD_ARGUMENT);
     EXPECT_THAT(Lines(), ElementsAre(kNotPrepared)) << "now the latest status says that preparing it failed";
 }
 
-TEST_F(PavaneRun, AFailedPreloadWhoseStatusIsGoneIsRefusedAtTheDispatch) {
+TEST_F(PavaneRun, AFailedPreloadWithAnOverwrittenStatusIsRefusedAtTheDispatch) {
     Pavane_Initialize(0, 0);
     EXPECT_EQ(Pavane_PreloadWorkflow(7), PAVANE_BAD_ARGUMENT);
     EXPECT_EQ(Pavane_Initialize(0, 0), PAVANE_SUCCESS) << "the latest status now";
     const auto lines = Lines();
     EXPECT_EQ(Pavane_RunWorkflow(7, nullptr), PAVANE_BAD_ARGUMENT);
     EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_BAD_ARGUMENT);
-    EXPECT_EQ(gPreloadedWorkflow, 0) << "as after any run";
+    EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0) << "as after any run";
     EXPECT_EQ(Lines(), lines);
 }
 
@@ -115,14 +115,14 @@ TEST_F(PavaneRun, TheBagHoldsWhatEveryWorkflowGets) {
         EXPECT_TRUE(GetString(bag, PvnWFKey_Language, text));
         EXPECT_EQ(text, "ja_JP");
         EXPECT_FALSE(GetString(bag, PvnWFKey_ProductName, text)) << "this one does not show its host";
-        EXPECT_FALSE(GetLong(bag, PvnWFKey_AllowCancel, number)) << "nor has it anything to cancel";
+        EXPECT_FALSE(GetLong(bag, PvnWFKey_AllowCancel, number)) << "and this one cannot be canceled";
         return kStatusSuccess;
     };
     EXPECT_EQ(Pavane_RunWorkflow(1, &window), PAVANE_SUCCESS);
     EXPECT_EQ(gEngine.calls.back(), "run");
 }
 
-TEST_F(PavaneRun, TheBagHoldsTheHostsNameAndTheLeaveToCancelWhereTheRowSaysSo) {
+TEST_F(PavaneRun, TheBagHoldsTheHostNameAndAllowCancelWhereTheRowSaysSo) {
     for (const std::uint32_t withheld : {0u, 1u}) {
         Pavane_Initialize(0, withheld);
         gEngine.run = [&](T_StorageInterface& bag) -> Status {
@@ -150,13 +150,13 @@ TEST_F(PavaneRun, AnyExceptionBecomes33289AndTheEndLineIsWritten) {
         Pavane_Initialize(0, 0);
         EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_EXCEPTION);
         EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_EXCEPTION);
-        EXPECT_EQ(gPreloadedWorkflow, 0);
+        EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
         Pavane_Terminate();
     }
     EXPECT_THAT(Lines(), ElementsAre(kStart, kReset, kEnd, kStart, kReset, kEnd, kStart, kReset, kEnd));
 }
 
-TEST_F(PavaneRun, TheUsersDecisionsAreToldInTheLog) {
+TEST_F(PavaneRun, LogsTheDecisionsOfTheUser) {
     const struct {
         Status status;
         const char* line;
@@ -176,17 +176,17 @@ TEST_F(PavaneRun, TheUsersDecisionsAreToldInTheLog) {
         std::vector<std::string> expected = {kStart, kReset, kEnd};
         if (given.line) expected.insert(expected.begin() + 2, given.line);
         EXPECT_EQ(Lines(), expected) << given.status;
-        std::filesystem::remove(fLog.Path());
+        std::filesystem::remove(log.Path());
     }
 }
 
-TEST_F(PavaneRun, StartsTheClockAtZeroAndThePhaseToo) {
+TEST_F(PavaneRun, ResetsTheStopWatchAndThePhase) {
     Pavane_Initialize(0, 0);
-    gPavaneContext->workflowPhase = kPhaseEnded;
+    GetFrameState().gPavaneContext->workflowPhase = kPhaseEnded;
     GetFrameTwin().tickCount = 5000;
     gEngine.run = [](T_StorageInterface&) -> Status {
-        EXPECT_EQ(gStopWatchStart, 5000u);
-        EXPECT_EQ(gPavaneContext->workflowPhase, kPhaseIdle);
+        EXPECT_EQ(GetFrameState().gStopWatchStart, 5000u);
+        EXPECT_EQ(GetFrameState().gPavaneContext->workflowPhase, kPhaseIdle);
         return kStatusSuccess;
     };
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
@@ -201,7 +201,7 @@ TEST_F(PavaneRun, WithoutMemoryEndsIn33289AndTheNextOneWorks) {
         gEngine.calls.clear();
         const Status status = Pavane_RunWorkflow(2, nullptr);
         EXPECT_EQ(Pavane_Info_GetErrorCode(), status);
-        EXPECT_EQ(gPreloadedWorkflow, 0);
+        EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
         if (status != kStatusSuccess) {
             EXPECT_EQ(status, PAVANE_EXCEPTION);
             ++failed;

@@ -1,5 +1,6 @@
 #include "view/reader/run_definition.h"
 
+#include "frame/frame_state.h"
 #include "frame/log.h"
 #include "support/temporary_folder.h"
 #include "view/verify_generator.h"
@@ -225,7 +226,7 @@ TEST_F(ViewReaderTest, HighWaterMarksAreThoseOfTheLatestRun) {
 // The log's lines go to a file of the test's own while this lives.
 class LogCatcher {
 public:
-    LogCatcher() { pvn::gLogStream = std::fopen(path.string().c_str(), "w"); }
+    LogCatcher() { pvn::GetFrameState().gLogStream = std::fopen(path.string().c_str(), "w"); }
     ~LogCatcher() { pvn::CloseLog(); }
     std::string Text() const {
         std::ifstream file(path, std::ios::binary);

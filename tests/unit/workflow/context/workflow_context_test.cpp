@@ -1,4 +1,5 @@
 #include "dictionaries/translation.h"
+#include "frame/frame_state.h"
 #include "frame/pavane_context.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
@@ -14,9 +15,9 @@ namespace {
 
 class WorkFlowContext : public testing::Test {
 protected:
-    WorkFlowContext() : savedContext(gPavaneContext) { gPavaneContext = nullptr; }
+    WorkFlowContext() : savedContext(GetFrameState().gPavaneContext) { GetFrameState().gPavaneContext = nullptr; }
     ~WorkFlowContext() override {
-        gPavaneContext = savedContext;
+        GetFrameState().gPavaneContext = savedContext;
         gProgressCancel = false;
     }
 
@@ -67,7 +68,7 @@ TEST_F(WorkFlowContext, TheProductNameOfTheLauncherStays) {
 
 TEST_F(WorkFlowContext, AnAbsentProductNameIsTheHostsAndStays) {
     std::snprintf(frame.hostDisplayName, sizeof frame.hostDisplayName, "Studio");
-    gPavaneContext = &frame;
+    GetFrameState().gPavaneContext = &frame;
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Studio");
     EXPECT_EQ(TextOf(bag, PvnWFKey_ProductName), "Studio");
     std::snprintf(frame.hostDisplayName, sizeof frame.hostDisplayName, "Other");
@@ -76,7 +77,7 @@ TEST_F(WorkFlowContext, AnAbsentProductNameIsTheHostsAndStays) {
 
 TEST_F(WorkFlowContext, AnUnknownHostIsCalledProduct) {
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Product");
-    gPavaneContext = &frame;
+    GetFrameState().gPavaneContext = &frame;
     context.Remove(PvnWFKey_ProductName, kValueTypeString);
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Product");
 }

@@ -2,6 +2,7 @@
 // recorded.
 #pragma once
 
+#include "frame/frame_state.h"
 #include "frame/pavane_context.h"
 #include "unit/workflow/resources/resource_fixture.h"
 #include "toolkit/platform/headless/headless.h"
@@ -15,13 +16,13 @@ class DialogFixture : public ResourceFixture {
 protected:
     using Window = zeve::NativeWindow;
 
-    DialogFixture() : savedContext(gPavaneContext) {
+    DialogFixture() : savedContext(GetFrameState().gPavaneContext) {
         zeve::headless::Reset();
         platform::ThePaneRecorder().Reset();
-        gPavaneContext = &frame;
+        GetFrameState().gPavaneContext = &frame;
     }
     ~DialogFixture() override {
-        gPavaneContext = savedContext;
+        GetFrameState().gPavaneContext = savedContext;
         zeve::headless::Reset();
         platform::ThePaneRecorder().Reset();
     }

@@ -332,8 +332,8 @@ TEST_F(PaneHost, MouseAndCommandsAreTheUsersToo) {
         otherMachine.SetTransition(1, kWFState_Done, "DoneButton");
         otherMachine.SetProperty(kWFState_Any, kPropertyWorkflowContext, &context);
         otherMachine.startState = 1;
-        std::rewind(gLogStream);
-        ASSERT_EQ(ftruncate(fileno(gLogStream), 0), 0);
+        std::rewind(GetFrameState().gLogStream);
+        ASSERT_EQ(ftruncate(fileno(GetFrameState().gLogStream), 0), 0);
         const auto sent = std::pair(number, wparam);
         Then([sent] { Tell(TopDialog(), sent.first, sent.second); });
         ThenPress(kDone);

@@ -1,6 +1,7 @@
 // A resource layer over a temporary folder, with the log caught.
 #pragma once
 
+#include "frame/frame_state.h"
 #include "frame/log.h"
 #include "support/resource_folder.h"
 #include "workflow/platform/headless/resource_recorder.h"
@@ -16,12 +17,12 @@ namespace brixen::pvn::pvn_workflow {
 
 class ResourceFixture : public testing::Test {
 protected:
-    ResourceFixture() : savedLog(gLogStream) { gLogStream = std::tmpfile(); }
+    ResourceFixture() : savedLog(GetFrameState().gLogStream) { GetFrameState().gLogStream = std::tmpfile(); }
     ~ResourceFixture() override {
         ShutDownResources();
         platform::TheResourceRecorder().Reset();
-        std::fclose(gLogStream);
-        gLogStream = savedLog;
+        std::fclose(GetFrameState().gLogStream);
+        GetFrameState().gLogStream = savedLog;
     }
 
     void Select(const std::string& language) {
@@ -32,8 +33,8 @@ protected:
     // Bodies of the log's lines so far.
     static std::string Logged() {
         std::string text;
-        std::rewind(gLogStream);
-        for (char line[1024]; std::fgets(line, sizeof line, gLogStream);) {
+        std::rewind(GetFrameState().gLogStream);
+        for (char line[1024]; std::fgets(line, sizeof line, GetFrameState().gLogStream);) {
             const std::string whole = line;
             text += whole.substr(std::min(whole.find("] ") + 2, whole.size()));
         }

@@ -1,21 +1,16 @@
-#include "frame/exports/launchers.h"
+#include "frame/exports/launcher.h"
 
+#include "frame/exception_boundary.h"
 #include "frame/exports/host_configuration.h"
+#include "frame/frame_state.h"
 #include "frame/log.h"
 #include "frame/pavane_context.h"
 #include "frame/stop_watch.h"
 #include "workflow/context/context_keys.h"
 
-#include <algorithm>
-
 namespace brixen::pvn {
 
 using namespace pvn_workflow;
-
-const WorkflowRow* WorkflowCatalogue::Find(std::uint16_t number) const noexcept {
-    const auto row = std::ranges::find(workflows, number, &WorkflowRow::number);
-    return row != workflows.end() && row->run ? &*row : nullptr;
-}
 
 namespace {
 
@@ -23,23 +18,18 @@ void LogFrame(const char* word, const WorkflowRow& workflow) noexcept {
     PvnLog("%s: %s: ----- %s %s Workflow -----\n", kLogComponent, kLogInfo, word, workflow.name);
 }
 
-void FillBag(T_StorageInterface& bag, const WorkflowRow& workflow, void* parentWindow) {
-    const PavaneContext& context = *gPavaneContext;
+void FillBag(T_StorageInterface& bag, const WorkflowRow& workflow, const std::string& language,
+             void* parentWindow) {
+    const PavaneContext& context = *GetFrameState().gPavaneContext;
     SetLong(bag, PvnWFKey_WorkFlow_Type, workflow.type);
     SetPtr(bag, PvnWFKey_MainWindow, parentWindow);
     SetLong(bag, PvnWFKey_HostApp, static_cast<std::uint32_t>(context.hostApp));
-    SetString(bag, PvnWFKey_Language, GetHostLanguage(context.hostOptions));
+    SetString(bag, PvnWFKey_Language, language);
     if (workflow.showsHostName) SetString(bag, PvnWFKey_ProductName, context.hostDisplayName);
-    if (workflow.offersCancel)
-        SetLong(bag, PvnWFKey_AllowCancel, context.hostOptions & kOptionWithholdCancel ? 0 : 1);
-}
-
-Status RunGuarded(const WorkflowRow& workflow, void* parentWindow) noexcept try {
-    T_Storage bag;
-    FillBag(bag, workflow, parentWindow);
-    return workflow.run(bag);
-} catch (...) {
-    return kStatusException;
+    if (workflow.offersCancel) {
+        const bool isWithheld = context.hostOptions & kOptionWithholdCancel;
+        SetLong(bag, PvnWFKey_AllowCancel, isWithheld ? 0 : 1);
+    }
 }
 
 void LogUserDecision(Status status) noexcept {
@@ -50,12 +40,16 @@ void LogUserDecision(Status status) noexcept {
 
 } // namespace
 
-Status LaunchWorkflow(const WorkflowRow& workflow, void* parentWindow) noexcept {
+Status LaunchWorkflow(const WorkflowRow& workflow, const std::string& language, void* parentWindow) noexcept {
     LogFrame("Start", workflow);
     LogStopWatchReset(kLauncherStarts);
     SetWorkflowPhase(kPhaseIdle);
-    const Status status = RunGuarded(workflow, parentWindow);
-    if (IsUserDecision(status)) LogUserDecision(status);
+    const Status status = StatusAtBoundary([&] {
+        T_Storage bag;
+        FillBag(bag, workflow, language, parentWindow);
+        return workflow.run(bag);
+    });
+    LogUserDecision(status);
     LogFrame("End", workflow);
     return status;
 }

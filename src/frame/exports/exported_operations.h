@@ -1,0 +1,18 @@
+// The four operations of the exported calls that do something; pavane.h documents them for the host.
+#pragma once
+
+#include "frame/status.h"
+
+#include <cstdint>
+
+namespace brixen::pvn {
+
+// Each status is in gLastError too when the operation returns.
+[[nodiscard]] Status Initialize(std::int32_t hostApp, std::uint32_t hostOptions);
+[[nodiscard]] Status PreloadWorkflow(std::uint16_t number);
+[[nodiscard]] Status RunWorkflow(std::uint16_t number, void* parentWindow);
+
+// Leaves gLastError alone.
+void Terminate() noexcept;
+
+} // namespace brixen::pvn

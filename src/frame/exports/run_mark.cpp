@@ -1,0 +1,32 @@
+#include "frame/exports/run_mark.h"
+
+#include "frame/exports/context_record.h"
+#include "frame/frame_state.h"
+
+namespace brixen::pvn {
+namespace {
+
+// Returns whether the state was `expected` and is `next` now.
+bool ChangeRunState(RunState expected, RunState next) noexcept {
+    return GetFrameState().runState.compare_exchange_strong(expected, next);
+}
+
+} // namespace
+
+// The status is read first: from the mark on, a refused call may overwrite the word.
+RunMark::RunMark() noexcept
+    : statusBefore(GetFrameState().gLastError), isOurs(ChangeRunState(RunState::kIdle, RunState::kRunning)) {}
+
+RunMark::~RunMark() {
+    if (!isOurs || ChangeRunState(RunState::kRunning, RunState::kIdle)) return;
+    FreeContextAndCloseLog();
+    GetFrameState().runState = RunState::kIdle;
+}
+
+bool IsRunUnderWay() noexcept { return GetFrameState().runState != RunState::kIdle; }
+
+bool DeferTerminate() noexcept {
+    return ChangeRunState(RunState::kRunning, RunState::kRunningThenTerminate) || IsRunUnderWay();
+}
+
+} // namespace brixen::pvn

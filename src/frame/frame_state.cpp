@@ -1,0 +1,32 @@
+#include "frame/frame_state.h"
+
+#include "frame/log.h"
+#include "frame/pavane_context.h"
+
+namespace brixen::pvn {
+
+FrameState& GetFrameState() noexcept {
+    static constinit FrameState state;
+    return state;
+}
+
+void ResetFrameState() noexcept {
+    FrameState& state = GetFrameState();
+    if (state.gPavaneContext) ReleaseHoldings(*state.gPavaneContext);
+    delete state.gPavaneContext;
+    state.gPavaneContext = nullptr;
+    CloseLog();
+    state.gStopWatchStart = 0;
+    state.gLastError = kStatusSuccess;
+    state.gPreloadedWorkflow = 0;
+    state.runState = RunState::kIdle;
+    state.isSlotTaken = false;
+    state.testLaunchers = nullptr;
+}
+
+Status StoreLastError(Status status) noexcept {
+    GetFrameState().gLastError = status;
+    return status;
+}
+
+} // namespace brixen::pvn

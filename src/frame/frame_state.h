@@ -57,6 +57,9 @@ FrameState& GetFrameState() noexcept;
 // For tests: frees the context, closes the log, and returns every field to its value at load.
 void ResetFrameState() noexcept;
 
+// Sets workflowPhase of the context; does nothing without a context.
+void SetWorkflowPhase(std::uint32_t phase) noexcept;
+
 // Makes `status` the latest one and returns it. Any thread.
 Status StoreLastError(Status status) noexcept;
 

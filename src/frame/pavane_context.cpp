@@ -1,7 +1,5 @@
 #include "frame/pavane_context.h"
 
-#include "frame/frame_state.h"
-
 namespace brixen::pvn {
 
 void ReleaseHoldings(PavaneContext& context) noexcept {
@@ -9,10 +7,6 @@ void ReleaseHoldings(PavaneContext& context) noexcept {
     context.auxObject = nullptr;
     if (context.threadHandle) CloseThread(context.threadHandle);
     context.threadHandle = nullptr;
-}
-
-void SetWorkflowPhase(std::uint32_t phase) noexcept {
-    if (PavaneContext* const context = GetFrameState().gPavaneContext) context->workflowPhase = phase;
 }
 
 } // namespace brixen::pvn

@@ -57,7 +57,4 @@ struct PavaneContext {
 // fields.
 void ReleaseHoldings(PavaneContext& context) noexcept;
 
-// Sets workflowPhase of the context; does nothing without a context.
-void SetWorkflowPhase(std::uint32_t phase) noexcept;
-
 } // namespace brixen::pvn

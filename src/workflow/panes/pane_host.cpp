@@ -1,5 +1,6 @@
 #include "workflow/panes/pane_host.h"
 
+#include "frame/frame_state.h"
 #include "frame/pavane_context.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"

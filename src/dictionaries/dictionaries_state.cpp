@@ -1,10 +1,14 @@
 #include "dictionaries/dictionaries_state.h"
 
 namespace kestrel_private {
+namespace {
 
-DictionariesState& State() {
-    static constinit DictionariesState state;
-    return state;
+constinit DictionariesState gState;
+
 }
+
+DictionariesState& State() { return gState; }
+
+void ResetState() { gState = {}; }
 
 } // namespace kestrel_private

@@ -1,5 +1,7 @@
+// What the dictionaries of a process share.
 #pragma once
 
+#include <memory>
 #include <optional>
 
 namespace kestrel {
@@ -8,16 +10,21 @@ class ZStringDictionary;
 
 namespace kestrel_private {
 
-// What every dictionary of the process looks at; see process_dictionary.h for the one that the dialogs read.
 struct DictionariesState {
-    // Consulted by every lookup behind the dictionary asked; borrowed. Nothing in the library sets it.
+    // Every lookup asks this dictionary after its own; borrowed. Nothing in the library sets it.
     kestrel::ZStringDictionary* fallback = nullptr;
-    // Selects the `^` table with one row more. Nothing in the library sets it.
+    // Selects the `^` table with one more row. Nothing in the library sets it.
     bool accentedEscapes = false;
-    // Which table is in force, fixed by the first decoding.
+    // The table in force, fixed by the first decoding.
     std::optional<bool> escapesInForce;
+    // The dictionary that the dialogs read (see process_dictionary.h). This is its only owner; a shared
+    // pointer destroys a class that is not defined here.
+    std::shared_ptr<kestrel::ZStringDictionary> processDictionary;
 };
 
 DictionariesState& State();
+
+// For tests: the state of library start, but without a process-wide dictionary.
+void ResetState();
 
 } // namespace kestrel_private

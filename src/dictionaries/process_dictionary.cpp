@@ -7,28 +7,21 @@
 namespace kestrel_private {
 namespace {
 
-std::unique_ptr<kestrel::ZStringDictionary> MakeAtStart() {
+[[maybe_unused]] const bool gIsMadeAtStart = [] {
     try {
-        return kestrel::ZStringDictionary::Create(true);
+        ProcessDictionary();
+        return true;
     } catch (const std::bad_alloc&) {
-        return nullptr; // made on demand
+        return false; // the first call makes it
     }
-}
-
-std::unique_ptr<kestrel::ZStringDictionary> gProcessDictionary = MakeAtStart();
+}();
 
 } // namespace
 
-std::unique_ptr<kestrel::ZStringDictionary>& ProcessDictionarySlot() { return gProcessDictionary; }
-
 kestrel::ZStringDictionary& ProcessDictionary() {
-    if (!gProcessDictionary) gProcessDictionary = kestrel::ZStringDictionary::Create(true);
-    return *gProcessDictionary;
-}
-
-void ResetState() {
-    gProcessDictionary = nullptr;
-    State() = DictionariesState();
+    auto& dictionary = State().processDictionary;
+    if (!dictionary) dictionary = kestrel::ZStringDictionary::Create(true);
+    return *dictionary;
 }
 
 } // namespace kestrel_private

@@ -1,16 +1,12 @@
+// The dictionary that the dialogs of a process read.
 #pragma once
 
 #include "dictionaries/zstring_dictionary.h"
 
-#include <memory>
-
 namespace kestrel_private {
 
-// Holds the dictionary that the dialogs read: made at library start where memory allows, destroyed at exit.
-std::unique_ptr<kestrel::ZStringDictionary>& ProcessDictionarySlot();
-// That dictionary, made if it is missing.
+// The process-wide dictionary, a fast one. It is made at library start if memory allows, else by the first call, and
+// destroyed at exit. Throws bad_alloc. For the user-interface thread alone.
 kestrel::ZStringDictionary& ProcessDictionary();
-// For tests: the dictionaries as at library start, with no process-wide dictionary yet.
-void ResetState();
 
 } // namespace kestrel_private

@@ -13,12 +13,14 @@
 namespace kestrel_private {
 namespace {
 
+using namespace std::string_view_literals;
+
 struct Escape {
     char16_t after;
     char16_t unit;
 };
 
-// The last row is only in force when the process says so.
+// The last row is in force only when the state says so.
 constexpr std::array kCaretEscapes = {Escape{u'Q', 0x0022}, Escape{u'[', 0x201C}, Escape{u']', 0x201D},
                                       Escape{u'{', 0x2018}, Escape{u'}', 0x2019}, Escape{u'C', 0x00A9},
                                       Escape{u'R', 0x00AE}, Escape{u'T', 0x2122}, Escape{u'D', 0x00B0},
@@ -37,7 +39,7 @@ std::span<const Escape> CaretEscapes() {
 
 constexpr bool IsLead(char16_t unit) { return unit == u'^' || unit == u'\\'; }
 
-// The lead and the unit after it, replaced; without a row both stand, but one alone of a doubled lead.
+// Replaces a lead and the unit after it. Without a row both are kept, but a doubled lead becomes one.
 void PutEscape(std::span<const Escape> rows, char16_t lead, char16_t after, std::u16string& output) {
     const auto row =
         std::find_if(rows.begin(), rows.end(), [&](const Escape& e) { return e.after == after; });
@@ -49,7 +51,7 @@ void PutEscape(std::span<const Escape> rows, char16_t lead, char16_t after, std:
     if (after != lead) output += after;
 }
 
-// What an entity `#{...}` gives, and how many units it takes up.
+// The text of an entity `#{...}`, and how many units the entity has.
 struct Replacement {
     char16_t unit;
     char16_t second;
@@ -97,8 +99,6 @@ std::optional<Replacement> MatchEntity(std::u16string_view form) {
     return std::nullopt;
 }
 
-} // namespace
-
 std::u16string DecodeEscapes(std::u16string_view text) {
     const std::span<const Escape> caretRows = CaretEscapes();
     std::u16string output;
@@ -134,6 +134,8 @@ std::u16string DecodeEntities(std::u16string_view text) {
         text.remove_prefix(match ? match->length : 1);
     }
 }
+
+} // namespace
 
 std::u16string DecodeValue(std::u16string_view text) {
     std::u16string decoded = DecodeEscapes(text);

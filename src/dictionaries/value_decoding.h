@@ -1,3 +1,4 @@
+// Replaces the escapes and entities of a value.
 #pragma once
 
 #include <string>
@@ -5,12 +6,10 @@
 
 namespace kestrel_private {
 
-// A value as it stands in a dictionary line or a key text, with its escapes (`^C`, `\n`) and then its
-// entities (`#{copy}`, `#{U+2318}`, `#{a}`) replaced. Replaced text is not scanned again.
-std::u16string DecodeValue(std::u16string_view text);
-
-// The two steps alone.
-std::u16string DecodeEscapes(std::u16string_view text);
-std::u16string DecodeEntities(std::u16string_view text);
+// The text of a value as it is written in a dictionary line or a key text: first its escapes (`^C`, `\n`) are
+// replaced, then its entities (`#{copy}`, `#{U+2318}`, `#{a}`). Text that replaced an entity is not scanned
+// again. The result is never longer than `text`. The first call of a process fixes the table of escapes (see
+// dictionaries_state.h).
+[[nodiscard]] std::u16string DecodeValue(std::u16string_view text);
 
 } // namespace kestrel_private

@@ -1,12 +1,14 @@
+// An entry of the older store.
 #pragma once
 
-#include "dictionaries/store/hash_item.h"
+#include "dictionaries/store/byte_run_key.h"
 #include "dictionaries/zstring/zstring.h"
 
 namespace kestrel_private {
 
-// A key with its value. The writers make lines of a text dictionary, or the raw bytes of either side. Text
-// written this way reads back, except that `^`, `\` and `#{` are written as they stand.
+// A key with its value. The writers make lines of a text dictionary, or in raw form the bytes of key and
+// value. Lines read back as they were, except that `^`, `\` and `#{` are written as they are and read as
+// escapes.
 class DictionaryEntry : public ByteRunKey {
 public:
     DictionaryEntry(std::string_view key, const kestrel::ZString& value)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "dictionaries/dictionaries_state.h"
-#include "dictionaries/process_dictionary.h"
 #include "dictionaries/zstring_dictionary.h"
 
 #include <gtest/gtest.h>

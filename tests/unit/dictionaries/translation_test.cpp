@@ -1,5 +1,6 @@
 #include "dictionaries/translation.h"
 
+#include "dictionaries/process_dictionary.h"
 #include "dictionaries/zstring/encoding.h"
 
 #include "support/failing_allocator.h"
@@ -25,7 +26,7 @@ protected:
 // Looks at the slot before any test has emptied it.
 class LibraryStart : public testing::Environment {
 public:
-    void SetUp() override { made = kestrel_private::ProcessDictionarySlot() != nullptr; }
+    void SetUp() override { made = kestrel_private::State().processDictionary != nullptr; }
     bool HadADictionary() const { return made; }
 
 private:
@@ -56,9 +57,9 @@ TEST_F(Translation, SpeaksUtf8BothWays) {
 }
 
 TEST_F(Translation, MakesTheDictionaryWhenItIsMissing) {
-    kestrel_private::ProcessDictionarySlot().reset();
+    kestrel_private::State().processDictionary = nullptr;
     EXPECT_EQ(ZeveTranslate("$$$/a=x"), "x");
-    EXPECT_NE(kestrel_private::ProcessDictionarySlot(), nullptr);
+    EXPECT_NE(kestrel_private::State().processDictionary, nullptr);
 }
 
 TEST_F(Translation, PutsTextsIntoPlaceholdersInOrder) {

@@ -2,7 +2,7 @@
 // system. Tests that depend on words and faces run in English, German, Japanese and Hebrew, the others in
 // English. The text keys of the view hold the ids of its controls. The English words are in the view, the
 // others in tests/data/gallery/.
-#include "dictionaries/process_dictionary.h"
+#include "dictionaries/dictionaries_state.h"
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/zeve_dialog.h"

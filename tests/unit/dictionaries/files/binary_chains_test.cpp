@@ -1,6 +1,7 @@
 // Compiled dictionaries of versions 1.0 and 1.5.
 #include "unit/dictionaries/files/binary_support.h"
 
+#include "dictionaries/process_dictionary.h"
 #include "dictionaries/translation.h"
 #include "dictionaries/zstring/encoding.h"
 #include "support/failing_allocator.h"

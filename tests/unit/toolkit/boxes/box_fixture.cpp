@@ -1,6 +1,6 @@
 #include "unit/toolkit/boxes/box_fixture.h"
 
-#include "dictionaries/process_dictionary.h"
+#include "dictionaries/dictionaries_state.h"
 #include "dictionaries/translation.h"
 #include "toolkit/boxes/box_makers.h"
 #include "toolkit/dialog/window_procedures.h"

@@ -1,7 +1,7 @@
 // A workflow's dictionary may be compiled, as it is shipped, or text.
 #include "unit/workflow/resources/resource_fixture.h"
 
-#include "dictionaries/process_dictionary.h"
+#include "dictionaries/dictionaries_state.h"
 #include "dictionaries/translation.h"
 
 #include <fstream>

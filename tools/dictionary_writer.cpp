@@ -44,6 +44,7 @@ public:
     void PutUnits(std::u16string_view units) {
         for (const char16_t unit : units) Put(static_cast<std::uint16_t>(unit));
     }
+    std::size_t Size() const { return bytes.size(); }
     std::string Take() { return std::move(bytes); }
 
 private:
@@ -127,6 +128,13 @@ void PutNotes(Output& output, const std::vector<CompiledEntry>& entries) {
     output.PutUnits(notes.area);
 }
 
+// The store reads values without a copy where they begin at an even address, so they begin at an even byte of
+// the file: one byte more of the keys' area sees to that.
+void AlignValues(std::string& keyArea, const Output& output) {
+    constexpr std::size_t kOddBytesOfCounts = 1; // the mark of the keys; all other fields of a block are even
+    if ((output.Size() + kOddBytesOfCounts + keyArea.size()) % sizeof(char16_t) != 0) keyArea += '\0';
+}
+
 void PutHeader(Output& output, const DictionaryFormat& format) {
     constexpr std::uint8_t kMajor = 2;
     output.PutBytes(kBinaryMagic);
@@ -146,7 +154,8 @@ std::uint32_t LiveCount(const std::vector<CompiledEntry>& entries, bool hasKeys)
 }
 
 void PutBlock(Output& output, const std::vector<CompiledEntry>& entries, const DictionaryFormat& format) {
-    const Keys keys(entries);
+    Keys keys(entries);
+    AlignValues(keys.area, output);
     const Texts values = ValuesOf(entries);
     output.Put(format.firstId);
     output.Put(format.hasKeys ? kHasKeys : kHasNoKeys);

@@ -1,3 +1,4 @@
+// Reads what follows the header of a compiled dictionary of version 2.
 #pragma once
 
 #include "dictionaries/files/byte_cursor.h"
@@ -8,15 +9,15 @@
 
 namespace kestrel_private {
 
-// The body of a compiled dictionary of version 2, behind its header.
 struct BinaryBody {
     std::optional<std::string> headerText; // nothing when it is missing or cut off
-    FastArrayBlock block;                  // `firstId` as the file has it
-    BucketLists lists;
+    FastArrayBlock block;                  // `firstId` as the file says
+    BucketLists lists;                     // in the bytes of `block.file`
 };
 
-// Reads field by field and stops at the first one that does not fit into the bytes; what was read before
-// stays. `minor` is that of the version, 0 or greater. The bytes are not needed afterward.
+// Reads field by field and ends before the first field that is longer than what is left; the fields before it
+// stay. `begin` is behind the header. `minor` is that of the version, 0 or greater. The arrays are copied, so
+// the bytes are not needed after the call. Throws bad_alloc.
 BinaryBody ReadBinaryBody(const std::uint8_t* begin, const std::uint8_t* end, int minor);
 
 } // namespace kestrel_private

@@ -2,6 +2,7 @@
 
 #include "dictionaries/files/byte_cursor.h"
 
+#include <cstring>
 #include <optional>
 
 namespace kestrel_private {
@@ -59,15 +60,14 @@ bool ReadVersion10(const std::uint8_t* begin, const std::uint8_t* end, std::uint
     ByteCursor cursor(begin, end);
     std::uint16_t rowCount = 0;
     if (!cursor.Read(rowCount)) return false;
-    const std::uint8_t* const table = cursor.Take(rowCount * kRowSize);
-    if (table == nullptr) return false;
-    ByteCursor rows(table, table + rowCount * kRowSize);
+    auto rows = cursor.TakePart(rowCount * kRowSize);
+    if (!rows) return false;
     std::uint16_t number = 0;
     std::uint32_t offset = 0;
-    if (!rows.Read(number) || !rows.Read(offset)) return true;
+    if (!rows->Read(number) || !rows->Read(offset)) return true;
     std::uint64_t running = offset;
     std::uint16_t nextNumber = 0;
-    for (; rows.Read(nextNumber) && rows.Read(offset); number = nextNumber) {
+    for (; rows->Read(nextNumber) && rows->Read(offset); number = nextNumber) {
         Bucket bucket(chains, number, conversionCode);
         while (running < offset) {
             const auto size = ReadItem(cursor, bucket);
@@ -78,32 +78,47 @@ bool ReadVersion10(const std::uint8_t* begin, const std::uint8_t* end, std::uint
     return true;
 }
 
+// The tables of version 1.5. The run ends count the rows of the length table, which are pairs of key and
+// value.
 struct Version15Tables {
-    FileArray<std::uint32_t> runEnds;
-    FileArray<std::uint16_t> lengths; // pairs of key and value
-    FileArray<std::uint16_t> buckets;
-
-    bool Read(ByteCursor& cursor) {
-        std::uint32_t count = 0;
-        if (!cursor.Read(count) || !cursor.Read(runEnds, count)) return false;
-        const std::uint64_t rowCount = count == 0 ? 0 : runEnds.back();
-        return cursor.Read(lengths, rowCount * 2) && cursor.Read(buckets, count);
-    }
+    ByteCursor runEnds, lengths, buckets;
 };
+
+std::optional<Version15Tables> ReadTables(ByteCursor& cursor) {
+    std::uint32_t count = 0;
+    if (!cursor.Read(count)) return std::nullopt;
+    const auto runEnds = cursor.TakePart(std::uint64_t{count} * sizeof(std::uint32_t));
+    if (!runEnds) return std::nullopt;
+    std::uint32_t rowCount = 0;
+    if (count != 0) std::memcpy(&rowCount, cursor.Next() - sizeof rowCount, sizeof rowCount);
+    const auto lengths = cursor.TakePart(std::uint64_t{rowCount} * 2 * sizeof(std::uint16_t));
+    if (!lengths) return std::nullopt;
+    const auto buckets = cursor.TakePart(std::uint64_t{count} * sizeof(std::uint16_t));
+    if (!buckets) return std::nullopt;
+    return Version15Tables{*runEnds, *lengths, *buckets};
+}
+
+// A key or value whose length is next in the table.
+std::optional<std::string_view> TakeNextText(ByteCursor& lengths, ByteCursor& texts) {
+    std::uint16_t length = 0;
+    if (!lengths.Read(length)) return std::nullopt;
+    return TakeText(texts, length);
+}
 
 bool ReadVersion15(const std::uint8_t* begin, const std::uint8_t* end, std::uint8_t conversionCode,
                    ChainStore& chains) {
     ByteCursor cursor(begin, end);
-    Version15Tables tables;
-    if (!tables.Read(cursor)) return false;
-    std::size_t row = 0;
-    for (std::size_t list = 0; list < tables.runEnds.size(); ++list) {
-        Bucket bucket(chains, tables.buckets[list], conversionCode);
-        for (; row < tables.runEnds[list]; ++row) {
-            if (row >= tables.lengths.size() / 2) return false;
-            const auto key = TakeText(cursor, tables.lengths[2 * row]);
+    auto tables = ReadTables(cursor);
+    if (!tables) return false;
+    std::uint32_t row = 0;
+    std::uint32_t runEnd = 0;
+    std::uint16_t number = 0;
+    while (tables->runEnds.Read(runEnd) && tables->buckets.Read(number)) {
+        Bucket bucket(chains, number, conversionCode);
+        for (; row < runEnd; ++row) {
+            const auto key = TakeNextText(tables->lengths, cursor);
             if (!key) return false;
-            const auto value = TakeText(cursor, tables.lengths[2 * row + 1]);
+            const auto value = TakeNextText(tables->lengths, cursor);
             if (!value) return false;
             bucket.Add(*key, *value);
         }

@@ -4,26 +4,26 @@
 
 namespace kestrel_private {
 
-void BucketTable::TakeFile(BucketLists lists, std::uint32_t entryCount) {
-    auto newLists = std::make_unique<FileList[]>(kBucketCount);
+void BucketTable::TakeFile(const BucketLists& lists, std::uint32_t entryCount) {
+    auto firstLists = std::make_unique<FileList[]>(kBucketCount);
     std::unique_ptr<Ids[]> repeated;
     std::size_t repeatedCount = 0;
-    for (const BucketLists::List& list : lists.lists) {
-        FileList& first = newLists[list.bucket];
+    lists.ForEachList([&](std::uint32_t bucket, std::uint32_t begin, std::uint32_t count) {
+        FileList& first = firstLists[bucket];
         if (first.count == 0) {
-            first = {list.begin, list.count};
-            continue;
+            first = {begin, count};
+            return;
         }
-        // What follows the first list of a bucket goes behind it as if it came later.
+        // Further lists of a bucket follow the first as if they came later.
         if (!repeated) repeated = NewLists();
-        for (const std::uint32_t id : std::span(lists.ids).subspan(list.begin, list.count)) {
-            if (id >= entryCount) continue;
-            repeated[list.bucket].push_back(id);
+        for (std::size_t i = begin; i < std::size_t{begin} + count; ++i) {
+            if (lists.ids[i] >= entryCount) continue;
+            repeated[bucket].push_back(lists.ids[i]);
             ++repeatedCount;
         }
-    }
-    fileIds = std::move(lists.ids);
-    fileLists = std::move(newLists);
+    });
+    fileIds = lists.ids;
+    fileLists = std::move(firstLists);
     fileLimit = entryCount;
     added = std::move(repeated);
     addedCount = repeatedCount;

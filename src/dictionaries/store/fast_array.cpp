@@ -9,13 +9,13 @@ namespace {
 
 constexpr std::size_t kBlocksAtATime = 10;
 
-// To put a key into the index costs as much as to compare so many in a bucket.
+// Putting a key into the index costs as much as comparing this many keys of a bucket.
 constexpr std::uint64_t kScannedForOneIndexed = 8;
-// Below this no index pays.
+// Below this many comparisons no index pays.
 constexpr std::uint64_t kFewestScanned = 256;
 
-// Longer keys are indexed as long as they do not come to more than so many times the bytes that hold them:
-// those of a file may share theirs, and be listed again and again.
+// Longer keys are indexed only while they come to at most kIndexedForOneStored times the bytes of all keys.
+// The keys of a file may share bytes and be listed again and again.
 constexpr std::size_t kLongestIndexedAnyway = 1023;
 constexpr std::uint64_t kIndexedForOneStored = 4;
 
@@ -25,13 +25,13 @@ std::size_t FastArray::BlockOf(std::uint32_t id) const {
     const auto holds = [&](std::size_t block) {
         return id - blocks[block]->firstId < blocks[block]->entryCount;
     };
-    // Right at once for blocks filled at run time alone, and for one file alone.
+    // Right at once when there is one file alone, or blocks filled at run time alone.
     const std::size_t guess = std::min<std::size_t>(id / FastArrayBlock::kRunTimeEntries, blocks.size() - 1);
     if (holds(guess)) return guess;
-    const auto behind =
+    const auto next =
         std::upper_bound(blocks.begin(), blocks.end(), id,
                          [](std::uint32_t value, const auto& block) { return value < block->firstId; });
-    return static_cast<std::size_t>(behind - blocks.begin()) - 1;
+    return static_cast<std::size_t>(next - blocks.begin()) - 1;
 }
 
 FastArray::Place FastArray::PlaceOf(std::uint32_t id) const {
@@ -51,15 +51,15 @@ std::vector<std::uint32_t> FastArray::Bucket(std::uint32_t bucket) const {
 }
 
 std::optional<std::uint32_t> FastArray::FindFromFile(std::string_view key, std::uint32_t bucket) const {
-    const std::span<const std::uint32_t> ids = buckets.FromFile(bucket);
+    const FileNumbers<std::uint32_t> ids = buckets.FromFile(bucket);
     const std::uint32_t limit = buckets.FileLimit();
-    if (ids.empty() || limit == 0) return std::nullopt;
+    if (ids.Size() == 0 || limit == 0) return std::nullopt;
     const TextColumn& keys = PlaceOf(0).block->keys;
-    const auto found = std::find_if(ids.begin(), ids.end(),
-                                    [&](std::uint32_t id) { return id < limit && keys.Equals(id, key); });
-    scanned += static_cast<std::uint64_t>(found - ids.begin());
-    if (found == ids.end()) return std::nullopt;
-    return *found;
+    for (std::size_t i = 0; i < ids.Size(); ++i) {
+        ++scanned;
+        if (ids[i] < limit && keys.Equals(ids[i], key)) return ids[i];
+    }
+    return std::nullopt;
 }
 
 std::optional<std::uint32_t> FastArray::FindInBucket(std::string_view key, std::uint32_t bucket) const {
@@ -78,14 +78,14 @@ void FastArray::BuildIndexIfWorthwhile() const {
     try {
         index.Start(std::min<std::size_t>(buckets.Size(), totalIds));
     } catch (const std::bad_alloc&) {
-        return; // the buckets still answer
+        return; // the buckets go on answering
     }
     indexIsWhole = true;
     std::uint64_t left = kIndexedForOneStored * keyBytes;
     for (std::uint32_t bucket = 0; bucket < kBucketCount; ++bucket) {
         buckets.ForEachId(bucket, [&](std::uint32_t id) {
             const std::string_view key = KeyOf(id);
-            // A file may list an id in a bucket where no search looks for its key.
+            // A file may list an id in a bucket that no search for its key looks into.
             if (KeyBucket(key) == bucket && TakesIntoIndex(key, left)) index.Insert(key, {id, Value(id)});
         });
     }
@@ -93,7 +93,7 @@ void FastArray::BuildIndexIfWorthwhile() const {
 
 bool FastArray::TakesIntoIndex(std::string_view key, std::uint64_t& left) const {
     if (key.size() <= kLongestIndexedAnyway) return true;
-    // After the first one none is taken, so that of a key's ids the first is there or none.
+    // After the first one left out none is taken: the index holds the first id of a key or none.
     if (key.size() > left) indexIsWhole = false;
     if (indexIsWhole) left -= key.size();
     return indexIsWhole;
@@ -170,7 +170,7 @@ std::uint32_t FastArray::Add(std::string_view key, std::string_view value,
     block.Append(key, value, note);
     buckets.Append(bucket, id);
     ++totalIds;
-    ++liveEntries;
+    CountLive(1);
     keyBytes += key.size();
     if (block.entryCount == FastArrayBlock::kRunTimeEntries) currentBlock = -1;
     InsertIntoIndex(id);
@@ -186,31 +186,37 @@ void FastArray::InsertIntoIndex(std::uint32_t id) {
     }
 }
 
-bool FastArray::AddBlock(FastArrayBlock block, BucketLists lists) {
-    if (block.firstId != 0 && totalIds != 0 && block.firstId != totalIds) return false;
-    if (block.entryCount > kMostIds - totalIds) return false;
-    if (totalIds != 0) return AddBlockBehind(std::move(block), lists);
-    if (block.liveCount != 0) AddFirstBlock(std::move(block), std::move(lists));
-    return true;
+void FastArray::AddBlock(FastArrayBlock block, const BucketLists& lists) {
+    if (block.firstId != 0 && totalIds != 0 && block.firstId != totalIds) return;
+    if (block.entryCount > kMostIds - totalIds) return;
+    if (totalIds != 0) {
+        AddFurtherBlock(std::move(block), lists);
+    } else if (block.liveCount != 0) {
+        AddFirstBlock(std::move(block), lists);
+    }
 }
 
-void FastArray::AddFirstBlock(FastArrayBlock block, BucketLists lists) {
+void FastArray::AddFirstBlock(FastArrayBlock block, const BucketLists& lists) {
     ReserveBlock();
     auto taken = std::make_unique<FastArrayBlock>(std::move(block));
     taken->firstId = 0;
-    buckets.TakeFile(std::move(lists), taken->entryCount);
+    buckets.TakeFile(lists, taken->entryCount);
     TakeBlock(std::move(taken));
 }
 
 void FastArray::TakeBlock(std::unique_ptr<FastArrayBlock> block) noexcept {
     totalIds += block->entryCount;
-    liveEntries += std::min(block->liveCount, UINT32_MAX - liveEntries);
+    CountLive(block->liveCount);
     keyBytes += block->keys.AreaSize();
     blocks.push_back(std::move(block));
     // What is added later must not shift these ids.
     currentBlock = -1;
     index.Clear();
     scanned = 0;
+}
+
+void FastArray::CountLive(std::uint32_t more) noexcept {
+    liveEntries += std::min(more, UINT32_MAX - liveEntries);
 }
 
 } // namespace kestrel_private

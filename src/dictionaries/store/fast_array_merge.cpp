@@ -1,45 +1,45 @@
-// Blocks that come behind others: what they replace, and what their buckets add.
+// Blocks that come after others: the values that they replace, and the ids that they add to the buckets.
 #include "dictionaries/store/fast_array.h"
 
+#include <algorithm>
 #include <map>
-#include <span>
 #include <unordered_map>
 #include <utility>
 
 namespace kestrel_private {
 namespace {
 
-constexpr std::size_t kLongestMergedKey = 1023; // bytes; longer ones are taken as new
+constexpr std::size_t kLongestMergedKey = 1023; // bytes; longer keys are taken as new
 
-// Up to here going through a bucket is cheaper than an index of it.
+// In smaller buckets comparing every key is cheaper than an index.
 constexpr std::size_t kFewestIndexed = 16;
 
-// What the replaced values may take at most beyond the file's own bytes: values of a file may share theirs,
-// but each replaced one gets a copy.
-constexpr std::uint64_t kUnfoldedBytesAnEntry = 256;
+// Values of a file may share bytes, but each value that replaces a shorter one gets a copy. The copies may
+// come to this many times the bytes of the file, or to the second number for a small file.
+constexpr std::uint64_t kMostUnfoldedTimes = 64;
+constexpr std::uint64_t kUnfoldedAnyway = 1 << 20;
 
 } // namespace
 
-// All that a block behind others will change, made ready so that carrying it out cannot fail.
-class FastArray::BlockBehind {
+// Prepares all that a further block changes, so that carrying it out cannot fail.
+class FastArray::Merge {
 public:
-    BlockBehind(FastArray& target, FastArrayBlock file)
-        : store(target), block(std::make_unique<FastArrayBlock>(std::move(file))),
-          mostUnfolded(block->values.AreaSize() + kUnfoldedBytesAnEntry * block->entryCount) {
-        isOverlay = block->firstId == 0;
+    Merge(FastArray& target, FastArrayBlock added)
+        : store(target), block(std::make_unique<FastArrayBlock>(std::move(added))),
+          isOverlay(block->firstId == 0),
+          mostUnfolded(std::max(kMostUnfoldedTimes * block->fileSize, kUnfoldedAnyway)) {
         block->firstId = store.totalIds;
         store.ReserveBlock();
     }
 
-    // False when the block is to be refused.
-    bool Place(std::uint32_t bucket, std::span<const std::uint32_t> ids) {
-        BucketTable::Ids& list = Grown(bucket);
-        for (const std::uint32_t id : ids) {
-            if (id >= block->entryCount) continue;
-            if (isOverlay && Merge(id, bucket)) continue;
-            list.push_back(id + block->firstId);
-        }
-        return unfolded <= mostUnfolded;
+    // True when the copies pass their limit. The block is then refused, and nothing more need be placed.
+    bool UnfoldsTooFar() const { return unfolded > mostUnfolded; }
+
+    // Prepares an entry of the block that the file lists in the bucket.
+    void Place(std::uint32_t bucket, std::uint32_t entry) {
+        if (entry >= block->entryCount) return;
+        if (isOverlay && Replaces(entry, bucket)) return;
+        Grown(bucket).push_back(entry + block->firstId);
     }
 
     void CarryOut() noexcept {
@@ -57,10 +57,10 @@ private:
     struct Replacement {
         std::uint32_t id;
         std::string_view value; // in the block's area
-        std::unique_ptr<std::uint8_t[]> prepared;
+        TextColumn::Bytes prepared;
     };
 
-    // What came later than the first file, as it will be.
+    // The ids of a bucket that came later than the first file, with those of this block.
     BucketTable::Ids& Grown(std::uint32_t bucket) {
         const auto [place, isNew] = grown.try_emplace(bucket);
         if (isNew) {
@@ -71,8 +71,8 @@ private:
         return place->second;
     }
 
-    // True when the entry's key was here already, and only its value is taken.
-    bool Merge(std::uint32_t entry, std::uint32_t bucket) {
+    // True when the key was in the store before this block: only the value of the entry is taken.
+    bool Replaces(std::uint32_t entry, std::uint32_t bucket) {
         const std::string_view key = block->keys.At(entry).Text();
         if (key.size() > kLongestMergedKey) return false;
         const auto old = FindOld(key, bucket);
@@ -85,13 +85,13 @@ private:
         return true;
     }
 
-    std::unique_ptr<std::uint8_t[]> PrepareReplacement(std::uint32_t id, std::string_view value) {
-        const auto [oldBlock, entry] = store.PlaceOf(id);
+    TextColumn::Bytes PrepareReplacement(std::uint32_t id, std::string_view value) {
+        const auto [oldBlock, oldEntry] = store.PlaceOf(id);
         // A file may have a key more than once.
-        std::size_t& length = lengths.try_emplace(id, oldBlock->values.At(entry).length).first->second;
+        std::size_t& length = lengths.try_emplace(id, oldBlock->values.At(oldEntry).length).first->second;
         const bool isLonger = value.size() > length;
         length = value.size();
-        if (!isLonger || unfolded > mostUnfolded) return nullptr;
+        if (!isLonger || UnfoldsTooFar()) return nullptr;
         unfolded += value.size();
         return oldBlock->values.PrepareOverride(value, oldBlock->entryCount);
     }
@@ -113,7 +113,7 @@ private:
 
     FastArray& store;
     std::unique_ptr<FastArrayBlock> block;
-    bool isOverlay = false;
+    bool isOverlay;
     std::uint64_t mostUnfolded;
     std::uint64_t unfolded = 0;
     std::map<std::uint32_t, BucketTable::Ids> grown;
@@ -122,13 +122,14 @@ private:
     std::unordered_map<std::uint32_t, std::size_t> lengths; // of the old values, as replaced so far
 };
 
-bool FastArray::AddBlockBehind(FastArrayBlock block, const BucketLists& lists) {
-    BlockBehind behind(*this, std::move(block));
-    for (const BucketLists::List& list : lists.lists) {
-        if (!behind.Place(list.bucket, std::span(lists.ids).subspan(list.begin, list.count))) return false;
-    }
-    behind.CarryOut();
-    return true;
+void FastArray::AddFurtherBlock(FastArrayBlock block, const BucketLists& lists) {
+    Merge merge(*this, std::move(block));
+    lists.ForEachList([&](std::uint32_t bucket, std::uint32_t begin, std::uint32_t count) {
+        for (std::size_t i = begin; i < std::size_t{begin} + count && !merge.UnfoldsTooFar(); ++i) {
+            merge.Place(bucket, lists.ids[i]);
+        }
+    });
+    if (!merge.UnfoldsTooFar()) merge.CarryOut();
 }
 
 } // namespace kestrel_private

@@ -80,6 +80,16 @@ TEST(DictionaryWriter, RefusesWhatTheLengthsCannotHold) {
     EXPECT_THROW(WriteDictionary({{"k", u"", value + u"v"}}), std::length_error);
 }
 
+TEST(DictionaryWriter, BeginsTheValuesAtAnEvenByte) {
+    for (const char* const key : {"/a", "/ab"}) {
+        for (const char* const headerText : {"", "x"}) {
+            const std::string bytes =
+                WriteDictionary({{key, u"\u4E2D\u6587", {}}}, {.headerText = headerText});
+            EXPECT_EQ(bytes.find("\x2D\x4E\x87\x65") % 2, 0u) << key << headerText;
+        }
+    }
+}
+
 class CompileCommand : public testing::Test {
 protected:
     int Run(const std::vector<std::string>& arguments) {

@@ -389,6 +389,13 @@ TEST_F(BinaryBlock, CountsNoMoreLiveEntriesThanTheirNumberHolds) {
     EXPECT_EQ(Found(dictionary, "/b"), u"two");
 }
 
+TEST_F(BinaryBlock, KeepsTheLargestLiveCountWhenAnEntryIsAdded) {
+    Loaded dictionary(BinaryFile{.entries = {{"/a", u"one"}}, .liveCount = UINT32_MAX});
+    EXPECT_EQ(AddText(dictionary, "/b", u"two"), 1);
+    EXPECT_EQ(dictionary.Entries().LiveEntries(), UINT32_MAX);
+    EXPECT_EQ(Found(dictionary, "/b"), u"two");
+}
+
 TEST_F(BinaryBlock, StoresNoIdBeyondItsEntries) {
     Loaded dictionary(BinaryFile{
         .entries = kEntries, .lists = {{{KeyBucket("/a"), {3, 0xFFFFFFFF, 0}}, {KeyBucket("/x"), {3, 4}}}}});
@@ -487,7 +494,7 @@ TEST_F(BinaryBlock, LeavesTheStoreAsItWasWhenMemoryRunsOut) {
                 EXPECT_TRUE(made == nullptr || isBehind);
             }
         });
-        EXPECT_GT(failures, 10u);
+        EXPECT_GT(failures, isBehind ? 12u : 5u);
     }
 }
 

@@ -139,20 +139,40 @@ TEST_F(BinaryOverlay, GivesTheSameAnswersInLargeBuckets) {
     EXPECT_EQ(Live(), 452u);
 }
 
-TEST_F(BinaryOverlay, WhoseSharedValueWouldUnfoldWithoutBoundIsRefused) {
+// Lays `count` entries over old ones of the same keys. All share one value of `bytes` bytes, and the file is
+// padded to `fileSize`. True when the overlay was taken.
+bool TakesSharedValues(int count, std::uint32_t bytes, std::size_t fileSize = 0) {
     Entries old;
-    Entries fresh;
-    for (int i = 0; i < 200; ++i) old.push_back({"/key/" + std::to_string(i), u""});
-    for (int i = 0; i < 200; ++i)
-        fresh.push_back({"/key/" + std::to_string(i), i == 0 ? std::u16string(32767, u'v') : u""});
-    Load({.entries = old});
-    std::vector<BinaryFile::Text> shared(200, {0, 65534});
-    Load({.entries = fresh, .valuePlaces = shared});
-    for (int i = 0; i < 200; ++i) EXPECT_EQ(At(old[static_cast<std::size_t>(i)].first.c_str()), u"");
-    EXPECT_EQ(Total(), 202u);
-    // A short one may be shared as much as one likes.
-    Load({.entries = fresh, .valuePlaces = std::vector<BinaryFile::Text>(200, {0, 100})});
-    EXPECT_EQ(At("/key/199").size(), 50u);
+    for (int i = 0; i < count; ++i) old.push_back({"/" + std::to_string(i), u""});
+    Entries shared = old;
+    shared[0].second.assign(bytes / 2, u'v');
+    ZStringDictionary dictionary(true);
+    LoadBytes(dictionary, BinaryFile{.entries = old}.Written());
+    const auto entries = static_cast<std::size_t>(count);
+    std::string file =
+        BinaryFile{.entries = shared, .valuePlaces = std::vector<BinaryFile::Text>(entries, {0, bytes})}
+            .Written();
+    if (file.size() < fileSize) file.resize(fileSize);
+    LoadBytes(dictionary, file);
+    const bool isTaken = Found(dictionary, "/0").size() == bytes / 2;
+    for (const auto& [key, value] : old) {
+        EXPECT_EQ(Found(dictionary, key.c_str()), isTaken ? shared[0].second : u"") << key;
+    }
+    EXPECT_EQ(dictionary.Entries().TotalIds(), entries);
+    return isTaken;
+}
+
+TEST_F(BinaryOverlay, OfASmallFileMayUnfoldToOneMebibyte) {
+    EXPECT_TRUE(TakesSharedValues(2, 800)) << "940 bytes that unfold to 1,600";
+    EXPECT_TRUE(TakesSharedValues(128, 0x2000));
+    EXPECT_FALSE(TakesSharedValues(129, 0x2000));
+}
+
+TEST_F(BinaryOverlay, MayUnfoldToSixtyFourTimesItsFile) {
+    // 100 values of 32 KiB are 64 times this.
+    constexpr std::size_t kEnough = 100 * 0x8000 / 64;
+    EXPECT_TRUE(TakesSharedValues(100, 0x8000, kEnough));
+    EXPECT_FALSE(TakesSharedValues(100, 0x8000, kEnough - 1));
 }
 
 // --- Files made to sit behind others

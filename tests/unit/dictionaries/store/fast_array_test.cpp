@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <new>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,43 +15,75 @@ using namespace kestrel_private;
 
 namespace {
 
-// A block as a compiled file would bring it: areas, offsets and ready bucket lists.
+// A block as a compiled file has it: areas, offsets and ready bucket lists.
 class CompiledBlock {
 public:
     explicit CompiledBlock(std::uint32_t firstId = 0) { block.firstId = firstId; }
 
     CompiledBlock& Entry(std::string_view key, std::string_view value) {
-        lists.lists.push_back({KeyBucket(key), block.entryCount, 1});
-        lists.ids.push_back(block.entryCount);
-        Put(key, keyOffsets, keyLengths, keys);
-        Put(value, valueOffsets, valueLengths, values);
+        return EntryInBucket(KeyBucket(key), key, value);
+    }
+    CompiledBlock& EntryInBucket(std::uint32_t bucket, std::string_view key, std::string_view value) {
+        buckets.push_back(static_cast<std::uint16_t>(bucket));
+        sizes.push_back(1);
+        ids.push_back(block.entryCount);
+        keys.Put(key);
+        values.Put(value);
         ++block.entryCount;
         ++block.liveCount;
         return *this;
     }
     CompiledBlock& WithoutValues() {
-        values.clear();
+        values.area.clear();
         return *this;
     }
-    bool AddTo(FastArray& entries) {
-        block.keys = TextColumn(keyOffsets, keyLengths, keys);
-        block.values = TextColumn(valueOffsets, valueLengths, values);
-        return entries.AddBlock(std::move(block), lists);
+    void AddTo(FastArray& entries) {
+        std::size_t size = 0;
+        for (const Texts* texts : {&keys, &values}) {
+            size += texts->offsets.size() * 4 + texts->lengths.size() * 2 + texts->area.size();
+        }
+        size += buckets.size() * 2 + (sizes.size() + ids.size()) * 4;
+        block.file = std::make_unique<std::uint8_t[]>(size);
+        next = block.file.get();
+        block.keys = Column(keys);
+        block.values = Column(values);
+        const BucketLists lists = {Numbers(buckets), Numbers(sizes), Numbers(ids)};
+        entries.AddBlock(std::move(block), lists);
     }
 
 private:
-    static void Put(std::string_view text, FileArray<std::uint32_t>& offsets,
-                    FileArray<std::uint16_t>& lengths, FileArray<std::uint8_t>& area) {
-        offsets.push_back(static_cast<std::uint32_t>(area.size()));
-        lengths.push_back(static_cast<std::uint16_t>(text.size()));
-        for (const char byte : text) area.push_back(static_cast<std::uint8_t>(byte));
+    struct Texts {
+        std::vector<std::uint32_t> offsets;
+        std::vector<std::uint16_t> lengths;
+        std::string area;
+
+        void Put(std::string_view text) {
+            offsets.push_back(static_cast<std::uint32_t>(area.size()));
+            lengths.push_back(static_cast<std::uint16_t>(text.size()));
+            area += text;
+        }
+    };
+
+    template <class Number>
+    FileNumbers<Number> Numbers(const std::vector<Number>& numbers) {
+        FileNumbers<Number> placed(next, numbers.size());
+        for (std::size_t i = 0; i < numbers.size(); ++i) placed.Set(i, numbers[i]);
+        next += numbers.size() * sizeof(Number);
+        return placed;
+    }
+    TextColumn Column(const Texts& texts) {
+        const auto offsets = Numbers(texts.offsets);
+        const auto lengths = Numbers(texts.lengths);
+        const std::span area(next, texts.area.size());
+        next = std::copy(texts.area.begin(), texts.area.end(), next);
+        return {offsets, lengths, area};
     }
 
     FastArrayBlock block;
-    BucketLists lists;
-    FileArray<std::uint32_t> keyOffsets, valueOffsets;
-    FileArray<std::uint16_t> keyLengths, valueLengths;
-    FileArray<std::uint8_t> keys, values;
+    Texts keys, values;
+    std::vector<std::uint16_t> buckets;
+    std::vector<std::uint32_t> sizes, ids;
+    std::uint8_t* next = nullptr;
 };
 
 std::string KeyNumber(int number) {
@@ -215,7 +250,7 @@ TEST(FastArray, TakesTheFirstNoteOfABlockWithAReplacedValue) {
 
 TEST(FastArrayBlock, IsFoundByItsOwnBucketLists) {
     Entries entries;
-    EXPECT_TRUE(CompiledBlock().Entry("/a", "1").Entry("/b", "2").AddTo(*entries.array));
+    CompiledBlock().Entry("/a", "1").Entry("/b", "2").AddTo(*entries.array);
     EXPECT_EQ(entries.ValueOf("/a"), "1");
     EXPECT_EQ(entries.ValueOf("/b"), "2");
     EXPECT_EQ(entries.array->TotalIds(), 2u);
@@ -239,8 +274,8 @@ TEST(FastArrayBlock, OverlaysOlderEntriesOfTheSameKey) {
 TEST(FastArrayBlock, ReplacesValuesInAnIndex) {
     Entries entries;
     entries.AddNumbered(3000);
-    EXPECT_TRUE(
-        CompiledBlock().Entry(KeyNumber(4), "longer value").Entry(KeyNumber(5), "v").AddTo(*entries.array));
+
+    CompiledBlock().Entry(KeyNumber(4), "longer value").Entry(KeyNumber(5), "v").AddTo(*entries.array);
     EXPECT_TRUE(entries.array->IsIndexed());
     EXPECT_EQ(entries.ValueOf(KeyNumber(4)), "longer value");
     EXPECT_EQ(entries.ValueOf(KeyNumber(5)), "v");
@@ -250,7 +285,7 @@ TEST(FastArrayBlock, ReplacesValuesInAnIndex) {
 TEST(FastArrayBlock, IsRefusedAtAnotherPlaceThanItWasMadeFor) {
     Entries entries;
     CompiledBlock().Entry("/a", "1").AddTo(*entries.array);
-    EXPECT_FALSE(CompiledBlock(2).Entry("/a", "2").AddTo(*entries.array));
+    CompiledBlock(2).Entry("/a", "2").AddTo(*entries.array);
     EXPECT_EQ(entries.ValueOf("/a"), "1");
     EXPECT_EQ(entries.array->TotalIds(), 1u);
 }
@@ -258,7 +293,7 @@ TEST(FastArrayBlock, IsRefusedAtAnotherPlaceThanItWasMadeFor) {
 TEST(FastArrayBlock, IsNotCheckedForRepeatsAtThePlaceItWasMadeFor) {
     Entries entries;
     CompiledBlock().Entry("/a", "1").AddTo(*entries.array);
-    EXPECT_TRUE(CompiledBlock(1).Entry("/a", "2").Entry("/b", "3").AddTo(*entries.array));
+    CompiledBlock(1).Entry("/a", "2").Entry("/b", "3").AddTo(*entries.array);
     EXPECT_EQ(entries.ValueOf("/a"), "1");
     EXPECT_EQ(entries.ValueOf("/b"), "3");
     EXPECT_EQ(entries.array->LiveEntries(), 3u);
@@ -266,7 +301,7 @@ TEST(FastArrayBlock, IsNotCheckedForRepeatsAtThePlaceItWasMadeFor) {
 
 TEST(FastArrayBlock, IsDroppedWithoutLiveEntries) {
     Entries entries;
-    EXPECT_TRUE(CompiledBlock().AddTo(*entries.array));
+    CompiledBlock().AddTo(*entries.array);
     EXPECT_EQ(entries.array->BlockCount(), 0u);
 }
 
@@ -292,13 +327,9 @@ TEST(FastArrayBlock, HasAbsentEntriesWhereItsArraysAreCut) {
 // Scanning a bucket and asking the index have to agree, whatever a file lists where.
 TEST(FastArrayBlock, AnswersAlikeWithAndWithoutAnIndexForAKeyInAForeignBucket) {
     Entries entries;
-    FastArrayBlock hidden;
-    hidden.entryCount = 1;
-    hidden.liveCount = 1;
-    hidden.keys = TextColumn({0}, {7}, {'/', 'h', 'i', 'd', 'd', 'e', 'n'});
-    hidden.values = TextColumn({0}, {1}, {'x'});
-    entries.array->AddBlock(std::move(hidden),
-                            {{0, 99999}, {{(KeyBucket("/hidden") + 1) % kBucketCount, 0, 2}}});
+    CompiledBlock()
+        .EntryInBucket((KeyBucket("/hidden") + 1) % kBucketCount, "/hidden", "x")
+        .AddTo(*entries.array);
     EXPECT_EQ(entries.ValueOf("/hidden"), "absent");
     for (int i = 0; i < 2000; ++i) entries.Add(KeyNumber(i), "y");
     EXPECT_TRUE(entries.array->IsIndexed());

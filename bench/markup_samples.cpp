@@ -3,7 +3,7 @@
 namespace bench {
 namespace {
 
-// What stands in front of a record and of its fields.
+// The text before a record and before each of its fields.
 struct Layout {
     const char* record;
     const char* field;

@@ -18,12 +18,13 @@ constexpr std::uint32_t kInvalid = 0xFF000000;
 // The two characters of each 12 bits, so that three bytes take two steps.
 constexpr auto kPairs = [] {
     std::array<std::array<char, 2>, 4096> pairs{};
-    for (std::size_t bits = 0; bits < pairs.size(); ++bits)
+    for (std::size_t bits = 0; bits < pairs.size(); ++bits) {
         pairs[bits] = {kAlphabet[bits >> 6], kAlphabet[bits & 63]};
+    }
     return pairs;
 }();
 
-// What each character gives at each of the four places of a group, the first byte of the group lowest.
+// The bits of each character at each of the four places of a group, the first byte of the group lowest.
 constexpr auto kPlaces = [] {
     std::array<std::array<std::uint32_t, 256>, 4> places{};
     for (auto& place : places) place.fill(kInvalid);

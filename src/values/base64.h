@@ -1,3 +1,4 @@
+// Base64 in the standard alphabet, in two forms: on one line, and wrapped for values in markup.
 #pragma once
 
 #include <cstddef>
@@ -6,18 +7,18 @@
 
 namespace brixen::lyr::gen {
 
-// The standard alphabet, on one line, padded with "=".
-std::string Base64Encode(const void* bytes, std::size_t length);
-// Reads up to the first "=" or the first character outside the alphabet, and gives what was read so far as
-// bytes; a last group of 2 or 3 characters gives 1 or 2.
-std::string Base64Decode(std::string_view text);
+// On one line, padded with "=".
+[[nodiscard]] std::string Base64Encode(const void* bytes, std::size_t length);
+// Reads up to the first "=" or the first character outside the alphabet, and returns the bytes so far. A last
+// group of 2 or 3 characters makes 1 or 2 bytes.
+[[nodiscard]] std::string Base64Decode(std::string_view text);
 
-// The form of values kept in markup: CR LF, lines of 64 characters, CR LF behind each full line and behind a
-// last group with padding.
-std::string EncodeBase64Wrapped(const void* bytes, std::size_t length);
+// In markup: CR LF, then lines of 64 characters, with CR LF after each full line and after a last group with
+// padding.
+[[nodiscard]] std::string EncodeBase64Wrapped(const void* bytes, std::size_t length);
 // Writes the bytes of all full groups to `out` and returns their number, or 0 when they do not fit into
-// `outSize`. Characters outside the alphabet count as zeros. With an `outSize` of 0 nothing is written and
-// the result is a size that will do.
-std::size_t DecodeBase64Wrapped(std::string_view text, void* out, std::size_t outSize);
+// `outSize`; `out` may then hold some of them. Characters outside the alphabet count as zeros. With an
+// `outSize` of 0 it writes nothing and returns a size that is large enough.
+[[nodiscard]] std::size_t DecodeBase64Wrapped(std::string_view text, void* out, std::size_t outSize);
 
 } // namespace brixen::lyr::gen

@@ -38,7 +38,6 @@ void SafePrintf(char* dest, std::size_t size, const char* format, ...) {
     va_start(arguments, format);
     const int written = std::vsnprintf(dest, size, format, arguments);
     va_end(arguments);
-    // A text that cannot be formatted is no text.
     if (written < 0) dest[0] = '\0';
 }
 

@@ -15,27 +15,27 @@ namespace {
 
 constexpr std::size_t kLocalUnits = 256;
 
-// Room for a short text on the stack, for any other on the heap.
+// A buffer on the stack for a short text, and on the heap for any other.
 template <class Unit>
 class TextRoom {
 public:
     // `count` units and a terminator.
     explicit TextRoom(std::size_t count)
-        : fHeap(count < kLocalUnits ? nullptr : new Unit[count + 1]),
-          fUnits(fHeap ? fHeap.get() : fLocal.data()) {}
-    Unit* Units() { return fUnits; }
+        : heap(count < kLocalUnits ? nullptr : new Unit[count + 1]), units(heap ? heap.get() : local.data()) {
+    }
+    Unit* Units() { return units; }
 
 private:
-    std::array<Unit, kLocalUnits> fLocal;
-    std::unique_ptr<Unit[]> fHeap;
-    Unit* fUnits;
+    std::array<Unit, kLocalUnits> local;
+    std::unique_ptr<Unit[]> heap;
+    Unit* units;
 };
 
 std::string NarrowOf(const char16_t* wide) {
     const std::size_t size = NarrowSize(wide);
     if (size == kNoNarrowText) return {};
     TextRoom<char> narrow(size);
-    // The size was counted without a look at the characters.
+    // The size alone does not say whether the text can be shown.
     const std::size_t written = WideToNarrow(narrow.Units(), wide, size + 1);
     return written == kNoNarrowText ? std::string() : std::string(narrow.Units(), written);
 }

@@ -6,9 +6,9 @@
 
 namespace brixen::lyr::gen {
 
-// Between UTF-8 and the narrow text of the C library in the process's locale, up to a NUL. Empty when the
-// locale cannot show the text or the bytes are none of its text.
-std::string Utf8ToCodePage(std::string_view utf8);
-std::string CodePageToUtf8(std::string_view text);
+// Convert up to a NUL, in the locale of the process. The result is empty when the locale cannot show the text
+// or cannot read the bytes, and for a text of 512 MiB and more.
+[[nodiscard]] std::string Utf8ToCodePage(std::string_view utf8);
+[[nodiscard]] std::string CodePageToUtf8(std::string_view text);
 
 } // namespace brixen::lyr::gen

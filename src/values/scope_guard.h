@@ -1,21 +1,21 @@
-// Runs something when a block is left, whichever way.
+// An action that runs when its block is left, by return or by exception.
 #pragma once
 
 #include <utility>
 
 namespace brixen::pvn::pvn_workflow {
 
-template <class Leave>
+// The action must not throw.
+template <class Action>
 class ScopeGuard {
 public:
-    // `action` must not throw.
-    explicit ScopeGuard(Leave action) : leave(std::move(action)) {}
+    explicit ScopeGuard(Action action) : action(std::move(action)) {}
     ScopeGuard(const ScopeGuard&) = delete;
     ScopeGuard& operator=(const ScopeGuard&) = delete;
-    ~ScopeGuard() { leave(); }
+    ~ScopeGuard() { action(); }
 
 private:
-    Leave leave;
+    Action action;
 };
 
 } // namespace brixen::pvn::pvn_workflow

@@ -3,24 +3,25 @@
 namespace brixen::pvn {
 namespace {
 
-// The helpers below hand over the names themselves, which need no reading; any other spelling is compared.
+// The typed functions below pass the constants themselves, which need no reading. Any other name is compared.
 inline bool Names(std::string_view typeName, std::string_view known) {
     if (typeName.size() != known.size()) return false;
     return typeName.data() == known.data() || typeName == known;
 }
 
-// An overwritten entry keeps its node and its key: nothing but the value is made anew.
+// An overwritten entry keeps its node and its key, and only its value changes.
 template <class Map, class Value>
 void Put(Map& map, std::string_view key, Value value) {
     const auto place = map.lower_bound(key);
-    if (place != map.end() && place->first == key)
+    if (place != map.end() && place->first == key) {
         place->second = value;
-    else
+    } else {
         map.emplace_hint(place, key, value);
+    }
 }
 
-// The end for a key that is not there. A test for equal keys ends the search sooner than the second look at
-// their order by which the map's own would end.
+// The end for an absent key. The search of the map itself would end with a second comparison of order, which
+// takes longer than a test for equal keys.
 template <class Map>
 auto Find(Map& map, std::string_view key) {
     const auto place = map.lower_bound(key);
@@ -43,33 +44,38 @@ void Erase(Map& map, std::string_view key) {
 } // namespace
 
 bool T_Storage::Set(std::string_view key, std::string_view typeName, const void* value) {
-    if (Names(typeName, kValueTypeLong))
-        Put(fLongs, key, *static_cast<const std::uint32_t*>(value));
-    else if (Names(typeName, kValueTypeString))
-        Put(fStrings, key, static_cast<const char*>(value));
-    else if (Names(typeName, kValueTypePtr))
-        Put(fPtrs, key, const_cast<void*>(value));
+    if (Names(typeName, kValueTypeLong)) {
+        Put(longs, key, *static_cast<const std::uint32_t*>(value));
+    } else if (Names(typeName, kValueTypeString)) {
+        Put(strings, key, static_cast<const char*>(value));
+    } else if (Names(typeName, kValueTypePtr)) {
+        Put(ptrs, key, const_cast<void*>(value));
+    }
     return true;
 }
 
 bool T_Storage::Get(std::string_view key, std::string_view typeName, void* out) {
-    if (Names(typeName, kValueTypeLong))
-        return Take(fLongs, key, [&](std::uint32_t value) { *static_cast<std::uint32_t*>(out) = value; });
-    if (Names(typeName, kValueTypeString))
-        return Take(fStrings, key,
+    if (Names(typeName, kValueTypeLong)) {
+        return Take(longs, key, [&](std::uint32_t value) { *static_cast<std::uint32_t*>(out) = value; });
+    }
+    if (Names(typeName, kValueTypeString)) {
+        return Take(strings, key,
                     [&](const std::string& value) { *static_cast<const char**>(out) = value.c_str(); });
-    if (Names(typeName, kValueTypePtr))
-        return Take(fPtrs, key, [&](void* value) { *static_cast<void**>(out) = value; });
+    }
+    if (Names(typeName, kValueTypePtr)) {
+        return Take(ptrs, key, [&](void* value) { *static_cast<void**>(out) = value; });
+    }
     return false;
 }
 
 void T_Storage::Remove(std::string_view key, std::string_view typeName) {
-    if (Names(typeName, kValueTypeLong))
-        Erase(fLongs, key);
-    else if (Names(typeName, kValueTypeString))
-        Erase(fStrings, key);
-    else if (Names(typeName, kValueTypePtr))
-        Erase(fPtrs, key);
+    if (Names(typeName, kValueTypeLong)) {
+        Erase(longs, key);
+    } else if (Names(typeName, kValueTypeString)) {
+        Erase(strings, key);
+    } else if (Names(typeName, kValueTypePtr)) {
+        Erase(ptrs, key);
+    }
 }
 
 bool SetLong(T_StorageInterface& bag, std::string_view key, std::uint32_t value) {

@@ -1,9 +1,9 @@
-// The property bag: how the host side, the workflow engine and the panes hand values to one another.
+// The property bag, through which the host side, the workflow engine and the panes exchange values.
 //
-// The type of a value is part of its address: a bag is three separate maps, chosen by a type name, and one
-// key may stand, unrelated, in all three. There is no conversion; reading a key as another type than it was
-// stored as finds nothing. Keys are byte strings, case-sensitive, and may be empty. No lock: one thread at a
-// time.
+// The type of a value is part of its address: a bag is three separate maps, chosen by a type name, and each
+// may hold a value of its own under the same key. There is no conversion: a key that is read as another type
+// than it was stored as is not found. Keys are byte strings, case-sensitive, and may be empty. There is no
+// lock: one thread uses a bag at a time.
 #pragma once
 
 #include <algorithm>
@@ -19,20 +19,21 @@ inline constexpr std::string_view kValueTypeLong = "ValueType_Long";
 inline constexpr std::string_view kValueTypeString = "ValueType_String";
 inline constexpr std::string_view kValueTypePtr = "ValueType_Ptr";
 
-// What every bag offers. What `value` and `out` point at depends on the type name:
+// The operations of every bag. The type name decides about `value` and `out`:
 //   ValueType_Long    value: a std::uint32_t to read           out: a std::uint32_t to write
 //   ValueType_String  value: the NUL-terminated bytes to copy  out: a const char* to write (see Get)
 //   ValueType_Ptr     value: is itself the pointer to store    out: a void* to write
 class T_StorageInterface {
 public:
     virtual ~T_StorageInterface() = default;
-    // Stores a copy of the value under the key, in place of an earlier one. An unknown type name stores
-    // nothing. Returns true in both cases. Throws std::bad_alloc.
+    // Stores a copy of the value under the key and replaces an earlier one. An unknown type name stores
+    // nothing. Returns true in both cases. Throws std::bad_alloc; the earlier value is then kept.
     virtual bool Set(std::string_view key, std::string_view typeName, const void* value) = 0;
-    // False, and `out` as it was, when the key is absent or the type name unknown. The text of a string stays
-    // inside the bag: the pointer holds until that key is next set or removed, or the bag is destroyed.
+    // Returns false and leaves `out` alone when the key is absent or the type name unknown. The bag keeps
+    // ownership of a string: the pointer holds until that key is next set or removed, or the bag is
+    // destroyed.
     virtual bool Get(std::string_view key, std::string_view typeName, void* out) = 0;
-    // Removing what is not there is no error.
+    // Removing an absent key is no error.
     virtual void Remove(std::string_view key, std::string_view typeName) = 0;
 
 protected:
@@ -41,8 +42,7 @@ protected:
     T_StorageInterface& operator=(const T_StorageInterface&) = default;
 };
 
-// The bag that holds the values. A copy has its own entries; what the stored pointers point at is shared and
-// is never owned.
+// The bag that holds the values. A copy has its own entries. Stored pointers are borrowed, in the copy too.
 class T_Storage final : public T_StorageInterface {
 public:
     T_Storage() = default;
@@ -55,8 +55,8 @@ public:
     void Remove(std::string_view key, std::string_view typeName) override;
 
 private:
-    // Byte-wise, the shorter key first. The difference of two lengths is no int, as std::less would have it,
-    // which saves a lookup several steps at every key it passes.
+    // Byte by byte, the shorter key first. Unlike std::less it does not clamp the difference of the lengths
+    // to an int, which saves a lookup several steps at every key it passes.
     struct KeyOrder {
         using is_transparent = void;
         bool operator()(std::string_view left, std::string_view right) const {
@@ -69,14 +69,14 @@ private:
     template <class Value>
     using Map = std::map<std::string, Value, KeyOrder>;
 
-    // In this order, so that the pointers go first and the numbers last.
-    Map<std::uint32_t> fLongs;
-    Map<std::string> fStrings;
-    Map<void*> fPtrs;
+    // Intentional: destroyed in reverse order, the pointers first and the numbers last.
+    Map<std::uint32_t> longs;
+    Map<std::string> strings;
+    Map<void*> ptrs;
 };
 
-// The typed face of a bag, and the only code that knows the type names. Set... return what the bag's Set
-// returned. Get... return whether the key was found, and leave `out` alone when not.
+// Typed access to a bag, the only code that knows the type names. Set... return the result of the bag's Set.
+// Get... return whether the key was found, and leave `out` alone when not.
 bool SetLong(T_StorageInterface& bag, std::string_view key, std::uint32_t value);
 bool SetPtr(T_StorageInterface& bag, std::string_view key, const void* value);
 // A text with an embedded NUL is cut there.
@@ -98,7 +98,7 @@ inline bool GetString(T_StorageInterface& bag, std::string_view key, std::string
     return true;
 }
 
-// False, and `to` unchanged, when `from` lacks the key; otherwise what the Set of `to` returned.
+// Return false and leave `to` unchanged when `from` lacks the key; otherwise the result of the Set of `to`.
 bool CopyLong(T_StorageInterface& from, T_StorageInterface& to, std::string_view key);
 bool CopyPtr(T_StorageInterface& from, T_StorageInterface& to, std::string_view key);
 bool CopyString(T_StorageInterface& from, T_StorageInterface& to, std::string_view key);

@@ -1,4 +1,4 @@
-// Any bytes as a document, then a script of edits behind the first byte 1. Everything can be walked over and
+// Any bytes as a document, then a script of edits after the first byte 1. Every node can be visited and
 // read; what returns false has changed nothing; after every edit the table is that of a fresh parse.
 #include "support/markup_tree.h"
 #include "values/markup/document.h"
@@ -19,7 +19,7 @@ using brixen::lyr::gen::markup_test::TreeDifference;
 
 constexpr char kScriptMark = '\1';
 constexpr const char* kNames[] = {"n", "x", "long-name", "a"};
-constexpr const char* kTexts[] = {"", "t", "<&>'\"", "a longer text that moves what lies behind"};
+constexpr const char* kTexts[] = {"", "t", "<&>'\"", "a longer text that moves all that follows"};
 constexpr const char* kPieces[] = {"<n/>", "<n x='1'>t<m/></n>", "<n>",          "<n/></r>",
                                    "</r>", "<n/><m/>",           " <!--c--><n/>"};
 constexpr const char* kPaths[] = {"", "*", "a", "/*", "*/*", "/r/a"};
@@ -95,47 +95,47 @@ private:
     bool IsBesideRoot() const { return markup.PosParent() == 0; }
 
     bool Edit(unsigned code) {
-        const bool isBehind = Next() % 2 == 0;
+        const bool isAfter = Next() % 2 == 0;
         switch (code) {
         case 0: return markup.FindElem(Any(kPaths));
         case 1: return markup.FindChildElem(Any(kPaths));
-        case 2: return isBehind ? markup.IntoElem() : markup.OutOfElem();
+        case 2: return isAfter ? markup.IntoElem() : markup.OutOfElem();
         case 3: return markup.FindNode(static_cast<int>(Next() % 128)) != 0;
-        case 4: return isBehind ? markup.SavePos(Any(kNames)) : markup.RestorePos(Any(kNames));
-        case 5: return Add(isBehind);
-        case 6: return AddChild(isBehind);
-        case 7: return AddNode(isBehind);
-        case 8: return AddSubDoc(isBehind);
+        case 4: return isAfter ? markup.SavePos(Any(kNames)) : markup.RestorePos(Any(kNames));
+        case 5: return Add(isAfter);
+        case 6: return AddChild(isAfter);
+        case 7: return AddNode(isAfter);
+        case 8: return AddSubDoc(isAfter);
         case 9: return SetAttrib();
         case 10: return markup.SetChildAttrib(Any(kNames), Any(kTexts));
         case 11: return markup.RemoveAttrib(Any(kNames));
-        case 12: return markup.SetData(Any(kTexts), isBehind);
+        case 12: return markup.SetData(Any(kTexts), isAfter);
         case 13: return !IsBesideRoot() && markup.RemoveElem();
         case 14: return markup.RemoveChildElem();
         default: return !IsBesideRoot() && markup.RemoveNode();
         }
     }
-    bool Add(bool isBehind) {
+    bool Add(bool isAfter) {
         if (IsBesideRoot()) return false;
         const char* const name = Any(kNames);
         const char* const text = Any(kTexts);
-        return isBehind ? markup.AddElem(name, text) : markup.InsertElem(name, text);
+        return isAfter ? markup.AddElem(name, text) : markup.InsertElem(name, text);
     }
-    bool AddChild(bool isBehind) {
+    bool AddChild(bool isAfter) {
         const char* const name = Any(kNames);
         const char* const text = Any(kTexts);
-        return isBehind ? markup.AddChildElem(name, text) : markup.InsertChildElem(name, text);
+        return isAfter ? markup.AddChildElem(name, text) : markup.InsertChildElem(name, text);
     }
-    bool AddNode(bool isBehind) {
+    bool AddNode(bool isAfter) {
         const int kind = Any(kKinds);
         if (IsBesideRoot() && kind == brixen::lyr::gen::kMarkupElement) return false;
         const char* const text = kind == brixen::lyr::gen::kMarkupElement ? "n" : "go";
-        return isBehind ? markup.AddNode(kind, text) : markup.InsertNode(kind, text);
+        return isAfter ? markup.AddNode(kind, text) : markup.InsertNode(kind, text);
     }
-    bool AddSubDoc(bool isBehind) {
+    bool AddSubDoc(bool isAfter) {
         if (IsBesideRoot()) return false;
         const char* const piece = Any(kPieces);
-        return isBehind ? markup.AddSubDoc(piece) : markup.InsertSubDoc(piece);
+        return isAfter ? markup.AddSubDoc(piece) : markup.InsertSubDoc(piece);
     }
     bool SetAttrib() {
         const char* const name = Any(kNames);

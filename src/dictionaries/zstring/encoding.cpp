@@ -9,8 +9,8 @@ namespace {
 using namespace brixen::lyr::gen;
 
 std::size_t LengthOf(const CodePageResult& result) {
-    if (result.status == CodePageStatus::OutputTooSmall) throw kBufferCode;
-    if (result.status == CodePageStatus::Failed) throw kFailureCode;
+    if (result.status == CodePageStatus::kOutputTooSmall) throw kBufferCode;
+    if (result.status == CodePageStatus::kFailed) throw kFailureCode;
     return result.length;
 }
 

@@ -28,7 +28,7 @@ struct AttributeValue {
     bool Exists() const { return begin != 0; }
 };
 
-// Whether a tag ends before any attribute could have a value, as far as sixteen bytes tell.
+// Whether a tag ends before any attribute could have a value, as far as sixteen bytes show.
 inline bool HasNoValues(const MarkupSpan& text, std::ptrdiff_t tagName) {
     if (text.end - tagName < kNameBlock) return false;
     const std::uint32_t marks = markup_blocks::QuotesAndEnds(text.bytes + tagName);

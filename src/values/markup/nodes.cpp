@@ -91,7 +91,7 @@ std::string NodeMarkup(int kind, std::string_view content) {
     case kMarkupCData: return Fenced(kCDataBegin, content, kCDataEnd);
     case kMarkupProcessingInstruction: return Fenced("<?", content, "?>");
     case kMarkupComment: return Fenced("<!--", content, "-->");
-    // Its content is read with the fences, and may come back with them.
+    // Its content is read with the fences, and may be set with them.
     case kMarkupDocumentType:
         return content.starts_with("<!") ? std::string(content) : Fenced("<!", content, ">");
     default: return {};

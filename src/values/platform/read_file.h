@@ -1,3 +1,4 @@
+// Reading and writing an open file, which is the same on every system. Private to the platform folder.
 #pragma once
 
 #include <cerrno>
@@ -10,7 +11,6 @@
 #include <string>
 #include <string_view>
 
-// What both systems share once a file is open. Private to the platform folder.
 namespace brixen::lyr::gen {
 
 struct FileCloser {
@@ -18,7 +18,8 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-// How long the file seems to be, and a block for the read that finds its end; 0 when it cannot be told.
+// The length that the file seems to have, and a block more for the read that finds its end. 0 when the length
+// is not known.
 inline std::size_t LengthHint(std::FILE* file) {
     constexpr std::size_t kBlock = 4096;
     const bool measured = std::fseek(file, 0, SEEK_END) == 0;
@@ -27,7 +28,7 @@ inline std::size_t LengthHint(std::FILE* file) {
     return length > 0 && length < LONG_MAX ? static_cast<std::size_t>(length) + kBlock : 0;
 }
 
-// Reads to the end. Nothing for no file, a read error, or no memory.
+// Reads to the end. Returns nothing without a file, after a read error, or without memory.
 inline std::optional<std::string> ReadToEnd(const FileHandle& file) {
     constexpr std::size_t kBlock = 4096;
     if (!file) return std::nullopt;
@@ -54,18 +55,18 @@ inline std::string MessageOf(int number) {
     return message == nullptr ? std::string() : message;
 }
 
-// Reads to the end, or leaves the C library's message.
+// The same; `error` takes the C library's message where it returns nothing.
 inline std::optional<std::string> ReadToEnd(const FileHandle& file, std::string& error) {
     std::optional<std::string> bytes = ReadToEnd(file);
     if (!bytes) error = MessageOf(errno);
     return bytes;
 }
 
-// Writes all bytes and closes the file, or leaves the C library's message.
+// Writes all bytes and closes the file. On failure `error` takes the C library's message.
 inline bool WriteToEnd(FileHandle file, std::string_view bytes, std::string& error) {
     const bool written = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
     const int failure = errno;
-    // What was written shows only now.
+    // Buffered bytes are written only now, so closing can fail.
     const bool closed = !file || std::fclose(file.release()) == 0;
     if (!written || !closed) error = MessageOf(written ? errno : failure);
     return written && closed;

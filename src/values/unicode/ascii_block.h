@@ -1,3 +1,5 @@
+// Blocks of eight or sixteen characters at a time, for text that is mostly ASCII. Private to the text
+// conversion.
 #pragma once
 
 #include "compiler.h"
@@ -7,14 +9,13 @@
 #include <cstdint>
 #include <cstring>
 
-// Blocks of eight or sixteen at a time, for text that is mostly ASCII. Private to the text conversion.
 namespace brixen::lyr::gen {
 
 inline constexpr std::ptrdiff_t kAsciiBlock = 8; // characters narrowed or widened at a time
 inline constexpr std::size_t kCountedBytes = 16; // bytes counted at a time
 
-// Eight units cut to their low bytes, the first lowest, and a bit for each that is not ASCII. What the byte
-// of such a unit says means nothing.
+// Eight units cut to their low bytes, the first lowest, and a bit for each that is not ASCII. The byte of
+// such a unit has no meaning.
 struct NarrowedBlock {
     std::uint64_t bytes;
     std::uint32_t special;
@@ -44,13 +45,14 @@ void WriteWord(std::uint8_t* target, Word word) {
     }
 }
 
-// What the functions mean, for processors without vectors.
+// The reference for the functions below, and all there is on processors without vectors.
 namespace scalar_blocks {
 
 // Eight bytes, the first lowest, as eight units.
 inline void WidenBlock(std::uint64_t bytes, char16_t* target) {
-    for (std::ptrdiff_t i = 0; i < kAsciiBlock; ++i)
+    for (std::ptrdiff_t i = 0; i < kAsciiBlock; ++i) {
         target[i] = static_cast<char16_t>(bytes >> (8 * i) & 0xFF);
+    }
 }
 
 inline NarrowedBlock NarrowBlock(const char16_t* source) {
@@ -62,7 +64,7 @@ inline NarrowedBlock NarrowBlock(const char16_t* source) {
     return block;
 }
 
-// How many units the sixteen bytes of legal UTF-8 start, a pair of surrogates counting as two.
+// The number of units that begin in sixteen bytes of legal UTF-8. A pair of surrogates counts as two.
 inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
     std::size_t units = 0;
     for (std::size_t i = 0; i < kCountedBytes; ++i) {
@@ -72,7 +74,7 @@ inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
     return units;
 }
 
-// How many bytes of UTF-8 the eight units give, each half of a pair counting as two.
+// The number of bytes that eight units take in UTF-8. Each half of a pair counts as two.
 inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
     std::size_t bytes = 24;
     for (std::ptrdiff_t i = 0; i < kAsciiBlock; ++i) {
@@ -96,7 +98,7 @@ inline void WidenBlock(std::uint64_t bytes, char16_t* target) {
 inline NarrowedBlock NarrowBlock(const char16_t* source) {
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     const __m128i bytes = _mm_packus_epi16(units, units);
-    // What is 0x80 or more becomes negative, and stays so when the lanes are packed.
+    // A unit of 0x80 or more becomes negative, and stays so when the lanes are packed.
     const __m128i above = _mm_adds_epu16(units, _mm_set1_epi16(0x7F80));
     const int special = _mm_movemask_epi8(_mm_packs_epi16(above, _mm_setzero_si128()));
     return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(bytes)), static_cast<std::uint32_t>(special)};

@@ -11,7 +11,7 @@ namespace brixen::lyr::gen {
 // Whether a byte of UTF-8 is the first of its character.
 constexpr bool BeginsCharacter(char byte) { return (byte & 0xC0) != 0x80; }
 
-// Whether a cut in front of the unit at `position` would part the halves of a surrogate pair.
+// Whether a cut before the unit at `position` would part the halves of a surrogate pair.
 constexpr bool SplitsPair(std::u16string_view text, std::size_t position) {
     return position > 0 && position < text.size() && IsHighSurrogate(text[position - 1]) &&
            IsLowSurrogate(text[position]);

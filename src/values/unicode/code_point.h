@@ -16,7 +16,7 @@ constexpr bool IsSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xD
 constexpr bool IsHighSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char32_t code) { return code >= 0xDC00 && code <= 0xDFFF; }
 
-// The code point of a pair. Only the low ten bits of each unit count, so that any two units give one.
+// The code point of a pair. Only the low ten bits of each unit count, so that any two units make one.
 constexpr char32_t CodeOfPair(char32_t high, char32_t low) {
     return 0x10000 + ((high & 0x3FF) << 10 | (low & 0x3FF));
 }

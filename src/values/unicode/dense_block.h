@@ -1,15 +1,17 @@
+// Blocks of characters that all take three bytes of UTF-8, as those of Chinese, Japanese and Korean do, or
+// all four. Private to the text conversion.
 #pragma once
 
 #include "values/unicode/ascii_block.h"
 
-// Blocks of characters that all take three bytes of UTF-8, as those of Chinese, Japanese and Korean do, or
-// all four. Private to the text conversion. Each function converts a whole block, or returns false and leaves
-// it to the caller: for any other characters, and always on processors without vectors.
+// Each function converts a whole block. It returns false and leaves the block to the caller for any other
+// characters, and always on processors without vectors.
 namespace brixen::lyr::gen {
 
-inline constexpr std::ptrdiff_t kDenseUnits = 8;                       // what is converted at a time
-inline constexpr std::ptrdiff_t kThreeByteLength = kDenseUnits * 3;    // bytes
-inline constexpr std::ptrdiff_t kThreeByteRoom = kThreeByteLength + 2; // with what is written behind it
+inline constexpr std::ptrdiff_t kDenseUnits = 8;                    // converted at a time
+inline constexpr std::ptrdiff_t kThreeByteLength = kDenseUnits * 3; // bytes
+inline constexpr std::ptrdiff_t kThreeByteRoom =
+    kThreeByteLength + 2; // with the bytes that are written after it
 inline constexpr std::ptrdiff_t kPairsLength = kDenseUnits * sizeof(char16_t); // bytes, of four pairs
 
 #ifdef PVN_HAS_SSE2
@@ -26,7 +28,8 @@ inline __m128i AreEqual(__m128i lanes, std::uint32_t value) {
 
 inline bool IsEverywhere(__m128i condition) { return _mm_movemask_epi8(condition) == 0xFFFF; }
 
-// Four sequences of three bytes, each in a lane of its own: six bytes at `target` and six behind them.
+// Writes four sequences of three bytes, each from a lane of its own: six bytes at `target` and six after
+// them.
 inline void WriteFourSequences(__m128i lanes, std::uint8_t* target) {
     const __m128i even = _mm_and_si128(lanes, _mm_set_epi32(0, -1, 0, -1));
     const __m128i sixes = _mm_or_si128(even, _mm_slli_epi64(_mm_srli_epi64(lanes, 32), 24));
@@ -34,7 +37,7 @@ inline void WriteFourSequences(__m128i lanes, std::uint8_t* target) {
     _mm_storel_epi64(reinterpret_cast<__m128i*>(target + 6), _mm_unpackhi_epi64(sixes, sixes));
 }
 
-// The other way: twelve bytes into four lanes.
+// The inverse: reads twelve bytes into four lanes.
 inline __m128i ReadFourSequences(const std::uint8_t* source) {
     const __m128i front = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(source));
     const __m128i back = _mm_srli_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(source + 4)), 16);
@@ -43,9 +46,9 @@ inline __m128i ReadFourSequences(const std::uint8_t* source) {
     return _mm_or_si128(even, _mm_slli_epi64(_mm_srli_epi64(sixes, 24), 32));
 }
 
-// What the bytes of four lanes stand for.
+// The code points of the sequences in four lanes.
 inline __m128i CodesOfSequences(__m128i lanes) {
-    // Each code in the upper half of its lane first, so that packing with signs keeps all of it.
+    // Each code is in the upper half of its lane first, so that packing with signs keeps all of it.
     const __m128i upper =
         _mm_or_si128(_mm_slli_epi32(lanes, 28),
                      _mm_or_si128(_mm_slli_epi32(Masked(lanes, 0x3F00), 14), Masked(lanes, 0x3F0000)));
@@ -107,7 +110,7 @@ inline bool EncodePairs(const char16_t* source, std::uint8_t* target) {
     return true;
 }
 
-// The way back.
+// kPairsLength bytes, which are four characters of four bytes, into kDenseUnits units.
 inline bool DecodePairs(const std::uint8_t* source, char16_t* target) {
     using namespace vector_blocks;
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));

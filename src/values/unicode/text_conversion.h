@@ -56,7 +56,7 @@ private:
 // Whether the `length` bytes (1 to 4) are one legal sequence. The three-byte forms of surrogates are legal
 // here; the converters accept or refuse them by their mode.
 [[nodiscard]] bool IsLegalUtf8(const std::uint8_t* bytes, std::size_t length);
-// Whether the sequence that begins at `bytes` lies wholly before `end` and is legal.
+// Whether the sequence that begins at `bytes` ends before `end` and is legal.
 [[nodiscard]] bool IsLegalUtf8Sequence(const std::uint8_t* bytes, const std::uint8_t* end);
 
 // How far a range conversion came.

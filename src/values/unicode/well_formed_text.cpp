@@ -26,7 +26,7 @@ struct Progress {
 // Converts one legal sequence of several bytes; false for anything else. The marks are tested at once, and an
 // overlong form shows in its code point. At least four bytes before `end` can be read.
 inline bool ConvertSequence(const Byte*& source, const Byte* end, char16_t*& target) {
-    // The last bytes come with zeros behind them, which belong to no sequence.
+    // Zeros follow the last bytes; they belong to no sequence.
     const Byte* const from = std::min(source, end - 4);
     const std::uint32_t four = ReadWord<std::uint32_t>(from) >> (8 * (source - from));
     if ((four & 0xC0C0F0) == 0x8080E0) {

@@ -17,7 +17,7 @@ std::optional<std::u16string> WideName(std::string_view name) {
     std::array<char16_t, kNameUnits> units;
     const lyr::gen::CodePageResult converted =
         lyr::gen::CodePageToWide(lyr::gen::kCodePageProcess, name, units.data(), units.size());
-    if (converted.status != lyr::gen::CodePageStatus::Done) return std::nullopt;
+    if (converted.status != lyr::gen::CodePageStatus::kDone) return std::nullopt;
     return std::u16string(units.data(), converted.length);
 }
 

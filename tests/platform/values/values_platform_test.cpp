@@ -20,7 +20,7 @@ namespace {
 
 std::u16string Widened(unsigned codePage, std::string_view bytes) {
     const CodePageResult counted = CodePageToWide(codePage, bytes, nullptr, 0);
-    EXPECT_EQ(counted.status, CodePageStatus::Done);
+    EXPECT_EQ(counted.status, CodePageStatus::kDone);
     std::u16string wide(counted.length, u'\0');
     EXPECT_EQ(CodePageToWide(codePage, bytes, wide.data(), wide.size()).length, wide.size());
     return wide;
@@ -28,7 +28,7 @@ std::u16string Widened(unsigned codePage, std::string_view bytes) {
 
 std::string Narrowed(unsigned codePage, std::u16string_view wide) {
     const CodePageResult counted = WideToCodePage(codePage, wide, nullptr, 0);
-    EXPECT_EQ(counted.status, CodePageStatus::Done);
+    EXPECT_EQ(counted.status, CodePageStatus::kDone);
     std::string bytes(counted.length, '\0');
     EXPECT_EQ(WideToCodePage(codePage, wide, bytes.data(), bytes.size()).length, bytes.size());
     return bytes;
@@ -47,28 +47,29 @@ TEST(CodePages, ReplaceUnpairedSurrogatesInUtf8) {
 
 TEST(CodePages, RefuseBytesThatAreNotUtf8) {
     for (const char* const bytes : {"\x80", "a\xC0\x80", "\xED\xA0\x80", "abc\xE2\x82"}) {
-        EXPECT_EQ(CodePageToWide(kCodePageUtf8, bytes, nullptr, 0).status, CodePageStatus::Failed) << bytes;
+        EXPECT_EQ(CodePageToWide(kCodePageUtf8, bytes, nullptr, 0).status, CodePageStatus::kFailed) << bytes;
     }
 }
 
-TEST(CodePages, ConvertTheProcessesOwn) {
+TEST(CodePages, ConvertTheCodePageOfTheProcess) {
     EXPECT_EQ(Widened(kCodePageProcess, "a\x80\xE9\x95"), u"a\u20AC\u00E9\u2022");
     EXPECT_EQ(Narrowed(kCodePageProcess, u"a\u20AC\u00E9\u2022"), "a\x80\xE9\x95");
     EXPECT_EQ(Narrowed(kCodePageProcess, u"a\u4E2Db\u0101"), "a?b?");
 }
 
-TEST(CodePages, SayWhenTheOutputIsTooSmall) {
+TEST(CodePages, ReportAnOutputThatIsTooSmall) {
     std::array<char16_t, 4> wide{};
     std::array<char, 4> bytes{};
-    EXPECT_EQ(CodePageToWide(kCodePageUtf8, "abc", wide.data(), 2).status, CodePageStatus::OutputTooSmall);
-    EXPECT_EQ(CodePageToWide(kCodePageProcess, "abc", wide.data(), 0).status, CodePageStatus::OutputTooSmall);
+    EXPECT_EQ(CodePageToWide(kCodePageUtf8, "abc", wide.data(), 2).status, CodePageStatus::kOutputTooSmall);
+    EXPECT_EQ(CodePageToWide(kCodePageProcess, "abc", wide.data(), 0).status,
+              CodePageStatus::kOutputTooSmall);
     EXPECT_EQ(WideToCodePage(kCodePageUtf8, u"\u20AC\u20AC", bytes.data(), 4).status,
-              CodePageStatus::OutputTooSmall);
+              CodePageStatus::kOutputTooSmall);
     EXPECT_EQ(WideToCodePage(kCodePageProcess, u"abc", bytes.data(), 0).status,
-              CodePageStatus::OutputTooSmall);
+              CodePageStatus::kOutputTooSmall);
 }
 
-TEST(CodePages, GiveNothingForNothing) {
+TEST(CodePages, ConvertAnEmptyTextToAnEmptyOne) {
     EXPECT_EQ(Widened(kCodePageUtf8, ""), u"");
     EXPECT_EQ(Widened(kCodePageProcess, ""), u"");
     EXPECT_EQ(Narrowed(kCodePageUtf8, u""), "");
@@ -104,13 +105,13 @@ using Reader = std::optional<std::string> (*)(const std::u16string& path);
 class WideFiles : public testing::Test {
 protected:
     std::u16string Write(const std::string& bytes) {
-        std::ofstream(fFile, std::ios::binary) << bytes;
-        return fFile.u16string();
+        std::ofstream(file, std::ios::binary) << bytes;
+        return file.u16string();
     }
 
-    const pavane_test::TemporaryFolder fOwner{u"pavane_\u4E2D\u05D0_files"};
-    const std::filesystem::path& fFolder = fOwner.Path();
-    const std::filesystem::path fFile = fFolder / "file.bin";
+    const pavane_test::TemporaryFolder owner{u"pavane_\u4E2D\u05D0_files"};
+    const std::filesystem::path& folder = owner.Path();
+    const std::filesystem::path file = folder / "file.bin";
 };
 
 TEST_F(WideFiles, AreReadAsTheyAre) {
@@ -126,14 +127,14 @@ TEST_F(WideFiles, AreReadAsTheyAre) {
     }
 }
 
-TEST_F(WideFiles, AreNothingWhenTheyCannotBeOpened) {
+TEST_F(WideFiles, AreAbsentWhenTheyCannotBeOpened) {
     for (const Reader read : {Reader(ReadWholeFile), Reader(ReadWholeFileAlone)}) {
-        EXPECT_FALSE(read((fFolder / "absent").u16string()).has_value());
-        EXPECT_FALSE(read(fFolder.u16string()).has_value());
+        EXPECT_FALSE(read((folder / "absent").u16string()).has_value());
+        EXPECT_FALSE(read(folder.u16string()).has_value());
     }
 }
 
-TEST_F(WideFiles, AreNothingWithoutMemory) {
+TEST_F(WideFiles, AreAbsentWithoutMemory) {
     const std::u16string path = Write(std::string(10000, 'x'));
     int nothing = 0;
     pavane_test::ForEveryFailingAllocation([&path, &nothing] {
@@ -149,22 +150,22 @@ TEST_F(WideFiles, AreClosedAfterReading) {
     const std::u16string path = Write("x");
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
-    EXPECT_TRUE(std::filesystem::remove(fFile));
+    EXPECT_TRUE(std::filesystem::remove(file));
 }
 
-TEST_F(WideFiles, SayWhyTheyCannotBeRead) {
+TEST_F(WideFiles, ReportWhyTheyCannotBeRead) {
     std::string error = "untouched";
     EXPECT_EQ(ReadWholeFile(Write("x"), error), "x");
     EXPECT_EQ(error, "untouched");
-    EXPECT_FALSE(ReadWholeFile((fFolder / "absent").u16string(), error).has_value());
+    EXPECT_FALSE(ReadWholeFile((folder / "absent").u16string(), error).has_value());
     EXPECT_EQ(error, std::strerror(ENOENT));
     error.clear();
-    EXPECT_FALSE(ReadWholeFile(fFolder.u16string(), error).has_value());
+    EXPECT_FALSE(ReadWholeFile(folder.u16string(), error).has_value());
     EXPECT_FALSE(error.empty());
 }
 
 TEST_F(WideFiles, AreWrittenAsTheyAre) {
-    const std::u16string path = fFile.u16string();
+    const std::u16string path = file.u16string();
     std::string error = "untouched";
     const std::string bytes("a\n\r\n\x1A\0b", 7);
     for (const std::string& written : {bytes + bytes, bytes, std::string()}) {
@@ -174,22 +175,22 @@ TEST_F(WideFiles, AreWrittenAsTheyAre) {
     EXPECT_EQ(error, "untouched");
 }
 
-TEST_F(WideFiles, SayWhyTheyCannotBeWritten) {
+TEST_F(WideFiles, ReportWhyTheyCannotBeWritten) {
     std::string error;
-    EXPECT_FALSE(WriteWholeFile((fFolder / "absent" / "file").u16string(), "x", error));
+    EXPECT_FALSE(WriteWholeFile((folder / "absent" / "file").u16string(), "x", error));
     EXPECT_EQ(error, std::strerror(ENOENT));
     error.clear();
-    EXPECT_FALSE(WriteWholeFile(fFolder.u16string(), "x", error));
+    EXPECT_FALSE(WriteWholeFile(folder.u16string(), "x", error));
     EXPECT_FALSE(error.empty());
 }
 
 TEST_F(WideFiles, ExistWithEitherSeparator) {
     const std::u16string path = Write("x");
     EXPECT_TRUE(FileExists(path));
-    EXPECT_TRUE(FileExists(fFolder.u16string() + u"\\file.bin"));
-    EXPECT_TRUE(ReadWholeFile(fFolder.u16string() + u"\\file.bin").has_value());
+    EXPECT_TRUE(FileExists(folder.u16string() + u"\\file.bin"));
+    EXPECT_TRUE(ReadWholeFile(folder.u16string() + u"\\file.bin").has_value());
     EXPECT_FALSE(FileExists(path + u"x"));
-    EXPECT_FALSE(FileExists(fFolder.u16string()));
+    EXPECT_FALSE(FileExists(folder.u16string()));
 }
 
 } // namespace

@@ -32,7 +32,7 @@ TEST(Base64Encode, PadsTheLastGroup) {
     EXPECT_EQ(Encode("\xFB\xFF\xBF"), "+/+/");
 }
 
-TEST(Base64Encode, TakesTheStandardAlphabetInItsOrder) {
+TEST(Base64Encode, UsesTheStandardAlphabet) {
     std::string bytes;
     for (unsigned value = 0; value < 64; value += 4) {
         const unsigned group = value << 18 | (value + 1) << 12 | (value + 2) << 6 | (value + 3);
@@ -51,14 +51,14 @@ TEST(Base64Decode, StopsAtTheFirstCharacterOutsideTheAlphabet) {
     EXPECT_EQ(Base64Decode("TWFuTW\xFFu"), "ManM");
 }
 
-TEST(Base64Decode, GivesNothingForOneCharacterOfAGroup) {
+TEST(Base64Decode, IgnoresASingleCharacterOfAGroup) {
     EXPECT_EQ(Base64Decode(""), "");
     EXPECT_EQ(Base64Decode("T"), "");
     EXPECT_EQ(Base64Decode("TWFuT"), "Man");
     EXPECT_EQ(Base64Decode("="), "");
 }
 
-TEST(Base64, GivesBackTextsOfEveryLength) {
+TEST(Base64, DecodesWhatItEncodedAtEveryLength) {
     for (std::size_t length = 0; length < 600; ++length) {
         const std::string bytes = AllBytes(length);
         ASSERT_EQ(Base64Decode(Encode(bytes)), bytes) << length;
@@ -84,7 +84,7 @@ TEST(EncodeBase64Wrapped, BeginsWithALineEnd) {
     EXPECT_EQ(Wrap("Ma"), "\r\nTWE=\r\n");
 }
 
-TEST(EncodeBase64Wrapped, HasSixtyFourCharactersALine) {
+TEST(EncodeBase64Wrapped, WritesSixtyFourCharactersALine) {
     const std::string line(64, 'A');
     EXPECT_EQ(Wrap(std::string(48, '\0')), "\r\n" + line + "\r\n");
     EXPECT_EQ(Wrap(std::string(51, '\0')), "\r\n" + line + "\r\nAAAA");
@@ -95,7 +95,7 @@ TEST(EncodeBase64Wrapped, EndsAPaddedFullLineOnce) {
     EXPECT_EQ(Wrap(std::string(47, '\0')), "\r\n" + std::string(63, 'A') + "=\r\n");
 }
 
-TEST(DecodeBase64Wrapped, SaysWhatRoomWillDo) {
+TEST(DecodeBase64Wrapped, ReturnsARoomThatIsLargeEnough) {
     EXPECT_EQ(DecodeBase64Wrapped("TWFuTWFuT", nullptr, 0), 9u);
     EXPECT_EQ(DecodeBase64Wrapped("", nullptr, 0), 3u);
 }
@@ -105,12 +105,12 @@ TEST(DecodeBase64Wrapped, IgnoresLineEndsAndAPartialGroup) {
     EXPECT_EQ(Unwrap("TWFuTW"), "Man");
 }
 
-TEST(DecodeBase64Wrapped, TakesCharactersOutsideTheAlphabetForZeros) {
+TEST(DecodeBase64Wrapped, ReadsCharactersOutsideTheAlphabetAsZeros) {
     EXPECT_EQ(Unwrap("T!Fu"), std::string("L\x01n", 3));
     EXPECT_EQ(Unwrap("    "), std::string(3, '\0'));
 }
 
-TEST(DecodeBase64Wrapped, GivesNothingWhenTheRoomIsTooSmall) {
+TEST(DecodeBase64Wrapped, ReturnsZeroWhenTheRoomIsTooSmall) {
     std::array<char, 6> out = {};
     EXPECT_EQ(DecodeBase64Wrapped("TWFuTWFu", out.data(), 5), 0u);
     EXPECT_EQ(DecodeBase64Wrapped("TWFuTWFu", out.data(), 6), 6u);

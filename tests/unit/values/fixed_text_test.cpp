@@ -34,7 +34,7 @@ TEST(SafeCopy, CopiesWhatFits) {
     EXPECT_EQ(field.Shown(), "");
 }
 
-TEST(SafeCopy, TakesEverySizeUpToTheLargest) {
+TEST(SafeCopy, AcceptsEverySizeUpToTheLargest) {
     Field field("old");
     SafeCopy(field.text.data(), "new", kLargest);
     EXPECT_EQ(field.Shown(), "new");
@@ -44,7 +44,7 @@ TEST(SafeCopy, TakesEverySizeUpToTheLargest) {
     EXPECT_EQ(field.Shown(), "7");
 }
 
-TEST(SafeCopy, DoesNothingForASizeOfNothingOrTooMuch) {
+TEST(SafeCopy, DoesNothingForASizeOfZeroOrTooMuch) {
     Field field("old");
     SafeCopy(field.text.data(), "new", 0);
     SafeCopy(field.text.data(), "new", kTooLarge);
@@ -89,7 +89,7 @@ TEST(SafePrintf, CutsAndTerminates) {
     EXPECT_EQ(field.Shown(), "");
 }
 
-TEST(SafePrintf, DoesNothingForASizeOfNothingOrTooMuch) {
+TEST(SafePrintf, DoesNothingForASizeOfZeroOrTooMuch) {
     Field field("old");
     SafePrintf(field.text.data(), 0, "new");
     SafePrintf(field.text.data(), kTooLarge, "new");

@@ -10,7 +10,7 @@ using namespace brixen::lyr::gen;
 
 namespace {
 
-TEST(CodePage, GivesBackAsciiOfEveryLengthAroundTheLocalRoom) {
+TEST(CodePage, KeepsAsciiOfEveryLengthAroundTheLocalRoom) {
     for (const std::size_t length : {0U, 1U, 254U, 255U, 256U, 257U, 1000U}) {
         const std::string text(length, 'x');
         EXPECT_EQ(Utf8ToCodePage(text), text);
@@ -28,7 +28,7 @@ TEST(CodePage, WidensOneByteToSeveral) {
     EXPECT_EQ(CodePageToUtf8(std::string(200, '\xFC')).size(), 400u);
 }
 
-TEST(CodePage, TakesNothingButTheResultFromTheHeapForAShortText) {
+TEST(CodePage, AllocatesOnlyTheResultForAShortText) {
     const std::string text(255, 'x');
     std::size_t before = pavane_test::AllocationCount();
     const std::string narrow = Utf8ToCodePage(text);
@@ -38,9 +38,9 @@ TEST(CodePage, TakesNothingButTheResultFromTheHeapForAShortText) {
     EXPECT_EQ(pavane_test::AllocationCount() - before, 1u);
 }
 
-TEST(CodePage, IsEmptyForWhatTheLocaleCannotShow) { EXPECT_EQ(Utf8ToCodePage("a\xE4\xB8\xAD"), ""); }
+TEST(CodePage, IsEmptyForATextThatTheLocaleCannotShow) { EXPECT_EQ(Utf8ToCodePage("a\xE4\xB8\xAD"), ""); }
 
-TEST(CodePage, GivesNothingForATextThatIsTooLong) {
+TEST(CodePage, IsEmptyForATextThatIsTooLong) {
     constexpr std::size_t kTooLong = std::size_t{1} << 29;
     // Not one character of it is looked at.
     EXPECT_EQ(Utf8ToCodePage(std::string_view("a", kTooLong)), "");

@@ -23,7 +23,7 @@ std::string StringIn(T_StorageInterface& bag, std::string_view key) {
     return text;
 }
 
-TEST(Storage, OneKeyStandsUnrelatedInAllThreeMaps) {
+TEST(Storage, EachTypeHasAValueOfItsOwnUnderOneKey) {
     T_Storage bag;
     int object = 0;
     EXPECT_TRUE(SetLong(bag, kKey, 7));
@@ -53,7 +53,7 @@ TEST(Storage, AbsentKeysLeaveTheOutputAlone) {
     EXPECT_EQ(text, "kept");
 }
 
-TEST(Storage, AWrongTypeIsAnAbsentValue) {
+TEST(Storage, AKeyOfAnotherTypeIsNotFound) {
     T_Storage bag;
     SetString(bag, kKey, "12");
     std::uint32_t number = 5;
@@ -78,7 +78,7 @@ TEST(Storage, UnknownTypeNamesStoreFindAndRemoveNothing) {
     }
 }
 
-TEST(Storage, TypeNamesCompareWithTheirLengthSoThatAnEmbeddedNulMakesAnotherName) {
+TEST(Storage, ATypeNameWithAnEmbeddedNulIsAnotherName) {
     T_Storage bag;
     SetLong(bag, kKey, 3);
     std::uint32_t value = 0;
@@ -101,7 +101,7 @@ TEST(Storage, ANullPointerIsAnEntry) {
     EXPECT_EQ(pointer, nullptr);
 }
 
-TEST(Storage, TheLaterValueHolds) {
+TEST(Storage, ALaterValueReplacesTheEarlierOne) {
     T_Storage bag;
     SetLong(bag, kKey, 1);
     SetLong(bag, kKey, 2);
@@ -150,7 +150,7 @@ TEST(Storage, TextIsCutAtAnEmbeddedNul) {
     EXPECT_EQ(StringIn(bag, kKey), "one");
 }
 
-TEST(Storage, GetGivesTheTextInsideTheBag) {
+TEST(Storage, GetReturnsTheTextInsideTheBag) {
     T_Storage bag;
     SetString(bag, kKey, "inside");
     const char* first = nullptr;
@@ -170,7 +170,7 @@ TEST(Storage, AKeyCanBeSetToItsOwnText) {
     EXPECT_EQ(StringIn(bag, kKey), "that is much too long for the short form");
 }
 
-TEST(Storage, RemoveTakesTheEntryOfItsTypeAlone) {
+TEST(Storage, RemoveLeavesTheEntriesOfOtherTypes) {
     for (const std::string_view type : {kValueTypeLong, kValueTypeString, kValueTypePtr}) {
         T_Storage bag;
         SetLong(bag, kKey, 1);
@@ -212,7 +212,7 @@ TEST(Storage, ACopyHasItsOwnEntriesAndSharesThePointers) {
     EXPECT_EQ(pointer, &object);
 }
 
-TEST(StorageHelpers, CopyHandsOneValueOver) {
+TEST(StorageHelpers, CopyCopiesOneValue) {
     T_Storage from;
     T_Storage to;
     int object = 0;
@@ -283,7 +283,7 @@ TEST(StorageHelpers, EachMakesOneVirtualCallWithItsTypeName) {
                          "Get k ValueType_Long;Get k ValueType_String;Get k ValueType_Ptr;");
 }
 
-TEST(StorageHelpers, CopyReturnsWhatTheTargetsSetReturned) {
+TEST(StorageHelpers, CopyReturnsTheResultOfTheTargetsSet) {
     T_Storage from;
     SetLong(from, kKey, 1);
     SetString(from, kKey, "text");

@@ -1,5 +1,5 @@
-// The native twin: the process's code page is always 1252, and the C library's narrow text that of the C
-// locale as Windows has it, one byte for each character up to 0xFF.
+// The native twin. The code page of the process is always 1252. The narrow text of the C library is that of
+// the C locale on Windows: one byte for each character up to 0xFF.
 #include "values/platform/values_platform.h"
 
 #include "values/platform/read_file.h"
@@ -46,10 +46,10 @@ std::u16string WithoutLoneSurrogates(std::u16string_view wide) {
 
 template <class Text, class Unit>
 CodePageResult Deliver(const Text& text, Unit* output, std::size_t capacity) {
-    if (output == nullptr) return {CodePageStatus::Done, text.size()};
-    if (text.size() > capacity) return {CodePageStatus::OutputTooSmall, 0};
+    if (output == nullptr) return {CodePageStatus::kDone, text.size()};
+    if (text.size() > capacity) return {CodePageStatus::kOutputTooSmall, 0};
     std::copy(text.begin(), text.end(), output);
-    return {CodePageStatus::Done, text.size()};
+    return {CodePageStatus::kDone, text.size()};
 }
 
 } // namespace
@@ -60,7 +60,7 @@ CodePageResult CodePageToWide(unsigned codePage, std::string_view bytes, char16_
         try {
             return Deliver(ToUtf16(bytes), output, capacity);
         } catch (const illegal_utf_sequence&) {
-            return {CodePageStatus::Failed, 0};
+            return {CodePageStatus::kFailed, 0};
         }
     }
     std::u16string wide;
@@ -125,7 +125,7 @@ bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::str
     return WriteToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "wb")), bytes, error);
 }
 
-// Files here are shared with everybody.
+// Files are never locked here.
 std::optional<std::string> ReadWholeFileAlone(const std::u16string& path) { return ReadWholeFile(path); }
 
 } // namespace brixen::lyr::gen

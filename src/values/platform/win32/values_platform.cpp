@@ -20,10 +20,10 @@ bool IsUtf8(unsigned codePage) {
 
 CodePageResult LastFailure() {
     const bool tooSmall = GetLastError() == ERROR_INSUFFICIENT_BUFFER;
-    return {tooSmall ? CodePageStatus::OutputTooSmall : CodePageStatus::Failed, 0};
+    return {tooSmall ? CodePageStatus::kOutputTooSmall : CodePageStatus::kFailed, 0};
 }
 
-// A capacity of 0 would ask the system for the count, and capacities beyond an int are more than enough.
+// For the system a capacity of 0 asks for the count. A capacity beyond an int is more than enough.
 bool IsTooSmall(const void* output, std::size_t capacity) { return output != nullptr && capacity == 0; }
 int Clamp(const void* output, std::size_t capacity) {
     return output == nullptr ? 0 : capacity > INT_MAX ? INT_MAX : static_cast<int>(capacity);
@@ -33,27 +33,27 @@ int Clamp(const void* output, std::size_t capacity) {
 
 CodePageResult CodePageToWide(unsigned codePage, std::string_view bytes, char16_t* output,
                               std::size_t capacity) {
-    if (bytes.empty()) return {CodePageStatus::Done, 0};
-    if (bytes.size() > INT_MAX) return {CodePageStatus::Failed, 0};
-    if (IsTooSmall(output, capacity)) return {CodePageStatus::OutputTooSmall, 0};
+    if (bytes.empty()) return {CodePageStatus::kDone, 0};
+    if (bytes.size() > INT_MAX) return {CodePageStatus::kFailed, 0};
+    if (IsTooSmall(output, capacity)) return {CodePageStatus::kOutputTooSmall, 0};
     const int written =
         MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
                             Wide(output), Clamp(output, capacity));
     if (written <= 0) return LastFailure();
-    return {CodePageStatus::Done, static_cast<std::size_t>(written)};
+    return {CodePageStatus::kDone, static_cast<std::size_t>(written)};
 }
 
 CodePageResult WideToCodePage(unsigned codePage, std::u16string_view wide, char* output,
                               std::size_t capacity) {
-    if (wide.empty()) return {CodePageStatus::Done, 0};
-    if (wide.size() > INT_MAX) return {CodePageStatus::Failed, 0};
-    if (IsTooSmall(output, capacity)) return {CodePageStatus::OutputTooSmall, 0};
-    // A character that only resembles the right one is worse than a question mark.
+    if (wide.empty()) return {CodePageStatus::kDone, 0};
+    if (wide.size() > INT_MAX) return {CodePageStatus::kFailed, 0};
+    if (IsTooSmall(output, capacity)) return {CodePageStatus::kOutputTooSmall, 0};
+    // A question mark is better than a character that only resembles the right one.
     const DWORD flags = IsUtf8(codePage) ? 0 : WC_NO_BEST_FIT_CHARS;
     const int written = WideCharToMultiByte(codePage, flags, Wide(wide.data()), static_cast<int>(wide.size()),
                                             output, Clamp(output, capacity), nullptr, nullptr);
     if (written <= 0) return LastFailure();
-    return {CodePageStatus::Done, static_cast<std::size_t>(written)};
+    return {CodePageStatus::kDone, static_cast<std::size_t>(written)};
 }
 
 std::size_t NarrowSize(const char16_t* wide) { return std::wcstombs(nullptr, Wide(wide), 0); }
@@ -70,7 +70,7 @@ std::size_t NarrowToWide(char16_t* output, const char* narrow, std::size_t size)
 
 namespace {
 
-// Reading from a device may wait for ever, and some devices are found in every folder.
+// Reading from a device may never return, and some devices are found in every folder.
 bool IsOnDisk(std::FILE* file) {
     return GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)))) == FILE_TYPE_DISK;
 }

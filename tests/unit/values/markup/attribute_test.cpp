@@ -13,7 +13,7 @@ struct AttributeCase {
     const char* value;
 };
 
-TEST(MarkupAttribute, OnlyAQuotedValueBehindANameAndAnEqualsSignCounts) {
+TEST(MarkupAttribute, OnlyAQuotedValueAfterANameAndAnEqualsSignCounts) {
     for (const AttributeCase& attribute : {
              AttributeCase{"<a b=\"1\"/>", "b", "1"},
              AttributeCase{"<a b='1'/>", "b", "1"},
@@ -22,7 +22,7 @@ TEST(MarkupAttribute, OnlyAQuotedValueBehindANameAndAnEqualsSignCounts) {
              AttributeCase{"<a b=1/>", "b", ""},
              AttributeCase{"<a b/>", "b", ""},
              AttributeCase{"<a b '1'/>", "b", ""},
-             AttributeCase{"<a b c '1'/>", "b", "1"}, // two places behind the name
+             AttributeCase{"<a b c '1'/>", "b", "1"}, // two places after the name
              AttributeCase{"<a b c '1'/>", "c", ""},
              AttributeCase{"<a b = c = '1'/>", "b", ""},
              AttributeCase{"<a b = c = '1'/>", "c", ""}, // it is a value
@@ -204,7 +204,7 @@ TEST(MarkupAttribute, AnInstructionWithoutATargetTakesNoAttribute) {
     }
 }
 
-TEST(MarkupAttribute, RemoveAttribTakesItsWhiteSpaceAlong) {
+TEST(MarkupAttribute, RemoveAttribAlsoRemovesItsWhiteSpace) {
     for (const SetCase& change : {
              SetCase{"<a b='1'/>", "b", nullptr, "<a/>"},
              SetCase{"<a  \t b='1' />", "b", nullptr, "<a />"},
@@ -222,7 +222,7 @@ TEST(MarkupAttribute, RemoveAttribTakesItsWhiteSpaceAlong) {
     }
 }
 
-TEST(MarkupAttribute, WhatIsNotThereCannotBeRemoved) {
+TEST(MarkupAttribute, AnAbsentAttributeCannotBeRemoved) {
     CMarkupSTL markup = At("<a b='1'/>", "a");
     const State before = StateOf(markup);
     EXPECT_FALSE(markup.RemoveAttrib("c"));

@@ -31,7 +31,7 @@ TEST(MarkupCopy, ACopyHasTextTreeAndCursor) {
     EXPECT_EQ(copy.GetData(), "1");
 }
 
-TEST(MarkupCopy, AnAssignedCopyTakesThePlaceOfWhatWasThere) {
+TEST(MarkupCopy, AnAssignedCopyReplacesTheOldDocument) {
     const CMarkupSTL markup = Edited();
     CMarkupSTL copy = At("<other><x/><y/></other>", "other/x");
     copy.SavePos("x");
@@ -52,7 +52,7 @@ TEST(MarkupCopy, ACopyOfItselfChangesNothing) {
     EXPECT_EQ(StateOf(markup), before);
 }
 
-TEST(MarkupCopy, OriginalAndCopyGoTheirOwnWays) {
+TEST(MarkupCopy, OriginalAndCopyAreIndependent) {
     CMarkupSTL markup = Edited();
     CMarkupSTL copy(markup);
     const State before = StateOf(copy);
@@ -64,7 +64,7 @@ TEST(MarkupCopy, OriginalAndCopyGoTheirOwnWays) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupCopy, ACopyStandsOnTheSameNode) {
+TEST(MarkupCopy, ACopyHasTheSameCurrentNode) {
     CMarkupSTL markup = At("<r>text<a/></r>", "r");
     markup.IntoElem();
     ASSERT_EQ(markup.FindNode(), kMarkupText);
@@ -92,7 +92,7 @@ TEST(MarkupCopy, AMovedDocumentIsWhole) {
     EXPECT_EQ(FreshDifference(assigned), "");
 }
 
-TEST(MarkupCopy, WhatWasMovedFromCanBeUsedAgain) {
+TEST(MarkupCopy, AMovedFromDocumentCanBeUsedAgain) {
     CMarkupSTL markup = Edited();
     const CMarkupSTL moved(std::move(markup));
     markup.SetDoc("<a/>");

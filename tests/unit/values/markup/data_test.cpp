@@ -45,7 +45,7 @@ TEST(MarkupData, ContentOfAnElement) {
     }
 }
 
-TEST(MarkupData, NothingIsReadFromNothing) {
+TEST(MarkupData, WithoutACurrentElementNothingIsRead) {
     CMarkupSTL markup = Parsed("<a>text</a>");
     EXPECT_EQ(markup.GetData(), "");
     EXPECT_EQ(markup.GetChildData(), "");
@@ -136,7 +136,7 @@ TEST(MarkupData, EscapingForContentAndForAttributes) {
     EXPECT_EQ(CMarkupSTL::EscapeText(nullptr), "");
 }
 
-TEST(MarkupData, EveryByteComesThroughEscaping) {
+TEST(MarkupData, EveryByteSurvivesEscaping) {
     std::string all;
     for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
     EXPECT_EQ(CMarkupSTL::UnescapeText(CMarkupSTL::EscapeText(all, false)), all);
@@ -151,22 +151,22 @@ struct SetCase {
 };
 
 // Texts are escaped in blocks, which may begin and end anywhere in them.
-TEST(MarkupData, EveryByteIsEscapedWhereverItStands) {
+TEST(MarkupData, EveryByteIsEscapedAtEveryPlace) {
     for (std::size_t length = 1; length < 50; ++length) {
         for (std::size_t at = 0; at < length; ++at) {
             const std::string front(at, 'x');
-            const std::string behind(length - at - 1, 'y');
-            EXPECT_EQ(CMarkupSTL::EscapeText(front + "&" + behind), front + "&amp;" + behind);
-            EXPECT_EQ(CMarkupSTL::EscapeText(front + "'" + behind), front + "'" + behind);
-            EXPECT_EQ(CMarkupSTL::EscapeText(front + "'" + behind, true), front + "&apos;" + behind);
+            const std::string after(length - at - 1, 'y');
+            EXPECT_EQ(CMarkupSTL::EscapeText(front + "&" + after), front + "&amp;" + after);
+            EXPECT_EQ(CMarkupSTL::EscapeText(front + "'" + after), front + "'" + after);
+            EXPECT_EQ(CMarkupSTL::EscapeText(front + "'" + after, true), front + "&apos;" + after);
             CMarkupSTL markup;
-            markup.AddElem("a", front + "<" + behind);
-            EXPECT_EQ(markup.GetDoc(), "<a>" + front + "&lt;" + behind + "</a>\r\n");
+            markup.AddElem("a", front + "<" + after);
+            EXPECT_EQ(markup.GetDoc(), "<a>" + front + "&lt;" + after + "</a>\r\n");
         }
     }
 }
 
-TEST(MarkupData, SetDataReplacesWhatLiesBetweenTheTags) {
+TEST(MarkupData, SetDataReplacesTheContentBetweenTheTags) {
     for (const SetCase& change : {
              SetCase{"<a>old</a>", "new text", false, "<a>new text</a>"},
              SetCase{"<a>old</a>", "", false, "<a></a>"},
@@ -289,7 +289,7 @@ TEST(MarkupData, ASectionRefusesTheEndOfItsFence) {
     Rewritten("<r><![CDATA[old]]><a/></r>", kMarkupCData, "a]]>b", true, false);
 }
 
-TEST(MarkupData, StaticHelpersAreThoseOfTheFolder) {
+TEST(MarkupData, StaticHelpersAreThoseOfTheRoom) {
     const std::string lines = CMarkupSTL::EncodeBase64("Man", 3);
     EXPECT_EQ(lines.substr(0, 6), "\r\nTWFu");
     char bytes[8] = {};
@@ -303,7 +303,7 @@ bool LiesIn(std::string_view view, const std::string& text) {
     return view.data() >= text.data() && view.data() + view.size() <= text.data() + text.size();
 }
 
-TEST(MarkupData, AViewLiesInTheDocumentUnlessReferencesHadToBeReplaced) {
+TEST(MarkupData, AViewIsInTheDocumentUnlessReferencesWereReplaced) {
     CMarkupSTL markup = At("<a b='plain' c='&lt;x&gt;'>text</a>", "a");
     std::string room;
     EXPECT_EQ(markup.ViewData(room), "text");

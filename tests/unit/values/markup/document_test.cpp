@@ -29,7 +29,7 @@ TEST(MarkupParser, NamesTheFirstThingThatIsWrong) {
     EXPECT_EQ(ErrorOf("<a"), "End of tag not found");
 }
 
-TEST(MarkupParser, TakesEndTagsByTheirTokens) {
+TEST(MarkupParser, ReadsEndTagsByTheirTokens) {
     for (const char* const text : {"<a></a>", "<a></ a >", "<a></a \">\">", "<a[b></a>", "< a></a>",
                                    "<a b='>'></a>", "<a><!-- > --></a>", "<!x [<]>]><a/>"}) {
         CMarkupSTL markup;
@@ -55,7 +55,7 @@ TEST(MarkupEditing, OpensTheShortForm) {
     EXPECT_EQ(markup.GetDoc(), "<p x=\"&quot;\">\r\n<c>1&lt;2</c>\r\n</p>\r\n\r\n");
 }
 
-TEST(MarkupCopies, StandApart) {
+TEST(MarkupCopies, AreIndependent) {
     CMarkupSTL markup;
     markup.SetDoc("<a><b/></a>");
     ASSERT_TRUE(markup.FindElem("a/b"));

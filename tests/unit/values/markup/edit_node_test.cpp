@@ -45,7 +45,7 @@ TEST(MarkupEditNode, NodesOfEveryKindAreWrittenInTheirFences) {
     }
 }
 
-TEST(MarkupEditNode, ATextIsOfTheKindThatItsBytesMake) {
+TEST(MarkupEditNode, ATextHasTheKindOfItsBytes) {
     CMarkupSTL markup = At("<r><a/><b/></r>", "r/a");
     ASSERT_TRUE(markup.AddNode(kMarkupText, " \n"));
     EXPECT_EQ(markup.NodeType(), kMarkupWhiteSpace);
@@ -55,7 +55,7 @@ TEST(MarkupEditNode, ATextIsOfTheKindThatItsBytesMake) {
     EXPECT_EQ(markup.GetDoc(), "<r><a/> \n<b/>x</r>");
 }
 
-TEST(MarkupEditNode, NodesGoToTheEndsOfTheParentWhenThereIsNoCurrentOne) {
+TEST(MarkupEditNode, WithoutACurrentNodeNodesAreAddedAtTheEndsOfTheParent) {
     for (const NodeCase& node : kNodes) {
         SCOPED_TRACE(node.written);
         CMarkupSTL atEnd = At("<r>x<a/></r>", "r");
@@ -101,7 +101,7 @@ TEST(MarkupEditNode, OtherKindsAreRefused) {
     EXPECT_EQ(StateOf(markup), before);
 }
 
-TEST(MarkupEditNode, NodesGoIntoAShortFormThatIsOpened) {
+TEST(MarkupEditNode, ANodeOpensAShortForm) {
     CMarkupSTL markup = At("<r/>", "r");
     markup.IntoElem();
     ASSERT_TRUE(markup.AddNode(kMarkupText, "text"));
@@ -110,7 +110,7 @@ TEST(MarkupEditNode, NodesGoIntoAShortFormThatIsOpened) {
     EXPECT_NE(markup.GetDoc().find("text</r>"), std::string::npos) << markup.GetDoc();
 }
 
-TEST(MarkupEditNode, RemoveNodeTakesAnyKindOut) {
+TEST(MarkupEditNode, RemoveNodeRemovesAnyKind) {
     const struct {
         const char* before;
         int kind;
@@ -138,22 +138,22 @@ TEST(MarkupEditNode, RemoveNodeTakesAnyKindOut) {
     }
 }
 
-TEST(MarkupEditNode, RemoveElemBesideANodeIsNotMeant) {
+TEST(MarkupEditNode, RemoveElemIsRefusedOnANode) {
     CMarkupSTL markup = At("<r><a/>text<b/></r>", "r");
     markup.IntoElem();
     ASSERT_EQ(markup.FindNode(kMarkupText), kMarkupText);
     const State before = StateOf(markup);
-    EXPECT_FALSE(markup.RemoveElem()) << "the element in front of the text is not meant";
+    EXPECT_FALSE(markup.RemoveElem()) << "the element before the text is not the current node";
     EXPECT_FALSE(markup.RemoveChildElem());
     EXPECT_EQ(StateOf(markup), before);
 }
 
-TEST(MarkupEditNode, ASubDocumentIsTakenAsItIs) {
-    CMarkupSTL behind = At("<r><a/><b/></r>", "r/a");
-    ASSERT_TRUE(behind.AddSubDoc("<n x='1'><m/>t</n>"));
-    EXPECT_EQ(behind.GetDoc(), "<r><a/><n x='1'><m/>t</n><b/></r>");
-    EXPECT_EQ(behind.GetTagName(), "n");
-    EXPECT_EQ(FreshDifference(behind), "");
+TEST(MarkupEditNode, ASubDocumentIsAddedAsItIs) {
+    CMarkupSTL after = At("<r><a/><b/></r>", "r/a");
+    ASSERT_TRUE(after.AddSubDoc("<n x='1'><m/>t</n>"));
+    EXPECT_EQ(after.GetDoc(), "<r><a/><n x='1'><m/>t</n><b/></r>");
+    EXPECT_EQ(after.GetTagName(), "n");
+    EXPECT_EQ(FreshDifference(after), "");
     CMarkupSTL inFront = At("<r><a/><b/></r>", "r/b");
     ASSERT_TRUE(inFront.InsertSubDoc("<n/>"));
     EXPECT_EQ(inFront.GetDoc(), "<r><a/><n/><b/></r>");
@@ -178,7 +178,7 @@ TEST(MarkupEditNode, ASubDocumentOpensAShortForm) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupEditNode, WhatIsNotOneWholeElementIsNotTaken) {
+TEST(MarkupEditNode, APieceThatIsNotOneWholeElementIsRefused) {
     for (const char* const piece :
          {"", " ", "text", "<n", "<n>", "<n></m>", "</r>", "<n/></r>", "<n></n></r><r>", "<n/><m/>",
           "<!--c-->", "<!-- <n/>", "</r><r>", "<n></n", "<n x='>"}) {
@@ -199,7 +199,7 @@ TEST(MarkupEditNode, ARefusedPieceLeavesAShortFormClosed) {
     EXPECT_EQ(StateOf(markup), before);
 }
 
-TEST(MarkupEditNode, ANodeCursorFollowsAnEditInFrontOfIt) {
+TEST(MarkupEditNode, ACurrentNodeMovesWithAnEditBeforeIt) {
     CMarkupSTL markup = At("<r><a/>text<b/></r>", "r/a");
     ASSERT_EQ(markup.FindNode(), kMarkupText);
     EXPECT_FALSE(markup.SetAttrib("x", "1")) << "a text has no attributes";

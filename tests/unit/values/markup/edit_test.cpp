@@ -9,13 +9,13 @@
 namespace brixen::lyr::gen::markup_test {
 namespace {
 
-// An edit at an element (or, with a null path, before the first one) and the text that comes of it.
+// An edit at an element (or, with a null path, before the first one) and the text that results.
 struct EditCase {
     const char* before;
     const char* path;
     std::function<bool(CMarkupSTL&)> edit;
     const char* after;
-    const char* current; // the name of the element that the cursor stands on afterward
+    const char* current; // the name of the current element afterward
 };
 
 void Check(const EditCase& change) {
@@ -47,7 +47,7 @@ auto Inside(const std::function<bool(CMarkupSTL&)>& edit) {
     return [=](CMarkupSTL& markup) { return markup.IntoElem() && edit(markup); };
 }
 
-TEST(MarkupEdit, AddElemGoesBehindTheCurrentElement) {
+TEST(MarkupEdit, AddElemAddsAfterTheCurrentElement) {
     for (const EditCase& change : {
              EditCase{"<r><a/></r>", "r/a", Add("b"), "<r><a/><b/>\r\n</r>", "b"},
              EditCase{"<r><a/></r>", "r/a", Add("b", "t<"), "<r><a/><b>t&lt;</b>\r\n</r>", "b"},
@@ -63,7 +63,7 @@ TEST(MarkupEdit, AddElemGoesBehindTheCurrentElement) {
     }
 }
 
-TEST(MarkupEdit, InsertElemGoesInFrontOfTheCurrentElement) {
+TEST(MarkupEdit, InsertElemAddsBeforeTheCurrentElement) {
     for (const EditCase& change : {
              EditCase{"<r><b/></r>", "r/b", Insert("a"), "<r><a/>\r\n<b/></r>", "a"},
              EditCase{"<r><a/><c/></r>", "r/c", Insert("b"), "<r><a/><b/>\r\n<c/></r>", "b"},
@@ -74,7 +74,7 @@ TEST(MarkupEdit, InsertElemGoesInFrontOfTheCurrentElement) {
     }
 }
 
-TEST(MarkupEdit, WithoutACurrentElementTheParentsEndsAreMeant) {
+TEST(MarkupEdit, WithoutACurrentElementTheEndsOfTheParentAreUsed) {
     for (const EditCase& change : {
              EditCase{"<r></r>", "r", Inside(Add("a")), "<r><a/>\r\n</r>", "a"},
              EditCase{"<r><a/><b/></r>", "r", Inside(Add("c")), "<r><a/><b/><c/>\r\n</r>", "c"},
@@ -88,7 +88,7 @@ TEST(MarkupEdit, WithoutACurrentElementTheParentsEndsAreMeant) {
     }
 }
 
-TEST(MarkupEdit, AFreshDocumentTakesARoot) {
+TEST(MarkupEdit, AnEmptyDocumentTakesARoot) {
     CMarkupSTL markup;
     ASSERT_TRUE(markup.AddElem("r"));
     EXPECT_EQ(markup.GetDoc(), "<r/>\r\n");
@@ -99,10 +99,10 @@ TEST(MarkupEdit, AFreshDocumentTakesARoot) {
     CMarkupSTL inserted;
     ASSERT_TRUE(inserted.InsertElem("r", "x"));
     EXPECT_EQ(inserted.GetDoc(), "<r>x</r>\r\n");
-    CMarkupSTL behind = Parsed("<!--c-->");
-    ASSERT_TRUE(behind.AddElem("r"));
-    EXPECT_EQ(behind.GetDoc(), "<!--c--><r/>\r\n");
-    EXPECT_EQ(FreshDifference(behind), "");
+    CMarkupSTL after = Parsed("<!--c-->");
+    ASSERT_TRUE(after.AddElem("r"));
+    EXPECT_EQ(after.GetDoc(), "<!--c--><r/>\r\n");
+    EXPECT_EQ(FreshDifference(after), "");
 }
 
 TEST(MarkupEdit, ARootIsRefusedWhereNoParseWouldFindIt) {
@@ -112,12 +112,12 @@ TEST(MarkupEdit, ARootIsRefusedWhereNoParseWouldFindIt) {
         EXPECT_FALSE(markup.AddElem("r")) << text;
         EXPECT_FALSE(markup.AddSubDoc("<r/>")) << text;
         EXPECT_EQ(StateOf(markup), before) << text;
-        EXPECT_TRUE(markup.InsertElem("r")) << "in front of all that it is found";
+        EXPECT_TRUE(markup.InsertElem("r")) << "before everything else it is found";
         EXPECT_EQ(FreshDifference(markup), "") << text;
     }
 }
 
-TEST(MarkupEdit, WhatIsAddedMayBePartOfTheDocumentItself) {
+TEST(MarkupEdit, AnAddedTextMayBePartOfTheDocumentItself) {
     CMarkupSTL markup = At("<r><a/></r>", "r/a");
     // Room for all of it, so that the text is changed in place.
     ASSERT_TRUE(markup.AddElem("b"));
@@ -150,7 +150,7 @@ TEST(MarkupEdit, AnElementBesideTheRootIsThereUntilTheNextParse) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupEdit, AddChildElemGoesToTheEndOfTheElement) {
+TEST(MarkupEdit, AddChildElemAddsAtTheEndOfTheElement) {
     for (const EditCase& change : {
              EditCase{"<p></p>", "p", AddChild("c"), "<p><c/>\r\n</p>", "p"},
              EditCase{"<p>text</p>", "p", AddChild("c"), "<p>text<c/>\r\n</p>", "p"},
@@ -256,7 +256,7 @@ TEST(MarkupEdit, ANameIsOneToken) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupEdit, RemoveElemTakesTheWhiteSpaceBehindAlong) {
+TEST(MarkupEdit, RemoveElemAlsoRemovesTheWhiteSpaceAfterIt) {
     const auto Remove = [](CMarkupSTL& markup) { return markup.RemoveElem(); };
     for (const EditCase& change : {
              EditCase{"<r><a/><b/></r>", "r/a", Remove, "<r><b/></r>", ""},
@@ -288,7 +288,7 @@ TEST(MarkupEdit, RemoveChildElemKeepsTheElement) {
     ASSERT_TRUE(markup.RemoveChildElem());
     EXPECT_EQ(markup.GetDoc(), "<r><a/><b/></r>");
     EXPECT_EQ(markup.GetTagName(), "r");
-    EXPECT_EQ(markup.PosChild(), 3) << "the sibling in front is the child now";
+    EXPECT_EQ(markup.PosChild(), 3) << "the sibling before it is the child now";
     ASSERT_TRUE(markup.RemoveChildElem());
     ASSERT_TRUE(markup.RemoveChildElem());
     EXPECT_EQ(markup.PosChild(), 0);
@@ -297,7 +297,7 @@ TEST(MarkupEdit, RemoveChildElemKeepsTheElement) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupEdit, EditsInFrontMoveWhatLiesBehind) {
+TEST(MarkupEdit, AnEditMovesThePositionsAfterIt) {
     CMarkupSTL markup = At("<r><a/>  <b><c x='1'/></b><d/></r>tail", "r/a");
     ASSERT_TRUE(markup.SetAttrib("y", "2"));
     ASSERT_TRUE(markup.AddElem("n", "new"));
@@ -312,7 +312,7 @@ TEST(MarkupEdit, EditsInFrontMoveWhatLiesBehind) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupEdit, RemovingInFrontMovesWhatLiesBehind) {
+TEST(MarkupEdit, ARemovalMovesThePositionsAfterIt) {
     CMarkupSTL markup = At("<r><a><x/><y/></a>\n<b><c x='1'/></b></r>", "r/b/c");
     markup.SavePos();
     ASSERT_TRUE(markup.FindElem("/r/a"));
@@ -323,18 +323,18 @@ TEST(MarkupEdit, RemovingInFrontMovesWhatLiesBehind) {
     EXPECT_EQ(FreshDifference(markup), "");
 }
 
-TEST(MarkupEdit, AnElementGoesBesideACurrentNodeThatIsNone) {
+TEST(MarkupEdit, AnElementIsAddedBesideANodeThatIsNoElement) {
     const auto At2 = [](int kind) {
         CMarkupSTL markup = At("<r><a/>text<!--c--><b/></r>", "r");
         markup.IntoElem();
         EXPECT_EQ(markup.FindNode(kind), kind);
         return markup;
     };
-    CMarkupSTL behind = At2(kMarkupComment);
-    ASSERT_TRUE(behind.AddElem("n"));
-    EXPECT_EQ(behind.GetDoc(), "<r><a/>text<!--c--><n/>\r\n<b/></r>");
-    EXPECT_EQ(behind.GetTagName(), "n");
-    EXPECT_EQ(FreshDifference(behind), "");
+    CMarkupSTL after = At2(kMarkupComment);
+    ASSERT_TRUE(after.AddElem("n"));
+    EXPECT_EQ(after.GetDoc(), "<r><a/>text<!--c--><n/>\r\n<b/></r>");
+    EXPECT_EQ(after.GetTagName(), "n");
+    EXPECT_EQ(FreshDifference(after), "");
     CMarkupSTL inFront = At2(kMarkupComment);
     ASSERT_TRUE(inFront.InsertElem("n"));
     EXPECT_EQ(inFront.GetDoc(), "<r><a/>text<n/>\r\n<!--c--><b/></r>");

@@ -32,7 +32,7 @@ std::string Read(const fs::path& path) {
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-// UTF-16, little-endian, behind a byte-order mark.
+// UTF-16, little-endian, after a byte-order mark.
 std::string Wide(const std::u16string& text) {
     std::string bytes = "\xFF\xFE";
     for (const char16_t unit : text) {
@@ -83,7 +83,7 @@ TEST_F(MarkupFile, AMarkOfUtf16Converts) {
     EXPECT_EQ(markup.Flags() & kIsUtf16, kIsUtf16);
 }
 
-TEST_F(MarkupFile, AnOddByteBehindTheLastUnitIsLeft) {
+TEST_F(MarkupFile, AnOddByteAfterTheLastUnitIsIgnored) {
     EXPECT_TRUE(Load(Wide(u"<a/>") + "<"));
     EXPECT_EQ(markup.GetDoc(), "<a/>");
     EXPECT_EQ(markup.GetError(), "BOM + 4 wide chars to 4 bytes");
@@ -121,7 +121,7 @@ TEST_F(MarkupFile, OtherMarksAreText) {
     }
 }
 
-TEST_F(MarkupFile, TheReportStandsInFrontOfAParseError) {
+TEST_F(MarkupFile, TheReportPrecedesAParseError) {
     EXPECT_FALSE(Load("<a>"));
     EXPECT_EQ(markup.GetError(), "3 bytes, End tag of a element not found");
     EXPECT_FALSE(Load(Wide(u"<a></b>")));
@@ -155,7 +155,7 @@ TEST_F(MarkupFile, SavingWritesTheText) {
     EXPECT_EQ(markup.GetError(), "11 bytes");
 }
 
-TEST_F(MarkupFile, WhatCameFromUtf16GoesBackToIt) {
+TEST_F(MarkupFile, ADocumentFromUtf16IsSavedAsUtf16) {
     const std::string bytes = Wide(u"<a>\u00E4\u3042\U0001F600</a>");
     ASSERT_TRUE(Load(bytes));
     fs::remove(path);
@@ -197,7 +197,7 @@ TEST_F(MarkupFile, ADocumentThatIsNotWellFormedIsSavedToo) {
     EXPECT_FALSE(markup.IsWellFormed());
 }
 
-TEST_F(MarkupFile, SavingWhereNothingCanBeOpenedFails) {
+TEST_F(MarkupFile, SavingFailsWhereNoFileCanBeOpened) {
     markup.SetDoc("<a/>");
     EXPECT_FALSE(markup.Save((folder / "missing folder" / "a.xml").u16string()));
     EXPECT_EQ(markup.GetError(), std::strerror(ENOENT));
@@ -225,7 +225,7 @@ TEST_F(MarkupFile, SavingTakesNoSecondCopyOfTheText) {
     EXPECT_LT(pavane_test::AllocatedBytes() - before, std::size_t{1} << 20);
 }
 
-TEST_F(MarkupFile, SavingLeavesTreeAndCursor) {
+TEST_F(MarkupFile, SavingKeepsTreeAndCursor) {
     ASSERT_TRUE(Load("<r><a/></r>"));
     ASSERT_TRUE(markup.FindElem("r/a"));
     const State before = StateOf(markup);

@@ -142,7 +142,7 @@ TEST(MarkupHostile, DeepBracketsOfADocumentType) {
     EXPECT_EQ(Parsed("<!D " + open + close).GetError(), "Invalid node");
 }
 
-TEST(MarkupHostile, PiecesRepeatedWithoutEnd) {
+TEST(MarkupHostile, EndlesslyRepeatedPieces) {
     constexpr std::string_view kPieces[] = {
         "<",
         "<a",

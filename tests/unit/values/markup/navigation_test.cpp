@@ -113,14 +113,14 @@ TEST(MarkupNavigation, PathsFromBeforeTheRoot) {
     }
 }
 
-TEST(MarkupNavigation, TheSearchBeginsBehindTheCurrentElement) {
+TEST(MarkupNavigation, TheSearchBeginsAfterTheCurrentElement) {
     CMarkupSTL markup = Parsed("<r><a id='1'/><b/><a id='2'><c/></a><a id='3'/></r>");
     markup.FindElem();
     markup.IntoElem();
     std::string ids;
     while (markup.FindElem("a")) ids += markup.GetAttrib("id");
     EXPECT_EQ(ids, "123");
-    EXPECT_FALSE(markup.FindElem("b")) << "what lies in front is not looked at";
+    EXPECT_FALSE(markup.FindElem("b")) << "earlier elements are not searched";
     EXPECT_TRUE(markup.FindElem("/r/a")) << "an absolute path begins at the root";
     EXPECT_EQ(markup.GetAttrib("id"), "1");
     EXPECT_TRUE(markup.FindElem("a/c"));
@@ -141,11 +141,11 @@ TEST(MarkupNavigation, FindChildElemStepsOntoTheFirstElement) {
     ASSERT_TRUE(markup.FindChildElem("b"));
     EXPECT_EQ(markup.GetTagName(), "r");
     EXPECT_EQ(CursorOf(markup), (Cursor{0, 1, 3, kMarkupElement, 0, 0}));
-    EXPECT_FALSE(markup.FindChildElem("a")) << "it lies in front of the current child";
+    EXPECT_FALSE(markup.FindChildElem("a")) << "it is before the current child";
     EXPECT_EQ(CursorOf(markup), (Cursor{0, 1, 3, kMarkupElement, 0, 0}));
 }
 
-TEST(MarkupNavigation, FindChildElemThatFailsDoesNotStepEither) {
+TEST(MarkupNavigation, AFailedFindChildElemDoesNotStep) {
     CMarkupSTL markup = Parsed("<r><a/></r>");
     EXPECT_FALSE(markup.FindChildElem("x"));
     EXPECT_EQ(CursorOf(markup), Cursor{});
@@ -223,7 +223,7 @@ TEST(MarkupNavigation, SavedPositionsSurviveEditsButNotTheElementsRemoval) {
     markup.SavePos("c");
     markup.FindElem("/r/a");
     markup.SavePos("a");
-    ASSERT_TRUE(markup.SetData("long content <in front>"));
+    ASSERT_TRUE(markup.SetData("long content <before>"));
     ASSERT_TRUE(markup.RestorePos("c"));
     EXPECT_EQ(markup.GetTagName(), "c");
     ASSERT_TRUE(markup.FindElem("/r/b"));

@@ -49,7 +49,7 @@ TEST(MarkupNode, AMaskSelectsKinds) {
     EXPECT_EQ(Nodes(markup, kMarkupText | kMarkupCData), "2:#text 8:#cdata-section");
 }
 
-TEST(MarkupNode, ContentIsWhatLiesWithinTheFences) {
+TEST(MarkupNode, ContentIsTheTextBetweenTheFences) {
     CMarkupSTL markup = Parsed(kEveryKind);
     const struct {
         int kind;
@@ -74,7 +74,7 @@ TEST(MarkupNode, ContentIsWhatLiesWithinTheFences) {
     }
 }
 
-TEST(MarkupNode, OffsetAndLengthTellWhereANodeStands) {
+TEST(MarkupNode, OffsetAndLengthAreThePlaceOfANode) {
     CMarkupSTL markup = Inside("<r>text<!--c--><a/></r>");
     ASSERT_EQ(markup.FindNode(), kMarkupText);
     EXPECT_EQ(markup.NodeOffset(), 3);
@@ -95,7 +95,7 @@ TEST(MarkupNode, TheEndOfAWalkLeavesTheCursorOnTheLastNode) {
     EXPECT_EQ(markup.GetData(), "c");
 }
 
-TEST(MarkupNode, AKindThatIsNotThereLeavesTheCursor) {
+TEST(MarkupNode, AKindThatIsNotFoundLeavesTheCursor) {
     CMarkupSTL markup = Inside("<r><a/>text<b/></r>");
     ASSERT_EQ(markup.FindNode(), kMarkupElement);
     const State before = StateOf(markup);
@@ -109,7 +109,7 @@ TEST(MarkupNode, ElementsAreSteppedOverWhole) {
     EXPECT_EQ(markup.GetData(), "out");
 }
 
-TEST(MarkupNode, AnElementBehindANodeIsFound) {
+TEST(MarkupNode, AnElementAfterANodeIsFound) {
     CMarkupSTL markup = Inside("<r><a/>text<b/><!--c--><d/></r>");
     ASSERT_EQ(markup.FindNode(kMarkupText), kMarkupText);
     ASSERT_TRUE(markup.FindElem());
@@ -142,7 +142,7 @@ TEST(MarkupNode, MarkupThatIsNotInTheTableEndsAWalk) {
     EXPECT_EQ(Parsed("").FindNode(), 0);
 }
 
-TEST(MarkupNode, FencesThatOverlapHoldNothing) {
+TEST(MarkupNode, OverlappingFencesHoldNothing) {
     for (const char* const node : {"<!-->", "<!--->", "<!---->", "<![]]>", "<![CDATA[]]>", "<![x]]>"}) {
         CMarkupSTL markup = Inside("<r>" + std::string(node) + "</r>");
         ASSERT_TRUE(markup.IsWellFormed()) << node;

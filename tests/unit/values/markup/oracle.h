@@ -14,7 +14,7 @@ namespace brixen::lyr::gen::markup_test {
 
 struct OracleToken {
     std::size_t left = 0;  // of its bytes, without quotes
-    std::size_t right = 0; // behind its last byte
+    std::size_t right = 0; // after its last byte
     bool isQuoted = false;
 };
 
@@ -25,7 +25,7 @@ public:
 
     // False at the end of the text.
     bool ReadToken(OracleToken& token);
-    // The kind of the node at the place, which moves behind it; 0 for none.
+    // The kind of the node at the place, which moves after it; 0 for none.
     int ReadNode();
     std::size_t Place() const { return place; }
     std::string_view Bytes(const OracleToken& token) const {
@@ -44,7 +44,7 @@ private:
 // Whether a token is this name, or the first step of this path.
 bool OracleIsName(std::string_view token, std::string_view name);
 
-// The value of an attribute of the tag whose name is read at `place`, as it stands.
+// The value of an attribute of the tag whose name is read at `place`, as it is written.
 std::optional<std::string> OracleAttribute(std::string_view text, std::size_t place, std::string_view name);
 
 class OracleParser {

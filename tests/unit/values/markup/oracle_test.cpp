@@ -51,7 +51,7 @@ void Compare(std::string_view text, CMarkupSTL& markup) {
     ASSERT_EQ(markup.GetDoc(), text);
 }
 
-TEST(MarkupOracle, TheRulesGiveTheSameForRandomTexts) {
+TEST(MarkupOracle, RandomTextsParseAsTheRulesSay) {
     std::mt19937 random(20);
     int wellFormed = 0;
     for (int round = 0; round < 60000 && !HasFatalFailure(); ++round) {
@@ -62,7 +62,7 @@ TEST(MarkupOracle, TheRulesGiveTheSameForRandomTexts) {
     EXPECT_GT(wellFormed, 5000) << "the texts must not all be broken";
 }
 
-TEST(MarkupOracle, TheRulesGiveTheSameForEveryShortText) {
+TEST(MarkupOracle, EveryShortTextParsesAsTheRulesSay) {
     constexpr std::string_view kBytes = "</>?!a-[ '"sv;
     for (std::size_t length = 0; length <= 5; ++length) {
         std::size_t count = 1;
@@ -80,7 +80,7 @@ TEST(MarkupOracle, TheRulesGiveTheSameForEveryShortText) {
 }
 
 // Many elements side by side and in one another: the table grows while it is filled, again and again.
-TEST(MarkupOracle, TheRulesGiveTheSameWhileTheTableGrows) {
+TEST(MarkupOracle, TextsParseAsTheRulesSayWhileTheTableGrows) {
     std::mt19937 random(21);
     for (int round = 0; round < 300 && !HasFatalFailure(); ++round) {
         CMarkupSTL markup;
@@ -120,7 +120,7 @@ std::string RandomAttributes(std::mt19937& random) {
     return text;
 }
 
-TEST(MarkupOracle, TheRulesGiveTheSameAttributes) {
+TEST(MarkupOracle, AttributesAreFoundAsTheRulesSay) {
     std::mt19937 random(22);
     constexpr std::string_view kNames[] = {"b",  "c",    "bc",  "b c", "c=1",  "b/c",
                                            "b[", "b\\c", "b?c", "b!",  "&lt;", ""};

@@ -26,7 +26,7 @@ TEST(MarkupParse, TagsThatNestAreATree) {
         {"<a><b><c/></b><d/></a>", "a(b(c) d)"},
         {"<a><b><c/></b></a>", "a(b(c))"},
         {" \r\n\t<a>\n  <b/>\n</a>\n", "a(b)"},
-        {"text in front <a/>", "a"},
+        {"text before <a/>", "a"},
         {"<a x=\"1\" y='2'><b x='/'/></a>", "a(b)"},
         {"<a\n x=\"1\"\n></a\n>", "a"},
         {"< a >< / a >", "a"},
@@ -139,12 +139,12 @@ TEST(MarkupParse, AFreshDocumentIsEmpty) {
 }
 
 TEST(MarkupParse, OnlyTheFirstElementIsParsed) {
-    for (const char* const behind : {"<b/>", "text", "<b>", "</b>", "<!-- open", "<", "<!-- c -->\n<b>"}) {
-        CMarkupSTL markup = Parsed("<a/>" + std::string(behind));
-        EXPECT_TRUE(markup.IsWellFormed()) << behind;
-        EXPECT_EQ(Outline(markup), "a") << behind;
-        EXPECT_EQ(markup.GetError(), "") << behind;
-        EXPECT_EQ(markup.PosFree(), 2) << behind;
+    for (const char* const after : {"<b/>", "text", "<b>", "</b>", "<!-- open", "<", "<!-- c -->\n<b>"}) {
+        CMarkupSTL markup = Parsed("<a/>" + std::string(after));
+        EXPECT_TRUE(markup.IsWellFormed()) << after;
+        EXPECT_EQ(Outline(markup), "a") << after;
+        EXPECT_EQ(markup.GetError(), "") << after;
+        EXPECT_EQ(markup.PosFree(), 2) << after;
     }
 }
 
@@ -155,7 +155,7 @@ TEST(MarkupParse, TheFirstGreaterSignEndsATag) {
     EXPECT_EQ(Parsed("<a b='x>'/>").GetError(), "End tag of a element not found");
 }
 
-TEST(MarkupParse, AnEndTagMayBearTheHeadOfTheName) {
+TEST(MarkupParse, AnEndTagMayHaveTheHeadOfTheName) {
     // The name test takes a bracket for the end of a name.
     EXPECT_TRUE(Parsed("<a[b></a>").IsWellFormed());
     EXPECT_TRUE(Parsed("<a[b></a[b>").IsWellFormed());

@@ -10,7 +10,7 @@ namespace brixen::lyr::gen::markup_test {
 
 inline constexpr const char* kAttributes[] = {"x", "y", "long-name", "n:s"};
 
-// One seed gives the same choices every time.
+// One seed makes the same choices every time.
 class RandomMarkup {
 public:
     explicit RandomMarkup(unsigned seed) : random(seed) {}

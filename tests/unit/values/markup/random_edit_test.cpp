@@ -20,7 +20,7 @@ constexpr const char* kTexts[] = {
     "a < b & 'c' \"d\" > e",
     " y ",
     "]]>",
-    "a longer text that moves everything behind it",
+    "a longer text that moves everything after it",
     "\r\n z",
     "&amp;",
     "\xC3\xA4\xE3\x81\x82",
@@ -123,20 +123,20 @@ private:
     }
 
     // What is expected of the tree.
-    void ExpectNew(const std::string& parent, const std::string& beside, bool isBehind,
+    void ExpectNew(const std::string& parent, const std::string& beside, bool isAfter,
                    const std::string& name) {
         std::vector<std::string>& children = expected[parent];
         auto place = std::find(children.begin(), children.end(), beside);
         if (beside.empty())
-            place = isBehind ? children.end() : children.begin();
-        else if (isBehind)
+            place = isAfter ? children.end() : children.begin();
+        else if (isAfter)
             ++place;
         children.insert(place, name);
     }
-    void ExpectNewAtCursor(bool isBehind, const std::string& name) {
-        // A node lies behind the current element, so that what goes to either side of it does so too.
-        const bool isBehindElement = IsOnNode() ? markup.Pos() != 0 : isBehind;
-        ExpectNew(Parent(), Element(), isBehindElement, name);
+    void ExpectNewAtCursor(bool isAfter, const std::string& name) {
+        // A node is after the current element, so that both sides of the node are too.
+        const bool isAfterElement = IsOnNode() ? markup.Pos() != 0 : isAfter;
+        ExpectNew(Parent(), Element(), isAfterElement, name);
     }
     void ExpectGone(const std::string& name) {
         for (auto& [parent, children] : expected) std::erase(children, name);
@@ -148,7 +148,7 @@ private:
     void DropEmpty() {
         std::erase_if(expected, [](const auto& family) { return family.second.empty(); });
     }
-    std::string FrontSibling(const std::string& name, const std::string& parent) {
+    std::string SiblingBefore(const std::string& name, const std::string& parent) {
         const std::vector<std::string>& children = expected[parent];
         const auto place = std::find(children.begin(), children.end(), name);
         return place == children.begin() ? "" : *std::prev(place);
@@ -156,22 +156,22 @@ private:
 
     // Edits.
     void AddElem() {
-        const bool isBehind = OneIn(2);
-        what = isBehind ? "AddElem" : "InsertElem";
+        const bool isAfter = OneIn(2);
+        what = isAfter ? "AddElem" : "InsertElem";
         if (WouldBeSecondRoot()) return Go();
         const std::string name = NewName(), content = OneIn(2) ? "" : Any(kTexts);
-        ExpectNewAtCursor(isBehind, name);
-        isDone = isBehind ? markup.AddElem(name, content) : markup.InsertElem(name, content);
+        ExpectNewAtCursor(isAfter, name);
+        isDone = isAfter ? markup.AddElem(name, content) : markup.InsertElem(name, content);
         ASSERT_TRUE(isDone) << before.document;
         ASSERT_EQ(Element(), name);
         ASSERT_EQ(markup.GetData(), content);
     }
     void AddChild() {
-        const bool isBehind = OneIn(2);
-        what = isBehind ? "AddChildElem" : "InsertChildElem";
+        const bool isAfter = OneIn(2);
+        what = isAfter ? "AddChildElem" : "InsertChildElem";
         const std::string name = NewName(), content = OneIn(2) ? "" : Any(kTexts), element = Element();
-        if (markup.Pos() != 0) ExpectNew(element, Child(), isBehind, name);
-        isDone = isBehind ? markup.AddChildElem(name, content) : markup.InsertChildElem(name, content);
+        if (markup.Pos() != 0) ExpectNew(element, Child(), isAfter, name);
+        isDone = isAfter ? markup.AddChildElem(name, content) : markup.InsertChildElem(name, content);
         if (!isDone) return;
         ASSERT_EQ(Element(), element);
         ASSERT_EQ(Child(), name);
@@ -189,12 +189,12 @@ private:
     }
     void AddNode() {
         const int kind = Any(kKinds);
-        const bool isBehind = OneIn(2);
-        what = (isBehind ? "AddNode " : "InsertNode ") + std::to_string(kind);
+        const bool isAfter = OneIn(2);
+        what = (isAfter ? "AddNode " : "InsertNode ") + std::to_string(kind);
         if (kind == kMarkupElement && WouldBeSecondRoot()) return Go();
         const std::string text = NodeText(kind);
-        if (kind == kMarkupElement) ExpectNewAtCursor(isBehind, text);
-        isDone = isBehind ? markup.AddNode(kind, text) : markup.InsertNode(kind, text);
+        if (kind == kMarkupElement) ExpectNewAtCursor(isAfter, text);
+        isDone = isAfter ? markup.AddNode(kind, text) : markup.InsertNode(kind, text);
         if (!isDone) return;
         ASSERT_EQ(markup.NodeType(), kind);
         if (kind & (kMarkupCData | kMarkupProcessingInstruction | kMarkupComment | kMarkupText)) {
@@ -202,8 +202,8 @@ private:
         }
     }
     void AddSub() {
-        const bool isBehind = OneIn(2);
-        what = isBehind ? "AddSubDoc" : "InsertSubDoc";
+        const bool isAfter = OneIn(2);
+        what = isAfter ? "AddSubDoc" : "InsertSubDoc";
         if (WouldBeSecondRoot()) return Go();
         const std::string top = NewName(), child = NewName();
         const std::string kPieces[] = {
@@ -218,9 +218,9 @@ private:
         };
         const std::size_t piece = Below(std::size(kPieces));
         what += " " + kPieces[piece];
-        ExpectNewAtCursor(isBehind, top);
+        ExpectNewAtCursor(isAfter, top);
         expected[top] = {child};
-        isDone = isBehind ? markup.AddSubDoc(kPieces[piece]) : markup.InsertSubDoc(kPieces[piece]);
+        isDone = isAfter ? markup.AddSubDoc(kPieces[piece]) : markup.InsertSubDoc(kPieces[piece]);
         ASSERT_TRUE(isDone == (piece < 3) || piece == 2) << before.document;
         if (isDone) {
             ASSERT_EQ(Element(), top);
@@ -275,7 +275,7 @@ private:
     void RemoveElem() {
         what = "RemoveElem";
         if (IsOnNode()) return RemoveNode();
-        const std::string name = Element(), front = name.empty() ? "" : FrontSibling(name, Parent());
+        const std::string name = Element(), front = name.empty() ? "" : SiblingBefore(name, Parent());
         ExpectGone(name);
         isDone = markup.RemoveElem();
         ASSERT_EQ(isDone, !name.empty());
@@ -285,7 +285,7 @@ private:
     }
     void RemoveChild() {
         what = "RemoveChildElem";
-        const std::string name = Child(), front = name.empty() ? "" : FrontSibling(name, Element());
+        const std::string name = Child(), front = name.empty() ? "" : SiblingBefore(name, Element());
         ExpectGone(name);
         isDone = markup.RemoveChildElem();
         ASSERT_EQ(isDone, !name.empty());
@@ -329,7 +329,7 @@ private:
             ASSERT_TRUE(place == 0 ||
                         std::any_of(live.begin(), live.end(),
                                     [&](const auto& element) { return element.second == place; }))
-                << "the cursor stands on an element that is gone";
+                << "the cursor is on an element that is gone";
         }
     }
     void CheckNode() {

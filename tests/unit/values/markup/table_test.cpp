@@ -38,7 +38,7 @@ TEST(MarkupTable, GrowthAddsHalfOfWhatIsInUse) {
     EXPECT_EQ(Parsed(Siblings(19)).TableCapacity(), 28);
 }
 
-TEST(MarkupTable, LookingForAnEndTagTakesAnEntryForAWhile) {
+TEST(MarkupTable, SearchingAnEndTagTakesAnEntryForAWhile) {
     // The root and six children take entries 1 to 7; the eighth place is asked for when `</r>` is met.
     EXPECT_EQ(Parsed(Siblings(7)).TableCapacity(), 12);
     EXPECT_EQ(Parsed(Siblings(7)).PosFree(), 8);
@@ -73,7 +73,7 @@ TEST(MarkupTable, EntriesKeepTheirValuesAcrossSegments) {
     }
 }
 
-TEST(MarkupTable, RoomStaysWhenTheTextIsReplaced) {
+TEST(MarkupTable, MemoryIsKeptWhenTheTextIsReplaced) {
     CMarkupSTL markup = Parsed(Siblings(100));
     const std::int32_t capacity = markup.TableCapacity();
     markup.SetDoc("<a/>");

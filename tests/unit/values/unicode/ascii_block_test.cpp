@@ -76,7 +76,7 @@ TEST(AsciiBlock, WritesTheWordThatItRead) {
     EXPECT_EQ(written, bytes);
 }
 
-TEST(AsciiBlock, CountsTheUnitsThatItsBytesStart) {
+TEST(AsciiBlock, CountsTheUnitsOfItsBytes) {
     for (const auto& block : BlocksWith(kBytes)) {
         std::size_t units = 0;
         for (const std::uint8_t byte : block) units += byte < 0x80 || byte >= 0xC0 ? byte >= 0xF0 ? 2 : 1 : 0;
@@ -85,7 +85,7 @@ TEST(AsciiBlock, CountsTheUnitsThatItsBytesStart) {
     }
 }
 
-TEST(AsciiBlock, CountsTheBytesThatItsUnitsGive) {
+TEST(AsciiBlock, CountsTheBytesOfItsUnits) {
     for (const auto& block : BlocksWith(kUnits)) {
         std::size_t bytes = 0;
         for (std::size_t i = 0; i < kAsciiBlock; ++i) {

@@ -19,7 +19,7 @@ constexpr bool kHasVectors = true;
 constexpr bool kHasVectors = false;
 #endif
 
-// The borders of what takes three bytes and what takes four, and what lies around them.
+// The borders of the characters that take three bytes and of those that take four, and others around them.
 const std::vector<char32_t> kThreeByteCodes = {0x800, 0xFFF, 0x1000, 0x3042, 0x8A2D, 0xD7FF, 0xE000, 0xFFFF};
 const std::vector<char32_t> kPairCodes = {0x10000, 0x1F600, 0x2FFFF, 0x3FFFF, 0x40000, 0xFFFFF, 0x10FFFF};
 const std::vector<char32_t> kOtherCodes = {0x00, 0x61, 0x7F, 0x80, 0xFF, 0x7FF};
@@ -58,7 +58,7 @@ std::u16string Utf16(const std::u32string& text) {
 using Encode = bool (*)(const char16_t*, std::uint8_t*);
 using Decode = bool (*)(const std::uint8_t*, char16_t*);
 
-// Expects the whole of `text` to be encoded and nothing to be written behind `room`.
+// Expects the whole of `text` to be encoded and nothing to be written after `room`.
 void ExpectEncoded(Encode encode, const std::u32string& text, std::size_t room) {
     const Bytes expected = Utf8(text);
     Bytes target(room + 1, 0xAA);

@@ -38,7 +38,7 @@ TEST(EncodeUtf8, WritesOneToFourBytes) {
     EXPECT_EQ(Encoded(u"a\u07FF\u0800" + U16({0xD83D, 0xDE00})), "a\xDF\xBF\xE0\xA0\x80\xF0\x9F\x98\x80");
 }
 
-TEST(EncodeUtf8, CombinesASurrogateWithWhateverFollows) {
+TEST(EncodeUtf8, CombinesASurrogateWithAnyNextUnit) {
     EXPECT_EQ(Encoded(U16({0xDC00, u'A'})), "\xF0\x90\x81\x81"); // 0x10000 + 0x41
     EXPECT_EQ(Encoded(U16({u'a', 0xD800})), "a");
 }
@@ -57,14 +57,14 @@ TEST(EncodeUtf8, LeavesOutTheTerminatorWhenThereIsNoRoom) {
     EXPECT_EQ(std::string(out.data(), 3), "ab#");
 }
 
-TEST(DecodeUtf8, GivesAQuestionMarkForABrokenSequenceAndReadsOn) {
+TEST(DecodeUtf8, WritesAQuestionMarkForABrokenSequenceAndReadsOn) {
     EXPECT_EQ(Decoded("\xE2\x82\x41"), u"?A");
     EXPECT_EQ(Decoded("\xE2\x82"), u"?");
     EXPECT_EQ(Decoded("\xF0\x9F\x98xy"), u"?xy");
     EXPECT_EQ(Decoded("\xC3"), u"?");
 }
 
-TEST(DecodeUtf8, TakesTrailingBytesFromHexEightyUpWithoutFurtherTest) {
+TEST(DecodeUtf8, AcceptsEveryTrailingByteFromHexEightyUp) {
     EXPECT_EQ(Decoded("\xC3\xE9"), U16({0xE9}));
     EXPECT_EQ(Decoded("\x80\x81"), U16({0x01}));
 }
@@ -74,7 +74,7 @@ TEST(DecodeUtf8, WritesTwoUnitsBeyondTheBasicPlane) {
     EXPECT_EQ(Decoded("a\xE2\x82\xAC"), u"a\u20AC");
 }
 
-TEST(DecodeUtf8, TakesThreeBitsOfEveryLeadOfFourBytes) {
+TEST(DecodeUtf8, ReadsThreeBitsOfEveryLeadOfFourBytes) {
     EXPECT_EQ(Decoded("\xF8\x88\x80\x80"), u"\u8000");
     EXPECT_EQ(Decoded("\xFF\x80\x80\x80"), Decoded("\xF7\x80\x80\x80"));
     // 0x1FFFFF less 0x10000 has a bit too many for the high half.

@@ -89,7 +89,7 @@ std::string MessageOf(const auto& action) {
 
 std::u16string U16(std::initializer_list<char16_t> units) { return {units}; }
 
-TEST(ConversionResult, HasItsNumbers) {
+TEST(ConversionResult, HasFixedNumbers) {
     EXPECT_EQ(static_cast<int>(ConversionOk), 0);
     EXPECT_EQ(static_cast<int>(SourceExhausted), 1);
     EXPECT_EQ(static_cast<int>(TargetExhausted), 2);
@@ -104,7 +104,7 @@ TEST(IllegalUtfSequence, IsARuntimeErrorWithACopyOfItsMessage) {
     EXPECT_STREQ(failure.what(), "Bad UTF-8 sequence.");
 }
 
-TEST(ConvertUtf8ToUtf16, GivesOneUnitForTheBasicPlaneAndTwoBeyond) {
+TEST(ConvertUtf8ToUtf16, WritesOneUnitForTheBasicPlaneAndTwoBeyond) {
     const Bytes text = {'a', 0xC3, 0xA9, 0xE2, 0x82, 0xAC, 0xF0, 0x9F, 0x98, 0x80};
     EXPECT_EQ(From8To16(text, false), (Out16{ConversionOk, 10, {u'a', 0xE9, 0x20AC, 0xD83D, 0xDE00}}));
 }
@@ -148,10 +148,10 @@ TEST(ConvertUtf8ToUtf16, RefusesIllegalSequencesInBothModes) {
             EXPECT_EQ(From8To16(sequence, lenient), (Out16{SourceIllegal, 0, {}}))
                 << testing::PrintToString(sequence);
             // Among other text, where whole runs are converted at once.
-            for (const std::size_t behind : {0U, 20U}) {
+            for (const std::size_t after : {0U, 20U}) {
                 Bytes inText = {'a', 'b', 'c', 'd'};
                 inText.insert(inText.end(), sequence.begin(), sequence.end());
-                inText.insert(inText.end(), behind, 'x');
+                inText.insert(inText.end(), after, 'x');
                 EXPECT_EQ(From8To16(inText, lenient), (Out16{SourceIllegal, 4, {u'a', u'b', u'c', u'd'}}))
                     << testing::PrintToString(inText);
             }
@@ -160,7 +160,7 @@ TEST(ConvertUtf8ToUtf16, RefusesIllegalSequencesInBothModes) {
     }
 }
 
-TEST(ConvertUtf8ToUtf16, TakesTheFirstAndLastOfEachLength) {
+TEST(ConvertUtf8ToUtf16, ConvertsTheFirstAndLastOfEachLength) {
     const std::vector<std::pair<Bytes, std::vector<char16_t>>> cases = {
         {{0x00}, {0}},
         {{0x7F}, {0x7F}},
@@ -195,7 +195,7 @@ TEST(ConvertUtf16ToUtf8, StaysAtTheUnitThatDoesNotFit) {
     EXPECT_EQ(From16To8({u'a', 0xD83D, 0xDE00}, false, 4), (Out8{TargetExhausted, 1, {'a'}}));
 }
 
-TEST(ConvertUtf32ToUtf16, PassesSurrogatesAndReplacesWhatIsTooHighWhenLenient) {
+TEST(ConvertUtf32ToUtf16, PassesSurrogatesAndReplacesCodesThatAreTooHighWhenLenient) {
     EXPECT_EQ(From32To16({U'a', 0x1F600}, false), (Out16{ConversionOk, 2, {u'a', 0xD83D, 0xDE00}}));
     EXPECT_EQ(From32To16({0xD800}, false), (Out16{SourceIllegal, 0, {}}));
     EXPECT_EQ(From32To16({0x110000}, false), (Out16{SourceIllegal, 0, {}}));
@@ -229,7 +229,7 @@ TEST(ConvertUtf8ToUtf32, IsAlwaysStrict) {
     EXPECT_EQ(From8To32({'a', 'b'}, 1), (Out32{TargetExhausted, 1, {U'a'}}));
 }
 
-TEST(IsLegalUtf8, TakesOneToFourBytes) {
+TEST(IsLegalUtf8, AcceptsOneToFourBytes) {
     const std::array<std::uint8_t, 5> bytes = {'a', 'b', 'c', 'd', 'e'};
     EXPECT_FALSE(IsLegalUtf8(bytes.data(), 0));
     EXPECT_TRUE(IsLegalUtf8(bytes.data(), 1));
@@ -292,7 +292,7 @@ TEST(Utf16RangeToUtf8, ThrowsAsItsCounterpartDoes) {
     EXPECT_EQ(lenient.target, target.data() + 4);
 }
 
-TEST(ToUtf8, TurnsASurrogatePairIntoFourBytesAndToUtf16GivesItBack) {
+TEST(ToUtf8, ConvertsASurrogatePairToFourBytesAndBack) {
     EXPECT_EQ(ToUtf8(U16({0xD83D, 0xDE00})), "\xF0\x9F\x98\x80");
     EXPECT_EQ(ToUtf16("\xF0\x9F\x98\x80"), U16({0xD83D, 0xDE00}));
 }
@@ -304,8 +304,8 @@ TEST(ToUtf8, RefusesALoneLowSurrogateUnlessLenient) {
 
 TEST(ToUtf8, EncodesAHighSurrogateAtTheEnd) { EXPECT_EQ(ToUtf8(U16({0xD83D})), "\xED\xA0\xBD"); }
 
-// An unpaired surrogate takes more room than half a pair, wherever it stands in a long text.
-TEST(ToUtf8, FindsRoomForUnpairedSurrogatesInALongText) {
+// An unpaired surrogate takes more room than half a pair, at every place of a long text.
+TEST(ToUtf8, MakesRoomForUnpairedSurrogatesInALongText) {
     const std::u16string halves(300, char16_t{0xDC00});
     std::string expected;
     for (int i = 0; i < 300; ++i) expected += "\xED\xB0\x80";
@@ -333,7 +333,7 @@ TEST(ToUtf16, KeepsNulsAndEmptyTexts) {
 }
 
 // Every position of a sequence of each length, over the borders of all pieces that are converted at once.
-TEST(ToUtf16, GivesBackTextsOfEveryLength) {
+TEST(ToUtf16, DecodesWhatItEncodedAtEveryLength) {
     const std::vector<std::u16string> characters = {u"a", u"\u00E9", u"\u20AC", U16({0xD83D, 0xDE00})};
     for (const std::u16string& character : characters) {
         for (std::size_t before = 0; before < 530; ++before) {
@@ -345,7 +345,7 @@ TEST(ToUtf16, GivesBackTextsOfEveryLength) {
     }
 }
 
-TEST(ToUtf16, KnowsAWholeLastCharacterFromACutOne) {
+TEST(ToUtf16, TellsAWholeLastCharacterFromACutOne) {
     const std::vector<std::u16string> characters = {u"\u00E9", u"\u20AC", U16({0xD83D, 0xDE00})};
     for (const std::u16string& character : characters) {
         for (std::size_t before = 0; before < 300; ++before) {
@@ -393,7 +393,7 @@ char32_t CodeOf(const std::u16string& units) {
     return code;
 }
 
-TEST(ToUtf8, GivesBackEveryCodePoint) {
+TEST(ToUtf8, KeepsEveryCodePoint) {
     for (char32_t code = 0; code <= 0x10FFFF; ++code) {
         const std::u16string units = Utf16Of(code);
         ASSERT_EQ(ToUtf16(ToUtf8(units, true), true), units);
@@ -444,24 +444,24 @@ TEST(ToUtf8, ConvertsEveryMixtureOfEveryShortLength) {
 template <class Unit>
 class Alone {
 public:
-    explicit Alone(std::basic_string_view<Unit> text) : fLength(text.size()), fUnits(new Unit[fLength]) {
-        std::copy(text.begin(), text.end(), fUnits.get());
+    explicit Alone(std::basic_string_view<Unit> text) : length(text.size()), units(new Unit[length]) {
+        std::copy(text.begin(), text.end(), units.get());
     }
-    operator std::basic_string_view<Unit>() const { return {fUnits.get(), fLength}; }
+    operator std::basic_string_view<Unit>() const { return {units.get(), length}; }
 
 private:
-    std::size_t fLength;
-    std::unique_ptr<Unit[]> fUnits;
+    std::size_t length;
+    std::unique_ptr<Unit[]> units;
 };
 
-TEST(ToUtf8, ReadsNothingBesideItsText) {
+TEST(ToUtf8, ReadsNothingOutsideItsText) {
     ForEachMixedText(20, [](const Character& text) {
         ASSERT_EQ(ToUtf8(Alone<char16_t>(text.wide)), text.narrow);
         ASSERT_EQ(ToUtf16(Alone<char>(text.narrow)), text.wide);
     });
 }
 
-TEST(ToUtf8, TakesNothingButTheResultFromTheHeap) {
+TEST(ToUtf8, AllocatesOnlyTheResult) {
     for (const std::size_t length : {20U, 200U, 256U, 1000U}) {
         const std::u16string wide(length, u'x');
         std::size_t before = pavane_test::AllocationCount();
@@ -503,18 +503,18 @@ TEST(ConvertUtf16ToUtf8, FillsItsTargetWithWholeCharacters) {
     });
 }
 
-// A unit or byte that is illegal wherever it stands, in texts of every kind.
+// A unit or byte that is illegal at every place, in texts of every kind.
 TEST(ToUtf8, FindsALoneSurrogateAtEveryPlaceOfEveryKindOfText) {
     for (const Character& around : kCharacters) {
         for (std::size_t at = 0; at < 40; ++at) {
             const std::u16string before = Text(around, around, at, 0).wide;
-            const std::u16string behind = Text(around, around, 40 - at, 0).wide;
-            ASSERT_EQ(MessageOf([&] { return ToUtf8(before + U16({0xDC00}) + behind); }),
+            const std::u16string after = Text(around, around, 40 - at, 0).wide;
+            ASSERT_EQ(MessageOf([&] { return ToUtf8(before + U16({0xDC00}) + after); }),
                       "Bad UTF-16 sequence.");
-            ASSERT_EQ(MessageOf([&] { return ToUtf8(before + U16({0xD800}) + behind); }),
+            ASSERT_EQ(MessageOf([&] { return ToUtf8(before + U16({0xD800}) + after); }),
                       "Bad UTF-16 sequence.");
-            ASSERT_EQ(ToUtf16(ToUtf8(before + U16({0xDC00}) + behind, true), true),
-                      before + U16({0xDC00}) + behind);
+            ASSERT_EQ(ToUtf16(ToUtf8(before + U16({0xDC00}) + after, true), true),
+                      before + U16({0xDC00}) + after);
         }
     }
 }

@@ -1,4 +1,4 @@
-// The table of a markup document beside another: for unit tests and fuzzers.
+// The table of a markup document compared with that of another: for unit tests and fuzzers.
 #pragma once
 
 #include "values/markup/document.h"
@@ -19,17 +19,19 @@ inline Entry EntryAt(const CMarkupSTL& document, std::int32_t index) {
             entry.parent,       entry.firstChild,    entry.nextSibling};
 }
 
-// Goes through a table in document order, children before siblings, from the root.
+// Walks over the elements below one, or over all of a table, in document order: children before siblings.
 class TableWalk {
 public:
-    explicit TableWalk(const CMarkupSTL& document) : document(document) {}
+    explicit TableWalk(const CMarkupSTL& document, std::int32_t top = 0)
+        : document(document), top(top), here(top) {}
 
-    // 0 behind the last element.
+    // 0 after the last element.
     std::int32_t Next() {
         const std::int32_t child = document.At(here).firstChild;
         if (child != 0) return here = child;
-        while (here != 0 && document.At(here).nextSibling == 0) here = document.At(here).parent;
-        return here = here == 0 ? 0 : document.At(here).nextSibling;
+        while (here != top && document.At(here).nextSibling == 0) here = document.At(here).parent;
+        if (here == top) return 0;
+        return here = document.At(here).nextSibling;
     }
     std::int32_t Depth(std::int32_t index) const {
         std::int32_t depth = 0;
@@ -39,8 +41,21 @@ public:
 
 private:
     const CMarkupSTL& document;
-    std::int32_t here = 0;
+    std::int32_t top;
+    std::int32_t here;
 };
+
+// Whether an element is a child of its parent, and so on up to the root.
+inline bool IsInTree(const CMarkupSTL& document, std::int32_t element) {
+    for (; element > 0; element = document.At(element).parent) {
+        const std::int32_t parent = document.At(element).parent;
+        if (parent < 0) return false;
+        std::int32_t sibling = document.At(parent).firstChild;
+        while (sibling != 0 && sibling != element) sibling = document.At(sibling).nextSibling;
+        if (sibling == 0) return false;
+    }
+    return true;
+}
 
 inline std::string NameAt(const CMarkupSTL& document, std::int32_t index) {
     const std::string& text = document.GetDoc();
@@ -60,13 +75,13 @@ inline bool HaveSamePositions(const Entry& left, const Entry& right) {
     return std::equal(left.begin(), left.begin() + 4, right.begin());
 }
 
-// How the trees of two tables differ, in shape or in positions; empty when they do not. Indexes may differ.
-inline std::string TreeDifference(const CMarkupSTL& left, const CMarkupSTL& right) {
-    if (!left.IsWellFormed() || !right.IsWellFormed()) {
-        return left.IsWellFormed() == right.IsWellFormed() ? "" : "only one is well-formed";
-    }
+// How what is below `leftTop` in one table differs from what is below `rightTop` in another, in shape or in
+// positions, which are `shift` higher on the left; empty when it does not. Indexes may differ.
+inline std::string Difference(const CMarkupSTL& left, std::int32_t leftTop, const CMarkupSTL& right,
+                              std::int32_t rightTop, std::int32_t shift) {
     std::vector<std::int32_t> partner(static_cast<std::size_t>(left.PosFree()), 0);
-    TableWalk walkLeft(left), walkRight(right);
+    partner[static_cast<std::size_t>(leftTop)] = rightTop;
+    TableWalk walkLeft(left, leftTop), walkRight(right, rightTop);
     // A circle would not end by itself: no tree has more elements than entries were given out.
     for (std::int32_t count = 0; count <= left.PosFree(); ++count) {
         const std::int32_t inLeft = walkLeft.Next(), inRight = walkRight.Next();
@@ -75,13 +90,49 @@ inline std::string TreeDifference(const CMarkupSTL& left, const CMarkupSTL& righ
             return inLeft == 0 ? "the second has also " + Describe(right, inRight)
                                : "the first has also " + Describe(left, inLeft);
         }
-        const Entry entry = EntryAt(left, inLeft), other = EntryAt(right, inRight);
+        const Entry entry = EntryAt(left, inLeft);
+        Entry other = EntryAt(right, inRight);
+        for (std::size_t position = 0; position < 4; ++position) other[position] += shift;
         partner[static_cast<std::size_t>(inLeft)] = inRight;
         if (!HaveSamePositions(entry, other) || partner[static_cast<std::size_t>(entry[4])] != other[4]) {
             return Describe(left, inLeft) + " is not " + Describe(right, inRight);
         }
     }
     return "the first goes round in a circle";
+}
+
+// How the trees of two tables differ; empty when they do not.
+inline std::string TreeDifference(const CMarkupSTL& left, const CMarkupSTL& right) {
+    if (!left.IsWellFormed() || !right.IsWellFormed()) {
+        return left.IsWellFormed() == right.IsWellFormed() ? "" : "only one is well-formed";
+    }
+    return Difference(left, 0, right, 0, 0);
+}
+
+// What is wrong with the table of a document, whatever a parse would find beside the root: empty when each of
+// the document's own elements is after the one before, and has the table that a parse of it alone makes.
+inline std::string TableProblem(const CMarkupSTL& document) {
+    if (!document.IsWellFormed()) return {};
+    const std::string& text = document.GetDoc();
+    std::int32_t count = 0, end = 0;
+    for (std::int32_t top = document.At(0).firstChild; top != 0; top = document.At(top).nextSibling) {
+        const ElemPos& place = document.At(top);
+        const bool isInside = place.startTagLeft >= end && place.endTagRight > place.startTagLeft &&
+                              place.endTagRight < static_cast<std::int32_t>(text.size());
+        if (!isInside || place.parent != 0) return std::to_string(top) + " is out of its place";
+        if (++count > document.PosFree()) return "the siblings go round in a circle";
+        end = place.endTagRight + 1;
+        CMarkupSTL alone;
+        alone.SetDoc(text.substr(static_cast<std::size_t>(place.startTagLeft),
+                                 static_cast<std::size_t>(end - place.startTagLeft)));
+        if (!alone.IsWellFormed()) return std::to_string(top) + " alone: " + alone.GetError();
+        Entry own = EntryAt(document, top);
+        for (std::size_t position = 0; position < 4; ++position) own[position] -= place.startTagLeft;
+        if (!HaveSamePositions(own, EntryAt(alone, 1))) return Describe(document, top) + " has other tags";
+        const std::string difference = Difference(document, top, alone, 1, place.startTagLeft);
+        if (!difference.empty()) return difference;
+    }
+    return {};
 }
 
 // What is wrong with the table of a document; empty when it is what a fresh parse of the text makes.

@@ -197,6 +197,7 @@ private:
     }
     bool FindElemByPath(std::string_view path);
     std::ptrdiff_t NextNodeOffset() const;
+    ScannedNode NodeBefore(std::int32_t nextElement, std::ptrdiff_t offset) const;
 
     std::string_view Node() const;
     std::string NodeName() const;

@@ -16,9 +16,10 @@ bool CMarkupSTL::FindElemByPath(std::string_view path) {
 }
 
 bool CMarkupSTL::FindChildElem(MarkupText path) {
-    const std::int32_t pos = cursor.pos != 0 ? cursor.pos : tree.FirstChild(cursor.posParent);
+    const bool steps = cursor.pos == 0;
+    const std::int32_t pos = steps ? tree.FirstChild(cursor.posParent) : cursor.pos;
     if (pos == 0) return false;
-    const std::int32_t found = tree.Find(pos, cursor.posChild, path);
+    const std::int32_t found = tree.Find(pos, steps ? 0 : cursor.posChild, path);
     if (found == 0) return false;
     const std::int32_t parent = tree[found].parent;
     cursor = Cursor::On(tree[parent].parent, parent, found);
@@ -31,18 +32,26 @@ std::ptrdiff_t CMarkupSTL::NextNodeOffset() const {
                            : tree.ContentBegin(cursor.posParent);
 }
 
+// The node at `offset`, which ends before the next element. Beside the root, where the text is not parsed, it
+// might else run over one.
+ScannedNode CMarkupSTL::NodeBefore(std::int32_t nextElement, std::ptrdiff_t offset) const {
+    const std::ptrdiff_t end =
+        nextElement != 0 ? tree[nextElement].startTagLeft : tree.ContentEnd(cursor.posParent);
+    return ScanNode(tree.Between(0, end), offset);
+}
+
 int CMarkupSTL::FindNode(int typeMask) {
     if (GetDoc().size() > kLongestMarkup) return kMarkupNone;
-    const std::string_view text = tree.Between(0, tree.ContentEnd(cursor.posParent));
+    const std::ptrdiff_t end = tree.ContentEnd(cursor.posParent);
     Cursor at = Cursor::On(cursor.posParent, cursor.pos);
     ScannedNode node{kMarkupNone, 0};
-    for (std::ptrdiff_t offset = NextNodeOffset(); offset < std::ssize(text); offset = node.end) {
+    for (std::ptrdiff_t offset = NextNodeOffset(); offset < end; offset = node.end) {
         const std::int32_t next = tree.NextChild(at.posParent, at.pos);
         if (next != 0 && tree[next].startTagLeft == offset) {
             at = Cursor::On(at.posParent, next);
             node = {kMarkupElement, std::ptrdiff_t{tree[next].endTagRight} + 1};
         } else {
-            node = ScanNode(text, offset);
+            node = NodeBefore(next, offset);
             if (!node.IsWhole()) return kMarkupNone;
         }
         if (typeMask != 0 && (typeMask & node.kind) == 0) continue;

@@ -192,6 +192,22 @@ TEST(MarkupEdit, AShortFormIsOpenedForAChild) {
     }
 }
 
+TEST(MarkupEdit, ADocumentIsBuiltFromNothing) {
+    CMarkupSTL markup;
+    ASSERT_TRUE(markup.AddElem("p"));
+    ASSERT_TRUE(markup.AddChildElem("c", "1<2"));
+    ASSERT_TRUE(markup.AddChildElem("d"));
+    EXPECT_EQ(markup.GetDoc(), "<p>\r\n<c>1&lt;2</c>\r\n<d/>\r\n</p>\r\n\r\n");
+    ASSERT_TRUE(markup.SetAttrib("x", "\""));
+    ASSERT_TRUE(markup.SetChildAttrib("y", "2"));
+    EXPECT_EQ(markup.GetAttrib("x"), "\"");
+    EXPECT_EQ(markup.GetChildAttrib("y"), "2");
+    ASSERT_TRUE(markup.IntoElem());
+    ASSERT_TRUE(markup.RemoveElem());
+    EXPECT_EQ(markup.GetData(), "1<2");
+    EXPECT_EQ(markup.GetDoc(), "<p x=\"&quot;\">\r\n<c>1&lt;2</c>\r\n</p>\r\n\r\n");
+}
+
 TEST(MarkupEdit, ATagThatWouldStillBeShortIsNotOpened) {
     // Without its `/>` and with a `>` this tag would end in `/>` again.
     const std::function<bool(CMarkupSTL&)> kEdits[] = {

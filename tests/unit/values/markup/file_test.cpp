@@ -207,6 +207,34 @@ TEST_F(MarkupFile, SavingFailsWhereNoFileCanBeOpened) {
     EXPECT_TRUE(markup.IsWellFormed());
 }
 
+TEST_F(MarkupFile, ATextThatIsTooLongForUtf16IsNotSaved) {
+    ASSERT_TRUE(Load(Wide(u"<a>\u00E4</a>")));
+    const std::size_t length = markup.GetDoc().size();
+    Write(path, "old");
+    EXPECT_FALSE(markup.Save(path.u16string(), length - 1));
+    EXPECT_EQ(markup.GetError(), std::strerror(EFBIG));
+    EXPECT_EQ(Read(path), "old");
+    EXPECT_TRUE(markup.Save(path.u16string(), length));
+    EXPECT_EQ(Read(path), Wide(u"<a>\u00E4</a>"));
+    ASSERT_TRUE(Load("<a/>"));
+    EXPECT_TRUE(markup.Save(path.u16string(), 3)) << "bytes are written as they are, however many";
+}
+
+TEST_F(MarkupFile, AUtf16FileThatIsTooLongIsNotRead) {
+    markup.SetDoc("<old/>");
+    Write(path, Wide(u"<a></a>")); // eight units with the mark
+    EXPECT_FALSE(markup.Load(path.u16string(), 26));
+    EXPECT_EQ(markup.GetError(), std::strerror(EFBIG));
+    EXPECT_EQ(markup.GetDoc(), "<old/>");
+    EXPECT_EQ(markup.Flags() & kIsUtf16, 0u);
+    EXPECT_TRUE(markup.Load(path.u16string(), 27)) << "three bytes a unit fit";
+    EXPECT_EQ(markup.GetDoc(), "<a></a>");
+    Write(path, "<a></a>");
+    EXPECT_TRUE(markup.Load(path.u16string(), 3)) << "bytes are read as they are, however many";
+}
+
+TEST_F(MarkupFile, TheLimitOfBothIsTwoGigabytes) { EXPECT_EQ(CMarkupSTL::kLongestConverted, 0x7FFFFFFFu); }
+
 TEST_F(MarkupFile, AFullDeviceFailsTheWrite) {
     const fs::path full = "/dev/full";
     if (!fs::exists(full)) return; // only some systems have a device that is always full

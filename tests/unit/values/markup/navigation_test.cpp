@@ -145,6 +145,14 @@ TEST(MarkupNavigation, FindChildElemStepsOntoTheFirstElement) {
     EXPECT_EQ(CursorOf(markup), (Cursor{0, 1, 3, kMarkupElement, 0, 0}));
 }
 
+TEST(MarkupNavigation, AStepOntoTheFirstElementForgetsTheOldChild) {
+    CMarkupSTL markup = Parsed("<a><x/><y/></a>");
+    ASSERT_TRUE(markup.FindChildElem("/"));
+    EXPECT_EQ(CursorOf(markup), (Cursor{0, 0, 1, kMarkupNone, 0, 0})) << "the root is the child of none";
+    ASSERT_TRUE(markup.FindChildElem("x"));
+    EXPECT_EQ(CursorOf(markup), (Cursor{0, 1, 2, kMarkupElement, 0, 0}));
+}
+
 TEST(MarkupNavigation, AFailedFindChildElemDoesNotStep) {
     CMarkupSTL markup = Parsed("<r><a/></r>");
     EXPECT_FALSE(markup.FindChildElem("x"));

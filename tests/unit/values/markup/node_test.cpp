@@ -142,6 +142,44 @@ TEST(MarkupNode, MarkupThatIsNotInTheTableEndsAWalk) {
     EXPECT_EQ(Parsed("").FindNode(), 0);
 }
 
+// Such nodes only occur beside the root, where the text is not parsed.
+TEST(MarkupNode, ANodeThatWouldRunOverTheNextElementIsNone) {
+    const struct {
+        const char* open;
+        int closing; // the kind of a node that holds the missing end
+        const char* content;
+    } kCases[] = {{"<!--", kMarkupComment, "c"},
+                  {"<?x", kMarkupProcessingInstruction, "go"},
+                  {"<![", kMarkupCData, "c"},
+                  {"<!D [", kMarkupComment, "]"},
+                  {"<!D '", kMarkupComment, "'"}};
+    for (const auto& one : kCases) {
+        SCOPED_TRACE(one.open);
+        CMarkupSTL markup = Parsed("<a/>" + std::string(one.open));
+        ASSERT_TRUE(markup.AddElem("b"));
+        ASSERT_TRUE(markup.AddNode(one.closing, one.content));
+        ASSERT_TRUE(markup.FindElem("/a"));
+        const State before = StateOf(markup);
+        EXPECT_EQ(markup.FindNode(), 0);
+        EXPECT_EQ(StateOf(markup), before);
+        ASSERT_TRUE(markup.FindElem());
+        EXPECT_EQ(markup.GetTagName(), "b");
+        EXPECT_EQ(markup.FindNode(one.closing), one.closing) << "a whole node after the element";
+    }
+}
+
+TEST(MarkupNode, AnUnclosedNodeBesideTheRootIsNotRemoved) {
+    CMarkupSTL markup = Parsed("<a/><!--");
+    ASSERT_TRUE(markup.AddElem("b"));
+    ASSERT_TRUE(markup.AddNode(kMarkupComment, "c"));
+    markup.ResetPos();
+    EXPECT_EQ(markup.FindNode(kMarkupComment), 0);
+    EXPECT_FALSE(markup.RemoveNode());
+    EXPECT_TRUE(markup.FindElem());
+    EXPECT_EQ(markup.GetTagName(), "a");
+    EXPECT_EQ(markup.GetDoc(), "<a/><!--<b/>\r\n<!--c-->\r\n");
+}
+
 TEST(MarkupNode, OverlappingFencesHoldNothing) {
     for (const char* const node : {"<!-->", "<!--->", "<!---->", "<![]]>", "<![CDATA[]]>", "<![x]]>"}) {
         CMarkupSTL markup = Inside("<r>" + std::string(node) + "</r>");

@@ -106,6 +106,15 @@ TEST(MarkupParse, EverySortOfFailureHasItsMessage) {
     }
 }
 
+TEST(MarkupParse, AnEndTagIsReadByItsTokens) {
+    for (const char* const text : {"<a></a>", "<a></ a >", "<a></a \">\">", "<a[b></a>", "< a></a>",
+                                   "<a b='>'></a>", "<a><!-- > --></a>", "<!x [<]>]><a/>"}) {
+        const CMarkupSTL markup = Parsed(text);
+        EXPECT_TRUE(markup.IsWellFormed()) << text << ": " << markup.GetError();
+    }
+    EXPECT_EQ(Parsed("<  b></ >").GetError(), "End tag does not correspond to b");
+}
+
 TEST(MarkupParse, AnEndTagInPlaceOfTheRootFailsWithoutAMessage) {
     const CMarkupSTL markup = Parsed("</a>");
     EXPECT_FALSE(markup.IsWellFormed());

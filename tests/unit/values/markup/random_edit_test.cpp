@@ -1,6 +1,7 @@
 // Random scripts of edits on random documents. After every step the table is what a fresh parse of the text
 // makes, every element that is left has its index and its attributes, saved positions name what they named,
 // and a step that returns false has changed nothing.
+#include "support/markup_script.h"
 #include "unit/values/markup/oracle.h"
 #include "unit/values/markup/random.h"
 #include "unit/values/markup/support.h"
@@ -383,6 +384,21 @@ TEST(MarkupRandomEdit, TheTableIsThatOfAFreshParseAfterEveryEdit) {
             script.Step();
             if (!HasFatalFailure()) script.Check();
         }
+    }
+}
+
+// Beside the root the text is not parsed, so it may hold anything, and an edit may put elements between.
+TEST(MarkupRandomEdit, TheTableIsSoundBesideTheRootToo) {
+    static constexpr const char* kBroken[] = {"",     "<!--", "<?x",  "<!D [", "<![", "<!D '", "<b>",
+                                              "</b>", "<",    "text", "-->",   "?>",  "]]>",   "]>"};
+    for (unsigned seed = 0; seed < 3000 && !HasFailure(); ++seed) {
+        RandomMarkup random(seed);
+        std::string text = random.OneIn(4) ? "<r><a/></r>" : random.RandomDocument();
+        if (random.OneIn(8)) text.clear();
+        CMarkupSTL markup = Parsed(text + random.Any(kBroken) + random.Any(kBroken));
+        std::string bytes(80, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(random.Below(256));
+        ASSERT_EQ(MarkupScript(markup, bytes).Run(), "") << "seed " << seed;
     }
 }
 

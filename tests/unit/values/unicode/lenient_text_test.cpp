@@ -6,7 +6,7 @@
 
 #include <array>
 #include <string>
-#include <vector>
+#include <string_view>
 
 using namespace brixen::lyr::gen;
 
@@ -38,6 +38,12 @@ TEST(EncodeUtf8, WritesOneToFourBytes) {
     EXPECT_EQ(Encoded(u"a\u07FF\u0800" + U16({0xD83D, 0xDE00})), "a\xDF\xBF\xE0\xA0\x80\xF0\x9F\x98\x80");
 }
 
+TEST(EncodeUtf8, WritesThreeBytesUpToTheLastUnitOfTheBasicPlane) {
+    EXPECT_EQ(Encoded(U16({0xFFFF})), "\xEF\xBF\xBF");
+    EXPECT_EQ(EncodeUtf8(nullptr, U16({0xFFFF}).c_str(), 0), 3);
+    EXPECT_EQ(Encoded(U16({0xD800, 0xDC00})), "\xF0\x90\x80\x80");
+}
+
 TEST(EncodeUtf8, CombinesASurrogateWithAnyNextUnit) {
     EXPECT_EQ(Encoded(U16({0xDC00, u'A'})), "\xF0\x90\x81\x81"); // 0x10000 + 0x41
     EXPECT_EQ(Encoded(U16({u'a', 0xD800})), "a");
@@ -62,6 +68,12 @@ TEST(DecodeUtf8, WritesAQuestionMarkForABrokenSequenceAndReadsOn) {
     EXPECT_EQ(Decoded("\xE2\x82"), u"?");
     EXPECT_EQ(Decoded("\xF0\x9F\x98xy"), u"?xy");
     EXPECT_EQ(Decoded("\xC3"), u"?");
+}
+
+TEST(DecodeUtf8, WritesOneUnitUpToTheLastOfTheBasicPlane) {
+    EXPECT_EQ(Decoded("\xEF\xBF\xBF"), U16({0xFFFF}));
+    EXPECT_EQ(DecodeUtf8(nullptr, "\xEF\xBF\xBF", 3), 1);
+    EXPECT_EQ(Decoded("\xF0\x90\x80\x80"), U16({0xD800, 0xDC00}));
 }
 
 TEST(DecodeUtf8, AcceptsEveryTrailingByteFromHexEightyUp) {
@@ -99,5 +111,13 @@ TEST(DecodeUtf8, ReturnsTheBytesReadAndWritesTheNulThatEndedIt) {
 TEST(DecodeUtf8, ReadsToTheNulWithANegativeLength) { EXPECT_EQ(DecodeUtf8(nullptr, "abcd", -1), 4); }
 
 TEST(DecodeUtf8, EndsAtANulInATrailingPlace) { EXPECT_EQ(DecodeUtf8(nullptr, "\xE2\x82\0x", 4), 1); }
+
+TEST(LenientText, ConvertsWholeTextsUpToANul) {
+    EXPECT_EQ(LenientUtf8(u""), "");
+    EXPECT_EQ(LenientUtf8(u"a\u20AC"), "a\xE2\x82\xAC");
+    EXPECT_EQ(LenientUtf16(""), u"");
+    EXPECT_EQ(LenientUtf16("a\xE2\x82\xAC"), u"a\u20AC");
+    EXPECT_EQ(LenientUtf16(std::string_view("ab\0c", 4)), u"ab");
+}
 
 } // namespace

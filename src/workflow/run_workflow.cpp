@@ -1,28 +1,31 @@
 #include "workflow/run_workflow.h"
 
+#include "frame/exception_boundary.h"
 #include "frame/status.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/workflow.h"
-#include "workflow/context/workflow_context.h"
+
+#include <string>
 
 namespace brixen::pvn::pvn_workflow {
 
 namespace {
 
 std::uint16_t StoredResult(PVNWorkFlowContext& context) {
-    // As at the start of the run, if nothing stands under the key any more.
+    // As at the start of the run, if the run has removed the key.
     std::uint32_t result = kStatusUserCancel;
     GetLong(context, PvnWFKey_WorkFlowResult, result);
     return static_cast<std::uint16_t>(result);
 }
 
-std::uint16_t RunUnguarded(T_StorageInterface& bag, WorkFlowMaker make) {
+std::uint16_t RunInside(T_StorageInterface& bag, WorkFlowMaker make) {
     std::string language;
     GetString(bag, PvnWFKey_Language, language);
     SelectLanguage(language);
     PVNWorkFlowContext context(bag);
-    // Until the run decides otherwise, the user has canceled.
+    // The result until the run sets another one.
     SetLong(context, PvnWFKey_WorkFlowResult, kStatusUserCancel);
     const auto workFlow = make(context);
     const std::uint16_t status = workFlow->Run(false) ? kStatusSuccess : StoredResult(context);
@@ -33,11 +36,7 @@ std::uint16_t RunUnguarded(T_StorageInterface& bag, WorkFlowMaker make) {
 } // namespace
 
 std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept {
-    try {
-        return RunUnguarded(bag, make);
-    } catch (...) {
-        return kStatusException;
-    }
+    return StatusAtBoundary([&] { return RunInside(bag, make); });
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -13,16 +13,18 @@ class PVNWorkFlowContext;
 
 using WorkFlowMaker = std::unique_ptr<PVNWorkFlow> (*)(PVNWorkFlowContext& context);
 
-// RunWorkFlowFromBag for a workflow that `make` makes.
-std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept;
+// RunWorkFlowFromBag for the workflow that `make` returns. This is the exception boundary of a run: what a
+// workflow, a pane, a handler or a window of the application throws ends here.
+[[nodiscard]] std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept;
 
-// Returns 0 when the run ended in kWFState_Done, whatever stands under PvnWFKey_WorkFlowResult, and the Long
-// under that key otherwise: kStatusUserCancel until something decides, and without one. Any exception gives
-// kStatusException and no log line; the parent window is enabled again and everything the run made is
-// destroyed, but ShutDownResources is not called then (meant). What the run set in its context is in the bag
-// afterward.
+// Returns 0 when the run ended in kWFState_Done, even with another result in the bag. Otherwise returns the
+// Long under PvnWFKey_WorkFlowResult, which is kStatusUserCancel until the run sets it. The bag then holds
+// what the run has set.
+//
+// Any exception gives kStatusException, without a log line of its own. The parent window is enabled again and
+// everything that the run made is destroyed. Kept: ShutDownResources is not called then.
 template <class W>
-std::uint16_t RunWorkFlowFromBag(T_StorageInterface& bag) noexcept {
+[[nodiscard]] std::uint16_t RunWorkFlowFromBag(T_StorageInterface& bag) noexcept {
     return RunWorkFlow(bag, [](PVNWorkFlowContext& context) -> std::unique_ptr<PVNWorkFlow> {
         return std::make_unique<W>(context);
     });

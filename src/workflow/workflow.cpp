@@ -1,11 +1,11 @@
 #include "workflow/workflow.h"
 
+#include "values/scope_guard.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
 #include "workflow/panes/pane_host.h"
-#include "values/scope_guard.h"
-#include "workflow/context/workflow_context.h"
 
 #include <stdexcept>
 
@@ -16,7 +16,7 @@ PVNWorkFlow::PVNWorkFlow(PVNWorkFlowContext& context) : PVNWorkFlowObject(&conte
 PVNWorkFlow::~PVNWorkFlow() { PVNWorkFlow::Cleanup(); }
 
 bool PVNWorkFlow::Run(bool demo) {
-    ScopeGuard cleanup([this]() noexcept { Cleanup(); });
+    const ScopeGuard cleanup([this]() noexcept { Cleanup(); });
     Build(demo);
     machine->SetDemoMode(demo);
     machine->SetProperty(kWFState_Any, kPropertyWorkflowContext, ref);
@@ -27,31 +27,29 @@ void PVNWorkFlow::SetHost(std::unique_ptr<PVNPaneHost> paneHost) {
     host = std::move(paneHost);
     SetPtr(*ref, PvnWFKey_AppDialog, host.get());
     machine = std::make_unique<PVNDialogStateMachine>(*host);
-    machine->SetProperty(kWFState_Any, kPropertyActionDelegate, static_cast<PVNActionDelegate*>(host.get()));
 }
 
 void PVNWorkFlow::SetPane(std::uint16_t state, std::unique_ptr<PVNPane> pane) {
     if (!machine->HasTransitions(state)) throw std::logic_error("a pane on a state without transitions");
-    if (!machine->SetProperty(state, kPropertyPaneObject, pane.get())) {
-        throw std::logic_error("a second pane on a state");
-    }
-    // The state's property owns the pane from here on; DestroyPanes frees it.
-    pane.release();
+    if (!host->Accepts(*pane)) throw std::logic_error("a pane of another host");
+    const auto [entry, isNew] = panes.try_emplace(static_cast<std::int16_t>(state), std::move(pane));
+    if (!isNew) throw std::logic_error("a second pane on a state");
+    machine->SetProperty(state, kPropertyPaneObject, entry->second.get());
 }
 
 void PVNWorkFlow::Cleanup() noexcept {
-    if (machine) {
-        DestroyPanes();
-        machine->RemoveProperty(kWFState_Any, kPropertyActionDelegate);
-    }
+    DestroyPanes();
+    if (machine) machine->RemoveProperty(kWFState_Any, kPropertyActionDelegate);
     machine.reset();
     host.reset();
 }
 
 void PVNWorkFlow::DestroyPanes() noexcept {
-    for (std::size_t place = 0; place < machine->CountStates(); ++place) {
-        delete static_cast<PVNPane*>(machine->RemoveProperty(machine->StateAt(place), kPropertyPaneObject));
+    for (auto& [state, pane] : panes) {
+        machine->RemoveProperty(static_cast<std::uint16_t>(state), kPropertyPaneObject);
+        pane.reset();
     }
+    panes.clear();
 }
 
 } // namespace brixen::pvn::pvn_workflow

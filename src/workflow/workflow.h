@@ -1,10 +1,11 @@
-// The frame of a workflow: what is built, run and torn down. A concrete workflow fills the tables in Build
-// and has nothing else to do.
+// The frame of a workflow: it builds, runs and cleans up. A concrete workflow fills the tables in Build and
+// has nothing else to do.
 #pragma once
 
 #include "workflow/context/workflow_object.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 
 namespace brixen::pvn::pvn_workflow {
@@ -16,32 +17,37 @@ class PVNWorkFlowContext;
 
 class PVNWorkFlow : public PVNWorkFlowObject<PVNWorkFlowContext> {
 public:
-    // The context is not owned and must outlive this.
+    // The context is borrowed and must outlive this.
     explicit PVNWorkFlow(PVNWorkFlowContext& context);
     ~PVNWorkFlow() override;
 
-    // Makes host, machine and panes. The graph may depend on what the context holds. `demo`: the run is a
-    // tour of the panes.
+    // Makes host, machine and panes. The graph may depend on the context. `demo`: the run is a tour of the
+    // panes.
     virtual void Build(bool demo) = 0;
-    // Destroys what Build made. One that replaces it releases its own things and then calls this one.
+    // Destroys the panes, in the order of their states, then machine and host. An override first frees its
+    // own things and then calls this one.
     virtual void Cleanup() noexcept;
-    // Builds, runs and cleans up, the last also when an exception leaves. Returns whether the run ended in
-    // kWFState_Done.
+    // Builds, runs, and cleans up on every way out. Returns whether the run ended in kWFState_Done. Throws
+    // what Build, a pane or a handler throws.
     bool Run(bool demo);
 
 protected:
-    // Takes the host, makes the machine over it and tells both the run. Comes first in Build, behind what the
-    // host needs.
+    // Takes the host and makes the machine over it. Call it first in Build, after the resources of the host
+    // are loaded.
     void SetHost(std::unique_ptr<PVNPaneHost> paneHost);
-    // Gives a state its pane, which Cleanup destroys. The state must have a transition by now, and no pane
-    // yet; throws std::logic_error otherwise.
+    // Gives a state its pane, which lives until Cleanup. Throws std::logic_error if the state has no
+    // transition yet or already has a pane, and if the host does not accept the pane.
     void SetPane(std::uint16_t state, std::unique_ptr<PVNPane> pane);
 
     std::unique_ptr<PVNPaneHost> host;
-    std::unique_ptr<PVNDialogStateMachine> machine; // refers to the host, so it goes first
+    std::unique_ptr<PVNDialogStateMachine> machine; // borrows the host, so it is destroyed first
 
 private:
     void DestroyPanes() noexcept;
+
+    // By state, as a signed number: the order in which the machine lists its states. The machine borrows
+    // them.
+    std::map<std::int16_t, std::unique_ptr<PVNPane>> panes;
 };
 
 } // namespace brixen::pvn::pvn_workflow

@@ -7,11 +7,11 @@ namespace brixen::pvn::pvn_workflow {
 
 void PagePane::Enter() {
     SetWindowTitle(traits.titleKey, zeve::ZeveTopWindow(ref));
-    // A button that had the focus on the pane before may still be drawn as the default one.
+    // The button that had the focus on the previous pane may still be drawn as the default one.
     for (const std::uint16_t button : traits.buttons) {
         if (button != traits.defaultButton) MakeNormalButton(ref, button);
     }
-    MakeDefaultButton(ref, traits.defaultButton);
+    if (traits.defaultButton != kNoButton) MakeDefaultButton(ref, traits.defaultButton);
     SetEnabled(ref, traits.page, true);
     SetVisible(ref, traits.page, true);
     for (const std::uint16_t button : traits.buttons) SetVisible(ref, button, true);

@@ -1,4 +1,4 @@
-// Workflow 3, Privacy: the privacy statement in a language that the user chooses, to be accepted or declined.
+// Workflow 3, Privacy: the user chooses a language, reads the privacy statement, and accepts or declines it.
 #pragma once
 
 #include "workflow/workflow.h"
@@ -9,9 +9,8 @@ namespace brixen::pvn::pvn_workflow {
 
 struct PrivacyData;
 
-// Choose, then Statement. Accept ends it as done, Decline with kStatusUserOutcome3, Cancel, on each pane,
-// with kStatusUserCancel. A statement that is not there, and an empty language list, have panes of their own
-// that say so.
+// Choose, then Statement. Accept ends the run as done, Decline with kStatusUserOutcome3, Cancel, on each
+// pane, with kStatusUserCancel. A missing statement and an empty language list have panes of their own.
 class PVNPrivacyWorkFlow final : public PVNWorkFlow {
 public:
     explicit PVNPrivacyWorkFlow(PVNWorkFlowContext& context);
@@ -23,7 +22,7 @@ private:
     void SetTransitions();
     void SetPanes();
 
-    std::unique_ptr<PrivacyData> data; // what the panes share
+    std::unique_ptr<PrivacyData> data; // shared by the panes
 };
 
 } // namespace brixen::pvn::pvn_workflow

@@ -13,7 +13,7 @@ namespace {
 
 std::u16string LabelOf(const StatementLanguage& language) {
     try {
-        // A popup shows no more than what stands before a NUL.
+        // A popup shows only the text before a NUL.
         return lyr::gen::ToUtf16(language.name.empty() ? language.locale : language.name, true).c_str();
     } catch (const lyr::gen::illegal_utf_sequence&) {
         return {};
@@ -39,12 +39,14 @@ std::vector<PrivacyLanguage> PopupRows(const std::vector<StatementLanguage>& lis
 std::size_t RowOfLanguage(const std::vector<PrivacyLanguage>& rows, std::string_view wanted) {
     const auto find = [&rows](auto matches) { return std::find_if(rows.begin(), rows.end(), matches); };
     auto row = find([wanted](const PrivacyLanguage& candidate) { return candidate.locale == wanted; });
-    if (row == rows.end())
+    if (row == rows.end()) {
         row = find([wanted](const PrivacyLanguage& candidate) {
             return LanguageOf(candidate.locale) == LanguageOf(wanted);
         });
-    if (row == rows.end())
+    }
+    if (row == rows.end()) {
         row = find([](const PrivacyLanguage& candidate) { return candidate.locale == "en_US"; });
+    }
     return row == rows.end() ? 0 : static_cast<std::size_t>(row - rows.begin());
 }
 

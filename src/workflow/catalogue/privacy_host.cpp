@@ -3,11 +3,10 @@
 #include "frame/status.h"
 #include "toolkit/window_messages.h"
 #include "workflow/catalogue/privacy_data.h"
-#include "workflow/catalogue/privacy_panes.h"
 #include "workflow/context/context_keys.h"
-#include "workflow/panes/host_messages.h"
-#include "workflow/machine/nav_state_machine.h"
 #include "workflow/context/workflow_context.h"
+#include "workflow/machine/nav_state_machine.h"
+#include "workflow/platform/message_numbers.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -15,13 +14,13 @@ using namespace privacy;
 
 namespace {
 
-// Of the lparam of a key that goes down: it was down before, and is merely held.
+// The bit in lparam of a key message: the key was already down, so it is held.
 constexpr std::intptr_t kKeyRepeats = 1 << 30;
 
 } // namespace
 
 PVNPrivacyHost::PVNPrivacyHost(std::string text, const PrivacyData& runData)
-    : PVNConcreteHost(std::move(text)), data(runData) {}
+    : PVNConcreteHost(std::move(text), "privacy"), data(runData) {}
 
 std::span<const PVNPrivacyHost::Command> PVNPrivacyHost::Commands() {
     static constexpr Command kCommands[] = {
@@ -33,32 +32,32 @@ std::span<const PVNPrivacyHost::Command> PVNPrivacyHost::Commands() {
     return kCommands;
 }
 
-PrivacyPane& PVNPrivacyHost::Pane() const { return *static_cast<PrivacyPane*>(currentPane); }
-
 bool PVNPrivacyHost::ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) {
     const bool isHandled = PVNPaneHost::ProcessWindowMessage(message, result);
-    if (!window || !currentPane) return isHandled;
-    if (message.number == zeve::kMessageNextDialogControl) Pane().OnTab();
-    if (message.number == zeve::kMessageCommand)
-        Pane().OnNotification(LowWord(message.wparam), HighWord(message.wparam));
+    PrivacyPane* const pane = CurrentPane();
+    if (!window || !pane) return isHandled;
+    if (message.number == zeve::kMessageNextDialogControl) pane->OnTab();
+    if (message.number == zeve::kMessageCommand) {
+        pane->OnNotification(LowWord(message.wparam), HighWord(message.wparam));
+    }
     const bool isNewKey = message.number == zeve::kMessageKeyDown && (message.lparam & kKeyRepeats) == 0;
-    if (isNewKey && Pane().HasFieldOfLines()) result = OnKeyInField(message.wparam);
+    if (isNewKey && pane->HasFieldOfLines()) result = OnKeyInField(message.wparam);
     return isHandled;
 }
 
-// Who holds Enter down to get to the statement has not accepted it, hence only keys that are new come here.
+// Only for keys that are not held: the key that led to this pane is no answer to it.
 std::intptr_t PVNPrivacyHost::OnKeyInField(std::uintptr_t key) {
     if (key == zeve::kKeyEnter) return OnEnterKey();
     return key == zeve::kKeyEscape ? OnCancel() : 0;
 }
 
 void PVNPrivacyHost::OnFirstFocus() {
-    if (currentPane) Pane().TakeFirstFocus();
+    if (CurrentPane()) CurrentPane()->TakeFirstFocus();
 }
 
 std::intptr_t PVNPrivacyHost::OnContinue() {
     if (!machine->CanHandleEvent(kEventContinue)) return 0;
-    Pane().TakeChoice();
+    CurrentPane()->TakeChoice();
     return DeliverEvent(data.statement.empty() ? kEventMissing : kEventContinue);
 }
 
@@ -67,7 +66,7 @@ std::intptr_t PVNPrivacyHost::OnAccept() { return DeliverEvent(kEventAccept); }
 std::intptr_t PVNPrivacyHost::OnDecline() { return Leave(kStatusUserOutcome3, kEventDecline); }
 std::intptr_t PVNPrivacyHost::OnCancel() { return Leave(kStatusUserCancel, kEventCancel); }
 
-std::intptr_t PVNPrivacyHost::OnEnterKey() { return Press(Pane().DefaultButton()); }
+std::intptr_t PVNPrivacyHost::OnEnterKey() { return Press(CurrentPane()->DefaultButton()); }
 
 std::intptr_t PVNPrivacyHost::Leave(std::uint32_t status, std::string_view event) {
     if (!machine->CanHandleEvent(event)) return 0;

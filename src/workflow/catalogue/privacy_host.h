@@ -1,7 +1,13 @@
 // The dialog window of Privacy.
 #pragma once
 
+#include "workflow/catalogue/privacy_panes.h"
 #include "workflow/panes/concrete_host.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -15,13 +21,11 @@ inline constexpr std::string_view kEventAccept = "AcceptButton";
 inline constexpr std::string_view kEventDecline = "DeclineButton";
 inline constexpr std::string_view kEventCancel = "CancelButton";
 
-class PrivacyPane;
-
 } // namespace privacy
 
-class PVNPrivacyHost final : public PVNConcreteHost<PVNPrivacyHost> {
+class PVNPrivacyHost final : public PVNConcreteHost<PVNPrivacyHost, privacy::PrivacyPane> {
 public:
-    // All panes must be PrivacyPanes.
+    // Takes the view description. `runData` is borrowed.
     PVNPrivacyHost(std::string text, const PrivacyData& runData);
 
     static std::span<const Command> Commands();
@@ -29,7 +33,6 @@ public:
     bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override;
 
 private:
-    privacy::PrivacyPane& Pane() const;
     void OnFirstFocus() override;
     std::intptr_t OnKeyInField(std::uintptr_t key);
 

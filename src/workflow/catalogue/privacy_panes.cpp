@@ -1,15 +1,17 @@
 #include "workflow/catalogue/privacy_panes.h"
 
 #include "toolkit/control_styles.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/context/context_keys.h"
-#include "workflow/panes/host_messages.h"
-#include "workflow/panes/pane_helpers.h"
-#include "workflow/resources/resource_layer.h"
 #include "workflow/context/workflow_context.h"
+#include "workflow/panes/pane_helpers.h"
+#include "workflow/panes/window_message.h"
+#include "workflow/platform/message_numbers.h"
+#include "workflow/platform/pane_platform.h"
+#include "workflow/resources/resource_layer.h"
 
 namespace brixen::pvn::pvn_workflow::privacy {
 
@@ -23,7 +25,7 @@ constexpr std::uint16_t kNoneButtons[] = {kCancelButton};
 constexpr PageTraits kChooseTraits{"$$$/pvn/privacy/choose/window_title", kChoosePage, kChooseButtons,
                                    kContinueButton};
 constexpr PageTraits kStatementTraits{"$$$/pvn/privacy/statement/window_title", kStatementPage,
-                                      kStatementButtons, kAcceptButton};
+                                      kStatementButtons, kNoButton};
 
 } // namespace
 
@@ -35,24 +37,34 @@ zeve::NativeWindow PrivacyPane::ControlOf(std::uint16_t viewId) const {
     return zeve::platform::ChildWithId(zeve::ZeveTopWindow(ref), viewId);
 }
 
-// The keyboard rules frame the button that has the focus, and none when another control has it; there Enter
-// presses the default button, which is framed for that reason. They look for the frame that they take away,
-// so the button must not have it while the focus moves.
+void PrivacyPane::Enter() {
+    PagePane::Enter();
+    if (firstFocus != kNoControl) {
+        zeve::platform::Post(zeve::ZeveTopWindow(ref), kMessageFirstFocus, 0, 0);
+    }
+}
+
+void PrivacyPane::TakeFirstFocus() {
+    if (firstFocus != kNoControl) zeve::platform::Focus(ControlOf(firstFocus));
+}
+
+// The keyboard rules frame the button that has the focus, and none when another control has it. Enter presses
+// the default button there, so it is framed here. The rules look for the frame that they take away, so the
+// default button must not have it while the focus moves.
 void PrivacyPane::OnTab() {
+    if (DefaultButton() == kNoButton) return;
     zeve::platform::Send(ControlOf(DefaultButton()), zeve::kButtonSetStyle, zeve::style::kPushButton,
                          zeve::kPaintAnew);
 }
 
 void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
     const bool isPopup = id == kLanguagePopup && notification == kNotificationPopupHasFocus;
-    const bool isField =
-        (id == kLeftToRightField || id == kRightToLeftField) && notification == kNotificationEditHasFocus;
-    if (isPopup || isField)
-        zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle,
-                             zeve::style::kDefaultPushButton, zeve::kPaintAnew);
+    if (!isPopup || DefaultButton() == kNoButton) return;
+    zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle, zeve::style::kDefaultPushButton,
+                         zeve::kPaintAnew);
 }
 
-ChoosePane::ChoosePane(PrivacyData& runData) : PrivacyPane(kChooseTraits), data(runData) {}
+ChoosePane::ChoosePane(PrivacyData& runData) : PrivacyPane(kChooseTraits, kLanguagePopup), data(runData) {}
 
 void ChoosePane::Enter() {
     if (!isFilled) FillPopup();
@@ -71,8 +83,9 @@ void ChoosePane::FillPopup() {
 
 std::string ChoosePane::WantedLanguage() const {
     std::string language;
-    if (!GetString(*context, PvnWFKey_PrivacyLanguage, language))
+    if (!GetString(*context, PvnWFKey_PrivacyLanguage, language)) {
         GetString(*context, PvnWFKey_Language, language);
+    }
     return language;
 }
 
@@ -84,39 +97,39 @@ void ChoosePane::TakeChoice() {
     data.statement = TextForField(LoadPrivacyStatement(data.language));
 }
 
-StatementPane::StatementPane(const PrivacyData& runData) : PrivacyPane(kStatementTraits), data(runData) {}
+StatementPane::StatementPane(const PrivacyData& runData)
+    : PrivacyPane(kStatementTraits, kLeftToRightField), data(runData) {}
 
 void StatementPane::Enter() {
-    fieldId = IsWrittenRightToLeft(data.language) ? kRightToLeftField : kLeftToRightField;
-    zeve::platform::SetText(ControlOf(fieldId), data.statement.c_str());
+    firstFocus = IsWrittenRightToLeft(data.language) ? kRightToLeftField : kLeftToRightField;
+    zeve::platform::SetText(ControlOf(firstFocus), data.statement.c_str());
     selection = {};
     PrivacyPane::Enter();
-    SetEnabled(ref, fieldId, true);
-    SetVisible(ref, fieldId, true);
-    zeve::platform::Post(zeve::ZeveTopWindow(ref), kMessageFirstFocus, 0, 0);
+    SetEnabled(ref, firstFocus, true);
+    SetVisible(ref, firstFocus, true);
 }
 
 void StatementPane::Leave() {
-    SetVisible(ref, fieldId, false);
-    SetEnabled(ref, fieldId, false);
+    SetVisible(ref, firstFocus, false);
+    SetEnabled(ref, firstFocus, false);
     PrivacyPane::Leave();
 }
 
-void StatementPane::TakeFirstFocus() { zeve::platform::Focus(ControlOf(fieldId)); }
-
-// The keyboard rules select all text of a field that Tab reaches, which serves who wants to type over it. A
-// reader wants to go on where he was.
+// The keyboard rules select all text of a field that Tab reaches, for typing over it. A reader goes on where
+// he was, and a field that cannot be edited has no caret.
 void StatementPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
-    PrivacyPane::OnNotification(id, notification);
-    if (id != fieldId) return;
-    const zeve::NativeWindow field = ControlOf(fieldId);
-    if (notification == kNotificationEditLosesFocus)
+    if (id != firstFocus) return;
+    const zeve::NativeWindow field = ControlOf(id);
+    if (notification == kNotificationEditLosesFocus) {
         zeve::platform::Send(field, zeve::kEditGetSelection,
                              reinterpret_cast<std::uintptr_t>(&selection.start),
                              reinterpret_cast<std::intptr_t>(&selection.end));
-    if (notification == kNotificationEditHasFocus)
+    }
+    if (notification == kNotificationEditHasFocus) {
         zeve::platform::Send(field, zeve::kEditSetSelection, selection.start,
                              static_cast<std::intptr_t>(selection.end));
+        platform::HideCaret(field);
+    }
 }
 
 } // namespace brixen::pvn::pvn_workflow::privacy

@@ -4,7 +4,7 @@
 #include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/privacy_views.h"
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace brixen::pvn::pvn_workflow {
@@ -18,30 +18,38 @@ extern const PageTraits kNoneTraits;    // there are no languages to choose from
 
 class PrivacyPane : public PagePane {
 public:
-    using PagePane::PagePane;
+    // `control` takes the focus once the pane is on screen; without one the default button has it.
+    explicit PrivacyPane(const PageTraits& pageTraits, std::uint16_t control = kNoControl)
+        : PagePane(pageTraits), firstFocus(control) {}
 
+    void Enter() override;
     // Takes the choice that the pane offers into the run, before the user goes on.
     virtual void TakeChoice() {}
-    // Puts the focus where the pane wants it once it is on screen.
-    virtual void TakeFirstFocus() {}
-    // Whether Enter and Esc come as keys: a field of several lines keeps them from the dialog.
+    // Gives the focus to the first control. The pane is on screen.
+    void TakeFirstFocus();
+    // Whether Enter and Esc arrive as keys: a field of several lines keeps them from the dialog.
     virtual bool HasFieldOfLines() const { return false; }
-    // What a control of the pane tells its dialog.
+    // A control of the pane sent a notification to its dialog.
     virtual void OnNotification(std::uint16_t id, std::uint16_t notification);
-    // Tab moves the focus, and the frame with it.
+    // Tab is about to move the focus, and the frame of the default button with it.
     void OnTab();
 
 protected:
+    static constexpr std::uint16_t kNoControl = 0;
+
     zeve::NativeWindow ControlOf(std::uint16_t viewId) const;
+
+    std::uint16_t firstFocus; // a view id, or kNoControl
 };
 
 // A popup of the languages.
 class ChoosePane final : public PrivacyPane {
 public:
+    // `runData` is borrowed.
     explicit ChoosePane(PrivacyData& runData);
 
     void Enter() override;
-    // Puts the language into the bag, and loads its statement.
+    // Stores the language in the bag, and loads its statement.
     void TakeChoice() override;
 
 private:
@@ -52,25 +60,25 @@ private:
     bool isFilled = false;
 };
 
-// The statement, in the field of its reading direction.
+// The statement, in the field of its reading direction. It has no default button, so that Enter never accepts
+// a statement unread.
 class StatementPane final : public PrivacyPane {
 public:
+    // `runData` is borrowed.
     explicit StatementPane(const PrivacyData& runData);
 
     void Enter() override;
     void Leave() override;
-    void TakeFirstFocus() override;
     bool HasFieldOfLines() const override { return true; }
     void OnNotification(std::uint16_t id, std::uint16_t notification) override;
 
 private:
     struct Selection {
-        std::uint32_t start = 0, end = 0;
+        std::uint32_t start = 0, end = 0; // UTF-16 units
     };
 
     const PrivacyData& data;
-    std::uint16_t fieldId = kLeftToRightField;
-    Selection selection; // when the field lost the focus
+    Selection selection; // of the field when it last lost the focus
 };
 
 } // namespace privacy

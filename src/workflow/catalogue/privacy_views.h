@@ -5,7 +5,7 @@
 
 namespace brixen::pvn::pvn_workflow::privacy {
 
-// Each pane has the buttons that it needs, so that they stand side by side; Cancel is on all of them.
+// Each pane has buttons of its own, side by side. Cancel is on all panes.
 inline constexpr std::uint16_t kContinueButton = 11;
 inline constexpr std::uint16_t kBackButton = 12;
 inline constexpr std::uint16_t kAcceptButton = 13;
@@ -16,7 +16,7 @@ inline constexpr std::uint16_t kCancelButton = 16;
 inline constexpr std::uint16_t kChoosePage = 100;
 inline constexpr std::uint16_t kLanguagePopup = 101;
 
-// One field for each reading direction: a control keeps the one that it was made with.
+// One field for each reading direction: a control keeps the direction that it was made with.
 inline constexpr std::uint16_t kStatementPage = 200;
 inline constexpr std::uint16_t kLeftToRightField = 201;
 inline constexpr std::uint16_t kRightToLeftField = 202;

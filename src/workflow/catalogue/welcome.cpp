@@ -1,19 +1,18 @@
 #include "workflow/catalogue/welcome.h"
 
 #include "frame/status.h"
-#include "workflow/panes/alert.h"
-#include "workflow/panes/alert_catalogue.h"
 #include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/welcome_views.h"
-#include "workflow/panes/concrete_host.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/controls/open_in_browser.h"
+#include "workflow/panes/alert.h"
+#include "workflow/panes/concrete_host.h"
 #include "workflow/panes/dialog_state_machine.h"
-#include "workflow/panes/host_messages.h"
 #include "workflow/panes/pane_helpers.h"
+#include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
-#include "workflow/context/workflow_context.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -61,9 +60,9 @@ private:
     bool hasPictures = false;
 };
 
-class WelcomeHost final : public PVNConcreteHost<WelcomeHost> {
+class WelcomeHost final : public PVNConcreteHost<WelcomeHost, PagePane> {
 public:
-    using PVNConcreteHost::PVNConcreteHost;
+    explicit WelcomeHost(std::string text) : PVNConcreteHost(std::move(text), "welcome") {}
 
     static std::span<const Command> Commands() {
         static constexpr Command kCommands[] = {
@@ -97,7 +96,7 @@ private:
         return DeliverEvent(kEventNone);
     }
 
-    std::intptr_t OnEnterKey() { return Press(static_cast<PagePane*>(currentPane)->DefaultButton()); }
+    std::intptr_t OnEnterKey() { return Press(CurrentPane()->DefaultButton()); }
 };
 
 } // namespace

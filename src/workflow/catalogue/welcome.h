@@ -1,12 +1,12 @@
-// Workflow 1, Welcome: what the product's assistant does, its highlights, and the way into the work.
+// Workflow 1, Welcome: the product's assistant introduces itself in three panes.
 #pragma once
 
 #include "workflow/workflow.h"
 
 namespace brixen::pvn::pvn_workflow {
 
-// Welcome, Highlights, Ready: three panes in a row. Back on all but the first, Done on the last, Quit
-// (kStatusUserQuit, after its alert) on each.
+// Welcome, Highlights, Ready. Back is on all panes but the first, Done on the last. Quit is on each: after
+// its alert it ends the run with kStatusUserQuit.
 class PVNWelcomeWorkFlow final : public PVNWorkFlow {
 public:
     using PVNWorkFlow::PVNWorkFlow;

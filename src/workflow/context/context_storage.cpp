@@ -9,8 +9,8 @@ namespace brixen::pvn::pvn_workflow {
 namespace {
 
 const char* HostDisplayName() {
-    const bool isKnown = GetFrameState().gPavaneContext && GetFrameState().gPavaneContext->hostDisplayName[0] != '\0';
-    return isKnown ? GetFrameState().gPavaneContext->hostDisplayName : "Product";
+    const PavaneContext* const frame = GetFrameState().gPavaneContext;
+    return frame && frame->hostDisplayName[0] != '\0' ? frame->hostDisplayName : "Product";
 }
 
 } // namespace

@@ -2,6 +2,6 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-std::atomic<bool> gProgressCancel = false;
+constinit std::atomic<bool> gProgressCancel = false;
 
 } // namespace brixen::pvn::pvn_workflow

@@ -11,7 +11,7 @@ bool PVNWorkFlowContext::Set(std::string_view key, std::string_view typeName, co
         gProgressCancel = *static_cast<const std::uint32_t*>(value) == 1;
         return true;
     }
-    // The key is write only: what is no Long does nothing, and never reaches the bag either.
+    // The key is write only: a value of another type has no effect, and never reaches the bag either.
     if (key == PvnWFKey_CancelFlag) return true;
     if (InterceptValue(key, typeName, value)) return true;
     return PVNContextStorage::Set(key, typeName, value);
@@ -33,7 +33,7 @@ std::string PVNWorkFlowContext::Action(std::string_view name) {
     return RunAction(name, result) ? result : std::string();
 }
 
-// Without a service layer beside the library there is no folder to name.
+// The library has no service layer beside it, so there is no folder to name.
 std::string PVNWorkFlowContext::GetServicePath() { return std::string(); }
 
 std::string PVNWorkFlowContext::GetFormattedWorkflowResult() {

@@ -1,6 +1,6 @@
 // The context of a run: the launcher's bag, with keys that act instead of being stored, keys that are
-// computed when first asked for, and the engine's actions. It goes wherever a bag goes. It belongs to the
-// dialog's thread.
+// computed at their first reading, and the engine's actions. It is a bag itself. It belongs to the dialog's
+// thread.
 //
 // A workflow with keys and actions of its own derives from it and replaces the three hooks.
 #pragma once
@@ -15,20 +15,21 @@ public:
 
     // PvnWFKey_CancelFlag never reaches the bag: a Long there sets or clears the engine's cancel flag.
     bool Set(std::string_view key, std::string_view typeName, const void* value) override;
-    // A value that is absent is computed once, stored, and from then on found.
+    // An absent value of a computed key is computed once and stored.
     bool Get(std::string_view key, std::string_view typeName, void* out) override;
-    // Empty for an unknown name, which is no error.
+    // Returns the empty text for an unknown name, which is no error.
     std::string Action(std::string_view name) override;
 
-    // Called once the dialog exists: puts into the dictionary what its texts take from the context.
+    // Called once, after the dialog was made: sets the dictionary variables whose values are in the context.
     virtual void RefreshDictionaryVariables() {}
 
 protected:
-    // Acts on a key instead of storing it. Returns whether it did.
+    // Acts on a key instead of storing it. Returns whether the key is one of these.
     virtual bool InterceptValue(std::string_view key, std::string_view typeName, const void* value);
     // Computes a value and stores it with the Set helpers. Returns whether it did.
     virtual bool ComputeValue(std::string_view key, std::string_view typeName);
-    // Runs a named action that the engine itself does not know. Returns whether the name is known here.
+    // Runs an action that the engine does not have. Returns whether the name is known here; only then
+    // `result` counts.
     virtual bool RunAction(std::string_view name, std::string& result);
 
 private:

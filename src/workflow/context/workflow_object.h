@@ -1,4 +1,4 @@
-// The root of what takes part in a workflow: something that refers to one other thing of the run.
+// The root class of workflows and panes: an object that refers to one other object of the run.
 #pragma once
 
 namespace brixen::pvn::pvn_workflow {
@@ -12,7 +12,7 @@ public:
     virtual ~PVNWorkFlowObject() = default;
 
 protected:
-    Reference* ref; // not owned
+    Reference* ref; // borrowed
 };
 
 } // namespace brixen::pvn::pvn_workflow

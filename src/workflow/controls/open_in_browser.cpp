@@ -1,15 +1,10 @@
 #include "workflow/controls/open_in_browser.h"
 
+#include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
 
 namespace brixen::pvn::pvn_workflow {
-
-namespace {
-
-constexpr std::int32_t kShowRestored = 9;
-
-} // namespace
 
 void OpenInBrowser(const std::u16string& target) {
     platform::StartProgram(u"iexplore.exe", target.c_str(), kShowRestored);

@@ -1,4 +1,5 @@
-// What a state machine calls when its state changes. The machine knows nothing else of panes or windows.
+// The interface that a state machine calls when its state changes. The machine knows nothing else of panes or
+// windows.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +11,8 @@ class PVNStateMachine;
 class PVNActionDelegate {
 public:
     virtual ~PVNActionDelegate() = default;
-    // `state` is the state being entered or left. The machine itself still reports the old state during both,
-    // so neither may send it an event.
+    // `state` is the state being entered or left. The machine reports the old state during both calls, so
+    // neither may send it an event. Both may throw; the machine then remains in the old state.
     virtual void Enter(PVNStateMachine& machine, std::uint16_t state) = 0;
     virtual void Exit(PVNStateMachine& machine, std::uint16_t state) = 0;
 };

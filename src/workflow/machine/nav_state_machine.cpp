@@ -1,7 +1,5 @@
 #include "workflow/machine/nav_state_machine.h"
 
-#include <stdexcept>
-
 namespace brixen::pvn::pvn_workflow {
 
 void PVNNavStateMachine::AddBackOverride(std::uint16_t arrival, std::uint16_t fromState,
@@ -34,9 +32,9 @@ void PVNNavStateMachine::SetDemoMode(bool on) {
     if (!on) return;
     const auto states = ListStates();
     startState = states.at(0);
-    for (std::size_t place = 0; place < states.size(); ++place) {
-        const bool last = place + 1 == states.size();
-        SetTransition(states[place], last ? kWFState_Done : states[place + 1], kEventNextForDemo);
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        const bool isLast = i + 1 == states.size();
+        SetTransition(states[i], isLast ? kWFState_Done : states[i + 1], kEventNextForDemo);
     }
 }
 

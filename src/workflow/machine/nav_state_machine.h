@@ -16,14 +16,14 @@ inline constexpr std::string_view kEventNextForDemo = "GoToNextStateForDemo";
 
 class PVNNavStateMachine : public PVNStateMachine {
 public:
-    // Whoever reaches `arrival` from `fromState` goes back to `backTarget`. Of several for the same pair the
-    // first counts.
+    // After an arrival at `arrival` from `fromState`, Back leads to `backTarget`. The first override for a
+    // pair counts.
     void AddBackOverride(std::uint16_t arrival, std::uint16_t fromState, std::uint16_t backTarget);
 
     bool CanHandleEvent(std::string_view event) const override;
     std::uint16_t HandleEvent(std::string_view event) override;
-    // On: the machine becomes a tour of its states in ascending order, whatever the event. Takes the
-    // transitions as they are at the call; there must be some.
+    // On: the machine becomes a tour of its states in ascending order, whatever the event. The states are
+    // those with a transition at the call. Throws std::out_of_range if there are none.
     virtual void SetDemoMode(bool on);
     // Runs to an end state. Returns whether that was kWFState_Done.
     virtual bool Run() = 0;

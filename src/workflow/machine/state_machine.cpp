@@ -44,13 +44,6 @@ void* PVNStateMachine::RemoveProperty(std::uint16_t state, std::string_view key)
     return value;
 }
 
-std::vector<std::uint16_t> PVNStateMachine::ListStates() const {
-    std::vector<std::uint16_t> states;
-    states.reserve(CountStates());
-    for (std::size_t place = 0; place < CountStates(); ++place) states.push_back(StateAt(place));
-    return states;
-}
-
 void PVNStateMachine::EnterState(std::uint16_t state) {
     currentState = state;
     if (auto* delegate = DelegateOf(*this, state)) delegate->Enter(*this, state);

@@ -1,8 +1,8 @@
 // The state machine under every workflow: a current state, a table of transitions (state, event name, target)
-// and a table of named properties a state. Events are plain text, compared exactly; an unknown event changes
-// nothing.
+// and a table of named properties for each state. Events are plain text, compared exactly; an unknown event
+// changes nothing.
 //
-// A state is a 16-bit number. In the tables it sorts as a signed one, so that the wildcard row stands first.
+// A state is a 16-bit number. In the tables it sorts as a signed one, so that the wildcard row comes first.
 #pragma once
 
 #include "workflow/machine/state_table.h"
@@ -17,7 +17,7 @@ inline constexpr std::uint16_t kWFState_Any = 0xFFFD;     // the row of properti
 inline constexpr std::uint16_t kWFState_Current = 0xFFFE; // in a property call: the current state
 inline constexpr std::uint16_t kWFState_None = 0xFFFF;    // before a run
 inline constexpr std::uint16_t kWFState_Done = 0x7FF0;    // the workflow ended in its own right
-inline constexpr std::uint16_t kWFState_Exit = 0x7FF1; // the workflow was left; see PvnWFKey_WorkFlowResult
+inline constexpr std::uint16_t kWFState_Exit = 0x7FF1; // the workflow was left, see PvnWFKey_WorkFlowResult
 inline constexpr std::uint16_t kWFState_BackUnset = 0x7FF2; // target of a back transition not taken yet
 
 inline constexpr std::string_view kPropertyActionDelegate =
@@ -33,10 +33,10 @@ public:
     PVNStateMachine& operator=(const PVNStateMachine&) = delete;
     virtual ~PVNStateMachine() = default;
 
-    // While the workflow is built. The last call for a state and event wins.
+    // For building. The last call for a state and event wins.
     void SetTransition(std::uint16_t from, std::uint16_t to, std::string_view event);
-    // The first call for a state and key wins; unlike SetTransition, and meant. The machine does not own the
-    // value. Returns whether it was stored.
+    // For building. Intentional: the first call for a state and key wins, unlike SetTransition. Returns
+    // whether the value was stored. The machine borrows it.
     bool SetProperty(std::uint16_t state, std::string_view key, void* value);
 
     // Looks in the row of the state, then in the wildcard row. Returns false and leaves `value` alone if
@@ -44,22 +44,19 @@ public:
     bool GetProperty(std::uint16_t state, std::string_view key, void*& value) const;
     // Looks in the row of the state only. Returns what was stored, or null.
     void* RemoveProperty(std::uint16_t state, std::string_view key) noexcept;
-    // The states with at least one transition, ascending as signed numbers.
-    std::vector<std::uint16_t> ListStates() const;
+    // Returns the states with at least one transition, ascending as signed numbers.
+    std::vector<std::uint16_t> ListStates() const { return transitions.States(); }
     bool HasTransitions(std::uint16_t state) const { return transitions.Find(state) != nullptr; }
-    // ListStates, one at a time and without an allocation.
-    std::size_t CountStates() const { return transitions.Size(); }
-    std::uint16_t StateAt(std::size_t place) const { return transitions.StateAt(place); }
 
     std::uint16_t CurrentState() const { return currentState; }
-    // Makes `state` current, then calls its delegate's Enter. There is no Exit.
+    // Makes `state` current, then calls Enter on its delegate. Kept: no Exit.
     void EnterState(std::uint16_t state);
 
     virtual bool CanHandleEvent(std::string_view event) const;
     // Returns the state after the event. Throws std::out_of_range in a state without a row: every state that
     // can be current must have a transition.
     virtual std::uint16_t HandleEvent(std::string_view event);
-    // Calls Exit on the delegate of `from` and Enter on that of `to`, as far as there are any.
+    // Calls Exit on the delegate of `from` and Enter on that of `to`, where there are any.
     virtual void OnStateChange(std::uint16_t from, std::uint16_t to);
 
 private:

@@ -1,24 +1,28 @@
 #include "workflow/panes/alert.h"
 
 #include "frame/log.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/dialog/zeve_dialog.h"
-#include "workflow/panes/alert_catalogue.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/panes/dialog_rules.h"
-#include "workflow/panes/host_messages.h"
-#include "workflow/panes/host_window.h"
 #include "workflow/panes/picture_controls.h"
+#include "workflow/panes/window_message.h"
+#include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
-#include "workflow/context/workflow_context.h"
 
-#include <stdexcept>
+#include <optional>
+#include <string>
 
 namespace brixen::pvn::pvn_workflow {
 
 namespace {
+
+constexpr AlertEntry kAlerts[] = {
+    {kAlertQuit, "quit_alert", false},
+};
 
 std::string LanguageOf(PVNWorkFlowContext* context) {
     std::string language;
@@ -26,22 +30,29 @@ std::string LanguageOf(PVNWorkFlowContext* context) {
     return language;
 }
 
-bool ShowUnguarded(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
-    const OwnedDialog dialog = NewDialog(&AlertEventCallback, parent, LanguageOf(context));
-    AlertParams params;
-    params.dialog = dialog.get();
-    zeve::ZeveAddViewText(dialog.get(), LoadViewDescription(std::string(alert.view)).c_str());
-    const zeve::NativeWindow window = zeve::ZeveMakeDialog(dialog.get(), &params);
-    if (!window) throw std::runtime_error("the alert has no window");
-    PictureControls pictures;
-    if (alert.isError) {
-        pictures.Show(platform::IsHighContrast() ? "xball1_hc" : "xball1",
-                      zeve::platform::ChildWithId(window, kAlertPicture));
+// An alert on the screen. The constructor throws if it cannot be made.
+class AlertDialog {
+public:
+    AlertDialog(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context)
+        : dialog(NewDialog(&AlertEventCallback, parent, LanguageOf(context))) {
+        params.dialog = dialog.get();
+        const std::string view(alert.view);
+        const zeve::NativeWindow window = MakeDialog(*dialog, LoadViewDescription(view), view, &params);
+        if (alert.isError) {
+            pictures.Show(platform::IsHighContrast() ? "xball1_hc" : "xball1",
+                          zeve::platform::ChildWithId(window, kAlertPicture));
+        }
     }
-    return zeve::ZeveRunModal(dialog.get());
-}
 
-// On the device that comes with a message to erase, and on the one that is to be had for painting.
+    bool Run() { return zeve::ZeveRunModal(dialog.get()); }
+
+private:
+    OwnedDialog dialog;
+    AlertParams params;
+    PictureControls pictures;
+};
+
+// Fills the device of a message to erase, and the device for painting.
 void FillWithFace(const WindowMessage& message) {
     zeve::platform::EraseFace(message.window, reinterpret_cast<zeve::NativeDrawing>(message.wparam));
     zeve::platform::PaintFace(message.window);
@@ -57,20 +68,30 @@ std::uint32_t AnswerCommand(const AlertParams& params, std::uintptr_t wparam) {
 
 } // namespace
 
+AlertEntry FindAlert(std::string_view name) {
+    for (const AlertEntry& alert : kAlerts) {
+        if (alert.name == name) return alert;
+    }
+    return {name, name, false};
+}
+
 bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
     return ShowAlert(FindAlert(name), parent, context);
 }
 
 bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+    std::optional<AlertDialog> shown;
     try {
-        const bool isAgreed = ShowUnguarded(alert, parent, context);
-        zeve::platform::Post(parent, zeve::kMessageSetFocus, 0, 0);
-        return isAgreed;
+        shown.emplace(alert, parent, context);
     } catch (...) {
         PvnLog("%s: %s: Alert not shown(Name: %.*s)\n", kLogComponent, kLogInfo,
                static_cast<int>(alert.name.size()), alert.name.data());
         return true;
     }
+    const bool isAgreed = shown->Run();
+    shown.reset();
+    zeve::platform::Post(parent, zeve::kMessageSetFocus, 0, 0);
+    return isAgreed;
 }
 
 std::uint64_t AlertEventCallback(std::int32_t what, zeve::EventRecord& record, void* params) {

@@ -1,10 +1,9 @@
-// Short modal boxes on top of a pane.
+// Alerts: short modal questions on top of a pane, each a view description of its own.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace brixen::zeve {
@@ -15,29 +14,42 @@ class ZeveDialog;
 namespace brixen::pvn::pvn_workflow {
 
 class PVNWorkFlowContext;
-struct AlertEntry;
 
-// The view ids that an alert's view description gives its controls.
+// Quit the application? First button: quit. Second button: stay.
+inline constexpr char kAlertQuit[] = "QuitAlert";
+
+struct AlertEntry {
+    std::string_view name;
+    std::string_view view; // name of its view description
+    bool isError;          // whether it shows the error picture
+};
+
+// Returns the entry of an alert of the library. The entry of any other name is no error, and its view has the
+// same name.
+AlertEntry FindAlert(std::string_view name);
+
+// The view ids of an alert's controls.
 inline constexpr std::uint16_t kAlertFirstButton = 101;
 inline constexpr std::uint16_t kAlertSecondButton = 102;
 inline constexpr std::uint16_t kAlertPicture = 1001; // of an error alert
 
-// Shows the alert of that name (see alert_catalogue.h) and returns true when the user took the first button.
-// The second button, Esc and the close box are false. An alert that cannot be shown counts as agreed, and
-// leaves a log line. `context` gives the language and may be null.
+// Shows the alert of that name above `parent`, which may be null, and returns whether the user pressed the
+// first button. The second button, Esc, the close box and the end of the run from outside are false. Kept: an
+// alert that cannot be made counts as agreed, and is logged. `context` has the language and may be null.
 //
-// When a dialog below is ended while the alert is open, the alert answers as by its second button.
-bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context);
-// The same for an alert that need not stand in the catalogue.
-bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context);
+// Throws what another window of the thread threw while the alert was open: it is no answer of the user.
+[[nodiscard]] bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context);
+// The same for an alert that is not one of the library's.
+[[nodiscard]] bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context);
 
-// What an alert's dialog hands to AlertEventCallback.
+// The callback parameter of an alert's dialog.
 struct AlertParams {
     zeve::ZeveDialog* dialog = nullptr;
     std::uint16_t firstButton = kAlertFirstButton;
     std::uint16_t secondButton = kAlertSecondButton;
 };
 
+// The event callback of an alert's dialog; `params` is an AlertParams.
 std::uint64_t AlertEventCallback(std::int32_t what, zeve::EventRecord& record, void* params);
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,9 +1,15 @@
 #include "workflow/panes/dialog_rules.h"
 
+#include "frame/log.h"
 #include "frame/shipped_languages.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "workflow/resources/resource_layer.h"
+
+#include <exception>
+#include <new>
+#include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -15,6 +21,25 @@ namespace {
 // Exact styles: shown, enabled, reachable by Tab.
 constexpr std::uint32_t kShownButton = style::kChild | style::kVisible | style::kTabStop;
 constexpr std::uint32_t kShownDefaultButton = kShownButton | style::kDefaultPushButton;
+
+// `problem` tells an unreadable view from a missing one, which the resource layer logs.
+void LogView(const char* problem, const std::string& name, const char* reason) {
+    PvnLog("%s: %s: %s(File: %s, Reason: %s)\n", kLogComponent, kLogInfo, problem,
+           FindViewDescription(name).c_str(), reason);
+}
+
+zeve::NativeWindow ReadView(zeve::ZeveDialog& dialog, const std::string& text, const std::string& name,
+                            void* params) {
+    try {
+        zeve::ZeveAddViewText(&dialog, text.c_str());
+        return zeve::ZeveMakeDialog(&dialog, params);
+    } catch (const std::bad_alloc&) {
+        throw; // the view is not to blame
+    } catch (const std::exception& failure) {
+        LogView("View cannot be read", name, failure.what());
+        throw;
+    }
+}
 
 } // namespace
 
@@ -34,6 +59,14 @@ OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, co
     const ShippedLanguage* const shipped = FindShippedLanguage(language);
     if (shipped && shipped->isRightToLeft) record.language = language.c_str();
     return OwnedDialog(zeve::ZeveNew(&record));
+}
+
+zeve::NativeWindow MakeDialog(zeve::ZeveDialog& dialog, const std::string& text, const std::string& name,
+                              void* params) {
+    const zeve::NativeWindow window = ReadView(dialog, text, name, params);
+    if (window) return window;
+    LogView("View has no window", name, "its root is no dialog, or the system refused it");
+    throw std::runtime_error("the dialog has no window");
 }
 
 void FocusDefaultButton(zeve::NativeWindow window) {

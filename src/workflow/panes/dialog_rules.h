@@ -1,4 +1,4 @@
-// What pane hosts and alerts do alike.
+// What pane hosts and alerts have in common: how their dialogs are made, deleted and given the focus.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -13,17 +13,22 @@ class ZeveDialog;
 
 namespace brixen::pvn::pvn_workflow {
 
-// Deletes a dialog of the toolkit. What a callback throws then is dropped: the dialog is gone all the same,
-// and the user has answered.
+// Deletes a dialog of the toolkit. An exception of a callback meanwhile is dropped: the dialog is gone all
+// the same, and the user has answered.
 struct DeleteDialog {
     void operator()(zeve::ZeveDialog* dialog) const noexcept;
 };
 using OwnedDialog = std::unique_ptr<zeve::ZeveDialog, DeleteDialog>;
 
-// Returns a dialog without view text, above `parent`, for a run in that language. The toolkit gets the
-// language, and lays out from right to left, only if it is exactly a shipped locale that is read so, such as
-// "ar_AE".
+// Returns a dialog without view text, above `parent`, for a run in that language. The toolkit is told the
+// language, and mirrors the layout, only if it is exactly a shipped locale that is read from right to left,
+// such as "ar_AE".
 OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, const std::string& language);
+
+// Makes the dialog of a view description, hidden, and returns its window. `params` goes to the callback.
+// Throws if the view cannot be read or has no window, after a log line with the file of the view `name`.
+zeve::NativeWindow MakeDialog(zeve::ZeveDialog& dialog, const std::string& text, const std::string& name,
+                              void* params);
 
 // Gives the focus to the dialog's default button, else to its first plain button, else to its first child.
 void FocusDefaultButton(zeve::NativeWindow window);

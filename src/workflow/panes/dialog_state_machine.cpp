@@ -1,7 +1,7 @@
 #include "workflow/panes/dialog_state_machine.h"
 
-#include "workflow/panes/pane_host.h"
 #include "values/scope_guard.h"
+#include "workflow/panes/pane_host.h"
 
 #include <stdexcept>
 
@@ -13,7 +13,7 @@ bool PVNDialogStateMachine::Run() {
     GetProperty(kWFState_Any, kPropertyWorkflowContext, context);
     if (!context) throw std::logic_error("a run without a context");
     host.Connect(*this, *static_cast<PVNWorkFlowContext*>(context));
-    ScopeGuard destroy([this]() noexcept { host.Destroy(); });
+    const ScopeGuard destroy([this]() noexcept { host.Destroy(); });
     host.Init();
     EnterState(startState);
     return host.RunModal();

@@ -1,4 +1,5 @@
-// The machine of a workflow with a dialog: the only one that is instantiated.
+// The machine of a workflow with a dialog. It is in this room because it runs the pane host; the machines
+// below know neither panes nor hosts.
 #pragma once
 
 #include "workflow/machine/nav_state_machine.h"
@@ -9,11 +10,12 @@ class PVNPaneHost;
 
 class PVNDialogStateMachine final : public PVNNavStateMachine {
 public:
-    // The host is not owned and must outlive this.
+    // The host is borrowed and must outlive this.
     explicit PVNDialogStateMachine(PVNPaneHost& paneHost) : host(paneHost) {}
 
-    // Opens the host's dialog, enters startState and runs the dialog to its end. The dialog is closed also
-    // when an exception leaves.
+    // Makes the host the delegate of all states, opens its dialog, enters startState and runs the dialog to
+    // its end. Destroys the dialog on every way out. Returns whether the end was kWFState_Done. Throws
+    // std::logic_error without a context in the wildcard row.
     bool Run() override;
 
 private:

@@ -1,7 +1,7 @@
 #include "workflow/panes/pane.h"
 
 #include "toolkit/window_messages.h"
-#include "workflow/panes/host_window.h"
+#include "workflow/panes/window_message.h"
 
 namespace brixen::pvn::pvn_workflow {
 

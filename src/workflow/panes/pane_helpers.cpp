@@ -2,11 +2,11 @@
 
 #include "dictionaries/translation.h"
 #include "toolkit/control_styles.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/dialog/zeve_dialog.h"
 #include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 

@@ -1,5 +1,5 @@
-// What panes and hosts do to the controls of their dialog. View ids are control ids. An id that no control
-// has is harmless everywhere.
+// The operations of panes and hosts on the controls of their dialog. A view id is a control id. An unknown id
+// is harmless everywhere.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -13,14 +13,15 @@ class ZeveDialog;
 
 namespace brixen::pvn::pvn_workflow {
 
-// The prefix that all titles share, then the text of `key`, or of the common title if that is empty. At most
-// 255 UTF-16 units are shown.
+// Shows the prefix of all titles, then the text of `key`, or of the common title if `key` is empty: at most
+// 255 UTF-16 units.
 void SetWindowTitle(const std::string& key, zeve::NativeWindow window);
-// Shows a text in a control; `text` is shown as it is.
+// Shows a text in a control. `text` is UTF-8 and is not translated.
 void SetControlText(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text);
-// The button that Enter presses: it gets the frame and the focus. Replaces the whole style (meant): the
-// control counts as hidden until its group is shown.
+// Makes a button the one that Enter presses: it gets the frame and the focus.
+// Intentional: the whole style is replaced, and the button counts as hidden until it is shown again.
 void MakeDefaultButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
+// Takes the frame of a default button away, in the same way.
 void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible);

@@ -2,19 +2,19 @@
 
 #include "frame/frame_state.h"
 #include "frame/pavane_context.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/dialog/zeve_dialog.h"
+#include "values/scope_guard.h"
 #include "workflow/context/context_keys.h"
-#include "workflow/panes/dialog_rules.h"
+#include "workflow/context/workflow_context.h"
 #include "workflow/machine/nav_state_machine.h"
+#include "workflow/panes/dialog_rules.h"
 #include "workflow/panes/pane.h"
 #include "workflow/resources/resource_layer.h"
-#include "values/scope_guard.h"
-#include "workflow/panes/screen_lock.h"
-#include "workflow/context/workflow_context.h"
 
-#include <stdexcept>
+#include <new>
+#include <utility>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -23,17 +23,29 @@ namespace {
 constexpr char kBackgroundName[] = "background";
 constexpr char kLogoName[] = "brixenlogo";
 
+// Keeps a window from drawing while a pane is left or entered, so that its changes appear at once. The lock
+// has effect on the whole process, so it is held during the pane's call only.
+class ScreenLock {
+public:
+    explicit ScreenLock(zeve::NativeWindow window) { zeve::platform::LockUpdates(window); }
+    ~ScreenLock() { zeve::platform::UnlockUpdates(); }
+    ScreenLock(const ScreenLock&) = delete;
+    ScreenLock& operator=(const ScreenLock&) = delete;
+};
+
 // Without memory for the path the root stays where it was.
 void RestoreRoot() noexcept {
     try {
         SetResourceRootToLibrary();
     } catch (const std::bad_alloc&) {
+        // See above.
     }
 }
 
 } // namespace
 
-PVNPaneHost::PVNPaneHost(std::string text) : viewText(std::move(text)) {}
+PVNPaneHost::PVNPaneHost(std::string text, std::string name)
+    : viewText(std::move(text)), viewName(std::move(name)) {}
 
 PVNPaneHost::~PVNPaneHost() {
     PVNPaneHost::Destroy();
@@ -50,23 +62,20 @@ void PVNPaneHost::Init() {
     activeContext = context;
     backgroundBitmap = LoadHostBitmap(kBackgroundName);
     logoBitmap = LoadHostBitmap(kLogoName);
-    MakeDialog();
+    OpenDialog();
     SetPtr(*context, PvnWFKey_ZeveRef, zeveRef.get());
     context->RefreshDictionaryVariables();
 }
 
-void PVNPaneHost::MakeDialog() {
+void PVNPaneHost::OpenDialog() {
     void* mainWindow = nullptr;
     GetPtr(*context, PvnWFKey_MainWindow, mainWindow);
     std::string language;
     GetString(*context, PvnWFKey_Language, language);
 
-    zeve::ZeveInitialize();
     zeveRef = NewDialog(&HostEventCallback, static_cast<zeve::NativeWindow>(mainWindow), language);
-    zeve::ZeveAddViewText(zeveRef.get(), viewText.c_str());
     callbackParams.host = this;
-    window = callbackParams.window = zeve::ZeveMakeDialog(zeveRef.get(), &callbackParams);
-    if (!window) throw std::runtime_error("the dialog has no window");
+    window = callbackParams.window = MakeDialog(*zeveRef, viewText, viewName, &callbackParams);
 }
 
 zeve::NativeBitmap PVNPaneHost::LoadHostBitmap(const std::string& name) {
@@ -102,7 +111,7 @@ void PVNPaneHost::Enter(PVNStateMachine& stateMachine, std::uint16_t state) {
 }
 
 void PVNPaneHost::EnterPane() {
-    // The first pane comes up on a window that is not visible yet, where there is nothing to hold back.
+    // The first pane is entered while the window is not visible yet.
     if (!zeve::platform::IsShown(window)) return currentPane->Enter();
     const ScreenLock lock(window);
     currentPane->Enter();
@@ -133,7 +142,7 @@ std::intptr_t PVNPaneHost::Press(std::uint16_t id) {
 }
 
 std::intptr_t PVNPaneHost::DeliverEvent(std::string_view event) {
-    // What the handler asked first, an alert for one, may have let another event end the run.
+    // Another event may have ended the run while the handler showed an alert.
     if (!window) return 0;
     const std::uint16_t to = machine->HandleEvent(event);
     if (to != kWFState_Done && to != kWFState_Exit) return 0;

@@ -1,15 +1,15 @@
 // The one dialog window of a workflow, and the action delegate of all its states. It owns the toolkit's
-// dialog, routes the window's messages, and lets the pane of each state come and go. Everything runs on the
+// dialog, routes the window's messages, and enters and leaves the pane of each state. Everything runs on the
 // thread of the modal loop.
 //
-// A concrete host derives from PVNConcreteHost (workflow/panes/concrete_host.h) and brings its table from control
+// A concrete host derives from PVNConcreteHost (workflow/panes/concrete_host.h) and has a table from control
 // id to handler.
 #pragma once
 
 #include "workflow/machine/action_delegate.h"
 #include "workflow/panes/dialog_rules.h"
-#include "workflow/panes/host_window.h"
 #include "workflow/panes/picture_controls.h"
+#include "workflow/panes/window_message.h"
 
 #include <cstdint>
 #include <string>
@@ -25,54 +25,74 @@ class PVNNavStateMachine;
 class PVNPane;
 class PVNWorkFlowContext;
 
-class PVNPaneHost : public PVNActionDelegate, public PVNHostWindow {
+// The window side of a pane host: a handle and a message map.
+class PVNDialogWindow {
 public:
-    // `text` is the view description that holds the controls of all panes.
-    explicit PVNPaneHost(std::string text);
+    virtual ~PVNDialogWindow() = default;
+    // Returns whether the message was handled; only then `result` counts.
+    virtual bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) = 0;
+
+    // Returns the toolkit's window: null before Init and after the run has ended.
+    zeve::NativeWindow Window() const { return window; }
+
+protected:
+    zeve::NativeWindow window = nullptr;
+};
+
+class PVNPaneHost : public PVNActionDelegate, public PVNDialogWindow {
+public:
+    // `text` is the view description with the controls of all panes, `name` its resource name.
+    explicit PVNPaneHost(std::string text, std::string name = {});
     PVNPaneHost(const PVNPaneHost&) = delete;
     PVNPaneHost& operator=(const PVNPaneHost&) = delete;
     ~PVNPaneHost() override;
 
-    // Both are not owned and must outlive the run. Comes before Init.
+    // Borrows both for the run. Call it before Init.
     void Connect(PVNNavStateMachine& runMachine, PVNWorkFlowContext& runContext);
-    // Makes the dialog, hidden, with all its controls. Throws when there is no window.
+    // Makes the dialog with all its controls, hidden. Throws if there is no window.
     virtual void Init();
-    // Runs the dialog to its end. True if that was kWFState_Done.
+    // Runs the dialog to its end. Returns whether that was kWFState_Done. Throws what a handler or a pane
+    // throws.
     virtual bool RunModal();
     // Deletes the dialog. Harmless without one.
     virtual void Destroy() noexcept;
     // Called once, just before the window is shown.
     virtual std::intptr_t OnInitDialog();
 
-    // The pane of the state comes up in place of the one before. A state without a pane leaves what is shown.
+    // Returns whether this host can show the pane.
+    virtual bool Accepts(const PVNPane&) const { return true; }
+
+    // Shows the pane of the state. A state without a pane leaves the window as it is.
     void Enter(PVNStateMachine& stateMachine, std::uint16_t state) override;
-    // The pane that was entered last goes, whatever `state` says.
+    // Hides the pane of the state last entered. Kept: `state` is ignored.
     void Exit(PVNStateMachine& stateMachine, std::uint16_t state) override;
 
     // The host's message map.
     bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override;
-    // What the toolkit is answered (see toolkit/zeve_callback.h).
+    // Returns the answer to the toolkit (see toolkit/zeve_callback.h).
     std::intptr_t RouteHostMessage(const WindowMessage& message);
 
     PictureControls& Pictures() { return pictures; }
 
 protected:
-    // Hands the event to the machine. Returns what a handler answers: kAnswerEndPositive if the workflow is
-    // done, kAnswerEndNegative if it was left, else 0. After an end state it delivers nothing more.
+    // Hands the event to the machine. Returns the answer of a handler: kAnswerEndPositive if the workflow is
+    // done, kAnswerEndNegative if it was left, else 0. Delivers nothing after an end state.
     std::intptr_t DeliverEvent(std::string_view event);
     // Calls the handler of a control's id. Returns whether there is one; only then `result` counts.
-    virtual bool HandleCommand(std::uint16_t id, std::intptr_t& result) = 0;
-    // What the handler of that id answers; 0 if there is none.
+    virtual bool HandleCommand(std::uint16_t, std::intptr_t&) { return false; }
+    // Returns the answer of the id's handler, or 0 without one.
     std::intptr_t Press(std::uint16_t id);
-    // Does what the current pane put off until it is on screen: it posted kMessageFirstFocus.
+    // Does what the current pane has put off until it is on screen: it posted kMessageFirstFocus.
     virtual void OnFirstFocus() {}
-    // Whether a host of this class was painted again after a changed product name; one flag a class and
-    // process.
+    // Whether a host of this class was painted again after a changed product name: one flag for each class
+    // and process.
     virtual bool& RepaintedFlag() = 0;
 
-    PVNWorkFlowContext* context = nullptr; // not owned
-    PVNNavStateMachine* machine = nullptr; // not owned
-    PVNPane* currentPane = nullptr;        // of the state last entered, or null; not owned
+    // Returns the pane of the state last entered, or null.
+    PVNPane* CurrentPane() const { return currentPane; }
+
+    PVNWorkFlowContext* context = nullptr; // borrowed
+    PVNNavStateMachine* machine = nullptr; // borrowed
     OwnedDialog zeveRef;
 
 private:
@@ -88,7 +108,7 @@ private:
 
     static std::uint64_t HostEventCallback(std::int32_t what, zeve::EventRecord& record, void* params);
 
-    void MakeDialog();
+    void OpenDialog();
     zeve::NativeBitmap LoadHostBitmap(const std::string& name);
     void EnterPane();
     void RepaintForProductName();
@@ -105,13 +125,15 @@ private:
     zeve::NativeBitmap backgroundBitmap = nullptr; // the resource layer's
     zeve::NativeBitmap logoBitmap = nullptr;       // the resource layer's
     PVNWorkFlowContext* activeContext = nullptr;   // null until Init
-    std::string viewText;
+    PVNPane* currentPane = nullptr;                // borrowed
+    std::string viewText, viewName;
     CallbackParams callbackParams;
     PictureControls pictures;
     bool sawPane = false, sawUser = false;
 };
 
-// Loads a bitmap and shows it in a picture control of the host's dialog. A missing one is shown as nothing.
+// Loads a bitmap and shows it in a picture control of the host's dialog. Without the bitmap the control is
+// empty.
 void ShowBitmapInControl(PVNPaneHost& host, const std::string& name, std::uint16_t viewId);
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,11 +1,11 @@
-// The road of a message through the pane host: from the toolkit's callback to the message map.
+// The way of a message through the pane host: from the toolkit's callback to the message map.
 #include "frame/stop_watch.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 #include "toolkit/zeve_callback.h"
 #include "workflow/panes/dialog_rules.h"
-#include "workflow/panes/host_messages.h"
 #include "workflow/panes/pane_host.h"
+#include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 
 namespace brixen::pvn::pvn_workflow {
@@ -98,7 +98,7 @@ bool PVNPaneHost::OnKeyDown(const WindowMessage& message, std::intptr_t&) {
     return true;
 }
 
-// Swallowed: the window cannot be closed from its frame.
+// Intentional: the window cannot be closed from its frame.
 bool PVNPaneHost::OnClose(const WindowMessage&, std::intptr_t&) { return true; }
 
 bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage&, std::intptr_t&) {
@@ -108,7 +108,7 @@ bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage&, std::intptr_t&) {
     return true;
 }
 
-// Commands that come while the controls are made, or that were posted before the end, find no pane.
+// A command has no pane while the controls are being made, and after the end of the run.
 bool PVNPaneHost::OnCommand(const WindowMessage& message, std::intptr_t& result) {
     return window && HandleCommand(LowWord(message.wparam), result);
 }

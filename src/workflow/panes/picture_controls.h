@@ -1,7 +1,7 @@
 // The picture controls of one dialog that show a bitmap of the resource layer.
 //
-// A control of the system that is handed a bitmap with alpha shows a copy of its own, which nobody frees but
-// whoever handed it over. So the pictures are taken back before the dialog is deleted.
+// A control of the system shows a copy of a bitmap with alpha, and the copy must be freed by the program. So
+// the pictures are taken back before the dialog is deleted.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -18,8 +18,8 @@ public:
     PictureControls& operator=(const PictureControls&) = delete;
     ~PictureControls() { TakeBack(); }
 
-    // Loads the bitmap and shows it in place of an earlier one; a missing one is shown as nothing. A null
-    // control shows nothing.
+    // Loads the bitmap and shows it in place of an earlier one. Without the bitmap the control is empty. A
+    // null control is harmless.
     void Show(const std::string& name, zeve::NativeWindow control);
     // Empties all controls and frees their copies.
     void TakeBack() noexcept;
@@ -30,7 +30,7 @@ private:
         zeve::NativeBitmap bitmap; // the resource layer's, or null
     };
 
-    std::vector<Picture> shown; // one a control
+    std::vector<Picture> shown; // one for each control
 };
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,6 +1,5 @@
-// What the resource layer needs of the system besides files: where the library lies, and PNG files as
-// bitmaps. Paths are UTF-16; a backslash separates folders on every system. Nothing here throws unless memory
-// runs out.
+// What the resource layer needs of the system besides files: the library's folder, and PNG files as bitmaps.
+// Paths are UTF-16, with a backslash between folders on every system. Nothing here throws but std::bad_alloc.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -14,13 +13,14 @@ namespace brixen::pvn::pvn_workflow::platform {
 // Size of every path buffer, with the terminator.
 inline constexpr std::size_t kPathUnits = 260;
 
-// The folder of the file that holds this code, found by the address of one of its functions, so that a
-// renamed file finds its own folder too. A path that does not fit into kPathUnits is cut before its last
-// component goes.
+// Returns the folder of the file that holds this code, found by the address of one of its functions, so that
+// a renamed file finds its own folder too. A path that is longer than kPathUnits is cut before its last
+// component is removed.
 std::u16string LibraryFolder();
 
-// The decoder is started before the first DecodeBitmap and stopped after the last. The caller counts.
-bool StartDecoder() noexcept;
+// Starts the decoder, before the first DecodeBitmap. Returns whether it runs. The caller counts its users and
+// calls StopDecoder after the last DecodeBitmap.
+[[nodiscard]] bool StartDecoder() noexcept;
 void StopDecoder() noexcept;
 
 inline constexpr std::uint32_t kDecodeFailed = 0x80004005;
@@ -30,9 +30,10 @@ struct DecodedBitmap {
     std::uint32_t code = kDecodeFailed;  // 0 or kDecodeFailed
 };
 
-// A device-independent bitmap of the file's size, bottom row first, blue first in each pixel: 32 bits with
-// straight alpha where the file's format has alpha, else 24 bits. The file is closed on return.
-DecodedBitmap DecodeBitmap(const char16_t* path);
+// Returns a device-independent bitmap of the file's size, bottom row first, blue first in each pixel: 32 bits
+// with straight alpha where the file's format has alpha, else 24 bits. The file is closed on return.
+[[nodiscard]] DecodedBitmap DecodeBitmap(const char16_t* path);
+// Null is harmless.
 void DeleteBitmap(zeve::NativeBitmap bitmap) noexcept;
 
 } // namespace brixen::pvn::pvn_workflow::platform

@@ -1,8 +1,22 @@
 #include "workflow/resources/bitmap_handler.h"
 
-#include "workflow/resources/resource_manager.h"
-
 namespace brixen::pvn::pvn_workflow {
+
+bool DecoderShare::Start() {
+    if (isHeld) return true;
+    ResourceState& state = TheResourceState();
+    const std::lock_guard<std::mutex> guard(state.decoderLock);
+    if (state.decoderUsers == 0 && !platform::StartDecoder()) return false;
+    ++state.decoderUsers;
+    return isHeld = true;
+}
+
+DecoderShare::~DecoderShare() {
+    if (!isHeld) return;
+    ResourceState& state = TheResourceState();
+    const std::lock_guard<std::mutex> guard(state.decoderLock);
+    if (--state.decoderUsers == 0) platform::StopDecoder();
+}
 
 PVNBitmapHandler::OwnedBitmap PVNBitmapHandler::Decode(const char16_t* path) {
     if (!decoder.Start()) return nullptr;

@@ -3,17 +3,33 @@
 
 #include "toolkit/platform/native_types.h"
 #include "workflow/platform/resource_platform.h"
-#include "workflow/resources/decoder_share.h"
-#include "workflow/resources/resource_handler.h"
+#include "workflow/resources/resource_manager.h"
 
 #include <map>
 #include <memory>
+#include <string>
 
 namespace brixen::pvn::pvn_workflow {
 
+// A share in the image decoder of the process. The first share starts the decoder, the end of the last one
+// stops it. Shares may be held on any thread.
+class DecoderShare {
+public:
+    DecoderShare() = default;
+    DecoderShare(const DecoderShare&) = delete;
+    DecoderShare& operator=(const DecoderShare&) = delete;
+    ~DecoderShare();
+
+    // Returns whether the decoder runs for this share. After a refusal the next call tries again.
+    [[nodiscard]] bool Start();
+
+private:
+    bool isHeld = false;
+};
+
 class PVNBitmapHandler final : public PVNResourceHandler {
 public:
-    // A zeve::NativeBitmap that the handler owns, or null; what failed is tried again by the next call.
+    // Returns a zeve::NativeBitmap that the handler owns, or null. After a failure the next call tries again.
     // `locale` and `mode` are ignored, so that no caller can change the search.
     void* Load(const std::string& name, const std::string& locale, std::uint32_t mode) override;
     // Deletes the bitmap and forgets the name.

@@ -1,27 +1,36 @@
 #include "workflow/resources/dictionary_handler.h"
 
 #include "dictionaries/translation.h"
-#include "toolkit/dialog/zeve_dialog.h"
 #include "values/platform/values_platform.h"
-#include "workflow/resources/resource_manager.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string_view>
 
 namespace brixen::pvn::pvn_workflow {
 
-PVNDictionaryHandler::PVNDictionaryHandler()
-    : catalogue{{"Welcome", "guide"},
-                {"Privacy", "guide"},
-                {"Registration", "service"},
-                {"Connection", "service"},
-                {"Feedback", "service"}} {}
+namespace {
+
+// A workflow joins the dictionaries by its row here.
+constexpr struct {
+    std::string_view workflow;
+    const char* base; // name of the dictionary's file, without extension
+} kDictionaries[] = {
+    {"Welcome", "guide"},      {"Privacy", "guide"},    {"Registration", "service"},
+    {"Connection", "service"}, {"Feedback", "service"},
+};
+
+} // namespace
 
 void* PVNDictionaryHandler::Load(const std::string& name, const std::string& locale, std::uint32_t) {
-    zeve::ZeveInitialize();
-    const auto found = catalogue.find(name);
-    return found != catalogue.end() && LoadBase(found->second, locale) ? this : nullptr;
+    const auto* row =
+        std::ranges::find(kDictionaries, name, [](const auto& entry) { return entry.workflow; });
+    return row != std::end(kDictionaries) && LoadBase(row->base, locale) ? this : nullptr;
 }
 
 bool PVNDictionaryHandler::LoadBase(const std::string& base, const std::string& locale) {
-    if (loaded.count(base) != 0) return true;
+    if (loaded.contains(base)) return true;
     const PathUnits path =
         PVNResourceManager::Get().FindResourceFile(base, "zdct", locale, kSearchLocaleThenEnUs);
     if (!path) return false;

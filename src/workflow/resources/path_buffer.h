@@ -1,5 +1,5 @@
-// A path in the system's own limits: 260 UTF-16 units with the terminator. What does not fit is cut,
-// silently; a cut path is simply not found.
+// A path within the system's limit: 260 UTF-16 units with the terminator. A longer path is cut without a
+// sign, and the cut path is then not found.
 #pragma once
 
 #include "workflow/platform/resource_platform.h"
@@ -18,9 +18,10 @@ public:
     explicit PathBuffer(std::u16string_view start) { Append(start); }
 
     PathBuffer& Append(std::u16string_view part);
-    // A backslash, then the component.
+    // Appends a backslash, then the component.
     PathBuffer& Enter(std::u16string_view component);
 
+    // NUL-terminated, valid as long as the buffer.
     const char16_t* Text() const { return units; }
     PathUnits Copy() const;
 

@@ -30,7 +30,7 @@ Field FieldOf(std::string_view tag) {
     return nullptr;
 }
 
-// Reads the children of the current element. False at an unknown one, and at one that came before with a
+// Reads the children of the current element. Returns false at an unknown one, and at one that already has a
 // value.
 bool ReadInfo(CMarkupSTL& markup, PVNPrivacyInfo& info) {
     markup.IntoElem();

@@ -1,4 +1,4 @@
-// The language list: which languages have a privacy statement, and in which file it stands.
+// The language list: which languages have a privacy statement, and the file of each.
 //
 //   <PVN_PRIVACY_INFO>
 //     <LANGUAGE_INFO>
@@ -7,7 +7,7 @@
 //     </LANGUAGE_INFO>
 //   </PVN_PRIVACY_INFO>
 //
-// All values are element text, the five in any order; an absent one is empty. Attributes are not read.
+// All values are element text, the five in any order. An absent one is empty. Attributes are not read.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ class CMarkupSTL;
 
 namespace brixen::pvn::pvn_workflow {
 
-// The fields bear the names of their elements.
+// Each field has the name of its element.
 struct PVNPrivacyInfo {
     std::string LANGID;      // the key: a locale such as "de_DE"
     std::string LANGNAME;    // name of the language, UTF-8
@@ -33,19 +33,19 @@ struct PVNPrivacyInfo {
 
 class PVNPrivacyList {
 public:
-    // Takes the entries of a file in the place of those that are held. The first error ends the read: entries
-    // read before it stay, and if the file is no language list at all, so do those that were held.
+    // Replaces the entries by those of a file; null is a bad file name. The first error ends the read, and
+    // the entries before it stay. A file that is no language list at all leaves the earlier entries in place.
     void Read(const char16_t* path);
-    // The same for a well-formed document whose cursor stands in front of its root.
+    // The same for a well-formed document with its cursor before the root.
     void Read(lyr::gen::CMarkupSTL& markup);
 
     bool IsEmpty() const { return languages.empty(); }
-    // The LANGID texts in the order of the list, each as often as it stands there.
+    // The LANGID texts in the order of the list, repetitions included.
     const std::vector<std::string>& Languages() const { return languages; }
-    // The first entry of that LANGID; an empty one if there is none.
+    // Returns the first entry of that LANGID, or an empty one. Valid until the next Read.
     const PVNPrivacyInfo& Find(const std::string& language) const;
 
-    // What the latest read said: 0 and an empty text, or
+    // The result of the latest read: 0 and an empty text, or
     //   -1 "Bad file name", -2 "Cannot open the file", -3 "Bad xml format", -4 "Not an PVN Privacy Info",
     //   -5 "Invalid tag in PVN_PRIVACY_INFO" or "Invalid tag in LanguageInfo".
     std::int32_t ErrorCode() const { return error.code; }

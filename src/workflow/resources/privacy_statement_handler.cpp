@@ -1,7 +1,6 @@
 #include "workflow/resources/privacy_statement_handler.h"
 
 #include "values/platform/values_platform.h"
-#include "workflow/resources/resource_manager.h"
 
 #include <array>
 #include <optional>
@@ -12,7 +11,7 @@ namespace {
 
 constexpr std::size_t kNameUnits = 1024;
 
-// In the machine's code page. Nothing for what is longer, or no text in it.
+// Reads the name in the machine's code page. Empty for a longer name and for bytes that are no text there.
 std::optional<std::u16string> WideName(std::string_view name) {
     std::array<char16_t, kNameUnits> units;
     const lyr::gen::CodePageResult converted =
@@ -21,7 +20,7 @@ std::optional<std::u16string> WideName(std::string_view name) {
     return std::u16string(units.data(), converted.length);
 }
 
-// A list may come from anywhere; it must not name what lies outside the folder of the statements.
+// A list may be anyone's: it must not reach files outside the folder of the statements.
 bool StaysInFolder(std::u16string_view name) {
     constexpr std::u16string_view kForbidden(u"\\/:\0", 4);
     return name.find_first_of(kForbidden) == name.npos && name.find(u"..") == name.npos;

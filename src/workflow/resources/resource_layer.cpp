@@ -2,15 +2,15 @@
 
 #include "frame/log.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "values/scope_guard.h"
 #include "values/unicode/text_conversion.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
 #include "workflow/resources/privacy_statement_handler.h"
 #include "workflow/resources/resource_manager.h"
-#include "workflow/resources/resource_state.h"
 #include "workflow/resources/view_handler.h"
-#include "values/scope_guard.h"
 
+#include <memory>
 #include <new>
 #include <stdexcept>
 
@@ -23,29 +23,36 @@ const std::string kTypeDictionary = "Resource_Type_Zdct";
 const std::string kTypeBitmap = "Resource_Type_Bitmap";
 const std::string kTypeStatement = "Resource_Type_Privstat";
 
+// Destroys the handlers in the order of their registration, each after the manager has forgotten it.
+void TearDown() {
+    ResourceState& state = TheResourceState();
+    state.statements = nullptr;
+    for (auto& [type, handler] : state.handlers) {
+        PVNResourceManager::Get().RemoveHandler(type);
+        handler.reset();
+    }
+    state.handlers.clear();
+    PVNResourceManager::Destroy();
+    state.isSetUp = false;
+}
+
 template <class Handler>
-void AddHandler(const std::string& type) {
-    auto handler = std::make_unique<Handler>();
-    PVNResourceManager::Get().RegisterHandler(type, handler.get());
-    handler.release(); // TearDown takes it back by its type
+Handler* AddHandler(const std::string& type) {
+    auto owned = std::make_unique<Handler>();
+    Handler* const handler = owned.get();
+    TheResourceState().handlers.push_back({type, std::move(owned)});
+    PVNResourceManager::Get().RegisterHandler(type, handler);
+    return handler;
 }
 
 void SetUp(const std::string& language) {
     AddHandler<PVNViewHandler>(kTypeView);
     AddHandler<PVNDictionaryHandler>(kTypeDictionary);
     AddHandler<PVNBitmapHandler>(kTypeBitmap);
-    AddHandler<PVNPrivacyStatementHandler>(kTypeStatement);
+    TheResourceState().statements = AddHandler<PVNPrivacyStatementHandler>(kTypeStatement);
     PVNResourceManager::Get().SetLanguage(language);
     SetResourceRootToLibrary();
     TheResourceState().isSetUp = true;
-}
-
-void TearDown() {
-    PVNResourceManager& manager = PVNResourceManager::Get();
-    for (const std::string* type : {&kTypeView, &kTypeDictionary, &kTypeBitmap, &kTypeStatement})
-        std::unique_ptr<PVNResourceHandler>(manager.RemoveHandler(*type)).reset();
-    PVNResourceManager::Destroy();
-    TheResourceState().isSetUp = false;
 }
 
 void LogMissing(const char* kind, const std::string& name) {
@@ -80,6 +87,12 @@ std::string LoadViewDescription(const std::string& name) {
     return static_cast<const char*>(text);
 }
 
+std::string FindViewDescription(const std::string& name) {
+    const PathUnits path =
+        PVNResourceManager::Get().FindResourceFile(name, "exv", kDefaultLocale, kSearchLocaleThenRoot);
+    return path ? lyr::gen::ToUtf8(path.get(), true) : std::string();
+}
+
 void LoadWorkFlowDictionary(const std::string& name) {
     if (!PVNResourceManager::Get().Load(kTypeDictionary, name, kDefaultLocale, 1)) FailMissing("Zdct", name);
 }
@@ -93,6 +106,7 @@ zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mod
 void ReleaseBitmapResource(const char* name) noexcept try {
     PVNResourceManager::Get().Release(kTypeBitmap, name);
 } catch (const std::bad_alloc&) {
+    // See the header.
 }
 
 std::u16string FindLocalPage(const std::string& name) {
@@ -102,13 +116,13 @@ std::u16string FindLocalPage(const std::string& name) {
 }
 
 std::vector<StatementLanguage> PrivacyStatementLanguages() {
-    auto* handler =
-        dynamic_cast<PVNPrivacyStatementHandler*>(PVNResourceManager::Get().HandlerOf(kTypeStatement));
+    PVNPrivacyStatementHandler* const handler = TheResourceState().statements;
     if (!handler) return {};
     const PVNPrivacyList& list = handler->Languages();
     std::vector<StatementLanguage> languages;
-    for (const std::string& language : list.Languages())
+    for (const std::string& language : list.Languages()) {
         languages.push_back({language, list.Find(language).LANGNAME});
+    }
     return languages;
 }
 

@@ -2,8 +2,8 @@
 // privacy statements, found by name in PVResources for the language of the run. Everything here belongs to
 // the thread that runs the workflow.
 //
-// Views and dictionaries are vital: a missing one leaves a log line and throws. Bitmaps are optional: a log
-// line and null. Statements are optional without a log line.
+// Views and dictionaries are vital: a missing one is logged and throws. Bitmaps are optional: a missing one
+// is logged and null. Statements are optional and not logged.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -15,54 +15,55 @@
 namespace brixen::pvn::pvn_workflow {
 
 // Initializes the toolkit, once per process, and sets the layer up for a locale such as "he_IL". Does nothing
-// more when the layer is set up already: the first language stands until ShutDownResources.
+// more when the layer is set up already: the first language holds until ShutDownResources.
 void SelectLanguage(const std::string& language);
 
-// Takes the layer down with all it holds: views, bitmap handles, the language. Harmless when nothing is set
-// up.
+// Frees all that the layer holds: views, bitmap handles, statements, the language. Harmless without a set-up.
 void ShutDownResources();
 
-// The text of NAME.exv, from the language's folder or from the root. Throws std::runtime_error("missing
-// resource").
+// Returns the text of NAME.exv, from the language's folder or from the root. Throws
+// std::runtime_error("missing resource").
 std::string LoadViewDescription(const std::string& name);
 
+// Returns the path of NAME.exv in UTF-8, for messages. Empty when there is no such file.
+std::string FindViewDescription(const std::string& name);
+
 // Adds the dictionary of the workflow `name` to the dictionary store, from the language's folder or from
-// en_US; each dictionary once a run, however many workflows share it. Throws std::runtime_error("missing
-// resource").
+// en_US. Each dictionary is read once a run, however many workflows share it. Throws
+// std::runtime_error("missing resource").
 void LoadWorkFlowDictionary(const std::string& name);
 
-// What the engine itself passes as the mode of a bitmap.
+// The mode that the engine itself passes for a bitmap.
 inline constexpr std::uint32_t kBitmapMode = 3;
 
-// The bitmap of NAME.png, from the language's folder or from the root, or null. The layer owns the handle
-// until ReleaseBitmapResource or ShutDownResources. `mode` reaches the bitmap handler, which has a search of
-// its own and ignores it.
+// Returns the bitmap of NAME.png, from the language's folder or from the root, or null. The layer owns the
+// handle until ReleaseBitmapResource or ShutDownResources. The bitmap handler ignores `mode`.
 zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode = kBitmapMode);
 
-// Deletes the bitmap of that name, if it is loaded; without memory for the name it stays until
+// Deletes the bitmap of that name, if it is loaded. Without memory for the name it stays until
 // ShutDownResources.
 void ReleaseBitmapResource(const char* name) noexcept;
 
-// The path of NAME.html, from the language's folder or from en_US; empty when there is none.
+// Returns the path of NAME.html, from the language's folder or from en_US. Empty when there is none.
 std::u16string FindLocalPage(const std::string& name);
 
-// A language in which there is a privacy statement.
+// A language that has a privacy statement.
 struct StatementLanguage {
     std::string locale; // as in "de_DE"
     std::string name;   // in the language's own words, UTF-8; may be empty
 };
 
-// What the language list names, in its order, repetitions included; empty when there is no list.
+// Returns the languages of the language list in its order, repetitions included. Empty without a list.
 std::vector<StatementLanguage> PrivacyStatementLanguages();
 
-// The privacy statement in the language that the list knows by that locale; empty when there is none, or when
-// its file holds no UTF-16 text.
+// Returns the privacy statement of a locale of the language list. Empty when there is none, or when its file
+// is no UTF-16 text.
 std::u16string LoadPrivacyStatement(const std::string& language);
 
 // Takes resources from PVResources beside the library: the state after SelectLanguage.
 void SetResourceRootToLibrary();
 
-// Takes resources from PVResources below another folder (UTF-8). Whoever does restores the root at once.
+// Takes resources from PVResources below another folder (UTF-8). The caller restores the root at once.
 void SetResourceRootBelow(const std::string& folder);
 
 } // namespace brixen::pvn::pvn_workflow

@@ -2,16 +2,19 @@
 
 #include "values/platform/values_platform.h"
 #include "values/unicode/text_conversion.h"
-#include "workflow/resources/resource_handler.h"
-#include "workflow/resources/resource_state.h"
 
 namespace brixen::pvn::pvn_workflow {
 
 using lyr::gen::ToUtf16;
 
+ResourceState& TheResourceState() {
+    static ResourceState state;
+    return state;
+}
+
 PVNResourceManager& PVNResourceManager::Get() {
     ResourceState& state = TheResourceState();
-    if (!state.manager) state.manager = std::make_shared<PVNResourceManager>();
+    if (!state.manager) state.manager = std::make_unique<PVNResourceManager>();
     return *state.manager;
 }
 

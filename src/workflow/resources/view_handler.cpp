@@ -1,7 +1,6 @@
 #include "workflow/resources/view_handler.h"
 
 #include "values/platform/values_platform.h"
-#include "workflow/resources/resource_manager.h"
 
 namespace brixen::pvn::pvn_workflow {
 

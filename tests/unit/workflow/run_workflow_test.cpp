@@ -1,13 +1,13 @@
 #include "workflow/run_workflow.h"
 
-#include "unit/workflow/panes/dialog_fixture.h"
 #include "frame/status.h"
-#include "workflow/panes/concrete_host.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
+#include "workflow/panes/concrete_host.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
 #include "workflow/workflow.h"
-#include "workflow/context/workflow_context.h"
 
 #include <gmock/gmock.h>
 
@@ -21,7 +21,7 @@ using testing::ElementsAre;
 constexpr char kView[] = "dialog(name: 'Test') { button(view_id: 21, name: 'Go'); }";
 constexpr std::uint16_t kGo = 21;
 
-// What the workflow under test does, and what happened to it.
+// The plan of the workflow under test, and a record of its run.
 struct Plan {
     std::uint16_t target = kWFState_Done;
     std::uint32_t storedResult = 0;
@@ -39,7 +39,7 @@ public:
     ~CountedPane() override { --gPlan.panesAlive; }
 };
 
-class GoHost final : public PVNConcreteHost<GoHost> {
+class GoHost final : public PVNConcreteHost<GoHost, PVNPane> {
 public:
     using PVNConcreteHost::PVNConcreteHost;
     static std::span<const Command> Commands() {
@@ -77,6 +77,7 @@ public:
         PVNWorkFlow::Cleanup();
     }
     using PVNWorkFlow::machine;
+    using PVNWorkFlow::SetHost;
     using PVNWorkFlow::SetPane;
 };
 
@@ -96,13 +97,13 @@ protected:
     Window mainWindow = MakeMainWindow();
 };
 
-TEST_F(RunWorkFlow, DoneIsZeroWhateverIsStored) {
+TEST_F(RunWorkFlow, DoneIsZeroEvenWithAnotherResultInTheBag) {
     EXPECT_EQ(Run(), 0);
     gPlan.storedResult = kStatusUnmappedOutcome;
     EXPECT_EQ(Run(), 0);
 }
 
-TEST_F(RunWorkFlow, ExitIsTheStoredResultAndTheCancelUntilThen) {
+TEST_F(RunWorkFlow, ExitIsTheStoredResultAndAtFirstTheCancel) {
     gPlan.target = kWFState_Exit;
     EXPECT_EQ(Run(), kStatusUserCancel);
     gPlan.storedResult = kStatusUserOutcome3;
@@ -115,7 +116,7 @@ TEST_F(RunWorkFlow, ExitWithoutAResultIsTheCancel) {
     EXPECT_EQ(Run(), kStatusUserCancel);
 }
 
-TEST_F(RunWorkFlow, AResultIsCutToAStatusWord) {
+TEST_F(RunWorkFlow, AStoredResultIsCutToSixteenBits) {
     gPlan.target = kWFState_Exit;
     gPlan.storedResult = 0xABCD8904;
     EXPECT_EQ(Run(), kStatusUserOutcome4);
@@ -134,7 +135,7 @@ TEST_F(RunWorkFlow, PanesLiveUntilCleanup) {
     EXPECT_EQ(gPlan.cleanups, 1);
 }
 
-TEST_F(RunWorkFlow, WhatTheRunSetIsInTheBag) {
+TEST_F(RunWorkFlow, TheBagHoldsTheValuesOfTheRun) {
     Run();
     std::string text;
     EXPECT_TRUE(GetString(bag, "left behind", text));
@@ -149,7 +150,7 @@ TEST_F(RunWorkFlow, TheResourceLayerIsDownAfterAnOrderlyRun) {
     EXPECT_EQ(Found("file", "default_locale", kSearchLocale), "de_DE\\file.txt");
 }
 
-TEST_F(RunWorkFlow, AnExceptionIsItsStatusAndNoLine) {
+TEST_F(RunWorkFlow, AnExceptionHasAStatusAndNoLogLine) {
     gPlan.throwInBuild = true;
     EXPECT_EQ(Run(), kStatusException);
     EXPECT_EQ(Logged(), "");
@@ -200,6 +201,51 @@ TEST_F(RunWorkFlow, AMissingResourceIsAnException) {
     };
     EXPECT_EQ(RunWorkFlowFromBag<Missing>(bag), kStatusException);
     EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Exvw, Name: missing)\n");
+}
+
+// A host that has panes of one type only.
+class CountedHost final : public PVNConcreteHost<CountedHost, CountedPane> {
+public:
+    using PVNConcreteHost::PVNConcreteHost;
+    static std::span<const Command> Commands() { return {}; }
+};
+
+TEST_F(RunWorkFlow, APaneThatItsHostDoesNotAcceptIsRefused) {
+    PVNWorkFlowContext context(bag);
+    PlannedWorkFlow workFlow(context);
+    workFlow.SetHost(std::make_unique<CountedHost>(kView));
+    workFlow.machine->SetTransition(1, kWFState_Done, "OKButton");
+    EXPECT_THROW(workFlow.SetPane(1, std::make_unique<PVNPane>()), std::logic_error);
+    EXPECT_NO_THROW(workFlow.SetPane(1, std::make_unique<CountedPane>()));
+}
+
+TEST_F(RunWorkFlow, PanesAreDestroyedInTheOrderOfTheirStatesEachForgottenByTheMachine) {
+    static std::string gone;
+    static PVNDialogStateMachine* machine;
+    class NotingPane : public PVNPane {
+    public:
+        explicit NotingPane(std::uint16_t paneState) : state(paneState) {}
+        ~NotingPane() override {
+            void* pane = nullptr;
+            gone +=
+                std::to_string(state) + (machine->GetProperty(state, kPropertyPaneObject, pane) ? "! " : " ");
+        }
+
+    private:
+        std::uint16_t state;
+    };
+    PVNWorkFlowContext context(bag);
+    PlannedWorkFlow workFlow(context);
+    workFlow.SetHost(std::make_unique<GoHost>(kView));
+    machine = workFlow.machine.get();
+    for (const int number : {7, 2, 0xFFF0, 300}) {
+        const auto state = static_cast<std::uint16_t>(number);
+        machine->SetTransition(state, kWFState_Done, "OKButton");
+        workFlow.SetPane(state, std::make_unique<NotingPane>(state));
+    }
+    workFlow.Cleanup();
+    EXPECT_EQ(gone, "65520 2 7 300 ");
+    EXPECT_EQ(workFlow.machine, nullptr);
 }
 
 TEST_F(RunWorkFlow, APaneNeedsAStateWithTransitionsAndHasItAlone) {

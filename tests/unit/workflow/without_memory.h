@@ -2,10 +2,10 @@
 // behind, and the next run works.
 #pragma once
 
-#include "unit/workflow/panes/dialog_fixture.h"
 #include "dictionaries/process_dictionary.h"
 #include "frame/status.h"
 #include "support/failing_allocator.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "workflow/run_workflow.h"
 
 #include <algorithm>

@@ -7,11 +7,16 @@
 namespace brixen::pvn::pvn_workflow::platform {
 
 PaneRecorder& ThePaneRecorder() {
-    static PaneRecorder gRecorder;
-    return gRecorder;
+    static PaneRecorder recorder;
+    return recorder;
 }
 
 bool IsHighContrast() noexcept { return ThePaneRecorder().isHighContrast; }
+
+void HideCaret(zeve::NativeWindow edit) noexcept {
+    ThePaneRecorder().withoutCaret = edit;
+    ++ThePaneRecorder().hiddenCarets;
+}
 
 bool StartProgram(const char16_t* program, const char16_t* arguments, std::int32_t showCommand) noexcept {
     try {

@@ -1,6 +1,8 @@
 // What the twin of the pane platform keeps for tests. Native builds only.
 #pragma once
 
+#include "toolkit/platform/native_types.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -14,8 +16,10 @@ struct StartedProgram {
 
 struct PaneRecorder {
     bool isHighContrast = false;
-    std::u16string installed = u"iexplore.exe"; // the one program that there is
-    std::vector<StartedProgram> started;        // those that are not there included
+    zeve::NativeWindow withoutCaret = nullptr; // the latest edit control whose caret was hidden
+    int hiddenCarets = 0;
+    std::u16string installed = u"iexplore.exe"; // the only program that is installed
+    std::vector<StartedProgram> started;        // missing ones included
 
     void Reset() { *this = PaneRecorder(); }
 };

@@ -14,7 +14,7 @@ namespace brixen::pvn::pvn_workflow::platform {
 
 namespace {
 
-// A file is taken for a picture when its signature and the start of its first chunk are those of a PNG.
+// A file counts as a picture if its signature and the start of its first chunk are those of a PNG.
 constexpr std::array<unsigned char, 16> kPngStart = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n',
                                                      0,    0,   0,   13,  'I',  'H',  'D',  'R'};
 constexpr std::size_t kPngHeaderBytes = 33;

@@ -1,5 +1,5 @@
-// What the twin of the resource platform keeps for tests: which bitmaps live, whether the decoder runs, and
-// what it shall refuse. Native builds only.
+// What the twin of the resource platform keeps for tests: the living bitmaps, whether the decoder runs, and
+// what it must refuse. Native builds only.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -15,7 +15,7 @@ struct ResourceRecorder {
     int decoderStarts = 0;          // since the last reset
     bool decoderRuns = false;
     bool refuseDecoder = false;
-    std::uintptr_t refuseBitmap = 0; // the n-th from the reset on, counted from 1; 0 refuses none
+    std::uintptr_t refuseBitmap = 0; // the n-th since the last reset, counted from 1; 0 refuses none
 
     void Reset() { *this = ResourceRecorder(); }
 };

@@ -1,12 +1,20 @@
 #include "workflow/platform/pane_platform.h"
 
 #include "values/unicode/platform/win32/wide.h"
+#include "workflow/platform/message_numbers.h"
 
 #include <windows.h>
 
 #include <shellapi.h>
 
 namespace brixen::pvn::pvn_workflow::platform {
+
+static_assert(kMessageFrameButtonDown == WM_NCLBUTTONDOWN && kMessageMouseMove == WM_MOUSEMOVE &&
+              kMessageLeftButtonDown == WM_LBUTTONDOWN && kMessageRightButtonDown == WM_RBUTTONDOWN &&
+              kMessageMiddleButtonDown == WM_MBUTTONDOWN && kMessageParentNotify == WM_PARENTNOTIFY);
+static_assert(kNotificationPressed == BN_CLICKED && kNotificationPopupHasFocus == CBN_SETFOCUS &&
+              kNotificationEditHasFocus == EN_SETFOCUS && kNotificationEditLosesFocus == EN_KILLFOCUS);
+static_assert(kIdEnter == IDOK && kIdEscape == IDCANCEL && kShowRestored == SW_RESTORE);
 
 namespace {
 
@@ -23,6 +31,8 @@ bool IsHighContrast() noexcept {
     return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
            (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
+
+void HideCaret(zeve::NativeWindow edit) noexcept { ::HideCaret(reinterpret_cast<HWND>(edit)); }
 
 bool StartProgram(const char16_t* program, const char16_t* arguments, std::int32_t showCommand) noexcept {
     const HINSTANCE answer =

@@ -44,7 +44,7 @@ Image OpenImage(const char16_t* path) {
     return Image(bitmap);
 }
 
-// 0 for both where the image does not tell, and where 31 bits do not hold it.
+// Returns 0 for both if the image does not say, or if 31 bits do not hold it.
 Size SizeOf(Gdiplus::GpBitmap* image) {
     Size size;
     if (Gdiplus::DllExports::GdipGetImageWidth(image, &size.width) != Gdiplus::Ok) return {};
@@ -90,8 +90,9 @@ bool CopyPixels(Gdiplus::GpBitmap* image, Size size, bool hasAlpha, void* bits) 
     const Gdiplus::Rect all(0, 0, static_cast<INT>(size.width), static_cast<INT>(size.height));
     const UINT mode = Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf;
     if (Gdiplus::DllExports::GdipBitmapLockBits(image, &all, mode, target.PixelFormat, &target) !=
-        Gdiplus::Ok)
+        Gdiplus::Ok) {
         return false;
+    }
     return Gdiplus::DllExports::GdipBitmapUnlockBits(image, &target) == Gdiplus::Ok;
 }
 

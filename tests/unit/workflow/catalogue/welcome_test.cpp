@@ -9,8 +9,9 @@
 #include "workflow/catalogue/welcome_views.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
-#include "workflow/panes/host_messages.h"
 #include "workflow/panes/pane_host.h"
+#include "workflow/panes/window_message.h"
+#include "workflow/platform/message_numbers.h"
 #include "workflow/run_workflow.h"
 
 #include <gmock/gmock.h>
@@ -224,7 +225,7 @@ TEST_F(Welcome, TheContextKnowsTheHost) {
     EXPECT_EQ(Run(), kStatusSuccess);
 }
 
-TEST_F(Welcome, WhatIsPostedBehindTheEndIsNotDelivered) {
+TEST_F(Welcome, NothingIsDeliveredAfterTheEnd) {
     for (const std::uint16_t late : {kIdEnter, kDoneButton, kQuitButton}) {
         ThenPress(kContinueButton);
         ThenPress(kContinueButton);
@@ -237,7 +238,7 @@ TEST_F(Welcome, WhatIsPostedBehindTheEndIsNotDelivered) {
     }
 }
 
-TEST_F(Welcome, ADialogThatEndsBelowItsQuitAlertStaysEnded) {
+TEST_F(Welcome, ADialogThatEndsDuringItsQuitAlertHasEnded) {
     ThenPress(kContinueButton);
     ThenPress(kContinueButton);
     Then([] {

@@ -13,6 +13,11 @@
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
+// Read before main, and so before any test.
+const bool gCancelAtStart = gProgressCancel;
+
+TEST(Progress, NothingIsCanceledAtFirst) { EXPECT_FALSE(gCancelAtStart); }
+
 class WorkFlowContext : public testing::Test {
 protected:
     WorkFlowContext() : savedContext(GetFrameState().gPavaneContext) { GetFrameState().gPavaneContext = nullptr; }
@@ -38,7 +43,7 @@ private:
     PavaneContext* savedContext;
 };
 
-TEST_F(WorkFlowContext, WhatIsSetLandsInTheWrappedBag) {
+TEST_F(WorkFlowContext, StoresItsValuesInTheWrappedBag) {
     SetLong(context, "number", 7);
     SetString(context, "text", "seven");
     EXPECT_EQ(LongOf(bag, "number"), 7u);
@@ -61,12 +66,12 @@ TEST_F(WorkFlowContext, TheCancelFlagIsSetAndNeverStored) {
     EXPECT_EQ(LongOf(context, PvnWFKey_CancelFlag), std::nullopt);
 }
 
-TEST_F(WorkFlowContext, TheProductNameOfTheLauncherStays) {
+TEST_F(WorkFlowContext, TheProductNameOfTheLauncherIsKept) {
     SetString(bag, PvnWFKey_ProductName, "Painter");
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Painter");
 }
 
-TEST_F(WorkFlowContext, AnAbsentProductNameIsTheHostsAndStays) {
+TEST_F(WorkFlowContext, AnAbsentProductNameBecomesThatOfTheApplication) {
     std::snprintf(frame.hostDisplayName, sizeof frame.hostDisplayName, "Studio");
     GetFrameState().gPavaneContext = &frame;
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Studio");
@@ -75,7 +80,7 @@ TEST_F(WorkFlowContext, AnAbsentProductNameIsTheHostsAndStays) {
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Studio");
 }
 
-TEST_F(WorkFlowContext, AnUnknownHostIsCalledProduct) {
+TEST_F(WorkFlowContext, AnUnknownApplicationIsCalledProduct) {
     EXPECT_EQ(TextOf(context, PvnWFKey_ProductName), "Product");
     GetFrameState().gPavaneContext = &frame;
     context.Remove(PvnWFKey_ProductName, kValueTypeString);
@@ -92,7 +97,7 @@ TEST_F(WorkFlowContext, OtherAbsentKeysStayAbsent) {
     EXPECT_EQ(LongOf(context, "nothing"), std::nullopt);
 }
 
-TEST_F(WorkFlowContext, AnUnknownActionSaysNothing) {
+TEST_F(WorkFlowContext, AnUnknownActionReturnsTheEmptyText) {
     for (const char* name :
          {"", "PvnWF_Unknown", "pvnwf_getformattedworkflowresult", "PvnWF_GetFormattedWorkflowResult "}) {
         EXPECT_EQ(context.Action(name), "") << name;

@@ -1,11 +1,11 @@
 #include "workflow/panes/alert.h"
 
-#include "unit/workflow/panes/dialog_fixture.h"
 #include "toolkit/event_record.h"
-#include "workflow/panes/alert_catalogue.h"
+#include "unit/workflow/panes/dialog_fixture.h"
 #include "workflow/context/context_keys.h"
-#include "workflow/panes/host_messages.h"
 #include "workflow/context/workflow_context.h"
+#include "workflow/panes/window_message.h"
+#include "workflow/platform/message_numbers.h"
 
 #include <gmock/gmock.h>
 
@@ -95,7 +95,7 @@ TEST_F(Alert, LeavesToTheSystemWhatIsNoAnswer) {
     EXPECT_TRUE(System().script.empty());
 }
 
-TEST_F(Alert, IsGoneAfterwardsAndTheParentGetsTheFocusMessage) {
+TEST_F(Alert, IsGoneAfterwardAndItsParentGetsTheFocusMessage) {
     Then([this] {
         EXPECT_FALSE(zeve::platform::IsEnabled(parent));
         EXPECT_EQ(zeve::headless::FindWindow(TopDialog())->instance, zeve::platform::LibraryModule());
@@ -106,17 +106,24 @@ TEST_F(Alert, IsGoneAfterwardsAndTheParentGetsTheFocusMessage) {
     ASSERT_FALSE(System().posted.empty());
     EXPECT_EQ(System().posted.back().window, parent);
     EXPECT_EQ(System().posted.back().number, zeve::kMessageSetFocus);
+    EXPECT_EQ(System().posted.back().wparam, 0u);
+    EXPECT_EQ(System().posted.back().lparam, 0);
 }
 
-TEST_F(Alert, ThatCannotBeShownCountsAsAgreedAndLeavesALine) {
+TEST_F(Alert, ThatCannotBeMadeCountsAsAgreedAndIsLogged) {
     EXPECT_TRUE(Show("missing"));
     EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: Missing Resource(Type: Exvw, Name: missing)\n"));
     EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: Alert not shown(Name: missing)\n"));
     System().refuseWindow = 1;
     EXPECT_TRUE(Show());
+    files.Write("plain.exv", "dialog( {");
+    EXPECT_TRUE(Show("plain"));
+    EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: View cannot be read(File: "));
+    EXPECT_THAT(Logged(), HasSubstr("\\plain.exv, Reason: "));
+    EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: Alert not shown(Name: plain)\n"));
 }
 
-TEST_F(Alert, WithoutACatalogueEntryIsItsOwnView) {
+TEST_F(Alert, OfAnyOtherNameHasTheViewOfThatName) {
     ThenPress(101);
     EXPECT_TRUE(Show("plain"));
     EXPECT_TRUE(System().script.empty());
@@ -180,7 +187,7 @@ protected:
                 Control(kAlertPicture)->remembered[zeve::kStaticSetImage]);
         });
         ThenPress(102);
-        EXPECT_FALSE(ShowAlert({"TestAlert", "plain", isError}, nullptr, &context));
+        EXPECT_FALSE(ShowAlert(AlertEntry{"TestAlert", "plain", isError}, nullptr, &context));
         return shown;
     }
     ErrorAlert() {
@@ -210,7 +217,7 @@ TEST_F(ErrorAlert, WithoutItsPictureIsShownAllTheSame) {
     EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Bitmap, Name: xball1)\n");
 }
 
-TEST(AlertCatalogue, KnowsTheQuitAlertAndTakesTheRestAsItComes) {
+TEST(AlertTable, HoldsTheQuitAlertAndTakesOtherNamesForViews) {
     EXPECT_EQ(FindAlert(kAlertQuit).view, "quit_alert");
     EXPECT_FALSE(FindAlert(kAlertQuit).isError);
     EXPECT_EQ(FindAlert("anything").view, "anything");

@@ -4,10 +4,10 @@
 
 #include "frame/frame_state.h"
 #include "frame/pavane_context.h"
-#include "unit/workflow/resources/resource_fixture.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
-#include "toolkit/dialog/zeve_dialog.h"
+#include "unit/workflow/resources/resource_fixture.h"
 #include "workflow/platform/headless/pane_recorder.h"
 
 namespace brixen::pvn::pvn_workflow {

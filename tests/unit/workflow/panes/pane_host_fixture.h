@@ -3,12 +3,12 @@
 #pragma once
 
 #include "unit/workflow/panes/dialog_fixture.h"
-#include "workflow/panes/concrete_host.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
+#include "workflow/panes/concrete_host.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
 #include "workflow/panes/pane_helpers.h"
-#include "workflow/context/workflow_context.h"
 
 #include <functional>
 #include <stdexcept>
@@ -54,7 +54,7 @@ private:
     std::vector<std::string>& notes;
 };
 
-class TestHost final : public PVNConcreteHost<TestHost> {
+class TestHost : public PVNConcreteHost<TestHost, PVNPane> {
 public:
     using PVNConcreteHost::PVNConcreteHost;
 
@@ -68,7 +68,7 @@ public:
     }
 
     bool& Repainted() { return RepaintedFlag(); }
-    PVNPane* CurrentPane() const { return currentPane; }
+    using PVNConcreteHost::CurrentPane;
     int firstFocus = 0;
     std::function<void()> beforeBack;
 

@@ -1,12 +1,14 @@
 #include "workflow/panes/pane_host.h"
 
 #include "unit/workflow/panes/pane_host_fixture.h"
-#include "toolkit/toolkit_state.h"
-#include "workflow/panes/host_messages.h"
+#include "workflow/panes/alert.h"
+#include "workflow/panes/window_message.h"
+#include "workflow/platform/message_numbers.h"
 
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace brixen::pvn::pvn_workflow {
 namespace {
@@ -76,7 +78,7 @@ TEST_F(PaneHost, AChangeOfPanesIsDrawnAtOnce) {
     });
 }
 
-TEST_F(PaneHost, AStateWithoutAPaneShowsWhatWasShownAndIsLeftQuietly) {
+TEST_F(PaneHost, AStateWithoutAPaneLeavesTheWindowAsItIs) {
     ThenPress(kNext);
     ThenPress(kNext);
     Then([&] { EXPECT_EQ(host.CurrentPane(), nullptr); });
@@ -109,16 +111,7 @@ TEST_F(PaneHost, TheContextKnowsTheOpenDialog) {
     });
 }
 
-TEST_F(PaneHost, TheToolkitIsInitializedBeforeTheDialogIsMade) {
-    zeve::ResetToolkit();
-    System().calls.clear();
-    TestHost other{kView};
-    other.Connect(machine, context);
-    other.Init();
-    EXPECT_EQ(CallsOf("RegisterCommonControls").size(), 1u);
-}
-
-TEST_F(PaneHost, EachPaneThatEntersTellsTheContextTheDialog) {
+TEST_F(PaneHost, EachEnteredPanePutsTheDialogIntoTheContext) {
     RunWith([&] {
         void* dialog = nullptr;
         GetPtr(bag, PvnWFKey_ZeveRef, dialog);
@@ -144,10 +137,10 @@ public:
     }
 
     std::string servicePath;
-    std::vector<void*> dialogs; // that stood when the variables were refreshed
+    std::vector<void*> dialogs; // the open one at each refresh of the variables
 };
 
-TEST_F(PaneHost, TheContextRefreshesItsVariablesOnceTheDialogStands) {
+TEST_F(PaneHost, TheContextRefreshesItsVariablesAfterTheDialogIsMade) {
     ServiceContext own(bag);
     TestHost other{kView};
     other.Connect(machine, own);
@@ -169,9 +162,9 @@ TEST_F(PaneHost, ItsBitmapsComeFromTheServiceFolderAndTheRestFromTheLibrary) {
 }
 
 TEST_F(PaneHost, ThePhaseFollowsTheRun) {
-    EXPECT_EQ(frame.workflowPhase, kPhaseIdle);
-    RunWith([&] { EXPECT_EQ(frame.workflowPhase, kPhaseRunning); });
-    EXPECT_EQ(frame.workflowPhase, kPhaseEnded);
+    EXPECT_EQ(frame.workflowPhase, 0u);
+    RunWith([&] { EXPECT_EQ(frame.workflowPhase, 1u); });
+    EXPECT_EQ(frame.workflowPhase, 2u);
 }
 
 TEST_F(PaneHost, ClosingTheWindowDoesNothing) {
@@ -183,7 +176,7 @@ TEST_F(PaneHost, ClosingTheWindowDoesNothing) {
     });
 }
 
-TEST_F(PaneHost, AnswersWhatItKnowsAndLeavesTheRest) {
+TEST_F(PaneHost, AnswersItsOwnMessagesAndLeavesTheRestToTheSystem) {
     RunWith([&] {
         const auto route = [&](std::uint32_t number, std::uintptr_t wparam = 0) {
             return host.RouteHostMessage({TopDialog(), number, wparam, 0});
@@ -231,7 +224,7 @@ TEST_F(PaneHost, AfterItsEndItHandlesNoCommandAndNoFirstFocus) {
     EXPECT_EQ(machine.CurrentState(), kWFState_Done);
 }
 
-TEST_F(PaneHost, AHandlerUnderWayAtTheEndDeliversNothing) {
+TEST_F(PaneHost, AHandlerThatIsStillRunningAtTheEndDeliversNothing) {
     host.beforeBack = [] { Tell(TopDialog(), zeve::kMessageCommand, kDone); };
     ThenPress(kBack);
     EXPECT_TRUE(Run());
@@ -321,24 +314,64 @@ TEST_F(PaneHost, TheClockIsLoggedAtTheUsersFirstEvent) {
     EXPECT_EQ(log.find(label), log.rfind(label));
 }
 
-TEST_F(PaneHost, MouseAndCommandsAreTheUsersToo) {
-    const std::pair<std::uint32_t, std::uintptr_t> events[] = {
-        {kMessageLeftButtonDown, 0},   {kMessageRightButtonDown, 0}, {kMessageMiddleButtonDown, 0},
-        {kMessageParentNotify, 0x201}, {kMessageFrameButtonDown, 2}, {zeve::kMessageSystemKeyDown, 18},
-        {zeve::kMessageCommand, kBack}};
-    for (const auto& [number, wparam] : events) {
+// Whether a message alone makes a run log the clock of the user's first event.
+class FirstUserEvent : public PaneHost {
+protected:
+    bool IsLoggedFor(std::uint32_t number, std::uintptr_t wparam) {
         TestHost other{kView};
         PVNDialogStateMachine otherMachine{other};
         otherMachine.SetTransition(1, kWFState_Done, "DoneButton");
         otherMachine.SetProperty(kWFState_Any, kPropertyWorkflowContext, &context);
         otherMachine.startState = 1;
-        std::rewind(GetFrameState().gLogStream);
-        ASSERT_EQ(ftruncate(fileno(GetFrameState().gLogStream), 0), 0);
-        const auto sent = std::pair(number, wparam);
-        Then([sent] { Tell(TopDialog(), sent.first, sent.second); });
-        ThenPress(kDone);
+        const std::size_t before = Logged().size();
+        bool isLogged = false;
+        Then([=, &isLogged] {
+            Tell(TopDialog(), number, wparam);
+            isLogged = Logged().find("first user event", before) != std::string::npos;
+        });
+        ThenPress(kDone); // an event of the user in any case
         otherMachine.Run();
-        EXPECT_THAT(Logged(), HasSubstr("first user event")) << number;
+        EXPECT_NE(Logged().find("first user event", before), std::string::npos);
+        return isLogged;
+    }
+};
+
+TEST_F(FirstUserEvent, IsAKeyAMouseButtonOrACommandOfAControl) {
+    const std::pair<std::uint32_t, std::uintptr_t> events[] = {{zeve::kMessageKeyDown, 65},
+                                                               {zeve::kMessageSystemKeyDown, 18},
+                                                               {kMessageLeftButtonDown, 0},
+                                                               {kMessageRightButtonDown, 0},
+                                                               {kMessageMiddleButtonDown, 0},
+                                                               {kMessageFrameButtonDown, 2},
+                                                               {kMessageParentNotify, 0x201},
+                                                               {kMessageParentNotify, 0x204},
+                                                               {kMessageParentNotify, 0x00150207},
+                                                               {zeve::kMessageCommand, kBack},
+                                                               {zeve::kMessageCommand, 0x00010000 | kBack}};
+    for (const auto& [number, wparam] : events) {
+        EXPECT_TRUE(IsLoggedFor(number, wparam)) << std::hex << number << " " << wparam;
+    }
+}
+
+TEST_F(FirstUserEvent, IsNoMoveOfTheMouseAndNothingThatTheSystemOrAPaneCauses) {
+    const std::pair<std::uint32_t, std::uintptr_t> events[] = {
+        {kMessageMouseMove, 1},
+        {0x00A0, 2}, // a move on the frame
+        {0x0202, 0},
+        {0x020A, 0}, // a button up, the wheel
+        {zeve::kMessageKeyUp, 65},
+        {zeve::kMessageSystemKeyUp, 18},
+        {zeve::kMessageTimer, 1},
+        {zeve::kMessageSetFocus, 0},
+        {zeve::kMessageActivate, 1},
+        {zeve::kMessagePaint, 0},
+        {kMessageParentNotify, 1},
+        {kMessageParentNotify, 2}, // a child made, a child gone
+        {kMessageParentNotify, 0x02010001},
+        {zeve::kMessageCommand, 0x00020000 | kBack},
+        {zeve::kMessageCommand, 0x03000000 | kField}};
+    for (const auto& [number, wparam] : events) {
+        EXPECT_FALSE(IsLoggedFor(number, wparam)) << std::hex << number << " " << wparam;
     }
 }
 
@@ -348,6 +381,24 @@ TEST_F(PaneHost, AnExceptionOfAHandlerLeavesTheRunAndCleansUp) {
     EXPECT_EQ(TopDialog(), nullptr);
     EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
     EXPECT_EQ(System().locked, nullptr);
+}
+
+TEST_F(PaneHost, AnExceptionWhileAnAlertIsOpenLeavesTheRunAndIsNoAnswer) {
+    files.Write("question.exv", "dialog(name: 'Sure?') { button(view_id: 101, name: 'Yes'); }");
+    bool isAnswered = false;
+    host.beforeBack = [&] {
+        const Window dialog = TopDialog();
+        SetResourceRootBelow(files.Utf8());
+        Then([dialog] { Tell(dialog, zeve::kMessageCommand, kThrow); });
+        isAnswered = ShowAlert("question", dialog, &context);
+        isAnswered = true;
+    };
+    ThenPress(kBack);
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_FALSE(isAnswered);
+    EXPECT_EQ(TopDialog(), nullptr);
+    EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+    EXPECT_TRUE(System().script.empty());
 }
 
 class ThrowingPane : public PVNPane {
@@ -363,6 +414,23 @@ TEST_F(PaneHost, AnExceptionOfAPaneReleasesTheScreen) {
     EXPECT_EQ(CallsOf("LockUpdates").size(), 2u);
     EXPECT_EQ(CallsOf("UnlockUpdates").size(), 2u);
     EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
+}
+
+TEST_F(PaneHost, AnUnreadableViewIsLoggedWithItsFile) {
+    TestHost other{"dialog( {", "welcome"};
+    other.Connect(machine, context);
+    EXPECT_THROW(other.Init(), std::logic_error);
+    EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: View cannot be read(File: "));
+    EXPECT_THAT(Logged(), HasSubstr("\\PVResources\\welcome.exv, Reason: Warning! (*definition == 0))\n"));
+    EXPECT_THAT(Logged(), Not(HasSubstr("Missing Resource(Type: Exvw")));
+}
+
+TEST_F(PaneHost, AViewWhoseRootIsNoDialogIsLoggedWithItsFile) {
+    TestHost other{"button(name: 'OK');", "welcome"};
+    other.Connect(machine, context);
+    EXPECT_THROW(other.Init(), std::runtime_error);
+    EXPECT_THAT(Logged(), HasSubstr("PVN: _info_: View has no window(File: "));
+    EXPECT_THAT(Logged(), HasSubstr("\\PVResources\\welcome.exv, Reason: "));
 }
 
 TEST_F(PaneHost, WithoutAWindowInitThrowsAndNothingIsDisabled) {
@@ -446,7 +514,7 @@ TEST_F(PaneHost, AFilterGetsTheWholeEvent) {
 }
 
 // A host that has a brush for static texts.
-class BrushHost final : public PVNConcreteHost<BrushHost> {
+class BrushHost final : public PVNConcreteHost<BrushHost, PVNPane> {
 public:
     using PVNConcreteHost::PVNConcreteHost;
     static std::span<const Command> Commands() { return {}; }
@@ -472,7 +540,7 @@ TEST_F(PaneHost, ABrushForAStaticTextIsAnsweredAndNeverAnEnd) {
 }
 
 TEST_F(PaneHost, EachClassOfHostsHasItsOwnFlagForTheRepaint) {
-    class OtherHost final : public PVNConcreteHost<OtherHost> {
+    class OtherHost final : public PVNConcreteHost<OtherHost, PVNPane> {
     public:
         using PVNConcreteHost::PVNConcreteHost;
         static std::span<const Command> Commands() { return {}; }

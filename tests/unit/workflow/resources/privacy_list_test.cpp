@@ -1,8 +1,8 @@
 // The language list: what is read from it, and how its errors are told.
 #include "workflow/resources/privacy_list.h"
 
-#include "unit/workflow/resources/resource_fixture.h"
 #include "support/failing_allocator.h"
+#include "unit/workflow/resources/resource_fixture.h"
 
 #include <gmock/gmock.h>
 

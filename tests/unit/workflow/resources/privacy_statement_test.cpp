@@ -1,6 +1,6 @@
 // Privacy statements: which file is taken for a language, and what is read from it.
-#include "unit/workflow/resources/resource_fixture.h"
 #include "support/failing_allocator.h"
+#include "unit/workflow/resources/resource_fixture.h"
 #include "workflow/resources/privacy_statement_handler.h"
 
 #include <gmock/gmock.h>

@@ -1,14 +1,13 @@
-// What a workflow gets from the layer: views, dictionaries, bitmaps, and what happens without them.
+// The layer as a workflow uses it: views, dictionaries, bitmaps, with their files and without.
 #include "unit/workflow/resources/resource_fixture.h"
 
 #include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/resources/bitmap_handler.h"
 #include "workflow/resources/dictionary_handler.h"
-#include "workflow/resources/resource_state.h"
 #include "workflow/resources/view_handler.h"
 
 #include <stdexcept>
@@ -39,8 +38,7 @@ void LoadView(const std::string& name) { LoadViewDescription(name); }
 
 using ResourceLayer = ResourceFixture;
 
-// --- Views
-// -----------------------------------------------------------------------------------------------------
+// --- Views ---
 
 TEST_F(ResourceLayer, AViewComesFromTheLanguageFolderBeforeTheRoot) {
     files.Write("welcome.exv", "root");
@@ -83,6 +81,16 @@ TEST_F(ResourceLayer, AViewEndsAtItsFirstNul) {
     EXPECT_EQ(LoadViewDescription("cut"), "before");
 }
 
+TEST_F(ResourceLayer, ThePathOfAViewIsThatOfTheFileThatIsLoaded) {
+    files.Write("welcome.exv", "root");
+    files.Write("de_DE/welcome.exv", "german");
+    Select("de_DE");
+    EXPECT_TRUE(FindViewDescription("welcome").ends_with("PVResources\\de_DE\\welcome.exv"));
+    files.Remove("de_DE/welcome.exv");
+    EXPECT_TRUE(FindViewDescription("welcome").ends_with("PVResources\\welcome.exv"));
+    EXPECT_EQ(FindViewDescription("absent"), "");
+}
+
 TEST_F(ResourceLayer, ViewHandlerKeepsOneTextAndDropsItWhenTheNextIsMissing) {
     files.Write("first.exv", "first");
     Select("de_DE");
@@ -91,8 +99,7 @@ TEST_F(ResourceLayer, ViewHandlerKeepsOneTextAndDropsItWhenTheNextIsMissing) {
     EXPECT_EQ(handler.Load("second", "default_locale", 0), nullptr);
 }
 
-// --- Dictionaries
-// ----------------------------------------------------------------------------------------------
+// --- Dictionaries ---
 
 TEST_F(ResourceLayer, ViewFromTheRootAndDictionaryFromTheLanguageFolder) {
     files.Write("welcome.exv", "root");
@@ -118,7 +125,7 @@ TEST_F(ResourceLayer, ADictionaryIsNeverTakenFromTheRoot) {
     EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Zdct, Name: Welcome)\n");
 }
 
-TEST_F(ResourceLayer, AWorkflowOutsideTheCatalogueHasNoDictionary) {
+TEST_F(ResourceLayer, AnUnknownWorkflowHasNoDictionary) {
     files.Write("en_US/Somewhere.zdct", Dictionary("\"$$$/resource/four=four\"\r\n"));
     Select("en_US");
     EXPECT_EQ(MessageOf(LoadWorkFlowDictionary, "Somewhere"), "missing resource");
@@ -138,7 +145,7 @@ TEST_F(ResourceLayer, WorkflowsThatShareADictionaryReadItOnceARun) {
     EXPECT_EQ(MessageOf(LoadWorkFlowDictionary, "Welcome"), "missing resource");
 }
 
-TEST_F(ResourceLayer, TheCatalogueNamesTheDictionaryOfEachWorkflow) {
+TEST_F(ResourceLayer, EachWorkflowHasItsDictionary) {
     Select("en_US");
     for (const char* name : {"Welcome", "Privacy"}) {
         files.Write("en_US/guide.zdct", Dictionary("\"$$$/resource/a=a\"\r\n"));
@@ -154,8 +161,7 @@ TEST_F(ResourceLayer, TheCatalogueNamesTheDictionaryOfEachWorkflow) {
     }
 }
 
-// --- Bitmaps
-// ---------------------------------------------------------------------------------------------------
+// --- Bitmaps ---
 
 class ResourceBitmaps : public ResourceFixture {
 protected:
@@ -269,10 +275,9 @@ TEST_F(ResourceBitmaps, ARefusedBitmapIsTriedAgain) {
     EXPECT_NE(LoadBitmapResource("one", 3), nullptr);
 }
 
-// --- Life of the layer
-// -----------------------------------------------------------------------------------------
+// --- Life of the layer ---
 
-TEST_F(ResourceLayer, TheFirstLanguageStandsUntilShutDown) {
+TEST_F(ResourceLayer, TheFirstLanguageHoldsUntilShutDown) {
     files.Write("de_DE/view.exv", "german");
     files.Write("ja_JP/view.exv", "japanese");
     Select("de_DE");
@@ -283,7 +288,7 @@ TEST_F(ResourceLayer, TheFirstLanguageStandsUntilShutDown) {
     EXPECT_EQ(LoadViewDescription("view"), "japanese");
 }
 
-TEST_F(ResourceLayer, TheToolkitIsInitializedOnceAndByWhoeverComesFirst) {
+TEST_F(ResourceLayer, SelectLanguageInitializesTheToolkitOnceInTheProcess) {
     const auto initializations = [] { return zeve::headless::CallsOf("RegisterCommonControls").size(); };
     zeve::headless::Reset();
     zeve::ResetToolkit();
@@ -293,9 +298,6 @@ TEST_F(ResourceLayer, TheToolkitIsInitializedOnceAndByWhoeverComesFirst) {
     ShutDownResources();
     SelectLanguage("de_DE");
     EXPECT_EQ(initializations(), 1u);
-    zeve::ResetToolkit();
-    PVNDictionaryHandler().Load("absent", "de_DE", 0);
-    EXPECT_EQ(initializations(), 2u);
     zeve::headless::Reset();
 }
 
@@ -330,7 +332,9 @@ class PartingHandler final : public PVNResourceHandler {
 public:
     PartingHandler(std::string typeName, std::string& notes) : type(std::move(typeName)), gone(notes) {}
     ~PartingHandler() override {
-        gone += type + (TheResourceState().manager && TheResourceState().isSetUp ? " " : " too late ");
+        const ResourceState& state = TheResourceState();
+        const bool isForgotten = state.manager && !state.manager->HandlerOf(type);
+        gone += type + (isForgotten && state.isSetUp ? " " : " in a wrong order ");
     }
     std::string Description() const override { return "notes its end"; }
 
@@ -342,10 +346,9 @@ private:
 TEST_F(ResourceLayer, ShutDownDestroysTheHandlersInTheirOrderBeforeTheManager) {
     Select("de_DE");
     std::string gone;
-    for (const char* type :
-         {"Resource_Type_Zdct", "Resource_Type_Privstat", "Resource_Type_Bitmap", "Resource_Type_Exvw"}) {
-        delete PVNResourceManager::Get().RemoveHandler(type);
-        PVNResourceManager::Get().RegisterHandler(type, new PartingHandler(type, gone));
+    for (auto& [type, handler] : TheResourceState().handlers) {
+        handler = std::make_unique<PartingHandler>(type, gone);
+        PVNResourceManager::Get().RegisterHandler(type, handler.get());
     }
     ShutDownResources();
     EXPECT_EQ(gone, "Resource_Type_Exvw Resource_Type_Zdct Resource_Type_Bitmap Resource_Type_Privstat ");

@@ -1,6 +1,5 @@
 // Which file is found for a name, a locale and a mode.
 #include "unit/workflow/resources/resource_fixture.h"
-#include "workflow/resources/resource_handler.h"
 
 #include <algorithm>
 

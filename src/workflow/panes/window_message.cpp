@@ -1,4 +1,4 @@
-#include "workflow/panes/host_window.h"
+#include "workflow/panes/window_message.h"
 
 #include "toolkit/event_record.h"
 

@@ -1,0 +1,32 @@
+// A message of a dialog's window, as the toolkit hands it to pane hosts, panes and alerts.
+#pragma once
+
+#include "toolkit/platform/native_types.h"
+
+#include <cstdint>
+
+namespace brixen::zeve {
+class EventRecord;
+}
+
+namespace brixen::pvn::pvn_workflow {
+
+struct WindowMessage {
+    zeve::NativeWindow window = nullptr;
+    std::uint32_t number = 0;
+    std::uintptr_t wparam = 0;
+    std::intptr_t lparam = 0;
+};
+
+// Returns the message that a record of zeve::kWhatMessage holds.
+WindowMessage MessageOf(const zeve::EventRecord& record);
+
+constexpr std::uint16_t LowWord(std::uintptr_t value) { return static_cast<std::uint16_t>(value & 0xFFFF); }
+constexpr std::uint16_t HighWord(std::uintptr_t value) {
+    return static_cast<std::uint16_t>(value >> 16 & 0xFFFF);
+}
+
+// Our own message, posted to its dialog by a pane that must wait with something until it is on screen.
+inline constexpr std::uint32_t kMessageFirstFocus = 0x0600;
+
+} // namespace brixen::pvn::pvn_workflow

@@ -5,6 +5,8 @@
 
 namespace brixen::zeve {
 
+// Without `height` the box is as high as its text. The control breaks lines between words; only with
+// `whole_words` is the text measured so. A view names it once for all of its labels.
 class CEveStaticText : public CEveBox {
 public:
     void Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) override;

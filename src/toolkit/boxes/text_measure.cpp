@@ -22,46 +22,109 @@ struct FontDeleter {
 };
 using OwnedFont = std::unique_ptr<NativeFontTag, FontDeleter>;
 
-// Enough for any line; a longer text is handed over in parts, so that measuring stays linear in its length.
-constexpr std::size_t kLineUnits = 512;
+// Pixels. Few characters are narrower, so a guess by it is rarely too short.
+constexpr std::int32_t kNarrowUnit = 4;
+constexpr std::size_t kSpareUnits = 2;
+
+// Finds how much of a text fits on a line. It measures little more than a line holds, so that measuring a
+// text stays linear in its length, whatever its font and the width.
+class LineFitter {
+public:
+    LineFitter(NativeFont font, std::int32_t width)
+        : font(font), width(width),
+          guess(static_cast<std::size_t>(std::max(width, 0) / kNarrowUnit) + kSpareUnits) {}
+
+    platform::FittedText Fit(std::u16string_view text) {
+        std::size_t units = std::min(text.size(), guess);
+        platform::FittedText fitted = platform::MeasureFitting(font, text.substr(0, units), width);
+        while (fitted.units == units && units < text.size()) {
+            units = std::min(text.size(), units * 2);
+            fitted = platform::MeasureFitting(font, text.substr(0, units), width);
+        }
+        // The next line usually holds about as much.
+        if (fitted.units < units) guess = fitted.units + fitted.units / 4 + kSpareUnits;
+        return fitted;
+    }
+
+private:
+    NativeFont font;
+    std::int32_t width;
+    std::size_t guess;
+};
+
+std::int32_t CutTo32(std::int64_t number) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
+}
 
 // In units.
 std::size_t LengthOfFirstCharacter(std::u16string_view text) { return lyr::gen::SplitsPair(text, 1) ? 2 : 1; }
 
-platform::FittedText FitLine(NativeFont font, std::u16string_view text, std::int32_t width) {
-    std::size_t units = std::min(text.size(), kLineUnits);
-    for (;;) {
-        const platform::FittedText fitted = platform::MeasureFitting(font, text.substr(0, units), width);
-        if (fitted.units < units || units == text.size()) return fitted;
-        units = std::min(text.size(), units * 2);
-    }
-}
-
-// Where the first piece of the text ends. A width narrower than a character still takes one a line.
+// The length of the first piece of the text: what fits, but whole characters and at least one.
 std::size_t PieceLength(std::u16string_view text, std::size_t fittedUnits) {
     const std::size_t units = lyr::gen::SplitsPair(text, fittedUnits) ? fittedUnits - 1 : fittedUnits;
     return std::max(units, LengthOfFirstCharacter(text));
 }
 
 platform::Extent MeasurePieces(NativeFont font, std::u16string_view text, std::int32_t width) {
-    platform::Extent whole;
+    LineFitter fitter(font, width);
+    std::int32_t widest = 0;
+    std::int64_t height = 0;
     while (!text.empty()) {
-        platform::FittedText fitted = FitLine(font, text, width);
+        platform::FittedText fitted = fitter.Fit(text);
         const std::size_t length = PieceLength(text, fitted.units);
         if (length != fitted.units) fitted.extent = platform::MeasureText(font, text.substr(0, length));
-        whole.width = std::max(whole.width, fitted.extent.width);
-        whole.height += fitted.extent.height;
+        widest = std::max(widest, fitted.extent.width);
+        height += fitted.extent.height;
         text.remove_prefix(length);
     }
-    return whole;
+    return {widest, CutTo32(height)};
 }
 
-std::int32_t CutTo32(std::int64_t width) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(width, Limits::min(), Limits::max()));
+// Kana, ideographs and their punctuation: a line may end before and after each of them.
+bool IsEastAsian(char16_t unit) {
+    return (unit >= 0x2E80 && unit <= 0x9FFF) || (unit >= 0xFF00 && unit <= 0xFFEF);
 }
 
-// The longest entry between semicolons, the first of equals. The very last entry counts one byte short: kept.
+bool MayBreakBefore(std::u16string_view text, std::size_t position) {
+    const char16_t before = text[position - 1], after = text[position];
+    return before == u' ' || after == u' ' || IsEastAsian(before) || IsEastAsian(after);
+}
+
+// The length of the first line of a text that does not fit as a whole.
+std::size_t LineLength(std::u16string_view text, std::size_t fittedUnits) {
+    for (std::size_t length = fittedUnits; length > 0; --length) {
+        if (MayBreakBefore(text, length)) return length;
+    }
+    return PieceLength(text, fittedUnits); // a word longer than the line
+}
+
+std::int64_t CountLines(LineFitter& fitter, std::u16string_view paragraph) {
+    std::int64_t lines = 1;
+    for (;;) {
+        const std::size_t fittedUnits = fitter.Fit(paragraph).units;
+        if (fittedUnits == paragraph.size()) return lines;
+        paragraph.remove_prefix(LineLength(paragraph, fittedUnits));
+        if (paragraph.starts_with(u' ')) paragraph.remove_prefix(1);
+        if (paragraph.empty()) return lines;
+        ++lines;
+    }
+}
+
+platform::Extent MeasureLines(NativeFont font, std::u16string_view text, std::int32_t width) {
+    if (text.empty()) return {};
+    LineFitter fitter(font, width);
+    std::int64_t lines = 0;
+    for (;;) {
+        const std::size_t end = text.find(u'\n');
+        lines += CountLines(fitter, text.substr(0, end));
+        if (end == std::u16string_view::npos) break;
+        text.remove_prefix(end + 1);
+    }
+    return {width, CutTo32(lines * platform::MeasureText(font, u" ").height)};
+}
+
+// The longest entry between semicolons, the first of equals. Kept: the very last entry counts one byte short.
 std::string_view LongestEntry(std::string_view items) {
     std::string_view longest;
     std::ptrdiff_t longestLength = -1;
@@ -88,8 +151,10 @@ platform::Extent MeasureName(CEveBox& box, const CExpressionScope& viewAttribute
     LookUpBigFace();
     const OwnedFont font(MakeBoxFont(viewAttributes, platform::ScreenResolution()));
     const std::u16string text = lyr::gen::ToUtf16(measured, true);
-    return width == 0 ? platform::MeasureText(font.get(), text)
-                      : MeasurePieces(font.get(), text, CutTo32(width));
+    if (width == 0) return platform::MeasureText(font.get(), text);
+    return viewAttributes.GetBooleanOr("whole_words"_name, false)
+               ? MeasureLines(font.get(), text, CutTo32(width))
+               : MeasurePieces(font.get(), text, CutTo32(width));
 }
 
 platform::Extent MeasureLongestItem(std::string_view items) {

@@ -148,20 +148,44 @@ TEST_F(EveBoxTest, ChildrenAreInTheOrderOfTheirMaking) {
     EXPECT_EQ(first.parent, dialog);
 }
 
-TEST_F(EveBoxTest, BasePrepareCopiesStateFontAndStyles) {
-    const PreparedView view = Prepare("picture", {{"visible", 5},
-                                                  {"enabled", 0},
-                                                  {"font_size", 9},
-                                                  {"font_style", 3},
-                                                  {"win_style", 7},
-                                                  {"win_ex_style", 8}});
-    EXPECT_EQ(view.Number("visible"), 1);
-    EXPECT_EQ(view.Number("enabled"), 0);
-    EXPECT_EQ(view.Number("font_size"), 9);
-    EXPECT_EQ(view.Number("font_style"), 3);
-    EXPECT_EQ(view.Number("win_style"), 7);
-    EXPECT_EQ(view.Number("win_ex_style"), 8);
-    EXPECT_FALSE(Prepare("picture").attributes->HasVariable("visible"));
+constexpr const char* kEveryKeyword[] = {"dialog",      "button",       "hyperlink",    "radio",
+                                         "check_box",   "radio_group",  "tab_group",    "edit_text",
+                                         "edit_number", "cluster",      "slider",       "picture",
+                                         "separator",   "icon",         "static_text",  "static_text_enum",
+                                         "list_box",    "scroller",     "progress_bar", "table",
+                                         "popup",       "button_popup", "row"};
+
+TEST_F(EveBoxTest, PreparingAnyClassCopiesStateFontAndStyles) {
+    for (const char* keyword : kEveryKeyword) {
+        const PreparedView view = Prepare(keyword, {{"visible", 5},
+                                                    {"enabled", 0},
+                                                    {"font_size", 9},
+                                                    {"font_style", 3},
+                                                    {"win_style", 7},
+                                                    {"win_ex_style", 8}});
+        EXPECT_EQ(view.Number("visible"), 1) << keyword;
+        EXPECT_EQ(view.Number("enabled"), 0) << keyword;
+        EXPECT_EQ(view.Number("font_size"), 9) << keyword;
+        EXPECT_EQ(view.Number("font_style"), 3) << keyword;
+        EXPECT_EQ(view.Number("win_style"), 7) << keyword;
+        EXPECT_EQ(view.Number("win_ex_style"), 8) << keyword;
+        const PreparedView bare = Prepare(keyword);
+        for (const char* name :
+             {"visible", "enabled", "font_size", "font_style", "win_style", "win_ex_style"}) {
+            EXPECT_FALSE(bare.attributes->HasVariable(name)) << keyword << " " << name;
+        }
+    }
+}
+
+TEST_F(EveBoxTest, PreparingAnyClassSetsTheLanguageOfTheFonts) {
+    for (const char* keyword : kEveryKeyword) {
+        Prepare(keyword, {{"__languageInfo", "ja_JP"}});
+        EXPECT_EQ(gToolkit.languageInfo, "ja_JP") << keyword;
+        EXPECT_EQ(gToolkit.faces.wide, u"MS UI Gothic") << keyword;
+        Prepare(keyword);
+        EXPECT_EQ(gToolkit.languageInfo, "") << keyword;
+        EXPECT_EQ(gToolkit.faces.wide, u"Tahoma") << keyword;
+    }
 }
 
 // --- The tree

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <string>
+#include <utility>
+
 namespace brixen::zeve {
 namespace {
 
@@ -17,7 +21,21 @@ protected:
         if (!alternative.empty()) view.DefineString("alt_name", alternative);
         return MeasureName(box, view, width);
     }
+    std::int32_t HeightInWords(std::string_view name, std::int64_t width) {
+        CExpressionScope view(&rootScope);
+        view.DefineString("name", name);
+        view.DefineNumber("whole_words", 1);
+        return MeasureName(box, view, width).height;
+    }
     std::size_t Pieces() const { return headless::CallsOf("MeasureFitting").size(); }
+    // The UTF-16 units that all calls have measured together.
+    std::size_t UnitsMeasured() const {
+        std::size_t units = 0;
+        for (const char* name : {"MeasureFitting", "MeasureText"}) {
+            for (const headless::Call& call : headless::CallsOf(name)) units += call.text.size();
+        }
+        return units;
+    }
 
     CEveBox box;
 };
@@ -83,15 +101,106 @@ TEST_F(TextMeasureTest, ASurrogatePairIsNotSplit) {
     EXPECT_EQ(Measure(kFaces, 4 * kUnit).height, kLine);
 }
 
-TEST_F(TextMeasureTest, ALongTextIsMeasuredInLinearTime) {
-    const std::string text(200'000, 'x');
+TEST_F(TextMeasureTest, ALongTextTakesOneCallALineAndLittleMoreThanItsUnits) {
+    constexpr std::size_t kUnits = 200'000;
+    const std::string text(kUnits, 'x');
     EXPECT_EQ(Measure(text, 10 * kUnit).height, 20'000 * kLine);
-    std::size_t handedOver = 0;
-    for (const headless::Call& call : headless::CallsOf("MeasureFitting")) handedOver += call.text.size();
-    EXPECT_LT(handedOver, 200'000u * 100);
+    EXPECT_EQ(Pieces(), 20'000u);
+    EXPECT_LT(UnitsMeasured(), kUnits * 3 / 2);
     headless::State().calls.clear();
-    EXPECT_EQ(Measure(text, 200'000 * kUnit).height, kLine);
     EXPECT_EQ(Measure(text, 3'000 * kUnit).height, 67 * kLine);
+    EXPECT_EQ(Pieces(), 67u);
+    EXPECT_LT(UnitsMeasured(), kUnits * 3 / 2);
+}
+
+TEST_F(TextMeasureTest, ANarrowWidthMeasuresFewUnitsALine) {
+    constexpr std::size_t kUnits = 10'000;
+    EXPECT_EQ(Measure(std::string(kUnits, 'x'), 1).height, static_cast<std::int32_t>(kUnits) * kLine);
+    EXPECT_EQ(Pieces(), kUnits);
+    EXPECT_LE(UnitsMeasured(), kUnits * 3); // two to see that none fits, and the one
+    headless::State().calls.clear();
+    const std::string lines(kUnits, '\n');
+    EXPECT_EQ(HeightInWords(lines, 30'000), static_cast<std::int32_t>(kUnits + 1) * kLine);
+    EXPECT_LE(UnitsMeasured(), 1u);
+}
+
+// --- Whole words
+
+TEST_F(TextMeasureTest, WholeWordsBreakLinesBetweenWords) {
+    struct Case {
+        const char* text;
+        std::int32_t units, lines;
+    };
+    const Case cases[] = {
+        {"", 10, 0},
+        {"aaa bbb ccc ddd", 15, 1},
+        {"aaa bbb ccc ddd", 14, 2},
+        {"aaa bbb ccc ddd", 7, 2},
+        {"aaa bbb ccc ddd", 6, 4}, // three pieces
+        {"aaa bbb ccc ddd", 3, 4},
+        // A space at the end of a line takes no room.
+        {"aaa ", 3, 1},
+        {"aaa  bbb", 4, 2},
+        {"aaa   bbb", 4, 2},
+        // A word longer than the line is cut.
+        {"abcdefgh", 3, 3},
+        {"a abcdefgh b", 3, 5},
+        // Line feeds, the last of them too, begin a line.
+        {"a\nb", 10, 2},
+        {"a\n\nb", 10, 3},
+        {"a\n", 10, 2},
+        {"\n", 10, 2},
+        {"aaa bbb\nccc", 3, 3},
+    };
+    for (const Case& test : cases) {
+        EXPECT_EQ(HeightInWords(test.text, test.units * kUnit + kUnit - 1), test.lines * kLine)
+            << test.text << " in " << test.units;
+    }
+}
+
+TEST_F(TextMeasureTest, WholeWordsBreakLinesBesideEastAsianCharacters) {
+    EXPECT_EQ(HeightInWords("\xE3\x81\x82\xE3\x81\x84\xE3\x81\x86", 2 * kUnit), 2 * kLine);
+    const std::string between = "aa\xE3\x81\x82";
+    EXPECT_EQ(HeightInWords(between + "bb", 4 * kUnit), 2 * kLine); // after it
+    EXPECT_EQ(HeightInWords(between + "bb", 2 * kUnit), 3 * kLine); // before it
+    const std::pair<const char*, bool> characters[] = {
+        {"\xC3\xA4", false},    {"\xE2\xB9\xBF", false}, {"\xE2\xBA\x80", true},
+        {"\xE9\xBF\xBF", true}, {"\xEA\x80\x80", false}, {"\xEF\xBB\xBF", false},
+        {"\xEF\xBC\x80", true}, {"\xEF\xBF\xAF", true},  {"\xEF\xBF\xB0", false},
+    };
+    for (const auto& [character, breaks] : characters) {
+        // "a X", "bcde" or "a ", "Xbcd", "e".
+        const std::string text = std::string("a ") + character + "bcde";
+        EXPECT_EQ(HeightInWords(text, 4 * kUnit), (breaks ? 2 : 3) * kLine) << character;
+    }
+}
+
+TEST_F(TextMeasureTest, WholeWordsDoNotSplitASurrogatePair) {
+    constexpr const char* kFaces = "\xF0\x9F\x98\x80\xF0\x9F\x98\x81"; // two characters, four units
+    EXPECT_EQ(HeightInWords(kFaces, 3 * kUnit), 2 * kLine);
+    EXPECT_EQ(HeightInWords(kFaces, 1), 2 * kLine);
+}
+
+TEST_F(TextMeasureTest, WholeWordsTakeTimeLinearInTheText) {
+    std::string text;
+    for (int i = 0; i < 20'000; ++i) text += "seven z ";
+    HeightInWords(text, 40 * kUnit);
+    EXPECT_EQ(Pieces(), 4'000u); // 40 units hold five times eight
+    EXPECT_LT(UnitsMeasured(), text.size() * 3 / 2);
+    headless::State().calls.clear();
+    // Every line is broken at its beginning.
+    text.clear();
+    for (int i = 0; i < 1'000; ++i) text += "a " + std::string(40, 'b') + " ";
+    HeightInWords(text, 40 * kUnit);
+    EXPECT_LT(UnitsMeasured(), text.size() * 3);
+}
+
+TEST_F(TextMeasureTest, AViewCanAskForWholeWordsOnceForAll) {
+    const Attributes attributes = {{"name", "aaa bbb ccc ddd"}, {"width", 6 * kUnit}};
+    EXPECT_EQ(Prepare("static_text", attributes).Number("height"), 3 * kLine);
+    rootScope.DefineNumber("whole_words", 1);
+    EXPECT_EQ(Prepare("static_text", attributes).Number("height"), 4 * kLine);
+    EXPECT_EQ(Prepare("static_text", {{"name", "aaa bbb"}}).Number("height"), kLine);
 }
 
 TEST_F(TextMeasureTest, MeasuringUsesTheFontOfTheViewAndFreesIt) {

@@ -84,6 +84,7 @@ if(WIN32 AND NOT PAVANE_TWINS)
     # What the end-to-end scripts use besides the product.
     add_executable(wine-keeper ${CMAKE_SOURCE_DIR}/tests/end_to_end/wine_keeper.c)
     add_executable(window-probe ${CMAKE_SOURCE_DIR}/tests/end_to_end/window_probe.c)
+    add_executable(window-message ${CMAKE_SOURCE_DIR}/tests/end_to_end/window_message.c)
 else()
     pavane_test_folders(unit)
     pavane_test_folders(platform)

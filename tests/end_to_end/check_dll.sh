@@ -1,6 +1,6 @@
 #!/bin/sh
-# check_dll.sh DLL or check_dll.sh BUILD: what the finished library must be. Says each thing that is wrong; exit code 1
-# if any is.
+# check_dll.sh DLL or check_dll.sh BUILD: checks the exports, imports, flags and size of the finished library. Prints
+# each problem; exit code 1 for any.
 set -eu
 dll=$1
 [ ! -d "$dll" ] || dll=$dll/bin/pavane.dll

@@ -1,5 +1,5 @@
 #!/bin/bash
-# What the library does not have is refused with the status that says so, and the host lives on.
+# A workflow that the library does not have is refused with its status, and the host goes on.
 . "$(dirname "$0")/support/drive.sh"
 
 for workflow in 2 4 5 6 65535; do

@@ -1,11 +1,11 @@
-/* window_probe: prints the topmost visible dialog of the screen and its visible controls, one a line, for scripts
- * that drive a program from outside:
+/* window_probe: prints the topmost visible dialog of the screen and its visible controls, one a line, for
+ * scripts that drive a program from outside:
  *
  *   dialog LEFT TOP WIDTH HEIGHT TITLE
  *   ID CLASS CENTER_X CENTER_Y WIDTH HEIGHT STATES TEXT
  *
- * Coordinates are the screen's, in pixels. STATES is a word of letters: E enabled, F has the focus, T is a tab
- * stop, D is drawn as the default button, - for none. TEXT of an edit control and of a popup is its state
+ * Coordinates are the screen's, in pixels. STATES is a word of letters: E enabled, F has the focus, T is a
+ * tab stop, D is drawn as the default button, - for none. TEXT of an edit control and of a popup is its state
  * instead:
  *
  *   line=FIRST_VISIBLE/LINES selection=START-END direction=ltr|rtl
@@ -93,7 +93,8 @@ int main(void) {
     if (!topDialog) return 1;
     GetWindowRect(topDialog, &frame);
     GetWindowTextW(topDialog, title, 512);
-    printf("dialog %ld %ld %ld %ld ", frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top);
+    printf("dialog %ld %ld %ld %ld ", frame.left, frame.top, frame.right - frame.left,
+           frame.bottom - frame.top);
     PrintText(title);
     thread.cbSize = sizeof thread;
     thread.hwndFocus = NULL;

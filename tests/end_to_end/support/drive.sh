@@ -1,6 +1,6 @@
 # Sourced by the end-to-end scripts: starts the sample host and drives its dialogs by real keys and mouse clicks.
-# Every step waits for a condition of the screen, never for a guess of time. A pane shows its controls one by one, so a
-# check that follows a step waits as well: what holds only in the end must hold within the time of wait_until.
+# Every step waits for a condition of the screen, never for a guessed time. A pane shows its controls one by one, so
+# every check waits as well: a condition must hold within the time limit of wait_until.
 
 set -euo pipefail
 build=$1
@@ -28,7 +28,7 @@ start_host() {
     hostProcess=$!
 }
 
-# host_ends CODE TEXT: the host ends with that exit code, having printed TEXT.
+# host_ends CODE TEXT: the host ends with that exit code, after printing TEXT.
 host_ends() {
     local code=0
     wait "$hostProcess" || code=$?
@@ -38,12 +38,15 @@ host_ends() {
     echo "ok: the host ended with '$2'"
 }
 
-# One write, so that a reader that has seen enough never breaks the pipe.
+# One write, so that a reader that stops early does not break the pipe.
 probe() {
     local dump
     dump=$(wine "$bin/window-probe.exe" 2>/dev/null | tr -d '\r') || true
     printf '%s\n' "$dump"
 }
+
+# window_message TITLE close, window_message TITLE command ID: see window_message.c.
+window_message() { wine "$bin/window-message.exe" "$@" 2>/dev/null; }
 
 # wait_until WHAT COMMAND...: repeats COMMAND until it succeeds.
 wait_until() {
@@ -56,7 +59,7 @@ wait_until() {
     echo "ok: $what"
 }
 
-# The line of the visible control whose text is TEXT (its access key's & aside).
+# control TEXT: the line of the visible control with that text, without the & of its access key.
 control() { probe | awk -v text="$1" 'NR > 1 { line = $0; for (i = 0; i < 7; ++i) sub(/^[^ ]* /, "", line);
     gsub(/&/, "", line); if (line == text) { print; exit } }'; }
 states_of() { control "$1" | awk '{ print $7 }'; }
@@ -71,7 +74,7 @@ focus_is() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class && $7 ~ /
 state_of_class() { probe | awk -v class="$1" -v name="$2" 'NR > 1 && tolower($2) == class { for (i = 8; i <= NF; ++i)
     if (index($i, name "=") == 1) print substr($i, length(name) + 2) }'; }
 class_state_is() { [ "$(state_of_class "$1" "$2")" = "$3" ]; }
-# left_of A B...: each control stands left of the one after it.
+# left_of A B...: each control is left of the next one.
 left_of() {
     local a b
     a=$(control "$1" | awk '{ print $3 }') b=$(control "$2" | awk '{ print $3 }')
@@ -82,7 +85,7 @@ left_of() {
 is_no_default() { shows "$1" && ! is_default "$1"; }
 title_is() { [ "$(probe | sed -n '1s/^dialog [^ ]* [^ ]* [^ ]* [^ ]* //p')" = "$1" ]; }
 
-# word LOCALE KEY: the words that the shipped dictionary of that locale has for KEY.
+# word LOCALE KEY: the text of KEY in the shipped dictionary of that locale.
 word() { awk -F= -v key="\$\$\$$2" '{ sub(/^"/, ""); sub(/"$/, "") } $1 == key { print $2; exit }' \
     "$(dirname "$0")/../../resources/dictionaries/$1/guide.txt"; }
 

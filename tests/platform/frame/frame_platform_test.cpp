@@ -1,4 +1,4 @@
-// What the frame may expect of the system, for the native twin and for Windows alike.
+// The platform of the frame: the same tests for the native twin and for Windows.
 #include "frame/platform/frame_platform.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ TEST(TemporaryFolder, ExistsAndEndsWithItsSeparator) {
     EXPECT_TRUE(std::filesystem::is_directory(folder));
 }
 
-TEST_F(SharedFile, TwoStreamsWriteToOneFile) {
+TEST_F(SharedFile, TwoStreamsWriteToTheSameFile) {
     std::FILE* const first = OpenSharedFile(Path().c_str(), true);
     std::FILE* const second = OpenSharedFile(Path().c_str(), true);
     ASSERT_TRUE(first && second);
@@ -73,7 +73,7 @@ TEST_F(SharedFile, IsTextWithTheSystemsLineEnds) {
     EXPECT_EQ(SizeOfFile(Path().c_str()), hasTwoByteEnds ? 6 : 5);
 }
 
-TEST_F(SharedFile, WhatIsNotThereHasNoSizeAndNoStream) {
+TEST_F(SharedFile, AMissingFileHasNoSizeAndAMissingFolderNoStream) {
     EXPECT_EQ(SizeOfFile(Path().c_str()), -1);
     const std::u16string below = Path() + u"/absent";
     EXPECT_EQ(OpenSharedFile(below.c_str(), true), nullptr);
@@ -92,6 +92,11 @@ TEST(Clock, LocalTimeIsACalendarDay) {
     std::tm parts = LocalTime(noon);
     EXPECT_EQ(parts.tm_year, 71);
     EXPECT_EQ(std::mktime(&parts), noon);
+}
+
+TEST(Process, MayPinTheLibraryRepeatedly) {
+    PinLibrary();
+    PinLibrary();
 }
 
 TEST(Process, HasANumber) { EXPECT_NE(CurrentProcessNumber(), 0u); }
@@ -121,7 +126,7 @@ unsigned long PassTheDoor(void* argument) {
     return 0;
 }
 
-TEST(Thread, AWaitRunsOutWhileItRuns) {
+TEST(Thread, AWaitEndsByItsTimeLimitWhileTheThreadRuns) {
     Door door;
     const NativeThread thread = StartThread(PassTheDoor, &door);
     ASSERT_NE(thread, nullptr);
@@ -133,7 +138,7 @@ TEST(Thread, AWaitRunsOutWhileItRuns) {
     CloseThread(thread);
 }
 
-TEST(Thread, RunsOnWhenItsHandleIsClosed) {
+TEST(Thread, RunsOnAfterItsHandleIsClosed) {
     static Door door;
     const NativeThread thread = StartThread(PassTheDoor, &door);
     ASSERT_NE(thread, nullptr);
@@ -161,7 +166,7 @@ TEST(LocaleName, IsTheSystems) {
     for (const auto& given : kCases) EXPECT_EQ(LocaleName(given.language), given.name) << given.language;
 }
 
-TEST(LocaleName, OfWhatIsNoLanguageIsEmpty) {
+TEST(LocaleName, OfAnUnknownLanguageIsEmpty) {
     EXPECT_EQ(LocaleName(0), "");
     EXPECT_EQ(LocaleName(0xFFFE), "");
 }

@@ -1,4 +1,4 @@
-// What the library reads from its host's version resource (see host_program.rc).
+// The version resource of the host (see host_program.rc) as the library reads it.
 #include "frame/platform/frame_platform.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 namespace brixen::pvn {
 namespace {
 
-TEST(HostProgram, TellsTheTextsOfItsFirstLanguage) {
+TEST(HostProgram, ReturnsTheTextsOfTheFirstLanguage) {
     const HostProgram host = DescribeHostProgram();
     EXPECT_EQ(host.productName, "M\u00e4rchen \u65e5");
     EXPECT_EQ(host.fileDescription, "Zeichnen und \u05db");

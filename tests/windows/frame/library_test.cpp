@@ -1,5 +1,6 @@
-// What the finished library carries besides its code.
+// The finished library as a file: version, manifest, loading and unloading.
 #include "frame/version.h"
+#include "pavane.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -50,7 +51,7 @@ TEST(LibraryVersion, IsTheOneOfTheVersionWord) {
     EXPECT_EQ(fixed->dwProductVersionLS, fixed->dwFileVersionLS);
 }
 
-TEST(LibraryVersion, StandsAsTextToo) {
+TEST(LibraryVersion, IsInTheVersionTextsToo) {
     const std::wstring wanted(std::begin(kVersionText), std::end(kVersionText) - 1);
     VersionInfo version;
     for (const wchar_t* name : {L"FileVersion", L"ProductVersion"}) {
@@ -71,7 +72,7 @@ TEST(LibraryManifest, IsResource3AndAsksForVersion6OfTheCommonControls) {
     EXPECT_THAT(text, testing::HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
 }
 
-TEST(LibraryManifest, IsItsOnlyOne) {
+TEST(LibraryManifest, IsTheOnlyOne) {
     const Module library(LoadLibraryW(kLibrary));
     ASSERT_TRUE(library) << GetLastError();
     const auto count = [](HMODULE, LPCWSTR, LPWSTR, LONG_PTR number) -> BOOL {
@@ -81,6 +82,43 @@ TEST(LibraryManifest, IsItsOnlyOne) {
     int manifests = 0;
     EnumResourceNamesW(library.get(), MAKEINTRESOURCEW(24), count, reinterpret_cast<LONG_PTR>(&manifests));
     EXPECT_EQ(manifests, 1);
+}
+
+template <class Function>
+Function Find(const Module& library, const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library.get(), name)));
+}
+
+TEST(LibraryLoading, TheFirstSuccessfulInitializeKeepsItUntilTheProcessEnds) {
+    {
+        const Module library(LoadLibraryW(kLibrary));
+        ASSERT_TRUE(library) << GetLastError();
+        EXPECT_EQ(Find<PavaneGetVersionFunction>(library, "Pavane_GetVersion")(), PAVANE_VERSION);
+        EXPECT_EQ(Find<PavaneInitializeFunction>(library, "Pavane_Initialize")(2, 0), PAVANE_BAD_ARGUMENT);
+    }
+    EXPECT_EQ(GetModuleHandleW(kLibrary), nullptr) << "a refused call does not pin it";
+    for (int i = 0; i < 2; ++i) {
+        const Module library(LoadLibraryW(kLibrary));
+        ASSERT_TRUE(library) << GetLastError();
+        EXPECT_EQ(Find<PavaneInitializeFunction>(library, "Pavane_Initialize")(0, 0), PAVANE_SUCCESS);
+        EXPECT_EQ(Find<PavaneInfoGetErrorCodeFunction>(library, "Pavane_Info_GetErrorCode")(),
+                  PAVANE_SUCCESS);
+        Find<PavaneTerminateFunction>(library, "Pavane_Terminate")();
+    }
+    EXPECT_NE(GetModuleHandleW(kLibrary), nullptr);
+}
+
+// A thread-local index that the library does not give back is lost to the whole process, which has 1,088.
+TEST(LibraryLoading, ThreeThousandRoundsLoseNoThreadLocalIndex) {
+    for (int i = 0; i < 3000; ++i) {
+        const Module library(LoadLibraryW(kLibrary));
+        ASSERT_TRUE(library) << GetLastError() << " in round " << i;
+        ASSERT_EQ(Find<PavaneInitializeFunction>(library, "Pavane_Initialize")(0, 0), PAVANE_SUCCESS);
+        Find<PavaneTerminateFunction>(library, "Pavane_Terminate")();
+    }
+    const DWORD index = TlsAlloc();
+    EXPECT_NE(index, TLS_OUT_OF_INDEXES);
+    TlsFree(index);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The log on Windows: where it lies, and that others may read and write it meanwhile.
+// The log on Windows: its place, its line ends, and other programs that read and write it meanwhile.
 #include "frame/frame_state.h"
 #include "frame/log.h"
 #include "support/temporary_folder.h"
@@ -8,6 +8,7 @@
 
 #include <windows.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -43,7 +44,7 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    // Makes TMP a folder that the system gives out with that length, its last separator included.
+    // Sets TMP to a folder whose path has that length in the system's words, including its last separator.
     std::filesystem::path UseFolderOfLength(std::size_t length) {
         std::wstring path = folder.wstring();
         while (path.size() + 101 < length - 1) path += L'\\' + std::wstring(99, L'd');
@@ -85,6 +86,15 @@ TEST_F(LogOnWindows, ALockedFileLeavesTheStreamNull) {
     EXPECT_EQ(GetFrameState().gLogStream, nullptr);
     PvnLog("nowhere\n");
     CloseHandle(owner);
+}
+
+// The C library has 512 streams.
+TEST_F(LogOnWindows, OpensAgainWithoutUsingUpTheStreamsOfTheProcess) {
+    for (int i = 0; i < 600; ++i) OpenLog(false);
+    ASSERT_NE(GetFrameState().gLogStream, nullptr);
+    std::FILE* const file = std::fopen("other.txt", "w");
+    ASSERT_NE(file, nullptr);
+    std::fclose(file);
 }
 
 TEST_F(LogOnWindows, AFolderOf252UnitsIsUsedAndOneOf253CountsAsNone) {

@@ -35,7 +35,9 @@ protected:
         for (; RunFailing(n, outcomes) && !testing::Test::HasFailure(); ++n) {
             const bool isClean = pavane_test::LiveBlocks() == before;
             // What a whole run would have replaced may be missing or stand in its earlier form.
-            if (!isClean || n % kEvery == 0) EXPECT_EQ(RunOnce(), kStatusSuccess) << n;
+            if (!isClean || n % kEvery == 0) {
+                EXPECT_EQ(RunOnce(), kStatusSuccess) << n;
+            }
             EXPECT_EQ(pavane_test::LiveBlocks(), before) << n;
         }
         EXPECT_GT(n, 100u);

@@ -436,7 +436,9 @@ TEST_F(Privacy, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
                 EXPECT_LE(window->frame.bottom, area.bottom - 8) << language << window->id;
                 const bool hasText = window->className == u"button" ||
                                      (window->className == u"static" && (window->style & 0xFF) == 0);
-                if (hasText) EXPECT_FALSE(window->text.empty()) << language << window->id;
+                if (hasText) {
+                    EXPECT_FALSE(window->text.empty()) << language << window->id;
+                }
             }
         });
         ThenPress(kCancelButton);

@@ -317,7 +317,9 @@ TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
                 EXPECT_LE(window->frame.right, area.right - 8) << language << window->id;
                 EXPECT_LE(window->frame.bottom, area.bottom - 8) << language << window->id;
                 const bool hasText = window->className == u"button" || (window->style & 0xFF) == 0;
-                if (hasText) EXPECT_FALSE(window->text.empty()) << language << window->id;
+                if (hasText) {
+                    EXPECT_FALSE(window->text.empty()) << language << window->id;
+                }
             }
         });
         ThenPress(kQuitButton);

@@ -13,7 +13,7 @@ namespace brixen::pvn {
 struct RequestedWorkflow {
     std::uint16_t number = 0;
     const WorkflowRow* row = nullptr; // null: the library does not have it
-    std::string language;             // such as "he_IL"
+    std::string language = {};        // such as "he_IL"
 };
 
 // Returns whether `number` is the workflow that was prepared last and not run since.

@@ -37,7 +37,8 @@ inline constexpr std::uint16_t kAlertPicture = 1001; // of an error alert
 // first button. The second button, Esc, the close box and the end of the run from outside are false. Kept: an
 // alert that cannot be made counts as agreed, and is logged. `context` has the language and may be null.
 //
-// Throws what another window of the thread threw while the alert was open: it is no answer of the user.
+// Throws what another window of the thread threw while the alert was open, where the toolkit has it thrown
+// here: it is no answer of the user.
 [[nodiscard]] bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context);
 // The same for an alert that is not one of the library's.
 [[nodiscard]] bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context);

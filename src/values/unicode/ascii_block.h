@@ -104,13 +104,20 @@ inline NarrowedBlock NarrowBlock(const char16_t* source) {
     return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(bytes)), static_cast<std::uint32_t>(special)};
 }
 
+// The sum of the two halves, which are small numbers.
+inline std::size_t SumOf(__m128i halves) {
+    const int low = _mm_cvtsi128_si32(halves);
+    const int high = _mm_extract_epi16(halves, 4);
+    return static_cast<std::size_t>(low) + static_cast<std::size_t>(high);
+}
+
 inline std::size_t Utf16UnitsOfBlock(const std::uint8_t* source) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     const __m128i starts = _mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(0xBF)));
     const __m128i pairs = _mm_cmpeq_epi8(_mm_max_epu8(bytes, _mm_set1_epi8(static_cast<char>(0xF0))), bytes);
     const __m128i minusUnits = _mm_add_epi8(starts, pairs);
     const __m128i sums = _mm_sad_epu8(_mm_sub_epi8(_mm_setzero_si128(), minusUnits), _mm_setzero_si128());
-    return static_cast<std::size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
+    return SumOf(sums);
 }
 
 inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
@@ -123,7 +130,7 @@ inline std::size_t Utf8BytesOfUnits(const char16_t* source) {
                                           _mm_cmpeq_epi16(high, _mm_set1_epi16(static_cast<short>(0xD800))));
     const __m128i sparedBytes = _mm_sub_epi8(zero, _mm_packs_epi16(one, notThree));
     const __m128i sums = _mm_sad_epu8(sparedBytes, zero);
-    return 24 - static_cast<std::size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
+    return 24 - SumOf(sums);
 }
 
 } // namespace vector_blocks

@@ -21,8 +21,8 @@ using WorkFlowMaker = std::unique_ptr<PVNWorkFlow> (*)(PVNWorkFlowContext& conte
 // Long under PvnWFKey_WorkFlowResult, which is kStatusUserCancel until the run sets it. The bag then holds
 // what the run has set.
 //
-// Any exception gives kStatusException, without a log line of its own. The parent window is enabled again and
-// everything that the run made is destroyed. Kept: ShutDownResources is not called then.
+// Returns kStatusException after any exception, without a log line of its own. The parent window is enabled
+// again and everything that the run made is destroyed. Kept: ShutDownResources is not called then.
 template <class W>
 [[nodiscard]] std::uint16_t RunWorkFlowFromBag(T_StorageInterface& bag) noexcept {
     return RunWorkFlow(bag, [](PVNWorkFlowContext& context) -> std::unique_ptr<PVNWorkFlow> {

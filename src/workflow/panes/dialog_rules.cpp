@@ -22,7 +22,7 @@ namespace {
 constexpr std::uint32_t kShownButton = style::kChild | style::kVisible | style::kTabStop;
 constexpr std::uint32_t kShownDefaultButton = kShownButton | style::kDefaultPushButton;
 
-// `problem` tells an unreadable view from a missing one, which the resource layer logs.
+// `problem` differs from the line for a missing view, which the resource layer logs.
 void LogView(const char* problem, const std::string& name, const char* reason) {
     PvnLog("%s: %s: %s(File: %s, Reason: %s)\n", kLogComponent, kLogInfo, problem,
            FindViewDescription(name).c_str(), reason);

@@ -20,7 +20,7 @@ struct DeleteDialog {
 };
 using OwnedDialog = std::unique_ptr<zeve::ZeveDialog, DeleteDialog>;
 
-// Returns a dialog without view text, above `parent`, for a run in that language. The toolkit is told the
+// Returns a dialog without view text, above `parent`, for a run in that language. The toolkit gets the
 // language, and mirrors the layout, only if it is exactly a shipped locale that is read from right to left,
 // such as "ar_AE".
 OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, const std::string& language);

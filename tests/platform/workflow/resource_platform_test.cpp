@@ -51,7 +51,7 @@ TEST_F(Decoder, EveryDecodingMakesABitmapOfItsOwn) {
     DeleteBitmap(two.bitmap);
 }
 
-TEST_F(Decoder, WhatIsNoPictureFails) {
+TEST_F(Decoder, FailsForAFileThatIsNoPicture) {
     for (const char* name :
          {"text.png", "empty.png", "signature_only.png", "cut_in_header.png", "absent.png"}) {
         const DecodedBitmap decoded = Decode(Picture(name));

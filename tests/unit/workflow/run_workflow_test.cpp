@@ -142,7 +142,7 @@ TEST_F(RunWorkFlow, TheBagHoldsTheValuesOfTheRun) {
     EXPECT_EQ(text, "by the run");
 }
 
-TEST_F(RunWorkFlow, TheResourceLayerIsDownAfterAnOrderlyRun) {
+TEST_F(RunWorkFlow, TheResourceLayerIsShutDownAfterARunWithoutException) {
     Run();
     SelectLanguage("de_DE");
     files.Write("de_DE/file.txt", "x");
@@ -160,7 +160,7 @@ TEST_F(RunWorkFlow, AnExceptionHasAStatusAndNoLogLine) {
     EXPECT_EQ(result, kStatusUserCancel);
 }
 
-TEST_F(RunWorkFlow, AnExceptionLeavesTheResourceLayerUp) {
+TEST_F(RunWorkFlow, AnExceptionLeavesTheResourceLayerSetUp) {
     gPlan.throwInBuild = true;
     Run();
     SelectLanguage("de_DE");
@@ -248,7 +248,7 @@ TEST_F(RunWorkFlow, PanesAreDestroyedInTheOrderOfTheirStatesEachForgottenByTheMa
     EXPECT_EQ(workFlow.machine, nullptr);
 }
 
-TEST_F(RunWorkFlow, APaneNeedsAStateWithTransitionsAndHasItAlone) {
+TEST_F(RunWorkFlow, APaneNeedsAStateOfItsOwnWithTransitions) {
     PVNWorkFlowContext context(bag);
     PlannedWorkFlow workFlow(context);
     workFlow.Build(false);

@@ -13,7 +13,7 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// `Fixture` gives the bag of the run and is a DialogFixture.
+// `Fixture` is a DialogFixture with the bag of the run.
 template <class Fixture, class WorkFlow>
 class WithoutMemory : public Fixture {
 protected:
@@ -23,7 +23,8 @@ protected:
     // `outcomes`: the statuses that are possible besides success and exception.
     void ExpectToHoldOut(std::initializer_list<std::uint16_t> outcomes) {
         constexpr std::size_t kEvery = 16;
-        // What is made once must be there: the dictionary's index comes after some thousands of comparisons.
+        // Objects that are made once must exist: the dictionary makes its index after some thousands of
+        // comparisons.
         constexpr int kMostRounds = 1000;
         const auto& entries = kestrel_private::ProcessDictionary().Entries();
         for (int round = 0; round < kMostRounds && !entries.IsIndexed(); ++round) {
@@ -34,7 +35,7 @@ protected:
         std::size_t n = 1;
         for (; RunFailing(n, outcomes) && !testing::Test::HasFailure(); ++n) {
             const bool isClean = pavane_test::LiveBlocks() == before;
-            // What a whole run would have replaced may be missing or stand in its earlier form.
+            // An object that a whole run replaces may be missing or be an earlier one.
             if (!isClean || n % kEvery == 0) {
                 EXPECT_EQ(RunOnce(), kStatusSuccess) << n;
             }

@@ -1,4 +1,4 @@
-// Privacy in a real window, with the shipped files: what the system keeps of the field and of the popup.
+// Privacy in a real window, with the shipped files: the field and the popup as the system shows them.
 #include "workflow/catalogue/privacy.h"
 
 #include "frame/frame_state.h"
@@ -74,7 +74,7 @@ protected:
         gTest = nullptr;
     }
 
-    std::uint16_t Run(const char* language) {
+    std::uint16_t Run(const std::string& language) {
         T_Storage bag;
         SetString(bag, PvnWFKey_Language, language);
         idleTicks = 0;
@@ -167,7 +167,7 @@ TEST_F(PrivacyWindow, ShowsTheTextOfTheFileInAReadOnlyField) {
     }
 }
 
-TEST_F(PrivacyWindow, ReadsInTheDirectionOfTheStatementWhateverThatOfTheDialog) {
+TEST_F(PrivacyWindow, ReadsInTheDirectionOfTheStatementInEveryDialog) {
     for (const char* dialogLanguage : {"en_US", "de_DE", "he_IL", "ar_AE"}) {
         int row = 0;
         for (const std::string& locale : Locales()) {
@@ -193,10 +193,10 @@ TEST_F(PrivacyWindow, ScrollsToTheEndOfTheStatementAndStartsAtItsTopAgain) {
         RECT area;
         GetClientRect(field, &area);
         const auto last = static_cast<WPARAM>(GetWindowTextLengthW(field) - 1);
-        const auto place = SendMessageW(field, EM_POSFROMCHAR, last, 0);
+        const auto position = SendMessageW(field, EM_POSFROMCHAR, last, 0);
         EXPECT_GT(FirstLine(field), 50);
-        EXPECT_GE(static_cast<short>(HIWORD(place)), 0);
-        EXPECT_LT(static_cast<short>(HIWORD(place)), area.bottom);
+        EXPECT_GE(static_cast<short>(HIWORD(position)), 0);
+        EXPECT_LT(static_cast<short>(HIWORD(position)), area.bottom);
     });
     ThenClick(kBackButton);
     ThenClick(kContinueButton);
@@ -205,7 +205,7 @@ TEST_F(PrivacyWindow, ScrollsToTheEndOfTheStatementAndStartsAtItsTopAgain) {
     EXPECT_EQ(Run("en_US"), 0);
 }
 
-TEST_F(PrivacyWindow, KeepsThePlaceOfTheReaderWhenTabLeavesTheFieldAndComesBack) {
+TEST_F(PrivacyWindow, KeepsTheSelectionOfTheReaderWhileTheFocusIsElsewhere) {
     const auto tab = [this](bool backwards) {
         Then([this, backwards] { SendMessageW(Dialog(), WM_NEXTDLGCTL, backwards, FALSE); });
     };

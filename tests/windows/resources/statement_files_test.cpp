@@ -46,7 +46,7 @@ protected:
 
 } // namespace
 
-TEST_F(StatementFiles, AreNotOpenedWhileSomebodyElseHasThem) {
+TEST_F(StatementFiles, AreNotOpenedWhileAnotherProgramHasThem) {
     Write("statement");
     EXPECT_NE(Load(), nullptr);
     for (const DWORD share : {DWORD{0}, DWORD{FILE_SHARE_READ}, kShareAll}) {
@@ -57,7 +57,7 @@ TEST_F(StatementFiles, AreNotOpenedWhileSomebodyElseHasThem) {
     EXPECT_NE(Load(), nullptr) << "it is closed again";
 }
 
-TEST_F(StatementFiles, AreUnknownWhileSomebodyElseKeepsTheListToHimself) {
+TEST_F(StatementFiles, AreUnknownWhileAnotherProgramHasTheListAlone) {
     Write("statement");
     PVNPrivacyStatementHandler handler;
     {
@@ -77,7 +77,7 @@ TEST_F(StatementFiles, AreNoDevices) {
     }
 }
 
-TEST_F(StatementFiles, AreFoundWhateverTheCaseOfTheirName) {
+TEST_F(StatementFiles, AreFoundInAnyCaseOfTheirName) {
     Write("STATEMENT");
     EXPECT_NE(Load(), nullptr);
 }

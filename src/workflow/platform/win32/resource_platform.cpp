@@ -75,7 +75,7 @@ DibSection MakeDibSection(Size size, WORD bitsPerPixel) {
     return section;
 }
 
-// GdipCreateHBITMAPFromBitmap would always give 32 bits, so the decoder writes into our own pixels.
+// GdipCreateHBITMAPFromBitmap always makes 32 bits, so the decoder writes into our own pixels.
 bool CopyPixels(Gdiplus::GpBitmap* image, Size size, bool hasAlpha, void* bits) {
     const std::int64_t rowBytes = ((hasAlpha ? 4LL : 3LL) * size.width + 3) / 4 * 4;
     const std::int64_t lastRow = rowBytes * (static_cast<std::int64_t>(size.height) - 1);

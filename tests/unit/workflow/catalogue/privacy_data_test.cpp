@@ -43,7 +43,7 @@ TEST(PrivacyRows, EndAtANul) {
                 testing::ElementsAre(u"seen"));
 }
 
-TEST(PrivacyRows, LeaveOutWhatCannotBeShown) {
+TEST(PrivacyRows, LeaveOutLanguagesWithoutAUsableName) {
     EXPECT_THAT(LabelsOf({{"", ""}, {"a", "\xFF"}, {"\xC3", ""}, {"b", "kept"}, {"", "kept too"}}),
                 testing::ElementsAre(u"kept", u"kept too"));
 }
@@ -59,7 +59,7 @@ TEST(PrivacyRow, IsThatOfTheLanguage) {
 
 TEST(PrivacyRow, OfNoneIsTheFirst) { EXPECT_EQ(RowOfLanguage({}, "de_DE"), 0u); }
 
-TEST(PrivacyDirection, IsThatOfTheLanguageWhateverItsRegion) {
+TEST(PrivacyDirection, IsThatOfTheLanguageInAnyRegion) {
     for (const char* locale : {"he_IL", "ar_AE", "ar_SA", "ar", "fa_IR", "ur_PK", "yi", "iw_IL"})
         EXPECT_TRUE(IsWrittenRightToLeft(locale)) << locale;
     for (const char* locale : {"", "en_US", "de_DE", "ja_JP", "hex", "arn_CL", "HE_IL", "_he"})

@@ -227,7 +227,7 @@ TEST_F(Privacy, EachFieldReadsInItsDirectionInEveryDialog) {
     }
 }
 
-TEST_F(Privacy, WhatWasChosenStaysWhenTheUserGoesBack) {
+TEST_F(Privacy, TheChoiceIsKeptWhenTheUserGoesBack) {
     ThenSelectRow(3);
     ThenPress(kContinueButton);
     ThenPress(kBackButton);
@@ -370,7 +370,7 @@ TEST_F(Privacy, TheChoiceHasADefaultButtonAndTheStatementHasNone) {
     Run();
 }
 
-TEST_F(Privacy, TheDefaultButtonIsFramedWhereNoButtonHasTheFocusButNotWhileTabMovesIt) {
+TEST_F(Privacy, TheDefaultButtonIsFramedWhileThePopupHasTheFocusButNotDuringTab) {
     std::vector<std::pair<Window, std::uintptr_t>> framed;
     System().answer = [&framed](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
         if (message.number == zeve::kButtonSetStyle) framed.emplace_back(message.window, message.wparam);

@@ -116,7 +116,7 @@ TEST_F(Welcome, IsWalkedInTheWordsOfEachLanguage) {
     }
 }
 
-TEST_F(Welcome, BackLeadsThroughThePanesAsTheyCame) {
+TEST_F(Welcome, BackLeadsThroughThePanesInReverse) {
     ThenPress(kContinueButton);
     ThenPress(kContinueButton);
     ThenPress(kBackButton);
@@ -249,7 +249,7 @@ TEST_F(Welcome, ADialogThatEndsDuringItsQuitAlertHasEnded) {
     EXPECT_EQ(Run(), kStatusSuccess);
 }
 
-TEST_F(Welcome, ARunThatIsEndedFromOutsideGivesTheStoredResult) {
+TEST_F(Welcome, ARunThatIsEndedFromOutsideReturnsTheStoredResult) {
     Then([] { zeve::platform::CloseWindow(TopDialog()); });
     EXPECT_EQ(Run(), kStatusUserCancel);
 }

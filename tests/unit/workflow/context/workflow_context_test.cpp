@@ -20,7 +20,9 @@ TEST(Progress, NothingIsCanceledAtFirst) { EXPECT_FALSE(gCancelAtStart); }
 
 class WorkFlowContext : public testing::Test {
 protected:
-    WorkFlowContext() : savedContext(GetFrameState().gPavaneContext) { GetFrameState().gPavaneContext = nullptr; }
+    WorkFlowContext() : savedContext(GetFrameState().gPavaneContext) {
+        GetFrameState().gPavaneContext = nullptr;
+    }
     ~WorkFlowContext() override {
         GetFrameState().gPavaneContext = savedContext;
         gProgressCancel = false;

@@ -45,12 +45,12 @@ TEST_F(NavStateMachine, ReservedEventsHaveTheirTexts) {
     EXPECT_EQ(kEventNextForDemo, "GoToNextStateForDemo");
 }
 
-TEST_F(NavStateMachine, BackLeadsToWhereTheUserCameFrom) {
+TEST_F(NavStateMachine, BackLeadsToThePreviousState) {
     machine.HandleEvent("ToB");
     EXPECT_EQ(Back(), A);
 }
 
-TEST_F(NavStateMachine, BackStepsWalkTheLinksThatArrivalsLeft) {
+TEST_F(NavStateMachine, BackStepsFollowTheLinksOfTheArrivals) {
     machine.HandleEvent("ToB");
     machine.HandleEvent("ToC");
     EXPECT_EQ(Back(), B);
@@ -123,7 +123,7 @@ protected:
     Machine machine;
 };
 
-TEST_F(Tour, VisitsTheStatesInAscendingOrderWhateverTheEvent) {
+TEST_F(Tour, VisitsTheStatesInAscendingOrderForEveryEvent) {
     EXPECT_EQ(machine.startState, 3);
     EXPECT_EQ(machine.CurrentState(), 3);
     EXPECT_EQ(machine.HandleEvent("CancelButton"), 7);
@@ -142,7 +142,7 @@ TEST_F(Tour, LeavesNoLinksBehind) {
     EXPECT_EQ(machine.HandleEvent(kEventGoBack), kWFState_BackUnset);
 }
 
-TEST(NavStateMachineTour, OfNothingIsRefused) {
+TEST(NavStateMachineTour, ThrowsWithoutAState) {
     Machine machine;
     EXPECT_THROW(machine.SetDemoMode(true), std::out_of_range);
 }

@@ -82,7 +82,7 @@ TEST_F(StateMachine, TheLaterTransitionHoldsAndTheEarlierProperty) {
     EXPECT_EQ(PropertyOf(1, "key"), &one);
 }
 
-TEST_F(StateMachine, APropertyOfAnyStateIsFoundFromEachAndRemovedFromNone) {
+TEST_F(StateMachine, AWildcardPropertyIsFoundFromEachStateAndRemovedFromNone) {
     machine.SetProperty(kWFState_Any, "key", &one);
     EXPECT_EQ(PropertyOf(7, "key"), &one);
     EXPECT_EQ(PropertyOf(kWFState_Done, "key"), &one);
@@ -146,7 +146,7 @@ TEST_F(StateMachine, StatesNeedNotBeNumberedInARow) {
     }
 }
 
-TEST_F(StateMachine, EventsOfOneRowAreToldApartByEveryByte) {
+TEST_F(StateMachine, EventsOfOneRowDifferByEveryByte) {
     const char* const events[] = {"next", "nexT", "Next", "next ", "nex", ""};
     std::uint16_t target = 10;
     for (const char* event : events) machine.SetTransition(1, target++, event);
@@ -159,7 +159,7 @@ TEST_F(StateMachine, EventsOfOneRowAreToldApartByEveryByte) {
     EXPECT_EQ(machine.HandleEvent("text"), 1);
 }
 
-TEST_F(StateMachine, DuringAChangeTheOldStateIsStillCurrent) {
+TEST_F(StateMachine, TheOldStateIsCurrentDuringAChange) {
     machine.SetTransition(1, 2, "Continue");
     SetDelegate(kWFState_Any);
     machine.EnterState(1);
@@ -175,7 +175,7 @@ TEST_F(StateMachine, AnEndStateGetsItsEnterToo) {
     EXPECT_THAT(delegate.notes, ElementsAre("enter 1 at 1", "exit 1 at 1", "enter 32752 at 1"));
 }
 
-TEST_F(StateMachine, WithoutADelegateTheStateChangesAllTheSame) {
+TEST_F(StateMachine, TheStateChangesEvenWithoutADelegate) {
     machine.SetTransition(1, 2, "Continue");
     machine.SetTransition(2, 1, "Continue");
     SetDelegate(2);

@@ -48,7 +48,7 @@ TEST_F(PaneHelpers, ATitleIsCutAt255UnitsAndNeverInsideACharacter) {
     EXPECT_EQ(Title(), std::u16string(254, u'x'));
 }
 
-TEST_F(PaneHelpers, AControlShowsATextAsItStands) {
+TEST_F(PaneHelpers, AControlShowsATextUntranslated) {
     SetControlText(dialog, kField, "$$$/a=\xC3\xA4");
     EXPECT_EQ(zeve::platform::ControlText(host.Window(), kField), u"$$$/a=\u00E4");
     SetControlText(dialog, 999, "nobody");
@@ -113,7 +113,7 @@ TEST_F(PaneHelpers, APictureReplacesAnEarlierOne) {
     EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the layer's stay";
 }
 
-TEST_F(PaneHelpers, AMissingPictureIsShownAsNothing) {
+TEST_F(PaneHelpers, AMissingPictureEmptiesItsControl) {
     files.Copy("photo.png", Picture("rgba.png"));
     files.Copy("copy.png", Picture("rgba.png"));
     SetResourceRootBelow(files.Utf8());

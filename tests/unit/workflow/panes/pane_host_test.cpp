@@ -19,7 +19,7 @@ using testing::HasSubstr;
 using testing::Not;
 using zeve::headless::CallsOf;
 
-TEST_F(PaneHost, ThePanesComeAndGoWithTheirStates) {
+TEST_F(PaneHost, EachStateShowsItsPane) {
     ThenPress(kNext);
     Then([&] {
         EXPECT_TRUE(IsControlShown(kPicture));
@@ -37,7 +37,7 @@ TEST_F(PaneHost, ThePanesComeAndGoWithTheirStates) {
     EXPECT_EQ(System().locked, nullptr);
 }
 
-TEST_F(PaneHost, TheFirstPaneEntersTheHiddenWindowUnlocked) {
+TEST_F(PaneHost, TheFirstPaneIsEnteredInAHiddenUnlockedWindow) {
     RunWith([] {});
     const auto& calls = System().calls;
     const auto nameIs = [](const char* name) {
@@ -58,7 +58,7 @@ TEST_F(PaneHost, LeavingAPaneRepaintsTheWindow) {
     });
 }
 
-// What the window is told about drawing, in order.
+// The calls that hold drawing back or ask for it, in order.
 std::vector<std::string> DrawingCalls() {
     std::vector<std::string> names;
     for (const auto& call : zeve::headless::State().calls) {
@@ -73,8 +73,9 @@ TEST_F(PaneHost, AChangeOfPanesIsDrawnAtOnce) {
     RunWith([&] {
         System().calls.clear();
         Tell(TopDialog(), zeve::kMessageCommand, kNext);
-        EXPECT_THAT(DrawingCalls(), ElementsAre("LockUpdates", "UnlockUpdates", "Invalidate",   // it goes
-                                                "LockUpdates", "Invalidate", "UnlockUpdates")); // it comes
+        EXPECT_THAT(DrawingCalls(),
+                    ElementsAre("LockUpdates", "UnlockUpdates", "Invalidate",   // the old pane
+                                "LockUpdates", "Invalidate", "UnlockUpdates")); // the new pane
         for (const auto& call : CallsOf("LockUpdates")) EXPECT_EQ(call.window, TopDialog());
     });
 }
@@ -284,7 +285,7 @@ TEST_F(PaneHost, TheFirstFocusMessageActsOnAShownWindowOnly) {
     });
 }
 
-TEST_F(PaneHost, AChangedProductNameIsPaintedOnceAClass) {
+TEST_F(PaneHost, AChangedProductNameIsPaintedOnceForEachClass) {
     SetLong(bag, PvnWFKey_HasChangedProductName, 1);
     RunWith([&] {
         EXPECT_FALSE(host.Repainted());
@@ -354,7 +355,7 @@ TEST_F(FirstUserEvent, IsAKeyAMouseButtonOrACommandOfAControl) {
     }
 }
 
-TEST_F(FirstUserEvent, IsNoMoveOfTheMouseAndNothingThatTheSystemOrAPaneCauses) {
+TEST_F(FirstUserEvent, IsNoMoveOfTheMouseAndNoMessageOfTheSystemOrAPane) {
     const std::pair<std::uint32_t, std::uintptr_t> events[] = {
         {kMessageMouseMove, 1},
         {0x00A0, 2}, // a move on the frame
@@ -440,7 +441,7 @@ TEST_F(PaneHost, WithoutAWindowInitThrowsAndNothingIsDisabled) {
     EXPECT_TRUE(notes.empty());
 }
 
-TEST_F(PaneHost, ADialogDestroyedUnderItsLoopEndsTheRun) {
+TEST_F(PaneHost, ADialogThatIsDestroyedEndsItsRun) {
     Then([] { zeve::platform::CloseWindow(TopDialog()); });
     EXPECT_FALSE(Run());
     EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
@@ -497,7 +498,7 @@ TEST_F(PaneHost, APaneFiltersEventsByNameOnRequest) {
     EXPECT_EQ(pane.HandleZeveEvent(record), "ZevePassUpEventChain");
 }
 
-TEST_F(PaneHost, AFilterGetsTheWholeEvent) {
+TEST_F(PaneHost, AFilterReceivesTheWholeEvent) {
     class Filter : public PVNPane {
         std::string ProcessEvent(Window window, std::uint32_t message, std::uintptr_t wparam,
                                  std::intptr_t lparam) override {

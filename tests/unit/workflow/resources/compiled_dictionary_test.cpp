@@ -44,7 +44,7 @@ TEST_F(CompiledDictionary, MayBeReplacedByText) {
     EXPECT_EQ(zeve::ZeveTranslate(kKey), "Ende");
 }
 
-TEST_F(CompiledDictionary, LiesOverTheTextOfAnotherWorkflow) {
+TEST_F(CompiledDictionary, OverlaysTheTextOfAnotherWorkflow) {
     files.Write("de_DE/service.zdct",
                 Text("\"$$$/pvn/dlg/common/button/quit=Ende\"\n\"$$$/resource/own=mine\"\n"));
     files.Write("de_DE/guide.zdct", Shipped());

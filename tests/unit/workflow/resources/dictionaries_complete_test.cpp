@@ -63,7 +63,7 @@ TEST_P(ShippedDictionaries, HoldTheSamePlaceholders) {
     ForEachDictionary([](const Words& english, const Words& words) {
         for (const auto& [key, value] : words) {
             const auto original = english.find(key);
-            if (original == english.end()) continue; // told by HoldTheSameKeys
+            if (original == english.end()) continue; // a failure of HoldTheSameKeys
             EXPECT_EQ(Placeholders(value), Placeholders(original->second)) << key;
         }
     });
@@ -80,7 +80,7 @@ TEST_P(ShippedDictionaries, HoldNoEnglishInDisguise) {
     ForEachDictionary([](const Words& english, const Words& words) {
         for (const auto& [key, value] : words) {
             const auto original = english.find(key);
-            if (original == english.end()) continue; // told by HoldTheSameKeys
+            if (original == english.end()) continue; // a failure of HoldTheSameKeys
             if (IsAddress(value)) continue;
             EXPECT_EQ(value == original->second, kMeantAsInEnglish.count({GetParam(), key}) == 1) << key;
         }

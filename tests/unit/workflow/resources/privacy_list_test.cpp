@@ -1,4 +1,4 @@
-// The language list: what is read from it, and how its errors are told.
+// The language list: its entries and its errors.
 #include "workflow/resources/privacy_list.h"
 
 #include "support/failing_allocator.h"
@@ -105,7 +105,7 @@ TEST_F(PrivacyList, ANullPathIsABadFileName) {
     ExpectError(-1, "Bad file name");
 }
 
-TEST_F(PrivacyList, AFileThatIsNotThereCannotBeOpened) {
+TEST_F(PrivacyList, AMissingFileCannotBeOpened) {
     list.Read(Path("absent.xml").c_str());
     ExpectError(-2, "Cannot open the file");
     std::filesystem::create_directory(files.PathOf("folder.xml"));
@@ -156,7 +156,7 @@ TEST_F(PrivacyList, ARepeatedElementIsInvalidOnlyAfterAValue) {
     EXPECT_THAT(list.Languages(), ElementsAre("b"));
 }
 
-TEST_F(PrivacyList, ANewListTakesThePlaceOfTheOld) {
+TEST_F(PrivacyList, ANewListReplacesTheOldOne) {
     Read(List(Named("a") + Named("b")));
     Read(List(Named("c")));
     ExpectNoError();
@@ -164,7 +164,7 @@ TEST_F(PrivacyList, ANewListTakesThePlaceOfTheOld) {
     EXPECT_EQ(list.Find("a").LANGID, "");
 }
 
-TEST_F(PrivacyList, WhatIsNoListLeavesTheOldOne) {
+TEST_F(PrivacyList, AFileThatIsNoListLeavesTheOldOne) {
     Read(List(Named("a")));
     for (const char* bytes : {"", "<other/>"}) {
         Read(bytes);
@@ -184,7 +184,7 @@ TEST_F(PrivacyList, MayBeUtf16) {
     EXPECT_THAT(list.Languages(), ElementsAre("de_DE"));
 }
 
-TEST_F(PrivacyList, NestsAsDeepAsItLikes) {
+TEST_F(PrivacyList, MayNestDeeply) {
     constexpr std::size_t kDepth = 100000;
     std::string deep, ends;
     for (std::size_t i = 0; i < kDepth; ++i) {

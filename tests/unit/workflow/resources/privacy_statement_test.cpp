@@ -27,7 +27,7 @@ std::string Entry(const std::string& language, const std::string& fileName) {
            "</LANGNAME><FILE_NAME>" + fileName + "</FILE_NAME></LANGUAGE_INFO>";
 }
 
-TEST(StatementText, IsUtf16OfEitherByteOrderBehindItsMark) {
+TEST(StatementText, IsUtf16OfEitherByteOrderAfterItsMark) {
     const std::u16string text = u"Ein Satz. \u05D0\u65E5\U0001F600\r\n";
     EXPECT_EQ(DecodeStatement(LittleEndian(text)), text);
     EXPECT_EQ(DecodeStatement(BigEndian(text)), text);
@@ -80,7 +80,7 @@ protected:
     void WriteStatement(const std::string& fileName, std::u16string_view text) {
         files.Write("privacystatements/" + fileName + ".txt", LittleEndian(text));
     }
-    // What the handler gives; "(null)" for null.
+    // The text that the handler returns; "(null)" for null.
     std::u16string Load(const std::string& locale, const std::string& name = "", std::uint32_t mode = 0) {
         const auto* text = static_cast<const char16_t*>(handler.Load(name, locale, mode));
         return text ? text : u"(null)";
@@ -110,7 +110,7 @@ TEST_F(PrivacyStatements, DoNotDependOnNameOrMode) {
     for (const std::uint32_t mode : {0u, 3u, 99u}) EXPECT_EQ(Load("en_US", "anything", mode), u"hello");
 }
 
-TEST_F(PrivacyStatements, TakeDefaultLocaleToTheLetter) {
+TEST_F(PrivacyStatements, TreatDefaultLocaleAsAnyLocale) {
     WriteList(Entry("en_US", "english"));
     WriteStatement("english", u"hello");
     EXPECT_EQ(Load("default_locale"), u"(null)");
@@ -141,7 +141,7 @@ TEST_F(PrivacyStatements, AreEmptyTextsWhereTheFileIsNoUtf16) {
     EXPECT_EQ(Load("en_US"), u"");
 }
 
-TEST_F(PrivacyStatements, LieInTheirFolderAndNowhereElse) {
+TEST_F(PrivacyStatements, AreInTheirFolderOnly) {
     for (const char* elsewhere : {"outside.txt", "en_US/outside.txt", "privacystatements/in/outside.txt"})
         files.Write(elsewhere, LittleEndian(u"outside"));
     WriteStatement("..hidden", u"outside");
@@ -204,7 +204,7 @@ TEST_F(PrivacyStatements, KeepTheErrorOfTheList) {
     EXPECT_EQ(Load("en_US"), u"(null)");
 }
 
-TEST_F(PrivacyStatements, FindsWhatStandsBeforeAnErrorOfTheList) {
+TEST_F(PrivacyStatements, AreFoundInTheEntriesBeforeAnErrorOfTheList) {
     WriteList(Entry("en_US", "english") + "<broken/>");
     WriteStatement("english", u"hello");
     EXPECT_EQ(Load("en_US"), u"hello");
@@ -234,7 +234,7 @@ TEST_F(PrivacyStatements, AreFreedOnRelease) {
     handler.Release("any");
 }
 
-TEST_F(PrivacyStatements, ReachAWorkflowAsTexts) {
+TEST_F(PrivacyStatements, ArriveInAWorkflowAsTexts) {
     WriteList(Entry("en_US", "english") + Entry("de_DE", "absent") + Entry("en_US", "again"));
     WriteStatement("english", u"hello");
     const std::vector<StatementLanguage> languages = PrivacyStatementLanguages();

@@ -301,7 +301,7 @@ TEST_F(ResourceLayer, SelectLanguageInitializesTheToolkitOnceInTheProcess) {
     zeve::headless::Reset();
 }
 
-TEST_F(ResourceLayer, SelectLanguageLooksBesideTheLibrary) {
+TEST_F(ResourceLayer, SelectLanguageUsesTheFolderBesideTheLibrary) {
     SelectLanguage("en_US");
     const std::u16string library = platform::LibraryFolder();
     ASSERT_FALSE(library.empty());

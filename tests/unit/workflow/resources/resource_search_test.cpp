@@ -46,14 +46,14 @@ TEST_F(ResourceFiles, FollowsTheTableOfModes) {
             << entry.name << " for " << entry.locale << " in mode " << entry.mode;
 }
 
-TEST_F(ResourceFiles, DefaultLocaleStandsForTheLanguage) {
+TEST_F(ResourceFiles, DefaultLocaleMeansTheLanguage) {
     EXPECT_EQ(Found("german", "default_locale", 1), "de_DE\\german.txt");
     PVNResourceManager::Get().SetLanguage("en_US");
     EXPECT_EQ(Found("german", "default_locale", 1), "");
     EXPECT_EQ(Found("english", "default_locale", 1), "en_US\\english.txt");
 }
 
-TEST_F(ResourceFiles, DefaultLocaleIsTakenToTheLetter) {
+TEST_F(ResourceFiles, DefaultLocaleIsComparedExactly) {
     EXPECT_EQ(Found("german", "Default_locale", 1), "");
     EXPECT_EQ(Found("german", "default_locale ", 1), "");
 }
@@ -118,7 +118,7 @@ protected:
     ~ResourceManager() override { PVNResourceManager::Destroy(); }
 };
 
-TEST_F(ResourceManager, HandsCallsToTheHandlerOfTheType) {
+TEST_F(ResourceManager, PassesCallsToTheHandlerOfTheType) {
     CountingHandler handler;
     manager.RegisterHandler("kind", &handler);
     EXPECT_EQ(manager.Load("kind", "name", "default_locale", 7), &handler);
@@ -127,7 +127,7 @@ TEST_F(ResourceManager, HandsCallsToTheHandlerOfTheType) {
     EXPECT_EQ(handler.last, "released name");
 }
 
-TEST_F(ResourceManager, AnUnknownTypeGivesNullAndReleasesNothing) {
+TEST_F(ResourceManager, AnUnknownTypeReturnsNullAndReleasesNothing) {
     CountingHandler handler;
     manager.RegisterHandler("kind", &handler);
     EXPECT_EQ(manager.Load("Kind", "name", "en_US", 0), nullptr);
@@ -136,7 +136,7 @@ TEST_F(ResourceManager, AnUnknownTypeGivesNullAndReleasesNothing) {
     EXPECT_EQ(manager.RemoveHandler("Kind"), nullptr);
 }
 
-TEST_F(ResourceManager, RemovingAHandlerForgetsItAndGivesItBack) {
+TEST_F(ResourceManager, RemovingAHandlerForgetsAndReturnsIt) {
     CountingHandler handler;
     manager.RegisterHandler("kind", &handler);
     EXPECT_EQ(manager.RemoveHandler("kind"), &handler);

@@ -1,4 +1,4 @@
-// The texts that are shipped, as they stand in the source tree.
+// The shipped texts, read from the source tree.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// A generator that makes nothing: a description run on it executes every statement, evaluates every
-// expression and lays its views out, so that every assertion of those shows.
+// A generator that makes nothing. A description that runs on it executes every statement, evaluates every
+// expression and lays its views out, and raises the assertions of all of them.
 #pragma once
 
 #include "view/generator.h"

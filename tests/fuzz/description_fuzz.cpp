@@ -1,13 +1,13 @@
 // Runs bytes as a view description: through the reader and the layout alone, in both directions, and through
 // the boxes of a dialog that a headless window system makes. All that may come of it is a dialog or the
 // assertion.
-#include "toolkit/platform/headless/headless.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/platform/headless/headless.h"
 #include "values/unicode/text_conversion.h"
 #include "view/express_view_scope.h"
 #include "view/reader/reader_state.h"
-#include "view/verify_generator.h"
 #include "view/reader/run_definition.h"
+#include "view/verify_generator.h"
 
 #include <cstdint>
 #include <stdexcept>
@@ -49,7 +49,7 @@ void MakeDialog(const std::string& text, const char* language) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     ZeveInitialize();
-    gReaderState.maximumEvaluatedTexts = 64;
+    gReaderState.limits = {.evaluatedTexts = 64, .evaluatedBytes = 4096, .views = 60, .memory = 64 << 10};
     return 0;
 }
 

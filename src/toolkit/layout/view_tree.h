@@ -53,7 +53,7 @@ private:
 
 class ViewTree {
 public:
-    // The generator prepares and creates the views, its pool holds their texts, and it outlives the tree.
+    // The generator prepares and creates the views, and outlives the tree: its pool holds their memory.
     explicit ViewTree(CGenerator& itsGenerator) : generator(itsGenerator) {}
 
     // Makes a view and has the generator prepare it; the view is in no list yet. The arguments are used
@@ -77,8 +77,8 @@ private:
     ViewHandle MakeBoxes(ViewProxy& view, ViewHandle parentHandle);
 
     CGenerator& generator;
-    Arena<ViewDetails> details{*std::pmr::new_delete_resource()};
-    Arena<ViewProxy> views{*std::pmr::new_delete_resource()};
+    Arena<ViewDetails> details{generator.pool.Memory()};
+    Arena<ViewProxy> views{generator.pool.Memory()};
     const ViewProxy* current = nullptr;
 };
 

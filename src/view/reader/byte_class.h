@@ -1,4 +1,4 @@
-// What a byte is to the view language.
+// The classes of bytes in the view language.
 #pragma once
 
 #include "view/scope/scope_name.h"

@@ -129,6 +129,7 @@ bool ExpressionReader::ReadMultiplicative(std::int64_t& value) {
         if (!ReadRight<&ExpressionReader::ReadUnary>(1, right)) {
             break;
         }
+        Locate(sign);
         if (*sign == '*') {
             value = arithmetic::Product(value, right);
             Done(ScopeProduction::kTimes, sign);
@@ -247,9 +248,15 @@ bool ExpressionReader::ReadValue(Terminator terminator, ScopeValue& value) {
     if (!ReadExpression(value.number)) {
         return false;
     }
-    value.string = kEmptyScopeString;
+    value.string = kEmptyScopeBytes;
     Done(ScopeProduction::kValueByExpression, begin);
     return true;
+}
+
+void ExpressionReader::FailOnMissingVariable(std::string_view name) {
+    Locate(name.data());
+    missingVariable = name;
+    FailAssertion("variable != NULL");
 }
 
 // The one place where an unknown name is an error.
@@ -264,7 +271,7 @@ bool ExpressionReader::ReadValueByVariable(Terminator terminator, ScopeValue& va
     }
     if (!observer || observer->ResolveVariables()) {
         const FoundValue variable = scope->Find(identifier.Name());
-        Assert(static_cast<bool>(variable), "variable != NULL");
+        if (!variable) FailOnMissingVariable(identifier.text);
         value = {variable.number, variable.string};
     }
     Done(ScopeProduction::kValueByVariable, start.next);
@@ -273,7 +280,7 @@ bool ExpressionReader::ReadValueByVariable(Terminator terminator, ScopeValue& va
 
 namespace {
 
-// Each byte counts as signed, so one of 0x80 or above spreads its sign over those before it: meant.
+// Kept: each byte counts as signed, so one of 0x80 or above spreads its sign over those before it.
 std::int64_t FourCharacterCode(std::string_view text) {
     std::uint32_t code = 0;
     for (char byte : text) {
@@ -290,7 +297,7 @@ bool ExpressionReader::ReadValueByString(ScopeValue& value) {
     if (!ReadQuoted(text)) {
         return false;
     }
-    value = {text.size() == 4 ? FourCharacterCode(text) : kUndefinedNumber, scope->Pool().Store(text)};
+    value = {text.size() == 4 ? FourCharacterCode(text) : kUndefinedNumber, scope->Pool().Store(text).data()};
     Done(ScopeProduction::kValueByString, begin);
     return true;
 }

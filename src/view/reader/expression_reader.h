@@ -1,9 +1,9 @@
 // Reads and computes expressions and values: reading is evaluating, once, from left to right.
 //
 // Operators, loosest first: `||`, `&&`, one relational, one equality, `+ -`, `* / %`, prefix `+ - !`.
-// Equality binds tighter than the relational operators, and its right side is a whole expression, so `a == b
-// && c` means `a == (b && c)`: meant. Nothing is short-circuited. When the right operand of an operator
-// cannot be read, the operator is left standing and the level ends with what it has.
+// Kept: equality binds tighter than the relational operators, and its right side is a whole expression, so
+// `a == b && c` means `a == (b && c)`. Nothing is short-circuited. When the right operand of an operator
+// cannot be read, the reader returns to before the operator, and the level ends with the value so far.
 #pragma once
 
 #include "view/reader/reading_limits.h"
@@ -18,9 +18,9 @@ namespace brixen::zeve {
 // Both sides of a value.
 struct ScopeValue {
     std::int64_t number = kUndefinedNumber;
-    std::string_view string = kEmptyScopeString; // NUL-terminated, in a pool
+    const char* string = kEmptyScopeBytes; // NUL-terminated, in a pool
 
-    bool HasString() const { return string.data() != kEmptyScopeBytes && string.data() != nullptr; }
+    bool HasString() const { return string != kEmptyScopeBytes; }
 };
 
 class ExpressionReader : protected TokenReader {
@@ -29,7 +29,7 @@ protected:
         : TokenReader(startScope.Observer()), scope(&startScope) {}
     ~ExpressionReader() = default;
 
-    // What may stand behind a value for a lone identifier to be a copy of that variable.
+    // The marks after a value for which a lone identifier is a copy of that variable.
     enum class Terminator { kSemicolon, kCommaOrParenthesis };
 
     bool ReadExpression(std::int64_t& value);
@@ -37,7 +37,7 @@ protected:
     // Defines the parameters in the current scope, each at once, so that later ones see earlier ones.
     bool ReadParameterList();
 
-    // Makes another scope the current one for as long as it lives.
+    // Makes another scope the current one while it lives.
     class ScopeChange {
     public:
         ScopeChange(ExpressionReader& itsReader, CExpressionScope& inner)
@@ -53,7 +53,7 @@ protected:
         CExpressionScope* outer;
     };
 
-    // One level deeper for as long as it lives; false when that is too deep.
+    // One level deeper while it lives. Converts to false when that is too deep.
     class Deeper {
     public:
         explicit Deeper(ExpressionReader& reader) : depth(reader.depth) { ++depth; }
@@ -67,11 +67,13 @@ protected:
     };
 
     CExpressionScope* scope; // the current one
+    // The variable of the latest value that failed because there is none of that name.
+    std::string_view missingVariable;
 
 private:
     using Production = bool (ExpressionReader::*)(std::int64_t& value);
 
-    // Takes the operator and its right operand, or leaves both standing.
+    // Takes the operator and its right operand, or neither.
     template <Production operand>
     bool ReadRight(int operatorLength, std::int64_t& right);
     bool ReadAndLevel(std::int64_t& value);
@@ -97,6 +99,7 @@ private:
     bool ReadParameter();
 
     bool ReadValueByVariable(Terminator terminator, ScopeValue& value);
+    [[noreturn]] void FailOnMissingVariable(std::string_view name);
     bool ReadValueByString(ScopeValue& value);
 
     int depth = 0;

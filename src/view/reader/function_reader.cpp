@@ -9,14 +9,14 @@
 namespace brixen::zeve {
 namespace {
 
-constexpr std::int64_t kSetSize = 32; // what `in` can hold: 0 to 31
+constexpr std::int64_t kSetSize = 32; // `in` knows the elements 0 to 31
 
 bool IsInSetRange(std::int64_t element) { return element >= 0 && element < kSetSize; }
 
 } // namespace
 
-// function := built-in-function | user-function. Stands behind the name; where neither fits, the name is an
-// identifier after all.
+// function := built-in-function | user-function, after the name. Where neither fits, the name is an
+// identifier.
 bool ExpressionReader::ReadFunction(const Identifier& name, std::int64_t& value) {
     const Deeper deeper(*this);
     const Place start = Here();
@@ -41,8 +41,8 @@ bool ExpressionReader::ReadBuiltInFunction(std::string_view name, std::int64_t& 
     return false;
 }
 
-// Takes a comma and the argument behind it. Where there is no argument the comma stays taken, so `min(1,2,)`
-// is a call.
+// Takes a comma and the argument after it. Kept: without an argument the comma stays taken, so `min(1,2,)` is
+// a call.
 bool ExpressionReader::ReadNextArgument(std::int64_t& value) {
     if (!NextIs(',')) {
         return false;
@@ -102,7 +102,7 @@ bool ExpressionReader::ReadIn(std::string_view name, std::int64_t& value) {
 
 namespace {
 
-// Shows the scope of a call to the function host for as long as it lives.
+// Shows the scope of a call to the function host while it lives.
 class PublishedScope {
 public:
     explicit PublishedScope(CExpressionScope& scope) { gReaderState.currentScope = &scope; }
@@ -116,7 +116,7 @@ public:
 // user-function := name "(" parameter-list ")"
 bool ExpressionReader::ReadUserFunction(std::string_view name, std::int64_t& value) {
     const char* begin = name.data();
-    CExpressionScope arguments(scope, nullptr, nullptr, observer);
+    CExpressionScope arguments(scope, nullptr, &scope->Pool(), observer);
     Skip(1);
     {
         const ScopeChange change(*this, arguments);
@@ -126,6 +126,7 @@ bool ExpressionReader::ReadUserFunction(std::string_view name, std::int64_t& val
     }
     const std::string terminatedName(name);
     const PublishedScope published(*scope);
+    Locate(begin);
     value = scope->FunctionHost()->CallFunction(terminatedName.c_str(), arguments);
     Done(ScopeProduction::kUserFunction, begin);
     return true;
@@ -158,7 +159,8 @@ bool ExpressionReader::ReadParameter() {
     if (!ReadIdentifier(name) || !Take(':') || !ReadValue(Terminator::kCommaOrParenthesis, value)) {
         return Fail(start);
     }
-    scope->DefineVariable(name.Name(), value.number, value.string);
+    // The scope of a parameter list dies before the text, so it need not copy the name.
+    scope->DefineVariable({name.text, name.hash, true}, value.number, value.string);
     Done(ScopeProduction::kParameter, start.next);
     return true;
 }

@@ -6,11 +6,17 @@
 #include "view/reader/view_reader.h"
 #include "view/scope/assertion.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <exception>
+#include <string_view>
+
 namespace brixen::zeve {
 namespace {
 
-// A run inside another, as a hook may start one, gives the outer one its marks back: they must never be
-// compared with positions in another text.
+// Restores the marks of the outer run when a hook of it has started this one: marks are never compared with
+// positions in another text.
 class RunOfItsOwnMarks {
 public:
     RunOfItsOwnMarks() : outerMarks(gReaderState.marks) { ++gReaderState.runs; }
@@ -41,26 +47,87 @@ TextPosition PositionIn(const char* text, const char* at) {
     return position;
 }
 
-void LogFurthestFailure(const char* text) {
-    const TextPosition position = PositionIn(text, gReaderState.marks.failed);
-    pvn::PvnLog("%s: %s: brixen::zeve::RunDefinition: the description stops at line %lu, column %lu\n",
-                pvn::kLogComponent, pvn::kLogInfo, position.line, position.column);
-}
+// The memory that one run may take, while it reads.
+class MemoryLimit {
+public:
+    explicit MemoryLimit(ScopeMemory& limited) : memory(limited), outerLimit(limited.Limit()) {
+        memory.SetLimit(std::min(outerLimit, memory.Held() + gReaderState.limits.memory));
+    }
+    ~MemoryLimit() { memory.SetLimit(outerLimit); }
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+
+private:
+    ScopeMemory& memory;
+    const std::size_t outerLimit;
+};
+
+class DefinitionRun {
+public:
+    DefinitionRun(CExpressViewScope& rootScope, const char* definition)
+        : text(definition), memory(rootScope.Generator().pool.Memory()), tree(rootScope.Generator()),
+          reader(rootScope, tree, definition) {}
+
+    ViewHandle Execute() {
+        ViewList views;
+        Read(views);
+        return tree.LayOutAndMakeBoxes(views.Front());
+    }
+
+    void LogFailure(const char* reason) const {
+        constexpr int kLongestReason = 200, kLongestName = 80; // bytes
+        const TextPosition position = PositionIn(text, FailurePosition());
+        const std::string_view name = reader.MissingVariable();
+        pvn::PvnLog("%s: %s: brixen::zeve::RunDefinition: the description stops at line %lu, column %lu: "
+                    "%.*s%s%.*s\n",
+                    pvn::kLogComponent, pvn::kLogInfo, position.line, position.column, kLongestReason, reason,
+                    name.empty() ? "" : ": ",
+                    static_cast<int>(std::min<std::size_t>(name.size(), kLongestName)), name.data());
+    }
+
+private:
+    void Read(ViewList& views) {
+        const MemoryLimit limit(memory);
+        const bool isWhole = reader.ReadDefinition(views);
+        if (!isWhole) {
+            failed = gReaderState.marks.failed;
+            FailAssertion("*definition == 0");
+        }
+        if (views.Count() != 1) {
+            failed = views.IsEmpty() ? text + std::strlen(text) : SecondOf(views).details.textPosition;
+            FailAssertion("viewProxyList->size() == 1");
+        }
+    }
+
+    static const ViewProxy& SecondOf(const ViewList& views) { return *++views.begin(); }
+
+    const char* FailurePosition() const {
+        if (failed) return failed;
+        return tree.Current() ? tree.Current()->details.textPosition : reader.Located();
+    }
+
+    const RunOfItsOwnMarks marks;
+    const char* const text;
+    ScopeMemory& memory;
+    ViewTree tree;
+    ViewReader reader;
+    const char* failed = nullptr; // where the text stopped, unless something threw
+};
 
 } // namespace
 
 ViewHandle RunDefinition(CExpressViewScope& rootScope, const char* text) {
     Assert(text != nullptr, "*definition == 0");
-    const RunOfItsOwnMarks run;
-    ViewTree tree(rootScope.Generator());
-    ViewList views;
-    const bool isWhole = ViewReader(rootScope, tree, text).ReadDefinition(views);
-    if (!isWhole) {
-        LogFurthestFailure(text);
+    DefinitionRun run(rootScope, text);
+    try {
+        return run.Execute();
+    } catch (const std::exception& failure) {
+        run.LogFailure(failure.what());
+        throw;
+    } catch (...) {
+        run.LogFailure("unknown exception");
+        throw;
     }
-    Assert(isWhole, "*definition == 0");
-    Assert(views.Count() == 1, "viewProxyList->size() == 1");
-    return tree.LayOutAndMakeBoxes(views.Front());
 }
 
 } // namespace brixen::zeve

@@ -7,24 +7,6 @@
 #include <string>
 
 namespace brixen::zeve {
-namespace {
-
-// Leading blanks and a sign; ends at the first other byte; saturates at 32 bits; 0 without digits.
-std::int32_t DecimalNumber(std::string_view text) {
-    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
-    const auto* at = std::find_if_not(text.begin(), text.end(), IsBlank);
-    const bool isNegative = at != text.end() && *at == '-';
-    if (at != text.end() && (*at == '-' || *at == '+')) {
-        ++at;
-    }
-    std::int64_t magnitude = 0;
-    for (; at != text.end() && IsDigit(*at); ++at) {
-        magnitude = std::min(magnitude * 10 + (*at - '0'), kLargest + 1);
-    }
-    return static_cast<std::int32_t>(isNegative ? -magnitude : std::min(magnitude, kLargest));
-}
-
-} // namespace
 
 // assignment := identifier "=" value ";"
 bool StatementReader::ReadAssignment(const Identifier& word) {
@@ -134,24 +116,46 @@ bool StatementReader::ReadTargetAndValue(Identifier& name, ScopeValue& value) {
 bool StatementReader::ReadSetNumber(const char* begin) {
     Identifier name;
     ScopeValue value;
-    if (!ReadTargetAndValue(name, value)) {
+    std::int64_t number = 0;
+    if (!ReadTargetAndValue(name, value) || !ReadNumber(value, number)) {
         return false;
     }
-    scope->DefineNumber(name.Name(), NumberOf(value));
+    scope->DefineNumber(name.Name(), number);
     Done(ScopeProduction::kSetNumber, begin);
     return true;
 }
 
-std::int64_t StatementReader::NumberOf(const ScopeValue& value) {
+bool StatementReader::ReadNumber(const ScopeValue& value, std::int64_t& number) {
     if (!value.HasString()) {
-        return value.number;
+        number = value.number;
+        return true;
     }
-    if (!scope->FunctionHost()) {
-        return DecimalNumber(value.string);
-    }
+    if (!scope->FunctionHost()) return ReadDecimal(value.string, number);
     std::string resolved;
     scope->FunctionHost()->ResolveString(resolved, value.string);
-    return DecimalNumber(resolved);
+    return ReadDecimal(resolved.c_str(), number);
+}
+
+// Leading blanks and a sign, then digits, up to the first other byte; 0 without digits. Saturates at 32 bits,
+// and reads no digit after that.
+bool StatementReader::ReadDecimal(const char* text, std::int64_t& number) {
+    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
+    const char* at = text;
+    while (IsBlank(*at)) ++at;
+    const bool isNegative = *at == '-';
+    if (*at == '-' || *at == '+') ++at;
+    std::int64_t magnitude = 0;
+    for (; IsDigit(*at) && magnitude <= kLargest; ++at) {
+        magnitude = magnitude * 10 + (*at - '0');
+    }
+    number = isNegative ? -std::min(magnitude, kLargest + 1) : std::min(magnitude, kLargest);
+    return CountEvaluated(static_cast<std::size_t>(at - text));
+}
+
+bool StatementReader::CountEvaluated(std::size_t bytes) {
+    const bool fits = bytes <= EvaluatedBytesLeft();
+    evaluatedBytes = fits ? evaluatedBytes + bytes : gReaderState.limits.evaluatedBytes;
+    return fits || Fail();
 }
 
 // set-string := "set_string" "(" target "," value ")" ";"
@@ -162,7 +166,7 @@ bool StatementReader::ReadSetString(const char* begin) {
         return false;
     }
     if (value.HasString()) {
-        // The text is in a pool of the chain already, and there it stays.
+        // The text is in a pool of the chain already.
         scope->DefineVariable(name.Name(), kUndefinedNumber, value.string);
     } else {
         scope->DefineString(name.Name(), std::to_string(static_cast<std::int32_t>(value.number)));
@@ -171,14 +175,15 @@ bool StatementReader::ReadSetString(const char* begin) {
     return true;
 }
 
-// string := quoted | identifier. An unknown name stands for its own spelling.
-bool StatementReader::ReadString(std::string_view& text) {
+// string := quoted | identifier. Kept: an unknown name is its own spelling.
+bool StatementReader::ReadString(const char*& text) {
     const char* begin = Here().next;
     if (NextIs('\'')) {
-        if (!ReadQuoted(text)) {
+        std::string_view quoted;
+        if (!ReadQuoted(quoted)) {
             return false;
         }
-        text = scope->Pool().Store(text);
+        text = scope->Pool().Store(quoted).data();
         Done(ScopeProduction::kQuotedAsString, begin);
         return true;
     }
@@ -187,7 +192,7 @@ bool StatementReader::ReadString(std::string_view& text) {
         return false;
     }
     const FoundValue variable = scope->Find(identifier.Name());
-    text = variable ? std::string_view(variable.string) : scope->Pool().Store(identifier.text);
+    text = variable ? variable.string : scope->Pool().Store(identifier.text).data();
     Done(variable ? ScopeProduction::kVariableAsString : ScopeProduction::kBareWordAsString, begin);
     return true;
 }

@@ -1,9 +1,10 @@
-// Reads and carries out the statements that define variables. Each ends in ";". A statement that fails leaves
-// what its earlier targets have defined already.
+// Reads and executes the statements that define variables. Each ends in ";". The targets that a statement has
+// defined before it fails keep their values.
 #pragma once
 
 #include "view/reader/expression_reader.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -15,14 +16,17 @@ protected:
     explicit StatementReader(CExpressionScope& startScope) : ExpressionReader(startScope) {}
     ~StatementReader() = default;
 
-    // Both stand behind the word that begins the statement, `word`.
+    // Both read on after the word that begins the statement.
     bool ReadAssignment(const Identifier& word);
-    // False too when the word begins none of them. The text behind it begins with "(".
+    // Returns false too when the word begins no such statement. The next byte is "(".
     bool ReadBuiltInStatement(const Identifier& word);
 
-    // A text for `eval`; NUL-terminated, in a pool of the scope's chain.
-    bool ReadString(std::string_view& text);
-    // End of statement.
+    // Reads a text for `eval`: NUL-terminated, in a pool of the chain of the scope.
+    bool ReadString(const char*& text);
+    // Counts bytes of texts that are evaluated. Returns false when they pass the limit; then all later ones
+    // do.
+    [[nodiscard]] bool CountEvaluated(std::size_t bytes);
+    std::size_t EvaluatedBytesLeft() const { return gReaderState.limits.evaluatedBytes - evaluatedBytes; }
     bool TakeParenthesisAndSemicolon() { return Take(')') && Take(';'); }
 
 private:
@@ -35,7 +39,10 @@ private:
     bool ReadTarget(Identifier& name);
     bool ReadNextTarget(std::int64_t value);
     bool ReadTargetAndValue(Identifier& name, ScopeValue& value);
-    std::int64_t NumberOf(const ScopeValue& value);
+    bool ReadNumber(const ScopeValue& value, std::int64_t& number);
+    bool ReadDecimal(const char* text, std::int64_t& number);
+
+    std::size_t evaluatedBytes = 0;
 };
 
 } // namespace brixen::zeve

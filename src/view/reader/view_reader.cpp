@@ -1,6 +1,17 @@
 #include "view/reader/view_reader.h"
 
+#include <cstring>
+
 namespace brixen::zeve {
+namespace {
+
+// Returns the length of a NUL-terminated text, or `most` if it is longer.
+std::size_t LengthUpTo(const char* text, std::size_t most) {
+    const void* const end = std::memchr(text, 0, most);
+    return end ? static_cast<std::size_t>(static_cast<const char*>(end) - text) : most;
+}
+
+} // namespace
 
 ViewReader::ViewReader(CExpressViewScope& rootScope, ViewTree& viewTree, const char* text)
     : StatementReader(rootScope), generator(rootScope.Generator()), tree(viewTree) {
@@ -24,49 +35,47 @@ void ViewReader::ReadStatementList(Surroundings surroundings) {
     Done(ScopeProduction::kStatementList, begin);
 }
 
-// eval | statement := eval | built-in-statement | assignment | view. All begin with a word, and what stands
-// behind it tells them apart; but a view may bear the name of a statement if its head reads otherwise.
+// Fails also when the memory of the run is exhausted: the innermost statement is then the production that
+// fails.
 bool ViewReader::ReadStatement(Surroundings surroundings) {
     const Place start = Here();
     Identifier word;
-    if (!ReadIdentifier(word)) {
-        return false;
+    if (!ReadIdentifier(word)) return false;
+    Locate(start.next);
+    try {
+        if (ReadStatementAfter(word, surroundings)) return true;
+    } catch (const ScopeMemoryExhausted&) {
     }
-    const Place behind = Here();
-    bool isRead = false;
-    if (NextIs('=')) {
-        isRead = ReadAssignment(word);
-    } else if (NextIs('(')) {
-        isRead = word.text == "eval" ? ReadEval(start.next, surroundings) : ReadBuiltInStatement(word);
-        if (!isRead) {
-            ReturnTo(behind);
-            isRead = ReadViewStatement(word, surroundings);
-        }
-    }
-    return isRead || Fail(start);
+    return Fail(start);
+}
+
+// eval | statement := eval | built-in-statement | assignment | view. All begin with a word, and the text
+// after it tells them apart; but a view may have the name of a statement if its head does not read as one.
+bool ViewReader::ReadStatementAfter(const Identifier& word, Surroundings surroundings) {
+    if (NextIs('=')) return ReadAssignment(word);
+    if (!NextIs('(')) return false;
+    const Place head = Here();
+    if (word.text == "eval" ? ReadEval(word, surroundings) : ReadBuiltInStatement(word)) return true;
+    ReturnTo(head);
+    return ReadViewStatement(word, surroundings);
 }
 
 // eval := "eval" "(" string ")" ";"
-bool ViewReader::ReadEval(const char* begin, Surroundings surroundings) {
+bool ViewReader::ReadEval(const Identifier& word, Surroundings surroundings) {
     const Deeper deeper(*this);
-    std::string_view text;
-    if (!deeper || evaluatedTexts == gReaderState.maximumEvaluatedTexts) {
-        return Fail();
-    }
-    if (!Take('(') || !ReadString(text) || !TakeParenthesisAndSemicolon()) {
-        return false;
-    }
+    const char* text = nullptr;
+    if (!deeper || evaluatedTexts >= gReaderState.limits.evaluatedTexts) return Fail();
+    if (!Take('(') || !ReadString(text) || !TakeParenthesisAndSemicolon()) return false;
+    if (!CountEvaluated(LengthUpTo(text, EvaluatedBytesLeft() + 1))) return false;
     ++evaluatedTexts;
-    RunText(text.data(), surroundings);
+    const char* const begin = word.text.data();
+    {
+        const OtherText otherText(*this, text, begin);
+        ReadStatementList(surroundings); // ends quietly at the first statement that cannot be read
+        Done(ScopeProduction::kEnd, Here().end);
+    }
     Done(ScopeProduction::kEval, begin);
     return true;
-}
-
-// Ends quietly at the first thing that cannot be read.
-void ViewReader::RunText(const char* text, Surroundings surroundings) {
-    const OtherText otherText(*this, text);
-    ReadStatementList(surroundings);
-    Done(ScopeProduction::kEnd, Here().end);
 }
 
 bool ViewReader::ReadViewStatement(const Identifier& keyword, Surroundings surroundings) {
@@ -96,8 +105,11 @@ ViewProxy* ViewReader::ReadView(const Identifier& keyword, ViewProxy* parent) {
 
 // view-head := identifier "(" parameter-list ")"
 ViewProxy* ViewReader::ReadViewHead(const Identifier& keyword, ViewProxy* parent) {
-    parameterPool.Clear(); // of the head before, also of one that failed
-    CExpressionScope parameters(scope, nullptr, &parameterPool, observer);
+    if (tree.Count() >= gReaderState.limits.views) {
+        Fail();
+        return nullptr;
+    }
+    CExpressionScope parameters(scope, nullptr, &generator.pool, observer);
     Take('(');
     {
         const ScopeChange change(*this, parameters);
@@ -119,7 +131,10 @@ ViewProxy& ViewReader::MakeView(std::string_view keyword, CExpressionScope& para
     if (parameters.GetInt("placement"_name, &placement) && placement == kPlaceOffscreen) {
         inherited.offscreen = true;
     }
-    return tree.Make(keyword, parameters, parent, inherited);
+    Locate(keyword.data());
+    ViewProxy& view = tree.Make(keyword, parameters, parent, inherited);
+    view.details.textPosition = InDescription(keyword.data());
+    return view;
 }
 
 // block := "{" statement-list "}"

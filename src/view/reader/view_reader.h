@@ -22,6 +22,11 @@ public:
     // the assertions of expressions and what the generator throws.
     [[nodiscard]] bool ReadDefinition(ViewList& views);
 
+    // For the message about an exception: the position in the description of the construct that threw, and
+    // the name of the variable that is missing, or an empty text.
+    using StatementReader::Located;
+    std::string_view MissingVariable() const { return missingVariable; }
+
 private:
     // The list that a statement list appends its views to, and the view that encloses them; null at the top.
     struct Surroundings {
@@ -31,8 +36,8 @@ private:
 
     void ReadStatementList(Surroundings surroundings);
     bool ReadStatement(Surroundings surroundings);
-    bool ReadEval(const char* begin, Surroundings surroundings);
-    void RunText(const char* text, Surroundings surroundings);
+    bool ReadStatementAfter(const Identifier& word, Surroundings surroundings);
+    bool ReadEval(const Identifier& word, Surroundings surroundings);
     bool ReadViewStatement(const Identifier& keyword, Surroundings surroundings);
     ViewProxy* ReadView(const Identifier& keyword, ViewProxy* parent);
     ViewProxy* ReadViewHead(const Identifier& keyword, ViewProxy* parent);
@@ -41,8 +46,6 @@ private:
 
     CGenerator& generator;
     ViewTree& tree;
-    // Texts of the parameters of the head that is being read; there is never more than one.
-    ScopeStringPool parameterPool;
     std::uint32_t evaluatedTexts = 0;
 };
 

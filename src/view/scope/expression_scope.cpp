@@ -2,7 +2,7 @@
 
 #include "view/scope/assertion.h"
 
-#include <cstring>
+#include <memory_resource>
 
 namespace brixen::zeve {
 namespace {
@@ -30,6 +30,11 @@ constexpr CoreConstant kCoreConstants[] = {
     {"place_offscreen"_name, 2},
 };
 
+// Whether the text has exactly four bytes; does not look further.
+bool HasFourBytes(const char* text) {
+    return text[0] != 0 && text[1] != 0 && text[2] != 0 && text[3] != 0 && text[4] == 0;
+}
+
 std::uint32_t PackFourBytes(const char* text) {
     std::uint32_t code = 0;
     for (int place = 0; place < 4; ++place) {
@@ -42,7 +47,7 @@ std::uint32_t PackFourBytes(const char* text) {
 
 CExpressionScope::CExpressionScope(CExpressionScope* parentScope, ScopeFunctionHost* host,
                                    ScopeStringPool* pool, ScopeParseObserver* parseObserver)
-    : parent(parentScope), activePool(pool),
+    : parent(parentScope), table(pool ? pool->Memory() : *std::pmr::new_delete_resource()), activePool(pool),
       functionHost(host || !parentScope ? host : parentScope->functionHost), observer(parseObserver) {}
 
 ScopeStringPool& CExpressionScope::Pool() {
@@ -53,11 +58,11 @@ ScopeStringPool& CExpressionScope::Pool() {
     return *activePool;
 }
 
-void CExpressionScope::DefineVariable(const ScopeName& name, std::int64_t number, std::string_view string) {
-    if (string.data() == nullptr || string.data() == kEmptyScopeBytes) {
+void CExpressionScope::DefineVariable(const ScopeName& name, std::int64_t number, const char* string) {
+    if (string == nullptr || string == kEmptyScopeBytes) {
         DefineNumber(name, number);
     } else {
-        DefineRecord(name, number, string.data());
+        DefineRecord(name, number, string);
     }
 }
 
@@ -65,11 +70,17 @@ void CExpressionScope::DefineString(const ScopeName& name, std::string_view text
     DefineRecord(name, kUndefinedNumber, Pool().Store(text).data());
 }
 
-void CExpressionScope::DefineRecord(const ScopeName& name, std::int64_t number, const char* string) {
-    if (table.Replace(name, number, string)) {
-        return;
+void CExpressionScope::DefineSharedString(const ScopeName& name, const char* text) {
+    if (Pool().Holds(text)) {
+        DefineRecord(name, kUndefinedNumber, text);
+    } else {
+        DefineString(name, text);
     }
-    table.Add(name, name.isLiteral ? name.text.data() : Pool().Store(name.text).data(), number, string);
+}
+
+void CExpressionScope::DefineRecord(const ScopeName& name, std::int64_t number, const char* string) {
+    if (table.Replace(name, number, string)) return;
+    table.Add(name, name.lasts ? name.text.data() : Pool().Store(name.text).data(), number, string);
 }
 
 void CExpressionScope::DefineConstants(bool enabled) {
@@ -93,7 +104,7 @@ bool CExpressionScope::GetFourCharCode(const ScopeName& name, std::uint32_t* val
     Assert(value != nullptr, "value != NULL");
     const FoundValue found = Find(name);
     if (found) {
-        const bool isPlainText = found.number == kUndefinedNumber && std::strlen(found.string) == 4;
+        const bool isPlainText = found.number == kUndefinedNumber && HasFourBytes(found.string);
         *value = isPlainText ? PackFourBytes(found.string) : static_cast<std::uint32_t>(found.number);
     }
     return static_cast<bool>(found);
@@ -152,7 +163,7 @@ bool CopyBoolean(CExpressionScope& destination, const CExpressionScope& source, 
 bool CopyString(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name) {
     const FoundValue found = source.Find(name);
     if (found) {
-        destination.DefineString(name, found.string);
+        destination.DefineSharedString(name, found.string);
     }
     return static_cast<bool>(found);
 }
@@ -160,7 +171,7 @@ bool CopyString(CExpressionScope& destination, const CExpressionScope& source, c
 bool CopyVariable(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name) {
     const FoundValue found = source.Find(name);
     if (found && found.number == kUndefinedNumber) {
-        destination.DefineString(name, found.string);
+        destination.DefineSharedString(name, found.string);
     } else if (found) {
         destination.DefineNumber(name, found.number);
     }

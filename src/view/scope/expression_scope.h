@@ -2,8 +2,8 @@
 // without a type tag: a number has the text kEmptyScopeString, a text has the number kUndefinedNumber, and a
 // quoted text of exactly four bytes in a description has both, the number being its four-character code.
 //
-// A scope belongs to the thread that runs the dialog. Names are case-sensitive; give those known beforehand
-// as literals, GetLong("width"_name, &width).
+// A scope belongs to the thread that runs the dialog. Names are case-sensitive. Write known names as
+// literals, as in GetLong("width"_name, &width).
 #pragma once
 
 #include "view/scope/assertion.h"
@@ -30,8 +30,9 @@ T* ReferenceFrom(std::int64_t number) {
 
 class CExpressionScope {
 public:
-    // Everything is borrowed and optional, and outlives the scope. Without a function host the parent's is
-    // taken, without a pool the scope keeps its texts itself. An observer is not inherited.
+    // All arguments are borrowed and optional, and outlive the scope. The default of the function host is
+    // that of the parent. The variables and texts of a scope lie in the memory of its pool; without a pool
+    // the scope keeps them itself. An observer is not inherited.
     explicit CExpressionScope(CExpressionScope* parent = nullptr, ScopeFunctionHost* functionHost = nullptr,
                               ScopeStringPool* pool = nullptr, ScopeParseObserver* observer = nullptr);
     CExpressionScope(const CExpressionScope&) = delete;
@@ -41,44 +42,49 @@ public:
     // Definitions go into this scope, never into a parent, and replace both sides of a name that is there.
     // They throw std::bad_alloc, and then the scope is as before.
 
-    // `string` is kept as it is: NUL-terminated, alive as long as the scope. Null data stands for
+    // `string` is kept, not copied: it is NUL-terminated and lives as long as the scope. Null means
     // kEmptyScopeString.
-    void DefineVariable(const ScopeName& name, std::int64_t number, std::string_view string);
+    void DefineVariable(const ScopeName& name, std::int64_t number, const char* string);
     void DefineNumber(const ScopeName& name, std::int64_t number) {
         if (!name.IsListed() || !table.SetPlainNumber(name, number)) {
             DefineRecord(name, number, kEmptyScopeBytes);
         }
     }
-    // Copies the text; it ends at its first NUL for every reader.
+    // Copies the text into the pool. Every reader sees it end at its first NUL.
     void DefineString(const ScopeName& name, std::string_view text);
-    // The core constants: `true`, `false`, and the values of alignment, frame and placement.
+    // The same for a NUL-terminated text; one that lies in the pool already is shared, not copied.
+    void DefineSharedString(const ScopeName& name, const char* text);
+    // Defines, if `enabled`, the core constants: `true`, `false`, and the values of alignment, frame and
+    // placement.
     void DefineConstants(bool enabled);
 
-    // Queries look through this scope and then its parents. They answer false and leave the result alone if
-    // the name is not there. A null result pointer raises the assertion "Warning! (value != NULL)".
+    // Queries look through this scope and then its parents. They return false and leave the result alone if
+    // the name is absent. A null result pointer raises the assertion "Warning! (value != NULL)".
 
     bool HasVariable(const ScopeName& name) const { return static_cast<bool>(Find(name)); }
-    // Number other than 0; so a text reads true.
+    // Whether the number is not 0; a text reads true.
     bool GetBoolean(const ScopeName& name, bool* value) const {
         return Get(name, value, [](std::int64_t number) { return number != 0; });
     }
     bool GetLong(const ScopeName& name, std::int64_t* value) const {
         return Get(name, value, [](std::int64_t number) { return number; });
     }
-    // The low 32 bits of the number.
+    // Gets the low 32 bits of the number.
     bool GetInt(const ScopeName& name, std::int32_t* value) const {
         return Get(name, value, [](std::int64_t number) { return static_cast<std::int32_t>(number); });
     }
-    // Of a text of exactly 4 bytes without a number: the bytes, first one highest. Else the low 32 bits.
+    // Gets the bytes of a text of exactly 4 bytes without a number, the first one highest; else the low 32
+    // bits of the number.
     bool GetFourCharCode(const ScopeName& name, std::uint32_t* value) const;
-    // NUL-terminated; lives as long as the pool that it is in.
+    // Gets a NUL-terminated text, which lives as long as the pool that holds it. Measures its length.
     bool GetString(const ScopeName& name, std::string_view* value) const;
 
     std::int64_t GetLongOr(const ScopeName& name, std::int64_t otherwise) const;
     bool GetBooleanOr(const ScopeName& name, bool otherwise) const;
     std::string_view GetStringOr(const ScopeName& name, std::string_view otherwise) const;
 
-    // Both sides of a variable of the chain. Allocates nothing; a scope without the name costs one test.
+    // Returns both sides of a variable of the chain. Allocates nothing; a scope without the name costs one
+    // test.
     FoundValue Find(const ScopeName& name) const {
         for (const CExpressionScope* scope = this; scope; scope = scope->parent) {
             if (const FoundValue found = scope->table.Find(name)) {
@@ -92,13 +98,13 @@ public:
     ScopeFunctionHost* FunctionHost() const { return functionHost; }
     ScopeParseObserver* Observer() const { return observer; }
     ScopeStringPool& Pool();
-    // Which names some scope of the chain may hold, by their marks.
+    // Returns the marks of all names that the chain holds.
     std::uint64_t MarksAlongChain() const;
     bool HasEntries() const { return !table.IsEmpty(); }
-    // How many names this scope itself has.
+    // Counts the names of this scope alone.
     std::size_t VariableCount() const { return table.Count(); }
 
-    // The identifier that an expression in this scope failed to find last; a range of the text that was read.
+    // The identifier that an expression in this scope failed to find last: a range of the text that was read.
     void SetLastUnresolved(std::string_view identifier) { lastUnresolved = identifier; }
     std::string_view LastUnresolved() const { return lastUnresolved; }
 
@@ -117,21 +123,21 @@ private:
     CExpressionScope* parent;
     ScopeTable table;
     ScopeStringPool* activePool;              // null until the own one is needed
-    std::unique_ptr<ScopeStringPool> ownPool; // made for the first text
+    std::unique_ptr<ScopeStringPool> ownPool; // made for the first text; null with a pool from outside
     ScopeFunctionHost* functionHost;
     ScopeParseObserver* observer;
     std::string_view lastUnresolved;
 };
 
-// Each looks `name` up along the chain of `source`, defines it in `destination` if found, and tells whether
-// it was.
+// Each looks `name` up along the chain of `source` and defines it in `destination`. Returns whether it was
+// found. A text that lies in the pool of the destination already is shared, not copied.
 bool CopyNumber(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
 bool CopyBoolean(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
 bool CopyString(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
-// CopyNumber for each of the names, in their order; quicker than one by one.
+// Does CopyNumber for each of the names, in their order, faster than one by one.
 void CopyNumbers(CExpressionScope& destination, const CExpressionScope& source,
                  std::span<const ScopeName> names);
-// As a string if the number is undefined, else as a number.
+// Copies a text if the number is undefined, else a number.
 bool CopyVariable(CExpressionScope& destination, const CExpressionScope& source, const ScopeName& name);
 
 } // namespace brixen::zeve

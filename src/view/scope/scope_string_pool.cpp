@@ -2,37 +2,39 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace brixen::zeve {
 
+ScopeStringPool::~ScopeStringPool() {
+    for (const Block& block : blocks) memory.deallocate(block.bytes, block.size, 1);
+}
+
 std::string_view ScopeStringPool::Store(std::string_view text) {
     const std::size_t needed = text.size() + 1;
-    if (needed > remaining) {
-        AddBlock(std::max(needed, kMinimumBlockSize));
-    }
+    if (needed > remaining) AddBlock(std::max(needed, kMinimumBlockSize));
     char* stored = cursor;
-    if (!text.empty()) {
-        std::memcpy(stored, text.data(), text.size());
-    }
+    if (!text.empty()) std::memcpy(stored, text.data(), text.size());
     stored[text.size()] = 0;
     cursor += needed;
     remaining -= needed;
     return {stored, text.size()};
 }
 
-void ScopeStringPool::Clear() noexcept {
-    if (blocks.empty()) {
-        return;
-    }
-    // The first block has the usual size unless its text was a giant, and then it is better given back.
-    blocks.resize(blocks.front().size == kMinimumBlockSize ? 1 : 0);
-    cursor = blocks.empty() ? nullptr : blocks.front().bytes.get();
-    remaining = blocks.empty() ? 0 : kMinimumBlockSize;
+bool ScopeStringPool::Holds(const char* text) const {
+    const auto beginsAfter = [](const char* at, const Block& block) {
+        return std::less<>()(at, block.bytes);
+    };
+    const auto next = std::upper_bound(blocks.begin(), blocks.end(), text, beginsAfter);
+    return next != blocks.begin() && std::less<>()(text, (next - 1)->bytes + (next - 1)->size);
 }
 
 void ScopeStringPool::AddBlock(std::size_t size) {
-    blocks.push_back({std::make_unique_for_overwrite<char[]>(size), size});
-    cursor = blocks.back().bytes.get();
+    if (blocks.size() == blocks.capacity()) blocks.reserve(blocks.size() * 2 + 4);
+    const Block block{static_cast<char*>(memory.allocate(size, 1)), size};
+    const auto byAddress = [](const Block& a, const Block& b) { return std::less<>()(a.bytes, b.bytes); };
+    blocks.insert(std::upper_bound(blocks.begin(), blocks.end(), block, byAddress), block);
+    cursor = block.bytes;
     remaining = size;
 }
 

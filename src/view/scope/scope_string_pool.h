@@ -1,9 +1,11 @@
-// Where scopes keep names and texts: a bump allocator whose texts live as long as the pool itself. Single
-// texts are never freed. One thread.
+// The names and texts of scopes: a bump allocator whose texts live as long as the pool itself. Single texts
+// are never freed. One thread.
 #pragma once
 
+#include "view/scope/scope_memory.h"
+
 #include <cstddef>
-#include <memory>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -16,27 +18,32 @@ public:
     ScopeStringPool() = default;
     ScopeStringPool(const ScopeStringPool&) = delete;
     ScopeStringPool& operator=(const ScopeStringPool&) = delete;
+    ~ScopeStringPool();
 
-    // Copies the text and a NUL behind it; the NUL is not counted in the result. Throws std::bad_alloc, and
-    // then the pool is as before.
+    // Copies the text and adds a NUL, which the result does not count. Throws std::bad_alloc, and then the
+    // pool is as before.
     std::string_view Store(std::string_view text);
 
-    // Ends the life of every text, but keeps one block for the texts to come.
-    void Clear() noexcept;
+    // Whether `text` points into this pool.
+    [[nodiscard]] bool Holds(const char* text) const;
+
+    // The memory of the pool, and of the variables of the scopes that keep their texts in it.
+    ScopeMemory& Memory() { return memory; }
 
     std::size_t BlockCount() const { return blocks.size(); }
 
 private:
     struct Block {
-        std::unique_ptr<char[]> bytes;
-        std::size_t size = 0;
+        char* bytes; // from `memory`
+        std::size_t size;
     };
 
     void AddBlock(std::size_t size);
 
-    std::vector<Block> blocks; // the newest is the last
-    char* cursor = nullptr;    // into the newest block
-    std::size_t remaining = 0; // bytes behind the cursor in that block
+    ScopeMemory memory;
+    std::pmr::vector<Block> blocks{&memory}; // in the order of their addresses
+    char* cursor = nullptr;                  // into the newest block
+    std::size_t remaining = 0;               // bytes from the cursor to the end of that block
 };
 
 } // namespace brixen::zeve

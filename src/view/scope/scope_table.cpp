@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kFirstCapacity = 8;
 constexpr std::size_t kLargestCountWithoutIndex = 8;
-// In a bucket there are four names on average then.
+// A bucket then has four names on average.
 constexpr std::size_t kLargestCountInBuckets = std::size_t{ScopeTable::kBucketCount} * 4;
 
 } // namespace
@@ -79,7 +79,8 @@ void ScopeTable::MakeRoom() {
 }
 
 void ScopeTable::MakeIndex() {
-    index = std::make_unique<Index>();
+    std::pmr::polymorphic_allocator<> memory = records.get_allocator();
+    index.reset(memory.new_object<Index>(memory.resource()));
     for (std::uint32_t place = 0; place < records.size(); ++place) {
         LinkIntoBucket(place);
     }
@@ -92,7 +93,7 @@ void ScopeTable::LinkIntoBucket(std::uint32_t place) {
 }
 
 void ScopeTable::OrderByName() {
-    std::map<std::string_view, std::uint32_t> byName;
+    PlacesByName byName(records.get_allocator());
     for (std::uint32_t place = 0; place < records.size(); ++place) {
         byName.emplace(records[place].Name(), place);
     }

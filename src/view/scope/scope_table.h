@@ -9,15 +9,16 @@
 #include <limits>
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
 namespace brixen::zeve {
 
-// The marker of a missing number. It spreads through arithmetic; see scope_arithmetic.h.
+// The marker of a missing number. scope_arithmetic.h documents how it spreads.
 inline constexpr std::int64_t kUndefinedNumber = std::numeric_limits<std::int32_t>::min();
 
-// The text of every number: recognized by its address, not by being empty.
+// The text of every number. Its address tells it from other empty texts.
 inline constexpr char kEmptyScopeBytes[1] = {};
 inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes, 0);
 
@@ -29,13 +30,16 @@ struct FoundValue {
     explicit operator bool() const { return string != nullptr; }
 };
 
-// Finds by hash, the newest first among names that share a bucket of 127. Windows full of scopes are alive at
-// once, so a scope of few names does without the buckets, and plain numbers of listed names are kept without
-// a record. Some hundred names are found in their order instead, so that a text of a million names, all of
-// one hash if it means ill, does not search chains of thousands.
+// Finds by hash, the newest first among names that share a bucket. Thousands of scopes are alive at once, so
+// a scope of few names has no buckets, and plain numbers of listed names have no record. A scope of some
+// hundred names finds them by their order instead, so that a hostile text, with any number of names of one
+// hash, makes no long chains.
 class ScopeTable {
 public:
     static constexpr std::uint32_t kBucketCount = 127;
+
+    // `memory` outlives the table.
+    explicit ScopeTable(std::pmr::memory_resource& memory) : records(&memory), index(nullptr, {&memory}) {}
 
     bool IsEmpty() const { return held == 0; }
     std::size_t Count() const;
@@ -53,8 +57,8 @@ public:
         return FindRecord(name);
     }
 
-    // For a listed name that has no record here; never fails.
-    bool SetPlainNumber(const ScopeName& name, std::int64_t number) {
+    // Returns false, and changes nothing, if the listed name has a record.
+    [[nodiscard]] bool SetPlainNumber(const ScopeName& name, std::int64_t number) {
         const std::uint32_t bit = std::uint32_t{1} << name.mark;
         if ((held & bit) != 0 && (plainNumbers & bit) == 0) {
             return false;
@@ -65,15 +69,15 @@ public:
         return true;
     }
 
-    // Replaces both sides of a record; false if there is none.
-    bool Replace(const ScopeName& name, std::int64_t number, const char* string);
-    // The name must have no record yet. A plain number of that name gives way. `storedName` is the text to
-    // keep. Throws std::bad_alloc, and nothing has changed then.
+    // Replaces both sides of a record. Returns false if there is none.
+    [[nodiscard]] bool Replace(const ScopeName& name, std::int64_t number, const char* string);
+    // Adds a record, which replaces a plain number of that name; there must be no record yet. `storedName` is
+    // the text to keep. Throws std::bad_alloc, and then nothing has changed.
     void Add(const ScopeName& name, const char* storedName, std::int64_t number, const char* string);
 
 private:
     struct Record {
-        const char* name; // NUL-terminated
+        const char* name;
         std::size_t nameLength;
         std::int64_t number;
         const char* string; // NUL-terminated, never null
@@ -84,10 +88,18 @@ private:
         bool Is(const ScopeName& wanted) const { return hash == wanted.hash && Name() == wanted.text; }
     };
 
-    // Where to look for a record when there are more than a few.
+    using PlacesByName = std::pmr::map<std::string_view, std::uint32_t>;
+
+    // Finds a record when there are more than a few.
     struct Index {
-        std::array<std::uint32_t, kBucketCount> heads{};  // place + 1 of each bucket's newest record, or 0
-        std::map<std::string_view, std::uint32_t> byName; // places of all records; empty until there are many
+        explicit Index(std::pmr::memory_resource* memory) : byName(memory) {}
+
+        std::array<std::uint32_t, kBucketCount> heads{}; // place + 1 of each bucket's newest record, or 0
+        PlacesByName byName;                             // places of all records; empty until there are many
+    };
+    struct DeleteIndex {
+        std::pmr::memory_resource* memory;
+        void operator()(Index* gone) const { std::pmr::polymorphic_allocator<>(memory).delete_object(gone); }
     };
 
     FoundValue FindRecord(const ScopeName& name) const;
@@ -98,9 +110,9 @@ private:
     void OrderByName();
 
     std::uint64_t held = 0;                    // the marks of all names that are here
-    std::uint32_t plainNumbers = 0;            // the listed names whose number stands in `numbers`
-    std::vector<Record> records;               // in order of definition
-    std::unique_ptr<Index> index;              // null while there are few
+    std::uint32_t plainNumbers = 0;            // the listed names whose number is in `numbers`
+    std::pmr::vector<Record> records;          // in order of definition
+    std::unique_ptr<Index, DeleteIndex> index; // null while there are few
     std::int64_t numbers[kListedNames.size()]; // NOLINT: read only where plainNumbers says so
 };
 

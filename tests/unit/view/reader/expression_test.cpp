@@ -142,10 +142,11 @@ TEST_F(Expression, BothSidesOfALogicalOperatorAreEvaluated) {
 
 TEST_F(Expression, WhatCannotBeReadStopsTheDescription) {
     for (const char* text :
-         {"1 +",    "1 < 2 < 3", "a b",     "1 2",    "(1",         "1)",        "()",         "",
-          "1 & 2",  "1 | 2",     "= 1",     "*1",     "1 ** 2",     "12ab",      "a.b",        "#",
-          "max(1)", "max()",     "min(1,)", "dim(1)", "dim(1,2,3)", "dim(1,2,)", "in()",       "foo(1)",
-          "foo()",  "1 === 1",   "'a' + 1", "1 == ",  "!",          "-",         "(1 < 2 < 3)"}) {
+         {"1 +",    "1 < 2 < 3",  "a b",       "1 2",        "(1",      "1)",       "()",      "",
+          "1 & 2",  "1 | 2",      "= 1",       "*1",         "1 ** 2",  "12ab",     "a.b",     "#",
+          "max(1)", "max()",      "min(1,)",   "dim(1)",     "min(1,2", "max(1,2,", "dim(1,2", "in(1",
+          "in(1,2", "dim(1,2,3)", "dim(1,2,)", "in()",       "foo(1)",  "foo()",    "1 === 1", "'a' + 1",
+          "1 == ",  "!",          "-",         "(1 < 2 < 3)"}) {
         EXPECT_EQ(FailureOf(std::string("x = ") + text + ";"), kNotAllRead) << text;
         EXPECT_FALSE(root->HasVariable("x")) << text;
     }
@@ -186,6 +187,14 @@ TEST_F(Expression, FunctionNamesAreVariablesWithoutAParenthesis) {
                   "set_string; minimum = 10; sum = sum + minimum;"),
         "");
     EXPECT_EQ(Number("sum"), 55);
+}
+
+TEST_F(Expression, AVariableWithTheNameOfAFunctionIsAnArgumentLikeAnyOther) {
+    EXPECT_EQ(FailureOf("min = 9; a = max(min, 3, 4); b = max(3, min); c = ((min)); d = in(min, min);"), "");
+    EXPECT_EQ(Number("a"), 9);
+    EXPECT_EQ(Number("b"), 9);
+    EXPECT_EQ(Number("c"), 9);
+    EXPECT_EQ(Number("d"), 1);
 }
 
 TEST_F(Expression, RemembersTheLastUnresolvedIdentifier) {

@@ -57,6 +57,14 @@ TEST_F(UserFunction, MayShareANameWithABuiltIn) {
     EXPECT_THAT(host.calls, ElementsAre("min"));
 }
 
+TEST_F(UserFunction, IsNotCalledByItsNameAlone) {
+    root->DefineNumber("a", 7);
+    EXPECT_EQ(Evaluate("((a))"), 7);
+    EXPECT_EQ(Evaluate("a + 1"), 8);
+    EXPECT_EQ(Evaluate("max(a, 3)"), 7);
+    EXPECT_TRUE(host.calls.empty());
+}
+
 TEST_F(UserFunction, AllowsNoTrailingComma) {
     for (const char* text : {"f(a: 1,)", "f(a)", "f(1)", "f(a: 1 b: 2)", "f("}) {
         EXPECT_EQ(FailureOf(std::string("x = ") + text + ";"), kNotAllRead) << text;

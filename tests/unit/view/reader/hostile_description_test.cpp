@@ -1,7 +1,9 @@
-// Descriptions that nobody should write: each ends in an assertion or quietly, in time and stack that its
-// length bounds. A watchdog of the test driver ends a test that does not.
-#include "view/reader/reading_limits.h"
+// Descriptions that nobody should write: each ends in an assertion or quietly. Their length bounds their time
+// and stack. The test driver ends a test that takes too long.
 #include "unit/view/view_fixture.h"
+#include "view/reader/reading_limits.h"
+
+#include <gmock/gmock.h>
 
 #include <cctype>
 
@@ -10,8 +12,9 @@ namespace {
 
 using HostileDescription = DescriptionTest;
 
-// As many different names as wanted, all of one hash: whatever a name begins with, some six bytes behind it
-// lead to the hash.
+constexpr ReadingLimits kLimits;
+
+// Makes `count` different names of one hash: six bytes at the end of any name can lead to any hash.
 std::string AssignmentsOfOneHash(std::uint32_t count) {
     constexpr std::string_view kBytes = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
     constexpr std::uint32_t kHash = 12345;
@@ -88,7 +91,7 @@ TEST_F(HostileDescription, EvalOfItselfEnds) {
     EXPECT_EQ(Number("n"), kMaximumReadingDepth);
     root->DefineString("s", "n = n + 1; eval(s); eval(s);");
     EXPECT_EQ(FailureOf("n = 0; eval(s);"), "");
-    EXPECT_LE(Number("n"), kMaximumEvaluatedTexts);
+    EXPECT_LE(Number("n"), kLimits.evaluatedTexts);
 }
 
 TEST_F(HostileDescription, FortyTextsThatEachRunTheNextOneTwiceEnd) {
@@ -101,14 +104,131 @@ TEST_F(HostileDescription, FortyTextsThatEachRunTheNextOneTwiceEnd) {
     EXPECT_GT(generator.created.size(), 0u);
 }
 
-TEST_F(HostileDescription, AsManyTextsRunAsTheLimitSays) {
-    const std::string evals = Repeated("eval(t);", kMaximumEvaluatedTexts);
+TEST_F(HostileDescription, AsManyTextsRunAsTheLimitAllows) {
+    const std::string evals = Repeated("eval(t);", 65536);
     root->DefineString("t", "n = n + 1;");
     EXPECT_EQ(FailureOf("n = 0;" + evals), "");
-    EXPECT_EQ(Number("n"), kMaximumEvaluatedTexts);
+    EXPECT_EQ(Number("n"), 65536);
     EXPECT_EQ(FailureOf("n = 0;" + evals + "eval(t);"), kNotAllRead);
-    EXPECT_EQ(Number("n"), kMaximumEvaluatedTexts);
+    EXPECT_EQ(Number("n"), 65536);
     EXPECT_EQ(FailureOf("n = 0; eval(t);"), "") << "the count is that of one run";
+}
+
+TEST_F(HostileDescription, AsManyBytesAreEvaluatedAsTheLimitAllows) {
+    const std::string evals = Repeated("eval(t);", 16);
+    root->DefineString("t", "n = n + 1;" + std::string((1 << 20) - 10, ' '));
+    root->DefineString("one", ";");
+    EXPECT_EQ(FailureOf("n = 0;" + evals), "");
+    EXPECT_EQ(Number("n"), 16);
+    EXPECT_EQ(FailureOf("n = 0;" + evals + "eval('');"), "") << "no byte more";
+    EXPECT_EQ(FailureOf("n = 0;" + evals + "eval(one);"), kNotAllRead);
+    EXPECT_EQ(FailureOf("n = 0; eval(t);"), "") << "the count is that of one run";
+}
+
+TEST_F(HostileDescription, NoTextIsEvaluatedAfterOneThatPassesTheLimit) {
+    gReaderState.limits.evaluatedBytes = 30;
+    root->DefineString("long", std::string(40, ' '));
+    root->DefineString("short", "n = 1;");
+    root->DefineString("both", "eval(long);");
+    EXPECT_EQ(FailureOf("eval(short);"), "");
+    EXPECT_EQ(Number("n"), 1);
+    EXPECT_EQ(FailureOf("n = 0; eval(both); eval(short);"), kNotAllRead);
+    EXPECT_EQ(Number("n"), 0);
+}
+
+TEST_F(HostileDescription, AsManyViewsAreMadeAsTheLimitAllows) {
+    const std::string views = Repeated("v();", 32766);
+    EXPECT_EQ(Failure("dialog() {" + views + "}"), "");
+    EXPECT_EQ(generator.created.size(), 32767u);
+    generator.prepared.clear();
+    EXPECT_EQ(Failure("dialog() {" + views + "v(); }"), kNotAllRead);
+    EXPECT_EQ(generator.prepared.size(), 32767u);
+    EXPECT_EQ(Failure("dialog();"), "") << "the count is that of one run";
+}
+
+TEST_F(HostileDescription, ViewsThatFailCountToo) {
+    gReaderState.limits.views = 4;
+    root->DefineString("half", "v() {");
+    EXPECT_EQ(Failure("dialog() { eval(half); eval(half); v(); }"), "");
+    EXPECT_EQ(Failure("dialog() { eval(half); eval(half); v(); v(); }"), kNotAllRead);
+    EXPECT_EQ(Failure("dialog() { v(); v(); v(); eval(half); }"), "") << "eval ends quietly";
+    EXPECT_THAT(generator.prepared, testing::SizeIs(12));
+}
+
+// The memory of a run, with a limit that a test can afford.
+class HostileMemory : public DescriptionTest {
+protected:
+    bool Fits(const std::string& text, std::size_t limit) {
+        generator.prepared.clear();
+        generator.created.clear();
+        pavane_test::RecordingGenerator fresh;
+        const auto scope = CreateViewScope(nullptr, &fresh, nullptr, nullptr, true);
+        gReaderState.limits.memory = limit;
+        try {
+            RunDefinition(*scope, text.c_str());
+            return true;
+        } catch (const std::logic_error& error) {
+            EXPECT_STREQ(error.what(), kNotAllRead);
+            EXPECT_LE(fresh.pool.Memory().Held(), limit);
+            EXPECT_EQ(fresh.pool.Memory().Limit(), ScopeMemory::kUnlimited);
+            return false;
+        }
+    }
+
+    // Returns the lowest limit that the description fits into.
+    std::size_t Need(const std::string& text) {
+        std::size_t tooLow = 0, enough = std::size_t{1} << 24;
+        EXPECT_TRUE(Fits(text, enough));
+        while (enough - tooLow > 1) {
+            const std::size_t middle = (enough + tooLow) / 2;
+            (Fits(text, middle) ? enough : tooLow) = middle;
+        }
+        return enough;
+    }
+};
+
+TEST_F(HostileMemory, ADescriptionFailsOneByteBeyondTheLimit) {
+    EXPECT_EQ(kLimits.memory, std::size_t{256} << 20);
+    std::string variables;
+    for (int n = 0; n < 1000; ++n) variables += "v" + std::to_string(n) + "=1;";
+    const std::string descriptions[] = {
+        "d();", variables + "d();", "x = '" + std::string(20000, 'x') + "'; d();",
+        "d() {" + Repeated("v();", 1000) + "}", "d() { a = 1; e() { b = 2; f(c: 3); } }"};
+    for (const std::string& text : descriptions) {
+        const std::size_t need = Need(text);
+        EXPECT_TRUE(Fits(text, need));
+        EXPECT_FALSE(Fits(text, need - 1));
+    }
+}
+
+TEST_F(HostileMemory, VariablesTextsAndViewsAllCount) {
+    const std::size_t least = Need("d();");
+    std::string variables;
+    for (int n = 0; n < 1000; ++n) variables += "v" + std::to_string(n) + "=1;";
+    EXPECT_GT(Need(variables + "d();"), least + 1000 * 48);
+    EXPECT_GT(Need("x = '" + std::string(20000, 'x') + "'; d();"), least + 20000);
+    EXPECT_GT(Need("d() {" + Repeated("v();", 1000) + "}"), least + 1000 * 400);
+    EXPECT_GT(Need("d() { a = 1; e() { b = 2; } }"), Need("d() { e() { } }")) << "blocks have variables";
+}
+
+TEST_F(HostileMemory, IsGivenBackAfterTheRun) {
+    Run("d();");
+    const std::size_t before = generator.pool.Memory().Held();
+    Run("d() {" + Repeated("v() { a = 1; }", 1000) + "}");
+    EXPECT_LT(generator.pool.Memory().Held() - before, 10000u) << "only texts and names stay";
+}
+
+TEST_F(HostileMemory, AnInheritedTextIsStoredOnce) {
+    generator.onPrepare = [](std::string_view, CExpressionScope& parameters, CExpressionScope& attributes) {
+        EXPECT_TRUE(CopyString(attributes, parameters, "name"));
+        EXPECT_TRUE(CopyVariable(attributes, parameters, "items"));
+    };
+    const std::string text(1 << 20, 'x');
+    root->DefineString("items", "1");
+    EXPECT_EQ(
+        Failure("name = '" + text + "'; dialog() { items = name; " + Repeated("v(items: name);", 1000) + "}"),
+        "");
+    EXPECT_LT(generator.pool.Memory().Held(), text.size() * 3);
 }
 
 TEST_F(HostileDescription, ManyStatementsAreOnlyLong) {

@@ -1,7 +1,7 @@
 // Out of memory at every place where a description takes some.
 #include "support/failing_allocator.h"
-#include "view/verify_generator.h"
 #include "view/reader/run_definition.h"
+#include "view/verify_generator.h"
 
 #include <gtest/gtest.h>
 
@@ -67,7 +67,7 @@ TEST(ReaderMemory, AScopeIsAsBeforeWhenADefinitionFails) {
     }
 }
 
-TEST(ReaderMemory, HeadsThatFailGiveTheirTextsBack) {
+TEST(ReaderMemory, HeadsThatFailKeepNoNames) {
     CVerifyGenerator generator;
     auto root = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
     root->DefineString("half", "v(" + std::string(1000, 'n') + ": 1,");

@@ -100,6 +100,27 @@ TEST_F(Statement, SetNumberReadsTexts) {
     }
 }
 
+TEST_F(Statement, SetNumberReadsNoDigitAfterSaturation) {
+    gReaderState.limits.evaluatedBytes = 11;
+    EXPECT_EQ(FailureOf("set_number(&n, '-99999999999999999999999999999999');"), "");
+    EXPECT_EQ(Number("n"), kU);
+}
+
+TEST_F(Statement, SetNumberCountsTheBytesThatItReads) {
+    gReaderState.limits.evaluatedBytes = 10;
+    for (const char* text : {"' 000000007'", "'-000000007 and more'", "'         7'"}) {
+        EXPECT_EQ(FailureOf(std::string("set_number(&n, ") + text + ");"), "") << text;
+        EXPECT_EQ(std::abs(Number("n")), 7) << text;
+    }
+    for (const char* text : {"' 0000000007'", "'           7'"}) {
+        EXPECT_EQ(FailureOf(std::string("set_number(&n, ") + text + ");"), kNotAllRead) << text;
+    }
+    EXPECT_EQ(FailureOf("set_number(&n, '12345'); set_number(&n, '12345');"), "");
+    EXPECT_EQ(FailureOf("set_number(&n, '12345'); set_number(&m, '123456');"), kNotAllRead);
+    EXPECT_FALSE(root->HasVariable("m"));
+    EXPECT_EQ(FailureOf("set_number(&n, 12345678901234);"), "") << "a number is no text";
+}
+
 TEST_F(Statement, SetStringWritesNumbers) {
     root->DefineNumber("wide", 0x1FFFFFFFFLL);
     const std::pair<const char*, const char*> cases[] = {

@@ -3,11 +3,12 @@
 #include "frame/frame_state.h"
 #include "frame/log.h"
 #include "support/temporary_folder.h"
-#include "view/verify_generator.h"
 #include "unit/view/view_fixture.h"
+#include "view/verify_generator.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -223,7 +224,7 @@ TEST_F(ViewReaderTest, HighWaterMarksAreThoseOfTheLatestRun) {
     }
 }
 
-// The log's lines go to a file of the test's own while this lives.
+// Sends the lines of the log to a file of the test while it lives.
 class LogCatcher {
 public:
     LogCatcher() { pvn::GetFrameState().gLogStream = std::fopen(path.string().c_str(), "w"); }
@@ -238,18 +239,116 @@ private:
     const std::filesystem::path path = folder / "reader.log";
 };
 
-TEST_F(ViewReaderTest, TheLogTellsLineAndColumnOfTheFurthestFailure) {
-    const LogCatcher log;
-    EXPECT_EQ(Failure("a = 1;\r\ndialog() {\n  button(width: 1, height: );\n}"), kNotAllRead);
-    EXPECT_THAT(log.Text(),
-                testing::HasSubstr("PVN: _info_: brixen::zeve::RunDefinition: the description stops at "
-                                   "line 3, column 28"));
-    EXPECT_EQ(Failure("?"), kNotAllRead);
-    EXPECT_THAT(log.Text(), testing::HasSubstr("line 1, column 1"));
+class FailureInTheLog : public DescriptionTest {
+protected:
+    // Runs a description that fails and returns the one line that the log then has, without what all have.
+    std::string LineOf(const std::string& text) {
+        const LogCatcher log;
+        EXPECT_ANY_THROW(Run(text)) << text;
+        std::string line = log.Text();
+        EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << line;
+        const std::string begin = "PVN: _info_: brixen::zeve::RunDefinition: the description stops at ";
+        const std::size_t place = line.find(begin);
+        EXPECT_NE(place, std::string::npos) << line;
+        line = line.substr(std::min(place + begin.size(), line.size()));
+        return line.substr(0, line.find_last_not_of("\r\n") + 1);
+    }
+};
+
+TEST_F(FailureInTheLog, OfASyntaxErrorIsAtTheFurthestFailure) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"a = 1;\r\ndialog() {\n  button(width: 1, height: );\n}", "line 3, column 28"},
+        {"?", "line 1, column 1"},
+        {"dialog(); x\n  y", "line 2, column 3"}, // a word with neither "=" nor "(" after it
+        {"dialog();\rx 1;", "line 2, column 3"},
+        {"dialog() { button 7; }", "line 1, column 19"},
+        {"dialog() { x; }", "line 1, column 13"},
+        {"dialog", "line 1, column 7"},
+        {"dialog() {", "line 1, column 11"},
+        {"\n\r\n\r;", "line 4, column 1"},
+        {"eval('x = ;'); dialog() { ?", "line 1, column 27"},
+    };
+    for (const auto& [text, place] : cases) {
+        EXPECT_EQ(LineOf(text), place + std::string(": ") + kNotAllRead) << text;
+    }
 }
 
-TEST_F(ViewReaderTest, ARunInsideAnotherDoesNotLeadTheLogAstray) {
-    static constexpr char kTexts[] = "\n\n?\0dialog();\n ?\0\n\n?"; // the inner one in front and behind
+TEST_F(FailureInTheLog, OfAMissingVariableHasItsName) {
+    const std::string reason = std::string(": ") + kNoVariable + ": ";
+    EXPECT_EQ(LineOf("x = 1;\n y = missing; dialog();"), "line 2, column 6" + reason + "missing");
+    EXPECT_EQ(LineOf("dialog(a: 1,\n\twidth: unknown_one);"), "line 2, column 9" + reason + "unknown_one");
+    EXPECT_EQ(LineOf("x = 'missing = 1; y = nothing;'; \n eval(x);"), "line 2, column 2" + reason + "nothing")
+        << "the place is that of the eval";
+    root->DefineString("inner", "y = nothing;");
+    EXPECT_EQ(LineOf("x = 'eval(inner);'; \n\n eval(x);"), "line 3, column 2" + reason + "nothing")
+        << "of the outermost one";
+    EXPECT_EQ(LineOf("eval('x = 1;'); y = nothing;"), "line 1, column 21" + reason + "nothing");
+    EXPECT_EQ(LineOf("x = " + std::string(1000, 'n') + ";"),
+              "line 1, column 5" + reason + std::string(80, 'n'));
+}
+
+TEST_F(FailureInTheLog, OfABadDivisorIsAtTheOperator) {
+    const std::string reason = std::string(": ") + kBadDivisor;
+    EXPECT_EQ(LineOf("x = 5 * (3\n / (1 - 1)); dialog();"), "line 2, column 2" + reason);
+    EXPECT_EQ(LineOf("dialog(width: 4 % 2 % 0);"), "line 1, column 21" + reason);
+    EXPECT_EQ(LineOf("dialog() { eval('x = 1 / 0;'); }"), "line 1, column 12" + reason);
+}
+
+TEST_F(FailureInTheLog, OfTheNumberOfViewsIsAtTheSecondOrAtTheEnd) {
+    const std::string reason = std::string(": ") + kNotOneView;
+    EXPECT_EQ(LineOf(""), "line 1, column 1" + reason);
+    EXPECT_EQ(LineOf("a = 1;\n"), "line 2, column 1" + reason);
+    EXPECT_EQ(LineOf("a();\n b() { c(); }\n d();"), "line 2, column 2" + reason);
+    EXPECT_EQ(LineOf("a(); eval('b(); c();');"), "line 1, column 6" + reason);
+}
+
+TEST_F(FailureInTheLog, OfAViewThatTheGeneratorRefusesIsAtItsKeyword) {
+    generator.onPrepare = [](std::string_view keyword, CExpressionScope&, CExpressionScope&) {
+        if (keyword == "bad") throw std::runtime_error("Bad UTF-8 sequence.");
+        if (keyword == "worse") throw 5;
+    };
+    EXPECT_EQ(LineOf("dialog() {\n row() { bad(a: 1, b: 2 / 1); } }"),
+              "line 2, column 10: Bad UTF-8 sequence.");
+    EXPECT_EQ(LineOf("dialog() {\n eval('row() { bad(); }'); }"), "line 2, column 2: Bad UTF-8 sequence.");
+    EXPECT_EQ(LineOf("dialog() { worse(); }"), "line 1, column 12: unknown exception");
+}
+
+TEST_F(FailureInTheLog, OfABoxThatTheGeneratorCannotMakeIsAtItsView) {
+    class Refusing : public pavane_test::RecordingGenerator {
+        ViewHandle CreateView(std::string_view keyword, CExpressionScope&, ViewHandle) override {
+            if (keyword == "bad") throw std::runtime_error(std::string(500, 'r'));
+            return nullptr;
+        }
+    } refusing;
+    root = CreateViewScope(nullptr, &refusing, nullptr, nullptr, true);
+    EXPECT_EQ(LineOf("dialog() { a();\n  bad() { c(); }\n d(); }"),
+              "line 2, column 3: " + std::string(200, 'r'));
+    EXPECT_EQ(LineOf("dialog() { a();\n eval('bad();'); d(); }"),
+              "line 2, column 2: " + std::string(200, 'r'));
+}
+
+TEST_F(FailureInTheLog, OfAFunctionIsAtItsName) {
+    class Host : public ScopeFunctionHost {
+        std::int32_t CallFunction(const char*, CExpressionScope&) override {
+            throw std::runtime_error("refused");
+        }
+        void ResolveString(std::string&, std::string_view) override {
+            throw std::runtime_error("unresolved");
+        }
+    } host;
+    UseHooks(&host, nullptr);
+    EXPECT_EQ(LineOf("x = 1 +\n f(a: 1, b: 2);"), "line 2, column 2: refused");
+    EXPECT_EQ(LineOf("x = 1;\n set_number(&n, '5');"), "line 2, column 2: unresolved");
+}
+
+TEST_F(FailureInTheLog, IsNotThereWithoutAFailure) {
+    const LogCatcher log;
+    EXPECT_EQ(Failure("dialog() { eval('? no statement'); }"), "");
+    EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(ViewReaderTest, ARunInsideAnotherDoesNotMisleadTheLog) {
+    static constexpr char kTexts[] = "\n\n?\0dialog();\n ?\0\n\n?"; // the inner one before and after
     static constexpr std::string_view kAll(kTexts, sizeof kTexts - 1);
     const char* outer = kTexts + kAll.find("dialog");
     for (const char* inner : {kTexts, kTexts + kAll.rfind('\n') - 1}) {
@@ -260,16 +359,9 @@ TEST_F(ViewReaderTest, ARunInsideAnotherDoesNotLeadTheLogAstray) {
             EXPECT_THROW(RunDefinition(*scope, inner), std::logic_error);
         };
         EXPECT_THROW(RunDefinition(*root, outer), std::logic_error);
-        EXPECT_THAT(log.Text(), testing::ContainsRegex("line 3, column 1\r?\n.*line 2, column 2\r?\n"));
+        EXPECT_THAT(log.Text(), testing::ContainsRegex("line 3, column 1: [^\n]*\n.*line 2, column 2: "));
         EXPECT_EQ(gReaderState.marks.failed, outer + std::string_view("dialog();\n ").size());
     }
-}
-
-TEST_F(ViewReaderTest, TheLogIsSilentAboutOtherFailures) {
-    const LogCatcher log;
-    EXPECT_EQ(Failure(""), kNotOneView);
-    EXPECT_EQ(Failure("x = missing; dialog();"), kNoVariable);
-    EXPECT_EQ(log.Text(), "");
 }
 
 TEST_F(ViewReaderTest, EvaluatedTextsDoNotMoveTheMarks) {

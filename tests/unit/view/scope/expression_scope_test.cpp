@@ -23,79 +23,6 @@ std::string FailureOf(Call call) {
     return "";
 }
 
-TEST(ScopeName, HashesDigitsLettersAndUnderscore) {
-    struct Case {
-        std::string_view name;
-        std::uint32_t hash;
-    };
-    const Case cases[] = {{"", 0},
-                          {"0", 0},
-                          {"9", 9},
-                          {"A", 10},
-                          {"Z", 35},
-                          {"a", 36},
-                          {"z", 61},
-                          {"_", 62},
-                          {"ab", 36 * 63 + 37},
-                          {"a-b", (36 * 63) * 63 + 37},
-                          {"\xC3", 0},
-                          {"__gen", ((((62u * 63 + 62) * 63 + 42) * 63 + 40) * 63) + 49}};
-    for (const auto& [name, hash] : cases) EXPECT_EQ(ScopeNameHash(name), hash) << name;
-}
-
-TEST(ScopeName, HashWrapsAtThirtyTwoBits) {
-    std::uint64_t exact = 0;
-    for (char byte : std::string_view("zzzzzzzz")) exact = exact * 63 + ScopeNameByteCode(byte);
-    EXPECT_GT(exact, 0xFFFFFFFFu);
-    EXPECT_EQ(ScopeNameHash("zzzzzzzz"), static_cast<std::uint32_t>(exact));
-}
-
-TEST(ScopeName, KnowsTheListedNamesHoweverTheyAreWritten) {
-    std::set<int> marks;
-    for (std::string_view name : kListedNames) {
-        EXPECT_TRUE(ScopeName(std::string(name)).IsListed()) << name;
-        marks.insert(ScopeName(name).mark);
-    }
-    EXPECT_EQ(marks.size(), kListedNames.size());
-    EXPECT_EQ(ScopeName(std::string("margin")).mark, "margin"_name.mark);
-    EXPECT_FALSE("margins"_name.IsListed());
-}
-
-TEST(ScopeStringPool, TakesABlockForEachNineteenHundredPairsOfBytes) {
-    ScopeStringPool pool;
-    EXPECT_EQ(pool.BlockCount(), 0u);
-    EXPECT_STREQ(pool.Store("").data(), "");
-    EXPECT_EQ(pool.BlockCount(), 1u);
-    pool.Store(std::string(3897, 'x')); // with the NUL, the last byte but one
-    EXPECT_EQ(pool.BlockCount(), 1u);
-    pool.Store("");
-    EXPECT_EQ(pool.BlockCount(), 1u);
-    pool.Store("");
-    EXPECT_EQ(pool.BlockCount(), 2u);
-    EXPECT_EQ(pool.Store(std::string(5000, 'y')), std::string(5000, 'y'));
-    EXPECT_EQ(pool.BlockCount(), 3u);
-}
-
-TEST(ScopeStringPool, KeepsTextsInPlaceAndTerminated) {
-    ScopeStringPool pool;
-    const std::string_view first = pool.Store("first");
-    for (int n = 0; n < 1000; ++n) pool.Store("filler text");
-    EXPECT_STREQ(first.data(), "first");
-}
-
-TEST(ScopeStringPool, StartsAgainAfterClear) {
-    ScopeStringPool pool;
-    for (int n = 0; n < 1000; ++n) pool.Store("filler text");
-    EXPECT_GT(pool.BlockCount(), 1u);
-    pool.Clear();
-    EXPECT_EQ(pool.BlockCount(), 1u);
-    EXPECT_STREQ(pool.Store("again").data(), "again");
-    ScopeStringPool giant;
-    giant.Store(std::string(9000, 'g'));
-    giant.Clear();
-    EXPECT_EQ(giant.BlockCount(), 0u);
-}
-
 TEST(ExpressionScope, ANumberHasTheSharedEmptyText) {
     CExpressionScope scope;
     for (const char* name : {"width", "other"}) {
@@ -234,7 +161,7 @@ TEST(ExpressionScope, RedefiningKeepsOneRecord) {
 
 TEST(ExpressionScope, ANullTextIsTheSharedEmptyOne) {
     CExpressionScope scope;
-    scope.DefineVariable("x", 5, std::string_view());
+    scope.DefineVariable("x", 5, nullptr);
     EXPECT_EQ(scope.GetStringOr("x", "?").data(), kEmptyScopeBytes);
 }
 
@@ -301,6 +228,54 @@ TEST(ExpressionScope, CopiesBetweenScopes) {
     EXPECT_FALSE(CopyNumber(another, source, "absent") || CopyBoolean(another, source, "absent") ||
                  CopyString(another, source, "absent") || CopyVariable(another, source, "absent"));
     EXPECT_EQ(another.VariableCount(), 1u);
+}
+
+TEST(ExpressionScope, ATextThatIsInThePoolAlreadyIsSharedByCopies) {
+    ScopeStringPool pool, elsewhere;
+    CExpressionScope source(nullptr, nullptr, &pool), destination(nullptr, nullptr, &pool);
+    CExpressionScope other(nullptr, nullptr, &elsewhere);
+    source.DefineString("s", "text");
+    const char* const stored = source.GetStringOr("s", "").data();
+    EXPECT_TRUE(CopyString(destination, source, "s"));
+    EXPECT_EQ(destination.GetStringOr("s", "").data(), stored);
+    EXPECT_TRUE(CopyVariable(destination, source, "s"));
+    EXPECT_EQ(destination.GetStringOr("s", "").data(), stored);
+    EXPECT_TRUE(CopyString(other, source, "s"));
+    EXPECT_NE(other.GetStringOr("s", "").data(), stored);
+    EXPECT_TRUE(elsewhere.Holds(other.GetStringOr("s", "").data()));
+}
+
+TEST(ExpressionScope, VariablesLieInTheMemoryOfThePool) {
+    ScopeStringPool pool;
+    pool.Store("");
+    const std::size_t before = pool.Memory().Held();
+    {
+        CExpressionScope scope(nullptr, nullptr, &pool);
+        scope.DefineNumber("own_name", 1);
+        EXPECT_GT(pool.Memory().Held(), before);
+        for (int n = 0; n < 100; ++n) scope.DefineNumber("name" + std::to_string(n), n);
+    }
+    EXPECT_EQ(pool.Memory().Held(), before) << "names fit into the block, the rest is given back";
+}
+
+TEST(ExpressionScope, ADefinitionThatPassesTheLimitChangesNothing) {
+    ScopeStringPool pool;
+    CExpressionScope scope(nullptr, nullptr, &pool);
+    scope.DefineNumber("first_name", 1);
+    pool.Memory().SetLimit(pool.Memory().Held());
+    int defined = 1;
+    const auto define = [&] { scope.DefineNumber("name" + std::to_string(defined), defined); };
+    while (defined < 8) {
+        define();
+        ++defined;
+    }
+    EXPECT_THROW(define(), ScopeMemoryExhausted);
+    EXPECT_THROW(scope.DefineString("text", std::string(5000, 'x')), ScopeMemoryExhausted);
+    EXPECT_EQ(scope.VariableCount(), 8u);
+    pool.Memory().SetLimit(ScopeMemory::kUnlimited);
+    define();
+    EXPECT_EQ(scope.VariableCount(), 9u);
+    EXPECT_EQ(scope.GetLongOr("name7", 0), 7);
 }
 
 TEST(ExpressionScope, CopiesManyNumbersAsOneByOne) {

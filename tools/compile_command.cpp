@@ -52,7 +52,7 @@ void PrintRemarks(const std::string& source, const CompiledDictionary& compiled,
 
 int RunCompileCommand(const std::vector<std::string>& arguments, std::ostream& messages) {
     if (arguments.size() != 2) {
-        messages << "usage: compile SOURCE TARGET\n";
+        messages << "usage: pavane-compile SOURCE TARGET\n";
         return kTrouble;
     }
     const std::string& source = arguments[0];

@@ -17,22 +17,37 @@ using namespace kestrel_private;
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-// What the text reader would make of a line, or why it would not read it as it stands; null when nothing is
-// wrong.
+// True when a quotation mark cuts the text that its author meant: another one follows the closing mark, or an
+// entry begins before the opening mark.
+bool IsCutByAQuote(std::u16string_view line) {
+    const std::size_t opening = FindQuote(line, 0);
+    if (opening == line.npos) return false;
+    const std::u16string_view before = line.substr(0, opening);
+    const bool isComment = !before.starts_with(u"$$$") && TextOfLine(line).find(u'=') != line.npos;
+    if (!isComment && before.find(u'=') != line.npos) return true;
+    const std::size_t closing = FindQuote(line, opening + 1);
+    return closing != line.npos && FindQuote(line, closing + 1) != line.npos;
+}
+
+// Why the text reader would not read a line as it is written; null when nothing is wrong.
 const char* ErrorOf(std::u16string_view line) {
     constexpr std::u16string_view kLineEnds = u"\u2028\u2029";
     if (line.find(u'\0') != line.npos) return "a NUL character ends the dictionary";
-    if (line.find_first_of(kLineEnds) != line.npos)
+    if (line.find_first_of(kLineEnds) != line.npos) {
         return "U+2028 and U+2029 end a line: write #{2028} or #{2029}";
+    }
+    if (IsCutByAQuote(line)) return "a quotation mark inside the text cuts it: write \\\"";
     const auto split = SplitLine(line);
     if (!split) return "begins with $, but not with $$$";
     if (split->key.empty()) return "has no key";
     if (split->key.size() > kLongestText) return "the key is longer than 65535 characters";
     const auto isBeyondLatin1 = [](char16_t unit) { return unit > 0xFF; };
-    if (std::any_of(split->key.begin(), split->key.end(), isBeyondLatin1))
+    if (std::any_of(split->key.begin(), split->key.end(), isBeyondLatin1)) {
         return "the key holds a character beyond Latin-1";
-    if (DecodeValue(split->defaultText).size() > kLongestValue)
+    }
+    if (DecodeValue(split->defaultText).size() > kLongestValue) {
         return "the value is longer than 32767 characters";
+    }
     return nullptr;
 }
 
@@ -61,10 +76,14 @@ private:
             Remark(true, error);
             return;
         }
-        const auto split = SplitLine(lineText);
+        WarnOf(lineText, *SplitLine(lineText));
+    }
+
+    void WarnOf(std::u16string_view lineText, const KeyText<char16_t>& split) {
+        if (!TextOfLine(lineText).starts_with(u"$$$/")) Remark(false, "the key does not begin with $$$/");
         // An empty value has a place of its own behind the sign.
-        if (split->defaultText.data() == nullptr) Remark(false, "has no =, so its value is empty");
-        const auto [first, isNew] = keys.try_emplace(std::u16string(split->key), line);
+        if (split.defaultText.data() == nullptr) Remark(false, "has no =, so its value is empty");
+        const auto [first, isNew] = keys.try_emplace(std::u16string(split.key), line);
         if (!isNew) Remark(false, "replaces the value of line " + std::to_string(first->second));
     }
 

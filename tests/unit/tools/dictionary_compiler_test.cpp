@@ -29,7 +29,7 @@ std::string RemarksOn(std::string_view source) {
 }
 
 TEST(DictionaryCompiler, SaysNothingOfAGoodSource) {
-    EXPECT_EQ(RemarksOn("\"$$$/a=x\"\r\n\r\n  note \"$$$/b=y\" more\nplain/key=z"), "");
+    EXPECT_EQ(RemarksOn("\"$$$/a=x\"\r\n\r\n  note \"$$$/b=y\" more\n$$$/c=z"), "");
     EXPECT_EQ(RemarksOn("\xEF\xBB\xBF\"$$$/a=x\""), "");
     EXPECT_EQ(RemarksOn(""), "");
 }
@@ -51,19 +51,43 @@ TEST(DictionaryCompiler, NamesTheLineOfEachError) {
     EXPECT_EQ(CompileDictionary(source).bytes, "");
 }
 
-TEST(DictionaryCompiler, RefusesTextsThatAreTooLong) {
-    EXPECT_EQ(RemarksOn("/a=" + std::string(32767, 'v')), "");
-    EXPECT_EQ(RemarksOn("/a=" + std::string(32768, 'v')), "1! the value is longer than 32767 characters\n");
-    EXPECT_EQ(RemarksOn(std::string(65535, 'k') + "=v"), "");
-    EXPECT_EQ(RemarksOn(std::string(65536, 'k') + "=v"), "1! the key is longer than 65535 characters\n");
+TEST(DictionaryCompiler, RefusesAQuotationMarkThatCutsAText) {
+    for (const char* const line :
+         {R"("$$$/a=say "hi" to them")", R"("$$$/a=5" disk")", R"("$$$/a=""")", R"($$$/a=say "hi" to them)",
+          R"($$$/a=")", R"(/a=say "hi" to them)", R"($$$/a=say "x=1")", R"("$$$/a=x" see "$$$/b")"}) {
+        EXPECT_EQ(RemarksOn(line), "1! a quotation mark inside the text cuts it: write \\\"\n") << line;
+    }
+    for (const char* const line :
+         {R"("$$$/a=say \"hi\" to them")", R"($$$/a=say \"hi\")", R"("$$$/a=x" see \"b\")", R"("$$$/a="=)",
+          R"(note \" "$$$/a=x")", R"(a=b? "$$$/a=x")", R"(words "$$$/a=x")", R"("$$$/a=to the end)"}) {
+        EXPECT_EQ(RemarksOn(line), "") << line;
+    }
 }
 
-TEST(DictionaryCompiler, WarnsOfWhatIsHardlyMeant) {
-    const std::string source = "a line of words\n/a=1\n\n\"$$$/a=2\"\n";
+TEST(DictionaryCompiler, RefusesTextsThatAreTooLong) {
+    EXPECT_EQ(RemarksOn("$$$/a=" + std::string(32767, 'v')), "");
+    EXPECT_EQ(RemarksOn("$$$/a=" + std::string(32768, 'v')),
+              "1! the value is longer than 32767 characters\n");
+    EXPECT_EQ(RemarksOn("$$$/" + std::string(65534, 'k') + "=v"), "");
+    EXPECT_EQ(RemarksOn("$$$/" + std::string(65535, 'k') + "=v"),
+              "1! the key is longer than 65535 characters\n");
+}
+
+TEST(DictionaryCompiler, WarnsOfAValueThatIsMissingOrReplaced) {
+    const std::string source = "$$$/c\n$$$/a=1\n\n\"$$$/a=2\"\n";
     EXPECT_EQ(RemarksOn(source), "1: has no =, so its value is empty\n"
                                  "4: replaces the value of line 2\n");
     EXPECT_TRUE(CompileDictionary(source).IsGood());
-    EXPECT_EQ(RemarksOn("\"$$$/a\" = x\n\"$$$/b=\"\n/c="), "1: has no =, so its value is empty\n");
+    EXPECT_EQ(RemarksOn("\"$$$/a\" = x\n\"$$$/b=\"\n$$$/c="), "1: has no =, so its value is empty\n");
+}
+
+TEST(DictionaryCompiler, WarnsOfAKeyWithoutItsMark) {
+    for (const char* const line : {"plain/key=x", "\"/a=x\"", "$$$a=x", "/$$$/a=x"}) {
+        EXPECT_EQ(RemarksOn(line), "1: the key does not begin with $$$/\n") << line;
+        EXPECT_TRUE(CompileDictionary(line).IsGood()) << line;
+    }
+    EXPECT_EQ(RemarksOn("a line of words"), "1: the key does not begin with $$$/\n"
+                                            "1: has no =, so its value is empty\n");
 }
 
 TEST(DictionaryCompiler, GivesTheSameBytesEachTime) {
@@ -110,15 +134,15 @@ protected:
 };
 
 TEST_F(CompileCommand, WritesTheTargetAndItsFolders) {
-    Write(In("a.txt"), "/a=x\n");
+    Write(In("a.txt"), "$$$/a=x\n");
     EXPECT_EQ(Run({In("a.txt"), In("new/folder/a.zdct")}), 0);
     EXPECT_EQ(messages.str(), "");
-    EXPECT_EQ(Read(In("new/folder/a.zdct")), CompileDictionary("/a=x\n").bytes);
+    EXPECT_EQ(Read(In("new/folder/a.zdct")), CompileDictionary("$$$/a=x\n").bytes);
     EXPECT_FALSE(std::filesystem::exists(In("new/folder/a.zdct.new")));
 }
 
 TEST_F(CompileCommand, SaysWhereErrorsAreAndKeepsTheOlderTarget) {
-    Write(In("a.txt"), "no equals\n$/a=x\n");
+    Write(In("a.txt"), "$$$/no_equals\n$/a=x\n");
     Write(In("a.zdct"), "older");
     EXPECT_EQ(Run({In("a.txt"), In("a.zdct")}), 1);
     EXPECT_EQ(messages.str(), In("a.txt") + ":1: warning: has no =, so its value is empty\n" + In("a.txt") +

@@ -1,4 +1,4 @@
-// Loading a compiled dictionary against copying its bytes: in a warm process, and in new ones.
+// Compares loading a compiled dictionary with copying its bytes: in a warm process, and in new ones.
 #include "bench/sample_keys.h"
 #include "dictionaries/zstring_dictionary.h"
 #include "tools/dictionary_writer.h"
@@ -64,7 +64,7 @@ private:
     std::filesystem::path path;
 };
 
-// Seconds that a new process says it took, or a negative number.
+// The seconds that a new process took, or a negative number.
 double AskNewProcess(const char* work, const std::filesystem::path& file) {
     static const std::filesystem::path program =
         std::filesystem::read_symlink("/proc/self/exe").parent_path() / "load_in_new_process";

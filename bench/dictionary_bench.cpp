@@ -1,4 +1,4 @@
-// The dictionaries against a hash map and against gettext: random order, all hits.
+// Compares the dictionaries with a hash map and with gettext: random order, all hits.
 #include "bench/sample_keys.h"
 #include "dictionaries/store/fast_array.h"
 #include "dictionaries/translation.h"
@@ -36,7 +36,7 @@ std::vector<std::string> ShuffledKeys(MakeKey makeKey, std::size_t count) {
     return keys;
 }
 
-// `find(key)` for one key after the other.
+// Calls `find(key)` for one key after the other.
 template <class Find>
 void ForEachKey(benchmark::State& state, const std::vector<std::string>& keys, Find find) {
     std::size_t place = 0;
@@ -65,7 +65,7 @@ void FindPeer(benchmark::State& state) {
                [&](const std::string& key) { benchmark::DoNotOptimize(map.find(key)); });
 }
 
-// A catalogue in a folder of its own, bound as the domain "bench"; false when it cannot be made.
+// Makes a catalogue in a folder of its own, bound as the domain "bench"; false when it cannot be made.
 bool MakeCatalogue(MakeKey makeKey, std::size_t count) {
     const auto root = std::filesystem::temp_directory_path() / ("pavane_bench_" + std::to_string(count));
     const auto folder = root / "en" / "LC_MESSAGES";
@@ -86,7 +86,7 @@ bool MakeCatalogue(MakeKey makeKey, std::size_t count) {
     return std::string(dgettext("bench", makeKey(0).c_str())) == kValue;
 }
 
-// Once for each size, however often the benchmark begins again.
+// Makes the catalogue once for each size, however often the benchmark begins again.
 bool HaveCatalogue(std::size_t count) {
     static std::map<std::size_t, bool> made;
     const auto [entry, isNew] = made.try_emplace(count, false);

@@ -1,4 +1,4 @@
-// Keys of dictionaries to measure with, by their number.
+// Makes the keys of dictionaries to measure with.
 #pragma once
 
 #include <cstddef>
@@ -8,9 +8,9 @@ namespace bench {
 
 using MakeKey = std::string (*)(std::size_t);
 
-// Of equal parts, padded with zeros: all but a few land in three buckets.
+// A key of equal parts, padded with zeros: all but a few are in three buckets.
 std::string PaddedKey(std::size_t number);
-// As an author writes them.
+// A key as an author writes it.
 std::string NaturalKey(std::size_t number);
 
 } // namespace bench

@@ -26,7 +26,7 @@ std::optional<std::string> ReadFile(const fs::path& path) {
     return bytes;
 }
 
-// Through a file beside the target, so that nobody meets half of one.
+// Writes a file beside the target first: nobody reads half of one.
 bool WriteFile(const fs::path& path, const std::string& bytes) {
     std::error_code error;
     if (path.has_parent_path()) fs::create_directories(path.parent_path(), error);

@@ -64,7 +64,7 @@ public:
         }
     }
 
-    // All lines, for the text reader.
+    // All lines, for the library's reader.
     const std::u16string& Text() const { return text; }
 
 private:
@@ -92,7 +92,7 @@ private:
     std::vector<LineRemark>& remarks;
     std::size_t line = 0;
     std::u16string text = u"\uFEFF";
-    std::map<std::u16string, std::size_t> keys; // and the line of each
+    std::map<std::u16string, std::size_t> keys; // with the line of each
 };
 
 // Lines end with LF, CR or both.

@@ -1,3 +1,4 @@
+// Compiles text dictionaries.
 #pragma once
 
 #include "tools/dictionary_writer.h"
@@ -9,10 +10,10 @@
 
 namespace pavane_tools {
 
-// Something about a line of a source, numbered from 1. An error means that the line would not be read as it
-// is written, a warning that it probably was not meant so.
+// A remark on a line of a source. An error means that the line would not be read as it is written, a warning
+// that its author probably meant something else.
 struct LineRemark {
-    std::size_t line;
+    std::size_t line; // from 1
     bool isError;
     std::string message;
 };
@@ -21,11 +22,14 @@ struct CompiledDictionary {
     std::string bytes; // empty when there is an error
     std::vector<LineRemark> remarks;
 
+    // True without errors.
     bool IsGood() const;
 };
 
-// Compiles a text dictionary in UTF-8, with or without a mark. The text is read by the reader of text
-// dictionaries, so a key has the same answer from the compiled dictionary as from the text.
-CompiledDictionary CompileDictionary(std::string_view source, const DictionaryFormat& format = {});
+// Compiles a text dictionary in UTF-8, with or without a byte order mark. The library's own reader reads the
+// text, so a key has the same value in the compiled dictionary as in the text. Throws as WriteDictionary
+// does.
+[[nodiscard]] CompiledDictionary CompileDictionary(std::string_view source,
+                                                   const DictionaryFormat& format = {});
 
 } // namespace pavane_tools

@@ -24,7 +24,7 @@ std::uint16_t Length(std::size_t bytes, const char* message) {
     return static_cast<std::uint16_t>(bytes);
 }
 
-// The fields of a file, one behind the other, in its byte order.
+// The fields of a file, one after the other, in its byte order.
 class Output {
 public:
     explicit Output(std::endian order) : isLittle(order == std::endian::little) {}
@@ -52,7 +52,7 @@ private:
     std::string bytes;
 };
 
-// Keys, values or notes: where each lies in its area.
+// Where the keys, values or notes are in their area.
 struct Table {
     std::vector<std::uint32_t> offsets;
     std::vector<std::uint16_t> lengths;
@@ -65,10 +65,10 @@ struct Table {
 
 struct Keys : Table {
     std::string area;
-    std::vector<std::uint16_t> buckets; // those that hold something, ascending
+    std::vector<std::uint16_t> buckets; // those with keys, ascending
     std::vector<std::vector<std::uint32_t>> lists;
 
-    // The keys of a bucket lie together, since a search goes through them one after the other.
+    // The keys of a bucket are together, since a search compares them one after the other.
     explicit Keys(const std::vector<CompiledEntry>& entries) {
         std::vector<std::vector<std::uint32_t>> all(kBucketCount);
         for (std::uint32_t i = 0; i < entries.size(); ++i) {

@@ -21,7 +21,8 @@ namespace {
 
 std::string_view TextOrEmpty(const char* text) { return text == nullptr ? std::string_view() : text; }
 
-// What a key text stands for. A value that the dictionary holds is not copied, so the next change ends it.
+// The words of a key text. They borrow a value of the dictionary where they can, until the dictionary
+// changes.
 class Words {
 public:
     explicit Words(std::string_view keyText) {
@@ -52,7 +53,7 @@ public:
 private:
     void Take(const kestrel_private::ValueBytes& value) {
         const std::size_t length = value.length / sizeof(char16_t);
-        // The areas of a file may hold a text at any address.
+        // A file may have a text at any address.
         if (reinterpret_cast<std::uintptr_t>(value.bytes) % alignof(char16_t) == 0) {
             text = {reinterpret_cast<const char16_t*>(value.bytes), length};
         } else {
@@ -78,10 +79,9 @@ std::string Utf8Of(const Words& words) {
     return kestrel_private::EncodeText(text, &kEncodingUtf8);
 }
 
-// Whoever fills the dictionary goes on with what was good; only failures that are no exceptions of the
-// standard library are passed on, as one that is.
+// Runs a population. A standard exception ends it without a word; any other one becomes a logic_error.
 template <class Population>
-void Guarded(const Population& population) {
+void RunPopulation(const Population& population) {
     try {
         population();
     } catch (const std::exception&) {
@@ -126,11 +126,11 @@ std::string ShownText(std::string_view text) {
 }
 
 void PopulateDictionary(const void* bytes, std::int64_t length) {
-    Guarded([&] { kestrel_private::ProcessDictionary().Load(bytes, length, true); });
+    RunPopulation([&] { kestrel_private::ProcessDictionary().Load(bytes, length, true); });
 }
 
 void AddKeyValue(std::string_view keyValue) {
-    Guarded([&] {
+    RunPopulation([&] {
         const std::size_t equals = keyValue.find('=');
         const std::string key(keyValue.substr(0, equals));
         const std::string_view value =

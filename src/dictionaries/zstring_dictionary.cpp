@@ -21,7 +21,7 @@ namespace {
 constexpr std::uint32_t kFastMajor = 2;
 constexpr std::uint32_t kFastMinor = 5;
 
-// Cut where the length has no more bits, but not through a pair.
+// Cuts a value that is too long, but not through a pair.
 std::u16string_view CutValue(std::u16string_view value) {
     return brixen::lyr::gen::CutToUnits(value, kLongestValue);
 }
@@ -43,7 +43,7 @@ std::string NarrowKey(std::u16string_view key) {
     return narrow;
 }
 
-// Each byte widened with its sign.
+// Kept: each byte is widened with its sign, so 0x80 becomes 0xFF80.
 std::u16string WidenWithSign(std::string_view text) {
     std::u16string wide(text.size(), u'\0');
     std::transform(text.begin(), text.end(), wide.begin(),

@@ -1,5 +1,5 @@
-// Any bytes as compiled dictionaries, one behind the other in one store: the answers are the same with the
-// index as without, the texts can be read and replaced, and each file may come again.
+// Loads any bytes as compiled dictionaries, one after the other into one store. The answers are the same with
+// the index as without, the texts can be read and replaced, and each file may be loaded again.
 #include "dictionaries/files/binary_header.h"
 #include "dictionaries/zstring/encoding.h"
 #include "dictionaries/zstring_dictionary.h"
@@ -18,14 +18,14 @@ namespace {
 
 using kestrel::ZStringDictionary;
 
-// In memory of exactly its size, gone when it was loaded.
+// Loads from memory of exactly the size of the file, which is then freed.
 void Load(ZStringDictionary& dictionary, std::string_view file) {
     const std::unique_ptr<char[]> copy(new char[file.size()]);
     file.copy(copy.get(), file.size());
     try {
         dictionary.Load(copy.get(), static_cast<std::int64_t>(file.size()), true);
     } catch (kestrel_private::ConversionCode) {
-        // Values of version 1 that are no text in their encoding; what was read before stays.
+        // Values of version 1 that are no text in their encoding; items before them stay.
     }
 }
 
@@ -67,7 +67,7 @@ void CompareWithIndex(const ZStringDictionary& dictionary) {
     for (const std::string& key : keys) answers.push_back(Answer(dictionary, key));
     constexpr int kSearchesForAnIndex = 300;
     for (int i = 0; i < kSearchesForAnIndex && !dictionary.Entries().IsIndexed(); ++i) {
-        dictionary.Entries().Find(keys.back());
+        static_cast<void>(dictionary.Entries().Find(keys.back()));
     }
     for (std::size_t i = 0; i < keys.size(); ++i) {
         if (Answer(dictionary, keys[i]) != answers[i]) std::abort();

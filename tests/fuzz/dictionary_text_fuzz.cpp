@@ -1,4 +1,4 @@
-// Any bytes as a text dictionary, in blocks and in chains: both stores give the same answers.
+// Loads any bytes as a text dictionary, into blocks and into chains: both stores have the same answers.
 #include "dictionaries/zstring/encoding.h"
 #include "dictionaries/zstring_dictionary.h"
 
@@ -12,7 +12,7 @@ void Load(kestrel::ZStringDictionary& dictionary, const std::uint8_t* bytes, std
     try {
         dictionary.Load(bytes, static_cast<std::int64_t>(length), true);
     } catch (kestrel_private::ConversionCode) {
-        // Bytes that are no text in the code page are refused; what was read before stays.
+        // Bytes that are no text in the code page are refused; lines before them stay.
     }
 }
 

@@ -1,5 +1,5 @@
-// Any units as a value, and any replacement: nothing grows but by what was put in, and a text without leads
-// and forms stays as it is.
+// Decodes any units as a value: no text becomes longer, and a text without escapes and entities stays as it
+// is.
 #include "dictionaries/value_decoding.h"
 #include "dictionaries/zstring/zstring.h"
 

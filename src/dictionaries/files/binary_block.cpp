@@ -164,7 +164,7 @@ void ReadBlock(const ByteCursor& start, BinaryBody& body) {
     for (std::size_t i = 0; i < noteIndex.Size(); ++i) body.block.noteIndex.push_back(noteIndex[i]);
 }
 
-// Version 2.0 was always in the order of the machine.
+// Version 2.0 has no byte order: it is that of the machine.
 bool ReadByteOrder(ByteCursor& cursor, int minor, bool& swaps) {
     if (minor < 1) return true;
     std::uint8_t order = 0;

@@ -8,7 +8,7 @@
 namespace kestrel_private {
 namespace {
 
-// Adds the items of one bucket. A bucket that no chain has is read and forgotten.
+// Adds the items of one bucket. The items of a bucket that does not exist are dropped.
 class Bucket {
 public:
     Bucket(ChainStore& chains, std::uint32_t bucket, std::uint8_t conversionCode)
@@ -38,7 +38,7 @@ std::optional<std::string_view> TakeText(ByteCursor& cursor, std::uint32_t lengt
     return std::string_view(reinterpret_cast<const char*>(bytes), length);
 }
 
-// An item of version 1.0; its size in the file, or nothing when it does not fit.
+// Reads an item of version 1.0. Returns its size in the file, or nothing when it is not whole.
 std::optional<std::uint64_t> ReadItem(ByteCursor& cursor, Bucket& bucket) {
     const auto takeWithLength = [&]() -> std::optional<std::string_view> {
         std::uint32_t length = 0;
@@ -53,7 +53,7 @@ std::optional<std::uint64_t> ReadItem(ByteCursor& cursor, Bucket& bucket) {
     return 2 * sizeof(std::uint32_t) + key->size() + value->size();
 }
 
-// Each row of the table is a bucket and where its items begin; the last row only ends the one before it.
+// Each row of the table is a bucket and where its items begin. The last row only ends the row before it.
 bool ReadVersion10(const std::uint8_t* begin, const std::uint8_t* end, std::uint8_t conversionCode,
                    ChainStore& chains) {
     constexpr std::size_t kRowSize = sizeof(std::uint16_t) + sizeof(std::uint32_t);

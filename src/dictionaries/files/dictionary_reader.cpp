@@ -22,7 +22,7 @@ constexpr bool EndsWideLine(char16_t unit) {
 
 constexpr bool IsPlain(char16_t unit) { return unit != 0 && !EndsWideLine(unit); }
 
-// Decodes units up to one that is not plain, at most `capacity`; `unitOf` puts two bytes together.
+// Decodes units up to the first that is not plain, at most `capacity`. `unitOf` makes a unit of two bytes.
 template <class UnitOf>
 std::size_t CopyPlainUnits(std::span<const std::uint8_t> bytes, char16_t* output, std::size_t capacity,
                            UnitOf unitOf) {
@@ -107,7 +107,7 @@ const char16_t* UnicodeReader::NextLine() {
     line.Clear();
     char16_t unit = 0;
     while (true) {
-        // Most of a line in memory comes by the buffer; what ends it, or does not fit, comes by the unit.
+        // Most of a line is copied at once. The unit that ends it, or does not fit, is read alone.
         line.Use(NextPlainChars(line.Room(0), line.RoomLeft()));
         if (!NextChar(unit) || unit == 0) break;
         if (EndsWideLine(unit)) return Terminated();

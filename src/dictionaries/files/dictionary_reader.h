@@ -1,3 +1,4 @@
+// Splits the text of a dictionary into lines.
 #pragma once
 
 #include <array>
@@ -11,10 +12,10 @@
 
 namespace kestrel_private {
 
-// Where a reader takes its bytes from.
+// The source of the bytes of a reader.
 enum class SourceKind { kStream = 0, kFile = 1, kMemory = 2, kResource = 3 };
 
-// A buffer that grows by half until the need is met.
+// A buffer that grows by half as often as it takes.
 template <class Unit>
 class LineBuffer {
 public:
@@ -24,7 +25,7 @@ public:
         if (used == units.size()) Grow(used + 1);
         units[used++] = unit;
     }
-    // Room for `count` units; what is written there counts once Use says so.
+    // Memory for `count` more units. Units written there count after Use.
     Unit* Room(std::size_t count) {
         if (units.size() - used < count) Grow(used + count);
         return units.data() + used;
@@ -46,11 +47,10 @@ private:
     std::size_t used = 0;
 };
 
-// Takes the text of a dictionary apart into lines. One reader serves one load; memory and stream are
-// borrowed.
+// One reader serves one load. Memory and stream are borrowed.
 class DictionaryReader {
 public:
-    static constexpr std::size_t kHeadLength = 2; // bytes that decide the kind of reader
+    static constexpr std::size_t kHeadLength = 2; // the bytes that decide the kind of reader
 
     DictionaryReader(const std::uint8_t* begin, const std::uint8_t* end);
     // `firstBytes` were taken from the stream already and are read first.
@@ -59,20 +59,20 @@ public:
     DictionaryReader& operator=(const DictionaryReader&) = delete;
     virtual ~DictionaryReader() = default;
 
-    // The next line, NUL-terminated, in the reader's own buffer and valid until the next call; null at the
-    // end.
+    // The next line, NUL-terminated, in a buffer of the reader until the next call; null at the end of the
+    // text. Throws bad_alloc.
     virtual const char16_t* NextLine() = 0;
-    // The same line with its length.
+    // The last line with its length.
     std::u16string_view Line() const { return {line.Data(), line.Used()}; }
 
 protected:
-    // False when no byte is left.
+    // Reads a byte; returns false when none is left.
     bool NextByte(std::uint8_t& byte);
-    // The bytes that stand in memory and come next, and to go on behind the first `count` of them.
+    // The next bytes that are in memory. Skip passes over the first `count` of them.
     std::span<const std::uint8_t> BytesAhead() const { return {cursor, ended ? cursor : end}; }
     void Skip(std::size_t count) { cursor += count; }
     const char16_t* Terminated();
-    // No byte is left from now on.
+    // Ends the text: no byte is left from now on.
     void EndText() { ended = true; }
 
     LineBuffer<char16_t> line;
@@ -86,21 +86,21 @@ private:
     const std::uint8_t* end = nullptr;
 };
 
-// UTF-16 in little-endian order. A NUL unit ends the text, as does half a unit.
+// Reads UTF-16 in little-endian order. A NUL unit ends the text, as does half a unit.
 class UnicodeReader : public DictionaryReader {
 public:
     using DictionaryReader::DictionaryReader;
     const char16_t* NextLine() override;
 
 protected:
-    // False when no unit is left.
+    // Reads a unit; returns false when none is left.
     virtual bool NextChar(char16_t& out);
-    // Copies units from memory up to the first that ends a line or the text, at most `capacity`, and returns
-    // how many: NextChar for many units at once.
+    // Copies units from memory up to the first that ends a line or the text, at most `capacity`. Returns how
+    // many.
     virtual std::size_t NextPlainChars(char16_t* output, std::size_t capacity);
 };
 
-// UTF-16 in big-endian order.
+// Reads UTF-16 in big-endian order.
 class ByteSwapUnicodeReader : public UnicodeReader {
 public:
     using UnicodeReader::UnicodeReader;
@@ -110,7 +110,8 @@ protected:
     std::size_t NextPlainChars(char16_t* output, std::size_t capacity) override;
 };
 
-// Bytes in the process's code page. NextLine raises a conversion code (see dictionaries/zstring/encoding.h).
+// Reads bytes in the code page of the process. NextLine throws a conversion code (see zstring/encoding.h) for
+// a line that is no text.
 class MultibyteReader : public DictionaryReader {
 public:
     using DictionaryReader::DictionaryReader;
@@ -120,9 +121,10 @@ private:
     LineBuffer<char> bytes;
 };
 
-// The reader for what the first two bytes say; null for fewer than two bytes. A stream of the resource kind
-// has to be open, else it counts as empty.
-std::unique_ptr<DictionaryReader> MakeReader(const std::uint8_t* begin, const std::uint8_t* end);
-std::unique_ptr<DictionaryReader> MakeReader(SourceKind kind, std::istream& stream);
+// The reader that the first two bytes call for; null for fewer than two bytes. A stream of the kind kResource
+// that is not open is empty.
+[[nodiscard]] std::unique_ptr<DictionaryReader> MakeReader(const std::uint8_t* begin,
+                                                           const std::uint8_t* end);
+[[nodiscard]] std::unique_ptr<DictionaryReader> MakeReader(SourceKind kind, std::istream& stream);
 
 } // namespace kestrel_private

@@ -1,3 +1,4 @@
+// Streams that a dictionary may be read from. The library itself reads dictionaries from memory alone.
 #pragma once
 
 #include "values/platform/values_platform.h"
@@ -7,10 +8,9 @@
 #include <string>
 #include <string_view>
 
-// Streams that a dictionary may be read from. The library itself loads dictionaries from memory only.
 namespace kestrel {
 
-// A file by wide path, read at once. A file that cannot be opened leaves the stream failed.
+// A file, read as a whole by the constructor. A file that cannot be read leaves the stream failed.
 template <class Char, class Traits = std::char_traits<Char>>
 class basic_ifstream : public std::basic_istream<Char, Traits> {
 public:
@@ -28,7 +28,7 @@ private:
     bool isOpen = false;
 };
 
-// A resource: bytes that someone found and hands over. Without them the stream is not open.
+// A resource. The stream is failed until `open` gets a copy of the bytes.
 template <class Char, class Traits = std::char_traits<Char>>
 class basic_irstream : public std::basic_istream<Char, Traits> {
 public:

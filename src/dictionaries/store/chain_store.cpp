@@ -5,7 +5,7 @@
 namespace kestrel_private {
 
 ChainStore::~ChainStore() {
-    // One by one, since a chain that destroys itself does so by recursion.
+    // One by one: a chain that destroys itself is a recursion.
     for (std::uint32_t bucket = 0; heads && bucket < kBucketCount; ++bucket) {
         Link& head = heads[bucket];
         while (head) head = std::move(head->next);

@@ -1,3 +1,4 @@
+// The older store: chains of entries.
 #pragma once
 
 #include "dictionaries/store/dictionary_entry.h"
@@ -9,7 +10,7 @@
 
 namespace kestrel_private {
 
-// The older store: one chain of entries a bucket, the newest at its head.
+// One chain of entries for each bucket. Searches write scratch fields: one thread at a time.
 class ChainStore {
 public:
     ChainStore() = default;
@@ -17,19 +18,21 @@ public:
     ChainStore& operator=(const ChainStore&) = delete;
     ~ChainStore();
 
-    // Null when there is none; valid until the key is replaced.
-    const DictionaryEntry* Find(std::string_view key) const;
-    // Destroys an older entry of the key, and puts the new one at the head of its chain.
+    // The first entry of the key in its chain, until the key is replaced; null when there is none.
+    [[nodiscard]] const DictionaryEntry* Find(std::string_view key) const;
+    // Destroys the entry that Find returns and puts a new one at the head of its chain. On bad_alloc all is
+    // as before.
     void Replace(std::string_view key, const kestrel::ZString& value);
 
-    // Puts entries one behind the other in front of what a chain holds, without a look at their keys.
+    // Puts entries before those that a chain holds, in their order, and does not compare their keys. The
+    // bucket is below kBucketCount.
     class Front {
     public:
         Front(ChainStore& store, std::uint32_t bucket) : place(&store.Head(bucket)) {}
         void Add(std::string_view key, const kestrel::ZString& value);
 
     private:
-        std::unique_ptr<HashItem>* place; // of the next one
+        std::unique_ptr<HashItem>* place; // of the next entry
     };
 
 private:
@@ -37,7 +40,7 @@ private:
 
     Link& Head(std::uint32_t bucket);
 
-    // Where the last search ended: in this bucket, behind this item (null for the head of the chain).
+    // Where the last search ended: in this bucket, after this item (null for the head of the chain).
     mutable std::uint32_t lastBucket = 0;
     mutable HashItem* previousItem = nullptr;
     std::unique_ptr<Link[]> heads; // kBucketCount, made with the first entry

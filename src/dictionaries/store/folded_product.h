@@ -1,5 +1,4 @@
-// The product of two words, folded into one: its upper half against its lower half. What the hash of the
-// index mixes with.
+// Mixes two words for the hash of the index.
 #pragma once
 
 #include "compiler.h"
@@ -8,6 +7,8 @@
 
 namespace kestrel_private {
 
+// The product of two words, its upper half folded onto its lower half by exclusive or. For compilers without
+// 128-bit integers.
 namespace plain {
 
 constexpr std::uint64_t FoldedProduct(std::uint64_t one, std::uint64_t other) {

@@ -25,8 +25,8 @@ std::uint64_t ReadShort(const char* bytes, std::size_t length) {
     return word;
 }
 
-// Over all bytes, unlike the hash of the buckets: two words at a time, the last ones overlapping what came
-// before them.
+// Of all bytes, unlike the hash of the buckets. Takes two words at a time; the last two may overlap those
+// before.
 std::uint64_t HashWhole(std::string_view key, std::uint64_t seed) {
     const char* bytes = key.data();
     const char* const end = bytes + key.size();
@@ -42,7 +42,7 @@ std::uint64_t HashWhole(std::string_view key, std::uint64_t seed) {
     return FoldedProduct(hash ^ secret, kMultiplier);
 }
 
-// What the author of a file cannot know, so that nobody can choose keys that all belong in one slot.
+// A number that the author of a file cannot know: nobody can choose keys that all belong in one slot.
 std::uint64_t NewSeed(const void* address) {
     const auto time = std::chrono::steady_clock::now().time_since_epoch().count();
     return FoldedProduct(static_cast<std::uint64_t>(time) ^ kMultiplier,

@@ -1,3 +1,4 @@
+// Finds ids by whole keys.
 #pragma once
 
 #include "dictionaries/store/text_column.h"
@@ -10,9 +11,10 @@
 
 namespace kestrel_private {
 
-// A table from whole keys to ids, made when the buckets of the store prove too long to scan. All that a
-// lookup needs of a key stands in one line of the processor's cache, with a copy of the key unless that is
-// long. It borrows the bytes of long keys and of the values. The first id given for a key stays.
+// A hash table from keys to ids, for buckets that are too long to search. A lookup reads one line of the
+// processor's cache for each key: it holds the id, where the value is, and a copy of the key unless the key
+// is long. The bytes of long keys and of values are borrowed. A key keeps the first id that it gets. Keys and
+// values have at most kLongestText bytes.
 class KeyIndex {
 public:
     struct Entry {
@@ -22,19 +24,21 @@ public:
 
     bool IsBuilt() const { return !slots.empty(); }
     void Clear();
-    // Room for `count` keys. Builds the table.
+    // Builds an empty table with room for `count` keys. On bad_alloc no table is built.
     void Start(std::size_t count);
+    // Does nothing for a key that is here already. On bad_alloc the key is not here. The table is built, here
+    // and in Find.
     void Insert(std::string_view key, const Entry& entry);
-    std::optional<Entry> Find(std::string_view key) const;
-    // The value of that entry changed; nothing happens when another id stands for the key, or none.
+    [[nodiscard]] std::optional<Entry> Find(std::string_view key) const;
+    // Replaces the value of a key. Does nothing when the key has another id, or the table is not built.
     void SetValue(std::string_view key, const Entry& entry);
 
 private:
-    static constexpr std::uint32_t kFree = 0xFFFFFFFF; // as many records there never are
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF; // more than there are records
 
     struct Slot {
         std::uint32_t record = kFree;
-        std::uint32_t tag = 0; // bits of the hash that did not choose the slot
+        std::uint32_t tag = 0; // the upper bits of the hash, which do not choose the slot
     };
 
     // One line of the cache.
@@ -47,7 +51,7 @@ private:
 
     private:
         union {
-            char copy[48]; // of a key that is no longer
+            char copy[48]; // of a key of up to this length
             const char* borrowed;
         };
         const std::uint8_t* value;
@@ -56,7 +60,7 @@ private:
     };
     static_assert(sizeof(Record) == 64);
 
-    // The slot of the key, or the free one where it belongs.
+    // The slot of the key, or the free slot where it belongs.
     std::size_t SlotFor(std::string_view key, std::uint64_t hash) const;
     void Resize(std::size_t slotCount);
 

@@ -1,3 +1,4 @@
+// Key texts, and the buckets of keys.
 #pragma once
 
 #include <cstddef>
@@ -9,14 +10,15 @@ namespace kestrel_private {
 
 inline constexpr std::uint32_t kBucketCount = 1021;
 
-// A key text `$$$/a/b=default` taken apart: the key is `/a/b`, the default text what follows the first `=`.
+// The parts of a key text. In `$$$/a/b=default` the key is `/a/b`, and the default text follows the first
+// `=`.
 template <class Char>
 struct KeyText {
     std::basic_string_view<Char> key;
-    std::basic_string_view<Char> defaultText;
+    std::basic_string_view<Char> defaultText; // its data is null when there is no `=`
 };
 
-// Nothing when the text begins with `$` but not with `$$$`.
+// Splits a key text; the parts borrow it. Nothing when it begins with `$` but not with `$$$`.
 template <class Char>
 std::optional<KeyText<Char>> SplitKeyText(std::basic_string_view<Char> text) {
     constexpr Char kMark = '$';
@@ -29,8 +31,8 @@ std::optional<KeyText<Char>> SplitKeyText(std::basic_string_view<Char> text) {
     return KeyText<Char>{text.substr(0, equals), text.substr(equals + 1)};
 }
 
-// The hash of a key. It samples a handful of bytes only, and compiled dictionaries bring their entries sorted
-// by it, so it stays as it is.
+// The hash of a key, below `modulus`.
+// Kept: it samples a handful of bytes. Compiled dictionaries have their entries sorted by it.
 inline std::uint32_t KeyHash(std::string_view key, std::uint32_t modulus) {
     const std::size_t step = key.size() < 5 ? 1 : key.size() / 5;
     std::uint32_t hash = 0;
@@ -40,6 +42,7 @@ inline std::uint32_t KeyHash(std::string_view key, std::uint32_t modulus) {
     return hash;
 }
 
+// The bucket of a key, below kBucketCount.
 inline std::uint32_t KeyBucket(std::string_view key) { return KeyHash(key, kBucketCount); }
 
 } // namespace kestrel_private

@@ -1,3 +1,4 @@
+// The bytes that handles to one text share.
 #pragma once
 
 #include "dictionaries/zstring/ref_count_obj.h"
@@ -8,17 +9,18 @@
 
 namespace kestrel_private {
 
-// The immutable bytes behind a ZString: UTF-16 units in native order, not terminated. The bytes are null when
-// there are none. Object and bytes are one block of memory.
+// UTF-16 units in the order of the machine, without a terminator. Object and bytes are one block of memory.
 class ByteRunValue : public RefCountObj {
 public:
-    // Copies `length` bytes. Like every shared object, the value begins without a reference.
+    // Makes a value with a copy of `length` bytes. It has no reference yet: the first handle adds one.
     static ByteRunValue* Copy(const void* bytes, std::uint32_t length);
-    // `length` bytes that the maker fills before anyone else sees them.
+    // Makes a value whose bytes are still to be filled, by FillBytes.
     static ByteRunValue* Make(std::uint32_t length);
     static void operator delete(void* memory) { ::operator delete(memory); }
 
+    // In bytes.
     std::uint32_t Length() const { return length; }
+    // Null when the length is 0.
     const std::byte* Bytes() const {
         return length == 0 ? nullptr : reinterpret_cast<const std::byte*>(this + 1);
     }

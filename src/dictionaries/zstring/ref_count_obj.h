@@ -1,11 +1,12 @@
+// Objects that are shared by counting references.
 #pragma once
 
 #include <cstdint>
 
 namespace kestrel_private {
 
-// A shared object that destroys itself when its last reference is released. Made with no reference at all.
-// Counts are plain: one thread at a time.
+// An object without a reference at first, which destroys itself when its last reference is released. The
+// count is not atomic: one thread at a time.
 class RefCountObj {
 public:
     RefCountObj() = default;
@@ -23,7 +24,7 @@ private:
     std::int32_t count = 0;
 };
 
-// One reference, held for as long as this handle lives.
+// A handle that holds one reference while it lives. The object is never null.
 template <class Object>
 class Reference {
 public:

@@ -77,8 +77,8 @@ TEST_F(Translation, ReplacesLoneSurrogates) {
 }
 
 TEST_F(Translation, RaisesACodeForADefaultThatIsNotUtf8) {
-    EXPECT_THROW(ZeveTranslate("$$$/a=\x80"), kestrel_private::ConversionCode);
-    EXPECT_THROW(ZeveTranslate("$$$/a=^0", 0, "\x80"), kestrel_private::ConversionCode);
+    EXPECT_THROW((void)ZeveTranslate("$$$/a=\x80"), kestrel_private::ConversionCode);
+    EXPECT_THROW((void)ZeveTranslate("$$$/a=^0", 0, "\x80"), kestrel_private::ConversionCode);
 }
 
 TEST_F(Translation, AddsOneKeyAndValue) {
@@ -125,8 +125,8 @@ TEST_F(Translation, LeavesNothingBehindWhenMemoryRunsOut) {
     Populate(u"$$$/a=^0 of ^1, a text that is too long for any small string\n");
     ForEveryFailingAllocation([] {
         try {
-            ZeveTranslate("$$$/a", {"1", "2"});
-            ZeveTranslate("$$$/none=another text that is too long for any small string");
+            (void)ZeveTranslate("$$$/a", {"1", "2"});
+            (void)ZeveTranslate("$$$/none=another text that is too long for any small string");
         } catch (const std::bad_alloc&) {
             // Nothing may be left behind, which the caller checks.
         }

@@ -93,7 +93,7 @@ TEST(ZString, DecodesBytes) {
 
 TEST(ZString, RaisesACodeForBytesThatAreNoText) {
     try {
-        ZString::FromBytes("a\x80", &kEncodingUtf8);
+        (void)ZString::FromBytes("a\x80", &kEncodingUtf8);
         FAIL();
     } catch (std::int32_t code) {
         EXPECT_EQ(code, 0x6875683F);
@@ -183,7 +183,7 @@ TEST(Substitute, RefusesAResultThatIsTooLong) {
     EXPECT_THROW(Substitute(string, 0, ZString(replacement)), std::bad_alloc);
     EXPECT_EQ(string.Text(), text);
     std::u16string output = u"older";
-    EXPECT_THROW(SubstituteText(text, 0, replacement, output), std::bad_alloc);
+    EXPECT_THROW((void)SubstituteText(text, 0, replacement, output), std::bad_alloc);
     EXPECT_EQ(output, u"older");
 }
 

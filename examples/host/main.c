@@ -136,7 +136,7 @@ static void RunMessageLoop(void) {
 
 /* For scripts: runs one workflow and returns the exit code. */
 static int RunForScript(HWND window, const struct Options* options) {
-    if (!WatchPanes(window, options->screenshotFolder, options->autoWalk)) {
+    if (!WatchPanes(window, options->screenshotFolder, options->autoWalk, options->presses)) {
         return EXIT_USAGE;
     }
     RunWorkflow(window, options->workflow);

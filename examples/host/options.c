@@ -4,11 +4,13 @@
 #include <wchar.h>
 
 static const char kUsage[] =
-    "usage: pavane-host [--workflow N] [--language xx_YY] [--screenshot-dir DIR] [--auto-walk]\n"
+    "usage: pavane-host [--workflow N] [--language xx_YY] [--screenshot-dir DIR]\n"
+    "                   [--auto-walk] [--press ID,...]\n"
     "  --workflow N          run workflow N, print its status and end; exit code 0 for status 0, else 1\n"
     "  --language xx_YY      the language of the dialogs, such as he_IL\n"
     "  --screenshot-dir DIR  with --workflow: save each pane and alert as DIR\\pane-1.png, pane-2.png, ...\n"
-    "  --auto-walk           with --workflow: press the default button of each pane until the run ends\n";
+    "  --auto-walk           with --workflow: press the default button of each pane until the run ends\n"
+    "  --press ID,...        as --auto-walk, but press the buttons of these ids first, one a pane\n";
 
 static bool Refuse(const char* why, const wchar_t* what) {
     fprintf(stderr, "pavane-host: %s: %ls\n%s", why, what, kUsage);
@@ -48,6 +50,11 @@ static bool ReadOption(const wchar_t* name, const wchar_t* value, struct Options
     }
     if (wcscmp(name, L"--screenshot-dir") == 0) {
         options->screenshotFolder = value;
+        return true;
+    }
+    if (wcscmp(name, L"--press") == 0) {
+        options->autoWalk = true;
+        options->presses = value;
         return true;
     }
     return Refuse("unknown option", name);

@@ -17,7 +17,8 @@ struct Options {
     uint16_t workflow;               /* 0: open the window and wait for the user */
     LANGID language;                 /* 0: that of the user interface */
     const wchar_t* screenshotFolder; /* null: take no pictures */
-    bool autoWalk;                   /* press the default button of each pane */
+    bool autoWalk;                   /* press a button of each pane until the run ends */
+    const wchar_t* presses;          /* ids of the first buttons to press; null: default ones only */
 };
 
 /* Returns false, after printing what is wrong to stderr. */

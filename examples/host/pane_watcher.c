@@ -21,6 +21,7 @@ static struct {
     HWND host;
     const wchar_t* folder;
     bool walk;
+    const wchar_t* presses; /* what is left of the list */
     Look seen;  /* at the latest look */
     Look saved; /* of the latest picture */
     int panes;
@@ -87,11 +88,23 @@ static void GiveUp(const char* why) {
     ExitProcess(EXIT_STUCK);
 }
 
-static void PressDefaultButton(HWND dialog) {
+/* The button of the next id in the list; of a list that has ended, the default one. */
+static HWND NextButton(HWND dialog) {
     HWND button = NULL;
+    if (gWatcher.presses && *gWatcher.presses) {
+        wchar_t* end;
+        button = GetDlgItem(dialog, (int)wcstol(gWatcher.presses, &end, 10));
+        gWatcher.presses = *end == L',' ? end + 1 : end;
+        return button && IsWindowVisible(button) ? button : NULL;
+    }
     EnumChildWindows(dialog, TakeDefaultButton, (LPARAM)&button);
+    return button;
+}
+
+static void PressNextButton(HWND dialog) {
+    const HWND button = NextButton(dialog);
     if (!button) {
-        GiveUp("no default button");
+        GiveUp("no button to press");
     }
     PostMessageW(button, BM_CLICK, 0, 0); /* posted: the click may open a dialog of its own */
 }
@@ -121,11 +134,11 @@ static void CALLBACK LookForPane(HWND window, UINT message, UINT_PTR timer, DWOR
         SavePane(dialog);
     }
     if (gWatcher.walk) {
-        PressDefaultButton(dialog);
+        PressNextButton(dialog);
     }
 }
 
-bool WatchPanes(HWND host, const wchar_t* folder, bool walk) {
+bool WatchPanes(HWND host, const wchar_t* folder, bool walk, const wchar_t* presses) {
     if (folder && !CreateDirectoryW(folder, NULL) && GetLastError() != ERROR_ALREADY_EXISTS) {
         fprintf(stderr, "pavane-host: cannot make the folder %ls\n", folder);
         return false;
@@ -133,6 +146,7 @@ bool WatchPanes(HWND host, const wchar_t* folder, bool walk) {
     gWatcher.host = host;
     gWatcher.folder = folder;
     gWatcher.walk = walk;
+    gWatcher.presses = presses;
     if (folder || walk) {
         SetTimer(host, kTimer, kMilliseconds, LookForPane);
     }

@@ -11,10 +11,11 @@
 /*
  * Watches the dialogs that `host` owns from now on, by a timer that fires in the modal loop of a run too.
  * Each pane that is shown, alerts too, is saved as pane-1.png, pane-2.png, ... in `folder` (NULL: no
- * pictures), which is created if it is missing. With `walk` the default button of each pane is pressed once.
- * The program ends with EXIT_STUCK when there is no such button, or no end. Returns false, with a line on
- * stderr, when the folder cannot be created.
+ * pictures), which is created if it is missing. With `walk` one button of each pane is pressed: that of the
+ * next id in `presses`, such as L"12,14,101", and after the last id (or if it is NULL) the default one. The
+ * program ends with EXIT_STUCK when there is no such button, or no end. Returns false, with a line on stderr,
+ * when the folder cannot be created.
  */
-bool WatchPanes(HWND host, const wchar_t* folder, bool walk);
+bool WatchPanes(HWND host, const wchar_t* folder, bool walk, const wchar_t* presses);
 
 #endif

@@ -14,15 +14,15 @@ is_at_end() {
 
 open_statement() {
     start_host --workflow 3 --language en_US
-    wait_until "the choice is shown" title_is "Getting Started: Privacy"
+    wait_until "the choice is shown" title_is "Getting started: Your privacy"
     wait_until "Continue has the focus" is_focused Continue
     press Return
-    wait_until "Enter leads to the statement" title_is "Getting Started: Privacy Statement"
+    wait_until "Enter leads to the statement" title_is "Getting started: Privacy statement"
     wait_until "the reader starts in the field" focus_is edit
 }
 
 start_host --workflow 3 --language en_US
-wait_until "the choice is shown" title_is "Getting Started: Privacy"
+wait_until "the choice is shown" title_is "Getting started: Your privacy"
 wait_until "Continue has the focus" is_focused Continue
 wait_until "Continue is the default button" is_default Continue
 shows Back && fail "the first pane offers Back"
@@ -37,10 +37,10 @@ for key in Escape Return; do
     press $key
     wait_until "$key closes the list" class_state_is combobox list closed
 done
-title_is "Getting Started: Privacy" || fail "a key of the list did more than close it"
+title_is "Getting started: Your privacy" || fail "a key of the list did more than close it"
 press End
 press Return
-wait_until "Enter leads to the statement" title_is "Getting Started: Privacy Statement"
+wait_until "Enter leads to the statement" title_is "Getting started: Privacy statement"
 wait_until "the reader starts in the field" focus_is edit
 wait_until "Arabic is shown from right to left" class_state_is edit direction rtl
 
@@ -56,7 +56,7 @@ press Tab
 wait_until "Tab leaves the field" is_focused Back
 wait_until "Accept is no longer drawn as the default one" is_no_default Accept
 press space
-wait_until "Space presses Back" title_is "Getting Started: Privacy"
+wait_until "Space presses Back" title_is "Getting started: Your privacy"
 wait_until "Continue has the focus" is_focused Continue
 press Tab
 wait_until "Tab leads to Cancel" is_focused Cancel
@@ -64,7 +64,7 @@ press Tab
 wait_until "Tab leads to the languages" focus_is combobox
 press Home
 press Return
-wait_until "Enter leads to the statement again" title_is "Getting Started: Privacy Statement"
+wait_until "Enter leads to the statement again" title_is "Getting started: Privacy statement"
 wait_until "the reader starts in the field" focus_is edit
 wait_until "English is shown from left to right" class_state_is edit direction ltr
 wait_until "the statement starts at its first line" is_at_top

@@ -3,7 +3,7 @@
 . "$(dirname "$0")/support/drive.sh"
 
 start_host --workflow 1 --language en_US
-wait_until "Welcome is shown" title_is "Getting Started: Welcome"
+wait_until "Welcome is shown" title_is "Getting started: Welcome"
 wait_until "Continue has the focus" is_focused Continue
 wait_until "Continue is the default button" is_default Continue
 shows Back && fail "the first pane offers Back"
@@ -18,26 +18,26 @@ press shift+Tab
 wait_until "Shift+Tab leads to Continue" is_focused Continue
 
 press Return
-wait_until "Enter leads to Highlights" title_is "Getting Started: Highlights"
+wait_until "Enter leads to Highlights" title_is "Getting started: What to expect"
 wait_until "Continue has the focus again" is_focused Continue
 press shift+Tab
 wait_until "Shift+Tab leads to Back" is_focused Back
 press space
-wait_until "Space presses Back" title_is "Getting Started: Welcome"
+wait_until "Space presses Back" title_is "Getting started: Welcome"
 
 wait_until "Continue has the focus" is_focused Continue
 press Return
-wait_until "Enter leads to Highlights" title_is "Getting Started: Highlights"
+wait_until "Enter leads to Highlights" title_is "Getting started: What to expect"
 wait_until "Continue has the focus" is_focused Continue
 press space
-wait_until "Space leads to Ready" title_is "Getting Started: Ready"
+wait_until "Space leads to Ready" title_is "Getting started: Everything is ready"
 wait_until "Done has the focus" is_focused Done
 wait_until "Done is the default button" is_default Done
 
 press Escape
 wait_until "Esc asks whether to quit" title_is "Quit"
 press Escape
-wait_until "Esc stays" title_is "Getting Started: Ready"
+wait_until "Esc stays" title_is "Getting started: Everything is ready"
 wait_until "Done has the focus after the alert" is_focused Done
 press Escape
 wait_until "Esc asks again" title_is "Quit"
@@ -45,7 +45,7 @@ wait_until "Quit has the focus in the alert" is_focused Quit
 press Tab
 wait_until "Tab leads to Stay" is_focused Stay
 press space
-wait_until "Space presses Stay" title_is "Getting Started: Ready"
+wait_until "Space presses Stay" title_is "Getting started: Everything is ready"
 press Escape
 wait_until "Esc asks once more" title_is "Quit"
 press Return

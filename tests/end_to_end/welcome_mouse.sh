@@ -5,19 +5,19 @@
 start_host --workflow 1 --language en_US
 wait_until "Welcome is shown" shows "Learn more"
 click Continue
-wait_until "Highlights is shown" title_is "Getting Started: Highlights"
+wait_until "Highlights is shown" title_is "Getting started: What to expect"
 wait_until "the pane before is gone" shows_no_more "Learn more"
 wait_until "the buttons are in order" left_of Back Continue Quit
 click Back
-wait_until "Back leads to Welcome" title_is "Getting Started: Welcome"
+wait_until "Back leads to Welcome" title_is "Getting started: Welcome"
 click Continue
-wait_until "Highlights is shown again" title_is "Getting Started: Highlights"
+wait_until "Highlights is shown again" title_is "Getting started: What to expect"
 click Quit
 wait_until "Quit asks" title_is "Quit"
 click Stay
-wait_until "Stay stays" title_is "Getting Started: Highlights"
+wait_until "Stay stays" title_is "Getting started: What to expect"
 click Continue
-wait_until "Ready is shown" title_is "Getting Started: Ready"
+wait_until "Ready is shown" title_is "Getting started: Everything is ready"
 wait_until "Ready offers no Continue" shows_no_more Continue
 click Done
 host_ends 0 "status 0x0000"

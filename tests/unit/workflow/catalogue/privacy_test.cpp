@@ -84,18 +84,18 @@ protected:
         });
     }
     static void ThenExpectChoose() {
-        ThenExpectPane(u"Getting Started: Privacy", {kLanguagePopup, kContinueButton, kCancelButton},
+        ThenExpectPane(u"Getting started: Your privacy", {kLanguagePopup, kContinueButton, kCancelButton},
                        {kBackButton, kAcceptButton, kDeclineButton, kReturnButton, kLeftToRightField,
                         kRightToLeftField});
     }
     static void ThenExpectStatement(std::uint16_t field = kLeftToRightField) {
         const std::uint16_t other = field == kLeftToRightField ? kRightToLeftField : kLeftToRightField;
-        ThenExpectPane(u"Getting Started: Privacy Statement",
+        ThenExpectPane(u"Getting started: Privacy statement",
                        {field, kBackButton, kAcceptButton, kDeclineButton, kCancelButton},
                        {other, kLanguagePopup, kContinueButton, kReturnButton});
     }
     static void ThenExpectMissing() {
-        ThenExpectPane(u"Getting Started: Privacy Statement", {kReturnButton, kCancelButton},
+        ThenExpectPane(u"Getting started: This statement cannot be shown", {kReturnButton, kCancelButton},
                        {kBackButton, kAcceptButton, kDeclineButton, kContinueButton, kLanguagePopup,
                         kLeftToRightField, kRightToLeftField});
     }
@@ -446,7 +446,7 @@ TEST_F(Privacy, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
     }
 }
 
-TEST_F(Privacy, TheButtonsOfAPaneAreSideBySide) {
+TEST_F(Privacy, TheButtonsOfAPaneAreSideBySideWithBackApart) {
     const auto expectOrder = [](std::vector<std::uint16_t> ids, bool isMirrored) {
         Then([ids, isMirrored] {
             for (std::size_t i = 1; i < ids.size(); ++i) {
@@ -462,7 +462,12 @@ TEST_F(Privacy, TheButtonsOfAPaneAreSideBySide) {
         const bool isMirrored = IsRightToLeft(language);
         SetLanguage(language);
         expectOrder({kContinueButton, kCancelButton}, isMirrored);
-        expectOrder({kBackButton, kAcceptButton, kDeclineButton, kCancelButton}, isMirrored);
+        expectOrder({kAcceptButton, kDeclineButton, kCancelButton}, isMirrored);
+        Then([isMirrored] {
+            const auto& back = Control(kBackButton)->frame;
+            EXPECT_EQ(back.top, Control(kAcceptButton)->frame.top);
+            EXPECT_EQ(isMirrored ? 560 - back.right : back.left, 28) << "at the edge of the column";
+        });
         expectOrder({kReturnButton, kCancelButton}, isMirrored);
         ThenPress(kCancelButton);
         Run();
@@ -479,7 +484,10 @@ TEST_F(Privacy, ATourVisitsThePanesInOrder) {
     ThenPress(kAcceptButton);
     ThenExpectMissing();
     ThenPress(kReturnButton);
-    Then([] { EXPECT_EQ(zeve::platform::TextOf(TopDialog()), u"Getting Started: Privacy"); });
+    Then([] {
+        EXPECT_EQ(zeve::platform::TextOf(TopDialog()),
+                  u"Getting started: There is no privacy statement to show");
+    });
     ThenPress(kCancelButton);
     EXPECT_TRUE(workFlow.Run(true));
     EXPECT_TRUE(System().script.empty());
@@ -570,7 +578,8 @@ TEST_F(PrivacyFiles, AnEmptyLanguageListHasAPaneOfItsOwn) {
         WriteList(bytes);
         Select("en_US");
         Then([] {
-            EXPECT_EQ(zeve::platform::TextOf(TopDialog()), u"Getting Started: Privacy");
+            EXPECT_EQ(zeve::platform::TextOf(TopDialog()),
+                      u"Getting started: There is no privacy statement to show");
             EXPECT_TRUE(IsControlShown(kCancelButton));
             EXPECT_EQ(Control(kCancelButton)->style, 0x50010001u);
             for (const std::uint16_t id : {kContinueButton, kBackButton, kAcceptButton, kDeclineButton,

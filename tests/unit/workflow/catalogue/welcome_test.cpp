@@ -51,13 +51,13 @@ protected:
             for (std::uint16_t id : hidden) EXPECT_FALSE(IsControlShown(id)) << id;
         });
     }
-    static void ThenExpectWelcome(std::u16string title = u"Getting Started: Welcome") {
+    static void ThenExpectWelcome(std::u16string title = u"Getting started: Welcome") {
         ThenExpectPane(title, kLearnMoreButton, {kBackButton, kDoneButton, kStepsPicture});
     }
-    static void ThenExpectHighlights(std::u16string title = u"Getting Started: Highlights") {
+    static void ThenExpectHighlights(std::u16string title = u"Getting started: What to expect") {
         ThenExpectPane(title, kStepsPicture, {kDoneButton, kLearnMoreButton});
     }
-    static void ThenExpectReady(std::u16string title = u"Getting Started: Ready") {
+    static void ThenExpectReady(std::u16string title = u"Getting started: Everything is ready") {
         ThenExpectPane(title, kDoneButton, {kContinueButton, kStepsPicture, kLearnMoreButton});
     }
 

@@ -29,6 +29,11 @@ std::vector<std::string> LinesOf(const std::string& text) {
 // A heading is no paragraph: only what ends as a sentence does counts.
 bool IsParagraph(const std::string& line) { return line.ends_with(".") || line.ends_with("。"); }
 
+// The headings of the sections begin with their number.
+bool IsHeading(const std::string& line) {
+    return !line.empty() && std::isdigit(static_cast<unsigned char>(line[0])) != 0;
+}
+
 std::string ReadStatement(const std::string& locale) {
     return ReadText(kSources / "statements" / (locale + ".txt"));
 }
@@ -88,11 +93,23 @@ TEST_P(ShippedStatements, HaveTheShapeOfTheEnglishOne) {
     const std::vector<std::string> english = LinesOf(ReadStatement("en_US"));
     ASSERT_EQ(lines.size(), english.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        EXPECT_EQ(lines[i].empty(), i % 2 == 1) << "line " << i + 1;
+        EXPECT_EQ(lines[i].empty(), english[i].empty()) << "line " << i + 1;
         EXPECT_EQ(IsParagraph(lines[i]), IsParagraph(english[i])) << "line " << i + 1;
-        EXPECT_EQ(std::isdigit(static_cast<unsigned char>(lines[i][0])) != 0,
-                  std::isdigit(static_cast<unsigned char>(english[i][0])) != 0)
-            << "line " << i + 1;
+        EXPECT_EQ(IsHeading(lines[i]), IsHeading(english[i])) << "line " << i + 1;
+    }
+}
+
+// The field shows plain text, so blank lines are what can set a heading apart.
+TEST_P(ShippedStatements, HaveOneBlankLineBetweenParagraphsAndTwoAboveHeadings) {
+    const std::vector<std::string> lines = LinesOf(ReadStatement(GetParam()));
+    std::size_t blankLines = 0;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        if (lines[i].empty()) {
+            ++blankLines;
+            continue;
+        }
+        EXPECT_EQ(blankLines, IsHeading(lines[i]) ? 2u : 1u) << "line " << i + 1;
+        blankLines = 0;
     }
 }
 

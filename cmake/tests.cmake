@@ -88,6 +88,7 @@ if(WIN32 AND NOT PAVANE_TWINS)
 else()
     pavane_test_folders(unit)
     pavane_test_folders(platform)
+    include(cmake/tutorial.cmake)
 endif()
 
 # The tests of compiled dictionaries write their own.

@@ -15,7 +15,7 @@ is_at_end() {
 open_statement() {
     start_host --workflow 3 --language en_US
     wait_until "the choice is shown" title_is "Getting started: Your privacy"
-    wait_until "Continue has the focus" is_focused Continue
+    wait_until "the languages have the focus" focus_is combobox
     press Return
     wait_until "Enter leads to the statement" title_is "Getting started: Privacy statement"
     wait_until "the reader starts in the field" focus_is edit
@@ -23,9 +23,11 @@ open_statement() {
 
 start_host --workflow 3 --language en_US
 wait_until "the choice is shown" title_is "Getting started: Your privacy"
-wait_until "Continue has the focus" is_focused Continue
+wait_until "the languages have the focus" focus_is combobox
 wait_until "Continue is the default button" is_default Continue
 shows Back && fail "the first pane offers Back"
+press Tab
+wait_until "Tab leads to Continue" is_focused Continue
 press Tab
 wait_until "Tab leads to Cancel" is_focused Cancel
 press Tab
@@ -50,18 +52,14 @@ xdotool keyup shift
 press Tab
 wait_until "Tab reaches the field" focus_is edit
 wait_until "Tab selects nothing" class_state_is edit selection 0-0
-wait_until "the default button is Accept there" is_default Accept
-wait_until "no other button is drawn as the default one" is_no_default Cancel
+for button in Back Accept Decline Cancel; do
+    wait_until "$button is not the default button" is_no_default "$button"
+done
 press Tab
 wait_until "Tab leaves the field" is_focused Back
-wait_until "Accept is no longer drawn as the default one" is_no_default Accept
 press space
 wait_until "Space presses Back" title_is "Getting started: Your privacy"
-wait_until "Continue has the focus" is_focused Continue
-press Tab
-wait_until "Tab leads to Cancel" is_focused Cancel
-press Tab
-wait_until "Tab leads to the languages" focus_is combobox
+wait_until "the languages have the focus again" focus_is combobox
 press Home
 press Return
 wait_until "Enter leads to the statement again" title_is "Getting started: Privacy statement"
@@ -75,7 +73,12 @@ press ctrl+End
 wait_until "Ctrl+End goes to the end" is_at_end
 press ctrl+Home
 wait_until "Ctrl+Home goes to the top" is_at_top
-press Return
+press Return # answers nothing: the run goes on
+press Tab
+wait_until "Tab leads to Back" is_focused Back
+press Tab
+wait_until "Tab leads to Accept" is_focused Accept
+press space
 host_ends 0 "status 0x0000"
 
 open_statement
@@ -93,6 +96,6 @@ press Escape
 host_ends 1 "status 0x8902"
 
 start_host --workflow 3 --language en_US
-wait_until "the choice is shown" is_focused Continue
+wait_until "the choice is shown" focus_is combobox
 press Escape
 host_ends 1 "status 0x8902"

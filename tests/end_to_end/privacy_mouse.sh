@@ -6,6 +6,9 @@ has_a_field() { [ -n "$(state_of_class edit direction)" ]; }
 has_no_field() { has_a_dialog && ! has_a_field; }
 is_scrolled() { [ "$(state_of_class edit line | cut -d/ -f1)" -gt 0 ]; }
 
+locales=$("$(dirname "$0")/../../scripts/locales")
+hebrew=$(($(echo "$locales" | grep -n he_IL | cut -d: -f1) - 1)) # its row in the list
+
 start_host --workflow 3 --language en_US
 wait_until "the choice is shown" shows Continue
 wait_until "there is no field on the first pane" has_no_field
@@ -22,8 +25,8 @@ wait_until "Back leads to the choice" shows Continue
 wait_until "the field is gone" has_no_field
 click_class combobox
 wait_until "a click opens the list" class_state_is combobox list open
-click_class combobox $((10 + 4 * $(state_of_class combobox row_height) + 6)) # the fifth row below the field
-wait_until "a click chooses from it" class_state_is combobox row 4/6
+click_class combobox $((10 + hebrew * $(state_of_class combobox row_height) + 6)) # the rows begin below the field
+wait_until "a click chooses from it" class_state_is combobox row "$hebrew/$(echo "$locales" | wc -l)"
 click Continue
 wait_until "the statement is shown" has_a_field
 wait_until "Hebrew is shown from right to left" class_state_is edit direction rtl

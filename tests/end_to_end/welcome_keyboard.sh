@@ -41,12 +41,14 @@ wait_until "Esc stays" title_is "Getting started: Everything is ready"
 wait_until "Done has the focus after the alert" is_focused Done
 press Escape
 wait_until "Esc asks again" title_is "Quit"
-wait_until "Quit has the focus in the alert" is_focused Quit
-press Tab
-wait_until "Tab leads to Stay" is_focused Stay
-press space
-wait_until "Space presses Stay" title_is "Getting started: Everything is ready"
+wait_until "Stay has the focus in the alert" is_focused Stay
+wait_until "Stay is the default button" is_default Stay
+press Return
+wait_until "Enter stays" title_is "Getting started: Everything is ready"
 press Escape
 wait_until "Esc asks once more" title_is "Quit"
-press Return
+wait_until "Stay has the focus again" is_focused Stay
+press Tab
+wait_until "Tab leads to Quit" is_focused Quit
+press space
 host_ends 1 "status 0x8901"

@@ -22,8 +22,8 @@ static struct {
     const wchar_t* folder;
     bool walk;
     const wchar_t* presses; /* what is left of the list */
-    Look seen;  /* at the latest look */
-    Look saved; /* of the latest picture */
+    Look seen;              /* at the latest look */
+    Look saved;             /* of the latest picture */
     int panes;
 } gWatcher;
 

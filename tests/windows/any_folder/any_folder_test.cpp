@@ -109,7 +109,8 @@ TEST(AnyFolder, ARenamedLibraryFindsItsResourcesAndRuns) {
               PAVANE_SUCCESS);
     EXPECT_EQ(RunWelcome(library), PAVANE_SUCCESS);
     EXPECT_EQ(gWalk.titlesSeen, 3);
-    EXPECT_EQ(gWalk.lastTitle, L"Getting started: Everything is ready") << "worded by the dictionary of that folder";
+    EXPECT_EQ(gWalk.lastTitle, L"Getting started: Everything is ready")
+        << "worded by the dictionary of that folder";
 
     files::remove(installation.Resources() / "welcome.exv");
     EXPECT_EQ(RunWelcome(library), PAVANE_EXCEPTION) << "it looks nowhere else";

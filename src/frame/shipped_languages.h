@@ -1,4 +1,4 @@
-// The languages that are shipped: the rows of resources/languages, as the program knows them.
+// The languages that are shipped: the rows of resources/languages as a table in the program.
 #pragma once
 
 #include <span>
@@ -11,11 +11,11 @@ struct ShippedLanguage {
     bool isRightToLeft;      // its lines begin on the right
 };
 
-// All of them, in the order of the table. The build writes the table, so a new language needs no change here.
-// Any thread may read it at any time.
-std::span<const ShippedLanguage> ShippedLanguages() noexcept;
+// Returns all of them in the order of that file. The build writes the table, so a new language needs no
+// change here. Any thread.
+[[nodiscard]] std::span<const ShippedLanguage> ShippedLanguages() noexcept;
 
-// The language whose locale is exactly this text, or null.
-const ShippedLanguage* FindShippedLanguage(std::string_view locale) noexcept;
+// Returns the language with exactly this locale, or null.
+[[nodiscard]] const ShippedLanguage* FindShippedLanguage(std::string_view locale) noexcept;
 
 } // namespace brixen::pvn

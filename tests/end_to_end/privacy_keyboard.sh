@@ -5,7 +5,7 @@
 first_line() { state_of_class edit line | cut -d/ -f1; }
 is_scrolled() { [ "$(first_line)" -gt 0 ]; }
 is_at_top() { [ "$(first_line)" = 0 ]; }
-# The last line is in the field: it shows fewer lines than are left behind the first visible one.
+# The last line is visible: the field shows at least 20 lines from the first visible one.
 is_at_end() {
     local line
     line=$(state_of_class edit line)
@@ -31,7 +31,7 @@ wait_until "Tab leads to Continue" is_focused Continue
 press Tab
 wait_until "Tab leads to Cancel" is_focused Cancel
 press Tab
-wait_until "Tab goes round to the languages" focus_is combobox
+wait_until "Tab wraps to the languages" focus_is combobox
 wait_until "the default button is Continue there" is_default Continue
 for key in Escape Return; do
     press F4

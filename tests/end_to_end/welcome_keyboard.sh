@@ -11,9 +11,9 @@ shows Back && fail "the first pane offers Back"
 press Tab
 wait_until "Tab leads to Quit" is_focused Quit
 press Tab
-wait_until "Tab goes round to the first control" is_focused "Learn more"
+wait_until "Tab wraps to the first control" is_focused "Learn more"
 press shift+Tab
-wait_until "Shift+Tab goes back round" is_focused Quit
+wait_until "Shift+Tab wraps back" is_focused Quit
 press shift+Tab
 wait_until "Shift+Tab leads to Continue" is_focused Continue
 

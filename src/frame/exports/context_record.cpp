@@ -24,7 +24,7 @@ Status MakeContext(std::int32_t hostApp, std::uint32_t hostOptions) noexcept {
 
 namespace {
 
-// Intentional: the status is ignored, since the context goes in any case.
+// Intentional: the status is ignored, because the context is freed in any case.
 void ShutDownResources() noexcept {
     static_cast<void>(StatusAtBoundary([] {
         GetLaunchers().shutDownResources();

@@ -9,8 +9,8 @@
 namespace brixen::pvn {
 
 // Fills a bag, runs the workflow in `language`, and frames the run in the log. Any exception becomes
-// kStatusException; the log has its End line on that path too. Needs a context. `parentWindow` goes into the
-// bag as it is.
+// kStatusException; the log has its End line on that path too. Needs a context. `parentWindow` is put
+// into the bag unchanged.
 [[nodiscard]] Status LaunchWorkflow(const WorkflowRow& workflow, const std::string& language,
                                     void* parentWindow) noexcept;
 

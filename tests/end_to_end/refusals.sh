@@ -5,4 +5,5 @@
 for workflow in 2 4 5 6 65535; do
     start_host --workflow "$workflow"
     host_ends 1 "status 0x8106"
+    host_said "line: 394, value: 33030" # the line of the log beside the status
 done

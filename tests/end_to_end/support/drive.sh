@@ -34,8 +34,13 @@ host_ends() {
     wait "$hostProcess" || code=$?
     hostProcess=
     [ "$code" = "$1" ] || fail "the host ended with $code instead of $1: $(cat "$output")"
-    grep -qF "$2" "$output" || fail "the host did not say '$2' but: $(cat "$output")"
-    echo "ok: the host ended with '$2'"
+    host_said "$2"
+}
+
+# host_said TEXT: the host has printed TEXT.
+host_said() {
+    grep -qF "$1" "$output" || fail "the host did not say '$1' but: $(cat "$output")"
+    echo "ok: the host said '$1'"
 }
 
 # One write, so that a reader that stops early does not break the pipe.

@@ -1,8 +1,8 @@
 #include "toolkit/dialog/zeve_generator.h"
 
 #include "toolkit/boxes/box_makers.h"
-#include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"

@@ -50,9 +50,9 @@ private:
 };
 
 // Makes `call` inside the context. A null or false result, also of an isolation that fails, leaves its reason
-// as the last error.
+// as the last error. Throws what the call throws.
 template <class Call>
-auto IsolatedCall(Call call) noexcept {
+auto IsolatedCall(Call call) {
     using Result = decltype(call());
     if (!PrepareIsolation()) return Result();
     ActiveContext context;

@@ -32,7 +32,7 @@ void Invalidate(NativeWindow window) noexcept {
     if (window != nullptr) InvalidateRect(Handle(window), nullptr, TRUE);
 }
 
-void PaintFace(NativeWindow window) noexcept {
+void PaintFace(NativeWindow window) {
     const Painting painting(Handle(window));
     if (painting.Device() != nullptr) FillWithFace(painting.Device(), painting.Area());
 }

@@ -21,17 +21,17 @@ Rectangle FromSystem(const RECT& area) { return {area.left, area.top, area.right
 
 class InputContext {
 public:
-    explicit InputContext(HWND window) : fWindow(window), fContext(ImmGetContext(window)) {}
+    explicit InputContext(HWND ofWindow) : window(ofWindow), context(ImmGetContext(ofWindow)) {}
     InputContext(const InputContext&) = delete;
     InputContext& operator=(const InputContext&) = delete;
     ~InputContext() {
-        if (fContext != nullptr) ImmReleaseContext(fWindow, fContext);
+        if (context != nullptr) ImmReleaseContext(window, context);
     }
-    HIMC Get() const { return fContext; }
+    HIMC Get() const { return context; }
 
 private:
-    HWND fWindow;
-    HIMC fContext;
+    HWND window;
+    HIMC context;
 };
 
 bool IsOfClass(HWND window, const wchar_t* className) noexcept {

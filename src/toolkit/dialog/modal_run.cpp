@@ -8,7 +8,6 @@
 #include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
 
-#include <exception>
 #include <optional>
 #include <utility>
 
@@ -69,20 +68,12 @@ public:
         while (run != nullptr && run->dialog != &wanted) run = run->outer;
         return run;
     }
-    ModalRun* Outer() const { return outer; }
     ModalRun& Outermost() { return outer != nullptr ? outer->Outermost() : *this; }
 
     void End(std::int32_t newCode) {
         code = newCode;
         platform::WakeLoop();
     }
-    // The first exception counts.
-    void EndByException(std::exception_ptr exception) {
-        if (!failure) failure = std::move(exception);
-        End(kEndNegative);
-    }
-
-    bool HasFailed() const { return failure != nullptr; }
     bool HasOuterEnded() const { return outer != nullptr && outer->HasEnded(); }
     bool HasEnded() const { return code || quitOfHost || HasOuterEnded(); }
     bool IsPositive() const { return code == kEndPositive && !quitOfHost && !HasOuterEnded(); }
@@ -91,7 +82,7 @@ public:
         if (const std::optional<std::int32_t> quit = platform::TakePendingQuit()) CancelAllForQuit(*quit);
     }
 
-    // Throws what the owner's window procedure throws.
+    // Throws what window procedures of the host throw.
     void ShowAndHandleMessages(NativeWindow window, NativeWindow parent) {
         owner.Disable(platform::OwnerOfDialog(parent));
         ThrowKeptException(); // the owner may be a dialog of ours
@@ -101,10 +92,6 @@ public:
         }
         while (CanWait(window)) HandleOneMessage(window);
         owner.GiveBack();
-    }
-
-    void ThrowFailure() {
-        if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
     }
 
     // What the destructor does, also called where none will run.
@@ -126,17 +113,13 @@ private:
         return !HasEnded();
     }
 
+    // Throws what a window procedure of the host throws.
     void HandleOneMessage(NativeWindow window) {
-        try {
-            std::int32_t quitCode = 0;
-            switch (platform::HandleNextMessage(window, quitCode)) {
-            case platform::LoopStep::kHandled: break;
-            case platform::LoopStep::kQuit: CancelAllForQuit(quitCode); break;
-            case platform::LoopStep::kFailed: End(kEndNegative); break;
-            }
-        } catch (...) {
-            // The procedures of our windows let nothing out, so this is the host's.
-            Outermost().EndByException(std::current_exception());
+        std::int32_t quitCode = 0;
+        switch (platform::HandleNextMessage(window, quitCode)) {
+        case platform::LoopStep::kHandled: break;
+        case platform::LoopStep::kQuit: CancelAllForQuit(quitCode); break;
+        case platform::LoopStep::kFailed: End(kEndNegative); break;
         }
     }
 
@@ -146,7 +129,6 @@ private:
     ModalRun* outer;
     std::optional<std::int32_t> code;       // set once the run has ended by itself
     std::optional<std::int32_t> quitOfHost; // of the outermost run alone
-    std::exception_ptr failure;
     DisabledOwner owner;
 };
 
@@ -175,7 +157,6 @@ bool RunModally(DialogLink& dialog, NativeWindow parent) {
     // The host may have ended the run, or closed the window, just now.
     if (run.HasEnded() || !platform::IsWindowAlive(window)) return run.IsPositive();
     run.ShowAndHandleMessages(window, parent);
-    run.ThrowFailure();
     ThrowKeptException();
     return run.IsPositive();
 }
@@ -184,19 +165,11 @@ bool IsModalRunUnderWay() noexcept { return gToolkit.innermostRun != nullptr; }
 
 bool IsRunning(const DialogLink& dialog) noexcept { return RunOf(dialog) != nullptr; }
 
-bool IsModalRunFailing() noexcept {
-    for (const ModalRun* run = gToolkit.innermostRun; run != nullptr; run = run->Outer())
-        if (run->HasFailed()) return true;
-    return false;
-}
-
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
     if (ModalRun* run = RunOf(dialog)) run->End(code);
 }
 
-void EndRunByException(const DialogLink* dialog) noexcept {
-    ModalRun* run = dialog != nullptr ? RunOf(*dialog) : nullptr;
-    if (run != nullptr && run != gToolkit.innermostRun) return run->EndByException(std::current_exception());
+void EndInnermostRunByException() noexcept {
     KeepException();
     if (gToolkit.innermostRun != nullptr) gToolkit.innermostRun->End(kEndNegative);
 }

@@ -29,23 +29,21 @@ inline constexpr std::int32_t kEndPositive = 1;
 // - A quit message that the loop meets is the host's: all runs end with kEndNegative, and the outermost posts
 // it
 //   again when it returns.
-// - Throws what the callback throws, also out of a window procedure. The outermost run throws what a window
-//   procedure of the host lets out of a message that any of the loops dispatches; the inner ones return
-//   false.
+// - Throws what the callback throws, also out of a window procedure, and what a window procedure of the host
+// lets out
+//   of a message that the loop dispatches. An exception of a dialog below comes out of the innermost run
+//   first.
 [[nodiscard]] bool RunModally(DialogLink& dialog, NativeWindow parent);
 
 [[nodiscard]] bool IsModalRunUnderWay() noexcept;
 [[nodiscard]] bool IsRunning(const DialogLink& dialog) noexcept;
-// Whether a run has ended by an exception that it has not thrown yet.
-[[nodiscard]] bool IsModalRunFailing() noexcept;
 
 // Ends the dialog's run, and first those above it. The last code counts. Does nothing for a dialog without a
 // run.
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept;
-// Call it inside a catch block of a window procedure of that dialog, or of a control of it; null if there is
-// none any more. Keeps the exception in flight for whom it belongs to, and ends the run: the dialog's own run
-// throws it where another run is above that, otherwise whoever throws what is kept (see kept_exception.h).
-void EndRunByException(const DialogLink* dialog) noexcept;
+// Call it inside a catch block of a window procedure. Keeps the exception in flight (see kept_exception.h)
+// and ends the innermost run, which throws it.
+void EndInnermostRunByException() noexcept;
 
 // For a stack that was left without destructors: as if all runs had returned. Owners are enabled again, and a
 // quit message of the host is posted again. The objects of the runs must still be in memory.

@@ -47,7 +47,7 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
     if (dialog == nullptr) return platform::DefaultAnswer(window, message, wparam, lparam);
     if (message == kMessageWindowGone) EndRun(*dialog, kEndNegative);
     // After an exception the host hears nothing more until it was thrown to whom it belongs.
-    if (dialog->callback == nullptr || IsExceptionKept() || IsModalRunFailing()) {
+    if (dialog->callback == nullptr || IsExceptionKept()) {
         return AnswerOfSystem(window, message, wparam, lparam);
     }
 
@@ -75,7 +75,7 @@ std::intptr_t KeepingExceptions(NativeWindow window, std::uint32_t message, std:
                                 std::intptr_t lparam, Answer answer) noexcept try {
     return answer(window, message, wparam, lparam);
 } catch (...) {
-    EndRunByException(DialogOfWindow(platform::TopLevelOf(window)));
+    EndInnermostRunByException();
     return AnswerAfterException(window, message, wparam, lparam);
 }
 

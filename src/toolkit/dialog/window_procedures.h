@@ -1,6 +1,7 @@
 // The three window procedures of the toolkit: the platform's trampolines pass each message to one of them.
 //
-// None lets an exception out: it is kept, and ends a modal run (see EndRunByException in modal_run.h).
+// None lets an exception out: it is kept, and ends a modal run (see EndInnermostRunByException in
+// modal_run.h).
 #pragma once
 
 #include "toolkit/platform/native_types.h"

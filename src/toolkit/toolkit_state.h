@@ -13,6 +13,7 @@
 namespace brixen::zeve {
 
 struct DialogLink;
+class DpiUnawareScope;
 class ModalRun;
 
 struct FontFaces {
@@ -32,9 +33,10 @@ struct ToolkitState {
     NativeModule richEdit = nullptr; // null after it was freed
 
     KeywordTable keywords;
-    std::vector<DialogLink*> dialogs; // see toolkit/dialog/dialog_registry.h
-    ModalRun* innermostRun = nullptr; // on the stack of its caller
-    std::exception_ptr keptException; // see toolkit/kept_exception.h
+    std::vector<DialogLink*> dialogs;             // see toolkit/dialog/dialog_registry.h
+    ModalRun* innermostRun = nullptr;             // on the stack of its caller
+    DpiUnawareScope* innermostDpiScope = nullptr; // on a stack likewise
+    std::exception_ptr keptException;             // see toolkit/kept_exception.h
 
     std::uint16_t lastViewId = 10000; // of a view or sub control; wraps around silently
     std::string languageInfo;         // of the view prepared last

@@ -2,6 +2,7 @@
 
 #include "frame/exception_boundary.h"
 #include "frame/status.h"
+#include "toolkit/dialog/dpi_unaware_scope.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/resources/resource_layer.h"
@@ -27,6 +28,7 @@ std::uint16_t RunInside(T_StorageInterface& bag, WorkFlowMaker make) {
     PVNWorkFlowContext context(bag);
     // The result until the run sets another one.
     SetLong(context, PvnWFKey_WorkFlowResult, kStatusUserCancel);
+    const zeve::DpiUnawareScope scope; // before anything is measured, and until Cleanup
     const auto workFlow = make(context);
     const std::uint16_t status = workFlow->Run(false) ? kStatusSuccess : StoredResult(context);
     ShutDownResources();

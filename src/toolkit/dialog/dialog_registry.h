@@ -1,4 +1,5 @@
-// ZeveDialogRegistry: all live dialogs of the process, so that a window procedure finds the dialog of its window.
+// ZeveDialogRegistry: all live dialogs of the process, so that a window procedure finds the dialog of its
+// window.
 #pragma once
 
 #include "toolkit/platform/native_types.h"

@@ -1,7 +1,7 @@
 #include "toolkit/dialog/modal_run.h"
 
-#include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -9,93 +9,133 @@
 #include "toolkit/window_messages.h"
 
 #include <optional>
+#include <utility>
 
 namespace brixen::zeve {
+
+namespace {
+
+// The window that owns a dialog, disabled between Disable and GiveBack.
+class DisabledOwner {
+public:
+    DisabledOwner() = default;
+    DisabledOwner(const DisabledOwner&) = delete;
+    DisabledOwner& operator=(const DisabledOwner&) = delete;
+    ~DisabledOwner() { GiveBackQuietly(); }
+
+    // Throws what the owner's window procedure throws.
+    void Disable(NativeWindow owner) {
+        if (!platform::IsWindowAlive(owner)) return;
+        window = owner;
+        wasEnabled = platform::IsEnabled(owner);
+        platform::Enable(owner, false);
+        platform::Send(owner, kMessageActivate, 0, 0);
+    }
+
+    // Throws what the owner's window procedure throws; the owner is enabled by then.
+    void GiveBack() {
+        const NativeWindow owner = std::exchange(window, nullptr);
+        if (!platform::IsWindowAlive(owner)) return;
+        if (wasEnabled) platform::Enable(owner, true);
+        platform::Send(owner, kMessageActivate, 1, 0);
+        platform::Activate(owner);
+    }
+
+    void GiveBackQuietly() noexcept try { GiveBack(); } catch (...) {
+        // An exception is on its way already, or nobody is left to hear of this one.
+    }
+
+private:
+    NativeWindow window = nullptr; // null while nothing is disabled
+    bool wasEnabled = false;
+};
+
+} // namespace
 
 // One run under way, for as long as it lives on the stack.
 class ModalRun {
 public:
-    explicit ModalRun(const DialogLink& dialog) : fDialog(&dialog), fOuter(gToolkit.innermostRun) {
+    explicit ModalRun(const DialogLink& runDialog) : dialog(&runDialog), outer(gToolkit.innermostRun) {
         gToolkit.innermostRun = this;
     }
     ModalRun(const ModalRun&) = delete;
     ModalRun& operator=(const ModalRun&) = delete;
-    ~ModalRun() {
-        gToolkit.innermostRun = fOuter;
-        if (fOuter != nullptr) fOuter->PostHeldQuit();
-    }
+    ~ModalRun() { Leave(); }
 
-    // The innermost run of that dialog, from this one outwards.
-    ModalRun* Find(const DialogLink& dialog) {
+    // The innermost run of that dialog, from this one outward.
+    ModalRun* Find(const DialogLink& wanted) {
         ModalRun* run = this;
-        while (run != nullptr && run->fDialog != &dialog) run = run->fOuter;
+        while (run != nullptr && run->dialog != &wanted) run = run->outer;
         return run;
     }
+    ModalRun& Outermost() { return outer != nullptr ? outer->Outermost() : *this; }
 
-    // Whether a dialog below waits for its own end.
-    bool IsQuitHeldBelow() const {
-        for (const ModalRun* run = fOuter; run != nullptr; run = run->fOuter)
-            if (run->fHeldQuit) return true;
-        return false;
+    void End(std::int32_t newCode) {
+        code = newCode;
+        platform::WakeLoop();
+    }
+    bool HasOuterEnded() const { return outer != nullptr && outer->HasEnded(); }
+    bool HasEnded() const { return code || quitOfHost || HasOuterEnded(); }
+    bool IsPositive() const { return code == kEndPositive && !quitOfHost && !HasOuterEnded(); }
+
+    void CancelForPendingQuit() {
+        if (const std::optional<std::int32_t> quit = platform::TakePendingQuit()) CancelAllForQuit(*quit);
     }
 
-    void HoldQuit(std::int32_t code) { fHeldQuit = code; }
+    // Throws what window procedures of the host throw.
+    void ShowAndHandleMessages(NativeWindow window, NativeWindow parent) {
+        owner.Disable(platform::OwnerOfDialog(parent));
+        ThrowKeptException(); // the owner may be a dialog of ours
+        if (CanWait(window)) {
+            platform::ShowOrHide(window, true);
+            platform::PaintNow(window);
+        }
+        while (CanWait(window)) HandleOneMessage(window);
+        owner.GiveBack();
+    }
 
-    // Posts the quit again for which this run, or one below it, still waits.
-    void PostHeldQuit() const {
-        if (fHeldQuit || IsQuitHeldBelow()) platform::PostQuit(fHeldQuit.value_or(kQuitNegative));
+    // What the destructor does, also called where none will run.
+    void Leave() noexcept {
+        owner.GiveBackQuietly();
+        gToolkit.innermostRun = outer;
+        if (outer == nullptr) {
+            if (quitOfHost) platform::PostQuit(*quitOfHost);
+        } else if (outer->HasEnded()) {
+            // This run was perhaps inside a message that the loop of the outer one waits for.
+            platform::WakeLoop();
+        }
     }
 
 private:
-    const DialogLink* fDialog; // compared only: it may be deleted during its run
-    ModalRun* fOuter;
-    // The code of a quit for this dialog. The loop of another dialog above it, one that runs already or one
-    // that begins before this loop gets that far, takes the quit message and ends too. So may a loop of the
-    // host's own, inside the handler of a message, and forget it.
-    std::optional<std::int32_t> fHeldQuit;
+    // A loop whose window is gone would wait for ever.
+    bool CanWait(NativeWindow window) {
+        if (!HasEnded() && !platform::IsWindowAlive(window)) End(kEndNegative);
+        return !HasEnded();
+    }
+
+    // Throws what a window procedure of the host throws.
+    void HandleOneMessage(NativeWindow window) {
+        std::int32_t quitCode = 0;
+        switch (platform::HandleNextMessage(window, quitCode)) {
+        case platform::LoopStep::kHandled: break;
+        case platform::LoopStep::kQuit: CancelAllForQuit(quitCode); break;
+        case platform::LoopStep::kFailed: End(kEndNegative); break;
+        }
+    }
+
+    void CancelAllForQuit(std::int32_t quitCode) { Outermost().quitOfHost = quitCode; }
+
+    const DialogLink* dialog; // compared only: it may be deleted during its run
+    ModalRun* outer;
+    std::optional<std::int32_t> code;       // set once the run has ended by itself
+    std::optional<std::int32_t> quitOfHost; // of the outermost run alone
+    DisabledOwner owner;
 };
 
 namespace {
 
-// Keeps the parent disabled while it lives.
-class DisabledParent {
-public:
-    explicit DisabledParent(NativeWindow parent) : fParent(parent) {
-        if (!platform::IsWindowAlive(fParent)) return;
-        platform::Enable(fParent, false);
-        platform::Send(fParent, kMessageActivate, 0, 0);
-    }
-    DisabledParent(const DisabledParent&) = delete;
-    DisabledParent& operator=(const DisabledParent&) = delete;
-    ~DisabledParent() {
-        if (!platform::IsWindowAlive(fParent)) return;
-        platform::Enable(fParent, true);
-        platform::Send(fParent, kMessageActivate, 1, 0);
-        platform::Activate(fParent);
-    }
-
-private:
-    NativeWindow fParent;
-};
-
-bool HandleMessages(NativeWindow window, const ModalRun& run) {
-    std::uintptr_t code = 0;
-    platform::LoopStep step = platform::HandleNextMessage(window, code);
-    while (step == platform::LoopStep::Handled) {
-        run.PostHeldQuit();
-        step = platform::HandleNextMessage(window, code);
-    }
-    return step == platform::LoopStep::Quit && code == kQuitPositive;
-}
-
-bool ShowAndRun(const DialogLink& dialog, NativeWindow window, NativeWindow parent) {
-    const DisabledParent disabled(parent);
-    // What the parent's host threw: no quit was posted for this loop, which has not begun.
-    ThrowKeptException();
-    const ModalRun run(dialog);
-    platform::ShowOrHide(window, true);
-    platform::PaintNow(window);
-    return HandleMessages(window, run) && !run.IsQuitHeldBelow();
+ModalRun* RunOf(const DialogLink& dialog) {
+    return gToolkit.innermostRun != nullptr ? gToolkit.innermostRun->Find(dialog) : nullptr;
 }
 
 void AnnounceRun(const DialogLink& dialog) {
@@ -110,30 +150,32 @@ void AnnounceRun(const DialogLink& dialog) {
 bool RunModally(DialogLink& dialog, NativeWindow parent) {
     const NativeWindow window = dialog.rootBox != nullptr ? dialog.rootBox->TopLevelWindow() : nullptr;
     if (!platform::IsWindowAlive(window)) return false;
+    ModalRun run(dialog);
+    run.CancelForPendingQuit();
+    if (run.HasEnded()) return false;
     AnnounceRun(dialog);
-    // The host may have closed the window just now; a loop without it would never end.
-    if (!platform::IsWindowAlive(window)) return false;
-    const bool positive = ShowAndRun(dialog, window, parent);
+    // The host may have ended the run, or closed the window, just now.
+    if (run.HasEnded() || !platform::IsWindowAlive(window)) return run.IsPositive();
+    run.ShowAndHandleMessages(window, parent);
     ThrowKeptException();
-    return positive;
+    return run.IsPositive();
 }
 
 bool IsModalRunUnderWay() noexcept { return gToolkit.innermostRun != nullptr; }
 
-bool IsRunning(const DialogLink& dialog) noexcept {
-    return gToolkit.innermostRun != nullptr && gToolkit.innermostRun->Find(dialog) != nullptr;
-}
+bool IsRunning(const DialogLink& dialog) noexcept { return RunOf(dialog) != nullptr; }
 
 void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
-    ModalRun* run = gToolkit.innermostRun != nullptr ? gToolkit.innermostRun->Find(dialog) : nullptr;
-    if (run != nullptr) run->HoldQuit(code);
-    platform::PostQuit(code);
+    if (ModalRun* run = RunOf(dialog)) run->End(code);
 }
 
-void AbortInnermostRun() noexcept {
-    if (gToolkit.innermostRun == nullptr) return;
-    gToolkit.innermostRun->HoldQuit(kQuitNegative);
-    platform::PostQuit(kQuitNegative);
+void EndInnermostRunByException() noexcept {
+    KeepException();
+    if (gToolkit.innermostRun != nullptr) gToolkit.innermostRun->End(kEndNegative);
+}
+
+void AbandonRuns() noexcept {
+    while (gToolkit.innermostRun != nullptr) gToolkit.innermostRun->Leave();
 }
 
 } // namespace brixen::zeve

@@ -2,10 +2,10 @@
 
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog/dialog_registry.h"
+#include "toolkit/dialog/modal_run.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
-#include "toolkit/dialog/modal_run.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
 
@@ -24,7 +24,7 @@ std::uint32_t AskHost(const DialogLink& dialog, NativeWindow window, std::uint32
     return static_cast<std::uint32_t>(dialog.callback(kWhatMessage, record, dialog.callbackParams));
 }
 
-// A handle has 32 bits of meaning, and the system widens it with its sign.
+// A handle is 32 bits wide; the system widens it with its sign.
 std::intptr_t BrushOf(std::uint32_t answer) { return static_cast<std::int32_t>(answer); }
 
 bool IsColorMessage(std::uint32_t message) {
@@ -34,9 +34,10 @@ bool IsColorMessage(std::uint32_t message) {
 std::intptr_t AnswerOfSystem(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                              std::intptr_t lparam) {
     // The keyboard rules of the system's dialogs ask the dialog itself to move the focus, and only the
-    // procedure of its own class does so.
-    if (message == kMessageNextDialogControl)
+    // procedure of the system's own class of dialogs does so.
+    if (message == kMessageNextDialogControl) {
         return platform::DefaultDialogAnswer(window, message, wparam, lparam);
+    }
     return platform::DefaultAnswer(window, message, wparam, lparam);
 }
 
@@ -44,26 +45,38 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
                              std::intptr_t lparam) {
     const DialogLink* dialog = DialogOfWindow(window);
     if (dialog == nullptr) return platform::DefaultAnswer(window, message, wparam, lparam);
-    // A loop whose window is gone would wait for ever.
-    if (message == kMessageWindowGone && IsRunning(*dialog)) EndRun(*dialog, kQuitNegative);
+    if (message == kMessageWindowGone) EndRun(*dialog, kEndNegative);
     // After an exception the host hears nothing more until it was thrown to whom it belongs.
-    if (dialog->callback == nullptr || IsExceptionKept())
+    if (dialog->callback == nullptr || IsExceptionKept()) {
         return AnswerOfSystem(window, message, wparam, lparam);
+    }
 
-    // The host may delete the dialog meanwhile: from here on it is only compared.
+    // The host may delete the dialog: after the call it is only compared.
     const std::uint32_t answer = AskHost(*dialog, window, message, wparam, lparam);
     switch (answer) {
     case kAnswerDefault: return AnswerOfSystem(window, message, wparam, lparam);
-    case kAnswerEndPositive: EndRun(*dialog, kQuitPositive); return 0;
-    case kAnswerEndNegative: EndRun(*dialog, kQuitNegative); return 0;
+    case kAnswerEndPositive: EndRun(*dialog, kEndPositive); return 0;
+    case kAnswerEndNegative: EndRun(*dialog, kEndNegative); return 0;
     default: return IsColorMessage(message) ? BrushOf(answer) : 0;
     }
 }
 
-// An area that stays unpainted would be asked for again and again.
+// The system would ask for an unpainted area again and again.
 std::intptr_t AnswerAfterException(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                                   std::intptr_t lparam) {
+                                   std::intptr_t lparam) noexcept try {
     return message == kMessagePaint ? platform::DefaultAnswer(window, message, wparam, lparam) : 0;
+} catch (...) {
+    return 0;
+}
+
+// The boundary of each window procedure: no exception leaves it.
+template <class Answer>
+std::intptr_t KeepingExceptions(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                                std::intptr_t lparam, Answer answer) noexcept try {
+    return answer(window, message, wparam, lparam);
+} catch (...) {
+    EndInnermostRunByException();
+    return AnswerAfterException(window, message, wparam, lparam);
 }
 
 bool IsKeyDown(std::uint32_t message) {
@@ -72,8 +85,8 @@ bool IsKeyDown(std::uint32_t message) {
 
 bool IsKeyUp(std::uint32_t message) { return message == kMessageKeyUp || message == kMessageSystemKeyUp; }
 
-// Null when no control can be reached. The walk comes back to its start or, where that is no tab stop itself,
-// runs in a circle: then it ends at the control it met first.
+// Null if no control can be reached. The walk comes back to its start. Where that is no tab stop itself, the
+// walk is a circle without it, and ends at the control that it met first.
 NativeWindow NextEnabledControl(NativeWindow dialog, NativeWindow control, bool backwards) {
     const NativeWindow first = platform::NextTabStop(dialog, control, backwards);
     NativeWindow next = first;
@@ -91,19 +104,35 @@ void MoveFocus(NativeWindow control) {
     platform::Send(next, kButtonSetStyle, style::kDefaultPushButton, kPaintAnew);
 }
 
-void HandKeyOn(NativeWindow control, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) {
+void PassKeyToDialog(NativeWindow control, std::uint32_t message, std::uintptr_t wparam,
+                     std::intptr_t lparam) {
     const bool isAlt = wparam == kKeyAlt;
     if (!IsKeyDown(message) && !(IsKeyUp(message) && isAlt)) return;
     const NativeWindow parent = platform::ParentOf(control);
     platform::Send(parent, message, wparam, lparam);
-    // Alt goes down twice: kept, hosts may count on it.
+    // Kept: the dialog hears twice that Alt goes down. Hosts may count on it.
     if (IsKeyDown(message) && isAlt) platform::Send(parent, message, wparam, lparam);
 }
 
-void TellWhetherEmpty(NativeWindow edit) {
+void SendWhetherEmpty(NativeWindow edit) {
     const bool isEmpty = platform::Send(edit, kMessageGetTextLength, 0, 0) == 0;
     platform::Send(platform::ParentOf(edit), kMessageEditKeyUp, isEmpty ? 1 : 0,
                    reinterpret_cast<std::intptr_t>(platform::EditBoxOf(edit)));
+}
+
+std::intptr_t AnswerOfControl(NativeWindow control, std::uint32_t message, std::uintptr_t wparam,
+                              std::intptr_t lparam) {
+    // The system's answer would destroy the control, and the pane could not be finished any more.
+    if (message == kMessageClose) return 0;
+    PassKeyToDialog(control, message, wparam, lparam);
+    if (message == kMessageCharacter && wparam == kKeyTab) MoveFocus(control);
+    return platform::SavedAnswer(control, message, wparam, lparam);
+}
+
+std::intptr_t AnswerOfEdit(NativeWindow edit, std::uint32_t message, std::uintptr_t wparam,
+                           std::intptr_t lparam) {
+    if (IsKeyUp(message)) SendWhetherEmpty(edit);
+    return AnswerOfControl(edit, message, wparam, lparam);
 }
 
 } // namespace
@@ -114,28 +143,17 @@ void InstallWindowProcedures() noexcept {
 
 std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) noexcept {
-    try {
-        return AnswerOfDialog(window, message, wparam, lparam);
-    } catch (...) {
-        KeepException();
-        AbortInnermostRun();
-        return AnswerAfterException(window, message, wparam, lparam);
-    }
+    return KeepingExceptions(window, message, wparam, lparam, AnswerOfDialog);
 }
 
 std::intptr_t ControlProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                std::intptr_t lparam) noexcept {
-    // The system's answer would destroy the control, and leave a pane that cannot be finished any more.
-    if (message == kMessageClose) return 0;
-    HandKeyOn(window, message, wparam, lparam);
-    if (message == kMessageCharacter && wparam == kKeyTab) MoveFocus(window);
-    return platform::SavedAnswer(window, message, wparam, lparam);
+    return KeepingExceptions(window, message, wparam, lparam, AnswerOfControl);
 }
 
 std::intptr_t EditProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                             std::intptr_t lparam) noexcept {
-    if (IsKeyUp(message)) TellWhetherEmpty(window);
-    return ControlProcedure(window, message, wparam, lparam);
+    return KeepingExceptions(window, message, wparam, lparam, AnswerOfEdit);
 }
 
 } // namespace brixen::zeve

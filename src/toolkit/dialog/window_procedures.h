@@ -1,5 +1,7 @@
-// The three window procedures of the toolkit: the platform's trampolines hand each message to one of them.
-// None lets an exception out; see kept_exception.h.
+// The three window procedures of the toolkit: the platform's trampolines pass each message to one of them.
+//
+// None lets an exception out: it is kept, and ends a modal run (see EndInnermostRunByException in
+// modal_run.h).
 #pragma once
 
 #include "toolkit/platform/native_types.h"
@@ -8,16 +10,16 @@
 
 namespace brixen::zeve {
 
-// Hands the procedures below to the platform. Calling it again is harmless.
+// Hands the procedures below to the platform. Later calls change nothing.
 void InstallWindowProcedures() noexcept;
 
 // Serves every dialog: finds the ZeveDialog of the window and asks its host.
 std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) noexcept;
-// Serves every control: hands keys on to the dialog, and Tab to the next control. A control is not closed.
+// Serves every control: passes keys to the dialog, and moves the focus by Tab. A control cannot be closed.
 std::intptr_t ControlProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                std::intptr_t lparam) noexcept;
-// Serves edit controls: tells the dialog whether the field is empty, then goes on as ControlProcedure.
+// Serves edit controls: sends the dialog whether the field is empty, then goes on as ControlProcedure.
 std::intptr_t EditProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                             std::intptr_t lparam) noexcept;
 

@@ -1,19 +1,19 @@
 #include "toolkit/dialog/zeve_dialog.h"
 
 #include "toolkit/boxes/box_makers.h"
-#include "toolkit/dialog/dialog_registry.h"
-#include "toolkit/dialog/window_procedures.h"
-#include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
-#include "toolkit/dialog/guarded.h"
-#include "toolkit/language_tag.h"
+#include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog/modal_run.h"
+#include "toolkit/dialog/operation_boundary.h"
+#include "toolkit/dialog/window_procedures.h"
+#include "toolkit/dialog/zeve_generator.h"
+#include "toolkit/dialog_link.h"
+#include "toolkit/language_tag.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/dialog/zeve_generator.h"
-#include "view/verify_generator.h"
 #include "view/reader/run_definition.h"
+#include "view/verify_generator.h"
 
 #include <memory>
 #include <stdexcept>
@@ -107,7 +107,7 @@ void ZeveInitialize() {
 }
 
 ZeveDialog* ZeveNew(const ZeveInitRecord* record) {
-    return Guarded([&] {
+    return PassingStandardExceptions([&] {
         if (record == nullptr) throw std::logic_error("Invalid Zeve dialog initialization record pointer.");
         auto dialog = std::make_unique<ZeveDialog>(*record);
         RegisterDialog(*dialog);
@@ -116,40 +116,43 @@ ZeveDialog* ZeveNew(const ZeveInitRecord* record) {
 }
 
 void ZeveAddViewText(ZeveDialog* dialog, const char* text) {
-    Guarded([&] { Existing(dialog).viewText += TextOrEmpty(text); });
+    PassingStandardExceptions([&] { Existing(dialog).viewText += TextOrEmpty(text); });
 }
 
 NativeWindow ZeveMakeDialog(ZeveDialog* dialog, void* params) {
-    return Guarded([&] { return Existing(dialog).Make(params); });
+    return PassingStandardExceptions([&] { return Existing(dialog).Make(params); });
 }
 
 bool ZeveRunModal(ZeveDialog* dialog) {
-    return Guarded([&] { return RunModally(Existing(dialog), dialog->parentWindow); });
+    return PassingStandardExceptions([&] {
+        ZeveDialog& running = Existing(dialog);
+        return RunModally(running, running.parentWindow);
+    });
 }
 
 void ZeveDelete(ZeveDialog* dialog) {
     if (dialog == nullptr) return;
     const std::unique_ptr<ZeveDialog> owned(dialog);
     if (gToolkit.richEdit != nullptr) platform::UnloadModule(std::exchange(gToolkit.richEdit, nullptr));
-    // Its window's last message finds no dialog any more, so a loop that still waits for it is ended here.
-    if (IsRunning(*dialog)) EndRun(*dialog, kQuitNegative);
+    // The last message of its window will find no dialog any more, so its run is ended here.
+    EndRun(*dialog, kEndNegative);
     UnregisterDialog(*dialog);
     dialog->zeveGenerator.DeleteBoxes();
 }
 
 NativeWindow ZeveTopWindow(ZeveDialog* dialog) {
-    return Guarded([&]() -> NativeWindow {
+    return PassingStandardExceptions([&]() -> NativeWindow {
         const CEveBox* root = Existing(dialog).rootBox;
         return root != nullptr ? root->TopLevelWindow() : nullptr;
     });
 }
 
 void ZeveRetranslate(ZeveDialog* dialog) {
-    Guarded([&] { Existing(Existing(dialog).rootBox).Retranslate(); });
+    PassingStandardExceptions([&] { Existing(Existing(dialog).rootBox).Retranslate(); });
 }
 
 bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& record) {
-    return Guarded([&] {
+    return PassingStandardExceptions([&] {
         CEveBox* root = Existing(dialog).rootBox;
         CEveBox* box = root != nullptr ? root->FindByViewId(viewId) : nullptr;
         if (box != nullptr) box->SetValue(record);
@@ -158,19 +161,19 @@ bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& r
 }
 
 void ZeveShow(ZeveDialog* dialog, std::uint16_t viewId) {
-    Swallowing([&] { BoxOf(dialog, viewId).SetVisible(true); });
+    SwallowingExceptions([&] { BoxOf(dialog, viewId).SetVisible(true); });
 }
 
 void ZeveHide(ZeveDialog* dialog, std::uint16_t viewId) {
-    Swallowing([&] { BoxOf(dialog, viewId).SetVisible(false); });
+    SwallowingExceptions([&] { BoxOf(dialog, viewId).SetVisible(false); });
 }
 
 void ZeveEnable(ZeveDialog* dialog, std::uint16_t viewId) {
-    Swallowing([&] { BoxOf(dialog, viewId).SetEnabled(true); });
+    SwallowingExceptions([&] { BoxOf(dialog, viewId).SetEnabled(true); });
 }
 
 void ZeveDisable(ZeveDialog* dialog, std::uint16_t viewId) {
-    Swallowing([&] { BoxOf(dialog, viewId).SetEnabled(false); });
+    SwallowingExceptions([&] { BoxOf(dialog, viewId).SetEnabled(false); });
 }
 
 } // namespace brixen::zeve

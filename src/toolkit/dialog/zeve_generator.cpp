@@ -1,8 +1,8 @@
 #include "toolkit/dialog/zeve_generator.h"
 
 #include "toolkit/boxes/box_makers.h"
-#include "toolkit/dialog_link.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"
@@ -37,11 +37,11 @@ void CopyCommonAttributes(CExpressionScope& to, const CExpressionScope& from) {
 
 } // namespace
 
-CZeveGenerator::CZeveGenerator(DialogLink* dialog) : fDialog(dialog) {}
+CZeveGenerator::CZeveGenerator(DialogLink* ownDialog) : dialog(ownDialog) {}
 
 CZeveGenerator::~CZeveGenerator() { DeleteBoxes(); }
 
-void CZeveGenerator::DeleteBoxes() noexcept { fBoxes.clear(); }
+void CZeveGenerator::DeleteBoxes() noexcept { boxes.clear(); }
 
 void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope& viewAttributes,
                                  CExpressionScope& attributes) {
@@ -52,7 +52,7 @@ void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope&
 
     std::unique_ptr<CEveBox> made = MakeBox(viewKeyword);
     CEveBox& box = *made;
-    fBoxes.emplace(&box, std::move(made));
+    boxes.emplace(&box, std::move(made));
     attributes.DefineNumber("__eveBoxObj"_name, ReferenceNumber(&box));
     box.classKeyword = viewKeyword;
     box.Prepare(viewAttributes, attributes);
@@ -61,19 +61,19 @@ void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope&
 void CZeveGenerator::CopyExtraAttributes(CExpressionScope& attributes,
                                          const CExpressionScope& viewAttributes) const {
     if (!NamesOwnDialog(viewAttributes)) return;
-    for (const std::string& name : fDialog->extraAttributeNames)
+    for (const std::string& name : dialog->extraAttributeNames)
         CopyVariable(attributes, viewAttributes, std::string_view(name));
 }
 
 bool CZeveGenerator::NamesOwnDialog(const CExpressionScope& scope) const {
-    return fDialog != nullptr && scope.GetLongOr("__zeveInternalObj"_name, 0) == ReferenceNumber(fDialog);
+    return dialog != nullptr && scope.GetLongOr("__zeveInternalObj"_name, 0) == ReferenceNumber(dialog);
 }
 
 ViewHandle CZeveGenerator::CreateView(std::string_view, CExpressionScope& attributes,
                                       ViewHandle parentHandle) {
     const auto* reference = ReferenceFrom<const CEveBox>(attributes.GetLongOr("__eveBoxObj"_name, 0));
-    const auto prepared = fBoxes.find(reference);
-    if (prepared == fBoxes.end()) return parentHandle;
+    const auto prepared = boxes.find(reference);
+    if (prepared == boxes.end()) return parentHandle;
     CEveBox& box = *prepared->second;
     CEveBox* handle = CreateBox(box, attributes, parentHandle);
     if (handle == nullptr) return parentHandle;
@@ -87,7 +87,7 @@ CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, C
         CZeveGenerator& generator;
         CEveBox& box;
         ~Handover() {
-            if (box.parent != nullptr) generator.fBoxes.extract(&box).mapped().release();
+            if (box.parent != nullptr) generator.boxes.extract(&box).mapped().release();
         }
     };
     const Handover handover{*this, box};
@@ -100,9 +100,9 @@ CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, C
 }
 
 bool CZeveGenerator::HasOwnCallback(const CExpressionScope& attributes) const {
-    if (fDialog == nullptr || fDialog->callback == nullptr) return false;
-    return attributes.GetLongOr("__callback"_name, 0) == CallbackNumber(fDialog->callback) &&
-           attributes.GetLongOr("__callback_params"_name, 0) == ReferenceNumber(fDialog->callbackParams);
+    if (dialog == nullptr || dialog->callback == nullptr) return false;
+    return attributes.GetLongOr("__callback"_name, 0) == CallbackNumber(dialog->callback) &&
+           attributes.GetLongOr("__callback_params"_name, 0) == ReferenceNumber(dialog->callbackParams);
 }
 
 void CZeveGenerator::TellHost(CExpressionScope& attributes, const CEveBox& box) const {
@@ -116,7 +116,7 @@ void CZeveGenerator::TellHost(CExpressionScope& attributes, const CEveBox& box) 
     }
     record.StorePointer(kKeyWhat, box.classKeyword.c_str());
     record.StorePointer(kKeyScope, &attributes);
-    fDialog->callback(isTopLevel ? kWhatTopLevelMade : kWhatViewMade, record, fDialog->callbackParams);
+    dialog->callback(isTopLevel ? kWhatTopLevelMade : kWhatViewMade, record, dialog->callbackParams);
     ThrowKeptException();
 }
 

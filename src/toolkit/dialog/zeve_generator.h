@@ -14,7 +14,7 @@ class CZeveGenerator : public CGenerator {
 public:
     // The dialog that this generator belongs to. A view's `__callback` and `__zeveInternalObj` are followed
     // only where they are that dialog's own: a description may write any number there.
-    explicit CZeveGenerator(DialogLink* dialog = nullptr);
+    explicit CZeveGenerator(DialogLink* ownDialog = nullptr);
     ~CZeveGenerator() override;
 
     // Gives the view its ids, copies its attributes, makes its box and lets it prepare itself.
@@ -36,8 +36,8 @@ private:
     bool HasOwnCallback(const CExpressionScope& attributes) const;
     void TellHost(CExpressionScope& attributes, const CEveBox& box) const;
 
-    DialogLink* fDialog;                                                 // not owned, may be null
-    std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> fBoxes; // those that no other box owns
+    DialogLink* dialog;                                                 // not owned, may be null
+    std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> boxes; // those that no other box owns
 };
 
 } // namespace brixen::zeve

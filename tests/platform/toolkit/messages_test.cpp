@@ -1,7 +1,7 @@
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog/window_procedures.h"
 #include "toolkit/dialog_link.h"
-#include "toolkit/boxes/eve_box.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
@@ -51,8 +51,8 @@ protected:
     }
     // Takes the steps of a loop until something of ours was heard.
     void WaitFor(std::size_t count) {
-        std::uintptr_t code = 0;
-        while (heard.size() < count) ASSERT_EQ(HandleNextMessage(window, code), LoopStep::Handled);
+        std::int32_t code = 0;
+        while (heard.size() < count) ASSERT_EQ(HandleNextMessage(window, code), LoopStep::kHandled);
     }
 
     static std::uint64_t Hear(std::int32_t, EventRecord& record, void* params) {
@@ -93,21 +93,40 @@ TEST_F(Messages, PostedOnesAreHandledInOrder) {
 TEST_F(Messages, AQuitComesAfterWhatWasPosted) {
     PostQuit(41);
     Post(window, kMessageOfOurs, 1, 0);
-    std::uintptr_t code = 0;
-    LoopStep step = LoopStep::Handled;
-    while (step == LoopStep::Handled) step = HandleNextMessage(window, code);
-    EXPECT_EQ(step, LoopStep::Quit);
-    EXPECT_EQ(code, 41u);
+    std::int32_t code = 0;
+    LoopStep step = LoopStep::kHandled;
+    while (step == LoopStep::kHandled) step = HandleNextMessage(window, code);
+    EXPECT_EQ(step, LoopStep::kQuit);
+    EXPECT_EQ(code, 41);
     EXPECT_EQ(heard.size(), 1u);
 }
 
 TEST_F(Messages, TheLastQuitCodeHolds) {
     PostQuit(1);
     PostQuit(0);
-    std::uintptr_t code = 7;
-    LoopStep step = LoopStep::Handled;
-    while (step == LoopStep::Handled) step = HandleNextMessage(window, code);
-    EXPECT_EQ(code, 0u);
+    std::int32_t code = 7;
+    LoopStep step = LoopStep::kHandled;
+    while (step == LoopStep::kHandled) step = HandleNextMessage(window, code);
+    EXPECT_EQ(code, 0);
+}
+
+TEST_F(Messages, APendingQuitIsTakenOnceAndLeavesWhatWasPosted) {
+    EXPECT_EQ(TakePendingQuit(), std::nullopt);
+    Post(window, kMessageOfOurs, 1, 0);
+    EXPECT_EQ(TakePendingQuit(), std::nullopt);
+    PostQuit(-6);
+    EXPECT_EQ(TakePendingQuit(), -6);
+    EXPECT_EQ(TakePendingQuit(), std::nullopt);
+    EXPECT_TRUE(heard.empty());
+    WaitFor(1);
+}
+
+TEST_F(Messages, WakingALoopThatDoesNotWaitLeavesNothingBehind) {
+    WakeLoop();
+    Post(window, kMessageOfOurs, 1, 0);
+    std::int32_t code = 0;
+    EXPECT_EQ(HandleNextMessage(window, code), LoopStep::kHandled);
+    EXPECT_EQ(heard.size(), 1u);
 }
 
 TEST_F(Messages, TheLastOneOfAWindowReachesTheDialogProcedure) {

@@ -65,6 +65,17 @@ TEST_F(Windows, AnOwnerIsTheParentOfATopLevelWindowButNotItsRoot) {
     CloseWindow(owned);
 }
 
+TEST_F(Windows, OfADialogsParentTheRootOwnsIt) {
+    EXPECT_EQ(OwnerOfDialog(one), top);
+    EXPECT_EQ(OwnerOfDialog(top), top);
+    const NativeWindow owned = MakeTop(top);
+    EXPECT_EQ(OwnerOfDialog(owned), owned);
+    CloseWindow(owned);
+    EXPECT_EQ(OwnerOfDialog(owned), nullptr) << "no window any more";
+    EXPECT_EQ(OwnerOfDialog(nullptr), nullptr);
+    EXPECT_EQ(OwnerOfDialog(reinterpret_cast<NativeWindow>(std::intptr_t(-3))), nullptr) << "HWND_MESSAGE";
+}
+
 TEST_F(Windows, TakeTheirChildrenAlong) {
     CloseWindow(top);
     EXPECT_FALSE(IsWindowAlive(top));

@@ -30,6 +30,7 @@ struct Plan {
     int built = 0, panesAlive = 0, cleanups = 0;
     std::string language;
     std::uint32_t resultAtBuild = 0;
+    zeve::NativeDpiContext dpiAtBuild = nullptr, dpiAtCleanup = nullptr;
 };
 Plan gPlan;
 
@@ -62,6 +63,7 @@ public:
     void Build(bool demo) override {
         EXPECT_FALSE(demo);
         ++gPlan.built;
+        gPlan.dpiAtBuild = zeve::headless::State().dpiContext;
         GetLong(*ref, PvnWFKey_WorkFlowResult, gPlan.resultAtBuild);
         SetString(*ref, "left behind", "by the run");
         if (gPlan.throwInBuild) throw std::runtime_error("build");
@@ -74,6 +76,7 @@ public:
     }
     void Cleanup() noexcept override {
         ++gPlan.cleanups;
+        gPlan.dpiAtCleanup = zeve::headless::State().dpiContext;
         PVNWorkFlow::Cleanup();
     }
     using PVNWorkFlow::machine;
@@ -120,6 +123,17 @@ TEST_F(RunWorkFlow, AStoredResultIsCutToSixteenBits) {
     gPlan.target = kWFState_Exit;
     gPlan.storedResult = 0xABCD8904;
     EXPECT_EQ(Run(), kStatusUserOutcome4);
+}
+
+TEST_F(RunWorkFlow, TheThreadIsUnawareOfResolutionsFromBuildToCleanup) {
+    namespace headless = zeve::headless;
+    EXPECT_EQ(Run(), 0);
+    EXPECT_EQ(gPlan.dpiAtBuild, headless::kDpiUnaware);
+    EXPECT_EQ(gPlan.dpiAtCleanup, headless::kDpiUnaware);
+    EXPECT_EQ(headless::State().dpiContext, headless::kDpiAware);
+    gPlan.throwInBuild = true;
+    EXPECT_EQ(Run(), kStatusException);
+    EXPECT_EQ(headless::State().dpiContext, headless::kDpiAware);
 }
 
 TEST_F(RunWorkFlow, EachRunBeginsWithTheCancelAsItsResult) {

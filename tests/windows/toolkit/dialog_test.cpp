@@ -25,31 +25,31 @@ class User {
 public:
     User() { gUser = this; }
     ~User() {
-        if (fTimer != 0) KillTimer(nullptr, fTimer);
+        if (timer != 0) KillTimer(nullptr, timer);
         gUser = nullptr;
     }
     void Does(std::function<void()> step) {
-        fSteps.push_back(std::move(step));
-        if (fTimer == 0) fTimer = SetTimer(nullptr, 0, 20, Tick);
+        steps.push_back(std::move(step));
+        if (timer == 0) timer = SetTimer(nullptr, 0, 20, Tick);
     }
 
 private:
     static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
         if (gUser == nullptr) return;
-        if (!gUser->fSteps.empty()) {
-            const auto step = std::move(gUser->fSteps.front());
-            gUser->fSteps.pop_front();
+        if (!gUser->steps.empty()) {
+            const auto step = std::move(gUser->steps.front());
+            gUser->steps.pop_front();
             step();
-        } else if (++gUser->fIdleTicks == 250) {
+        } else if (++gUser->idleTicks == 250) {
             ADD_FAILURE() << "the run did not end";
             PostQuitMessage(0);
         }
     }
 
     static inline User* gUser = nullptr;
-    std::deque<std::function<void()>> fSteps;
-    UINT_PTR fTimer = 0;
-    int fIdleTicks = 0;
+    std::deque<std::function<void()>> steps;
+    UINT_PTR timer = 0;
+    int idleTicks = 0;
 };
 
 constexpr char kView[] = "dialog(name: 'Real window', width: 300) {"

@@ -32,28 +32,28 @@ inline void** ImportPlace(const char* function) {
 class PatchedImport {
 public:
     template <class Function>
-    PatchedImport(const char* name, Function* replacement) : fPlace(ImportPlace(name)) {
-        if (fPlace != nullptr) fFormer = Exchange(reinterpret_cast<void*>(replacement));
+    PatchedImport(const char* name, Function* replacement) : slot(ImportPlace(name)) {
+        if (slot != nullptr) former = Exchange(reinterpret_cast<void*>(replacement));
     }
     PatchedImport(const PatchedImport&) = delete;
     PatchedImport& operator=(const PatchedImport&) = delete;
     ~PatchedImport() {
-        if (fPlace != nullptr) Exchange(fFormer);
+        if (slot != nullptr) Exchange(former);
     }
-    bool IsPatched() const { return fPlace != nullptr; }
+    bool IsPatched() const { return slot != nullptr; }
 
 private:
     void* Exchange(void* address) {
         DWORD protection = 0;
-        VirtualProtect(fPlace, sizeof *fPlace, PAGE_READWRITE, &protection);
-        void* const former = *fPlace;
-        *fPlace = address;
-        VirtualProtect(fPlace, sizeof *fPlace, protection, &protection);
+        VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+        void* const former = *slot;
+        *slot = address;
+        VirtualProtect(slot, sizeof *slot, protection, &protection);
         return former;
     }
 
-    void** fPlace;
-    void* fFormer = nullptr;
+    void** slot;
+    void* former = nullptr;
 };
 
 } // namespace pavane_test

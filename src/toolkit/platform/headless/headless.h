@@ -2,6 +2,7 @@
 // can be refused on demand. There are no default procedures, no dialog keyboard and no focus rules here.
 #pragma once
 
+#include "toolkit/platform/standard_exceptions.h"
 #include "toolkit/platform/toolkit_platform.h"
 
 #include <cstdint>
@@ -49,6 +50,9 @@ struct Message {
     std::intptr_t lparam = 0;
 };
 
+inline const auto kDpiAware = reinterpret_cast<NativeDpiContext>(std::uintptr_t(0x12));
+inline const auto kDpiUnaware = reinterpret_cast<NativeDpiContext>(std::uintptr_t(0x10));
+
 struct System {
     std::vector<Call> calls;
     std::vector<std::unique_ptr<Window>> windows; // the living ones, in the order of their making
@@ -57,9 +61,13 @@ struct System {
     // What the user does: run one by one by HandleNextMessage when nothing is posted and no quit waits. With
     // an empty script the loop step fails, so that nothing hangs.
     std::deque<std::function<void()>> script;
+    // Messages that other threads send: run by HandleNextMessage first of all, while it waits. It returns
+    // after one of them only if that called WakeLoop.
+    std::deque<std::function<void()>> sentByOthers;
+    bool isWaiting = false, isWoken = false;
 
-    // What a native control, or the system's default procedure, would answer; no value: the small state
-    // answers.
+    // What a native control, a window of the host, or the system's default procedure would answer; no value:
+    // the small state answers. It may throw, as a procedure of the host does.
     std::function<std::optional<std::intptr_t>(const Message&)> answer;
     std::function<NativeWindow(NativeWindow control, bool backwards)> nextTabStop;
     bool shiftDown = false;
@@ -67,8 +75,11 @@ struct System {
 
     // The n-th such request from now on is refused, counted from 1; 0 refuses none.
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
+    int refuseDpiContext = 0;
 
     NativeWindow focus = nullptr, active = nullptr, locked = nullptr;
+    NativeWindow desktop = nullptr; // the one of `windows` that plays it, if any
+    NativeDpiContext dpiContext = kDpiAware;
     std::map<NativeFont, platform::FontRecord> fonts; // the living ones, as they were asked for
     std::set<NativeIcon> icons;
     std::set<std::u16string> classes;
@@ -104,6 +115,7 @@ std::int64_t HandleNumber(Handle handle) noexcept {
     return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(handle));
 }
 // Hands a message to the procedure of its window; 0 for a window that is gone.
-std::intptr_t Deliver(const Message& message) noexcept;
+// Throws what a window of the host throws.
+std::intptr_t Deliver(const Message& message);
 
 } // namespace brixen::zeve::headless

@@ -1,6 +1,8 @@
 #include "toolkit/platform/headless/headless.h"
 #include "toolkit/window_messages.h"
 
+#include <utility>
+
 namespace brixen::zeve {
 
 using headless::FindWindow;
@@ -39,10 +41,12 @@ std::intptr_t AnswerFromState(Window& window, const Message& message) {
     return 0;
 }
 
-std::intptr_t SystemAnswer(const Message& message) noexcept {
+std::intptr_t SystemAnswer(const Message& message) {
+    if (State().answer) {
+        const auto answer = platform::WithStandardExceptions([&] { return State().answer(message); });
+        if (answer) return *answer;
+    }
     try {
-        if (State().answer)
-            if (const auto answer = State().answer(message)) return *answer;
         Window* window = FindWindow(message.window);
         return window != nullptr ? AnswerFromState(*window, message) : 0;
     } catch (const std::bad_alloc&) {
@@ -64,7 +68,7 @@ platform::WindowProcedure ProcedureOf(const Window& window) noexcept {
 
 } // namespace
 
-std::intptr_t Deliver(const Message& message) noexcept {
+std::intptr_t Deliver(const Message& message) {
     const Window* window = FindWindow(message.window);
     if (window == nullptr) return 0;
     if (const platform::WindowProcedure procedure = ProcedureOf(*window)) {
@@ -79,7 +83,33 @@ namespace platform {
 
 namespace {
 
-std::intptr_t RecordAndAnswer(const char* name, const Message& message) noexcept {
+// Whether the loop waits, for as long as this lives.
+class Waiting {
+public:
+    explicit Waiting(bool isWaiting) : former(std::exchange(State().isWaiting, isWaiting)) {}
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+    ~Waiting() { State().isWaiting = former; }
+
+private:
+    bool former;
+};
+
+std::function<void()> TakeFirst(std::deque<std::function<void()>>& actions) {
+    const auto action = std::move(actions.front());
+    actions.pop_front();
+    return action;
+}
+
+// Runs what other threads send while the loop waits. Returns whether the wait ended by WakeLoop.
+bool ServeOtherThreads() {
+    headless::System& system = State();
+    const Waiting waiting(true);
+    while (!system.isWoken && !system.sentByOthers.empty()) TakeFirst(system.sentByOthers)();
+    return std::exchange(system.isWoken, false);
+}
+
+std::intptr_t RecordAndAnswer(const char* name, const Message& message) {
     Record(name, message.window, {message.number, static_cast<std::int64_t>(message.wparam), message.lparam});
     return headless::SystemAnswer(message);
 }
@@ -94,8 +124,7 @@ void TakeProcedure(const char* name, NativeWindow window, headless::Procedure pr
 
 } // namespace
 
-std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                   std::intptr_t lparam) noexcept {
+std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) {
     Record("Send", window, {message, static_cast<std::int64_t>(wparam), lparam});
     return headless::Deliver({window, message, wparam, lparam});
 }
@@ -117,42 +146,51 @@ void PostQuit(std::int32_t code) noexcept {
 }
 
 std::intptr_t DefaultAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                            std::intptr_t lparam) noexcept {
+                            std::intptr_t lparam) {
     return RecordAndAnswer("DefaultAnswer", {window, message, wparam, lparam});
 }
 
 std::intptr_t DefaultDialogAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                                  std::intptr_t lparam) noexcept {
+                                  std::intptr_t lparam) {
     return RecordAndAnswer("DefaultDialogAnswer", {window, message, wparam, lparam});
 }
 
 std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                          std::intptr_t lparam) noexcept {
+                          std::intptr_t lparam) {
     const Window* found = FindWindow(window);
     const bool kept = found != nullptr && (found->procedure == headless::Procedure::Control ||
                                            found->procedure == headless::Procedure::Edit);
     return kept ? RecordAndAnswer("SavedAnswer", {window, message, wparam, lparam}) : 0;
 }
 
-LoopStep HandleNextMessage(NativeWindow dialog, std::uintptr_t& code) noexcept {
+LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode) {
     Record("HandleNextMessage", dialog);
     headless::System& system = State();
+    if (ServeOtherThreads()) return LoopStep::kHandled;
+    const Waiting handling(false);
     if (!system.posted.empty()) {
         const Message message = system.posted.front();
         system.posted.pop_front();
         headless::Deliver(message);
-        return LoopStep::Handled;
+        return LoopStep::kHandled;
     }
-    if (system.quit) {
-        code = static_cast<std::uintptr_t>(*system.quit);
-        system.quit.reset();
-        return LoopStep::Quit;
+    if (const auto quit = std::exchange(system.quit, std::nullopt)) {
+        quitCode = *quit;
+        return LoopStep::kQuit;
     }
-    if (system.script.empty()) return LoopStep::Failed;
-    const auto action = std::move(system.script.front());
-    system.script.pop_front();
-    action();
-    return LoopStep::Handled;
+    if (system.script.empty()) return LoopStep::kFailed;
+    TakeFirst(system.script)();
+    return LoopStep::kHandled;
+}
+
+void WakeLoop() noexcept {
+    Record("WakeLoop");
+    if (State().isWaiting) State().isWoken = true;
+}
+
+std::optional<std::int32_t> TakePendingQuit() {
+    Record("TakePendingQuit");
+    return std::exchange(State().quit, std::nullopt);
 }
 
 void SetWindowProcedures(const WindowProcedures& procedures) noexcept { headless::gProcedures = procedures; }
@@ -180,7 +218,7 @@ bool IsShiftDown() noexcept {
     return State().shiftDown;
 }
 
-NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) noexcept {
+NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) {
     Record("NextTabStop", dialog, {headless::HandleNumber(control), backwards});
     return State().nextTabStop ? State().nextTabStop(control, backwards) : nullptr;
 }

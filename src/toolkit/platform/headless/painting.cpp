@@ -8,7 +8,7 @@ using headless::State;
 
 void Invalidate(NativeWindow window) noexcept { Record("Invalidate", window); }
 
-void PaintFace(NativeWindow window) noexcept { Record("PaintFace", window); }
+void PaintFace(NativeWindow window) { Record("PaintFace", window); }
 
 void EraseFace(NativeWindow window, NativeDrawing device) noexcept {
     Record("EraseFace", window, {HandleNumber(device)});

@@ -20,7 +20,7 @@ Extent ExtentOf(std::size_t units) {
 
 } // namespace
 
-void SetText(NativeWindow window, const char16_t* text) noexcept {
+void SetText(NativeWindow window, const char16_t* text) {
     Record("SetText", window, {}, text);
     try {
         if (headless::Window* found = FindWindow(window)) found->text = text;
@@ -35,7 +35,7 @@ std::u16string TextOf(NativeWindow window) {
     return found != nullptr ? found->text : std::u16string();
 }
 
-void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) noexcept {
+void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) {
     Record("SetControlText", window, {id}, text);
     SetText(ChildWithId(window, id), text);
 }

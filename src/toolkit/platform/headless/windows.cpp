@@ -32,8 +32,9 @@ NativeWindow AnyChildOf(NativeWindow parent) {
 }
 
 bool SameClass(std::u16string_view one, std::u16string_view other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](char16_t a, char16_t b) { return lyr::gen::ToAsciiLower(a) == lyr::gen::ToAsciiLower(b); });
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(), [](char16_t a, char16_t b) {
+        return lyr::gen::ToAsciiLower(a) == lyr::gen::ToAsciiLower(b);
+    });
 }
 
 void Destroy(NativeWindow window) {
@@ -61,7 +62,7 @@ std::unique_ptr<Window> NewWindow(const platform::WindowRequest& request) {
 
 namespace platform {
 
-NativeWindow MakeWindow(const WindowRequest& request) noexcept {
+NativeWindow MakeWindow(const WindowRequest& request) {
     Record("MakeWindow", request.parent,
            {request.extendedStyle, request.style, request.left, request.top, request.width, request.height,
             request.id},
@@ -110,7 +111,7 @@ bool IsWindowAlive(NativeWindow window) noexcept {
     return FindWindow(window) != nullptr;
 }
 
-void ShowOrHide(NativeWindow window, bool show) noexcept {
+void ShowOrHide(NativeWindow window, bool show) {
     Record("ShowOrHide", window, {show});
     if (Window* found = FindWindow(window)) SetStyleBit(*found, style::kVisible, show);
 }
@@ -124,9 +125,9 @@ bool IsShown(NativeWindow window) noexcept {
     return false;
 }
 
-void PaintNow(NativeWindow window) noexcept { Record("PaintNow", window); }
+void PaintNow(NativeWindow window) { Record("PaintNow", window); }
 
-void Enable(NativeWindow window, bool enabled) noexcept {
+void Enable(NativeWindow window, bool enabled) {
     Record("Enable", window, {enabled});
     if (Window* found = FindWindow(window)) SetStyleBit(*found, style::kDisabled, !enabled);
 }
@@ -137,18 +138,18 @@ bool IsEnabled(NativeWindow window) noexcept {
     return found != nullptr && (found->style & style::kDisabled) == 0;
 }
 
-void Focus(NativeWindow window) noexcept {
+void Focus(NativeWindow window) {
     Record("Focus", window);
     if (FindWindow(window) != nullptr) State().focus = window;
 }
 
-void Activate(NativeWindow window) noexcept {
+void Activate(NativeWindow window) {
     Record("Activate", window);
     if (FindWindow(window) != nullptr) State().active = window;
 }
 
 void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width,
-            std::int32_t height) noexcept {
+            std::int32_t height) {
     Record("MoveTo", window, {left, top, width, height});
     if (Window* found = FindWindow(window)) found->frame = {left, top, left + width, top + height};
 }
@@ -193,6 +194,12 @@ NativeWindow TopLevelOf(NativeWindow window) noexcept {
     return found != nullptr ? found->handle : nullptr;
 }
 
+NativeWindow OwnerOfDialog(NativeWindow parent) noexcept {
+    Record("OwnerOfDialog", parent);
+    const NativeWindow root = TopLevelOf(parent);
+    return root != State().desktop ? root : nullptr;
+}
+
 NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept {
     Record("ChildWithId", window, {id});
     for (auto& child : State().windows)
@@ -230,12 +237,12 @@ std::uint32_t StyleOf(NativeWindow window) noexcept {
     return found != nullptr ? found->style : 0;
 }
 
-void SetStyle(NativeWindow window, std::uint32_t style) noexcept {
+void SetStyle(NativeWindow window, std::uint32_t style) {
     Record("SetStyle", window, {style});
     if (Window* found = FindWindow(window)) found->style = style;
 }
 
-void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) noexcept {
+void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) {
     Record("InsertTab", window, {index}, text);
 }
 
@@ -249,12 +256,12 @@ void GrayCloseItem(NativeWindow window) noexcept {
     if (Window* found = FindWindow(window)) found->closeGrayed = true;
 }
 
-void SetInputMethodOpen(NativeWindow window, bool open) noexcept {
+void SetInputMethodOpen(NativeWindow window, bool open) {
     Record("SetInputMethodOpen", window, {open});
     if (Window* found = FindWindow(window)) found->inputMethodOpen = open;
 }
 
-void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept {
+void ShowErrorMessage(NativeWindow owner, const char16_t* text) {
     Record("ShowErrorMessage", owner, {}, text);
 }
 

@@ -26,32 +26,32 @@ using lyr::gen::Wide;
 // The device context of a window, or of the screen for null, for as long as this lives.
 class BorrowedDevice {
 public:
-    explicit BorrowedDevice(HWND window) : fWindow(window), fDevice(GetDC(window)) {}
+    explicit BorrowedDevice(HWND ofWindow) : window(ofWindow), device(GetDC(ofWindow)) {}
     BorrowedDevice(const BorrowedDevice&) = delete;
     BorrowedDevice& operator=(const BorrowedDevice&) = delete;
     ~BorrowedDevice() {
-        if (fDevice != nullptr) ReleaseDC(fWindow, fDevice);
+        if (device != nullptr) ReleaseDC(window, device);
     }
-    HDC Get() const { return fDevice; }
+    HDC Get() const { return device; }
 
 private:
-    HWND fWindow;
-    HDC fDevice;
+    HWND window;
+    HDC device;
 };
 
 // Makes an object current on a device, for as long as this lives. The object is borrowed.
 class Selection {
 public:
-    Selection(HDC device, HGDIOBJ object) : fDevice(device), fFormer(SelectObject(device, object)) {}
+    Selection(HDC onDevice, HGDIOBJ object) : device(onDevice), former(SelectObject(onDevice, object)) {}
     Selection(const Selection&) = delete;
     Selection& operator=(const Selection&) = delete;
     ~Selection() {
-        if (fFormer != nullptr) SelectObject(fDevice, fFormer);
+        if (former != nullptr) SelectObject(device, former);
     }
 
 private:
-    HDC fDevice;
-    HGDIOBJ fFormer;
+    HDC device;
+    HGDIOBJ former;
 };
 
 } // namespace brixen::zeve::platform

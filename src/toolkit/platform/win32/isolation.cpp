@@ -98,16 +98,16 @@ bool PrepareIsolation() noexcept {
     return true;
 }
 
-ActiveContext::ActiveContext() noexcept : fIsActive(ActivateActCtx(Isolation().context, &fCookie) != FALSE) {}
+ActiveContext::ActiveContext() noexcept : isActive(ActivateActCtx(Isolation().context, &cookie) != FALSE) {}
 
 ActiveContext::~ActiveContext() {
-    if (fIsActive) DeactivateActCtx(0, fCookie);
-    if (fKeepsError) SetLastError(fKeptError);
+    if (isActive) DeactivateActCtx(0, cookie);
+    if (keepsError) SetLastError(keptError);
 }
 
 void ActiveContext::KeepLastError() noexcept {
-    fKeepsError = true;
-    fKeptError = GetLastError();
+    keepsError = true;
+    keptError = GetLastError();
 }
 
 } // namespace brixen::zeve::platform

@@ -39,20 +39,20 @@ public:
     ActiveContext(const ActiveContext&) = delete;
     ActiveContext& operator=(const ActiveContext&) = delete;
     ~ActiveContext();
-    bool IsActive() const noexcept { return fIsActive; }
+    [[nodiscard]] bool IsActive() const noexcept { return isActive; }
     // Leaving the context then does not change the last error.
     void KeepLastError() noexcept;
 
 private:
-    ULONG_PTR fCookie = 0;
-    bool fIsActive = false, fKeepsError = false;
-    DWORD fKeptError = 0;
+    ULONG_PTR cookie = 0;
+    bool isActive = false, keepsError = false;
+    DWORD keptError = 0;
 };
 
 // Makes `call` inside the context. A null or false result, also of an isolation that fails, leaves its reason
-// as the last error.
+// as the last error. Throws what the call throws.
 template <class Call>
-auto IsolatedCall(Call call) noexcept {
+auto IsolatedCall(Call call) {
     using Result = decltype(call());
     if (!PrepareIsolation()) return Result();
     ActiveContext context;

@@ -8,19 +8,19 @@ namespace {
 // The device that a window paints on, for as long as this lives.
 class Painting {
 public:
-    explicit Painting(HWND window) : fWindow(window), fDevice(BeginPaint(window, &fArea)) {}
+    explicit Painting(HWND ofWindow) : window(ofWindow), device(BeginPaint(ofWindow, &area)) {}
     Painting(const Painting&) = delete;
     Painting& operator=(const Painting&) = delete;
     ~Painting() {
-        if (fDevice != nullptr) EndPaint(fWindow, &fArea);
+        if (device != nullptr) EndPaint(window, &area);
     }
-    HDC Device() const { return fDevice; }
-    const RECT& Area() const { return fArea.rcPaint; }
+    HDC Device() const { return device; }
+    const RECT& Area() const { return area.rcPaint; }
 
 private:
-    HWND fWindow;
-    PAINTSTRUCT fArea = {};
-    HDC fDevice;
+    HWND window;
+    PAINTSTRUCT area = {};
+    HDC device;
 };
 
 void FillWithFace(HDC device, const RECT& area) { FillRect(device, &area, GetSysColorBrush(COLOR_BTNFACE)); }
@@ -32,7 +32,7 @@ void Invalidate(NativeWindow window) noexcept {
     if (window != nullptr) InvalidateRect(Handle(window), nullptr, TRUE);
 }
 
-void PaintFace(NativeWindow window) noexcept {
+void PaintFace(NativeWindow window) {
     const Painting painting(Handle(window));
     if (painting.Device() != nullptr) FillWithFace(painting.Device(), painting.Area());
 }

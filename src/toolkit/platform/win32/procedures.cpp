@@ -1,5 +1,6 @@
 #include "toolkit/platform/win32/procedures.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/platform/win32/foreign_procedures.h"
 #include "toolkit/platform/win32/handles.h"
 
 namespace brixen::zeve::platform {
@@ -51,23 +52,25 @@ void TakeEditProcedure(NativeWindow window, void* box) noexcept {
 void* EditBoxOf(NativeWindow window) noexcept { return GetPropW(Handle(window), kEditBoxProperty); }
 
 std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                          std::intptr_t lparam) noexcept {
+                          std::intptr_t lparam) {
     const HANDLE saved = GetPropW(Handle(window), kSavedProcedureProperty);
     if (saved == nullptr) return 0;
-    return CallWindowProcW(reinterpret_cast<WNDPROC>(saved), Handle(window), message, wparam, lparam);
+    return CallingProcedures([=] {
+        return CallWindowProcW(reinterpret_cast<WNDPROC>(saved), Handle(window), message, wparam, lparam);
+    });
 }
 
 std::intptr_t DefaultAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                            std::intptr_t lparam) noexcept {
-    return DefWindowProcW(Handle(window), message, wparam, lparam);
+                            std::intptr_t lparam) {
+    return CallingProcedures([=] { return DefWindowProcW(Handle(window), message, wparam, lparam); });
 }
 
 std::intptr_t DefaultDialogAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                                  std::intptr_t lparam) noexcept {
+                                  std::intptr_t lparam) {
     // A window of a class of our own has no room for what the dialogs' procedure keeps.
     const bool isDialogClass = GetClassLongPtrW(Handle(window), GCL_CBWNDEXTRA) >= DLGWINDOWEXTRA;
-    return isDialogClass ? DefDlgProcW(Handle(window), message, wparam, lparam)
-                         : DefWindowProcW(Handle(window), message, wparam, lparam);
+    const auto answer = isDialogClass ? DefDlgProcW : DefWindowProcW;
+    return CallingProcedures([=] { return answer(Handle(window), message, wparam, lparam); });
 }
 
 } // namespace brixen::zeve::platform

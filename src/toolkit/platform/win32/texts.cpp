@@ -1,4 +1,5 @@
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/platform/win32/foreign_procedures.h"
 #include "toolkit/platform/win32/handles.h"
 
 #include <algorithm>
@@ -56,30 +57,25 @@ Extent ExtentOf(HDC device, std::u16string_view text) {
 
 } // namespace
 
-void SetText(NativeWindow window, const char16_t* text) noexcept {
-    SetWindowTextW(Handle(window), Wide(text));
+void SetText(NativeWindow window, const char16_t* text) {
+    CallingProcedures([=] { return SetWindowTextW(Handle(window), Wide(text)); });
 }
 
 std::u16string TextOf(NativeWindow window) {
-    const int length = GetWindowTextLengthW(Handle(window));
+    const int length = CallingProcedures([=] { return GetWindowTextLengthW(Handle(window)); });
     if (length <= 0) return {};
     std::u16string text(static_cast<std::size_t>(length), u'\0');
-    const int got = GetWindowTextW(Handle(window), Wide(text.data()), length + 1);
+    const int got =
+        CallingProcedures([&] { return GetWindowTextW(Handle(window), Wide(text.data()), length + 1); });
     text.resize(static_cast<std::size_t>(std::max(got, 0)));
     return text;
 }
 
-void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) noexcept {
-    SetDlgItemTextW(Handle(window), id, Wide(text));
+void SetControlText(NativeWindow window, std::uint16_t id, const char16_t* text) {
+    CallingProcedures([=] { return SetDlgItemTextW(Handle(window), id, Wide(text)); });
 }
 
-std::u16string ControlText(NativeWindow window, std::uint16_t id) {
-    const LRESULT length = SendMessageW(GetDlgItem(Handle(window), id), WM_GETTEXTLENGTH, 0, 0);
-    if (length <= 0) return {};
-    std::u16string text(static_cast<std::size_t>(length), u'\0');
-    text.resize(GetDlgItemTextW(Handle(window), id, Wide(text.data()), static_cast<int>(length) + 1));
-    return text;
-}
+std::u16string ControlText(NativeWindow window, std::uint16_t id) { return TextOf(ChildWithId(window, id)); }
 
 FontRecord StockSystemFont() noexcept {
     LOGFONTW font = {};

@@ -1,4 +1,5 @@
 #include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/platform/win32/foreign_procedures.h"
 #include "toolkit/platform/win32/handles.h"
 #include "toolkit/platform/win32/isolation.h"
 #include "toolkit/platform/win32/procedures.h"
@@ -20,17 +21,17 @@ Rectangle FromSystem(const RECT& area) { return {area.left, area.top, area.right
 
 class InputContext {
 public:
-    explicit InputContext(HWND window) : fWindow(window), fContext(ImmGetContext(window)) {}
+    explicit InputContext(HWND ofWindow) : window(ofWindow), context(ImmGetContext(ofWindow)) {}
     InputContext(const InputContext&) = delete;
     InputContext& operator=(const InputContext&) = delete;
     ~InputContext() {
-        if (fContext != nullptr) ImmReleaseContext(fWindow, fContext);
+        if (context != nullptr) ImmReleaseContext(window, context);
     }
-    HIMC Get() const { return fContext; }
+    HIMC Get() const { return context; }
 
 private:
-    HWND fWindow;
-    HIMC fContext;
+    HWND window;
+    HIMC context;
 };
 
 bool IsOfClass(HWND window, const wchar_t* className) noexcept {
@@ -41,7 +42,7 @@ bool IsOfClass(HWND window, const wchar_t* className) noexcept {
 
 } // namespace
 
-NativeWindow MakeWindow(const WindowRequest& request) noexcept {
+NativeWindow MakeWindow(const WindowRequest& request) {
     return Opaque(IsolatedCall([&request] {
         return CreateWindowExW(
             request.extendedStyle, Wide(request.className), Wide(request.text), request.style, request.left,
@@ -77,32 +78,35 @@ std::u16string NewUniqueName() {
 }
 
 void CloseWindow(NativeWindow window) noexcept {
-    if (window != nullptr) DestroyWindow(Handle(window));
+    if (window == nullptr) return;
+    try {
+        CallingProcedures([=] { return DestroyWindow(Handle(window)); });
+    } catch (const std::exception&) {
+        // The window is gone all the same, and boxes close theirs in destructors.
+    }
 }
 
 bool IsWindowAlive(NativeWindow window) noexcept { return IsWindow(Handle(window)) != FALSE; }
 
-void ShowOrHide(NativeWindow window, bool show) noexcept {
-    ShowWindow(Handle(window), show ? SW_SHOW : SW_HIDE);
-}
+void ShowOrHide(NativeWindow window, bool show) { ShowWindow(Handle(window), show ? SW_SHOW : SW_HIDE); }
 
 bool IsShown(NativeWindow window) noexcept { return IsWindowVisible(Handle(window)) != FALSE; }
 
-void PaintNow(NativeWindow window) noexcept { UpdateWindow(Handle(window)); }
+void PaintNow(NativeWindow window) { UpdateWindow(Handle(window)); }
 
-void Enable(NativeWindow window, bool enabled) noexcept { EnableWindow(Handle(window), enabled); }
+void Enable(NativeWindow window, bool enabled) { EnableWindow(Handle(window), enabled); }
 
 bool IsEnabled(NativeWindow window) noexcept { return IsWindowEnabled(Handle(window)) != FALSE; }
 
-void Focus(NativeWindow window) noexcept {
+void Focus(NativeWindow window) {
     // A null window would take the focus from whoever has it.
     if (window != nullptr) SetFocus(Handle(window));
 }
 
-void Activate(NativeWindow window) noexcept { SetActiveWindow(Handle(window)); }
+void Activate(NativeWindow window) { SetActiveWindow(Handle(window)); }
 
 void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32_t width,
-            std::int32_t height) noexcept {
+            std::int32_t height) {
     MoveWindow(Handle(window), left, top, width, height, TRUE);
 }
 
@@ -123,6 +127,11 @@ Extent WorkArea() noexcept { return {GetSystemMetrics(SM_CXFULLSCREEN), GetSyste
 NativeWindow ParentOf(NativeWindow window) noexcept { return Opaque(GetParent(Handle(window))); }
 
 NativeWindow TopLevelOf(NativeWindow window) noexcept { return Opaque(GetAncestor(Handle(window), GA_ROOT)); }
+
+NativeWindow OwnerOfDialog(NativeWindow parent) noexcept {
+    const HWND root = IsWindow(Handle(parent)) ? GetAncestor(Handle(parent), GA_ROOT) : nullptr;
+    return root != GetDesktopWindow() ? Opaque(root) : nullptr;
+}
 
 NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept {
     return Opaque(GetDlgItem(Handle(window), id));
@@ -150,18 +159,17 @@ std::uint32_t StyleOf(NativeWindow window) noexcept {
     return static_cast<std::uint32_t>(GetWindowLongW(Handle(window), GWL_STYLE));
 }
 
-void SetStyle(NativeWindow window, std::uint32_t style) noexcept {
+void SetStyle(NativeWindow window, std::uint32_t style) {
     SetWindowLongW(Handle(window), GWL_STYLE, static_cast<LONG>(style));
 }
 
-void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) noexcept {
+void InsertTab(NativeWindow window, std::int32_t index, const char16_t* text) {
     if (window == nullptr) return;
     TCITEMW item = {};
     item.mask = TCIF_TEXT | TCIF_IMAGE;
     item.pszText = Wide(const_cast<char16_t*>(text)); // only read
     item.iImage = -1;
-    SendMessageW(Handle(window), TCM_INSERTITEMW, static_cast<WPARAM>(index),
-                 reinterpret_cast<LPARAM>(&item));
+    Send(window, TCM_INSERTITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
 }
 
 void TrimSystemMenu(NativeWindow window) noexcept {
@@ -176,12 +184,12 @@ void GrayCloseItem(NativeWindow window) noexcept {
     EnableMenuItem(GetSystemMenu(Handle(window), FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
 }
 
-void SetInputMethodOpen(NativeWindow window, bool open) noexcept {
+void SetInputMethodOpen(NativeWindow window, bool open) {
     const InputContext context(Handle(window));
     if (context.Get() != nullptr) ImmSetOpenStatus(context.Get(), open);
 }
 
-void ShowErrorMessage(NativeWindow owner, const char16_t* text) noexcept {
+void ShowErrorMessage(NativeWindow owner, const char16_t* text) {
     MessageBoxW(Handle(owner), Wide(text), L"", MB_ICONHAND);
 }
 

@@ -1,8 +1,8 @@
 #include "toolkit/dialog/modal_run.h"
 
-#include "unit/toolkit/dialog/dialog_fixture.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/window_messages.h"
+#include "unit/toolkit/dialog/dialog_fixture.h"
 
 #include <stdexcept>
 #include <string>
@@ -57,11 +57,18 @@ TEST_F(ModalRunTest, EndsWithTheAnswerOfTheHost) {
 TEST_F(ModalRunTest, AnyOtherEndingOfTheLoopIsNegative) {
     DialogOwner dialog = MadeDialog(host);
     EXPECT_FALSE(ZeveRunModal(dialog.get())) << "the loop failed";
-    State().script.push_back([] { platform::PostQuit(5); });
-    EXPECT_FALSE(ZeveRunModal(dialog.get())) << "a quit of somebody else's";
 }
 
-TEST_F(ModalRunTest, TellsTheHostBeforeItShowsTheWindow) {
+TEST_F(ModalRunTest, AHandleThatIsNullRaisesTheToolkitsError) {
+    try {
+        (void)ZeveRunModal(nullptr);
+        FAIL() << "nothing was thrown";
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(), "nil pointer");
+    }
+}
+
+TEST_F(ModalRunTest, AnnouncesItselfToTheHostBeforeItShowsTheWindow) {
     DialogOwner dialog = MadeDialog(host);
     bool wasShown = true;
     host.answer = [&](std::int32_t what, EventRecord& record) {
@@ -98,8 +105,9 @@ TEST_F(ModalRunTest, TakesItsStepsInThisOrder) {
     for (const headless::Call& call : State().calls)
         if (call.name != "IsWindowAlive") steps.push_back(call.name);
     EXPECT_EQ(steps,
-              (std::vector<std::string>{"the host hears of it", "Enable", "Send", "ShowOrHide", "PaintNow",
-                                        "HandleNextMessage", "Enable", "Send", "Activate"}));
+              (std::vector<std::string>{"TakePendingQuit", "the host hears of it", "OwnerOfDialog",
+                                        "TopLevelOf", "IsEnabled", "Enable", "Send", "ShowOrHide", "PaintNow",
+                                        "HandleNextMessage", "WakeLoop", "Enable", "Send", "Activate"}));
 }
 
 TEST_F(ModalRunTest, DisablesTheParentMeanwhile) {
@@ -199,49 +207,285 @@ TEST_F(ModalRunTest, ADialogMayBeDeletedInItsOwnRun) {
     EXPECT_FALSE(IsModalRunUnderWay());
 }
 
-// --- Loops of the host's own ---
+// --- The parent ---
 
-TEST_F(ModalRunTest, AQuitThatTheHostsOwnLoopTookEndsTheRunAllTheSame) {
+TEST_F(ModalRunTest, AParentThatIsAControlStandsForItsTopLevelWindow) {
+    const NativeWindow owner = PlainWindow();
+    platform::WindowRequest request;
+    request.style = 0x40000000;
+    request.parent = owner;
+    const NativeWindow control = platform::MakeWindow(request);
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, control);
+    bool wasOwnerEnabled = true, wasControlEnabled = false;
+    State().script.push_back([&] {
+        wasOwnerEnabled = platform::IsEnabled(owner);
+        wasControlEnabled = platform::IsEnabled(control);
+    });
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_FALSE(wasOwnerEnabled);
+    EXPECT_TRUE(wasControlEnabled);
+    EXPECT_TRUE(platform::IsEnabled(owner));
+    EXPECT_EQ(State().active, owner);
+}
+
+TEST_F(ModalRunTest, AParentThatWasDisabledBeforeStaysDisabled) {
+    const NativeWindow parent = PlainWindow();
+    platform::Enable(parent, false);
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    Press(dialog.get(), 1);
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_FALSE(platform::IsEnabled(parent));
+}
+
+TEST_F(ModalRunTest, TheDesktopCountsAsNoParent) {
+    State().desktop = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, State().desktop);
+    State().calls.clear();
+    Press(dialog.get(), 1);
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_TRUE(CallsOf("Enable").empty());
+}
+
+// --- The end is a mark of the run ---
+
+TEST_F(ModalRunTest, AnAnswerEndsTheRunAtOnceAndPostsNoQuit) {
     for (const std::uintptr_t command : {1u, 2u}) {
         DialogOwner dialog = MadeDialog(host);
-        State().script.push_back([&] {
-            platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
-            State().quit.reset();
-        });
-        State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+        State().calls.clear();
+        platform::Post(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
+        platform::Post(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
         EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
-        EXPECT_FALSE(State().quit.has_value());
+        EXPECT_TRUE(host.Messages(kMessageTimer).empty()) << "what was posted later stays in the queue";
+        EXPECT_TRUE(CallsOf("PostQuit").empty());
+        State().posted.clear();
+    }
+}
+
+TEST_F(ModalRunTest, TheLastOfSeveralAnswersCounts) {
+    DialogOwner dialog = MadeDialog(host);
+    const NativeWindow window = ZeveTopWindow(dialog.get());
+    for (const std::uintptr_t last : {1u, 2u}) {
+        State().script.push_back([=] {
+            platform::Send(window, kMessageCommand, 3 - last, 0);
+            platform::Send(window, kMessageCommand, last, 0);
+        });
+        EXPECT_EQ(ZeveRunModal(dialog.get()), last == 1);
+    }
+}
+
+TEST_F(ModalRunTest, AnAnswerBeforeTheWindowIsShownEndsTheRunWithoutShowingIt) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        DialogOwner dialog = MadeDialog(host, kTwoButtons, PlainWindow());
+        const NativeWindow window = ZeveTopWindow(dialog.get());
+        host.answer = [=](std::int32_t what, EventRecord& record) -> std::uint64_t {
+            if (what == kWhatModalRun) platform::Send(window, kMessageCommand, command, 0);
+            if (what != kWhatMessage || record.Read(kKeyEventRecord) != kMessageCommand)
+                return kAnswerDefault;
+            return command == 1 ? kAnswerEndPositive : kAnswerEndNegative;
+        };
+        State().calls.clear();
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        EXPECT_TRUE(CallsOf("ShowOrHide").empty());
+        EXPECT_TRUE(CallsOf("Enable").empty());
+    }
+}
+
+TEST_F(ModalRunTest, AnAnswerOfADialogWithoutARunEndsNothing) {
+    DialogOwner dialog = MadeDialog(host), idle = MadeDialog(alertHost);
+    State().script.push_back([&] { platform::Send(ZeveTopWindow(idle.get()), kMessageCommand, 1, 0); });
+    bool wentOn = false;
+    State().script.push_back([&] { wentOn = true; });
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_TRUE(wentOn);
+}
+
+TEST_F(ModalRunTest, AnAnswerInsideAMessageOfAnotherThreadWakesTheLoop) {
+    for (const std::uintptr_t command : {1u, 2u}) {
+        DialogOwner dialog = MadeDialog(host);
+        State().sentByOthers.push_back(
+            [&] { platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0); });
+        State().sentByOthers.push_back([] { ADD_FAILURE() << "the loop waited on"; });
+        EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
+        State().sentByOthers.clear();
+    }
+}
+
+TEST_F(ModalRunTest, TheEndOfBothRunsWakesBothLoops) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    const NativeWindow window = ZeveTopWindow(dialog.get());
+    // The dialog's loop waits in the message that opens the alert, the alert's loop in the one that ends the
+    // dialog.
+    State().sentByOthers.push_back([=] { platform::Send(window, kUser, 0, 0); });
+    State().sentByOthers.push_back([=] { platform::Send(window, kMessageCommand, 1, 0); });
+    State().sentByOthers.push_back([] { ADD_FAILURE() << "a loop waited on"; });
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
+    EXPECT_EQ(State().sentByOthers.size(), 1u);
+    State().sentByOthers.clear();
+}
+
+TEST_F(ModalRunTest, AnAlertThatEndsAloneInsideASentMessageLeavesTheDialogWaiting) {
+    DialogOwner dialog = MadeDialog(host);
+    LetAlertsRunOver(dialog.get());
+    const NativeWindow window = ZeveTopWindow(dialog.get());
+    State().sentByOthers.push_back([=] { platform::Send(window, kUser, 0, 0); });
+    State().sentByOthers.push_back([this] { platform::Send(alertWindow, kMessageCommand, 1, 0); });
+    State().sentByOthers.push_back([=] { platform::Send(window, kMessageCommand, 1, 0); });
+    EXPECT_TRUE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{true}));
+    EXPECT_EQ(CallsOf("HandleNextMessage").size(), 2u) << "one wait for each loop";
+}
+
+// --- Windows that go ---
+
+TEST_F(ModalRunTest, ADialogThatIsDestroyedWhileItsParentIsDisabledIsNotWaitedFor) {
+    for (const bool destroysParent : {false, true}) {
+        const NativeWindow parent = PlainWindow();
+        DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+        const NativeWindow window = ZeveTopWindow(dialog.get());
+        State().answer = [=](const headless::Message& message) -> std::optional<std::intptr_t> {
+            if (message.window == parent && message.number == kMessageActivate && message.wparam == 0)
+                platform::CloseWindow(destroysParent ? parent : window);
+            return 0;
+        };
+        if (destroysParent) headless::FindWindow(window)->parent = parent; // an owner takes its dialog along
+        State().calls.clear();
+        EXPECT_FALSE(ZeveRunModal(dialog.get()));
+        EXPECT_TRUE(CallsOf("HandleNextMessage").empty());
+        EXPECT_TRUE(CallsOf("ShowOrHide").empty());
+        EXPECT_EQ(platform::IsEnabled(parent), !destroysParent);
+        EXPECT_FALSE(IsModalRunUnderWay());
+        State().answer = nullptr;
+    }
+}
+
+TEST_F(ModalRunTest, AWindowThatGoesWithoutAMessageEndsItsLoopToo) {
+    DialogOwner dialog = MadeDialog(host);
+    const NativeWindow window = ZeveTopWindow(dialog.get());
+    State().script.push_back(
+        [=] { std::erase_if(State().windows, [=](const auto& other) { return other->handle == window; }); });
+    State().script.push_back([] { ADD_FAILURE() << "the loop waited on"; });
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+}
+
+// --- Quit messages of the host ---
+
+TEST_F(ModalRunTest, AQuitOfTheHostCancelsTheRunAndIsPostedAgain) {
+    for (const std::int32_t code : {0, 1, 5, -7}) {
+        const NativeWindow parent = PlainWindow();
+        DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+        State().script.push_back([=] { platform::PostQuit(code); });
+        State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+        EXPECT_FALSE(ZeveRunModal(dialog.get()));
+        EXPECT_EQ(State().quit, code);
+        EXPECT_TRUE(platform::IsEnabled(parent));
+        State().quit.reset();
         State().script.clear();
     }
 }
 
-TEST_F(ModalRunTest, SoDoesOneThatEndsADialogBelow) {
+TEST_F(ModalRunTest, AQuitOfTheHostCancelsAllRunsAndIsPostedAgainAfterTheOutermost) {
     DialogOwner dialog = MadeDialog(host);
-    LetAlertsRunOver(dialog.get());
+    bool wasPostedEarly = true;
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage || record.Read(kKeyEventRecord) != kUser) return kAnswerDefault;
+        alertAnswers.push_back(RunAlert(ZeveTopWindow(dialog.get())));
+        alertAnswers.push_back(RunAlert(ZeveTopWindow(dialog.get())));
+        wasPostedEarly = State().quit.has_value();
+        return kAnswerEndPositive;
+    };
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
-    State().script.push_back([&] {
-        platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, 1, 0);
-        State().quit.reset();
-    });
+    State().script.push_back([] { platform::PostQuit(1); });
     State().script.push_back([] { ADD_FAILURE() << "a loop went on"; });
-    EXPECT_TRUE(ZeveRunModal(dialog.get()));
-    EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
-    EXPECT_FALSE(State().quit.has_value());
+    EXPECT_FALSE(ZeveRunModal(dialog.get())) << "whatever its host answers later";
+    EXPECT_EQ(alertAnswers, (std::vector<bool>{false, false}));
+    EXPECT_FALSE(wasPostedEarly);
+    EXPECT_EQ(State().quit, 1);
+    EXPECT_EQ(CallsOf("PaintNow").size(), 2u) << "the dialog and the first alert are shown";
 }
 
-TEST_F(ModalRunTest, SoDoesAnException) {
+TEST_F(ModalRunTest, APendingQuitLetsNoRunBegin) {
+    const NativeWindow parent = PlainWindow();
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    host.events.clear();
+    State().calls.clear();
+    platform::PostQuit(3);
+    EXPECT_FALSE(ZeveRunModal(dialog.get()));
+    EXPECT_EQ(State().quit, 3);
+    EXPECT_TRUE(CallsOf("ShowOrHide").empty());
+    EXPECT_TRUE(CallsOf("Enable").empty());
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(ModalRunTest, AQuitOfTheHostSurvivesAnException) {
     DialogOwner dialog = MadeDialog(host);
-    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
-        if (what == kWhatMessage) throw std::out_of_range("in a message");
-        return 0;
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage || record.Read(kKeyEventRecord) != kUser) return kAnswerDefault;
+        RunAlert(ZeveTopWindow(dialog.get()));
+        throw std::out_of_range("after the alert");
     };
-    State().script.push_back([&] {
-        platform::Send(ZeveTopWindow(dialog.get()), kUser, 0, 0);
-        State().quit.reset();
-    });
-    State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
-    EXPECT_FALSE(State().quit.has_value());
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    State().script.push_back([] { platform::PostQuit(4); });
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_EQ(State().quit, 4);
+}
+
+// --- Exceptions of the host's own windows ---
+
+class HostWindowThatThrows : public ModalRunTest {
+protected:
+    HostWindowThatThrows() {
+        State().answer = [this](const headless::Message& message) -> std::optional<std::intptr_t> {
+            if (message.window != parent) return std::nullopt;
+            if (message.number == throwsAt && message.wparam == throwsAtWparam)
+                throw std::range_error("host");
+            if (message.number == kUser + 1) throw 42;
+            return 0;
+        };
+    }
+
+    NativeWindow parent = PlainWindow();
+    std::uint32_t throwsAt = kUser;
+    std::uintptr_t throwsAtWparam = 0;
+};
+
+TEST_F(HostWindowThatThrows, EndsTheRunWithItsParentEnabled) {
+    for (const std::uint32_t message : {kUser, kUser + 1}) {
+        DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+        platform::Post(parent, message, 0, 0);
+        State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
+        EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::runtime_error);
+        EXPECT_TRUE(platform::IsEnabled(parent));
+        EXPECT_FALSE(IsModalRunUnderWay());
+        State().script.clear();
+        Press(dialog.get(), 1);
+        EXPECT_TRUE(ZeveRunModal(dialog.get())) << "the next run";
+    }
+}
+
+TEST_F(HostWindowThatThrows, WhileItIsDisabledIsEnabledAgain) {
+    for (const std::uintptr_t isActivated : {0u, 1u}) {
+        throwsAt = kMessageActivate;
+        throwsAtWparam = isActivated;
+        DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+        State().script.clear();
+        Press(dialog.get(), 1);
+        EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::range_error);
+        EXPECT_TRUE(platform::IsEnabled(parent));
+        EXPECT_FALSE(IsModalRunUnderWay());
+    }
+}
+
+TEST_F(HostWindowThatThrows, UnderAnAlertEndsBothRuns) {
+    DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
+    LetAlertsRunOver(dialog.get());
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    State().script.push_back([this] { platform::Send(parent, kUser, 0, 0); });
+    State().script.push_back([] { ADD_FAILURE() << "a loop went on"; });
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::range_error);
+    EXPECT_TRUE(alertAnswers.empty());
+    EXPECT_TRUE(platform::IsEnabled(parent));
 }
 
 // --- Exceptions ---
@@ -336,6 +580,22 @@ TEST_F(ModalRunTest, TheNextRunIsNotTouchedByAnEarlierException) {
     EXPECT_TRUE(ZeveRunModal(dialog.get()));
 }
 
+TEST_F(ModalRunTest, AnExceptionOfTheDialogBelowAnAlertIsNoAnswerAndComesOutOfBothRuns) {
+    DialogOwner dialog = MadeDialog(host);
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage) return 0;
+        if (record.Read(kKeyEventRecord) == kUser)
+            alertAnswers.push_back(RunAlert(ZeveTopWindow(dialog.get())));
+        if (record.Read(kKeyEventRecord) == kMessageTimer) throw std::out_of_range("in the dialog below");
+        return kAnswerDefault;
+    };
+    ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
+    ScriptMessage(ZeveTopWindow(dialog.get()), kMessageTimer);
+    State().script.push_back([] { ADD_FAILURE() << "a loop went on"; });
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_TRUE(alertAnswers.empty());
+}
+
 // --- Runs inside runs ---
 
 TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogGoesOn) {
@@ -351,7 +611,7 @@ TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogGoesOn) {
     EXPECT_TRUE(platform::IsEnabled(ZeveTopWindow(dialog.get())));
 }
 
-TEST_F(ModalRunTest, AQuitForTheDialogBelowEndsTheAlertAsByItsSecondButtonAndThenTheDialog) {
+TEST_F(ModalRunTest, TheEndOfTheDialogBelowEndsTheAlertFirstAsByItsSecondButton) {
     for (const std::uintptr_t command : {1u, 2u}) {
         alertAnswers.clear();
         DialogOwner dialog = MadeDialog(host);
@@ -364,7 +624,7 @@ TEST_F(ModalRunTest, AQuitForTheDialogBelowEndsTheAlertAsByItsSecondButtonAndThe
     }
 }
 
-TEST_F(ModalRunTest, TheAlertsOwnAnswerComesTooLateAfterAQuitForTheDialogBelow) {
+TEST_F(ModalRunTest, TheAlertsOwnAnswerIsTooLateAfterTheEndOfTheDialogBelow) {
     DialogOwner dialog = MadeDialog(host);
     LetAlertsRunOver(dialog.get());
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
@@ -376,21 +636,24 @@ TEST_F(ModalRunTest, TheAlertsOwnAnswerComesTooLateAfterAQuitForTheDialogBelow) 
     EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
 }
 
-TEST_F(ModalRunTest, AnAlertThatBeginsAfterTheQuitEndsWithTheDialog) {
+TEST_F(ModalRunTest, AnAlertThatBeginsAfterTheEndOfItsDialogIsNotShown) {
     for (const std::uintptr_t command : {1u, 2u}) {
         alertAnswers.clear();
         DialogOwner dialog = MadeDialog(host);
         LetAlertsRunOver(dialog.get());
-        // Both wait already when the loop begins, and a quit message comes last.
-        platform::Post(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
-        platform::Post(ZeveTopWindow(dialog.get()), kUser, 0, 0);
+        const NativeWindow window = ZeveTopWindow(dialog.get());
+        State().calls.clear();
+        State().script.push_back([=] {
+            platform::Send(window, kMessageCommand, command, 0);
+            platform::Send(window, kUser, 0, 0);
+        });
         EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
         EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
-        EXPECT_FALSE(State().quit.has_value());
+        EXPECT_EQ(CallsOf("PaintNow").size(), 1u) << "the dialog alone is shown";
     }
 }
 
-TEST_F(ModalRunTest, AQuitForTheLowestOfThreeEndsAllThree) {
+TEST_F(ModalRunTest, TheEndOfTheLowestOfThreeEndsAllThree) {
     DialogOwner bottom = MadeDialog(host), middle;
     TestHost middleHost;
     bool middleAnswer = true;

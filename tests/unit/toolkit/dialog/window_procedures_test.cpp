@@ -1,13 +1,12 @@
 #include "toolkit/dialog/window_procedures.h"
 
-#include "unit/toolkit/dialog/dialog_fixture.h"
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
-#include "toolkit/boxes/eve_box.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/window_messages.h"
+#include "unit/toolkit/dialog/dialog_fixture.h"
 
-#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -110,12 +109,12 @@ TEST_F(WindowProcedures, MovingTheFocusCanBeConsumedAsAnyMessage) {
     EXPECT_TRUE(CallsOf("DefaultDialogAnswer").empty());
 }
 
-TEST_F(WindowProcedures, AnswersTwoAndThreePostTheQuitCode) {
-    for (const auto& [answer, code] : std::map<std::uint64_t, std::int32_t>{{2, 1}, {3, 0}}) {
+TEST_F(WindowProcedures, AnswersTwoAndThreeAreConsumedAndPostNoQuit) {
+    for (const std::uint64_t answer : {2u, 3u}) {
         AnswerMessages(answer);
         EXPECT_EQ(DialogProcedure(root.window, kUser, 0, 0), 0);
-        ASSERT_TRUE(State().quit.has_value());
-        EXPECT_EQ(*State().quit, code);
+        EXPECT_TRUE(CallsOf("PostQuit").empty());
+        EXPECT_TRUE(CallsOf("DefaultAnswer").empty());
     }
 }
 
@@ -184,6 +183,13 @@ TEST_F(WindowProcedures, APaintMessageThatFailsIsPaintedByTheSystem) {
     EXPECT_EQ(CallsOf("DefaultAnswer").size(), 1u);
 }
 
+TEST_F(WindowProcedures, APaintMessageThatFailsTwiceIsAnsweredWithZero) {
+    host.answer = [](std::int32_t, EventRecord&) -> std::uint64_t { throw 1; };
+    State().answer = [](const headless::Message&) -> std::optional<std::intptr_t> { throw 2; };
+    EXPECT_EQ(DialogProcedure(root.window, kMessagePaint, 0, 0), 0);
+    EXPECT_TRUE(IsExceptionKept());
+}
+
 TEST_F(WindowProcedures, AHostMayDeleteWhatItIsAskedFor) {
     host.answer = [this](std::int32_t, EventRecord&) {
         UnregisterDialog(link);
@@ -191,7 +197,6 @@ TEST_F(WindowProcedures, AHostMayDeleteWhatItIsAskedFor) {
         return std::uint64_t(3);
     };
     EXPECT_EQ(DialogProcedure(root.window, kUser, 0, 0), 0);
-    EXPECT_EQ(State().quit, 0);
 }
 
 TEST_F(WindowProcedures, TheFirstDialogOfTheRegistryWithThatWindowIsAsked) {
@@ -260,6 +265,17 @@ TEST_F(WindowProcedures, AControlIsNotClosed) {
 TEST_F(WindowProcedures, WithoutASavedProcedureTheAnswerIsZero) {
     State().answer = [](const headless::Message&) { return 5; };
     EXPECT_EQ(ControlProcedure(PlainWindow(), kUser, 0, 0), 0);
+}
+
+TEST_F(WindowProcedures, WhatAControlsOwnProcedureThrowsIsKept) {
+    State().answer = [](const headless::Message&) -> std::optional<std::intptr_t> {
+        throw std::runtime_error("own");
+    };
+    for (const auto procedure : {&ControlProcedure, &EditProcedure}) {
+        EXPECT_EQ(procedure(Control(), kUser, 0, 0), 0);
+        EXPECT_TRUE(IsExceptionKept());
+        ForgetKeptException();
+    }
 }
 
 class TabInAControl : public WindowProcedures {

@@ -1,13 +1,13 @@
 #include "toolkit/dialog/zeve_dialog.h"
 
-#include "unit/toolkit/dialog/dialog_fixture.h"
 #include "support/failing_allocator.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog/modal_run.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
-#include "toolkit/dialog/modal_run.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/window_messages.h"
+#include "unit/toolkit/dialog/dialog_fixture.h"
 #include "view/scope/expression_scope.h"
 
 #include <stdexcept>

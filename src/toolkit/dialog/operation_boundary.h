@@ -1,8 +1,8 @@
-// Which exceptions leave the operations of a dialog.
+// Which exceptions leave an operation of a dialog: the boundary around each function of zeve_dialog.h.
 #pragma once
 
-#include "toolkit/kept_exception.h"
 #include "toolkit/dialog/modal_run.h"
+#include "toolkit/kept_exception.h"
 
 #include <exception>
 #include <stdexcept>
@@ -10,27 +10,27 @@
 
 namespace brixen::zeve {
 
-// The object of a pointer; a null one raises the toolkit's error for it.
+// The object of a pointer. Throws the toolkit's error for a null one.
 template <class T>
 T& Existing(T* object) {
     if (object == nullptr) throw std::logic_error("nil pointer");
     return *object;
 }
 
-namespace guarded_detail {
+namespace operation_boundary_detail {
 
-// An exception is on its way already. One that is kept besides goes to the modal run that will end for it;
-// where there is none, it must not come up in an operation that has nothing to do with it.
+// An exception is on its way already. One that is kept besides belongs to the modal run that will end by it;
+// without a run, it must not come up in an operation that has nothing to do with it.
 inline void DropOrphanedException() noexcept {
     if (!IsModalRunUnderWay()) ForgetKeptException();
 }
 
-} // namespace guarded_detail
+} // namespace operation_boundary_detail
 
-// Runs an operation that can send messages: what its window procedures kept is thrown here. Lets exceptions
+// Runs an operation that can send messages and throws what its window procedures kept. Lets exceptions
 // derived from std::exception pass; for any other the result is null, false or nothing.
 template <class Operation>
-std::invoke_result_t<Operation> Guarded(Operation operation) {
+std::invoke_result_t<Operation> PassingStandardExceptions(Operation operation) {
     using Result = std::invoke_result_t<Operation>;
     try {
         if constexpr (std::is_void_v<Result>) {
@@ -42,21 +42,22 @@ std::invoke_result_t<Operation> Guarded(Operation operation) {
             return result;
         }
     } catch (const std::exception&) {
-        guarded_detail::DropOrphanedException();
+        operation_boundary_detail::DropOrphanedException();
         throw;
     } catch (...) {
-        guarded_detail::DropOrphanedException();
+        operation_boundary_detail::DropOrphanedException();
         return Result();
     }
 }
 
+// Runs such an operation and swallows every exception.
 template <class Operation>
-void Swallowing(Operation operation) noexcept {
+void SwallowingExceptions(Operation operation) noexcept {
     try {
         operation();
         ThrowKeptException();
     } catch (...) {
-        guarded_detail::DropOrphanedException();
+        operation_boundary_detail::DropOrphanedException();
     }
 }
 

@@ -1,0 +1,34 @@
+#include "toolkit/dialog/abandon_dialogs.h"
+
+#include "toolkit/boxes/eve_box.h"
+#include "toolkit/dialog/dpi_unaware_scope.h"
+#include "toolkit/dialog/modal_run.h"
+#include "toolkit/dialog_link.h"
+#include "toolkit/kept_exception.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "toolkit/toolkit_state.h"
+
+#include <utility>
+#include <vector>
+
+namespace brixen::zeve {
+
+namespace {
+
+void CloseWindowOf(const DialogLink& dialog) noexcept {
+    if (dialog.rootBox != nullptr) platform::CloseWindow(dialog.rootBox->TopLevelWindow());
+}
+
+} // namespace
+
+void AbandonDialogs() noexcept {
+    // Out of the registry first, so that no message of their windows reaches their hosts.
+    const std::vector<DialogLink*> dialogs = std::exchange(gToolkit.dialogs, {});
+    platform::UnlockUpdates();
+    AbandonRuns();
+    ForgetKeptException();
+    for (auto dialog = dialogs.rbegin(); dialog != dialogs.rend(); ++dialog) CloseWindowOf(**dialog);
+    DpiUnawareScope::AbandonAll();
+}
+
+} // namespace brixen::zeve

@@ -1,6 +1,7 @@
 #include "frame/exports/launcher_table.h"
 
 #include "frame/frame_state.h"
+#include "toolkit/dialog/abandon_dialogs.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/resources/resource_layer.h"
@@ -37,10 +38,7 @@ constexpr WorkflowRow kWorkflows[] = {
 } // namespace
 
 constinit const LauncherTable kLauncherTable = {
-    kWorkflows,
-    SelectLanguage,
-    LoadViewDescription,
-    ShutDownResources,
+    kWorkflows, SelectLanguage, LoadViewDescription, ShutDownResources, zeve::AbandonDialogs,
 };
 
 const LauncherTable& GetLaunchers() noexcept {

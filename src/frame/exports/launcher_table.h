@@ -24,12 +24,14 @@ struct WorkflowRow {
     bool offersCancel = false;         // the bag says whether busy panes may be canceled
 };
 
-// The workflows, and the calls of the engine that the exports need. Each of the functions may throw.
+// The workflows, and the calls of the engine that the exports need. Each of the functions
+// may throw unless its type says otherwise.
 struct LauncherTable {
     std::span<const WorkflowRow> workflows;
     void (*selectLanguage)(const std::string& language);
     std::string (*loadViewDescription)(const std::string& name);
     void (*shutDownResources)();
+    void (*abandonDialogs)() noexcept; // frees the dialogs of a stack that was left without destructors
 
     // Returns null when the library does not have that workflow.
     [[nodiscard]] const WorkflowRow* Find(std::uint16_t number) const noexcept;

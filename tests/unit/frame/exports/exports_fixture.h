@@ -48,6 +48,8 @@ inline void RecordShutDown() {
     if (gEngine.onShutDown) gEngine.onShutDown();
 }
 
+inline void RecordAbandon() noexcept { gEngine.calls.push_back("abandon dialogs"); }
+
 inline constexpr WorkflowRow kTestWorkflows[] = {
     {.name = "First", .run = RecordRun, .type = 11, .number = 1},
     {.name = "Second",
@@ -61,7 +63,7 @@ inline constexpr WorkflowRow kTestWorkflows[] = {
     {.name = "Fourth", .run = RecordRun, .type = 14, .number = 4, .showsHostName = true},
 };
 
-inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown};
+inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown, RecordAbandon};
 
 class Exports : public testing::Test {
 protected:

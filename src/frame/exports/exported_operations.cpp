@@ -7,6 +7,7 @@
 #include "frame/frame_state.h"
 #include "frame/log.h"
 #include "frame/pavane_context.h"
+#include "frame/platform/foreign_exceptions.h"
 
 namespace brixen::pvn {
 namespace {
@@ -34,13 +35,27 @@ Status RunInContext(std::uint16_t number, void* parentWindow, Status statusBefor
     return LaunchWorkflow(*workflow.row, workflow.language, parentWindow);
 }
 
-Status RunWithMark(std::uint16_t number, void* parentWindow, const RunMark& mark) {
+struct MarkedRun {
+    std::uint16_t number;
+    void* parentWindow;
+    Status statusBefore; // the latest status from before the mark
+    Status status = kStatusException;
+};
+
+Status RunWithMark(const MarkedRun& run) {
     if (!GetFrameState().gPavaneContext) {
         LogRequirement(kRunWithoutContext);
         return kStatusNotInitialized;
     }
-    return RunInContext(number, parentWindow, mark.StatusBefore());
+    return RunInContext(run.number, run.parentWindow, run.statusBefore);
 }
+
+void MakeRun(void* argument) {
+    MarkedRun& run = *static_cast<MarkedRun*>(argument);
+    run.status = StoreLastError(RunWithMark(run));
+}
+
+void UndoRun(void*) { AbandonRun(); }
 
 } // namespace
 
@@ -69,12 +84,20 @@ Status PreloadWorkflow(std::uint16_t number) {
     return StoreLastError(Prepare(workflow));
 }
 
+void AbandonRun() noexcept {
+    GetLaunchers().abandonDialogs();
+    StoreLastError(kStatusException);
+    GetFrameState().gPreloadedWorkflow = 0;
+    EndRun();
+}
+
 Status RunWorkflow(std::uint16_t number, void* parentWindow) {
     const RunMark mark;
     if (!mark.IsOurs()) return StoreLastError(kStatusBadArgument);
-    const Status status = StoreLastError(RunWithMark(number, parentWindow, mark));
+    MarkedRun run{number, parentWindow, mark.StatusBefore()};
+    CallUndoingWhenLeft(MakeRun, &run, UndoRun);
     GetFrameState().gPreloadedWorkflow = 0; // so that the next run prepares again
-    return status;
+    return run.status;
 }
 
 void Terminate() noexcept {

@@ -12,6 +12,11 @@ namespace brixen::pvn {
 [[nodiscard]] Status PreloadWorkflow(std::uint16_t number);
 [[nodiscard]] Status RunWorkflow(std::uint16_t number, void* parentWindow);
 
+// Undoes a run whose stack is left without destructors, because the host catches a structured exception above
+// Pavane_RunWorkflow. The dialogs are destroyed, their owners enabled, and the mark of the run is cleared
+// with all that a return does; the latest status is kStatusException. What the run had allocated is lost.
+void AbandonRun() noexcept;
+
 // Leaves gLastError alone.
 void Terminate() noexcept;
 

@@ -1,6 +1,7 @@
 #include "frame/exports/launcher_table.h"
 
 #include "frame/frame_state.h"
+#include "toolkit/dialog/abandon_dialogs.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/resources/resource_layer.h"
@@ -16,31 +17,28 @@ namespace {
 
 // To add a workflow, add its class to workflow/catalogue and its run function here.
 constexpr WorkflowRow kWorkflows[] = {
-    {.number = 1, .type = 1, .name = "Welcome", .run = RunWorkFlowFromBag<PVNWelcomeWorkFlow>},
-    {.number = 2,
+    {.name = "Welcome", .run = RunWorkFlowFromBag<PVNWelcomeWorkFlow>, .type = 1, .number = 1},
+    {.name = "Registration",
+     .run = nullptr,
+     .preloadView = "registration",
      .type = 2,
-     .name = "Registration",
-     .run = nullptr,
-     .showsHostName = true,
-     .offersCancel = true,
-     .preloadView = "registration"},
-    {.number = 3, .type = 3, .name = "Privacy", .run = RunWorkFlowFromBag<PVNPrivacyWorkFlow>},
-    {.number = 4,
-     .type = 4,
-     .name = "Connection",
-     .run = nullptr,
+     .number = 2,
      .showsHostName = true,
      .offersCancel = true},
-    {.number = 5, .type = 5, .name = "Feedback", .run = nullptr, .showsHostName = true, .offersCancel = true},
+    {.name = "Privacy", .run = RunWorkFlowFromBag<PVNPrivacyWorkFlow>, .type = 3, .number = 3},
+    {.name = "Connection",
+     .run = nullptr,
+     .type = 4,
+     .number = 4,
+     .showsHostName = true,
+     .offersCancel = true},
+    {.name = "Feedback", .run = nullptr, .type = 5, .number = 5, .showsHostName = true, .offersCancel = true},
 };
 
 } // namespace
 
 constinit const LauncherTable kLauncherTable = {
-    kWorkflows,
-    SelectLanguage,
-    LoadViewDescription,
-    ShutDownResources,
+    kWorkflows, SelectLanguage, LoadViewDescription, ShutDownResources, zeve::AbandonDialogs,
 };
 
 const LauncherTable& GetLaunchers() noexcept {

@@ -18,9 +18,14 @@ RunMark::RunMark() noexcept
     : statusBefore(GetFrameState().gLastError), isOurs(ChangeRunState(RunState::kIdle, RunState::kRunning)) {}
 
 RunMark::~RunMark() {
-    if (!isOurs || ChangeRunState(RunState::kRunning, RunState::kIdle)) return;
+    if (isOurs) EndRun();
+}
+
+void EndRun() noexcept {
+    std::atomic<RunState>& state = GetFrameState().runState;
+    if (ChangeRunState(RunState::kRunning, RunState::kIdle) || state == RunState::kIdle) return;
     FreeContextAndCloseLog();
-    GetFrameState().runState = RunState::kIdle;
+    state = RunState::kIdle;
 }
 
 bool IsRunUnderWay() noexcept { return GetFrameState().runState != RunState::kIdle; }

@@ -48,20 +48,22 @@ inline void RecordShutDown() {
     if (gEngine.onShutDown) gEngine.onShutDown();
 }
 
+inline void RecordAbandon() noexcept { gEngine.calls.push_back("abandon dialogs"); }
+
 inline constexpr WorkflowRow kTestWorkflows[] = {
-    {.number = 1, .type = 11, .name = "First", .run = RecordRun},
-    {.number = 2,
-     .type = 12,
-     .name = "Second",
+    {.name = "First", .run = RecordRun, .type = 11, .number = 1},
+    {.name = "Second",
      .run = RecordRun,
+     .preloadView = "second",
+     .type = 12,
+     .number = 2,
      .showsHostName = true,
-     .offersCancel = true,
-     .preloadView = "second"},
-    {.number = 3, .type = 13, .name = "Third", .run = nullptr},
-    {.number = 4, .type = 14, .name = "Fourth", .run = RecordRun, .showsHostName = true},
+     .offersCancel = true},
+    {.name = "Third", .run = nullptr, .type = 13, .number = 3},
+    {.name = "Fourth", .run = RecordRun, .type = 14, .number = 4, .showsHostName = true},
 };
 
-inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown};
+inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown, RecordAbandon};
 
 class Exports : public testing::Test {
 protected:

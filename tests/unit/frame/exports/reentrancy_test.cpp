@@ -1,5 +1,6 @@
 #include "unit/frame/exports/exports_fixture.h"
 
+#include "frame/exports/exported_operations.h"
 #include "frame/exports/run_mark.h"
 
 namespace brixen::pvn {
@@ -29,7 +30,7 @@ void OnThisThread(std::function<void()> call) { call(); }
 
 using Caller = void (*)(std::function<void()>);
 
-// Each call that comes in during a run, from the run's own thread and from another one.
+// Calls during a run, on the thread of the run and on another one.
 class PavaneDuringARun : public Exports, public testing::WithParamInterface<Caller> {
 protected:
     // Runs workflow 1 and makes that call in its middle.
@@ -122,6 +123,35 @@ TEST_P(PavaneDuringARun, PreparingCountsAsPartOfTheRun) {
     };
     EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
     EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run"));
+}
+
+TEST_F(Exports, AnAbandonedRunLeavesNothingOfItself) {
+    Pavane_Initialize(0, 0);
+    gEngine.run = [&](T_StorageInterface&) -> Status {
+        AbandonRun();
+        EXPECT_EQ(gEngine.calls.back(), "abandon dialogs");
+        EXPECT_FALSE(IsRunUnderWay());
+        EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_EXCEPTION);
+        EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
+        EXPECT_NE(GetFrameState().gPavaneContext, nullptr);
+        return kStatusSuccess;
+    };
+    Pavane_RunWorkflow(1, nullptr);
+    gEngine.run = nullptr;
+    EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_SUCCESS);
+}
+
+TEST_F(Exports, AnAbandonedRunCarriesOutADeferredTerminate) {
+    gEngine.run = [&](T_StorageInterface&) -> Status {
+        Pavane_Terminate();
+        AbandonRun();
+        EXPECT_EQ(GetFrameState().gPavaneContext, nullptr);
+        EXPECT_FALSE(IsRunUnderWay());
+        return kStatusSuccess;
+    };
+    Pavane_Initialize(0, 0);
+    Pavane_RunWorkflow(1, nullptr);
+    EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "abandon dialogs", "shut down"));
 }
 
 // A thread that makes calls to be refused from the mark of each run until the workflow itself runs.

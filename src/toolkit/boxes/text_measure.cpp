@@ -22,8 +22,7 @@ struct FontDeleter {
 };
 using OwnedFont = std::unique_ptr<NativeFontTag, FontDeleter>;
 
-// Pixels. Few characters are narrower, so a guess by it is rarely too short.
-constexpr std::int32_t kNarrowUnit = 4;
+constexpr std::int32_t kTypicalWidth = 8; // of a unit, in pixels, for the first guess
 constexpr std::size_t kSpareUnits = 2;
 
 // Finds how much of a text fits on a line. It measures little more than a line holds, so that measuring a
@@ -32,7 +31,7 @@ class LineFitter {
 public:
     LineFitter(NativeFont font, std::int32_t width)
         : font(font), width(width),
-          guess(static_cast<std::size_t>(std::max(width, 0) / kNarrowUnit) + kSpareUnits) {}
+          guess(static_cast<std::size_t>(std::max(width, 0) / kTypicalWidth) + kSpareUnits) {}
 
     platform::FittedText Fit(std::u16string_view text) {
         std::size_t units = std::min(text.size(), guess);

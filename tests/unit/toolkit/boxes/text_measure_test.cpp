@@ -105,11 +105,11 @@ TEST_F(TextMeasureTest, ALongTextTakesOneCallALineAndLittleMoreThanItsUnits) {
     constexpr std::size_t kUnits = 200'000;
     const std::string text(kUnits, 'x');
     EXPECT_EQ(Measure(text, 10 * kUnit).height, 20'000 * kLine);
-    EXPECT_EQ(Pieces(), 20'000u);
+    EXPECT_EQ(Pieces(), 20'000u + 1); // the first guess is too short
     EXPECT_LT(UnitsMeasured(), kUnits * 3 / 2);
     headless::State().calls.clear();
     EXPECT_EQ(Measure(text, 3'000 * kUnit).height, 67 * kLine);
-    EXPECT_EQ(Pieces(), 67u);
+    EXPECT_EQ(Pieces(), 67u + 1);
     EXPECT_LT(UnitsMeasured(), kUnits * 3 / 2);
 }
 
@@ -185,7 +185,7 @@ TEST_F(TextMeasureTest, WholeWordsTakeTimeLinearInTheText) {
     std::string text;
     for (int i = 0; i < 20'000; ++i) text += "seven z ";
     HeightInWords(text, 40 * kUnit);
-    EXPECT_EQ(Pieces(), 4'000u); // 40 units hold five times eight
+    EXPECT_EQ(Pieces(), 4'000u + 1); // 40 units hold five times eight
     EXPECT_LT(UnitsMeasured(), text.size() * 3 / 2);
     headless::State().calls.clear();
     // Every line is broken at its beginning.

@@ -85,28 +85,31 @@ bool IsEastAsian(char16_t unit) {
     return (unit >= 0x2E80 && unit <= 0x9FFF) || (unit >= 0xFF00 && unit <= 0xFFEF);
 }
 
+// Systems differ on whether the space after a word has to fit. Here it has to, which never makes a label too
+// low.
 bool MayBreakBefore(std::u16string_view text, std::size_t position) {
     const char16_t before = text[position - 1], after = text[position];
-    return before == u' ' || after == u' ' || IsEastAsian(before) || IsEastAsian(after);
+    return before == u' ' || IsEastAsian(before) || IsEastAsian(after);
 }
 
-// The length of the first line of a text that does not fit as a whole.
+// The length of the first line of a text that does not fit as a whole. A word longer than the line is not
+// cut.
 std::size_t LineLength(std::u16string_view text, std::size_t fittedUnits) {
     for (std::size_t length = fittedUnits; length > 0; --length) {
         if (MayBreakBefore(text, length)) return length;
     }
-    return PieceLength(text, fittedUnits); // a word longer than the line
+    std::size_t length = fittedUnits + 1;
+    while (length < text.size() && !MayBreakBefore(text, length)) ++length;
+    return length;
 }
 
 std::int64_t CountLines(LineFitter& fitter, std::u16string_view paragraph) {
     std::int64_t lines = 1;
-    for (;;) {
+    for (;; ++lines) {
         const std::size_t fittedUnits = fitter.Fit(paragraph).units;
         if (fittedUnits == paragraph.size()) return lines;
         paragraph.remove_prefix(LineLength(paragraph, fittedUnits));
-        if (paragraph.starts_with(u' ')) paragraph.remove_prefix(1);
         if (paragraph.empty()) return lines;
-        ++lines;
     }
 }
 

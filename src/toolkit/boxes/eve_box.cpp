@@ -48,6 +48,11 @@ void CEveBox::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attrib
 }
 
 CEveBox* CEveBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
+    Bind(attributes, parentBox);
+    return this;
+}
+
+void CEveBox::Bind(CExpressionScope& attributes, CEveBox* parentBox) {
     top = ShortNumber(attributes, "top"_name);
     left = ShortNumber(attributes, "left"_name);
     height = ShortNumber(attributes, "height"_name);
@@ -65,7 +70,6 @@ CEveBox* CEveBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     enabled = attributes.GetBooleanOr("enabled"_name, true);
     honoursReadOnly = attributes.GetBooleanOr("locked"_name, honoursReadOnly);
     checkBoxAware = attributes.GetBooleanOr("check_box_aware"_name, false);
-    return this;
 }
 
 void CEveBox::SetTextById(std::string_view text) const {

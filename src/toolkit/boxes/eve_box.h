@@ -85,6 +85,9 @@ protected:
     // window to be gone calls it first.
     void TearDown() noexcept;
 
+    // Does what CEveBox::Create does, for a class that makes another control than the class it derives from.
+    void Bind(CExpressionScope& attributes, CEveBox* parentBox);
+
     // Set and read the text of the first control of the dialog that has the box's id. A box without control
     // changes nothing and returns an empty text. A lone surrogate in a field is returned as three bytes,
     // which show it again.

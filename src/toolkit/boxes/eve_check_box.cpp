@@ -12,7 +12,7 @@ constexpr std::int16_t kCheckBoxGrowth = 2;
 } // namespace
 
 CEveBox* CEveCheckBox::Create(CExpressionScope& attributes, CEveBox* parentBox) {
-    CEveBox::Create(attributes, parentBox);
+    Bind(attributes, parentBox);
     height = CutTo16(height + kCheckBoxGrowth);
     width = CutTo16(width + kCheckBoxGrowth);
     MakeMarkControl(attributes,

@@ -13,7 +13,7 @@ void CEveStaticTextEnum::Prepare(CExpressionScope& viewAttributes, CExpressionSc
 }
 
 CEveBox* CEveStaticTextEnum::Create(CExpressionScope& attributes, CEveBox* parentBox) {
-    CEveBox::Create(attributes, parentBox);
+    Bind(attributes, parentBox);
     nameKey.clear(); // the name is only measured, never shown
     nameText.clear();
     itemsKey = attributes.GetStringOr("items"_name, "");

@@ -22,8 +22,7 @@ struct FontDeleter {
 };
 using OwnedFont = std::unique_ptr<NativeFontTag, FontDeleter>;
 
-// Pixels. Few characters are narrower, so a guess by it is rarely too short.
-constexpr std::int32_t kNarrowUnit = 4;
+constexpr std::int32_t kTypicalWidth = 8; // of a unit, in pixels, for the first guess
 constexpr std::size_t kSpareUnits = 2;
 
 // Finds how much of a text fits on a line. It measures little more than a line holds, so that measuring a
@@ -32,7 +31,7 @@ class LineFitter {
 public:
     LineFitter(NativeFont font, std::int32_t width)
         : font(font), width(width),
-          guess(static_cast<std::size_t>(std::max(width, 0) / kNarrowUnit) + kSpareUnits) {}
+          guess(static_cast<std::size_t>(std::max(width, 0) / kTypicalWidth) + kSpareUnits) {}
 
     platform::FittedText Fit(std::u16string_view text) {
         std::size_t units = std::min(text.size(), guess);
@@ -86,28 +85,31 @@ bool IsEastAsian(char16_t unit) {
     return (unit >= 0x2E80 && unit <= 0x9FFF) || (unit >= 0xFF00 && unit <= 0xFFEF);
 }
 
+// Systems differ on whether the space after a word has to fit. Here it has to, which never makes a label too
+// low.
 bool MayBreakBefore(std::u16string_view text, std::size_t position) {
     const char16_t before = text[position - 1], after = text[position];
-    return before == u' ' || after == u' ' || IsEastAsian(before) || IsEastAsian(after);
+    return before == u' ' || IsEastAsian(before) || IsEastAsian(after);
 }
 
-// The length of the first line of a text that does not fit as a whole.
+// The length of the first line of a text that does not fit as a whole. A word longer than the line is not
+// cut.
 std::size_t LineLength(std::u16string_view text, std::size_t fittedUnits) {
     for (std::size_t length = fittedUnits; length > 0; --length) {
         if (MayBreakBefore(text, length)) return length;
     }
-    return PieceLength(text, fittedUnits); // a word longer than the line
+    std::size_t length = fittedUnits + 1;
+    while (length < text.size() && !MayBreakBefore(text, length)) ++length;
+    return length;
 }
 
 std::int64_t CountLines(LineFitter& fitter, std::u16string_view paragraph) {
     std::int64_t lines = 1;
-    for (;;) {
+    for (;; ++lines) {
         const std::size_t fittedUnits = fitter.Fit(paragraph).units;
         if (fittedUnits == paragraph.size()) return lines;
         paragraph.remove_prefix(LineLength(paragraph, fittedUnits));
-        if (paragraph.starts_with(u' ')) paragraph.remove_prefix(1);
         if (paragraph.empty()) return lines;
-        ++lines;
     }
 }
 

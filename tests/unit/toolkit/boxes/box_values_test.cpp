@@ -296,6 +296,8 @@ TEST_F(BoxValuesTest, APopupHasARowForEachItemAndSelectsTheFirst) {
         rows.clear();
         CEveBox& popup = Make(keyword, {{"items", "One{1};-;Two{1};Three{3};"}});
         EXPECT_EQ(rows, (std::vector<std::u16string>{u"One", u"Three"}));
+        EXPECT_EQ(headless::CallsOf("Send").back().numbers,
+                  (std::vector<std::int64_t>{kComboSetSelection, 0, 0}));
         EXPECT_EQ(Selection(popup), 0);
         EXPECT_EQ(Value(popup), "1");
     }

@@ -29,8 +29,8 @@
  *     Pavane_Terminate is remembered and carried out when the run has ended. Pavane_Initialize returns as any
  *     second call does. None of them disturbs the run.
  *  3. Windows: the library disables the window that owns the dialog, the top-level
- *     window of the parent window, and enables it again before the call returns if it was enabled before. The other
- *     windows of the host stay enabled: disable them yourself if the user must not reach them.
+ *     window of the parent window, and enables it again before the call returns if it was enabled before. The
+ * other windows of the host stay enabled: disable them yourself if the user must not reach them.
  *  4. Messages: the loop knows nothing of the host's accelerators and modeless dialogs, so these rest until
  *     the call returns. A message that is posted to the thread and not to a window is lost.
  *  5. Quit: a WM_QUIT that the loop takes belongs to the host. The run ends, and the call returns as if the
@@ -145,8 +145,8 @@ uint32_t Pavane_GetVersion(void);
 uint16_t Pavane_PreloadWorkflow(uint16_t workflow);
 
 /*
- * Shows a workflow as a modal dialog and returns when it has ended. `parentWindow` is the parent of the dialog.
- * NULL, an invalid handle, the desktop window and HWND_MESSAGE mean no parent.
+ * Shows a workflow as a modal dialog and returns when it has ended. `parentWindow` is the parent of the
+ * dialog. NULL, an invalid handle, the desktop window and HWND_MESSAGE mean no parent.
  *
  * Returns PAVANE_SUCCESS when the user completed the workflow, a decision of the user, or a failure.
  */

@@ -1,8 +1,9 @@
-// The one place that tells compilers and processors apart. Every room may include it; it includes nothing of ours.
+// The one place that tells compilers and processors apart. Every room may include it; it includes nothing of
+// ours.
 #pragma once
 
-// Asks the compiler to check the arguments of a function that formats like printf. `format` and `first` are the
-// positions of the format and of the first argument, from 1.
+// Asks the compiler to check the arguments of a function that formats like printf. `format` and `first` are
+// the positions of the format and of the first argument, from 1.
 #if defined(__MINGW_PRINTF_FORMAT)
 #define PVN_PRINTF_LIKE(format, first) __attribute__((__format__(__MINGW_PRINTF_FORMAT, format, first)))
 #elif defined(__GNUC__)

@@ -2,9 +2,9 @@
 // calls of the system for the same controls. Both dialogs stay hidden. What the bare loop makes is read from
 // a dialog of the toolkit, and compared with it, before anything is measured.
 //   dialog_bench [ROUNDS]     prints the medians and their ratio
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/isolation.h"
-#include "toolkit/dialog/zeve_dialog.h"
 
 #include <windows.h>
 

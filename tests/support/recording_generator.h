@@ -2,8 +2,8 @@
 // and never looked into.
 #pragma once
 
-#include "view/scope/expression_scope.h"
 #include "view/generator.h"
+#include "view/scope/expression_scope.h"
 
 #include <cstdint>
 #include <functional>

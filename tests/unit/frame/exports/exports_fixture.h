@@ -63,7 +63,8 @@ inline constexpr WorkflowRow kTestWorkflows[] = {
     {.name = "Fourth", .run = RecordRun, .type = 14, .number = 4, .showsHostName = true},
 };
 
-inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown, RecordAbandon};
+inline constexpr LauncherTable kTestLaunchers = {kTestWorkflows, RecordSelect, RecordLoad, RecordShutDown,
+                                                 RecordAbandon};
 
 class Exports : public testing::Test {
 protected:

@@ -1,7 +1,7 @@
 #include "toolkit/platform/win32/isolation.h"
 
-#include "windows/toolkit/patched_import.h"
 #include "toolkit/platform/toolkit_platform.h"
+#include "windows/toolkit/patched_import.h"
 
 #include <algorithm>
 #include <string>

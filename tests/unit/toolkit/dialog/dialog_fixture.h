@@ -1,9 +1,9 @@
 // A host of dialogs in the headless window system: it notes what it hears and answers as it is told.
 #pragma once
 
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/headless/headless.h"
-#include "toolkit/dialog/zeve_dialog.h"
 
 #include <cstdint>
 #include <functional>

@@ -274,11 +274,12 @@ TEST_F(HostileMessages, CloseAndDestroyAtAnyMoment) {
     }
 }
 
-// A host that keeps its windows alive while it works, and forgets what its own loop ended with.
-TEST_F(HostileMessages, TheHostTakesTheQuitAway) {
+// A host that handles messages while it works, and forgets the quit that ended its own loop.
+TEST_F(HostileMessages, AQuitThatTheHostsOwnLoopTakesIsNotSeen) {
     bool isTaking = false, isTaken = false;
     atTick = [&] {
         if (std::exchange(isTaking, true)) return;
+        PostQuitMessage(7);
         for (MSG message; GetMessageW(&message, nullptr, 0, 0) > 0;) DispatchMessageW(&message);
         isTaken = true;
     };

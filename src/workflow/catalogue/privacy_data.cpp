@@ -14,7 +14,10 @@ namespace {
 std::u16string LabelOf(const StatementLanguage& language) {
     try {
         // A popup shows only the text before a NUL.
-        return lyr::gen::ToUtf16(language.name.empty() ? language.locale : language.name, true).c_str();
+        std::u16string label =
+            lyr::gen::ToUtf16(language.name.empty() ? language.locale : language.name, true);
+        label.resize(std::min(label.find(u'\0'), label.size()));
+        return label;
     } catch (const lyr::gen::illegal_utf_sequence&) {
         return {};
     }

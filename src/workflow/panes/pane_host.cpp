@@ -103,8 +103,7 @@ void PVNPaneHost::Enter(PVNStateMachine& stateMachine, std::uint16_t state) {
     stateMachine.GetProperty(state, kPropertyPaneObject, pane);
     currentPane = static_cast<PVNPane*>(pane);
     if (!currentPane) return;
-    if (!sawPane) SetWorkflowPhase(kPhaseRunning);
-    sawPane = true;
+    SetWorkflowPhase(kPhaseRunning);
     SetPtr(*activeContext, PvnWFKey_ZeveRef, zeveRef.get());
     currentPane->Attach(zeveRef.get(), context);
     EnterPane();

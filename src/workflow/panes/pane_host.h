@@ -129,7 +129,7 @@ private:
     std::string viewText, viewName;
     CallbackParams callbackParams;
     PictureControls pictures;
-    bool sawPane = false, sawUser = false;
+    bool sawUser = false;
 };
 
 // Loads a bitmap and shows it in a picture control of the host's dialog. Without the bitmap the control is

@@ -62,7 +62,10 @@ protected:
 
     std::uint16_t Run() {
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
-        return RunWorkFlowFromBag<PVNPrivacyWorkFlow>(bag);
+        const std::uint16_t status = RunWorkFlowFromBag<PVNPrivacyWorkFlow>(bag);
+        // Without an end state the status would be the stored result all the same.
+        if (status != kStatusException) EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
+        return status;
     }
     std::uint32_t StoredResult() {
         std::uint32_t result = 0;
@@ -136,6 +139,7 @@ protected:
 
     T_Storage bag;
     Window mainWindow = MakeMainWindow();
+    bool isEndedFromOutside = false;
 };
 
 TEST_F(Privacy, AcceptedIsASuccess) {
@@ -199,6 +203,8 @@ TEST_F(Privacy, TheFieldShowsTheStatementOfTheLanguageThatWasChosen) {
             EXPECT_TRUE(Control(field)->text == Statement(locale)) << locale;
             EXPECT_GT(Control(field)->text.size(), 3000u);
             EXPECT_TRUE(zeve::platform::IsEnabled(Control(field)->handle));
+            const std::uint16_t other = field == kLeftToRightField ? kRightToLeftField : kLeftToRightField;
+            EXPECT_FALSE(zeve::platform::IsEnabled(Control(other)->handle)) << locale;
         });
         Then([this, locale] { EXPECT_EQ(StoredLanguage(), locale); });
         ThenPress(kBackButton);
@@ -405,6 +411,7 @@ TEST_F(Privacy, AHiddenButtonChangesNothing) {
     ThenPress(kContinueButton);
     ThenPress(kContinueButton);
     ThenExpectStatement();
+    isEndedFromOutside = true;
     Then([] { zeve::platform::CloseWindow(TopDialog()); });
     EXPECT_EQ(Run(), 35074);
 }

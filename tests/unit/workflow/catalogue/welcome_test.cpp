@@ -16,6 +16,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
@@ -35,7 +37,10 @@ protected:
 
     std::uint16_t Run() {
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
-        return RunWorkFlowFromBag<PVNWelcomeWorkFlow>(bag);
+        const std::uint16_t status = RunWorkFlowFromBag<PVNWelcomeWorkFlow>(bag);
+        // Without an end state the status would be the stored result all the same.
+        if (status != kStatusException) EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
+        return status;
     }
     std::uint32_t StoredResult() {
         std::uint32_t result = 0;
@@ -63,6 +68,7 @@ protected:
 
     T_Storage bag;
     Window mainWindow = MakeMainWindow();
+    bool isEndedFromOutside = false;
 };
 
 TEST_F(Welcome, WalkedToItsEndIsASuccess) {
@@ -250,6 +256,7 @@ TEST_F(Welcome, ADialogThatEndsDuringItsQuitAlertHasEnded) {
 }
 
 TEST_F(Welcome, ARunThatIsEndedFromOutsideReturnsTheStoredResult) {
+    isEndedFromOutside = true;
     Then([] { zeve::platform::CloseWindow(TopDialog()); });
     EXPECT_EQ(Run(), kStatusUserCancel);
 }
@@ -285,6 +292,13 @@ TEST_F(Welcome, PicturesAreShownOnceAndGivenBack) {
     ThenPress(kContinueButton);
     ThenPress(kDoneButton);
     Run();
+    const auto sent = CallsOf("Send");
+    EXPECT_EQ(std::ranges::count_if(sent,
+                                    [](const auto& call) {
+                                        return call.numbers.at(0) == zeve::kStaticSetImage &&
+                                               call.numbers.at(2) != 0;
+                                    }),
+              3);
     EXPECT_EQ(platform::TheResourceRecorder().bitmapsMade, 5u);
     EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty());
 }

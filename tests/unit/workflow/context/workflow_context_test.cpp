@@ -108,6 +108,7 @@ TEST_F(WorkFlowContext, AnUnknownActionReturnsTheEmptyText) {
 
 TEST_F(WorkFlowContext, TheResultIsFormattedAsTwoDecimalBytes) {
     zeve::AddKeyValue("$$$/pvn/error/error_code_msg_mask=Code ^0!");
+    EXPECT_EQ(context.Action("PvnWF_GetFormattedWorkflowResult"), "Code 0:0!") << "without a result";
     const std::pair<std::uint32_t, const char*> cases[] = {
         {0xD0A3, "Code 208:163!"}, {0, "Code 0:0!"}, {0x8902, "Code 137:2!"}, {0xFFFF00FF, "Code 0:255!"}};
     for (const auto& [code, text] : cases) {

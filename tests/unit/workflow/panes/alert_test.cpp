@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
@@ -48,7 +50,14 @@ TEST_F(Alert, TheFirstButtonAgreesAndTheOthersDoNot) {
     EXPECT_FALSE(ShowAndTell(zeve::kMessageClose, 0));
 }
 
-TEST_F(Alert, TakesNothingElseForAnAnswer) {
+TEST_F(Alert, AQuitOfTheApplicationAnswersAsTheSecondButton) {
+    Then([] { zeve::platform::PostQuit(0); });
+    EXPECT_FALSE(Show());
+    System().quit.reset();
+    EXPECT_TRUE(System().script.empty());
+}
+
+TEST_F(Alert, HasNoOtherAnswers) {
     for (std::uintptr_t wparam : {std::uintptr_t(1), std::uintptr_t(103), std::uintptr_t(0x00020000 | 101)}) {
         Then([=] { EXPECT_EQ(Tell(TopDialog(), zeve::kMessageCommand, wparam), 0); });
         Then([] { EXPECT_FALSE(System().quit.has_value()); });
@@ -57,7 +66,7 @@ TEST_F(Alert, TakesNothingElseForAnAnswer) {
     EXPECT_TRUE(System().script.empty());
 }
 
-TEST_F(Alert, LeavesToTheSystemWhatIsNoAnswer) {
+TEST_F(Alert, LeavesOtherMessagesToTheSystem) {
     Then([] {
         AlertParams params;
         const auto answer = [&params](std::int32_t what, std::uint32_t number, std::uintptr_t wparam) {
@@ -103,6 +112,10 @@ TEST_F(Alert, IsGoneAfterwardAndItsParentGetsTheFocusMessage) {
     ShowAndTell(zeve::kMessageCommand, 101);
     EXPECT_EQ(TopDialog(), nullptr);
     EXPECT_TRUE(zeve::platform::IsEnabled(parent));
+    const auto callOf = [](const char* name) {
+        return std::ranges::find(System().calls, name, &zeve::headless::Call::name) - System().calls.begin();
+    };
+    EXPECT_LT(callOf("CloseWindow"), callOf("Post")) << "the dialog is gone before";
     ASSERT_FALSE(System().posted.empty());
     EXPECT_EQ(System().posted.back().window, parent);
     EXPECT_EQ(System().posted.back().number, zeve::kMessageSetFocus);
@@ -211,7 +224,7 @@ TEST_F(ErrorAlert, HasAnotherPictureInHighContrast) {
     EXPECT_EQ(Shown(true, context), picture);
 }
 
-TEST_F(ErrorAlert, WithoutItsPictureIsShownAllTheSame) {
+TEST_F(ErrorAlert, IsShownEvenWithoutItsPicture) {
     files.Remove("xball1.png");
     EXPECT_EQ(Shown(true, context), nullptr);
     EXPECT_EQ(Logged(), "PVN: _info_: Missing Resource(Type: Bitmap, Name: xball1)\n");

@@ -1,9 +1,13 @@
 #include "workflow/panes/pane_helpers.h"
 
 #include "dictionaries/translation.h"
+#include "toolkit/kept_exception.h"
 #include "unit/workflow/panes/pane_host_fixture.h"
 
 #include <gmock/gmock.h>
+
+#include <optional>
+#include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
 namespace {
@@ -46,6 +50,19 @@ TEST_F(PaneHelpers, ATitleIsCutAt255UnitsAndNeverInsideACharacter) {
     zeve::AddKeyValue("$$$/pvn/test/long=" + std::string(254, 'x') + "\xF0\x9F\x98\x80!");
     SetWindowTitle("$$$/pvn/test/long", host.Window());
     EXPECT_EQ(Title(), std::u16string(254, u'x'));
+}
+
+TEST_F(PaneHelpers, ANormalButtonThrowsTheExceptionThatItsMessageRaised) {
+    System().answer = [](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number != zeve::kMessageActivate) return std::nullopt;
+        try {
+            throw std::runtime_error("of a window procedure");
+        } catch (const std::runtime_error&) {
+            zeve::KeepException();
+        }
+        return 0;
+    };
+    EXPECT_THROW(MakeNormalButton(dialog, kBack), std::runtime_error);
 }
 
 TEST_F(PaneHelpers, AControlShowsATextUntranslated) {

@@ -334,11 +334,16 @@ public:
     ~PartingHandler() override {
         const ResourceState& state = TheResourceState();
         const bool isForgotten = state.manager && !state.manager->HandlerOf(type);
-        gone += type + (isForgotten && state.isSetUp ? " " : " in a wrong order ");
+        // The last one is destroyed after all others were forgotten.
+        const bool isNextKnown = state.manager && state.manager->HandlerOf(kLastType);
+        const bool isInOrder = isForgotten && state.isSetUp && (type == kLastType || isNextKnown);
+        gone += type + (isInOrder ? " " : " in a wrong order ");
     }
     std::string Description() const override { return "notes its end"; }
 
 private:
+    static constexpr const char* kLastType = "Resource_Type_Privstat";
+
     std::string type;
     std::string& gone;
 };

@@ -221,6 +221,9 @@ bool ExpressionReader::ReadFunctionOrIdentifier(std::int64_t& value) {
         Done(ScopeProduction::kLiteralOrFunctionInUnary, begin);
         return true;
     }
+    if (!CountSearch(1)) {
+        return false;
+    }
     value = ValueOfIdentifier(identifier);
     Done(ScopeProduction::kIdentifierInUnary, begin);
     return true;
@@ -265,7 +268,7 @@ bool ExpressionReader::ReadValueByVariable(Terminator terminator, ScopeValue& va
     Identifier identifier;
     ReadIdentifier(identifier);
     const bool ends = terminator == Terminator::kSemicolon ? NextIs(';') : NextIs(',') || NextIs(')');
-    if (!ends) {
+    if (!ends || !CountSearch(1)) {
         ReturnTo(start);
         return false;
     }

@@ -66,6 +66,12 @@ protected:
         int& depth;
     };
 
+    // Counts a search of the whole chain for so many names. Returns false when that passes the limit.
+    [[nodiscard]] bool CountSearch(std::size_t names) {
+        searches += names * scope->ChainLength();
+        return searches <= gReaderState.limits.searches || Fail();
+    }
+
     CExpressionScope* scope; // the current one
     // The variable of the latest value that failed because there is none of that name.
     std::string_view missingVariable;
@@ -103,6 +109,7 @@ private:
     bool ReadValueByString(ScopeValue& value);
 
     int depth = 0;
+    std::size_t searches = 0;
 };
 
 } // namespace brixen::zeve

@@ -129,14 +129,15 @@ bool ExpressionReader::ReadMultiplicative(std::int64_t& value) {
         if (!ReadRight<&ExpressionReader::ReadUnary>(1, right)) {
             break;
         }
-        Locate(sign);
         if (*sign == '*') {
             value = arithmetic::Product(value, right);
             Done(ScopeProduction::kTimes, sign);
         } else if (*sign == '/') {
+            Locate(sign);
             value = arithmetic::Quotient(value, right);
             Done(ScopeProduction::kDividedBy, sign);
         } else {
+            Locate(sign);
             value = arithmetic::Remainder(value, right);
             Done(ScopeProduction::kRemainder, sign);
         }

@@ -68,8 +68,12 @@ protected:
 
     // Counts a search of the whole chain for so many names. Returns false when that passes the limit.
     [[nodiscard]] bool CountSearch(std::size_t names) {
-        searches += names * scope->ChainLength();
-        return searches <= gReaderState.limits.searches || Fail();
+        const std::size_t searches = names * scope->ChainLength();
+        if (searches > searchesLeft) [[unlikely]] {
+            return Fail();
+        }
+        searchesLeft -= searches;
+        return true;
     }
 
     CExpressionScope* scope; // the current one
@@ -109,7 +113,7 @@ private:
     bool ReadValueByString(ScopeValue& value);
 
     int depth = 0;
-    std::size_t searches = 0;
+    std::size_t searchesLeft = gReaderState.limits.searches;
 };
 
 } // namespace brixen::zeve

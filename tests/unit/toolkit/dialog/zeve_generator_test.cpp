@@ -1,15 +1,15 @@
 #include "toolkit/dialog/zeve_generator.h"
 
-#include "unit/toolkit/dialog/dialog_fixture.h"
 #include "toolkit/boxes/box_makers.h"
+#include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
-#include "toolkit/boxes/eve_box.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "view/scope/expression_scope.h"
+#include "unit/toolkit/dialog/dialog_fixture.h"
 #include "view/reader/reader_state.h"
 #include "view/reader/run_definition.h"
+#include "view/scope/expression_scope.h"
 
 #include <stdexcept>
 

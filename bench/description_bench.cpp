@@ -3,9 +3,9 @@
 #include "bench/lua_peer.h"
 #include "bench/sample_views.h"
 #include "view/express_view_scope.h"
+#include "view/reader/run_definition.h"
 #include "view/reader/statement_reader.h"
 #include "view/verify_generator.h"
-#include "view/reader/run_definition.h"
 
 #include <benchmark/benchmark.h>
 

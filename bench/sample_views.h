@@ -12,7 +12,7 @@ namespace bench {
 std::string SampleDescription(std::size_t nodeCount);
 std::string SampleLuaChunk(std::size_t nodeCount);
 
-// What both texts use and a dialog would define beforehand: the chunk that gives Lua the constants.
+// The chunk that defines in Lua the constants that a dialog defines before its description runs.
 extern const char* const kSampleLuaConstants;
 inline constexpr int kSampleSpace = 6; // gSpace
 

@@ -35,6 +35,14 @@ void CopyCommonAttributes(CExpressionScope& to, const CExpressionScope& from) {
     CopyString(to, from, "__languageInfo"_name);
 }
 
+// A box keeps copies of these texts, in UTF-8 and in UTF-16, and measures them, so they count as memory of
+// the run: a long text that many views inherit would otherwise take time and memory without bound.
+void ChargeTexts(ScopeMemory& memory, const CExpressionScope& viewAttributes) {
+    constexpr std::size_t kCopiedBytes = 3; // for each byte of a text
+    for (const ScopeName& name : {"name"_name, "alt_name"_name, "items"_name})
+        memory.Charge(viewAttributes.GetStringOr(name, "").size() * kCopiedBytes);
+}
+
 } // namespace
 
 CZeveGenerator::CZeveGenerator(DialogLink* ownDialog) : dialog(ownDialog) {}
@@ -48,6 +56,7 @@ void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope&
     DefineIds(attributes, viewAttributes);
     CopyCommonAttributes(attributes, viewAttributes);
     CopyExtraAttributes(attributes, viewAttributes);
+    ChargeTexts(pool.Memory(), viewAttributes);
     attributes.DefineNumber("__gen"_name, ReferenceNumber(static_cast<CGenerator*>(this)));
 
     std::unique_ptr<CEveBox> made = MakeBox(viewKeyword);

@@ -129,14 +129,15 @@ bool ExpressionReader::ReadMultiplicative(std::int64_t& value) {
         if (!ReadRight<&ExpressionReader::ReadUnary>(1, right)) {
             break;
         }
-        Locate(sign);
         if (*sign == '*') {
             value = arithmetic::Product(value, right);
             Done(ScopeProduction::kTimes, sign);
         } else if (*sign == '/') {
+            Locate(sign);
             value = arithmetic::Quotient(value, right);
             Done(ScopeProduction::kDividedBy, sign);
         } else {
+            Locate(sign);
             value = arithmetic::Remainder(value, right);
             Done(ScopeProduction::kRemainder, sign);
         }
@@ -221,6 +222,9 @@ bool ExpressionReader::ReadFunctionOrIdentifier(std::int64_t& value) {
         Done(ScopeProduction::kLiteralOrFunctionInUnary, begin);
         return true;
     }
+    if (!CountSearch(1)) {
+        return false;
+    }
     value = ValueOfIdentifier(identifier);
     Done(ScopeProduction::kIdentifierInUnary, begin);
     return true;
@@ -265,7 +269,7 @@ bool ExpressionReader::ReadValueByVariable(Terminator terminator, ScopeValue& va
     Identifier identifier;
     ReadIdentifier(identifier);
     const bool ends = terminator == Terminator::kSemicolon ? NextIs(';') : NextIs(',') || NextIs(')');
-    if (!ends) {
+    if (!ends || !CountSearch(1)) {
         ReturnTo(start);
         return false;
     }

@@ -66,6 +66,16 @@ protected:
         int& depth;
     };
 
+    // Counts a search of the whole chain for so many names. Returns false when that passes the limit.
+    [[nodiscard]] bool CountSearch(std::size_t names) {
+        const std::size_t searches = names * scope->ChainLength();
+        if (searches > searchesLeft) [[unlikely]] {
+            return Fail();
+        }
+        searchesLeft -= searches;
+        return true;
+    }
+
     CExpressionScope* scope; // the current one
     // The variable of the latest value that failed because there is none of that name.
     std::string_view missingVariable;
@@ -103,6 +113,7 @@ private:
     bool ReadValueByString(ScopeValue& value);
 
     int depth = 0;
+    std::size_t searchesLeft = gReaderState.limits.searches;
 };
 
 } // namespace brixen::zeve

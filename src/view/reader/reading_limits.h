@@ -11,6 +11,9 @@ namespace brixen::zeve {
 // nest, all together.
 inline constexpr int kMaximumReadingDepth = 256;
 
+// How many names count as looked for when a view is made.
+inline constexpr std::size_t kNamesOfAView = 64;
+
 // All limits below count one run of a description. The defaults are what a dialog gets; tests and fuzzers
 // lower them.
 struct ReadingLimits {
@@ -21,6 +24,9 @@ struct ReadingLimits {
     std::size_t evaluatedBytes = std::size_t{16} << 20;
     // Views, also those that fail after they were prepared. An id has 16 bits, and each view takes two.
     std::size_t views = 32767;
+    // Scopes that names are looked for in, so that a long text in a deep block ends. Each view looks for 64
+    // names.
+    std::size_t searches = std::size_t{1} << 26;
     // Bytes of all variables, texts and views. Failed parts of the description keep theirs.
     std::size_t memory = std::size_t{256} << 20;
 };

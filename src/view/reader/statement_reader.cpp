@@ -72,7 +72,7 @@ bool StatementReader::ReadStep(const char* begin) {
     return true;
 }
 
-// widths := { "," expression }, up to a comma with no expression behind it
+// widths := { "," expression }, up to a comma without an expression after it
 bool StatementReader::ReadWidths(std::vector<std::int64_t>& widths) {
     for (Place end = Here(); NextIs(','); end = Here()) {
         Skip(1);
@@ -188,7 +188,7 @@ bool StatementReader::ReadString(const char*& text) {
         return true;
     }
     Identifier identifier;
-    if (!ReadIdentifier(identifier)) {
+    if (!ReadIdentifier(identifier) || !CountSearch(1)) {
         return false;
     }
     const FoundValue variable = scope->Find(identifier.Name());

@@ -46,7 +46,7 @@ protected:
     // quoted := "'" { any byte but "'" } "'"
     bool ReadQuoted(std::string_view& text);
 
-    // Reads another text while it lives, with marks that nobody reads. `begin` is that of the `eval`.
+    // Reads another text while it lives, with marks of its own. `begin` is that of the `eval`.
     class OtherText {
     public:
         OtherText(TokenReader& itsReader, const char* text, const char* begin)

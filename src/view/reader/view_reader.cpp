@@ -109,6 +109,7 @@ ViewProxy* ViewReader::ReadViewHead(const Identifier& keyword, ViewProxy* parent
         Fail();
         return nullptr;
     }
+    if (!CountSearch(kNamesOfAView)) return nullptr;
     CExpressionScope parameters(scope, nullptr, &generator.pool, observer);
     Take('(');
     {

@@ -48,7 +48,8 @@ std::uint32_t PackFourBytes(const char* text) {
 CExpressionScope::CExpressionScope(CExpressionScope* parentScope, ScopeFunctionHost* host,
                                    ScopeStringPool* pool, ScopeParseObserver* parseObserver)
     : parent(parentScope), table(pool ? pool->Memory() : *std::pmr::new_delete_resource()), activePool(pool),
-      functionHost(host || !parentScope ? host : parentScope->functionHost), observer(parseObserver) {}
+      functionHost(host || !parentScope ? host : parentScope->functionHost), observer(parseObserver),
+      chainLength(parentScope ? parentScope->chainLength + 1 : 1) {}
 
 ScopeStringPool& CExpressionScope::Pool() {
     if (!activePool) {

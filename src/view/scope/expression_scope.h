@@ -95,6 +95,8 @@ public:
     }
 
     CExpressionScope* Parent() const { return parent; }
+    // Counts the scopes of the chain.
+    std::uint32_t ChainLength() const { return chainLength; }
     ScopeFunctionHost* FunctionHost() const { return functionHost; }
     ScopeParseObserver* Observer() const { return observer; }
     ScopeStringPool& Pool();
@@ -127,6 +129,7 @@ private:
     ScopeFunctionHost* functionHost;
     ScopeParseObserver* observer;
     std::string_view lastUnresolved;
+    std::uint32_t chainLength;
 };
 
 // Each looks `name` up along the chain of `source` and defines it in `destination`. Returns whether it was

@@ -15,7 +15,7 @@ inline bool IsEitherUndefined(Number left, Number right) {
     return left == kUndefinedNumber || right == kUndefinedNumber;
 }
 
-// Without a test for undefined operands.
+// These do not test for undefined operands.
 inline Number WrappedSum(Number left, Number right) {
     return static_cast<Number>(static_cast<std::uint64_t>(left) + static_cast<std::uint64_t>(right));
 }
@@ -23,7 +23,7 @@ inline Number WrappedDifference(Number left, Number right) {
     return static_cast<Number>(static_cast<std::uint64_t>(left) - static_cast<std::uint64_t>(right));
 }
 
-// Undefined if either operand is.
+// The result is undefined if either operand is.
 
 inline Number Sum(Number left, Number right) {
     return IsEitherUndefined(left, right) ? kUndefinedNumber : WrappedSum(left, right);
@@ -53,7 +53,7 @@ inline Number Remainder(Number left, Number right) {
     return right == -1 ? 0 : left % right;
 }
 
-// 0 if either operand is undefined, `!=` and `||` too: meant.
+// Kept: 0 if either operand is undefined, for `!=` and `||` too.
 
 inline Number Truth(Number left, Number right, bool holds) {
     return !IsEitherUndefined(left, right) && holds ? 1 : 0;
@@ -61,7 +61,7 @@ inline Number Truth(Number left, Number right, bool holds) {
 inline Number Both(Number left, Number right) { return Truth(left, right, left != 0 && right != 0); }
 inline Number Any(Number left, Number right) { return Truth(left, right, left != 0 || right != 0); }
 
-// Prefix operators and functions do not test for an undefined number: meant, so -u is +2147483648.
+// Kept: prefix operators and functions do not test for an undefined number, so -u is +2147483648.
 
 inline Number Negated(Number operand) { return WrappedDifference(0, operand); }
 inline Number Not(Number operand) { return operand == 0 ? 1 : 0; }

@@ -1,5 +1,5 @@
-// How a host may extend the expression language. Both hooks are optional; a scope without them lacks user
-// functions, and nobody watches its text being read.
+// Extensions of the expression language by a host. Both hooks are optional. A scope without them has no user
+// functions, and its text is read unobserved.
 #pragma once
 
 #include <cstdint>
@@ -15,15 +15,15 @@ class ScopeFunctionHost {
 public:
     virtual ~ScopeFunctionHost() = default;
 
-    // `arguments` holds the parameters and dies after the call; its chain leads to the scope of the
-    // expression, which is also published as gReaderState.currentScope for the time of the call. The result
-    // is the value.
+    // `arguments` holds the parameters and dies after the call. Its chain leads to the scope of the
+    // expression, which is gReaderState.currentScope during the call. The result is the value. May throw;
+    // then the run of the description ends.
     virtual std::int32_t CallFunction(const char* name, CExpressionScope& arguments) = 0;
-    // The text that `set_number` is to read as a number, made from a string value.
+    // Makes of a string value the text that `set_number` reads as a number. May throw, with the same effect.
     virtual void ResolveString(std::string& outText, std::string_view key) = 0;
 };
 
-// What a text range that was read is. The numbers are part of the interface.
+// The kinds of text ranges that an observer hears of. The numbers are part of the interface.
 enum class ScopeProduction : int {
     kBuiltInStatement = 3,
     kStep = 4,
@@ -90,7 +90,7 @@ public:
     // operator's begins at the operator and ends with its right operand. The text lives as long as the
     // description or, inside `eval`, as the scopes do.
     virtual void OnProduction(ScopeProduction code, const char* begin, const char* end) = 0;
-    // Whether a variable that stands alone as a value is looked up. If not, the value is undefined.
+    // Whether to look up a variable that is a value by itself. If not, the value is undefined.
     virtual bool ResolveVariables() = 0;
 };
 

@@ -7,6 +7,7 @@
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
 #include "unit/toolkit/dialog/dialog_fixture.h"
+#include "view/reader/reader_state.h"
 #include "view/reader/run_definition.h"
 #include "view/scope/expression_scope.h"
 
@@ -201,6 +202,21 @@ TEST_F(ZeveGenerator, TheHostHearsOfAViewBeforeItsChildrenAreMade) {
     ASSERT_EQ(host.events.size(), 3u);
     EXPECT_EQ(host.events[0].what, kWhatTopLevelMade);
     EXPECT_EQ(host.events[2].keyword, "button");
+}
+
+TEST_F(ZeveGenerator, TextsThatBoxesKeepCountAsMemoryOfTheRun) {
+    const std::string text(100000, 'x');
+    for (const char* attribute : {"name", "alt_name", "items"}) {
+        CZeveGenerator own{&link};
+        const auto root = CreateViewScope(nullptr, &own, nullptr, nullptr, true);
+        InstallViewConstants(*root);
+        root->DefineString(attribute, text);
+        gReaderState.limits.memory = text.size() * 3 * 3 + 60000;
+        EXPECT_NO_THROW(RunDefinition(*root, "picture() { picture(); picture(); }")) << attribute;
+        EXPECT_THROW(RunDefinition(*root, "picture() { picture(); picture(); picture(); }"), std::logic_error)
+            << attribute;
+        ResetReaderState();
+    }
 }
 
 TEST_F(ZeveGenerator, WithoutACallbackNobodyHears) {

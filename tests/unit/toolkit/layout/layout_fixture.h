@@ -1,5 +1,5 @@
-// Runs a description and tells where the layout put each view. Keywords serve as names, so they are best
-// unique.
+// Runs a description and shows the place that the layout gave each view. Keywords are the names of views in
+// these tests, so use each once.
 #pragma once
 
 #include "view/generator.h"
@@ -26,7 +26,7 @@ struct Outsets {
 };
 std::ostream& operator<<(std::ostream& stream, const Outsets& outsets);
 
-// Stands for boxes: a view with a parameter `label_width` is prepared as a box with a label of that width is.
+// Takes the part of boxes: prepares a view with a parameter `label_width` as a box with such a label does.
 class FrameRecorder : public CGenerator {
 public:
     struct View {

@@ -225,7 +225,7 @@ TEST_F(Expression, ALoneUnknownIdentifierIsAnAssertion) {
     EXPECT_EQ(Evaluate("(missing)"), kU);
 }
 
-// Which mark ends a value depends on where it stands.
+// The mark that ends a value depends on its surroundings.
 TEST_F(Expression, ALoneIdentifierIsTheWholeOfItsValue) {
     generator.onPrepare = [](std::string_view, CExpressionScope& parameters, CExpressionScope&) {
         for (const char* name : {"first", "last"})

@@ -1,4 +1,4 @@
-// Descriptions that nobody should write: each ends in an assertion or quietly. Their length bounds their time
+// Hostile descriptions: each ends in an assertion or quietly. Their length bounds their time
 // and stack. The test driver ends a test that takes too long.
 #include "unit/view/view_fixture.h"
 #include "view/reader/reading_limits.h"
@@ -153,6 +153,22 @@ TEST_F(HostileDescription, ViewsThatFailCountToo) {
     EXPECT_EQ(Failure("dialog() { eval(half); eval(half); v(); v(); }"), kNotAllRead);
     EXPECT_EQ(Failure("dialog() { v(); v(); v(); eval(half); }"), "") << "eval ends quietly";
     EXPECT_THAT(generator.prepared, testing::SizeIs(12));
+}
+
+TEST_F(HostileDescription, AsManyScopesAreSearchedAsTheLimitAllows) {
+    gReaderState.limits.searches = 10;
+    const std::string ten = "x = q" + Repeated("+q", 9) + ";";
+    EXPECT_EQ(Failure(ten), kNotOneView);
+    EXPECT_EQ(Failure(ten + "y = x;"), kNotAllRead);
+    EXPECT_FALSE(root->HasVariable("y"));
+    EXPECT_EQ(Failure(Repeated("y = x;", 10)), kNotOneView);
+    EXPECT_EQ(Failure(Repeated("y = x;", 11)), kNotAllRead);
+    EXPECT_EQ(Failure(Repeated("eval(q);", 10)), kNotOneView);
+    EXPECT_EQ(Failure(Repeated("eval(q);", 11)), kNotAllRead);
+    gReaderState.limits.searches = 64 + 128 + 2;
+    EXPECT_EQ(Failure("d() { v(); x = q + 0; }"), "") << "two scopes in a block";
+    EXPECT_EQ(Failure("d() { v(); x = q + q; }"), kNotAllRead);
+    EXPECT_EQ(Failure("d() { v(); } w();"), kNotAllRead);
 }
 
 // The memory of a run, with a limit that a test can afford.

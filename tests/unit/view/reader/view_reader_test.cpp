@@ -325,6 +325,7 @@ TEST_F(FailureInTheLog, OfABoxThatTheGeneratorCannotMakeIsAtItsView) {
               "line 2, column 3: " + std::string(200, 'r'));
     EXPECT_EQ(LineOf("dialog() { a();\n eval('bad();'); d(); }"),
               "line 2, column 2: " + std::string(200, 'r'));
+    root.reset(); // before its generator
 }
 
 TEST_F(FailureInTheLog, OfAFunctionIsAtItsName) {

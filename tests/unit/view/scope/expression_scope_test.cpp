@@ -165,8 +165,7 @@ TEST(ExpressionScope, ANullTextIsTheSharedEmptyOne) {
     EXPECT_EQ(scope.GetStringOr("x", "?").data(), kEmptyScopeBytes);
 }
 
-// Equal hash, different name: the hash wraps at 32 bits, so that a description can bring such names on
-// purpose.
+// The hash wraps at 32 bits, so a description can make names of equal hash on purpose.
 TEST(ExpressionScope, TellsNamesOfEqualHashApart) {
     CExpressionScope scope;
     scope.DefineNumber("-width", 1); // '-' adds nothing

@@ -1,0 +1,129 @@
+// The worst descriptions of one megabyte: each must end in under ten seconds and 512 MB. A row shows the time
+// of one run, the memory that the run held at its end, and whether the text was read to its end.
+#include "view/express_view_scope.h"
+#include "view/reader/run_definition.h"
+#include "view/scope/scope_memory.h"
+#include "view/verify_generator.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace bench {
+namespace {
+
+using namespace brixen::zeve;
+
+constexpr std::size_t kTextSize = 1000000;
+
+// Copies texts as boxes do.
+class CopyingGenerator : public CVerifyGenerator {
+    void PrepareView(std::string_view, CExpressionScope& parameters, CExpressionScope& attributes) override {
+        for (const ScopeName& name : {"name"_name, "alt_name"_name, "class_name"_name, "items"_name}) {
+            CopyString(attributes, parameters, name);
+        }
+    }
+};
+
+std::string Repeated(std::string_view piece, std::size_t size) {
+    std::string text;
+    while (text.size() + piece.size() <= size) text += piece;
+    return text;
+}
+
+std::string Quoted(const std::string& text) { return "'" + text + "'"; }
+
+// Text that `statement` runs again and again: in `m`, sixteen times in all.
+std::string Evaluated(const std::string& before, const std::string& macro) {
+    return before + "m = " + Quoted(macro) + ";" + Repeated("eval(m);", 16 * 8) + "d();";
+}
+
+// One big text that every view inherits.
+std::string InheritedText() {
+    return "name = " + Quoted(std::string(kTextSize * 8 / 10, 'x')) +
+           "; items = name; alt_name = name; d() {" + Repeated("v();", kTextSize * 2 / 10) + "}";
+}
+
+std::string NamesOfOneScope() {
+    std::string text;
+    for (std::size_t n = 0; text.size() < kTextSize; ++n) text += "a" + std::to_string(n) + "=1;";
+    return text + "d();";
+}
+
+// Every block of the deepest nesting defines the same names anew.
+std::string NamesInEveryBlock() {
+    std::string names;
+    for (std::size_t n = 0; names.size() < 60000; ++n) names += "a" + std::to_string(n) + "=1;";
+    return "m = " + Quoted(names) + ";" + Repeated("v(){eval(m);", 240 * 12) + Repeated("}", 240);
+}
+
+// Names that no scope of the deepest chain has, but that every scope must be searched for.
+std::string MissingNamesInADeepChain(std::string_view piece, std::size_t namesOfABlock) {
+    std::string names;
+    for (std::size_t n = 0; n < namesOfABlock; ++n) names += "b" + std::to_string(n) + "=1;";
+    const std::string search = "x=1" + Repeated(piece, kTextSize - 60000) + ";";
+    return "n = " + Quoted(names) + "; m = " + Quoted(search) + ";" + Repeated("v(){eval(n);", 240 * 12) +
+           Repeated("eval(m);", 14 * 8) + Repeated("}", 240);
+}
+
+std::string ManyViewsInADeepChain() {
+    std::string names;
+    for (std::size_t n = 0; n < 500; ++n) names += "b" + std::to_string(n) + "=1;";
+    return "n = " + Quoted(names) + ";" + Repeated("v(){eval(n);", 240 * 12) +
+           Repeated("v(a:q+0);", 32500 * 9) + Repeated("}", 240);
+}
+
+std::string DigitsOfABigText() {
+    return "t = " + Quoted(std::string(kTextSize / 2, '0')) + ";" +
+           Repeated("set_number(&n,t);", kTextSize / 2) + "d();";
+}
+
+std::string CopiesOfABigText() {
+    return Evaluated("t = " + Quoted(std::string(kTextSize / 2, 'x')) + ";", Repeated("y=t;", kTextSize / 2));
+}
+
+std::string TextsThatRunTextsTwice() {
+    std::string text = "t0 = 'n = 1;';";
+    for (int n = 1; n < 60; ++n) {
+        const std::string inner = "eval(t" + std::to_string(n - 1) + ");";
+        text += "t" + std::to_string(n) + " = " + Quoted(inner + inner) + ";";
+    }
+    return text + "d() {" + Repeated("eval(t59);", kTextSize - text.size()) + "}";
+}
+
+void Run(benchmark::State& state, const std::string& text) {
+    std::size_t held = 0;
+    for (auto _ : state) {
+        CopyingGenerator generator;
+        const auto scope = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
+        try {
+            RunDefinition(*scope, text.c_str());
+            state.SetLabel("read");
+        } catch (const std::logic_error& error) {
+            state.SetLabel(error.what());
+        }
+        held = generator.pool.Memory().Held();
+    }
+    state.counters["held"] = static_cast<double>(held);
+}
+
+} // namespace
+
+#define PAVANE_HOSTILE(name, text)                                                                           \
+    BENCHMARK_CAPTURE(Run, name, text)->Name("hostile/" #name)->Unit(benchmark::kMillisecond)->Iterations(1)
+
+PAVANE_HOSTILE(inherited_text, InheritedText());
+PAVANE_HOSTILE(names_of_one_scope, NamesOfOneScope());
+PAVANE_HOSTILE(names_in_every_block, NamesInEveryBlock());
+PAVANE_HOSTILE(missing_sums, MissingNamesInADeepChain("+q", 500));
+PAVANE_HOSTILE(missing_few, MissingNamesInADeepChain("+q", 60));
+PAVANE_HOSTILE(missing_statements, MissingNamesInADeepChain(";y=q+0", 500));
+PAVANE_HOSTILE(views_in_a_deep_chain, ManyViewsInADeepChain());
+PAVANE_HOSTILE(digits, DigitsOfABigText());
+PAVANE_HOSTILE(copies, CopiesOfABigText());
+PAVANE_HOSTILE(texts_twice, TextsThatRunTextsTwice());
+
+} // namespace bench

@@ -197,6 +197,28 @@ TEST_F(BinaryOverlay, MadeToSitElsewhereIsRefused) {
     }
 }
 
+TEST_F(BinaryOverlay, ThatIsRefusedChangesNoNote) {
+    ZStringDictionary noted(true);
+    LoadBytes(noted,
+              BinaryFile{.entries = {{"/a", u"one"}, {"/b", u"two"}}, .notes = {{0, u"kept"}}}.Written());
+    LoadBytes(noted, BinaryFile{.entries = {{"/a", u"eins"}, {"/b", u"zwei"}},
+                                .notes = {{0, u"lost"}, {1, u"lost"}},
+                                .firstId = 7}
+                         .Written());
+    EXPECT_EQ(NoteOfId(noted, 0), u"kept");
+    EXPECT_EQ(NoteOfId(noted, 1), u"no note");
+    EXPECT_EQ(NoteOfId(noted, 2), u"no note");
+    EXPECT_EQ(noted.Add("/a", u"x", 1, 0, u"new", 3), 0);
+    EXPECT_EQ(NoteOfId(noted, 0), u"new");
+}
+
+TEST_F(BinaryOverlay, KeepsItsOwnNotesAfterOthers) {
+    Load({.entries = {{"/c", u"three"}, {"/d", u"four"}}, .notes = {{1, u"note of d"}}});
+    EXPECT_EQ(NoteOfId(dictionary, 1), u"no note");
+    EXPECT_EQ(NoteOfId(dictionary, 2), u"no note");
+    EXPECT_EQ(NoteOfId(dictionary, 3), u"note of d");
+}
+
 TEST_F(BinaryOverlay, MadeToSitBehindOthersBeginsAtNothingWhenItComesFirst) {
     ZStringDictionary dictionary(true);
     LoadBytes(dictionary, BinaryFile{.entries = {{"/a", u"one"}}, .firstId = 77}.Written());

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -347,6 +348,53 @@ TEST(FastArray, LeavesNothingBehindWhenMemoryRunsOut) {
         }
     });
     EXPECT_GT(failures, 300u);
+}
+
+// The first note of a block makes the arrays of its notes.
+TEST(FastArray, HasNoNoteWhenMemoryRunsOutAtTheFirstOfABlock) {
+    bool hasFailed = true;
+    for (std::size_t n = 1; hasFailed; ++n) {
+        Entries entries;
+        entries.Add("/a", "value");
+        entries.Add("/b", "value");
+        {
+            const pavane_test::FailNthAllocation failure(n);
+            try {
+                entries.array->Add("/b", "other", "the first note");
+            } catch (const std::bad_alloc&) {
+                EXPECT_TRUE(failure.HasFailed());
+            }
+            hasFailed = failure.HasFailed();
+        }
+        EXPECT_EQ(entries.ValueOf("/b"), "other") << "a value is replaced before its note";
+        EXPECT_EQ(entries.NoteOf(0), "no note");
+        EXPECT_EQ(entries.NoteOf(1), hasFailed ? "no note" : "the first note") << n;
+        entries.array->Add("/b", "other", "a second note");
+        EXPECT_EQ(entries.NoteOf(1), "a second note") << n;
+        EXPECT_TRUE(!hasFailed || n < 10);
+        if (!hasFailed) EXPECT_GT(n, 3u);
+    }
+}
+
+TEST(FastArray, AddsNoEntryWhenMemoryRunsOutAtItsNote) {
+    for (std::size_t n = 1; n < 20; ++n) {
+        Entries entries;
+        entries.Add("/a", "value");
+        bool isAdded = true;
+        try {
+            const pavane_test::FailNthAllocation failure(n);
+            entries.array->Add("/b", "value", "the first note");
+        } catch (const std::bad_alloc&) {
+            isAdded = false;
+        }
+        EXPECT_EQ(entries.array->TotalIds(), isAdded ? 2u : 1u);
+        EXPECT_EQ(entries.NoteOf(1), isAdded ? "the first note" : "no note") << n;
+        EXPECT_EQ(entries.array->Add("/b", "value", "another"), 1u);
+        EXPECT_EQ(entries.NoteOf(0), "no note");
+        EXPECT_EQ(entries.NoteOf(1), "another");
+        EXPECT_EQ(entries.array->Add("/c", "value", "third"), 2u);
+        EXPECT_EQ(entries.NoteOf(2), "third") << n;
+    }
 }
 
 TEST(FastArray, KeepsWhatItHadWhenMemoryRunsOut) {

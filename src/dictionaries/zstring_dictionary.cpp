@@ -91,7 +91,7 @@ void ZStringDictionary::LoadBinary(const std::uint8_t* begin, const std::uint8_t
     const std::uint8_t* const body = begin + kBinaryHeaderSize;
     if (version.major == kFastMajor && version.minor >= 0) {
         BinaryBody read = ReadBinaryBody(body, end, version.minor);
-        entries->AddBlock(std::move(read.block), std::move(read.lists));
+        entries->AddBlock(std::move(read.block), read.lists);
         if (read.headerText) headerText = std::move(*read.headerText);
         formatMajor = kFastMajor;
         formatMinor = kFastMinor;

@@ -30,7 +30,10 @@ void TextColumn::Replace(std::size_t index, std::string_view text, Bytes prepare
         overrides[index] = {std::move(prepared), static_cast<std::uint32_t>(text.size())};
         return;
     }
-    if (!text.empty()) std::memmove(const_cast<std::uint8_t*>(At(index).bytes), text.data(), text.size());
+    const ValueBytes old = At(index);
+    if (old.bytes != nullptr && !text.empty()) {
+        std::memmove(const_cast<std::uint8_t*>(old.bytes), text.data(), text.size());
+    }
     if (HasOverride(index)) {
         overrides[index].length = static_cast<std::uint32_t>(text.size());
     } else if (index < lengths.Size()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 namespace kestrel_private {
 
@@ -30,10 +31,8 @@ class Reference {
 public:
     explicit Reference(Object* object) : object(object) { object->AddRef(); }
     Reference(const Reference& other) : Reference(other.object) {}
-    Reference& operator=(const Reference& other) {
-        other.object->AddRef();
-        object->Release();
-        object = other.object;
+    Reference& operator=(Reference other) {
+        std::swap(object, other.object);
         return *this;
     }
     ~Reference() { object->Release(); }

@@ -372,7 +372,9 @@ TEST(FastArray, HasNoNoteWhenMemoryRunsOutAtTheFirstOfABlock) {
         entries.array->Add("/b", "other", "a second note");
         EXPECT_EQ(entries.NoteOf(1), "a second note") << n;
         EXPECT_TRUE(!hasFailed || n < 10);
-        if (!hasFailed) EXPECT_GT(n, 3u);
+        if (!hasFailed) {
+            EXPECT_GT(n, 3u);
+        }
     }
 }
 

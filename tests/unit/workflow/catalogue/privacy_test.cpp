@@ -64,7 +64,9 @@ protected:
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
         const std::uint16_t status = RunWorkFlowFromBag<PVNPrivacyWorkFlow>(bag);
         // Without an end state the status would be the stored result all the same.
-        if (status != kStatusException) EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
+        if (status != kStatusException) {
+            EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
+        }
         return status;
     }
     std::uint32_t StoredResult() {

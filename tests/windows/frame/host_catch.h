@@ -39,7 +39,6 @@ inline void Raise(DWORD code) { RaiseException(code, 0, 0, nullptr); }
 __asm__(R"(
     .text
     .p2align 4
-    .globl HostCatchingFrame
     .seh_proc HostCatchingFrame
 HostCatchingFrame:
     subq $40, %rsp
@@ -50,7 +49,6 @@ HostCatchingFrame:
     movq %rdx, %rcx
     call *%rax
     xorl %eax, %eax
-    .globl HostCatchingFrameEnd
 HostCatchingFrameEnd:
     addq $40, %rsp
     ret

@@ -35,22 +35,3 @@ inline DWORD CodeCaughtFrom(std::function<void()> action) {
 inline void Raise(DWORD code) { RaiseException(code, 0, 0, nullptr); }
 
 } // namespace host_catch
-
-__asm__(R"(
-    .text
-    .p2align 4
-    .seh_proc HostCatchingFrame
-HostCatchingFrame:
-    subq $40, %rsp
-    .seh_stackalloc 40
-    .seh_handler HostCatchingHandler, @except, @unwind
-    .seh_endprologue
-    movq %rcx, %rax
-    movq %rdx, %rcx
-    call *%rax
-    xorl %eax, %eax
-HostCatchingFrameEnd:
-    addq $40, %rsp
-    ret
-    .seh_endproc
-)");

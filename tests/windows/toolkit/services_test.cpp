@@ -1,4 +1,5 @@
 // What the toolkit asks of the system, to the argument: what a recorded window system cannot tell.
+#include "toolkit/dialog/window_procedures.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/window_messages.h"
@@ -174,6 +175,7 @@ TEST_F(Controls, KeepWhatWasBeforeThemInTheirProperties) {
 TEST_F(Controls, ATabCharacterMovesTheFocusToTheNextOrWithShiftToTheLast) {
     const PatchedImport patch("GetAsyncKeyState", &TellShift);
     NativeWindow buttons[3];
+    InstallWindowProcedures();
     for (NativeWindow& button : buttons) TakeControlProcedure(button = MakeChild(u"button"));
     ShowOrHide(top, true);
     for (const auto& [shift, reached] : {std::pair{SHORT(0), 1}, std::pair{SHORT(-0x8000), 2}}) {

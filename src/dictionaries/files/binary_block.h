@@ -16,8 +16,8 @@ struct BinaryBody {
 };
 
 // Reads field by field and ends before the first field that is longer than what is left; the fields before it
-// stay. `begin` is behind the header. `minor` is that of the version, 0 or greater. The arrays are copied, so
-// the bytes are not needed after the call. Throws bad_alloc.
+// stay. `begin` is the byte after the header. `minor` is that of the version, 0 or greater. The arrays are
+// copied, so the bytes are not needed after the call. Throws bad_alloc.
 BinaryBody ReadBinaryBody(const std::uint8_t* begin, const std::uint8_t* end, int minor);
 
 } // namespace kestrel_private

@@ -19,6 +19,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,7 @@ using namespace privacy;
 using pavane_test::IsRightToLeft;
 using pavane_test::Locales;
 
+constexpr UINT kTick = 30; // milliseconds from one step to the next
 constexpr DWORD kRightToLeftBits = WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
 
 int FieldOf(const std::string& locale) {
@@ -78,7 +80,7 @@ protected:
         T_Storage bag;
         SetString(bag, PvnWFKey_Language, language);
         idleTicks = 0;
-        const UINT_PTR timer = SetTimer(nullptr, 0, 30, Tick);
+        const UINT_PTR timer = SetTimer(nullptr, 0, kTick, Tick);
         const std::uint16_t status = RunWorkFlowFromBag<PVNPrivacyWorkFlow>(bag);
         KillTimer(nullptr, timer);
         EXPECT_TRUE(steps.empty()) << language;
@@ -112,6 +114,20 @@ protected:
         DWORD start = 1, end = 2;
         SendMessageW(field, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
         return {start, end};
+    }
+    // The colors of the screen from a caret's place in that field downward.
+    static std::vector<COLORREF> PixelsOfCaret(HWND field) {
+        const auto place = static_cast<DWORD>(SendMessageW(field, EM_POSFROMCHAR, 0, 0));
+        const HDC screen = GetDC(field);
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < 12; ++y) {
+            for (int x = -2; x < 3; ++x) {
+                pixels.push_back(GetPixel(screen, static_cast<short>(LOWORD(place)) + x,
+                                          static_cast<short>(HIWORD(place)) + y));
+            }
+        }
+        ReleaseDC(field, screen);
+        return pixels;
     }
     static LRESULT FirstLine(HWND field) { return SendMessageW(field, EM_GETFIRSTVISIBLELINE, 0, 0); }
 
@@ -158,6 +174,19 @@ TEST_F(PrivacyWindow, ShowsTheTextOfTheFileInAReadOnlyField) {
         ThenClick(kCancelButton);
         EXPECT_EQ(Run(dialogLanguage), 35074);
     }
+}
+
+TEST_F(PrivacyWindow, NoCaretBlinksInTheStatement) {
+    std::set<std::vector<COLORREF>> seen;
+    ThenClick(kContinueButton);
+    Then([] {}); // the field takes the focus and paints itself
+    for (UINT time = 0; time < 3 * GetCaretBlinkTime(); time += kTick) {
+        Then([this, &seen] { seen.insert(PixelsOfCaret(Control(kLeftToRightField))); });
+    }
+    Then([this] { EXPECT_EQ(GetFocus(), Control(kLeftToRightField)); });
+    ThenClick(kCancelButton);
+    EXPECT_EQ(Run("en_US"), 35074);
+    EXPECT_EQ(seen.size(), 1u);
 }
 
 TEST_F(PrivacyWindow, ReadsInTheDirectionOfTheStatementInEveryDialog) {

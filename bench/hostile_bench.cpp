@@ -34,11 +34,13 @@ std::string Repeated(std::string_view piece, std::size_t size) {
     return text;
 }
 
+std::string Times(std::size_t count, std::string_view piece) { return Repeated(piece, count * piece.size()); }
+
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
 // Text that `statement` runs again and again: in `m`, sixteen times in all.
 std::string Evaluated(const std::string& before, const std::string& macro) {
-    return before + "m = " + Quoted(macro) + ";" + Repeated("eval(m);", 16 * 8) + "d();";
+    return before + "m = " + Quoted(macro) + ";" + Times(16, "eval(m);") + "d();";
 }
 
 // One big text that every view inherits.
@@ -57,7 +59,7 @@ std::string NamesOfOneScope() {
 std::string NamesInEveryBlock() {
     std::string names;
     for (std::size_t n = 0; names.size() < 60000; ++n) names += "a" + std::to_string(n) + "=1;";
-    return "m = " + Quoted(names) + ";" + Repeated("v(){eval(m);", 240 * 12) + Repeated("}", 240);
+    return "m = " + Quoted(names) + ";" + Times(240, "v(){eval(m);") + Repeated("}", 240);
 }
 
 // Names that no scope of the deepest chain has, but that every scope must be searched for.
@@ -65,15 +67,15 @@ std::string MissingNamesInADeepChain(std::string_view piece, std::size_t namesOf
     std::string names;
     for (std::size_t n = 0; n < namesOfABlock; ++n) names += "b" + std::to_string(n) + "=1;";
     const std::string search = "x=1" + Repeated(piece, kTextSize - 60000) + ";";
-    return "n = " + Quoted(names) + "; m = " + Quoted(search) + ";" + Repeated("v(){eval(n);", 240 * 12) +
-           Repeated("eval(m);", 14 * 8) + Repeated("}", 240);
+    return "n = " + Quoted(names) + "; m = " + Quoted(search) + ";" + Times(240, "v(){eval(n);") +
+           Times(14, "eval(m);") + Repeated("}", 240);
 }
 
 std::string ManyViewsInADeepChain() {
     std::string names;
     for (std::size_t n = 0; n < 500; ++n) names += "b" + std::to_string(n) + "=1;";
-    return "n = " + Quoted(names) + ";" + Repeated("v(){eval(n);", 240 * 12) +
-           Repeated("v(a:q+0);", 32500 * 9) + Repeated("}", 240);
+    return "n = " + Quoted(names) + ";" + Times(240, "v(){eval(n);") + Times(32500, "v(a:q+0);") +
+           Repeated("}", 240);
 }
 
 std::string DigitsOfABigText() {

@@ -37,7 +37,7 @@ std::uint16_t RunInside(T_StorageInterface& bag, WorkFlowMaker make) {
 
 } // namespace
 
-std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept {
+std::uint16_t MakeAndRunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept {
     return StatusAtBoundary([&] { return RunInside(bag, make); });
 }
 

@@ -15,7 +15,7 @@ using WorkFlowMaker = std::unique_ptr<PVNWorkFlow> (*)(PVNWorkFlowContext& conte
 
 // RunWorkFlowFromBag for the workflow that `make` returns. This is the exception boundary of a run: what a
 // workflow, a pane, a handler or a window of the application throws ends here.
-[[nodiscard]] std::uint16_t RunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept;
+[[nodiscard]] std::uint16_t MakeAndRunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept;
 
 // Returns 0 when the run ended in kWFState_Done, even with another result in the bag. Otherwise returns the
 // Long under PvnWFKey_WorkFlowResult, which is kStatusUserCancel until the run sets it. The bag then holds
@@ -25,7 +25,7 @@ using WorkFlowMaker = std::unique_ptr<PVNWorkFlow> (*)(PVNWorkFlowContext& conte
 // again and everything that the run made is destroyed. Kept: ShutDownResources is not called then.
 template <class W>
 [[nodiscard]] std::uint16_t RunWorkFlowFromBag(T_StorageInterface& bag) noexcept {
-    return RunWorkFlow(bag, [](PVNWorkFlowContext& context) -> std::unique_ptr<PVNWorkFlow> {
+    return MakeAndRunWorkFlow(bag, [](PVNWorkFlowContext& context) -> std::unique_ptr<PVNWorkFlow> {
         return std::make_unique<W>(context);
     });
 }

@@ -40,7 +40,7 @@ void CheckRows(const PVNPrivacyList& list) {
     const std::vector<PrivacyLanguage> rows = PopupRows(languages);
     for (std::size_t i = 0; i < rows.size() && i < 50; ++i) {
         Require(!rows[i].label.empty() && rows[i].label.find(u'\0') == rows[i].label.npos);
-        Require(RowOfLanguage(rows, rows[i].locale) == i);
+        Require(RowOfBestLocale(rows, rows[i].locale) == i);
     }
 }
 

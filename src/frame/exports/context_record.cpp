@@ -25,7 +25,7 @@ Status MakeContext(std::int32_t hostApp, std::uint32_t hostOptions) noexcept {
 namespace {
 
 // Intentional: the status is ignored, because the context is freed in any case.
-void ShutDownResources() noexcept {
+void ShutDownQuietly() noexcept {
     static_cast<void>(StatusAtBoundary([] {
         GetLaunchers().shutDownResources();
         return kStatusSuccess;
@@ -38,7 +38,7 @@ void FreeContextAndCloseLog() noexcept {
     FrameState& frame = GetFrameState();
     if (frame.gPavaneContext) {
         ReleaseHoldings(*frame.gPavaneContext);
-        ShutDownResources();
+        ShutDownQuietly();
         delete frame.gPavaneContext;
         frame.gPavaneContext = nullptr;
     }

@@ -88,7 +88,7 @@ void AbandonRun() noexcept {
     GetLaunchers().abandonDialogs();
     StoreLastError(kStatusException);
     GetFrameState().gPreloadedWorkflow = 0;
-    EndRun();
+    ClearRunMark();
 }
 
 Status RunWorkflow(std::uint16_t number, void* parentWindow) {

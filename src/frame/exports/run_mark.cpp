@@ -18,10 +18,10 @@ RunMark::RunMark() noexcept
     : statusBefore(GetFrameState().gLastError), isOurs(ChangeRunState(RunState::kIdle, RunState::kRunning)) {}
 
 RunMark::~RunMark() {
-    if (isOurs) EndRun();
+    if (isOurs) ClearRunMark();
 }
 
-void EndRun() noexcept {
+void ClearRunMark() noexcept {
     std::atomic<RunState>& state = GetFrameState().runState;
     if (ChangeRunState(RunState::kRunning, RunState::kIdle) || state == RunState::kIdle) return;
     FreeContextAndCloseLog();

@@ -28,7 +28,7 @@ private:
 
 // Clears the mark and carries out a deferred terminate; does nothing without a mark. For RunMark, and for a
 // run whose stack was left without destructors.
-void EndRun() noexcept;
+void ClearRunMark() noexcept;
 
 // Returns whether a run is under way. Any thread.
 [[nodiscard]] bool IsRunUnderWay() noexcept;

@@ -5,8 +5,8 @@
 #include "toolkit/boxes/box_font.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/layout/layout.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "values/unicode/text_conversion.h"
 
 #include <utility>

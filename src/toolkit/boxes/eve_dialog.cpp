@@ -3,10 +3,10 @@
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog_link.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/window_messages.h"
 #include "values/unicode/text_conversion.h"
 
 namespace brixen::zeve {

@@ -6,8 +6,8 @@
 #include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "values/unicode/text_conversion.h"
 
 namespace brixen::zeve {

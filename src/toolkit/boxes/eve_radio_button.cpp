@@ -4,9 +4,9 @@
 #include "toolkit/boxes/text_measure.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/event_record.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/window_messages.h"
 #include "view/scope/expression_scope.h"
 
 #include <algorithm>

@@ -25,7 +25,7 @@ void AbandonDialogs() noexcept {
     // Out of the registry first, so that no message of their windows reaches their hosts.
     const std::vector<DialogLink*> dialogs = std::exchange(gToolkit.dialogs, {});
     platform::UnlockUpdates();
-    AbandonRuns();
+    AbandonModalRuns();
     ForgetKeptException();
     for (auto dialog = dialogs.rbegin(); dialog != dialogs.rend(); ++dialog) CloseWindowOf(**dialog);
     DpiUnawareScope::AbandonAll();

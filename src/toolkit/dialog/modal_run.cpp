@@ -4,9 +4,9 @@
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/window_messages.h"
 
 #include <optional>
 #include <utility>
@@ -165,7 +165,7 @@ bool IsModalRunUnderWay() noexcept { return gToolkit.innermostRun != nullptr; }
 
 bool IsRunning(const DialogLink& dialog) noexcept { return RunOf(dialog) != nullptr; }
 
-void EndRun(const DialogLink& dialog, std::int32_t code) noexcept {
+void EndModalRun(const DialogLink& dialog, std::int32_t code) noexcept {
     if (ModalRun* run = RunOf(dialog)) run->End(code);
 }
 
@@ -174,7 +174,7 @@ void EndInnermostRunByException() noexcept {
     if (gToolkit.innermostRun != nullptr) gToolkit.innermostRun->End(kEndNegative);
 }
 
-void AbandonRuns() noexcept {
+void AbandonModalRuns() noexcept {
     while (gToolkit.innermostRun != nullptr) gToolkit.innermostRun->Leave();
 }
 

@@ -40,13 +40,13 @@ inline constexpr std::int32_t kEndPositive = 1;
 
 // Ends the dialog's run, and first those above it. The last code counts. Does nothing for a dialog without a
 // run.
-void EndRun(const DialogLink& dialog, std::int32_t code) noexcept;
+void EndModalRun(const DialogLink& dialog, std::int32_t code) noexcept;
 // Call it inside a catch block of a window procedure. Keeps the exception in flight (see kept_exception.h)
 // and ends the innermost run, which throws it.
 void EndInnermostRunByException() noexcept;
 
 // For a stack that was left without destructors: as if all runs had returned. Owners are enabled again, and a
 // quit message of the host is posted again. The objects of the runs must still be in memory.
-void AbandonRuns() noexcept;
+void AbandonModalRuns() noexcept;
 
 } // namespace brixen::zeve

@@ -6,8 +6,8 @@
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 
 namespace brixen::zeve {
 
@@ -45,7 +45,7 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
                              std::intptr_t lparam) {
     const DialogLink* dialog = DialogOfWindow(window);
     if (dialog == nullptr) return platform::DefaultAnswer(window, message, wparam, lparam);
-    if (message == kMessageWindowGone) EndRun(*dialog, kEndNegative);
+    if (message == kMessageWindowGone) EndModalRun(*dialog, kEndNegative);
     // After an exception the host hears nothing more until it was thrown to whom it belongs.
     if (dialog->callback == nullptr || IsExceptionKept()) {
         return AnswerOfSystem(window, message, wparam, lparam);
@@ -55,8 +55,8 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
     const std::uint32_t answer = AskHost(*dialog, window, message, wparam, lparam);
     switch (answer) {
     case kAnswerDefault: return AnswerOfSystem(window, message, wparam, lparam);
-    case kAnswerEndPositive: EndRun(*dialog, kEndPositive); return 0;
-    case kAnswerEndNegative: EndRun(*dialog, kEndNegative); return 0;
+    case kAnswerEndPositive: EndModalRun(*dialog, kEndPositive); return 0;
+    case kAnswerEndNegative: EndModalRun(*dialog, kEndNegative); return 0;
     default: return IsColorMessage(message) ? BrushOf(answer) : 0;
     }
 }

@@ -135,7 +135,7 @@ void ZeveDelete(ZeveDialog* dialog) {
     const std::unique_ptr<ZeveDialog> owned(dialog);
     if (gToolkit.richEdit != nullptr) platform::UnloadModule(std::exchange(gToolkit.richEdit, nullptr));
     // The last message of its window will find no dialog any more, so its run is ended here.
-    EndRun(*dialog, kEndNegative);
+    EndModalRun(*dialog, kEndNegative);
     UnregisterDialog(*dialog);
     dialog->zeveGenerator.DeleteBoxes();
 }

@@ -96,7 +96,7 @@ CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, C
         CZeveGenerator& generator;
         CEveBox& box;
         ~Handover() {
-            if (box.parent != nullptr) generator.boxes.extract(&box).mapped().release();
+            if (box.parent != nullptr) static_cast<void>(generator.boxes.extract(&box).mapped().release());
         }
     };
     const Handover handover{*this, box};

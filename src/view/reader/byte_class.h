@@ -22,7 +22,7 @@ constexpr std::array<std::uint8_t, 256> MakeByteClasses() {
         classes[byte] = code != 0 || byte == '0' ? static_cast<std::uint8_t>(code) : kOtherClass;
     }
     for (char blank : {' ', '\t', '\r', '\n'}) {
-        classes[static_cast<std::size_t>(blank)] = kBlankClass;
+        classes[static_cast<unsigned char>(blank)] = kBlankClass;
     }
     return classes;
 }

@@ -70,8 +70,8 @@ inline constexpr std::uint32_t kFactor = FindFactor();
 consteval std::array<std::uint8_t, kTableSize> MakeTable() {
     std::array<std::uint8_t, kTableSize> table{};
     table.fill(kNone);
-    for (std::uint8_t place = 0; place < kListedNames.size(); ++place) {
-        table[TablePlace(ScopeNameHash(kListedNames[place]), kFactor)] = place;
+    for (std::size_t place = 0; place < kListedNames.size(); ++place) {
+        table[TablePlace(ScopeNameHash(kListedNames[place]), kFactor)] = static_cast<std::uint8_t>(place);
     }
     return table;
 }

@@ -20,7 +20,7 @@ inline constexpr std::int64_t kUndefinedNumber = std::numeric_limits<std::int32_
 
 // The text of every number. Its address tells it from other empty texts.
 inline constexpr char kEmptyScopeBytes[1] = {};
-inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes, 0);
+inline constexpr std::string_view kEmptyScopeString(kEmptyScopeBytes);
 
 // Both sides of a variable, or nothing.
 struct FoundValue {
@@ -59,12 +59,12 @@ public:
 
     // Returns false, and changes nothing, if the listed name has a record.
     [[nodiscard]] bool SetPlainNumber(const ScopeName& name, std::int64_t number) {
-        const std::uint32_t bit = std::uint32_t{1} << name.mark;
+        const std::uint64_t bit = std::uint64_t{1} << name.mark;
         if ((held & bit) != 0 && (plainNumbers & bit) == 0) {
             return false;
         }
         held |= bit;
-        plainNumbers |= bit;
+        plainNumbers |= static_cast<std::uint32_t>(bit);
         numbers[name.mark] = number;
         return true;
     }

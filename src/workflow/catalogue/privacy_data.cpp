@@ -24,7 +24,7 @@ std::u16string LabelOf(const StatementLanguage& language) {
 }
 
 // "de" of "de_DE".
-std::string_view LanguageOf(std::string_view locale) { return locale.substr(0, locale.find('_')); }
+std::string_view LanguagePart(std::string_view locale) { return locale.substr(0, locale.find('_')); }
 
 } // namespace
 
@@ -39,12 +39,12 @@ std::vector<PrivacyLanguage> PopupRows(const std::vector<StatementLanguage>& lis
     return rows;
 }
 
-std::size_t RowOfLanguage(const std::vector<PrivacyLanguage>& rows, std::string_view wanted) {
+std::size_t RowOfBestLocale(const std::vector<PrivacyLanguage>& rows, std::string_view wanted) {
     const auto find = [&rows](auto matches) { return std::find_if(rows.begin(), rows.end(), matches); };
     auto row = find([wanted](const PrivacyLanguage& candidate) { return candidate.locale == wanted; });
     if (row == rows.end()) {
         row = find([wanted](const PrivacyLanguage& candidate) {
-            return LanguageOf(candidate.locale) == LanguageOf(wanted);
+            return LanguagePart(candidate.locale) == LanguagePart(wanted);
         });
     }
     if (row == rows.end()) {
@@ -57,7 +57,7 @@ bool IsWrittenRightToLeft(std::string_view locale) {
     if (const ShippedLanguage* const shipped = FindShippedLanguage(locale)) return shipped->isRightToLeft;
     // A product may list statements in languages that its dialogs do not speak.
     constexpr std::string_view kLanguages[] = {"ar", "fa", "he", "iw", "ps", "sd", "ug", "ur", "yi"};
-    return std::ranges::find(kLanguages, LanguageOf(locale)) != std::end(kLanguages);
+    return std::ranges::find(kLanguages, LanguagePart(locale)) != std::end(kLanguages);
 }
 
 std::u16string TextForField(std::u16string_view statement) {

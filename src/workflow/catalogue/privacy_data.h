@@ -32,7 +32,7 @@ std::vector<PrivacyLanguage> PopupRows(const std::vector<StatementLanguage>& lis
 
 // Returns the row of the locale `wanted`, else the first row of its language in any region, else that of
 // en_US, else 0.
-std::size_t RowOfLanguage(const std::vector<PrivacyLanguage>& rows, std::string_view wanted);
+std::size_t RowOfBestLocale(const std::vector<PrivacyLanguage>& rows, std::string_view wanted);
 
 // Returns whether the language of a locale is written from right to left.
 bool IsWrittenRightToLeft(std::string_view locale);

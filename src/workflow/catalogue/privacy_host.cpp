@@ -1,7 +1,7 @@
 #include "workflow/catalogue/privacy_host.h"
 
 #include "frame/status.h"
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"

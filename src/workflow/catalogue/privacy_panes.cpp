@@ -2,8 +2,8 @@
 
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
@@ -78,7 +78,8 @@ void ChoosePane::FillPopup() {
         zeve::platform::Send(popup, zeve::kComboAddString, 0,
                              reinterpret_cast<std::intptr_t>(row.label.c_str()));
     }
-    zeve::platform::Send(popup, zeve::kComboSetSelection, RowOfLanguage(data.languages, WantedLanguage()), 0);
+    zeve::platform::Send(popup, zeve::kComboSetSelection, RowOfBestLocale(data.languages, WantedLanguage()),
+                         0);
 }
 
 std::string ChoosePane::WantedLanguage() const {

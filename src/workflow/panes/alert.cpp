@@ -2,8 +2,8 @@
 
 #include "frame/log.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/panes/dialog_rules.h"
@@ -24,7 +24,7 @@ constexpr AlertEntry kAlerts[] = {
     {kAlertQuit, "quit_alert", false},
 };
 
-std::string LanguageOf(PVNWorkFlowContext* context) {
+std::string LocaleOfRun(PVNWorkFlowContext* context) {
     std::string language;
     if (context) GetString(*context, PvnWFKey_Language, language);
     return language;
@@ -34,7 +34,7 @@ std::string LanguageOf(PVNWorkFlowContext* context) {
 class AlertDialog {
 public:
     AlertDialog(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context)
-        : dialog(NewDialog(&AlertEventCallback, parent, LanguageOf(context))) {
+        : dialog(NewDialog(&AlertEventCallback, parent, LocaleOfRun(context))) {
         params.dialog = dialog.get();
         const std::string view(alert.view);
         const zeve::NativeWindow window = MakeDialog(*dialog, LoadViewDescription(view), view, &params);

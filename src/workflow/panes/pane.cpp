@@ -1,6 +1,6 @@
 #include "workflow/panes/pane.h"
 
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "workflow/panes/window_message.h"
 
 namespace brixen::pvn::pvn_workflow {

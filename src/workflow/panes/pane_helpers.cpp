@@ -5,8 +5,8 @@
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 

@@ -1,7 +1,7 @@
 // The way of a message through the pane host: from the toolkit's callback to the message map.
 #include "frame/stop_watch.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "toolkit/zeve_callback.h"
 #include "workflow/panes/dialog_rules.h"
 #include "workflow/panes/pane_host.h"

@@ -1,7 +1,7 @@
 #include "workflow/panes/picture_controls.h"
 
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "workflow/platform/resource_platform.h"
 #include "workflow/resources/resource_layer.h"
 

@@ -1,4 +1,4 @@
-// The system's numbers that panes and hosts name besides those of toolkit/window_messages.h, each with the
+// The system's numbers that panes and hosts name besides those of toolkit/message_numbers.h, each with the
 // system's own name. win32/pane_platform.cpp checks them against the system's headers.
 #pragma once
 

@@ -3,8 +3,8 @@
 #include "toolkit/dialog/window_procedures.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 // What the toolkit asks of the system, to the argument: what a recorded window system cannot tell.
 #include "toolkit/dialog/window_procedures.h"
 #include "toolkit/event_record.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
-#include "toolkit/window_messages.h"
 #include "windows/toolkit/patched_import.h"
 
 #include <windows.h>

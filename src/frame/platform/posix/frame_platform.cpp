@@ -1,7 +1,6 @@
 #include "frame/platform/posix/frame_twin.h"
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <unistd.h>
@@ -80,7 +79,8 @@ constexpr LanguageName kLanguageNames[] = {
 
 void GetLocaleName(LanguageIdentifier language, std::span<char, kLocaleNameSize> name) noexcept {
     const auto row = std::ranges::find(kLanguageNames, language, &LanguageName::language);
-    std::strcpy(name.data(), row == std::end(kLanguageNames) ? "" : row->name);
+    const std::string_view text = row == std::end(kLanguageNames) ? "" : row->name;
+    name[text.copy(name.data(), name.size() - 1)] = '\0';
 }
 
 HostProgram DescribeHostProgram() { return GetFrameTwin().hostProgram; }

@@ -52,7 +52,7 @@ NativeThread StartThread(ThreadRoutine routine, void* argument) noexcept try {
     auto forThread = std::make_unique<SharedState>(state);
     pthread_t thread;
     if (pthread_create(&thread, nullptr, RunRoutine, forThread.get()) != 0) return nullptr;
-    forThread.release();
+    static_cast<void>(forThread.release()); // belongs to the thread now
     pthread_detach(thread);
     ++GetFrameTwin().openThreadHandles;
     return reinterpret_cast<NativeThread>(handle.release());

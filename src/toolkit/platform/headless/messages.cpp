@@ -1,5 +1,5 @@
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
-#include "toolkit/window_messages.h"
 
 #include <utility>
 
@@ -96,7 +96,7 @@ private:
 };
 
 std::function<void()> TakeFirst(std::deque<std::function<void()>>& actions) {
-    const auto action = std::move(actions.front());
+    auto action = std::move(actions.front());
     actions.pop_front();
     return action;
 }

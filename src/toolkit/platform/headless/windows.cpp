@@ -1,6 +1,6 @@
 #include "toolkit/control_styles.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
-#include "toolkit/window_messages.h"
 #include "values/unicode/ascii.h"
 
 #include <algorithm>

@@ -2,9 +2,9 @@
 // code: a number that differs does not compile.
 #define OEMRESOURCE // for the numbers of the system's icons
 #include "toolkit/control_styles.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/win32/handles.h"
 #include "toolkit/view_constants.h"
-#include "toolkit/window_messages.h"
 
 #include <commctrl.h>
 

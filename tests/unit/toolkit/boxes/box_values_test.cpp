@@ -1,5 +1,5 @@
 #include "toolkit/event_record.h"
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "unit/toolkit/boxes/box_fixture.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "toolkit/boxes/eve_popup.h"
 #include "toolkit/kept_exception.h"
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "unit/toolkit/boxes/box_fixture.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "toolkit/boxes/eve_box.h"
 
+#include "toolkit/message_numbers.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/window_messages.h"
 #include "unit/toolkit/boxes/box_fixture.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "toolkit/dialog/dpi_unaware_scope.h"
 #include "toolkit/dialog/modal_run.h"
 #include "toolkit/kept_exception.h"
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "unit/toolkit/dialog/dialog_fixture.h"
 
 #include <stdexcept>

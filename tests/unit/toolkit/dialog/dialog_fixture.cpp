@@ -1,7 +1,7 @@
 #include "unit/toolkit/dialog/dialog_fixture.h"
 
+#include "toolkit/message_numbers.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/window_messages.h"
 
 #include <algorithm>
 #include <iterator>

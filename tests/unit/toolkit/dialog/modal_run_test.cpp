@@ -1,7 +1,7 @@
 #include "toolkit/dialog/modal_run.h"
 
 #include "toolkit/kept_exception.h"
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "unit/toolkit/dialog/dialog_fixture.h"
 
 #include <stdexcept>

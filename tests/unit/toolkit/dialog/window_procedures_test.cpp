@@ -4,7 +4,7 @@
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/kept_exception.h"
-#include "toolkit/window_messages.h"
+#include "toolkit/message_numbers.h"
 #include "unit/toolkit/dialog/dialog_fixture.h"
 
 #include <stdexcept>

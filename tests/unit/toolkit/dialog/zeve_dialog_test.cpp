@@ -5,8 +5,8 @@
 #include "toolkit/dialog/modal_run.h"
 #include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/window_messages.h"
 #include "unit/toolkit/dialog/dialog_fixture.h"
 #include "view/scope/expression_scope.h"
 

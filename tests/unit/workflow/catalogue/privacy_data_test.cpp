@@ -20,7 +20,7 @@ std::vector<std::u16string> LabelsOf(const Languages& list) {
 std::string LocaleFor(std::vector<std::string> locales, std::string_view wanted) {
     std::vector<PrivacyLanguage> rows;
     for (const std::string& locale : locales) rows.push_back({locale, u"name"});
-    return rows[RowOfLanguage(rows, wanted)].locale;
+    return rows[RowOfBestLocale(rows, wanted)].locale;
 }
 
 TEST(PrivacyRows, AreTheNamesInTheOrderOfTheList) {
@@ -57,7 +57,7 @@ TEST(PrivacyRow, IsThatOfTheLanguage) {
     EXPECT_EQ(LocaleFor({"ja_JP", "en_US"}, ""), "en_US");
 }
 
-TEST(PrivacyRow, OfNoneIsTheFirst) { EXPECT_EQ(RowOfLanguage({}, "de_DE"), 0u); }
+TEST(PrivacyRow, OfNoneIsTheFirst) { EXPECT_EQ(RowOfBestLocale({}, "de_DE"), 0u); }
 
 TEST(PrivacyDirection, IsThatOfTheLanguageInAnyRegion) {
     for (const char* locale : {"he_IL", "ar_AE", "ar_SA", "ar", "fa_IR", "ur_PK", "yi", "iw_IL"})

@@ -5,8 +5,8 @@
 #include "frame/frame_state.h"
 #include "frame/pavane_context.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
-#include "toolkit/window_messages.h"
 #include "unit/workflow/resources/resource_fixture.h"
 #include "workflow/platform/headless/pane_recorder.h"
 

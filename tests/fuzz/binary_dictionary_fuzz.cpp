@@ -64,6 +64,7 @@ std::vector<std::string> KeysOf(const ZStringDictionary& dictionary) {
 void CompareWithIndex(const ZStringDictionary& dictionary) {
     const std::vector<std::string> keys = KeysOf(dictionary);
     std::vector<std::string> answers;
+    answers.reserve(keys.size());
     for (const std::string& key : keys) answers.push_back(Answer(dictionary, key));
     constexpr int kSearchesForAnIndex = 300;
     for (int i = 0; i < kSearchesForAnIndex && !dictionary.Entries().IsIndexed(); ++i) {

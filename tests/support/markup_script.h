@@ -59,7 +59,8 @@ public:
             if (problem.empty()) problem = TableProblem(markup);
             if (problem.empty() && !isBesideRoot) problem = FreshDifference(markup);
             if (!problem.empty()) {
-                return "step " + std::to_string(code) + ": " + problem + "\n" + text + "\n" + markup.GetDoc();
+                const std::string step = "step " + std::to_string(code) + ": ";
+                return step.append(problem).append("\n").append(text).append("\n").append(markup.GetDoc());
             }
             ReadHere();
         }

@@ -129,7 +129,7 @@ inline std::string TableProblem(const CMarkupSTL& document) {
         Entry own = EntryAt(document, top);
         for (std::size_t position = 0; position < 4; ++position) own[position] -= place.startTagLeft;
         if (!HaveSamePositions(own, EntryAt(alone, 1))) return Describe(document, top) + " has other tags";
-        const std::string difference = Difference(document, top, alone, 1, place.startTagLeft);
+        std::string difference = Difference(document, top, alone, 1, place.startTagLeft);
         if (!difference.empty()) return difference;
     }
     return {};

@@ -86,9 +86,9 @@ TEST_F(PavaneFromC, InitializesRunsAndTerminates) {
     EXPECT_EQ(WholeRoundFromC(0, 0), PAVANE_USER_QUIT);
 }
 
-TEST(LauncherTable, HasARowForEachOfTheFiveWorkflows) {
+TEST(LauncherTable, BeginsWithTheWorkflowsThatTheHeaderNames) {
     const auto rows = kLauncherTable.workflows;
-    ASSERT_EQ(rows.size(), 5u);
+    ASSERT_GE(rows.size(), 5u);
     const char* const kNames[] = {"Welcome", "Registration", "Privacy", "Connection", "Feedback"};
     for (std::uint16_t number = 1; number <= 5; ++number) {
         const WorkflowRow& row = rows[number - 1u];
@@ -99,7 +99,7 @@ TEST(LauncherTable, HasARowForEachOfTheFiveWorkflows) {
     }
     EXPECT_NE(kLauncherTable.Find(PAVANE_WORKFLOW_WELCOME), nullptr);
     EXPECT_EQ(kLauncherTable.Find(0), nullptr);
-    EXPECT_EQ(kLauncherTable.Find(6), nullptr);
+    EXPECT_EQ(kLauncherTable.Find(0xFFFF), nullptr);
 }
 
 TEST(LauncherTable, WorkflowsThatCallTheServiceShowTheHostAndOfferCancel) {

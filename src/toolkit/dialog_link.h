@@ -14,8 +14,8 @@ namespace brixen::zeve {
 class CEveBox;
 
 struct DialogLink {
-    // The CEveDialog, owned by the dialog handle. CEveDialog::Create sets it, so that messages sent during
-    // the making of the children find the dialog.
+    // The CEveDialog, owned by the dialog handle. CEveDialog::Create sets it, so that messages sent while the
+    // children are made find the dialog.
     CEveBox* rootBox = nullptr;
     ZeveCallback callback = nullptr;
     void* callbackParams = nullptr;

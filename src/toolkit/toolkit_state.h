@@ -17,8 +17,8 @@ class DpiUnawareScope;
 class ModalRun;
 
 struct FontFaces {
-    std::u16string wide;   // for what is shown
-    std::u16string narrow; // for the measuring of popups
+    std::u16string wide;   // for shown text
+    std::u16string narrow; // for measuring popups
     std::uint8_t characterSet = 0;
 };
 
@@ -35,7 +35,7 @@ struct ToolkitState {
     KeywordTable keywords;
     std::vector<DialogLink*> dialogs;             // see toolkit/dialog/dialog_registry.h
     ModalRun* innermostRun = nullptr;             // on the stack of its caller
-    DpiUnawareScope* innermostDpiScope = nullptr; // on a stack likewise
+    DpiUnawareScope* innermostDpiScope = nullptr; // on the stack of its owner
     std::exception_ptr keptException;             // see toolkit/kept_exception.h
 
     std::uint16_t lastViewId = 10000; // of a view or sub control; wraps around silently

@@ -29,7 +29,7 @@ enum BuiltinIcon : std::int64_t {
     kBuiltinIconAlert = 32516,
 };
 
-// Defines all of them in the root scope of a dialog. The scope itself defines alignments and the like.
+// Defines the constants in the root scope of a dialog. The scope itself defines alignments and the like.
 void InstallViewConstants(CExpressionScope& rootScope);
 
 // Returns the metric as the view sees it; 0 if no scope has it.

@@ -7,9 +7,9 @@ namespace brixen::zeve {
 
 class EventRecord;
 
-// `params` is the pointer that the host passed to the making of the dialog. Only the low 32 bits of the
-// result are used, and only for kWhatMessage. It is called on the thread that made the dialog. It may throw:
-// the operation or modal run that led to the call throws the same exception.
+// `params` is the pointer that the host passed to ZeveMakeDialog. Only the low 32 bits of the result are
+// used, and only for kWhatMessage. The callback runs on the thread that made the dialog. It may throw: the
+// operation or modal run that led to the call throws the same exception.
 using ZeveCallback = std::uint64_t (*)(std::int32_t what, EventRecord& record, void* params);
 
 // Returns the callback as the number that a scope holds under `__callback`.
@@ -17,7 +17,7 @@ using ZeveCallback = std::uint64_t (*)(std::int32_t what, EventRecord& record, v
     return static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(callback));
 }
 
-// The dialog's window got a message. The record holds kKeyWindow, kKeyEventRecord, kKeyWparam,
+// The dialog's window received a message. The record holds kKeyWindow, kKeyEventRecord, kKeyWparam,
 // kKeyLparam.
 inline constexpr std::int32_t kWhatMessage = 0;
 // A modal run is about to show the dialog. The record is empty.

@@ -1,6 +1,6 @@
 // Runs bytes as a view description: through the reader and the layout alone, in both directions, and through
-// the boxes of a dialog that a headless window system makes. All that may come of it is a dialog or the
-// assertion.
+// the boxes of a dialog in a headless window system. The only results allowed are a dialog, a logic error,
+// and the error for a text that is not UTF-8.
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/headless/headless.h"
 #include "values/unicode/text_conversion.h"
@@ -37,9 +37,9 @@ void MakeDialog(const std::string& text, const char* language) {
     ZeveDialog* const dialog = ZeveNew(&record);
     try {
         ZeveAddViewText(dialog, text.c_str());
-        ZeveMakeDialog(dialog, nullptr);
+        (void)ZeveMakeDialog(dialog, nullptr);
     } catch (const std::logic_error&) {
-    } catch (const brixen::lyr::gen::illegal_utf_sequence&) { // a text for a control that is no UTF-8
+    } catch (const brixen::lyr::gen::illegal_utf_sequence&) { // a text for a control that is not UTF-8
     }
     ZeveDelete(dialog);
     headless::State().calls.clear();

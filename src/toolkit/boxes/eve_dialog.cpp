@@ -69,7 +69,8 @@ std::u16string CEveDialog::ClassName(bool isSystemDialog) {
     if (isSystemDialog) return kSystemDialogClass;
     ownClass = platform::NewUniqueName();
     gToolkit.dialogClassName = ownClass;
-    platform::RegisterDialogClass(ownClass.c_str(), instance);
+    // Without its class the system refuses the window, which is the failure that the caller sees.
+    (void)platform::RegisterDialogClass(ownClass.c_str(), instance);
     return ownClass;
 }
 

@@ -22,7 +22,7 @@ void CloseWindowOf(const DialogLink& dialog) noexcept {
 } // namespace
 
 void AbandonDialogs() noexcept {
-    // Out of the registry first, so that no message of their windows reaches their hosts.
+    // The registry is emptied first, so that no message of a window reaches its host.
     const std::vector<DialogLink*> dialogs = std::exchange(gToolkit.dialogs, {});
     platform::UnlockUpdates();
     AbandonModalRuns();

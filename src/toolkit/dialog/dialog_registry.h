@@ -12,7 +12,7 @@ struct DialogLink;
 // to the start of its deletion.
 void RegisterDialog(DialogLink& dialog);
 void UnregisterDialog(DialogLink& dialog) noexcept;
-// The first live dialog whose root box has this top-level window; null if none.
-DialogLink* DialogOfWindow(NativeWindow window) noexcept;
+// Returns the first live dialog whose root box has this top-level window; null if there is none.
+[[nodiscard]] DialogLink* DialogOfWindow(NativeWindow window) noexcept;
 
 } // namespace brixen::zeve

@@ -15,13 +15,13 @@ namespace brixen::zeve {
 
 namespace {
 
-// The window that owns a dialog, disabled between Disable and GiveBack.
+// The window that owns a dialog, disabled between Disable and Restore.
 class DisabledOwner {
 public:
     DisabledOwner() = default;
     DisabledOwner(const DisabledOwner&) = delete;
     DisabledOwner& operator=(const DisabledOwner&) = delete;
-    ~DisabledOwner() { GiveBackQuietly(); }
+    ~DisabledOwner() { RestoreQuietly(); }
 
     // Throws what the owner's window procedure throws.
     void Disable(NativeWindow owner) {
@@ -33,7 +33,7 @@ public:
     }
 
     // Throws what the owner's window procedure throws; the owner is enabled by then.
-    void GiveBack() {
+    void Restore() {
         const NativeWindow owner = std::exchange(window, nullptr);
         if (!platform::IsWindowAlive(owner)) return;
         if (wasEnabled) platform::Enable(owner, true);
@@ -41,8 +41,8 @@ public:
         platform::Activate(owner);
     }
 
-    void GiveBackQuietly() noexcept try { GiveBack(); } catch (...) {
-        // An exception is on its way already, or nobody is left to hear of this one.
+    void RestoreQuietly() noexcept try { Restore(); } catch (...) {
+        // Another exception is in flight already, or no caller is left to catch this one.
     }
 
 private:
@@ -91,23 +91,23 @@ public:
             platform::PaintNow(window);
         }
         while (CanWait(window)) HandleOneMessage(window);
-        owner.GiveBack();
+        owner.Restore();
     }
 
-    // What the destructor does, also called where none will run.
+    // The work of the destructor, also called where no destructor will run.
     void Leave() noexcept {
-        owner.GiveBackQuietly();
+        owner.RestoreQuietly();
         gToolkit.innermostRun = outer;
         if (outer == nullptr) {
             if (quitOfHost) platform::PostQuit(*quitOfHost);
         } else if (outer->HasEnded()) {
-            // This run was perhaps inside a message that the loop of the outer one waits for.
+            // This run may have begun inside a message that another thread sent while the outer loop waits.
             platform::WakeLoop();
         }
     }
 
 private:
-    // A loop whose window is gone would wait for ever.
+    // A loop whose window is gone would wait forever.
     bool CanWait(NativeWindow window) {
         if (!HasEnded() && !platform::IsWindowAlive(window)) End(kEndNegative);
         return !HasEnded();

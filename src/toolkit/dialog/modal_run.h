@@ -1,5 +1,4 @@
-// The modal runs of the toolkit's dialogs: how one begins, who ends it, and what a quit message of the host
-// does.
+// The modal runs of the toolkit's dialogs: their start, their end, and the effect of the host's quit message.
 //
 // Runs nest: an alert runs inside the handler of a message of the dialog below it. The end of a run is a mark
 // with a code; the loop looks for it before each wait. A run whose outer run has ended ends too, without
@@ -21,32 +20,28 @@ inline constexpr std::int32_t kEndPositive = 1;
 // Shows the dialog and handles messages until the run has ended. Returns whether its code is kEndPositive.
 //
 // - The window that owns a dialog of that parent is disabled meanwhile. On every path it is enabled again, if
-// it
-//   was enabled before. A null parent, one that is no window, and the desktop count as none.
+//   it was enabled before. A null parent, a handle that is no window, and the desktop mean no owner.
 // - Returns false at once for a dialog without a living window, for one whose outer run has ended, and while
-// a quit
-//   message of the host waits. Such a window is not shown.
-// - A quit message that the loop meets is the host's: all runs end with kEndNegative, and the outermost posts
-// it
-//   again when it returns.
-// - Throws what the callback throws, also out of a window procedure, and what a window procedure of the host
-// lets out
-//   of a message that the loop dispatches. An exception of a dialog below comes out of the innermost run
-//   first.
+//   a quit message of the host is pending. Such a window is not shown.
+// - A quit message that the loop receives is the host's: all runs end with kEndNegative, and the outermost
+//   run posts it again when it returns.
+// - Throws what the callback throws, also from inside a window procedure, and what a window procedure of the
+//   host throws in a message that the loop dispatches. The innermost run throws first, also an exception of a
+//   dialog below it.
 [[nodiscard]] bool RunModally(DialogLink& dialog, NativeWindow parent);
 
 [[nodiscard]] bool IsModalRunUnderWay() noexcept;
 [[nodiscard]] bool IsRunning(const DialogLink& dialog) noexcept;
 
-// Ends the dialog's run, and first those above it. The last code counts. Does nothing for a dialog without a
-// run.
+// Ends the dialog's run, and first the runs above it. A later call replaces the code. Does nothing for a
+// dialog without a run.
 void EndModalRun(const DialogLink& dialog, std::int32_t code) noexcept;
 // Call it inside a catch block of a window procedure. Keeps the exception in flight (see kept_exception.h)
 // and ends the innermost run, which throws it.
 void EndInnermostRunByException() noexcept;
 
-// For a stack that was left without destructors: as if all runs had returned. Owners are enabled again, and a
-// quit message of the host is posted again. The objects of the runs must still be in memory.
+// Leaves all runs of a stack that was left without destructors: enables owners again and posts a quit message
+// of the host again. The objects of the runs must still be in memory.
 void AbandonModalRuns() noexcept;
 
 } // namespace brixen::zeve

@@ -1,4 +1,4 @@
-// Which exceptions leave an operation of a dialog: the boundary around each function of zeve_dialog.h.
+// The exception boundary around each function of zeve_dialog.h.
 #pragma once
 
 #include "toolkit/dialog/modal_run.h"
@@ -10,7 +10,7 @@
 
 namespace brixen::zeve {
 
-// The object of a pointer. Throws the toolkit's error for a null one.
+// Returns the object of a pointer. Throws std::logic_error "nil pointer" for null.
 template <class T>
 T& Existing(T* object) {
     if (object == nullptr) throw std::logic_error("nil pointer");
@@ -19,16 +19,16 @@ T& Existing(T* object) {
 
 namespace operation_boundary_detail {
 
-// An exception is on its way already. One that is kept besides belongs to the modal run that will end by it;
-// without a run, it must not come up in an operation that has nothing to do with it.
+// Called while another exception is in flight. A kept exception belongs to the modal run that it ends.
+// Without a run it is dropped, so that no later, unrelated operation throws it.
 inline void DropOrphanedException() noexcept {
     if (!IsModalRunUnderWay()) ForgetKeptException();
 }
 
 } // namespace operation_boundary_detail
 
-// Runs an operation that can send messages and throws what its window procedures kept. Lets exceptions
-// derived from std::exception pass; for any other the result is null, false or nothing.
+// Runs an operation that can send messages, then throws the exception that a window procedure kept. Lets
+// exceptions derived from std::exception pass; for any other the result is null, false or nothing.
 template <class Operation>
 std::invoke_result_t<Operation> PassingStandardExceptions(Operation operation) {
     using Result = std::invoke_result_t<Operation>;

@@ -13,7 +13,7 @@ namespace brixen::zeve {
 
 namespace {
 
-// The low 32 bits of the host's result.
+// Returns the low 32 bits of the host's result.
 std::uint32_t AskHost(const DialogLink& dialog, NativeWindow window, std::uint32_t message,
                       std::uintptr_t wparam, std::intptr_t lparam) {
     EventRecord record;
@@ -46,12 +46,12 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
     const DialogLink* dialog = DialogOfWindow(window);
     if (dialog == nullptr) return platform::DefaultAnswer(window, message, wparam, lparam);
     if (message == kMessageWindowGone) EndModalRun(*dialog, kEndNegative);
-    // After an exception the host hears nothing more until it was thrown to whom it belongs.
+    // After an exception the host is not called until a run or an operation has thrown that exception.
     if (dialog->callback == nullptr || IsExceptionKept()) {
         return AnswerOfSystem(window, message, wparam, lparam);
     }
 
-    // The host may delete the dialog: after the call it is only compared.
+    // The host may delete the dialog: after the call its address is only compared.
     const std::uint32_t answer = AskHost(*dialog, window, message, wparam, lparam);
     switch (answer) {
     case kAnswerDefault: return AnswerOfSystem(window, message, wparam, lparam);
@@ -85,8 +85,8 @@ bool IsKeyDown(std::uint32_t message) {
 
 bool IsKeyUp(std::uint32_t message) { return message == kMessageKeyUp || message == kMessageSystemKeyUp; }
 
-// Null if no control can be reached. The walk comes back to its start. Where that is no tab stop itself, the
-// walk is a circle without it, and ends at the control that it met first.
+// Returns null if no control can be reached. The walk returns to its start. If the start is no tab stop, the
+// walk never meets it and ends at the first control of the walk.
 NativeWindow NextEnabledControl(NativeWindow dialog, NativeWindow control, bool backwards) {
     const NativeWindow first = platform::NextTabStop(dialog, control, backwards);
     NativeWindow next = first;
@@ -110,7 +110,7 @@ void PassKeyToDialog(NativeWindow control, std::uint32_t message, std::uintptr_t
     if (!IsKeyDown(message) && !(IsKeyUp(message) && isAlt)) return;
     const NativeWindow parent = platform::ParentOf(control);
     platform::Send(parent, message, wparam, lparam);
-    // Kept: the dialog hears twice that Alt goes down. Hosts may count on it.
+    // Kept: the dialog receives a press of Alt twice. Hosts may rely on it.
     if (IsKeyDown(message) && isAlt) platform::Send(parent, message, wparam, lparam);
 }
 
@@ -122,7 +122,7 @@ void SendWhetherEmpty(NativeWindow edit) {
 
 std::intptr_t AnswerOfControl(NativeWindow control, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) {
-    // The system's answer would destroy the control, and the pane could not be finished any more.
+    // The system's answer would destroy the control, and the user could no longer finish the pane.
     if (message == kMessageClose) return 0;
     PassKeyToDialog(control, message, wparam, lparam);
     if (message == kMessageCharacter && wparam == kKeyTab) MoveFocus(control);

@@ -16,10 +16,10 @@ void InstallWindowProcedures() noexcept;
 // Serves every dialog: finds the ZeveDialog of the window and asks its host.
 std::intptr_t DialogProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                               std::intptr_t lparam) noexcept;
-// Serves every control: passes keys to the dialog, and moves the focus by Tab. A control cannot be closed.
+// Serves every control: passes keys to the dialog, and moves the focus on Tab. A control cannot be closed.
 std::intptr_t ControlProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                std::intptr_t lparam) noexcept;
-// Serves edit controls: sends the dialog whether the field is empty, then goes on as ControlProcedure.
+// Serves edit controls: reports to the dialog whether the field is empty, then does as ControlProcedure.
 std::intptr_t EditProcedure(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                             std::intptr_t lparam) noexcept;
 

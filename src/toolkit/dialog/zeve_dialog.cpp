@@ -134,7 +134,7 @@ void ZeveDelete(ZeveDialog* dialog) {
     if (dialog == nullptr) return;
     const std::unique_ptr<ZeveDialog> owned(dialog);
     if (gToolkit.richEdit != nullptr) platform::UnloadModule(std::exchange(gToolkit.richEdit, nullptr));
-    // The last message of its window will find no dialog any more, so its run is ended here.
+    // The last message of its window no longer finds the dialog, so its run is ended here.
     EndModalRun(*dialog, kEndNegative);
     UnregisterDialog(*dialog);
     dialog->zeveGenerator.DeleteBoxes();

@@ -86,12 +86,12 @@ ViewHandle CZeveGenerator::CreateView(std::string_view, CExpressionScope& attrib
     CEveBox& box = *prepared->second;
     CEveBox* handle = CreateBox(box, attributes, parentHandle);
     if (handle == nullptr) return parentHandle;
-    if (HasOwnCallback(attributes)) TellHost(attributes, box);
+    if (HasOwnCallback(attributes)) CallHost(attributes, box);
     return handle;
 }
 
 CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, CEveBox* parent) {
-    // Also when Create throws, a box that got as far as its parent belongs to that one.
+    // A box that has its parent belongs to that parent, even if Create throws.
     struct Handover {
         CZeveGenerator& generator;
         CEveBox& box;
@@ -100,7 +100,7 @@ CEveBox* CZeveGenerator::CreateBox(CEveBox& box, CExpressionScope& attributes, C
         }
     };
     const Handover handover{*this, box};
-    // The number of another dialog, also of one that lives, counts as absent.
+    // The number of another dialog counts as absent, even if that dialog lives.
     if (attributes.HasVariable("__zeveInternalObj"_name) && !NamesOwnDialog(attributes))
         attributes.DefineNumber("__zeveInternalObj"_name, 0);
     CEveBox* handle = box.Create(attributes, parent);
@@ -114,7 +114,7 @@ bool CZeveGenerator::HasOwnCallback(const CExpressionScope& attributes) const {
            attributes.GetLongOr("__callback_params"_name, 0) == ReferenceNumber(dialog->callbackParams);
 }
 
-void CZeveGenerator::TellHost(CExpressionScope& attributes, const CEveBox& box) const {
+void CZeveGenerator::CallHost(CExpressionScope& attributes, const CEveBox& box) const {
     EventRecord record;
     const bool isTopLevel = box.parent == nullptr;
     if (isTopLevel) {

@@ -1,4 +1,4 @@
-// The generator that makes real boxes: a dialog's own.
+// The generator of a dialog, which makes its boxes.
 #pragma once
 
 #include "view/generator.h"
@@ -12,21 +12,21 @@ struct DialogLink;
 
 class CZeveGenerator : public CGenerator {
 public:
-    // The dialog that this generator belongs to. A view's `__callback` and `__zeveInternalObj` are followed
-    // only where they are that dialog's own: a description may write any number there.
+    // The generator belongs to `ownDialog`. It follows a view's `__callback` and `__zeveInternalObj` only if
+    // they are that dialog's own: a description may write any number there.
     explicit CZeveGenerator(DialogLink* ownDialog = nullptr);
     ~CZeveGenerator() override;
 
-    // Gives the view its ids, copies its attributes, makes its box and lets it prepare itself.
+    // Defines the view's ids, copies its attributes, makes its box and has the box prepare itself.
     void PrepareView(std::string_view viewKeyword, CExpressionScope& viewAttributes,
                      CExpressionScope& attributes) override;
-    // Lets the box bind itself and make its control, then tells the host of it. A box whose Create gives null
-    // hands its children to its own parent, and the host does not hear of it.
+    // Has the box bind itself and make its control, then calls the host. If Create returns null, the children
+    // of the box belong to its parent, and the host is not called.
     ViewHandle CreateView(std::string_view viewKeyword, CExpressionScope& attributes,
                           ViewHandle parentHandle) override;
 
-    // Deletes every box that no other box owns: the roots, with all below them, and the prepared ones that
-    // were never created. The destructor does the same.
+    // Deletes every box that no other box owns: the roots, with all boxes below them, and the prepared boxes
+    // that were never created. The destructor does the same.
     void DeleteBoxes() noexcept;
 
 private:
@@ -34,7 +34,7 @@ private:
     bool NamesOwnDialog(const CExpressionScope& scope) const;
     CEveBox* CreateBox(CEveBox& box, CExpressionScope& attributes, CEveBox* parent);
     bool HasOwnCallback(const CExpressionScope& attributes) const;
-    void TellHost(CExpressionScope& attributes, const CEveBox& box) const;
+    void CallHost(CExpressionScope& attributes, const CEveBox& box) const;
 
     DialogLink* dialog;                                                 // not owned, may be null
     std::unordered_map<const CEveBox*, std::unique_ptr<CEveBox>> boxes; // those that no other box owns

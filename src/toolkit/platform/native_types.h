@@ -1,4 +1,4 @@
-// Handles of the window system, opaque above the platform folders. Null is the absent one in each case.
+// Handles of the window system, opaque above the platform folders. Null means none.
 #pragma once
 
 namespace brixen::zeve {

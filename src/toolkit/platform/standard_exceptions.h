@@ -1,4 +1,4 @@
-// Exceptions of window procedures that are not the toolkit's, as exceptions that every operation lets pass.
+// Turns exceptions of the host's window procedures into exceptions that every operation lets pass.
 #pragma once
 
 #include <exception>
@@ -8,7 +8,7 @@ namespace brixen::zeve::platform {
 
 inline constexpr char kForeignException[] = "a window procedure of the host threw an exception";
 
-// The result of `call`. Lets exceptions derived from std::exception pass; any other becomes a
+// Returns the result of `call`. Lets exceptions derived from std::exception pass; any other becomes a
 // std::runtime_error.
 template <class Call>
 auto WithStandardExceptions(Call call) {

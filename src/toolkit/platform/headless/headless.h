@@ -1,5 +1,5 @@
-// The window system as tests see it: every call is recorded, answers come from a small state, and anything
-// can be refused on demand. There are no default procedures, no dialog keyboard and no focus rules here.
+// The window system of native tests: it records every call, answers from a small state, and refuses any
+// request on demand. It has no default procedures, no dialog keyboard and no focus rules.
 #pragma once
 
 #include "toolkit/platform/standard_exceptions.h"
@@ -26,7 +26,7 @@ struct Call {
     std::u16string text;
 };
 
-enum class Procedure { System, Dialog, Control, Edit };
+enum class Procedure { kSystem, kDialog, kControl, kEdit };
 
 struct Window {
     NativeWindow handle = nullptr;
@@ -37,7 +37,7 @@ struct Window {
     NativeWindow parent = nullptr;
     std::uint16_t id = 0;
     NativeModule instance = nullptr;
-    Procedure procedure = Procedure::System;
+    Procedure procedure = Procedure::kSystem;
     void* editBox = nullptr;
     std::map<std::uint32_t, std::int64_t> remembered; // the last value of each setting message, by its number
     bool menuTrimmed = false, closeGrayed = false, inputMethodOpen = false;
@@ -55,19 +55,19 @@ inline const auto kDpiUnaware = reinterpret_cast<NativeDpiContext>(std::uintptr_
 
 struct System {
     std::vector<Call> calls;
-    std::vector<std::unique_ptr<Window>> windows; // the living ones, in the order of their making
+    std::vector<std::unique_ptr<Window>> windows; // that live, in the order in which they were made
     std::deque<Message> posted;
     std::optional<std::int32_t> quit;
-    // What the user does: run one by one by HandleNextMessage when nothing is posted and no quit waits. With
-    // an empty script the loop step fails, so that nothing hangs.
+    // The user's actions. HandleNextMessage runs them one by one when nothing is posted and no quit is
+    // pending. With an empty script the loop step fails, so that nothing hangs.
     std::deque<std::function<void()>> script;
-    // Messages that other threads send: run by HandleNextMessage first of all, while it waits. It returns
-    // after one of them only if that called WakeLoop.
+    // Messages that other threads send. HandleNextMessage runs them first, while it waits. It returns after
+    // one of them only if that one called WakeLoop.
     std::deque<std::function<void()>> sentByOthers;
     bool isWaiting = false, isWoken = false;
 
-    // What a native control, a window of the host, or the system's default procedure would answer; no value:
-    // the small state answers. It may throw, as a procedure of the host does.
+    // The answer of a native control, of a window of the host, or of the system's default procedure. Without
+    // a value the small state answers. It may throw, as a procedure of the host does.
     std::function<std::optional<std::intptr_t>(const Message&)> answer;
     std::function<NativeWindow(NativeWindow control, bool backwards)> nextTabStop;
     bool shiftDown = false;
@@ -78,9 +78,9 @@ struct System {
     int refuseDpiContext = 0;
 
     NativeWindow focus = nullptr, active = nullptr, locked = nullptr;
-    NativeWindow desktop = nullptr; // the one of `windows` that plays it, if any
+    NativeWindow desktop = nullptr; // one of `windows`, or null
     NativeDpiContext dpiContext = kDpiAware;
-    std::map<NativeFont, platform::FontRecord> fonts; // the living ones, as they were asked for
+    std::map<NativeFont, platform::FontRecord> fonts; // that live, with the requests for them
     std::set<NativeIcon> icons;
     std::set<std::u16string> classes;
     int richEditLoads = 0; // minus the frees
@@ -93,18 +93,18 @@ System& State();
 void Reset();
 
 Window* FindWindow(NativeWindow handle);
-// The calls of that name, in order.
+// Returns the calls of that name, in order.
 std::vector<Call> CallsOf(std::string_view name);
-// Adds a message to the script: it is handed to its window's procedure.
+// Adds a message to the script, which passes it to the procedure of its window.
 void ScriptMessage(NativeWindow window, std::uint32_t number, std::uintptr_t wparam = 0,
                    std::intptr_t lparam = 0);
 
 // --- For the twin's own files ---
 
-// Records nothing rather than throw when memory runs out.
+// Records a call; records nothing when memory runs out.
 void Record(const char* name, NativeWindow window = nullptr, std::initializer_list<std::int64_t> numbers = {},
             std::u16string_view text = {}) noexcept;
-// Whether a counted refusal strikes now.
+// Counts a request and returns whether it is the refused one.
 bool Refuses(int& countdown) noexcept;
 template <class Handle>
 Handle NewHandle() noexcept {
@@ -114,8 +114,8 @@ template <class Handle>
 std::int64_t HandleNumber(Handle handle) noexcept {
     return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(handle));
 }
-// Hands a message to the procedure of its window; 0 for a window that is gone.
-// Throws what a window of the host throws.
+// Passes a message to the procedure of its window; returns 0 for a window that is gone. Throws what a window
+// of the host throws.
 std::intptr_t Deliver(const Message& message);
 
 } // namespace brixen::zeve::headless

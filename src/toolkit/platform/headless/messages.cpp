@@ -15,7 +15,7 @@ namespace headless {
 
 namespace {
 
-// The messages whose last value a control gives back when asked.
+// A pair of messages: a control keeps the last value of `set` and returns it for `get`.
 struct Setting {
     std::uint32_t set, get;
     bool inLparam;
@@ -58,10 +58,10 @@ constinit platform::WindowProcedures gProcedures;
 
 platform::WindowProcedure ProcedureOf(const Window& window) noexcept {
     switch (window.procedure) {
-    case Procedure::Dialog: return gProcedures.dialog;
-    case Procedure::Control: return gProcedures.control;
-    case Procedure::Edit: return gProcedures.edit;
-    case Procedure::System: break;
+    case Procedure::kDialog: return gProcedures.dialog;
+    case Procedure::kControl: return gProcedures.control;
+    case Procedure::kEdit: return gProcedures.edit;
+    case Procedure::kSystem: break;
     }
     return nullptr;
 }
@@ -101,7 +101,7 @@ std::function<void()> TakeFirst(std::deque<std::function<void()>>& actions) {
     return action;
 }
 
-// Runs what other threads send while the loop waits. Returns whether the wait ended by WakeLoop.
+// Runs the messages that other threads send while the loop waits. Returns whether WakeLoop ended the wait.
 bool ServeOtherThreads() {
     headless::System& system = State();
     const Waiting waiting(true);
@@ -158,8 +158,8 @@ std::intptr_t DefaultDialogAnswer(NativeWindow window, std::uint32_t message, st
 std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                           std::intptr_t lparam) {
     const Window* found = FindWindow(window);
-    const bool kept = found != nullptr && (found->procedure == headless::Procedure::Control ||
-                                           found->procedure == headless::Procedure::Edit);
+    const bool kept = found != nullptr && (found->procedure == headless::Procedure::kControl ||
+                                           found->procedure == headless::Procedure::kEdit);
     return kept ? RecordAndAnswer("SavedAnswer", {window, message, wparam, lparam}) : 0;
 }
 
@@ -196,15 +196,15 @@ std::optional<std::int32_t> TakePendingQuit() {
 void SetWindowProcedures(const WindowProcedures& procedures) noexcept { headless::gProcedures = procedures; }
 
 void TakeDialogProcedure(NativeWindow window) noexcept {
-    TakeProcedure("TakeDialogProcedure", window, headless::Procedure::Dialog, nullptr);
+    TakeProcedure("TakeDialogProcedure", window, headless::Procedure::kDialog, nullptr);
 }
 
 void TakeControlProcedure(NativeWindow window) noexcept {
-    TakeProcedure("TakeControlProcedure", window, headless::Procedure::Control, nullptr);
+    TakeProcedure("TakeControlProcedure", window, headless::Procedure::kControl, nullptr);
 }
 
 void TakeEditProcedure(NativeWindow window, void* box) noexcept {
-    TakeProcedure("TakeEditProcedure", window, headless::Procedure::Edit, box);
+    TakeProcedure("TakeEditProcedure", window, headless::Procedure::kEdit, box);
 }
 
 void* EditBoxOf(NativeWindow window) noexcept {

@@ -11,8 +11,8 @@
 
 namespace brixen::zeve::platform {
 
-// The result of `call`, a number or a handle. Throws what a window procedure throws in it, as an exception
-// derived from std::exception, whichever compiler made that procedure.
+// Returns the result of `call`, a number or a handle. Throws what a window procedure throws in it, as an
+// exception derived from std::exception, whichever compiler made that procedure.
 template <class Call>
 auto CallingProcedures(Call call) {
     struct Frame {

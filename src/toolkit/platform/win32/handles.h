@@ -1,4 +1,4 @@
-// The system's handles behind the toolkit's opaque ones, and its wide texts behind char16_t.
+// Converts the toolkit's opaque handles and texts to the system's and back, and owns devices and selections.
 #pragma once
 
 #include "toolkit/platform/native_types.h"

@@ -57,7 +57,7 @@ void LoadRedirectedControls(IsolationState& state) noexcept {
     if (!FindActCtxSectionStringW(0, nullptr, ACTIVATION_CONTEXT_SECTION_DLL_REDIRECTION, kCommonControls,
                                   &data))
         return;
-    // By name alone: the context says which file that is.
+    // Without a path: the context selects the file.
     state.commonControls = LoadLibraryW(kCommonControls);
 }
 

@@ -1,5 +1,5 @@
-// Calls inside the library's own activation context, so that its controls come from the assembly that
-// manifest resource 3 of the library names, whatever the process has. One thread.
+// Calls inside the library's own activation context. Its controls are those of the assembly that manifest
+// resource 3 of the library names, whatever the process has. For one thread.
 #pragma once
 
 #include <windows.h>
@@ -8,10 +8,10 @@ namespace brixen::zeve::platform {
 
 using CommonControlsEntry = BOOL(WINAPI*)(const void*);
 
-// What isolation keeps for the process.
+// The state of isolation, one per process.
 struct IsolationState {
     bool isInitialized = false;
-    bool isCleanedUp = false; // nothing of the library sets it; calls then go on with the context as it is
+    bool isCleanedUp = false; // the library never sets it; if set, calls use the context as it is
     HANDLE context = INVALID_HANDLE_VALUE; // null: none
     bool ownsContext = false;
     HMODULE commonControls = nullptr;                 // stays loaded: its window classes are registered
@@ -24,15 +24,16 @@ struct IsolationState {
 };
 
 IsolationState& Isolation() noexcept;
-// For tests: as before the first call.
+// Resets the state, for tests.
 void ResetIsolation() noexcept;
 
-// Finds or makes the context, once; false, with the last error set, if that fails. The next call tries again.
-bool PrepareIsolation() noexcept;
-// The module that this code is in; null if the system does not tell.
-HMODULE OwnModule() noexcept;
+// Finds or makes the context, once. Returns false and sets the last error if that fails; the next call tries
+// again.
+[[nodiscard]] bool PrepareIsolation() noexcept;
+// Returns the module that holds this code; null if the system does not find it.
+[[nodiscard]] HMODULE OwnModule() noexcept;
 
-// Inside the context for as long as it lives.
+// Activates the context for as long as this lives.
 class ActiveContext {
 public:
     ActiveContext() noexcept;
@@ -49,8 +50,8 @@ private:
     DWORD keptError = 0;
 };
 
-// Makes `call` inside the context. A null or false result, also of an isolation that fails, leaves its reason
-// as the last error. Throws what the call throws.
+// Makes `call` inside the context and returns its result; null or false if the isolation fails. The last
+// error is the reason of a null or false result. Throws what the call throws.
 template <class Call>
 auto IsolatedCall(Call call) {
     using Result = decltype(call());

@@ -44,7 +44,7 @@ std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wp
 }
 
 bool Post(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept {
-    // The system would post it to the thread.
+    // Without a window the system would post the message to the thread.
     if (window == nullptr) return false;
     return PostMessageW(Handle(window), message, wparam, lparam) != FALSE;
 }

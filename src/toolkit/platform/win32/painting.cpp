@@ -28,7 +28,7 @@ void FillWithFace(HDC device, const RECT& area) { FillRect(device, &area, GetSys
 } // namespace
 
 void Invalidate(NativeWindow window) noexcept {
-    // A null window would stand for all windows of the system.
+    // To the system a null window means all windows.
     if (window != nullptr) InvalidateRect(Handle(window), nullptr, TRUE);
 }
 

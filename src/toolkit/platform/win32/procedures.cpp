@@ -67,7 +67,7 @@ std::intptr_t DefaultAnswer(NativeWindow window, std::uint32_t message, std::uin
 
 std::intptr_t DefaultDialogAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                   std::intptr_t lparam) {
-    // A window of a class of our own has no room for what the dialogs' procedure keeps.
+    // A window of a class of our own has no room for the data of the system's dialog procedure.
     const bool isDialogClass = GetClassLongPtrW(Handle(window), GCL_CBWNDEXTRA) >= DLGWINDOWEXTRA;
     const auto answer = isDialogClass ? DefDlgProcW : DefWindowProcW;
     return CallingProcedures([=] { return answer(Handle(window), message, wparam, lparam); });

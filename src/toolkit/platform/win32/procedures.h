@@ -1,4 +1,4 @@
-// What the system calls for a dialog's window.
+// The window procedure that the system calls for a dialog's window.
 #pragma once
 
 #include <windows.h>

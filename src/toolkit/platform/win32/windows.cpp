@@ -82,7 +82,7 @@ void CloseWindow(NativeWindow window) noexcept {
     try {
         CallingProcedures([=] { return DestroyWindow(Handle(window)); });
     } catch (const std::exception&) {
-        // The window is gone all the same, and boxes close theirs in destructors.
+        // The window is gone all the same, and destructors of boxes call this.
     }
 }
 
@@ -99,7 +99,7 @@ void Enable(NativeWindow window, bool enabled) { EnableWindow(Handle(window), en
 bool IsEnabled(NativeWindow window) noexcept { return IsWindowEnabled(Handle(window)) != FALSE; }
 
 void Focus(NativeWindow window) {
-    // A null window would take the focus from whoever has it.
+    // A null window would remove the focus.
     if (window != nullptr) SetFocus(Handle(window));
 }
 
@@ -138,7 +138,7 @@ NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept {
 }
 
 NativeWindow TopChild(NativeWindow window) noexcept {
-    // A null window would stand for the desktop.
+    // To the system a null window means the desktop.
     return window != nullptr ? Opaque(GetTopWindow(Handle(window))) : nullptr;
 }
 

@@ -361,7 +361,7 @@ TEST_F(ControlMakerTest, SixKeywordsLeaveRoomForACheckBox) {
         EXPECT_EQ(sub.text, u"");
         EXPECT_EQ(sub.id, box.subViewId);
         EXPECT_EQ(headless::HandleNumber(sub.instance), 77);
-        EXPECT_EQ(sub.procedure, headless::Procedure::System);
+        EXPECT_EQ(sub.procedure, headless::Procedure::kSystem);
         EXPECT_EQ(sub.parent, dialog->window);
         EXPECT_EQ(sub.frame.left, 10);
         EXPECT_EQ(sub.frame.top, box.top);

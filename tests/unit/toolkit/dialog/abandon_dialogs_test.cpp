@@ -44,7 +44,7 @@ TEST_F(AbandonedDialogs, AreGoneWithTheirRunsAndTheirOwnersAreEnabled) {
         EXPECT_FALSE(platform::IsWindowAlive(ZeveTopWindow(alert.get())));
         EXPECT_EQ(State().locked, nullptr);
         EXPECT_EQ(State().dpiContext, headless::kDpiAware);
-        EXPECT_TRUE(host.events.empty()) << "no host hears of it";
+        EXPECT_TRUE(host.events.empty()) << "no host is called";
         EXPECT_TRUE(alertHost.events.empty());
     });
     EXPECT_FALSE(ZeveRunModal(dialog.get()));
@@ -75,7 +75,7 @@ TEST_F(AbandonedDialogs, PostAQuitOfTheHostAgain) {
     EXPECT_FALSE(ZeveRunModal(dialog.get()));
 }
 
-TEST_F(AbandonedDialogs, AreNoneWhereNothingRuns) {
+TEST_F(AbandonedDialogs, TouchNothingWhereNoDialogLives) {
     State().calls.clear();
     AbandonDialogs();
     EXPECT_TRUE(CallsOf("CloseWindow").empty());
@@ -84,7 +84,7 @@ TEST_F(AbandonedDialogs, AreNoneWhereNothingRuns) {
 
 // --- The resolution of the thread ---
 
-TEST(DpiUnaware, IsTheThreadWhileAScopeLives) {
+TEST(DpiUnaware, TheThreadIsUnawareWhileAScopeLives) {
     headless::Reset();
     {
         const DpiUnawareScope outer;

@@ -80,7 +80,7 @@ DialogOwner NewDialog(const char* view, NativeWindow parent) {
 
 DialogOwner MadeDialog(TestHost& host, const char* view, NativeWindow parent) {
     DialogOwner dialog = NewDialog(view, parent);
-    ZeveMakeDialog(dialog.get(), &host);
+    (void)ZeveMakeDialog(dialog.get(), &host);
     return dialog;
 }
 

@@ -1,4 +1,4 @@
-// A host of dialogs in the headless window system: it notes what it hears and answers as it is told.
+// A host of dialogs in the headless window system: it records its events and answers as the test says.
 #pragma once
 
 #include "toolkit/dialog/zeve_dialog.h"
@@ -15,7 +15,7 @@
 
 namespace brixen::zeve {
 
-// What the host heard. Numbers are 0 and texts empty where the record had no such key.
+// An event that the host received. Numbers are 0 and texts empty where the record had no such key.
 struct HeardEvent {
     std::int32_t what = 0;
     std::uint32_t message = 0;
@@ -29,13 +29,13 @@ class TestHost {
 public:
     static std::uint64_t Callback(std::int32_t what, EventRecord& record, void* params);
 
-    // The messages heard with what 0 and that number.
+    // Returns the events of kWhatMessage with that number.
     std::vector<HeardEvent> Messages(std::uint32_t number) const;
     std::vector<HeardEvent> OfWhat(std::int32_t what) const;
 
     std::vector<HeardEvent> events;
-    // Asked for each event after it was noted. Unset: command 1 ends positively, command 2 negatively, all
-    // else goes to the system.
+    // Called for each event after it was recorded. If unset, command 1 ends positively, command 2 negatively,
+    // and the system answers all else.
     std::function<std::uint64_t(std::int32_t what, EventRecord& record)> answer;
 };
 
@@ -44,7 +44,7 @@ struct DeleteDialog {
 };
 using DialogOwner = std::unique_ptr<ZeveDialog, DeleteDialog>;
 
-// Puts everything that the process keeps back to its beginning, before and after a test.
+// Resets the state of the process before and after a test.
 class DialogTest : public ::testing::Test {
 protected:
     DialogTest();
@@ -56,11 +56,11 @@ inline constexpr char kTwoButtons[] = "dialog(name: 'Two buttons') {"
                                       "  button(name: 'Cancel', view_id: 2);"
                                       "}";
 
-// A dialog with that view, not made yet.
+// Returns a dialog with that view, not made yet.
 DialogOwner NewDialog(const char* view = kTwoButtons, NativeWindow parent = nullptr);
-// The same, made.
+// Returns the same, made.
 DialogOwner MadeDialog(TestHost& host, const char* view = kTwoButtons, NativeWindow parent = nullptr);
-// A bare top-level window, such as a host application's.
+// Makes a bare top-level window, such as a host application's.
 NativeWindow PlainWindow();
 
 } // namespace brixen::zeve

@@ -27,7 +27,7 @@ protected:
     void Press(ZeveDialog* dialog, std::uintptr_t id) {
         ScriptMessage(ZeveTopWindow(dialog), kMessageCommand, id);
     }
-    // The dialog's host runs an alert for each kUser it hears.
+    // The dialog's host runs an alert for each kUser that it receives.
     void LetAlertsRunOver(ZeveDialog* dialog) {
         host.answer = [this, dialog](std::int32_t what, EventRecord& record) -> std::uint64_t {
             if (what != kWhatMessage) return 0;
@@ -59,7 +59,7 @@ TEST_F(ModalRunTest, AnyOtherEndingOfTheLoopIsNegative) {
     EXPECT_FALSE(ZeveRunModal(dialog.get())) << "the loop failed";
 }
 
-TEST_F(ModalRunTest, AHandleThatIsNullRaisesTheToolkitsError) {
+TEST_F(ModalRunTest, ANullHandleThrowsTheToolkitsError) {
     try {
         (void)ZeveRunModal(nullptr);
         FAIL() << "nothing was thrown";
@@ -78,15 +78,16 @@ TEST_F(ModalRunTest, AnnouncesItselfToTheHostBeforeItShowsTheWindow) {
         }
         return kAnswerDefault;
     };
-    ZeveRunModal(dialog.get());
+    (void)ZeveRunModal(dialog.get());
     EXPECT_EQ(host.OfWhat(kWhatModalRun).size(), 1u);
     EXPECT_FALSE(wasShown);
-    EXPECT_TRUE(platform::IsShown(ZeveTopWindow(dialog.get()))) << "it stays on screen until it is deleted";
+    EXPECT_TRUE(platform::IsShown(ZeveTopWindow(dialog.get())))
+        << "it stays on the screen until it is deleted";
 }
 
-TEST_F(ModalRunTest, HandsEachMessageToTheDialogFirst) {
+TEST_F(ModalRunTest, OffersEachMessageToTheDialogFirst) {
     DialogOwner dialog = MadeDialog(host);
-    ZeveRunModal(dialog.get());
+    (void)ZeveRunModal(dialog.get());
     const auto steps = CallsOf("HandleNextMessage");
     ASSERT_EQ(steps.size(), 1u);
     EXPECT_EQ(steps[0].window, ZeveTopWindow(dialog.get()));
@@ -96,16 +97,16 @@ TEST_F(ModalRunTest, TakesItsStepsInThisOrder) {
     const NativeWindow parent = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
     host.answer = [](std::int32_t what, EventRecord&) {
-        if (what == kWhatModalRun) headless::Record("the host hears of it");
+        if (what == kWhatModalRun) headless::Record("the host is called");
         return kAnswerDefault;
     };
     State().calls.clear();
-    ZeveRunModal(dialog.get());
+    (void)ZeveRunModal(dialog.get());
     std::vector<std::string> steps;
     for (const headless::Call& call : State().calls)
         if (call.name != "IsWindowAlive") steps.push_back(call.name);
     EXPECT_EQ(steps,
-              (std::vector<std::string>{"TakePendingQuit", "the host hears of it", "OwnerOfDialog",
+              (std::vector<std::string>{"TakePendingQuit", "the host is called", "OwnerOfDialog",
                                         "TopLevelOf", "IsEnabled", "Enable", "Send", "ShowOrHide", "PaintNow",
                                         "HandleNextMessage", "WakeLoop", "Enable", "Send", "Activate"}));
 }
@@ -116,7 +117,7 @@ TEST_F(ModalRunTest, DisablesTheParentMeanwhile) {
     bool wasEnabled = true;
     State().script.push_back([&] { wasEnabled = platform::IsEnabled(parent); });
     State().calls.clear();
-    ZeveRunModal(dialog.get());
+    (void)ZeveRunModal(dialog.get());
     EXPECT_FALSE(wasEnabled);
     EXPECT_TRUE(platform::IsEnabled(parent));
     EXPECT_EQ(State().active, parent);
@@ -127,7 +128,7 @@ TEST_F(ModalRunTest, DisablesTheParentMeanwhile) {
               (std::vector<std::vector<std::int64_t>>{{kMessageActivate, 0, 0}, {kMessageActivate, 1, 0}}));
 }
 
-TEST_F(ModalRunTest, AParentThatIsNoWindowCountsAsNone) {
+TEST_F(ModalRunTest, AnInvalidParentMeansNoParent) {
     const NativeWindow parent = PlainWindow();
     platform::CloseWindow(parent);
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
@@ -138,7 +139,7 @@ TEST_F(ModalRunTest, AParentThatIsNoWindowCountsAsNone) {
     EXPECT_TRUE(CallsOf("Activate").empty());
 }
 
-TEST_F(ModalRunTest, AParentThatDiesMeanwhileIsLeftAlone) {
+TEST_F(ModalRunTest, AParentThatIsDestroyedMeanwhileIsNotTouched) {
     const NativeWindow parent = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
     State().script.push_back([&] { headless::FindWindow(ZeveTopWindow(dialog.get()))->parent = nullptr; });
@@ -168,7 +169,7 @@ TEST_F(ModalRunTest, WithoutAWindowItReturnsFalseAndDisablesNothing) {
     }
 }
 
-TEST_F(ModalRunTest, AWindowThatIsDestroyedUnderItsLoopEndsIt) {
+TEST_F(ModalRunTest, DestroyingTheWindowEndsItsLoop) {
     DialogOwner dialog = MadeDialog(host);
     State().script.push_back([&] { platform::CloseWindow(ZeveTopWindow(dialog.get())); });
     State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
@@ -178,7 +179,7 @@ TEST_F(ModalRunTest, AWindowThatIsDestroyedUnderItsLoopEndsIt) {
     EXPECT_FALSE(State().quit.has_value());
 }
 
-TEST_F(ModalRunTest, AWindowThatIsDestroyedWithoutARunEndsNone) {
+TEST_F(ModalRunTest, DestroyingAWindowWithoutARunEndsNoRun) {
     DialogOwner dialog = MadeDialog(host);
     platform::CloseWindow(ZeveTopWindow(dialog.get()));
     EXPECT_FALSE(State().quit.has_value());
@@ -209,7 +210,7 @@ TEST_F(ModalRunTest, ADialogMayBeDeletedInItsOwnRun) {
 
 // --- The parent ---
 
-TEST_F(ModalRunTest, AParentThatIsAControlStandsForItsTopLevelWindow) {
+TEST_F(ModalRunTest, AParentThatIsAControlMeansItsTopLevelWindow) {
     const NativeWindow owner = PlainWindow();
     platform::WindowRequest request;
     request.style = 0x40000000;
@@ -237,7 +238,7 @@ TEST_F(ModalRunTest, AParentThatWasDisabledBeforeStaysDisabled) {
     EXPECT_FALSE(platform::IsEnabled(parent));
 }
 
-TEST_F(ModalRunTest, TheDesktopCountsAsNoParent) {
+TEST_F(ModalRunTest, TheDesktopMeansNoParent) {
     State().desktop = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, State().desktop);
     State().calls.clear();
@@ -255,7 +256,8 @@ TEST_F(ModalRunTest, AnAnswerEndsTheRunAtOnceAndPostsNoQuit) {
         platform::Post(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0);
         platform::Post(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
         EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
-        EXPECT_TRUE(host.Messages(kMessageTimer).empty()) << "what was posted later stays in the queue";
+        EXPECT_TRUE(host.Messages(kMessageTimer).empty())
+            << "a message that was posted later stays in the queue";
         EXPECT_TRUE(CallsOf("PostQuit").empty());
         State().posted.clear();
     }
@@ -304,7 +306,7 @@ TEST_F(ModalRunTest, AnAnswerInsideAMessageOfAnotherThreadWakesTheLoop) {
         DialogOwner dialog = MadeDialog(host);
         State().sentByOthers.push_back(
             [&] { platform::Send(ZeveTopWindow(dialog.get()), kMessageCommand, command, 0); });
-        State().sentByOthers.push_back([] { ADD_FAILURE() << "the loop waited on"; });
+        State().sentByOthers.push_back([] { ADD_FAILURE() << "the loop kept waiting"; });
         EXPECT_EQ(ZeveRunModal(dialog.get()), command == 1);
         State().sentByOthers.clear();
     }
@@ -318,7 +320,7 @@ TEST_F(ModalRunTest, TheEndOfBothRunsWakesBothLoops) {
     // dialog.
     State().sentByOthers.push_back([=] { platform::Send(window, kUser, 0, 0); });
     State().sentByOthers.push_back([=] { platform::Send(window, kMessageCommand, 1, 0); });
-    State().sentByOthers.push_back([] { ADD_FAILURE() << "a loop waited on"; });
+    State().sentByOthers.push_back([] { ADD_FAILURE() << "a loop kept waiting"; });
     EXPECT_TRUE(ZeveRunModal(dialog.get()));
     EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
     EXPECT_EQ(State().sentByOthers.size(), 1u);
@@ -337,7 +339,7 @@ TEST_F(ModalRunTest, AnAlertThatEndsAloneInsideASentMessageLeavesTheDialogWaitin
     EXPECT_EQ(CallsOf("HandleNextMessage").size(), 2u) << "one wait for each loop";
 }
 
-// --- Windows that go ---
+// --- Windows that are destroyed ---
 
 TEST_F(ModalRunTest, ADialogThatIsDestroyedWhileItsParentIsDisabledIsNotWaitedFor) {
     for (const bool destroysParent : {false, true}) {
@@ -349,7 +351,8 @@ TEST_F(ModalRunTest, ADialogThatIsDestroyedWhileItsParentIsDisabledIsNotWaitedFo
                 platform::CloseWindow(destroysParent ? parent : window);
             return 0;
         };
-        if (destroysParent) headless::FindWindow(window)->parent = parent; // an owner takes its dialog along
+        if (destroysParent)
+            headless::FindWindow(window)->parent = parent; // an owner is destroyed with its dialog
         State().calls.clear();
         EXPECT_FALSE(ZeveRunModal(dialog.get()));
         EXPECT_TRUE(CallsOf("HandleNextMessage").empty());
@@ -360,12 +363,12 @@ TEST_F(ModalRunTest, ADialogThatIsDestroyedWhileItsParentIsDisabledIsNotWaitedFo
     }
 }
 
-TEST_F(ModalRunTest, AWindowThatGoesWithoutAMessageEndsItsLoopToo) {
+TEST_F(ModalRunTest, AWindowThatVanishesWithoutAMessageEndsItsLoopToo) {
     DialogOwner dialog = MadeDialog(host);
     const NativeWindow window = ZeveTopWindow(dialog.get());
     State().script.push_back(
         [=] { std::erase_if(State().windows, [=](const auto& other) { return other->handle == window; }); });
-    State().script.push_back([] { ADD_FAILURE() << "the loop waited on"; });
+    State().script.push_back([] { ADD_FAILURE() << "the loop kept waiting"; });
     EXPECT_FALSE(ZeveRunModal(dialog.get()));
 }
 
@@ -405,7 +408,7 @@ TEST_F(ModalRunTest, AQuitOfTheHostCancelsAllRunsAndIsPostedAgainAfterTheOutermo
     EXPECT_EQ(CallsOf("PaintNow").size(), 2u) << "the dialog and the first alert are shown";
 }
 
-TEST_F(ModalRunTest, APendingQuitLetsNoRunBegin) {
+TEST_F(ModalRunTest, NoRunBeginsWhileAQuitIsPending) {
     const NativeWindow parent = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
     host.events.clear();
@@ -490,7 +493,7 @@ TEST_F(HostWindowThatThrows, UnderAnAlertEndsBothRuns) {
 
 // --- Exceptions ---
 
-TEST_F(ModalRunTest, AnExceptionOfTheHostComesOutOfTheRunWithTheParentEnabled) {
+TEST_F(ModalRunTest, AnExceptionOfTheHostLeavesTheRunWithTheParentEnabled) {
     const NativeWindow parent = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
     host.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
@@ -500,36 +503,36 @@ TEST_F(ModalRunTest, AnExceptionOfTheHostComesOutOfTheRunWithTheParentEnabled) {
     };
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
     State().script.push_back([] { ADD_FAILURE() << "the loop went on"; });
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::out_of_range);
     EXPECT_TRUE(platform::IsEnabled(parent));
     EXPECT_FALSE(IsModalRunUnderWay());
     EXPECT_FALSE(State().quit.has_value());
 }
 
-TEST_F(ModalRunTest, AnExceptionOutlivesTheMessagesThatWerePostedBeforeTheEndOfTheLoop) {
+TEST_F(ModalRunTest, AnExceptionLeavesPostedMessagesInTheQueue) {
     DialogOwner dialog = MadeDialog(host);
     host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
         if (what != kWhatMessage) return 0;
         if (record.Read(kKeyEventRecord) == kUser) throw std::out_of_range("first");
-        ZeveHide(dialog.get(), 1); // swallows what it finds
         return 0;
     };
     platform::Post(ZeveTopWindow(dialog.get()), kUser, 0, 0);
     platform::Post(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::out_of_range);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::out_of_range);
     EXPECT_TRUE(host.Messages(kMessageTimer).empty());
+    EXPECT_EQ(State().posted.size(), 1u);
 }
 
-TEST_F(ModalRunTest, AnExceptionBeforeTheWindowIsShownComesOutToo) {
+TEST_F(ModalRunTest, AnExceptionBeforeTheWindowIsShownLeavesTheRunToo) {
     const NativeWindow parent = PlainWindow();
     DialogOwner dialog = MadeDialog(host, kTwoButtons, parent);
     host.answer = [](std::int32_t, EventRecord&) -> std::uint64_t { throw std::runtime_error("early"); };
     State().calls.clear();
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::runtime_error);
     EXPECT_TRUE(CallsOf("Enable").empty());
 }
 
-TEST_F(ModalRunTest, AnExceptionInAMessageBeforeTheWindowIsShownComesOutToo) {
+TEST_F(ModalRunTest, AnExceptionInAMessageBeforeTheWindowIsShownLeavesTheRunToo) {
     DialogOwner dialog = MadeDialog(host, kTwoButtons, PlainWindow());
     host.answer = [&](std::int32_t what, EventRecord&) -> std::uint64_t {
         if (what == kWhatMessage) throw std::runtime_error("early");
@@ -537,12 +540,12 @@ TEST_F(ModalRunTest, AnExceptionInAMessageBeforeTheWindowIsShownComesOutToo) {
         return 0;
     };
     State().calls.clear();
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::runtime_error);
     EXPECT_TRUE(CallsOf("Enable").empty());
     EXPECT_FALSE(State().quit.has_value());
 }
 
-TEST_F(ModalRunTest, AnExceptionOfTheParentsHostComesOutBeforeTheLoop) {
+TEST_F(ModalRunTest, AnExceptionOfTheParentsHostLeavesTheRunBeforeItsLoop) {
     DialogOwner dialog = MadeDialog(host);
     const NativeWindow parent = ZeveTopWindow(dialog.get());
     host.answer = [](std::int32_t, EventRecord& record) -> std::uint64_t {
@@ -557,7 +560,7 @@ TEST_F(ModalRunTest, AnExceptionOfTheParentsHostComesOutBeforeTheLoop) {
     EXPECT_FALSE(IsExceptionKept());
 }
 
-TEST_F(ModalRunTest, AnExceptionThatIsNotDerivedFromTheStandardBaseGivesFalse) {
+TEST_F(ModalRunTest, AnExceptionThatIsNotDerivedFromTheStandardBaseReturnsFalse) {
     DialogOwner dialog = MadeDialog(host);
     host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
         if (what == kWhatMessage) throw 42;
@@ -568,19 +571,19 @@ TEST_F(ModalRunTest, AnExceptionThatIsNotDerivedFromTheStandardBaseGivesFalse) {
     EXPECT_FALSE(IsExceptionKept());
 }
 
-TEST_F(ModalRunTest, TheNextRunIsNotTouchedByAnEarlierException) {
+TEST_F(ModalRunTest, AnEarlierExceptionDoesNotAffectTheNextRun) {
     DialogOwner dialog = MadeDialog(host);
     host.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
         if (what == kWhatMessage && record.Read(kKeyEventRecord) == kUser) throw std::runtime_error("once");
         return what == kWhatMessage && record.Read(kKeyEventRecord) == kMessageCommand ? 2u : 1u;
     };
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::runtime_error);
     Press(dialog.get(), 1);
     EXPECT_TRUE(ZeveRunModal(dialog.get()));
 }
 
-TEST_F(ModalRunTest, AnExceptionOfTheDialogBelowAnAlertIsNoAnswerAndComesOutOfBothRuns) {
+TEST_F(ModalRunTest, AnExceptionOfTheDialogBelowAnAlertLeavesBothRuns) {
     DialogOwner dialog = MadeDialog(host);
     host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
         if (what != kWhatMessage) return 0;
@@ -598,7 +601,7 @@ TEST_F(ModalRunTest, AnExceptionOfTheDialogBelowAnAlertIsNoAnswerAndComesOutOfBo
 
 // --- Runs inside runs ---
 
-TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogGoesOn) {
+TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogContinues) {
     DialogOwner dialog = MadeDialog(host);
     LetAlertsRunOver(dialog.get());
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
@@ -611,7 +614,7 @@ TEST_F(ModalRunTest, AnAlertEndsAloneAndTheDialogGoesOn) {
     EXPECT_TRUE(platform::IsEnabled(ZeveTopWindow(dialog.get())));
 }
 
-TEST_F(ModalRunTest, TheEndOfTheDialogBelowEndsTheAlertFirstAsByItsSecondButton) {
+TEST_F(ModalRunTest, TheEndOfTheDialogBelowFirstEndsTheAlertAsByItsSecondButton) {
     for (const std::uintptr_t command : {1u, 2u}) {
         alertAnswers.clear();
         DialogOwner dialog = MadeDialog(host);
@@ -679,7 +682,7 @@ TEST_F(ModalRunTest, TheEndOfTheLowestOfThreeEndsAllThree) {
     EXPECT_FALSE(middleAnswer);
 }
 
-TEST_F(ModalRunTest, TheDialogBelowThatIsDestroyedEndsTheAlertToo) {
+TEST_F(ModalRunTest, DestroyingTheDialogBelowEndsTheAlertToo) {
     DialogOwner dialog = MadeDialog(host);
     LetAlertsRunOver(dialog.get());
     const NativeWindow window = ZeveTopWindow(dialog.get());
@@ -689,7 +692,7 @@ TEST_F(ModalRunTest, TheDialogBelowThatIsDestroyedEndsTheAlertToo) {
     EXPECT_EQ(alertAnswers, (std::vector<bool>{false}));
 }
 
-TEST_F(ModalRunTest, AnExceptionUnderAnAlertEndsBothAndComesOutOfTheLower) {
+TEST_F(ModalRunTest, AnExceptionInAnAlertEndsBothRunsAndLeavesTheLower) {
     DialogOwner dialog = MadeDialog(host);
     LetAlertsRunOver(dialog.get());
     alertHost.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
@@ -699,7 +702,7 @@ TEST_F(ModalRunTest, AnExceptionUnderAnAlertEndsBothAndComesOutOfTheLower) {
     };
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
     ScriptForAlert(kMessageTimer, 0);
-    EXPECT_THROW(ZeveRunModal(dialog.get()), std::runtime_error);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::runtime_error);
     EXPECT_TRUE(alertAnswers.empty());
     EXPECT_FALSE(IsModalRunUnderWay());
     EXPECT_FALSE(State().quit.has_value());

@@ -36,7 +36,7 @@ protected:
     void AnswerMessages(std::uint64_t value) {
         host.answer = [value](std::int32_t, EventRecord&) { return value; };
     }
-    // What is sent, focused and handed to saved procedures by a message to a control, in order.
+    // Returns what a message to a control sends, focuses and passes to saved procedures, in order.
     static std::vector<std::string> StepsOf(NativeWindow control, std::uint32_t message,
                                             std::uintptr_t wparam) {
         State().calls.clear();
@@ -61,7 +61,7 @@ protected:
     DialogLink link;
 };
 
-TEST_F(WindowProcedures, TheHostHearsEveryMessageWithItsParameters) {
+TEST_F(WindowProcedures, TheHostReceivesEveryMessageWithItsParameters) {
     AnswerMessages(0);
     EXPECT_EQ(DialogProcedure(root.window, kUser, 0xFFFFFFFFFFFFFFF0u, -5), 0);
     ASSERT_EQ(host.events.size(), 1u);
@@ -72,7 +72,7 @@ TEST_F(WindowProcedures, TheHostHearsEveryMessageWithItsParameters) {
     EXPECT_EQ(host.events[0].lparam, -5);
 }
 
-TEST_F(WindowProcedures, AWindowWithoutADialogIsTheSystems) {
+TEST_F(WindowProcedures, TheSystemAnswersForAWindowWithoutADialog) {
     const NativeWindow other = PlainWindow();
     State().answer = [](const headless::Message&) { return 17; };
     EXPECT_EQ(DialogProcedure(other, kUser, 1, 2), 17);
@@ -103,7 +103,7 @@ TEST_F(WindowProcedures, MovingTheFocusIsLeftToTheProcedureOfDialogs) {
     EXPECT_TRUE(CallsOf("DefaultAnswer").empty());
 }
 
-TEST_F(WindowProcedures, MovingTheFocusCanBeConsumedAsAnyMessage) {
+TEST_F(WindowProcedures, MovingTheFocusCanBeConsumedLikeAnyMessage) {
     AnswerMessages(0);
     DialogProcedure(root.window, kMessageNextDialogControl, 1, 0);
     EXPECT_TRUE(CallsOf("DefaultDialogAnswer").empty());
@@ -143,7 +143,7 @@ TEST_F(WindowProcedures, ABrushIsTheLow32BitsOfTheAnswerWithTheirSign) {
               static_cast<std::intptr_t>(0xFFFFFFFF901900AB));
 }
 
-TEST_F(WindowProcedures, AColorMessageAnsweredWithOneIsTheSystemsAndWithZeroHasNoBrush) {
+TEST_F(WindowProcedures, AColorMessageAnsweredWithOneIsLeftToTheSystemAndWithZeroHasNoBrush) {
     State().answer = [](const headless::Message&) { return 99; };
     AnswerMessages(1);
     EXPECT_EQ(DialogProcedure(root.window, kMessageColorStatic, 0, 0), 99);
@@ -161,7 +161,7 @@ TEST_F(WindowProcedures, AnExceptionIsKeptAndTheMessageAnsweredWithZero) {
     host.answer = [](std::int32_t, EventRecord&) -> std::uint64_t { throw std::runtime_error("host"); };
     EXPECT_EQ(DialogProcedure(root.window, kUser, 0, 0), 0);
     EXPECT_TRUE(IsExceptionKept());
-    // No loop runs: a quit would end one that has nothing to do with it.
+    // No loop runs: a quit would end a loop that has nothing to do with it.
     EXPECT_FALSE(State().quit.has_value());
 }
 
@@ -190,7 +190,7 @@ TEST_F(WindowProcedures, APaintMessageThatFailsTwiceIsAnsweredWithZero) {
     EXPECT_TRUE(IsExceptionKept());
 }
 
-TEST_F(WindowProcedures, AHostMayDeleteWhatItIsAskedFor) {
+TEST_F(WindowProcedures, AHostMayDeleteTheDialogThatCallsIt) {
     host.answer = [this](std::int32_t, EventRecord&) {
         UnregisterDialog(link);
         link.rootBox = nullptr;
@@ -214,7 +214,7 @@ TEST_F(WindowProcedures, TheFirstDialogOfTheRegistryWithThatWindowIsAsked) {
 
 // --- Controls ---
 
-TEST_F(WindowProcedures, KeysThatGoDownReachTheDialogOnceAndAltTwice) {
+TEST_F(WindowProcedures, APressedKeyReachesTheDialogOnceAndAltTwice) {
     const NativeWindow control = Control();
     for (const std::uint32_t message : {kMessageKeyDown, kMessageSystemKeyDown}) {
         host.events.clear();
@@ -227,7 +227,7 @@ TEST_F(WindowProcedures, KeysThatGoDownReachTheDialogOnceAndAltTwice) {
     }
 }
 
-TEST_F(WindowProcedures, OnlyAltReachesTheDialogWhenItGoesUp) {
+TEST_F(WindowProcedures, OnlyAltReachesTheDialogWhenReleased) {
     const NativeWindow control = Control();
     for (const std::uint32_t message : {kMessageKeyUp, kMessageSystemKeyUp}) {
         host.events.clear();
@@ -248,7 +248,7 @@ TEST_F(WindowProcedures, EveryMessageOfAControlGoesToItsSavedProcedure) {
     EXPECT_EQ(CallsOf("SavedAnswer").size(), 4u);
 }
 
-TEST_F(WindowProcedures, TheDialogHearsOfAKeyBeforeTheControlItself) {
+TEST_F(WindowProcedures, TheDialogReceivesAKeyBeforeTheControlItself) {
     EXPECT_EQ(StepsOf(Control(), kMessageKeyDown, 18),
               (std::vector<std::string>{"Send", "Send", "Send", "SavedAnswer"}));
     EXPECT_EQ(StepsOf(Control(), kMessageSystemKeyUp, 18),
@@ -267,7 +267,7 @@ TEST_F(WindowProcedures, WithoutASavedProcedureTheAnswerIsZero) {
     EXPECT_EQ(ControlProcedure(PlainWindow(), kUser, 0, 0), 0);
 }
 
-TEST_F(WindowProcedures, WhatAControlsOwnProcedureThrowsIsKept) {
+TEST_F(WindowProcedures, AnExceptionOfAControlsOwnProcedureIsKept) {
     State().answer = [](const headless::Message&) -> std::optional<std::intptr_t> {
         throw std::runtime_error("own");
     };
@@ -302,7 +302,7 @@ TEST_F(TabInAControl, MovesTheFocusAndTheDefaultFrame) {
     EXPECT_EQ(calls.back().numbers, (std::vector<std::int64_t>{0xF4, 1, 1}));
 }
 
-TEST_F(TabInAControl, GoesBackwardsWithShift) {
+TEST_F(TabInAControl, MovesBackwardWithShift) {
     State().shiftDown = true;
     PressTab(controls[0]);
     EXPECT_EQ(State().focus, controls[3]);
@@ -314,13 +314,13 @@ TEST_F(TabInAControl, SkipsDisabledControls) {
     EXPECT_EQ(State().focus, controls[2]);
 }
 
-TEST_F(TabInAControl, ComesBackToItselfWhenAllOthersAreDisabled) {
+TEST_F(TabInAControl, ReturnsToItselfWhenAllOthersAreDisabled) {
     for (int i = 1; i < 4; ++i) platform::Enable(controls[i], false);
     PressTab(controls[0]);
     EXPECT_EQ(State().focus, controls[0]);
 }
 
-TEST_F(TabInAControl, EndsAlsoWhereTheWalkNeverComesBack) {
+TEST_F(TabInAControl, EndsAlsoWhereTheWalkNeverReturns) {
     for (int i = 1; i < 4; ++i) platform::Enable(controls[i], false);
     // The system never names the control that the walk started from.
     State().nextTabStop = [this](NativeWindow from, bool) {
@@ -330,14 +330,14 @@ TEST_F(TabInAControl, EndsAlsoWhereTheWalkNeverComesBack) {
     EXPECT_EQ(State().focus, controls[1]);
 }
 
-TEST_F(TabInAControl, StaysWhereNothingCanBeReached) {
+TEST_F(TabInAControl, MovesNothingWhereNoControlCanBeReached) {
     State().nextTabStop = nullptr;
     PressTab(controls[0]);
     EXPECT_EQ(State().focus, nullptr);
 }
 
-TEST_F(TabInAControl, MovesTheFocusThenMarksTheButtonThenGoesOn) {
-    // The mark is a message to the next control, which hands it to its own saved procedure.
+TEST_F(TabInAControl, MovesTheFocusThenMarksTheButtonThenCallsTheSavedProcedure) {
+    // The mark is a message to the next control, which passes it to its own saved procedure.
     EXPECT_EQ(StepsOf(controls[0], kMessageCharacter, 9),
               (std::vector<std::string>{"Send", "Focus", "Send", "SavedAnswer", "SavedAnswer"}));
     EXPECT_EQ(CallsOf("SavedAnswer").back().window, controls[0]);
@@ -356,22 +356,22 @@ protected:
     NativeWindow edit;
 };
 
-TEST_F(EditControl, TellsTheDialogWhetherItsTextIsEmpty) {
+TEST_F(EditControl, ReportsToTheDialogWhetherItsTextIsEmpty) {
     for (const std::uint32_t message : {kMessageKeyUp, kMessageSystemKeyUp}) {
         host.events.clear();
         platform::SetText(edit, u"");
         platform::Send(edit, message, 'A', 0);
         platform::SetText(edit, u"x");
         platform::Send(edit, message, 'A', 0);
-        const auto told = host.Messages(0x2002);
-        ASSERT_EQ(told.size(), 2u);
-        EXPECT_EQ(told[0].wparam, 1u);
-        EXPECT_EQ(told[1].wparam, 0u);
-        EXPECT_EQ(told[0].lparam, reinterpret_cast<std::intptr_t>(&box));
+        const auto reports = host.Messages(0x2002);
+        ASSERT_EQ(reports.size(), 2u);
+        EXPECT_EQ(reports[0].wparam, 1u);
+        EXPECT_EQ(reports[1].wparam, 0u);
+        EXPECT_EQ(reports[0].lparam, reinterpret_cast<std::intptr_t>(&box));
     }
 }
 
-TEST_F(EditControl, GoesOnAsAnyControl) {
+TEST_F(EditControl, ThenAnswersLikeAnyControl) {
     State().answer = [](const headless::Message& message) -> std::optional<std::intptr_t> {
         if (message.number == kMessageGetTextLength) return 0;
         return 7;
@@ -381,13 +381,13 @@ TEST_F(EditControl, GoesOnAsAnyControl) {
     EXPECT_EQ(host.Messages(kMessageKeyUp).size(), 1u);
 }
 
-TEST_F(EditControl, TellsBeforeItGoesOn) {
+TEST_F(EditControl, ReportsBeforeItAnswers) {
     // The first two steps in between ask for the length of its text.
     EXPECT_EQ(StepsOf(edit, kMessageKeyUp, 'A'),
               (std::vector<std::string>{"Send", "Send", "SavedAnswer", "Send", "SavedAnswer"}));
 }
 
-TEST_F(EditControl, SaysNothingOfOtherMessages) {
+TEST_F(EditControl, ReportsNothingForOtherMessages) {
     platform::Send(edit, kMessageKeyDown, 'A', 0);
     platform::Send(edit, kMessageCharacter, 'A', 0);
     EXPECT_TRUE(host.Messages(0x2002).empty());

@@ -21,7 +21,7 @@ using headless::State;
 
 class ZeveDialogTest : public DialogTest {
 protected:
-    // The text of the logic error that the operation raises; empty if it raises none.
+    // Returns the text of the logic error that the operation throws; empty if it throws none.
     template <class Operation>
     std::string ErrorOf(Operation operation) {
         try {
@@ -46,14 +46,14 @@ TEST(LanguageTag, IsTheFirstFiveCharactersInLowerCaseWithADash) {
     EXPECT_EQ(NormalizeLanguage(""), "");
 }
 
-TEST(LanguageTag, TwoLanguagesGoFromRightToLeft) {
+TEST(LanguageTag, TwoLanguagesAreReadFromRightToLeft) {
     for (const char* language : {"AR_ae", "ar-AE", "he_IL", "he-il-more"})
         EXPECT_TRUE(IsRightToLeftLanguage(language));
     for (const char* language : {"ar", "ar_SA", "he", "en_US", ""})
         EXPECT_FALSE(IsRightToLeftLanguage(language));
 }
 
-TEST_F(ZeveDialogTest, InitializingWorksOnce) {
+TEST_F(ZeveDialogTest, LaterInitializationsDoNothing) {
     ZeveInitialize();
     ZeveInitialize();
     EXPECT_EQ(CallsOf("LoadRichEdit").size(), 1u);
@@ -75,7 +75,7 @@ TEST_F(ZeveDialogTest, TheRichEditLibraryIsFreedByTheFirstDeleteAndNotAgain) {
     EXPECT_EQ(CallsOf("UnloadModule").size(), 1u);
 }
 
-TEST_F(ZeveDialogTest, WhatWasNotLoadedIsNotFreed) {
+TEST_F(ZeveDialogTest, ARichEditLibraryThatWasNotLoadedIsNotFreed) {
     NewDialog().reset();
     State().refuseRichEdit = 1;
     ZeveInitialize();
@@ -84,20 +84,20 @@ TEST_F(ZeveDialogTest, WhatWasNotLoadedIsNotFreed) {
 }
 
 TEST_F(ZeveDialogTest, ANullRecordIsRefused) {
-    EXPECT_EQ(ErrorOf([] { ZeveNew(nullptr); }), "Invalid Zeve dialog initialization record pointer.");
+    EXPECT_EQ(ErrorOf([] { (void)ZeveNew(nullptr); }), "Invalid Zeve dialog initialization record pointer.");
 }
 
-TEST_F(ZeveDialogTest, ANullHandleRaises) {
+TEST_F(ZeveDialogTest, ANullHandleThrows) {
     const EventRecord record;
     EXPECT_EQ(ErrorOf([] { ZeveAddViewText(nullptr, ""); }), "nil pointer");
-    EXPECT_EQ(ErrorOf([] { ZeveMakeDialog(nullptr, nullptr); }), "nil pointer");
-    EXPECT_EQ(ErrorOf([] { ZeveRunModal(nullptr); }), "nil pointer");
-    EXPECT_EQ(ErrorOf([] { ZeveTopWindow(nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { (void)ZeveMakeDialog(nullptr, nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { (void)ZeveRunModal(nullptr); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { (void)ZeveTopWindow(nullptr); }), "nil pointer");
     EXPECT_EQ(ErrorOf([] { ZeveRetranslate(nullptr); }), "nil pointer");
     EXPECT_EQ(ErrorOf([&] { ZeveSetValue(nullptr, 1, record); }), "nil pointer");
 }
 
-TEST_F(ZeveDialogTest, ANullHandleIsSwallowedOrNoErrorAtAll) {
+TEST_F(ZeveDialogTest, ShowingEnablingAndDeletingIgnoreANullHandle) {
     EXPECT_NO_THROW(ZeveShow(nullptr, 1));
     EXPECT_NO_THROW(ZeveHide(nullptr, 1));
     EXPECT_NO_THROW(ZeveEnable(nullptr, 1));
@@ -105,7 +105,7 @@ TEST_F(ZeveDialogTest, ANullHandleIsSwallowedOrNoErrorAtAll) {
     EXPECT_NO_THROW(ZeveDelete(nullptr));
 }
 
-TEST_F(ZeveDialogTest, TheTopWindowIsThereOnceTheDialogIsMade) {
+TEST_F(ZeveDialogTest, TheTopWindowExistsOnceTheDialogIsMade) {
     DialogOwner dialog = NewDialog();
     EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
     const NativeWindow window = ZeveMakeDialog(dialog.get(), &host);
@@ -113,7 +113,7 @@ TEST_F(ZeveDialogTest, TheTopWindowIsThereOnceTheDialogIsMade) {
     EXPECT_EQ(ZeveTopWindow(dialog.get()), window);
 }
 
-TEST_F(ZeveDialogTest, TheViewTextMayComeInPieces) {
+TEST_F(ZeveDialogTest, TheViewTextMayBeAddedInPieces) {
     DialogOwner dialog = NewDialog("dialog(name: 'Piece");
     ZeveAddViewText(dialog.get(), "s');");
     ZeveAddViewText(dialog.get(), nullptr);
@@ -129,23 +129,23 @@ TEST_F(ZeveDialogTest, ARootThatIsNoDialogHasNoWindow) {
 
 TEST_F(ZeveDialogTest, ADialogIsMadeOnce) {
     DialogOwner dialog = MadeDialog(host);
-    EXPECT_EQ(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &host); }),
+    EXPECT_EQ(ErrorOf([&] { (void)ZeveMakeDialog(dialog.get(), &host); }),
               "You have already used this instance to create a dialog.");
-    EXPECT_NE(ZeveTopWindow(dialog.get()), nullptr) << "the one that is there stays";
+    EXPECT_NE(ZeveTopWindow(dialog.get()), nullptr) << "the dialog that exists stays";
 }
 
 TEST_F(ZeveDialogTest, ASecondMakingSetsEverythingUpBeforeItIsRefused) {
     DialogOwner dialog = MadeDialog(host);
     gToolkit.keywords = KeywordTable();
     TestHost other;
-    EXPECT_NE(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &other); }), "");
+    EXPECT_NE(ErrorOf([&] { (void)ZeveMakeDialog(dialog.get(), &other); }), "");
     EXPECT_NE(gToolkit.keywords.Find("button"), nullptr);
     platform::Send(ZeveTopWindow(dialog.get()), kMessageTimer, 0, 0);
     EXPECT_TRUE(host.Messages(kMessageTimer).empty());
-    EXPECT_EQ(other.Messages(kMessageTimer).size(), 1u) << "the new params hold";
+    EXPECT_EQ(other.Messages(kMessageTimer).size(), 1u) << "the new params are used";
 }
 
-TEST_F(ZeveDialogTest, ARootThatGivesNoBoxMakesNoDialog) {
+TEST_F(ZeveDialogTest, ARootThatReturnsNoBoxMakesNoDialog) {
     class NeverMade : public CEveBox {
         CEveBox* Create(CExpressionScope&, CEveBox*) override { return nullptr; }
     };
@@ -159,15 +159,15 @@ TEST_F(ZeveDialogTest, ARootThatGivesNoBoxMakesNoDialog) {
     EXPECT_EQ(ErrorOf([&] { ZeveRetranslate(dialog.get()); }), "nil pointer");
 }
 
-TEST_F(ZeveDialogTest, ATextThatCannotBeReadRaisesAndLeavesNothing) {
+TEST_F(ZeveDialogTest, AnUnreadableTextThrowsAndLeavesNothing) {
     DialogOwner dialog = NewDialog("dialog(name: 'Broken') { button(name: 'OK');");
-    EXPECT_NE(ErrorOf([&] { ZeveMakeDialog(dialog.get(), &host); }), "");
+    EXPECT_NE(ErrorOf([&] { (void)ZeveMakeDialog(dialog.get(), &host); }), "");
     EXPECT_EQ(ZeveTopWindow(dialog.get()), nullptr);
     dialog.reset();
     EXPECT_TRUE(State().windows.empty());
 }
 
-TEST_F(ZeveDialogTest, TheHostHearsOfEachViewWhenItIsMade) {
+TEST_F(ZeveDialogTest, TheHostIsCalledForEachViewWhenItIsMade) {
     DialogOwner dialog = MadeDialog(host);
     const auto top = host.OfWhat(kWhatTopLevelMade), others = host.OfWhat(kWhatViewMade);
     ASSERT_EQ(top.size(), 1u);
@@ -178,7 +178,7 @@ TEST_F(ZeveDialogTest, TheHostHearsOfEachViewWhenItIsMade) {
     EXPECT_EQ(others[1].control, platform::ChildWithId(top[0].window, 2));
 }
 
-TEST_F(ZeveDialogTest, TheHostHearsOfBothControlsOfAView) {
+TEST_F(ZeveDialogTest, TheHostReceivesBothControlsOfAView) {
     DialogOwner dialog =
         MadeDialog(host, "dialog(name: 'Checks') {"
                          " edit_text(name: '', view_id: 1, width: 90, check_box_aware: true); }");
@@ -198,19 +198,19 @@ TEST_F(ZeveDialogTest, MessagesFindTheDialogWhileItsChildrenAreMade) {
     EXPECT_EQ(host.Messages(kMessageTimer).size(), 1u);
 }
 
-TEST_F(ZeveDialogTest, AnExceptionOfTheHostComesOutOfTheMaking) {
+TEST_F(ZeveDialogTest, AnExceptionOfTheHostLeavesTheMaking) {
     host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
         if (what == kWhatViewMade) throw std::out_of_range("host");
         return 0;
     };
     DialogOwner dialog = NewDialog();
-    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    EXPECT_THROW((void)ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
     dialog.reset();
     EXPECT_TRUE(State().windows.empty());
     EXPECT_TRUE(State().fonts.empty());
 }
 
-TEST_F(ZeveDialogTest, AnExceptionInAMessageDuringTheMakingComesOutToo) {
+TEST_F(ZeveDialogTest, AnExceptionInAMessageDuringTheMakingLeavesItToo) {
     host.answer = [](std::int32_t what, EventRecord& record) -> std::uint64_t {
         if (what == kWhatViewMade)
             platform::Send(platform::ParentOf(record.ReadPointer<NativeWindow>(kKeyControl)), kMessageTimer,
@@ -220,11 +220,11 @@ TEST_F(ZeveDialogTest, AnExceptionInAMessageDuringTheMakingComesOutToo) {
         return 0;
     };
     DialogOwner dialog = NewDialog();
-    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    EXPECT_THROW((void)ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
     EXPECT_FALSE(IsExceptionKept());
 }
 
-TEST_F(ZeveDialogTest, AViewWhoseMakingLedToAnExceptionIsNotTold) {
+TEST_F(ZeveDialogTest, TheHostIsNotCalledForAViewWhoseMakingThrew) {
     class Sender : public CEveBox {
         CEveBox* Create(CExpressionScope& attributes, CEveBox* parentBox) override {
             CEveBox::Create(attributes, parentBox);
@@ -240,11 +240,11 @@ TEST_F(ZeveDialogTest, AViewWhoseMakingLedToAnExceptionIsNotTold) {
         return 0;
     };
     DialogOwner dialog = NewDialog("dialog(name: 'Sends') { sender(); }");
-    EXPECT_THROW(ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
+    EXPECT_THROW((void)ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
     EXPECT_TRUE(host.OfWhat(kWhatViewMade).empty());
 }
 
-TEST_F(ZeveDialogTest, AnExceptionOfAnotherKindGivesNull) {
+TEST_F(ZeveDialogTest, AnExceptionOfAnotherKindReturnsNull) {
     host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
         if (what == kWhatTopLevelMade) throw 42;
         return 0;
@@ -253,7 +253,7 @@ TEST_F(ZeveDialogTest, AnExceptionOfAnotherKindGivesNull) {
     EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);
 }
 
-TEST_F(ZeveDialogTest, DeletingTakesWindowsAndFontsAlong) {
+TEST_F(ZeveDialogTest, DeletingFreesWindowsAndFonts) {
     DialogOwner dialog = MadeDialog(host);
     EXPECT_EQ(State().windows.size(), 3u);
     EXPECT_EQ(State().fonts.size(), 2u);
@@ -261,11 +261,11 @@ TEST_F(ZeveDialogTest, DeletingTakesWindowsAndFontsAlong) {
     dialog.reset();
     EXPECT_TRUE(State().windows.empty());
     EXPECT_TRUE(State().fonts.empty());
-    EXPECT_TRUE(host.events.empty()) << "the host hears nothing of the deletion";
+    EXPECT_TRUE(host.events.empty()) << "the host is not called for the deletion";
 }
 
-TEST_F(ZeveDialogTest, LeavesTheRegistryBeforeItsBoxesGo) {
-    // The low style bit has the window asked for an icon.
+TEST_F(ZeveDialogTest, LeavesTheRegistryBeforeItsBoxesAreDeleted) {
+    // With the low style bit, the window is asked for an icon.
     DialogOwner dialog = MadeDialog(host, "dialog(name: 'Icon?', win_style: 1);");
     host.events.clear();
     State().calls.clear();
@@ -305,7 +305,7 @@ TEST_F(ZeveDialogTest, EnablesAndDisablesByViewId) {
     EXPECT_TRUE(platform::IsEnabled(button));
 }
 
-TEST_F(ZeveDialogTest, AnUnknownIdIsSwallowedOrAnsweredWithFalse) {
+TEST_F(ZeveDialogTest, AnUnknownIdIsIgnoredOrReturnsFalse) {
     DialogOwner made = MadeDialog(host), unmade = NewDialog();
     EventRecord record;
     record.StorePointer(kKeySetValue, "text");
@@ -328,7 +328,7 @@ TEST_F(ZeveDialogTest, SetsAValueByViewId) {
     EXPECT_EQ(ControlOf(dialog.get(), 2).text, u"Other words");
 }
 
-TEST_F(ZeveDialogTest, AnEmptyRecordRaisesInTheBoxThatReadsIt) {
+TEST_F(ZeveDialogTest, AnEmptyRecordThrowsInTheBoxThatReadsIt) {
     DialogOwner dialog = MadeDialog(host);
     EXPECT_EQ(ErrorOf([&] { ZeveSetValue(dialog.get(), 1, EventRecord()); }), "hash table index not found");
 }
@@ -340,7 +340,7 @@ TEST_F(ZeveDialogTest, RetranslatingShowsTheNamesAgain) {
     EXPECT_EQ(ControlOf(dialog.get(), 1).text, u"OK");
 }
 
-TEST_F(ZeveDialogTest, RetranslatingWhatWasNotMadeRaises) {
+TEST_F(ZeveDialogTest, RetranslatingADialogThatWasNotMadeThrows) {
     DialogOwner dialog = NewDialog();
     EXPECT_EQ(ErrorOf([&] { ZeveRetranslate(dialog.get()); }), "nil pointer");
 }
@@ -388,7 +388,7 @@ TEST_F(ZeveDialogTest, ALanguageFromRightToLeftMirrorsTheLayout) {
         DialogOwner dialog(ZeveNew(&record));
         ZeveAddViewText(dialog.get(), "dialog(name: 'Mirror', width: 400) { row(placement: place_row) {"
                                       " button(name: 'A', view_id: 1); button(name: 'B', view_id: 2); } }");
-        ZeveMakeDialog(dialog.get(), &host);
+        (void)ZeveMakeDialog(dialog.get(), &host);
         return ControlOf(dialog.get(), 1).frame.left < ControlOf(dialog.get(), 2).frame.left;
     };
     EXPECT_TRUE(leftOfFirst("en_US"));
@@ -405,13 +405,13 @@ TEST_F(ZeveDialogTest, TheLanguageReachesTheControls) {
         record.language = language;
         DialogOwner dialog(ZeveNew(&record));
         ZeveAddViewText(dialog.get(), kTwoButtons);
-        ZeveMakeDialog(dialog.get(), &host);
+        (void)ZeveMakeDialog(dialog.get(), &host);
         const bool isRightToLeft = (ControlOf(dialog.get(), 1).extendedStyle & kRightToLeftReading) != 0;
         EXPECT_EQ(isRightToLeft, IsRightToLeftLanguage(language)) << language;
     }
 }
 
-TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
+TEST_F(ZeveDialogTest, RunningOutOfMemoryAnywhereLeaksNothing) {
     static constexpr char kOwnClass[] =
         "dialog(name: 'Own class', create_system_dialog: false) {"
         " button(name: 'OK', view_id: 1); button(name: 'Cancel', view_id: 2); }";
@@ -421,10 +421,10 @@ TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
             ZeveInitialize();
             DialogOwner dialog = MadeDialog(own, kOwnClass);
             headless::ScriptMessage(ZeveTopWindow(dialog.get()), kMessageCommand, 1);
-            ZeveRunModal(dialog.get());
+            (void)ZeveRunModal(dialog.get());
             ZeveHide(dialog.get(), 2);
         } catch (const std::exception&) {
-            // Out of memory, or the logic error of a control that could not be made for it.
+            // Out of memory, or the logic error of a control that could not be made.
         }
         EXPECT_TRUE(State().windows.empty());
         EXPECT_TRUE(State().fonts.empty());
@@ -438,7 +438,7 @@ TEST_F(ZeveDialogTest, MemoryThatRunsOutAnywhereInALifeLeavesNothingBehind) {
     EXPECT_GT(pavane_test::ForEveryFailingAllocation(live), 50u);
 }
 
-TEST_F(ZeveDialogTest, ADescriptionThatMakesUpReferencesHarmsNobody) {
+TEST_F(ZeveDialogTest, MadeUpReferencesInADescriptionDoNoHarm) {
     DialogOwner dialog =
         NewDialog("__callback = 4660; __callback_params = 4660; __zeveInternalObj = 4660;"
                   "__hInstance = 4660; __parentWindow = 4660; __eveBoxObj = 4660; __gen = 4660;"

@@ -56,7 +56,7 @@ TEST_F(ZeveGenerator, AViewWithAnIdUsesOne) {
     EXPECT_EQ(Number("sub_view_id"), 10001);
 }
 
-TEST_F(ZeveGenerator, NothingTestsForClashesOfIds) {
+TEST_F(ZeveGenerator, ClashingIdsAreNotDetected) {
     view.DefineNumber("view_id", 7);
     for (const std::int64_t ownId : {10001, 10002}) {
         generator.PrepareView("button", view, attributes);
@@ -136,9 +136,9 @@ TEST_F(ZeveGenerator, ADescriptionCannotPointToAnotherDialog) {
     EXPECT_FALSE(attributes.HasVariable("mine"));
 }
 
-TEST_F(ZeveGenerator, ADialogsBoxStoresItselfInItsOwnDialogAlone) {
+TEST_F(ZeveGenerator, ADialogsBoxStoresItselfOnlyInItsOwnDialog) {
     DialogLink other;
-    RegisterDialog(other); // it lives as well, and its number can be guessed
+    RegisterDialog(other); // it lives too, and its number can be guessed
     for (const DialogLink* named : {&other, &link}) {
         view.DefineNumber("__zeveInternalObj", ReferenceNumber(named));
         const CEveBox* root = Make("dialog", nullptr);
@@ -156,7 +156,7 @@ TEST_F(ZeveGenerator, DefinesItselfAndTheBox) {
     EXPECT_EQ(Number("height"), 22) << "the box prepared itself";
 }
 
-TEST_F(ZeveGenerator, TheHostHearsOfATopLevelBoxByItsWindow) {
+TEST_F(ZeveGenerator, TheHostReceivesTheWindowOfATopLevelBox) {
     CEveBox* root = Make("picture", nullptr);
     root->window = nullptr;
     ASSERT_EQ(host.events.size(), 1u);
@@ -165,7 +165,7 @@ TEST_F(ZeveGenerator, TheHostHearsOfATopLevelBoxByItsWindow) {
     EXPECT_EQ(host.events[0].control, nullptr);
 }
 
-TEST_F(ZeveGenerator, TheHostHearsOfEveryOtherBoxByItsControls) {
+TEST_F(ZeveGenerator, TheHostReceivesTheControlsOfEveryOtherBox) {
     CEveBox* root = Make("picture", nullptr);
     host.events.clear();
     CEveBox* button = Make("button", root);
@@ -187,7 +187,7 @@ TEST_F(ZeveGenerator, TheHostReadsAndChangesTheAttributes) {
     EXPECT_EQ(Number("seen"), 10001);
 }
 
-TEST_F(ZeveGenerator, TheHostHearsOfAViewBeforeItsChildrenAreMade) {
+TEST_F(ZeveGenerator, TheHostIsCalledForAViewBeforeItsChildrenAreMade) {
     const auto root = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
     InstallViewConstants(*root);
     root->DefineNumber("__callback", CallbackNumber(link.callback));
@@ -219,7 +219,7 @@ TEST_F(ZeveGenerator, TextsThatBoxesKeepCountAsMemoryOfTheRun) {
     }
 }
 
-TEST_F(ZeveGenerator, WithoutACallbackNobodyHears) {
+TEST_F(ZeveGenerator, WithoutACallbackNoHostIsCalled) {
     view.DefineNumber("__callback", 0);
     EXPECT_NE(Make("picture", nullptr), nullptr);
     EXPECT_TRUE(host.events.empty());
@@ -234,13 +234,13 @@ TEST_F(ZeveGenerator, ACallbackThatADescriptionMadeUpIsNotCalled) {
     EXPECT_TRUE(host.events.empty());
 }
 
-TEST_F(ZeveGenerator, AnUnknownKeywordMakesABoxAllTheSame) {
+TEST_F(ZeveGenerator, AnUnknownKeywordStillMakesABox) {
     generator.PrepareView("no_such_view", view, attributes);
     EXPECT_EQ(Box()->classKeyword, "no_such_view");
     EXPECT_NE(generator.CreateView("no_such_view", attributes, nullptr), nullptr);
 }
 
-TEST_F(ZeveGenerator, AViewThatWasNeverPreparedHandsItsParentOn) {
+TEST_F(ZeveGenerator, CreatingAViewThatWasNeverPreparedReturnsItsParent) {
     CEveBox* root = Make("picture", nullptr);
     EXPECT_EQ(generator.CreateView("button", attributes, root), root);
     attributes.DefineNumber("__eveBoxObj", 0x123456);
@@ -255,28 +255,28 @@ TEST_F(ZeveGenerator, ABoxIsCreatedOnce) {
     EXPECT_EQ(generator.CreateView("button", attributes, root), root) << "its parent owns it now";
 }
 
-// A box that counts the living ones and can refuse to be made.
+// A box that counts the live boxes of its class and can refuse to be made.
 class CountedBox : public CEveBox {
 public:
-    enum class Behavior { Binds, GivesNull, ThrowsFirst, ThrowsLast };
+    enum class Behavior { kBinds, kReturnsNull, kThrowsFirst, kThrowsLast };
     CountedBox() { ++gAlive; }
     ~CountedBox() override { --gAlive; }
     CEveBox* Create(CExpressionScope& scope, CEveBox* parentBox) override {
-        if (gBehavior == Behavior::GivesNull) return nullptr;
-        if (gBehavior == Behavior::ThrowsFirst) throw std::runtime_error("first");
+        if (gBehavior == Behavior::kReturnsNull) return nullptr;
+        if (gBehavior == Behavior::kThrowsFirst) throw std::runtime_error("first");
         CEveBox::Create(scope, parentBox);
-        if (gBehavior == Behavior::ThrowsLast) throw std::runtime_error("last");
+        if (gBehavior == Behavior::kThrowsLast) throw std::runtime_error("last");
         return this;
     }
     static inline int gAlive = 0;
-    static inline Behavior gBehavior = Behavior::Binds;
+    static inline Behavior gBehavior = Behavior::kBinds;
 };
 
-// Tells how many of them live after the generator is gone, for each way in which a child can be made.
+// Makes a root with a child in each way that a child can be made, and counts the boxes that live then.
 class BoxesOfAGenerator : public ZeveGenerator {
 protected:
     void RunWithChild(CountedBox::Behavior behavior) {
-        CountedBox::gBehavior = CountedBox::Behavior::Binds;
+        CountedBox::gBehavior = CountedBox::Behavior::kBinds;
         CZeveGenerator own(&link);
         CEveBox* root = PrepareAndCreate(own, nullptr);
         CountedBox::gBehavior = behavior;
@@ -287,12 +287,12 @@ protected:
         }
         alive = CountedBox::gAlive;
         isChildOfRoot = root->children.size() == 1;
-        gaveParent = child == root;
+        returnedParent = child == root;
     }
 
     CEveBox* child = nullptr;
     int alive = 0;
-    bool isChildOfRoot = false, gaveParent = false;
+    bool isChildOfRoot = false, returnedParent = false;
 
 private:
     CEveBox* PrepareAndCreate(CZeveGenerator& own, CEveBox* parent) {
@@ -305,31 +305,31 @@ private:
 };
 
 TEST_F(BoxesOfAGenerator, BelongToTheirParentOnceTheyAreBound) {
-    RunWithChild(CountedBox::Behavior::Binds);
+    RunWithChild(CountedBox::Behavior::kBinds);
     EXPECT_TRUE(isChildOfRoot);
     EXPECT_EQ(alive, 2);
     EXPECT_EQ(CountedBox::gAlive, 0);
 }
 
-TEST_F(BoxesOfAGenerator, StayWithTheGeneratorWhereCreateGivesNull) {
-    RunWithChild(CountedBox::Behavior::GivesNull);
-    EXPECT_TRUE(gaveParent) << "the view's children attach to the grandparent";
+TEST_F(BoxesOfAGenerator, StayWithTheGeneratorWhereCreateReturnsNull) {
+    RunWithChild(CountedBox::Behavior::kReturnsNull);
+    EXPECT_TRUE(returnedParent) << "the view's children attach to the grandparent";
     EXPECT_FALSE(isChildOfRoot);
-    EXPECT_EQ(host.events.size(), 1u) << "the host hears of the root alone";
+    EXPECT_EQ(host.events.size(), 1u) << "the host is called for the root alone";
     EXPECT_EQ(alive, 2);
     EXPECT_EQ(CountedBox::gAlive, 0);
 }
 
 TEST_F(BoxesOfAGenerator, AreFreedOnceWhereverCreateThrows) {
-    for (const auto behavior : {CountedBox::Behavior::ThrowsFirst, CountedBox::Behavior::ThrowsLast}) {
+    for (const auto behavior : {CountedBox::Behavior::kThrowsFirst, CountedBox::Behavior::kThrowsLast}) {
         RunWithChild(behavior);
-        EXPECT_EQ(isChildOfRoot, behavior == CountedBox::Behavior::ThrowsLast);
+        EXPECT_EQ(isChildOfRoot, behavior == CountedBox::Behavior::kThrowsLast);
         EXPECT_EQ(alive, 2);
         EXPECT_EQ(CountedBox::gAlive, 0);
     }
 }
 
-TEST_F(BoxesOfAGenerator, AreFreedAlsoWhenTheyWereNeverCreated) {
+TEST_F(BoxesOfAGenerator, AreFreedEvenIfTheyWereNeverCreated) {
     {
         CZeveGenerator own(&link);
         gToolkit.keywords.Define("counted",

@@ -1,3 +1,4 @@
+// Dictionaries of one test: a clean process-wide state, text files as bytes, and short ways to load and ask.
 #pragma once
 
 #include "dictionaries/dictionaries_state.h"
@@ -10,14 +11,14 @@
 
 namespace pavane_test {
 
-// Puts the process-wide state back before and after each test.
+// Resets the process-wide state before and after each test.
 class DictionaryTest : public testing::Test {
 protected:
     DictionaryTest() { kestrel_private::ResetState(); }
     ~DictionaryTest() override { kestrel_private::ResetState(); }
 };
 
-// The bytes of a text file in UTF-16 of either order, with its mark.
+// Return the bytes of a text file in UTF-16 of either order, with its mark.
 inline std::string LittleEndian(std::u16string_view text) {
     std::string bytes = "\xFF\xFE";
     for (const char16_t unit : text) {

@@ -23,7 +23,7 @@ protected:
     }
 };
 
-// Looks at the slot before any test has emptied it.
+// Reads the slot before any test empties it.
 class LibraryStart : public testing::Environment {
 public:
     void SetUp() override { made = kestrel_private::State().processDictionary != nullptr; }
@@ -45,7 +45,7 @@ TEST_F(Translation, IsEmptyForNoKey) {
     EXPECT_EQ(ZeveTranslate(std::string_view(), 0, "x"), "");
 }
 
-TEST_F(Translation, SpeaksUtf8BothWays) {
+TEST_F(Translation, TakesAndReturnsUtf8) {
     Populate(u"$$$/a=Gr\u00FC\u00DFe \U0001F600\n");
     EXPECT_EQ(ZeveTranslate("$$$/a=x"), "Gr\xC3\xBC\xC3\x9F"
                                         "e \xF0\x9F\x98\x80");
@@ -65,7 +65,8 @@ TEST_F(Translation, MakesTheDictionaryWhenItIsMissing) {
 TEST_F(Translation, PutsTextsIntoPlaceholdersInOrder) {
     Populate(u"$$$/a=^0 von ^1, ^2\n");
     EXPECT_EQ(ZeveTranslate("$$$/a", {"1", "\xE2\x82\xAC"}), "1 von \xE2\x82\xAC, ^2");
-    EXPECT_EQ(ZeveTranslate("$$$/a", {"^1", "x"}), "x von x, ^2") << "a later index scans what came before";
+    EXPECT_EQ(ZeveTranslate("$$$/a", {"^1", "x"}), "x von x, ^2")
+        << "a later index scans earlier replacements";
     EXPECT_EQ(ZeveTranslate("$$$/a", std::vector<std::string>()), "^0 von ^1, ^2");
     EXPECT_EQ(ZeveTranslate("$$$/a", 1, "x"), "^0 von x, ^2");
     EXPECT_EQ(ZeveTranslate("$$$/none=^^^^0", 0, "x"), "^x");
@@ -76,7 +77,7 @@ TEST_F(Translation, ReplacesLoneSurrogates) {
     EXPECT_EQ(ZeveTranslate("$$$/a"), "x\xEF\xBF\xBDy");
 }
 
-TEST_F(Translation, RaisesACodeForADefaultThatIsNotUtf8) {
+TEST_F(Translation, ThrowsACodeForADefaultThatIsNotUtf8) {
     EXPECT_THROW((void)ZeveTranslate("$$$/a=\x80"), kestrel_private::ConversionCode);
     EXPECT_THROW((void)ZeveTranslate("$$$/a=^0", 0, "\x80"), kestrel_private::ConversionCode);
 }
@@ -93,7 +94,7 @@ TEST_F(Translation, AddsOneKeyAndValue) {
     EXPECT_EQ(kestrel_private::ProcessDictionary().Entries().TotalIds(), 2u);
 }
 
-TEST_F(Translation, TurnsACodeIntoALogicErrorAndKeepsWhatItHad) {
+TEST_F(Translation, TurnsACodeIntoALogicErrorAndKeepsTheOldValue) {
     AddKeyValue("$$$/a=x");
     try {
         AddKeyValue("$$$/a=\x80");
@@ -115,25 +116,25 @@ TEST_F(Translation, SwallowsStandardExceptionsInPopulation) {
     EXPECT_GT(failures, 10u);
 }
 
-TEST_F(Translation, PopulatesFromNothingQuietly) {
+TEST_F(Translation, IgnoresAPopulationFromNothing) {
     PopulateDictionary(nullptr, 0);
     EXPECT_FALSE(kestrel_private::ProcessDictionary().IsGood());
     EXPECT_EQ(ZeveTranslate("$$$/a=x"), "x");
 }
 
-TEST_F(Translation, LeavesNothingBehindWhenMemoryRunsOut) {
+TEST_F(Translation, LeaksNothingWhenMemoryRunsOut) {
     Populate(u"$$$/a=^0 of ^1, a text that is too long for any small string\n");
     ForEveryFailingAllocation([] {
         try {
             (void)ZeveTranslate("$$$/a", {"1", "2"});
             (void)ZeveTranslate("$$$/none=another text that is too long for any small string");
         } catch (const std::bad_alloc&) {
-            // Nothing may be left behind, which the caller checks.
+            // The caller checks that nothing is leaked.
         }
     });
 }
 
-TEST_F(Translation, ShowsPlainTextsAsTheyStand) {
+TEST_F(Translation, ShowsPlainTextsUnchanged) {
     Populate(u"$$$/a=x\nYes=Ja\n");
     EXPECT_EQ(ShownText("OK"), "OK");
     EXPECT_EQ(ShownText("$5"), "$5");

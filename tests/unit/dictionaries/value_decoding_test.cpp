@@ -30,7 +30,7 @@ TEST_F(ValueDecoding, ReplacesEveryEscapeOfItsTables) {
     }
 }
 
-TEST_F(ValueDecoding, LeavesLeadsWithoutARow) {
+TEST_F(ValueDecoding, LeavesEscapesThatNoTableHas) {
     EXPECT_EQ(DecodeValue(u"^Cthe"), u"\u00A9the");
     EXPECT_EQ(DecodeValue(u"^\""), u"^\"");
     EXPECT_EQ(DecodeValue(u"^0"), u"^0");
@@ -63,7 +63,7 @@ TEST_F(ValueDecoding, ReplacesHexForms) {
     EXPECT_EQ(DecodeValue(u"#{0}"), std::u16string(1, u'\0'));
 }
 
-TEST_F(ValueDecoding, LeavesWhatIsNoEntity) {
+TEST_F(ValueDecoding, LeavesFormsThatAreNoEntity) {
     for (const char16_t* const text :
          {u"#{}",      u"#{xyz}",    u"#",        u"#{",       u"#{a",       u"#{U+}",  u"#{u}",
           u"#{12345}", u"#{copy",    u"#{copy }", u"#{ copy}", u"#{plusmn}", u"#{yen}", u"#{ouml}",
@@ -72,7 +72,7 @@ TEST_F(ValueDecoding, LeavesWhatIsNoEntity) {
     }
 }
 
-TEST_F(ValueDecoding, GivesEveryNameItsText) {
+TEST_F(ValueDecoding, ReplacesEveryNameByItsText) {
     EXPECT_EQ(DecodeValue(u"#{endl}"), u"\r\n");
     EXPECT_EQ(DecodeValue(u"#{tab}#{cr}#{lf}"), u"\t\r\n");
     for (const Entity& entity : kEntities) {
@@ -82,7 +82,7 @@ TEST_F(ValueDecoding, GivesEveryNameItsText) {
     }
 }
 
-// All names in their order. `yen`, `ouml` and `zwnj` have one character more than is seen here.
+// All names in their order. `yen`, `ouml` and `zwnj` have one more character, which is a NUL.
 constexpr std::u16string_view kNames = u"endl tab cr lf "
                                        u"nbsp iexcl cent pound curren yen brvbar sect uml copy "
                                        u"ordf laquo not shy reg macr deg plusm sup2 sup3 "
@@ -98,8 +98,8 @@ constexpr std::u16string_view kNames = u"endl tab cr lf "
                                        u"zwnj zwj lrm rlm ndash mdash lsquo rsquo sbquo ldquo "
                                        u"rdquo bdquo dagger Dagger permil lsaquo rsaquo euro";
 
-// The codes of those behind Latin-1, which has its own in order from 0xA0 to 0xFF.
-constexpr std::array<char16_t, 32> kCodesBehindLatin1 = {
+// The codes of the names after those of Latin-1, which are in order from 0xA0 to 0xFF.
+constexpr std::array<char16_t, 32> kCodesAfterLatin1 = {
     0x0022, 0x0026, 0x003C, 0x003E, 0x0152, 0x0153, 0x0160, 0x0161, 0x0178, 0x02C6, 0x02DC,
     0x2002, 0x2003, 0x2009, 0x200C, 0x200D, 0x200E, 0x200F, 0x2013, 0x2014, 0x2018, 0x2019,
     0x201A, 0x201C, 0x201D, 0x201E, 0x2020, 0x2021, 0x2030, 0x2039, 0x203A, 0x20AC};
@@ -116,13 +116,13 @@ TEST_F(ValueDecoding, KnowsTheseNamesAndNoOther) {
     EXPECT_EQ(names, kNames);
 }
 
-TEST_F(ValueDecoding, GivesEachNameOneUnitButForTheLineEnd) {
+TEST_F(ValueDecoding, HasOneUnitForEachNameButTwoForTheLineEnd) {
     constexpr std::size_t kFirstLatin1 = 4;
     constexpr std::size_t kLatin1 = 96;
-    ASSERT_EQ(kEntities.size(), kFirstLatin1 + kLatin1 + kCodesBehindLatin1.size());
+    ASSERT_EQ(kEntities.size(), kFirstLatin1 + kLatin1 + kCodesAfterLatin1.size());
     for (std::size_t i = 0; i < kLatin1; ++i) EXPECT_EQ(kEntities[kFirstLatin1 + i].unit, 0xA0 + i);
-    for (std::size_t i = 0; i < kCodesBehindLatin1.size(); ++i) {
-        EXPECT_EQ(kEntities[kFirstLatin1 + kLatin1 + i].unit, kCodesBehindLatin1[i]);
+    for (std::size_t i = 0; i < kCodesAfterLatin1.size(); ++i) {
+        EXPECT_EQ(kEntities[kFirstLatin1 + kLatin1 + i].unit, kCodesAfterLatin1[i]);
     }
     for (std::size_t i = 1; i < kEntities.size(); ++i) EXPECT_EQ(kEntities[i].second, 0);
 }
@@ -134,13 +134,13 @@ TEST_F(ValueDecoding, DoesNotScanReplacedTextAgain) {
     EXPECT_EQ(DecodeValue(u"#{#{a}"), u"#{\n");
 }
 
-TEST_F(ValueDecoding, TakesEscapesBeforeEntities) {
+TEST_F(ValueDecoding, ReplacesEscapesBeforeEntities) {
     EXPECT_EQ(DecodeValue(u"^#{a}"), u"\u2318{a}");
     EXPECT_EQ(DecodeValue(u"#^{a}"), u"#\u2018a}");
     EXPECT_EQ(DecodeValue(u"#\\{a}"), u"#\\{a}");
 }
 
-TEST_F(ValueDecoding, HoldsOutAtEveryEndOfEveryForm) {
+TEST_F(ValueDecoding, SurvivesACutAtEveryPlaceOfEveryForm) {
     const std::u16string whole = u"^C\\n#{endl}#{U+0041}#{u41}#{zwnj}^^\\\\^0#";
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         const std::u16string cut = whole.substr(0, length);

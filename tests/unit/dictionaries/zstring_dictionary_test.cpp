@@ -30,7 +30,7 @@ protected:
     ZStringDictionary dictionary{true};
 };
 
-TEST_F(FastDictionary, TellsItsFormat) {
+TEST_F(FastDictionary, ReportsItsFormat) {
     EXPECT_EQ(dictionary.FormatMajor(), 2u);
     EXPECT_EQ(dictionary.FormatMinor(), 5u);
     const auto chains = ZStringDictionary::Create(false);
@@ -39,7 +39,7 @@ TEST_F(FastDictionary, TellsItsFormat) {
     EXPECT_TRUE(chains->IsGood());
 }
 
-TEST_P(BothStores, GivesTheDefaultOfAnAbsentKey) {
+TEST_P(BothStores, ReturnsTheDefaultOfAnAbsentKey) {
     EXPECT_EQ(Found(dictionary, "$$$/a/b=Hello"), u"Hello");
     EXPECT_EQ(Found(dictionary, "$$$/a/b="), u"");
     EXPECT_EQ(Found(dictionary, "$$$/a/b"), u"");
@@ -48,7 +48,7 @@ TEST_P(BothStores, GivesTheDefaultOfAnAbsentKey) {
     EXPECT_EQ(Found(dictionary, "$$$/a=^Cthe #{U+0041}"), u"\u00A9the A");
 }
 
-TEST_P(BothStores, GivesNothingForWhatIsNoKey) {
+TEST_P(BothStores, ReturnsNothingForAnInvalidKey) {
     for (const char* const keyText : {"$$/a=Hello", "$=x", "$", "$$", "$a$$=x", ""}) {
         EXPECT_EQ(Found(dictionary, keyText), u"") << keyText;
     }
@@ -79,7 +79,7 @@ TEST_P(BothStores, ReadsTheDefaultInItsEncoding) {
     EXPECT_THROW(dictionary.Lookup(found, "k=\x80", &kEncodingUtf8), std::int32_t);
 }
 
-TEST_P(BothStores, GivesTheStoredValueNotTheDefault) {
+TEST_P(BothStores, ReturnsTheStoredValueNotTheDefault) {
     LoadText(dictionary, u"\"$$$/a/b=Stored\"\n$$$/e=\n");
     EXPECT_EQ(Found(dictionary, "$$$/a/b=Default"), u"Stored");
     EXPECT_EQ(Found(dictionary, "/a/b"), u"Stored");
@@ -107,17 +107,17 @@ TEST_P(BothStores, TakesTheTextInQuotes) {
     EXPECT_EQ(Found(dictionary, "y"), u"z");
 }
 
-TEST_P(BothStores, GoesOnBehindABadLine) {
+TEST_P(BothStores, ContinuesAfterABadLine) {
     LoadText(dictionary, u"$$$/a=1\n$$/b=2\n$$$/c=3\n");
     EXPECT_FALSE(dictionary.IsGood());
     EXPECT_EQ(Found(dictionary, "/a"), u"1");
     EXPECT_EQ(Found(dictionary, "/b"), u"");
     EXPECT_EQ(Found(dictionary, "/c"), u"3");
     LoadText(dictionary, u"$$$/d=4");
-    EXPECT_FALSE(dictionary.IsGood()) << "the status never comes back";
+    EXPECT_FALSE(dictionary.IsGood()) << "the status is never good again";
 }
 
-TEST_P(BothStores, ClearsItsStatusForWhatIsNoText) {
+TEST_P(BothStores, ClearsItsStatusForBytesThatAreNotText) {
     for (const std::string bytes : {"", "a"}) {
         ZStringDictionary other(GetParam());
         LoadBytes(other, bytes);
@@ -173,7 +173,7 @@ TEST_P(BothStores, HoldsManyEntries) {
     }
 }
 
-TEST_P(BothStores, HoldsOutAtEveryCutOfAText) {
+TEST_P(BothStores, SurvivesEveryCutOfAText) {
     const std::string little = LittleEndian(u"\"$$$/a=^C#{endl}\\\"\"\r\n$$$/b=#{U+0041}^");
     for (const std::string& bytes :
          {little, BigEndian(u"\"$$$/a=#{\"\n$$/b"), std::string("\"$$$/a=\x80#{\"\\")}) {
@@ -200,7 +200,7 @@ TEST_F(FastDictionary, AddsAKeyTextsKey) {
     EXPECT_EQ(Found(dictionary, "$$$/b=x"), u"two");
 }
 
-TEST_F(FastDictionary, RefusesWhatIsNoKey) {
+TEST_F(FastDictionary, RefusesAnInvalidKey) {
     EXPECT_EQ(dictionary.Add(nullptr, u"x", 1, 0, nullptr, 0), -1);
     EXPECT_EQ(AddText(dictionary, "", u"x"), -1);
     EXPECT_EQ(AddText(dictionary, "$$/a", u"x"), -1);
@@ -250,7 +250,7 @@ TEST_F(FastDictionary, AsksTheFallbackBeforeTheDefault) {
     EXPECT_EQ(Found(dictionary, "$$$/a=default"), u"default");
 }
 
-TEST_P(BothStores, AsksAFallbackOfEitherStore) {
+TEST_P(BothStores, AsksAFallbackWithEitherStore) {
     for (const bool isFast : {false, true}) {
         ZStringDictionary fallback(isFast);
         LoadText(fallback, u"$$$/a=fallback\n$$$/b=fallback\n");
@@ -261,13 +261,13 @@ TEST_P(BothStores, AsksAFallbackOfEitherStore) {
     }
 }
 
-TEST_F(FastDictionary, LeavesTheFallbackSlotOfAnotherAlone) {
+TEST_F(FastDictionary, LeavesAFallbackSlotThatHoldsAnother) {
     State().fallback = &dictionary;
     ZStringDictionary::Create(true).reset();
     EXPECT_EQ(State().fallback, &dictionary);
 }
 
-TEST_F(FastDictionary, LosesNothingWhenMemoryRunsOutInALoad) {
+TEST_F(FastDictionary, LeaksNothingWhenMemoryRunsOutInALoad) {
     std::u16string text;
     for (int i = 0; i < 30; ++i)
         text += u"\"$$$/key/" + std::u16string(1, static_cast<char16_t>(u'A' + i)) + u"=^C value\"\n";
@@ -279,7 +279,7 @@ TEST_F(FastDictionary, LosesNothingWhenMemoryRunsOutInALoad) {
             ZString found;
             loaded.Lookup(found, "$$$/absent=some default text", &kEncodingUtf8);
         } catch (const std::bad_alloc&) {
-            // Nothing may be left behind, which the caller checks.
+            // The caller checks that nothing is leaked.
         }
     });
     EXPECT_GT(failures, 60u);

@@ -1,4 +1,4 @@
-// What the reader makes of one compiled dictionary of version 2, right and wrong.
+// Reading one compiled dictionary of version 2, right and wrong.
 #include "unit/dictionaries/files/binary_support.h"
 
 #include "dictionaries/translation.h"
@@ -17,7 +17,7 @@ const std::vector<std::pair<std::string, std::u16string>> kEntries = {
 
 struct Loaded : ZStringDictionary {
     explicit Loaded(const std::string& bytes, bool fast = true) : ZStringDictionary(fast) {
-        // A copy of exactly this size, gone after the load: the store may neither read past it nor keep it.
+        // A copy of exactly this size, freed after the load: the store may neither read past it nor keep it.
         const std::unique_ptr<char[]> copy(new char[bytes.size()]);
         bytes.copy(copy.get(), bytes.size());
         LoadBytes(*this, {copy.get(), bytes.size()});
@@ -33,7 +33,7 @@ TEST_F(BinaryBlock, IsReadFieldByField) {
                                   .Bytes("ZString Binary Format")
                                   .U8(2)
                                   .U8(1)
-                                  .U8(99) // version 2.1; the conversion code says nothing
+                                  .U8(99) // version 2.1; the conversion code has no meaning
                                   .U8(0)  // little-endian
                                   .U32(3)
                                   .Bytes("abc") // header text
@@ -128,7 +128,7 @@ TEST_F(BinaryBlock, OfAnotherVersionLoadsNothingAndKeepsTheStatus) {
     }
 }
 
-TEST_F(BinaryBlock, ClearsTheStatusWhenTheHeaderIsNotFollowedByAnything) {
+TEST_F(BinaryBlock, ClearsTheStatusWhenNothingFollowsTheHeader) {
     const std::string header = Header(2, 1);
     EXPECT_FALSE(Loaded(std::string("ZString Binary Format")).IsGood());
     EXPECT_FALSE(Loaded(header.substr(0, 22)).IsGood());
@@ -137,16 +137,16 @@ TEST_F(BinaryBlock, ClearsTheStatusWhenTheHeaderIsNotFollowedByAnything) {
     EXPECT_TRUE(Loaded(header + '\0').IsGood());
 }
 
-TEST_F(BinaryBlock, OfWhichAByteOfTheMagicIsWrongIsText) {
+TEST_F(BinaryBlock, WithAWrongByteInTheMagicIsText) {
     std::string bytes = BinaryFile{.entries = kEntries}.Written();
     bytes[20] = 'T';
     const Loaded dictionary(bytes);
     EXPECT_EQ(Found(dictionary, "/a=default"), u"default");
-    // The text reader takes what stands before the first NUL for a key.
+    // The text reader takes the text before the first NUL as a key.
     EXPECT_EQ(dictionary.Entries().TotalIds(), 1u);
 }
 
-TEST_F(BinaryBlock, MakesADictionaryOfChainsFast) {
+TEST_F(BinaryBlock, TurnsADictionaryOfChainsIntoAFastOne) {
     const Loaded dictionary(BinaryFile{.entries = kEntries}.Written(), false);
     EXPECT_TRUE(dictionary.IsFast());
     EXPECT_EQ(Found(dictionary, "/a"), u"one");
@@ -210,7 +210,7 @@ TEST_F(BinaryBlock, CountsAnEntryWithoutAKeyAsDropped) {
     EXPECT_EQ(dictionary.Entries().LiveEntries(), 1u);
 }
 
-TEST_F(BinaryBlock, CanBeChangedAsOneThatWasAddedEntryByEntry) {
+TEST_F(BinaryBlock, CanBeChangedLikeOneThatWasAddedEntryByEntry) {
     Loaded dictionary(BinaryFile{.entries = kEntries, .notes = {{1, u"note"}}});
     EXPECT_EQ(AddText(dictionary, "/a", u"a much longer value"), 0);
     EXPECT_EQ(AddText(dictionary, "/b/longer", u"short"), 1);
@@ -224,7 +224,7 @@ TEST_F(BinaryBlock, CanBeChangedAsOneThatWasAddedEntryByEntry) {
     EXPECT_EQ(NoteOfId(dictionary, 1), u"a longer note");
 }
 
-TEST_F(BinaryBlock, WhoseValuesShareBytesChangesBothInPlace) {
+TEST_F(BinaryBlock, WithValuesThatShareBytesChangesBothInPlace) {
     Loaded dictionary(
         BinaryFile{.entries = {{"/a", u"same"}, {"/b", u""}}, .valuePlaces = {{{0, 8}, {0, 8}}}});
     AddText(dictionary, "/a", u"ours");
@@ -260,7 +260,7 @@ std::vector<BinaryFile> SamplesWithEveryField() {
     return {file, big, old, keyless};
 }
 
-TEST_F(BinaryBlock, CutAnywhereKeepsItsCountsAndWhatIsWhole) {
+TEST_F(BinaryBlock, CutAnywhereKeepsItsCountsAndWholeEntries) {
     for (const BinaryFile& file : SamplesWithEveryField()) {
         const std::string bytes = file.Written();
         for (std::size_t length = 2; length < bytes.size(); ++length) {
@@ -272,24 +272,24 @@ TEST_F(BinaryBlock, CutAnywhereKeepsItsCountsAndWhatIsWhole) {
                 const std::u16string found = Found(dictionary, kEntries[id].first.c_str());
                 EXPECT_TRUE(found.empty() || found == kEntries[id].second) << length;
             }
-            // The store goes on working.
+            // The store can still be used.
             AddText(dictionary, "/a", u"mended, and longer");
             EXPECT_EQ(Found(dictionary, "/a"), u"mended, and longer") << length;
         }
     }
 }
 
-TEST_F(BinaryBlock, CutBehindItsCountsHasIdsWithoutTexts) {
+TEST_F(BinaryBlock, CutAfterItsCountsHasIdsWithoutTexts) {
     const std::string bytes = BinaryFile{.entries = kEntries}.Written();
-    constexpr std::size_t kBehindLiveCount = 29 + 4 + 1 + 4 + 4;
-    EXPECT_EQ(Loaded(bytes.substr(0, kBehindLiveCount - 1)).Entries().TotalIds(), 0u);
-    const Loaded dictionary(bytes.substr(0, kBehindLiveCount));
+    constexpr std::size_t kAfterLiveCount = 29 + 4 + 1 + 4 + 4;
+    EXPECT_EQ(Loaded(bytes.substr(0, kAfterLiveCount - 1)).Entries().TotalIds(), 0u);
+    const Loaded dictionary(bytes.substr(0, kAfterLiveCount));
     EXPECT_EQ(dictionary.Entries().TotalIds(), 3u);
     EXPECT_EQ(dictionary.Entries().LiveEntries(), 3u);
     EXPECT_EQ(ValueOfId(dictionary, 0), u"");
 }
 
-TEST_F(BinaryBlock, CutBehindItsListsAnswers) {
+TEST_F(BinaryBlock, CutAfterItsListsStillAnswers) {
     const std::string bytes = BinaryFile{.entries = kEntries}.Written();
     const Loaded dictionary(bytes.substr(0, bytes.size() - 4));
     for (const auto& [key, value] : kEntries) EXPECT_EQ(Found(dictionary, (key + "=default").c_str()), value);
@@ -302,7 +302,7 @@ TEST_F(BinaryBlock, CutInItsNotesStillAnswers) {
     EXPECT_EQ(NoteOfId(dictionary, 0), u"");
 }
 
-TEST_F(BinaryBlock, WithBytesBehindItsEndIsReadAsWithout) {
+TEST_F(BinaryBlock, IgnoresBytesAfterItsEnd) {
     EXPECT_EQ(Found(Loaded(BinaryFile{.entries = kEntries}.Written() + "more"), "/a"), u"one");
 }
 
@@ -325,7 +325,7 @@ TEST_F(BinaryBlock, HasAbsentTextsWhereOffsetsAndLengthsLeaveTheirArea) {
     }
 }
 
-TEST_F(BinaryBlock, WithCountsBeyondTheFileReadsNothingBehindThem) {
+TEST_F(BinaryBlock, WithCountsBeyondTheFileReadsNothingAfterThem) {
     for (const std::uint32_t count : {4u, 1000u, 0x40000000u, 0xFFFFFFFFu}) {
         Loaded dictionary(BinaryFile{.entries = kEntries, .entryCount = count});
         EXPECT_EQ(dictionary.Entries().TotalIds(), count);
@@ -336,7 +336,7 @@ TEST_F(BinaryBlock, WithCountsBeyondTheFileReadsNothingBehindThem) {
     }
 }
 
-TEST_F(BinaryBlock, DoesNotTakeALineWhenNoIdIsLeft) {
+TEST_F(BinaryBlock, RefusesALineWhenNoIdIsLeft) {
     Loaded dictionary(BinaryFile{.entries = kEntries, .entryCount = 0xFFFFFFFF});
     EXPECT_TRUE(dictionary.IsGood());
     LoadText(dictionary, u"/new=x");
@@ -352,7 +352,7 @@ TEST_F(BinaryBlock, WithMoreListsThanBucketsReadsNoList) {
     EXPECT_EQ(Found(Loaded(BinaryFile{.entries = kEntries, .lists = lists}), "/a=default"), u"one");
 }
 
-TEST_F(BinaryBlock, SkipsListsOfBucketsThatAreNone) {
+TEST_F(BinaryBlock, SkipsListsOfBucketsThatDoNotExist) {
     for (const std::uint32_t bucket : {1021u, 1022u, 0xFFFFu}) {
         const Loaded dictionary(
             BinaryFile{.entries = kEntries, .lists = {{{bucket, {1, 2}}, {KeyBucket("/a"), {0}}}}});
@@ -372,12 +372,12 @@ TEST_F(BinaryBlock, KeepsTheListsBeforeOneThatDoesNotFit) {
     EXPECT_EQ(Found(dictionary, "/c=default"), u"default");
 }
 
-TEST_F(BinaryBlock, ReadsNoNotesBehindAListThatDoesNotFit) {
+TEST_F(BinaryBlock, ReadsNoNotesAfterAListThatDoesNotFit) {
     std::string bytes =
         BinaryFile{.entries = kEntries, .lists = {{{KeyBucket("/a"), {0}}, {KeyBucket("/c"), {1}}}}}
             .Written();
     bytes.replace(bytes.size() - 16, 4, "\xFF\xFF\xFF\xFF");
-    // With the second list left out, its id and what follows would be one note of the first entry.
+    // Without the second list, its id and the bytes after it would be one note of the first entry.
     bytes += FieldWriter(std::endian::little).U32(0).U32(0).U16(0).Written();
     EXPECT_EQ(NoteOfId(Loaded(bytes), 0), u"no note");
 }
@@ -401,7 +401,7 @@ TEST_F(BinaryBlock, StoresNoIdBeyondItsEntries) {
         .entries = kEntries, .lists = {{{KeyBucket("/a"), {3, 0xFFFFFFFF, 0}}, {KeyBucket("/x"), {3, 4}}}}});
     EXPECT_EQ(dictionary.Entries().Bucket(KeyBucket("/a")), (std::vector<std::uint32_t>{0}));
     EXPECT_EQ(Found(dictionary, "/a"), u"one");
-    // Nor does such an id mean an entry that comes later.
+    // Such an id does not mean a later entry either.
     AddText(dictionary, "/x", u"mine");
     EXPECT_EQ(dictionary.Entries().Bucket(KeyBucket("/x")), (std::vector<std::uint32_t>{3}));
 }
@@ -414,12 +414,12 @@ TEST_F(BinaryBlock, SearchesTheListsOfOneBucketInTheirOrder) {
     EXPECT_EQ(Found(dictionary, "/a"), u"first");
 }
 
-TEST_F(BinaryBlock, AnswersAlikeWithoutTheLongKeysThatAreTooMuchForAnIndex) {
+TEST_F(BinaryBlock, AnswersAlikeWhenALongKeyIsListedTooOftenForAnIndex) {
     const std::string longKey(65535, 'k');
     const std::uint32_t bucket = KeyBucket(longKey);
     std::string key = "/0";
     for (int i = 1; KeyBucket(key) != bucket; ++i) key = "/" + std::to_string(i);
-    // So often that to hash the long one each time would take longer than any test may.
+    // Hashing the long key this often would take longer than any test may.
     std::vector<std::uint32_t> ids(10'000'000, 0);
     ids.push_back(1);
     Loaded dictionary(
@@ -471,17 +471,17 @@ TEST_F(BinaryBlock, LeavesTheStoreAsItWasWhenMemoryRunsOut) {
                    .notes = {{1, u"note"}},
                    .headerText = "another header text"}
             .Written();
-    Found(ZStringDictionary(true), "/a"); // makes the empty value, which stays
-    for (const bool isBehind : {false, true}) {
+    Found(ZStringDictionary(true), "/a"); // makes the shared empty value, which is never freed
+    for (const bool isSecond : {false, true}) {
         const std::size_t failures = ForEveryFailingAllocation([&] {
             ZStringDictionary* made = nullptr;
             try {
                 ZStringDictionary dictionary(true);
                 made = &dictionary;
-                if (isBehind) LoadBytes(dictionary, first);
+                if (isSecond) LoadBytes(dictionary, first);
                 const std::uint32_t ids = dictionary.Entries().TotalIds();
                 try {
-                    LoadBytes(dictionary, isBehind ? second : first);
+                    LoadBytes(dictionary, isSecond ? second : first);
                 } catch (const std::bad_alloc&) {
                     EXPECT_EQ(dictionary.Entries().TotalIds(), ids);
                     EXPECT_EQ(dictionary.Entries().LiveEntries(), ids);
@@ -491,10 +491,10 @@ TEST_F(BinaryBlock, LeavesTheStoreAsItWasWhenMemoryRunsOut) {
                     EXPECT_EQ(dictionary.HeaderText(), ids == 0 ? "" : "text");
                 }
             } catch (const std::bad_alloc&) {
-                EXPECT_TRUE(made == nullptr || isBehind);
+                EXPECT_TRUE(made == nullptr || isSecond);
             }
         });
-        EXPECT_GT(failures, isBehind ? 12u : 5u);
+        EXPECT_GT(failures, isSecond ? 12u : 5u);
     }
 }
 

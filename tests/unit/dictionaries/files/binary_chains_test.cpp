@@ -44,7 +44,7 @@ std::string Version10(const std::vector<Bucket>& buckets, int conversionCode = 0
             items.U32(static_cast<std::uint32_t>(item.value.size())).Bytes(item.value);
         }
     }
-    // The number of the last row says nothing.
+    // The number of the last row has no meaning.
     return file.U16(0xFFFF).U32(offset()).Bytes(items.Written()).Written();
 }
 
@@ -105,7 +105,7 @@ TEST_P(BinaryChains, AreNotReadByAFastDictionary) {
     EXPECT_NE(fast.Chains().Find("/a"), nullptr);
 }
 
-TEST_P(BinaryChains, KeepTheOrderOfABucketInFrontOfWhatWasThere) {
+TEST_P(BinaryChains, KeepTheOrderOfABucketBeforeOlderItems) {
     const std::uint32_t bucket = KeyBucket("/a");
     LoadText(dictionary, u"/a=oldest");
     LoadBytes(dictionary, Write({{bucket, {{"/a", Utf16(u"first")}, {"/a", Utf16(u"second")}}}}));
@@ -132,7 +132,7 @@ TEST_P(BinaryChains, KeepTheItemsBeforeAValueThatDoesNotDecode) {
     EXPECT_EQ(Found(dictionary, "/c=default"), u"default");
 }
 
-TEST_P(BinaryChains, ThatDoNotDecodeAreALogicErrorOfThePopulation) {
+TEST_P(BinaryChains, ThatDoNotDecodeThrowALogicErrorFromThePopulation) {
     const std::string bytes = Write(BucketsOf({{"/a", "good"}, {"/b", "\xFF\xFE"}}), 1);
     try {
         brixen::zeve::PopulateDictionary(bytes.data(), static_cast<std::int64_t>(bytes.size()));
@@ -148,7 +148,7 @@ TEST_P(BinaryChains, OfNoBucketsAreGood) {
     EXPECT_TRUE(dictionary.IsGood());
 }
 
-TEST_P(BinaryChains, SkipBucketsThatAreNone) {
+TEST_P(BinaryChains, SkipBucketsThatDoNotExist) {
     LoadBytes(dictionary,
               Write({{1021, {{"/a", Utf16(u"lost")}}}, {KeyBucket("/b"), {{"/b", Utf16(u"two")}}}}));
     EXPECT_EQ(Found(dictionary, "/a=default"), u"default");
@@ -164,10 +164,10 @@ TEST_P(BinaryChains, CutAnywhereClearTheStatusAndKeepWholeItems) {
         const std::vector<char> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
         LoadBytes(dictionary, {cut.data(), cut.size()});
         EXPECT_FALSE(dictionary.IsGood()) << length;
-        std::size_t there = 0;
-        for (const Item& item : kItems) there += dictionary.Chains().Find(item.key) != nullptr;
-        EXPECT_GE(there, most) << length;
-        most = there;
+        std::size_t present = 0;
+        for (const Item& item : kItems) present += dictionary.Chains().Find(item.key) != nullptr;
+        EXPECT_GE(present, most) << length;
+        most = present;
         EXPECT_TRUE(Found(dictionary, "/a").empty() || Found(dictionary, "/a") == u"one");
     }
     EXPECT_EQ(most, 2u);
@@ -190,20 +190,20 @@ TEST_P(BinaryChains, SurviveAnyByteAnywhere) {
     }
 }
 
-TEST_P(BinaryChains, LeaveNothingBehindWhenMemoryRunsOut) {
+TEST_P(BinaryChains, LeakNothingWhenMemoryRunsOut) {
     const std::string bytes = Write(BucketsOf(kItems));
     const std::size_t failures = ForEveryFailingAllocation([&] {
         try {
             ZStringDictionary dictionary(false);
             LoadBytes(dictionary, bytes);
         } catch (const std::bad_alloc&) {
-            // Nothing may be left behind, which the caller checks.
+            // The caller checks that nothing is leaked.
         }
     });
     EXPECT_GT(failures, 5u);
 }
 
-TEST_F(BinaryChainsOf, Version10CountTheirOffsetsFromTheFirst) {
+TEST_F(BinaryChainsOf, Version10CountOffsetsFromTheFirst) {
     LoadBytes(dictionary, Version10(BucketsOf(kItems), 0, 0x80000000));
     EXPECT_EQ(Found(dictionary, "/b"), u"zw\u00F6lf");
     EXPECT_TRUE(dictionary.IsGood());
@@ -214,7 +214,7 @@ TEST_F(BinaryChainsOf, Version10MayHaveNoRowAtAll) {
     EXPECT_TRUE(dictionary.IsGood());
 }
 
-TEST_F(BinaryChainsOf, Version10ReadNothingWhereOffsetsGoBack) {
+TEST_F(BinaryChainsOf, Version10ReadNothingWhereOffsetsDecrease) {
     const std::string bytes = FieldWriter()
                                   .Bytes(Header(1, 0))
                                   .U16(3)

@@ -1,4 +1,4 @@
-// Several compiled dictionaries in one store: overlays, files made to sit behind others, refusal.
+// Several compiled dictionaries in one store: overlays, files made to follow others, refusal.
 #include "unit/dictionaries/files/binary_support.h"
 
 #include <numeric>
@@ -50,7 +50,7 @@ TEST_F(BinaryOverlay, OfOldKeysAloneIsDropped) {
     EXPECT_EQ(dictionary.Entries().BlockCount(), 1u);
 }
 
-TEST_F(BinaryOverlay, ThatIsDroppedTakesItsOtherIdsOutOfTheBuckets) {
+TEST_F(BinaryOverlay, ThatIsDroppedRemovesItsOtherIdsFromTheBuckets) {
     // One live entry by its count, of two that it has.
     Load({.entries = {{"/a", u"eins"}, {"/c", u"drei"}}, .liveCount = 1});
     EXPECT_EQ(At("/a"), u"eins");
@@ -65,13 +65,13 @@ TEST_F(BinaryOverlay, WithoutLiveEntriesStillReplaces) {
     EXPECT_EQ(Live(), 2u);
 }
 
-TEST_F(BinaryOverlay, CountsNoLiveEntryBelowNothing) {
+TEST_F(BinaryOverlay, NeverCountsLiveEntriesBelowZero) {
     Load({.entries = {{"/a", u"eins"}, {"/b", u"zwei"}, {"/c", u"drei"}}, .liveCount = 1});
     EXPECT_EQ(Total(), 2u);
     EXPECT_EQ(Live(), 2u);
 }
 
-TEST_F(BinaryOverlay, ReplacesTheSameKeyAsOftenAsItHasIt) {
+TEST_F(BinaryOverlay, ReplacesAKeyAsOftenAsTheFileHasIt) {
     Load(
         {.entries = {
              {"/a", u"a long first one"}, {"/a", u"x"}, {"/a", u"longest of all of them"}, {"/a", u"last"}}});
@@ -80,14 +80,14 @@ TEST_F(BinaryOverlay, ReplacesTheSameKeyAsOftenAsItHasIt) {
 }
 
 TEST_F(BinaryOverlay, ReplacesByTheLengthThatTheValueHasThen) {
-    // Both values are the same bytes: what is written in place is seen by the other.
+    // Both values are the same bytes: a change in place shows in the other.
     Load({.entries = {{"/c", u"origin"}, {"/d", u""}}, .valuePlaces = {{{0, 12}, {0, 12}}}});
     Load({.entries = {{"/c", u"x"}, {"/c", u"longer"}, {"/c", u"in"}}});
     EXPECT_EQ(At("/c"), u"in");
     EXPECT_EQ(At("/d"), u"xrigin");
 }
 
-TEST_F(BinaryOverlay, ComparesOnlyWithWhatWasThereBefore) {
+TEST_F(BinaryOverlay, ComparesOnlyWithOlderEntries) {
     Load({.entries = {{"/c", u"first"}, {"/c", u"second"}}});
     EXPECT_EQ(At("/c"), u"first");
     EXPECT_EQ(Live(), 4u);
@@ -112,7 +112,7 @@ TEST_F(BinaryOverlay, DoesNotCompareKeysOf1024Bytes) {
     EXPECT_EQ(Live(), 5u);
 }
 
-TEST_F(BinaryOverlay, FindsOldKeysInTheBucketThatItNames) {
+TEST_F(BinaryOverlay, FindsOldKeysOnlyInTheBucketOfItsOwnList) {
     const std::uint32_t foreign = (KeyBucket("/hidden") + 1) % kestrel_private::kBucketCount;
     Load({.entries = {{"/hidden", u"old"}}, .lists = {{{foreign, {0}}}}});
     Load({.entries = {{"/hidden", u"new"}}, .lists = {{{foreign, {0}}}}});
@@ -122,7 +122,7 @@ TEST_F(BinaryOverlay, FindsOldKeysInTheBucketThatItNames) {
     EXPECT_EQ(At("/hidden"), u"newest");
 }
 
-TEST_F(BinaryOverlay, GivesTheSameAnswersInLargeBuckets) {
+TEST_F(BinaryOverlay, AnswersAlikeInLargeBuckets) {
     // Padded numbers share a bucket.
     Entries old;
     for (int i = 0; i < 300; ++i) old.push_back({"/pane_" + std::to_string(1000 + i) + "/title", u"old"});
@@ -140,7 +140,7 @@ TEST_F(BinaryOverlay, GivesTheSameAnswersInLargeBuckets) {
 }
 
 // Lays `count` entries over old ones of the same keys. All share one value of `bytes` bytes, and the file is
-// padded to `fileSize`. True when the overlay was taken.
+// padded to `fileSize`. Returns whether the overlay was taken.
 bool TakesSharedValues(int count, std::uint32_t bytes, std::size_t fileSize = 0) {
     Entries old;
     for (int i = 0; i < count; ++i) old.push_back({"/" + std::to_string(i), u""});
@@ -175,9 +175,9 @@ TEST_F(BinaryOverlay, MayUnfoldToSixtyFourTimesItsFile) {
     EXPECT_FALSE(TakesSharedValues(100, 0x8000, kEnough - 1));
 }
 
-// --- Files made to sit behind others
+// --- Files made to follow others
 
-TEST_F(BinaryOverlay, MadeToSitHereIsTakenAsItStands) {
+TEST_F(BinaryOverlay, MadeToFollowIsTakenUnchanged) {
     Load({.entries = {{"/a", u"hidden"}, {"/c", u"three"}}, .firstId = 2});
     EXPECT_EQ(At("/a"), u"one");
     EXPECT_EQ(At("/c"), u"three");
@@ -186,7 +186,7 @@ TEST_F(BinaryOverlay, MadeToSitHereIsTakenAsItStands) {
     EXPECT_EQ(Live(), 4u);
 }
 
-TEST_F(BinaryOverlay, MadeToSitElsewhereIsRefused) {
+TEST_F(BinaryOverlay, MadeForAnotherPlaceIsRefused) {
     for (const std::uint32_t firstId : {1u, 3u, 0xFFFFFFFFu}) {
         Load({.entries = {{"/a", u"eins"}, {"/c", u"drei"}}, .headerText = "kept", .firstId = firstId});
         EXPECT_EQ(At("/a"), u"one");
@@ -219,7 +219,7 @@ TEST_F(BinaryOverlay, KeepsItsOwnNotesAfterOthers) {
     EXPECT_EQ(NoteOfId(dictionary, 3), u"note of d");
 }
 
-TEST_F(BinaryOverlay, MadeToSitBehindOthersBeginsAtNothingWhenItComesFirst) {
+TEST_F(BinaryOverlay, MadeToFollowOthersBeginsAtIdZeroWhenItIsFirst) {
     ZStringDictionary dictionary(true);
     LoadBytes(dictionary, BinaryFile{.entries = {{"/a", u"one"}}, .firstId = 77}.Written());
     EXPECT_EQ(dictionary.Entries().Find("/a"), 0u);
@@ -233,7 +233,7 @@ TEST_F(BinaryOverlay, StoresNoIdBeyondItsEntries) {
     EXPECT_EQ(dictionary.Entries().Bucket(KeyBucket("/c")), (std::vector<std::uint32_t>{2}));
 }
 
-TEST_F(BinaryOverlay, ThatWouldTakeTheIdsPastTheirEndIsRefused) {
+TEST_F(BinaryOverlay, ThatWouldExceedTheLastIdIsRefused) {
     Load({.entries = {{"/a", u"eins"}}, .entryCount = 0xFFFFFFFE});
     EXPECT_EQ(Total(), 2u);
     EXPECT_EQ(At("/a"), u"one");
@@ -247,7 +247,7 @@ TEST_F(BinaryOverlay, ThatWouldTakeTheIdsPastTheirEndIsRefused) {
     EXPECT_EQ(At("/b"), u"replaced");
 }
 
-TEST_F(BinaryOverlay, WithLiveEntriesButNoneAtAllTakesNoId) {
+TEST_F(BinaryOverlay, WithALiveCountButNoEntryUsesNoId) {
     ZStringDictionary dictionary(true);
     LoadBytes(dictionary, BinaryFile{.liveCount = 3, .lists = {{{KeyBucket("/a"), {0, 1}}}}}.Written());
     EXPECT_EQ(dictionary.Entries().BlockCount(), 1u);

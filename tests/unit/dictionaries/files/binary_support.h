@@ -1,4 +1,4 @@
-// Compiled dictionaries written field by field, so that a test can make each of them wrong.
+// Compiled dictionaries written field by field, so that a test can make any field wrong.
 #pragma once
 
 #include "unit/dictionaries/dictionary_support.h"
@@ -14,7 +14,7 @@
 
 namespace pavane_test {
 
-// Fields one behind the other, in one byte order.
+// Writes fields one after the other, in one byte order.
 class FieldWriter {
 public:
     explicit FieldWriter(std::endian order = std::endian::native) : isLittle(order == std::endian::little) {}
@@ -54,7 +54,7 @@ inline std::string Header(int major, int minor, int conversionCode = 0) {
         .Written();
 }
 
-// A file of version 2. What is left open is made to fit the entries.
+// A file of version 2. Fields without a value are made to fit the entries.
 struct BinaryFile {
     using List = std::pair<std::uint32_t, std::vector<std::uint32_t>>;
     struct Text {

@@ -1,4 +1,4 @@
-// The same dictionary as text and compiled: every key has the same answer.
+// One dictionary as text and compiled: every key has the same answer in both.
 #include "unit/dictionaries/files/binary_support.h"
 
 #include "tools/dictionary_compiler.h"
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 class BinaryText : public DictionaryTest {};
 
-// Of ASCII and Latin-1 alone.
+// For texts of ASCII and Latin-1 only.
 std::u16string Wide(std::string_view text) { return {text.begin(), text.end()}; }
 
 std::u16string CopiedOut(const ZStringDictionary& dictionary, const std::string& key) {
@@ -54,7 +54,7 @@ void ExpectSameFromCompiled(const std::string& utf8, const std::u16string& utf16
     }
 }
 
-TEST_F(BinaryText, AnswersAsTheTextForEveryEscapeAndEntity) {
+TEST_F(BinaryText, AnswersLikeTheTextForEveryEscapeAndEntity) {
     const std::string source = "\"$$$/escapes=^Q^[^]^{^}^C^R^T^D^B^#^!^I^S^n^r^^ ^0 ^1^\"\r\n"
                                "  a comment \"$$$/quoted=say \\\"hi\\\"\\n\\t\\\\\" and another\n"
                                "\n"
@@ -66,13 +66,13 @@ TEST_F(BinaryText, AnswersAsTheTextForEveryEscapeAndEntity) {
     ExpectSameFromCompiled(source, Wide(source));
 }
 
-TEST_F(BinaryText, AnswersAsTheTextForEveryKindOfCharacter) {
+TEST_F(BinaryText, AnswersLikeTheTextForEveryKindOfCharacter) {
     ExpectSameFromCompiled(
         "\"$$$/a=\xE6\x97\xA5\xE6\x9C\xAC \xD7\xA9 \xF0\x9F\x98\x80 \xC3\xA9\"\n\"$$$/k\xC3\xA9y=x\"\n",
         u"\"$$$/a=\u65E5\u672C \u05E9 \U0001F600 \u00E9\"\n\"$$$/k\u00E9y=x\"\n");
 }
 
-TEST_F(BinaryText, AnswersAsTheTextForManyKeys) {
+TEST_F(BinaryText, AnswersLikeTheTextForManyKeys) {
     std::string source;
     for (int i = 0; i < 5000; ++i) {
         const std::string number = std::to_string(i);
@@ -98,7 +98,7 @@ TEST_F(BinaryText, KeepsNotes) {
     }
 }
 
-TEST_F(BinaryText, KeepsThePlaceOfADroppedEntry) {
+TEST_F(BinaryText, KeepsTheIdOfADroppedEntry) {
     ZStringDictionary compiled(true);
     LoadBytes(compiled,
               pavane_tools::WriteDictionary({{"/a", u"one", {}}, {"", u"", {}}, {"/c", u"three", {}}}));
@@ -109,7 +109,7 @@ TEST_F(BinaryText, KeepsThePlaceOfADroppedEntry) {
     EXPECT_EQ(compiled.Entries().Find(""), std::nullopt);
 }
 
-TEST_F(BinaryText, IsWrittenToSitBehindAnother) {
+TEST_F(BinaryText, CanBeWrittenToFollowAnother) {
     ZStringDictionary compiled(true);
     LoadBytes(compiled, pavane_tools::WriteDictionary({{"/a", u"one", {}}}));
     LoadBytes(compiled, pavane_tools::WriteDictionary({{"/b", u"two", {}}}, {.firstId = 9}));
@@ -118,7 +118,7 @@ TEST_F(BinaryText, IsWrittenToSitBehindAnother) {
     EXPECT_EQ(Found(compiled, "/b=default"), u"two");
 }
 
-TEST_F(BinaryText, IsWrittenWithoutKeys) {
+TEST_F(BinaryText, CanBeWrittenWithoutKeys) {
     const std::string bytes =
         pavane_tools::WriteDictionary({{"/a", u"one", {}}, {"", u"two", {}}}, {.hasKeys = false});
     // No list either.
@@ -137,8 +137,8 @@ std::string ReadFile(const fs::path& path) {
     return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
 }
 
-// What the build laid beside the programs.
-TEST_F(BinaryText, AsShippedAnswersAsItsSource) {
+// Reads the dictionaries that the build put beside the programs.
+TEST_F(BinaryText, AsShippedAnswersLikeItsSource) {
     const fs::path sources =
         fs::path(PAVANE_TEST_DATA).parent_path().parent_path() / "resources" / "dictionaries";
     ASSERT_TRUE(fs::exists("PVResources")) << "run it in the folder of the programs";

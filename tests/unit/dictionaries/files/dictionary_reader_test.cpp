@@ -41,13 +41,13 @@ std::optional<Lines> LinesOf(const std::string& bytes) {
     return AllLines(*reader);
 }
 
-TEST(MakeReader, NeedsTwoBytes) {
+TEST(MakeReader, NeedsAtLeastTwoBytes) {
     EXPECT_FALSE(LinesOf("").has_value());
     EXPECT_FALSE(LinesOf("a").has_value());
     EXPECT_EQ(LinesOf("ab"), (Lines{u"ab"}));
 }
 
-TEST(MakeReader, GoesByTheMark) {
+TEST(MakeReader, ChoosesTheReaderByTheMark) {
     EXPECT_EQ(LinesOf(LittleEndian(u"ab")), (Lines{u"ab"}));
     EXPECT_EQ(LinesOf(BigEndian(u"ab\u20AC")), (Lines{u"ab\u20AC"}));
     EXPECT_EQ(LinesOf("\xFF\xFE"), Lines{});
@@ -63,7 +63,7 @@ TEST(UnicodeReader, EndsLinesAtEverySeparator) {
     EXPECT_EQ(LinesOf(BigEndian(u"a\nb\rc\u2028d\u2029")), (Lines{u"a", u"b", u"c", u"d"}));
 }
 
-TEST(UnicodeReader, GivesAnEmptyLineBetweenCarriageReturnAndLineFeed) {
+TEST(UnicodeReader, ReturnsAnEmptyLineBetweenCarriageReturnAndLineFeed) {
     EXPECT_EQ(LinesOf(LittleEndian(u"a\r\nb\r\n")), (Lines{u"a", u"", u"b", u""}));
 }
 
@@ -72,7 +72,7 @@ TEST(UnicodeReader, EndsTheTextAtANul) {
     EXPECT_EQ(LinesOf(LittleEndian(std::u16string_view(u"\0c", 2))), Lines{});
 }
 
-TEST(UnicodeReader, TakesHalfAUnitForTheEnd) {
+TEST(UnicodeReader, EndsTheTextAtHalfAUnit) {
     EXPECT_EQ(LinesOf(LittleEndian(u"ab") + "c"), (Lines{u"ab"}));
     EXPECT_EQ(LinesOf(BigEndian(u"a\n") + "c"), (Lines{u"a"}));
 }
@@ -89,17 +89,17 @@ TEST(UnicodeReader, TakesLinesOfAnyLength) {
     }
 }
 
-TEST(ByteSwapUnicodeReader, GivesTheLinesThatTheOtherOrderGives) {
+TEST(ByteSwapUnicodeReader, ReturnsTheSameLinesAsTheOtherOrder) {
     for (const char16_t end : {u'\n', u'\r', u'\u2028', u'\u2029', u'\0', u'\u0A00', u'\u2820'}) {
         for (const std::size_t length : {0U, 1U, 255U, 256U, 257U, 1000U}) {
-            const std::u16string text = std::u16string(length, u'\u20AC') + end + u"behind\nit";
+            const std::u16string text = std::u16string(length, u'\u20AC') + end + u"after\nit";
             const auto lines = LinesOf(BigEndian(text));
             EXPECT_EQ(lines, LinesOf(LittleEndian(text))) << length;
         }
     }
 }
 
-TEST(MultibyteReader, ReadsTheProcessesCodePage) {
+TEST(MultibyteReader, ReadsTheCodePageOfTheProcess) {
     EXPECT_EQ(LinesOf("a\x80\nb\xE9\rc"), (Lines{u"a\u20AC", u"b\u00E9", u"c"}));
     EXPECT_EQ(LinesOf("\xE2\x82\xAC"), (Lines{u"\u00E2\u201A\u00AC"}));
 }
@@ -109,7 +109,7 @@ TEST(MultibyteReader, EndsTheTextAtANul) {
     EXPECT_EQ(LinesOf(std::string("\0b", 2)), Lines{});
 }
 
-TEST(MultibyteReader, GivesEmptyLines) {
+TEST(MultibyteReader, ReturnsEmptyLines) {
     EXPECT_EQ(LinesOf("\n\n"), (Lines{u"", u""}));
     EXPECT_EQ(LinesOf("a\r\nb"), (Lines{u"a", u"", u"b"}));
 }

@@ -16,7 +16,7 @@ using namespace kestrel_private;
 
 namespace {
 
-// A block as a compiled file has it: areas, offsets and ready bucket lists.
+// A block of a compiled file: areas, offsets and ready bucket lists.
 class CompiledBlock {
 public:
     explicit CompiledBlock(std::uint32_t firstId = 0) { block.firstId = firstId; }
@@ -99,7 +99,7 @@ struct Entries {
     std::uint32_t Add(std::string_view key, std::string_view value) {
         return array->Add(key, value, std::nullopt);
     }
-    // By either way of asking.
+    // Asks in both ways and expects the same answer.
     std::string ValueOf(std::string_view key) const {
         const auto id = array->Find(key);
         const std::string byId = id ? std::string(array->Value(*id).Text()) : "absent";
@@ -107,7 +107,7 @@ struct Entries {
         EXPECT_EQ(value ? value->Text() : "absent", byId) << key;
         return byId;
     }
-    // Enough of them that the store keeps an index.
+    // Adds enough entries that the store keeps an index.
     void AddNumbered(int count) {
         for (int i = 0; i < count; ++i) Add(KeyNumber(i), "value");
         EXPECT_TRUE(array->IsIndexed());
@@ -128,7 +128,7 @@ TEST(KeyBucket, SamplesEveryFifthOfTheKey) {
     EXPECT_EQ(KeyBucket("abcde"), KeyBucket("a.b.c.d.e."));
 }
 
-TEST(FastArray, GivesIdsInOrder) {
+TEST(FastArray, AssignsIdsInOrder) {
     Entries entries;
     EXPECT_EQ(entries.Add("/a", "1"), 0u);
     EXPECT_EQ(entries.Add("/b", "2"), 1u);
@@ -139,7 +139,7 @@ TEST(FastArray, GivesIdsInOrder) {
     EXPECT_EQ(entries.array->LiveEntries(), 2u);
 }
 
-TEST(FastArray, TellsKeysOfOneBucketApart) {
+TEST(FastArray, DistinguishesKeysOfOneBucket) {
     Entries entries;
     entries.Add("a?b?c?d?e?", "1");
     entries.Add("a!b!c!d!e!", "2");
@@ -190,7 +190,7 @@ TEST(FastArray, FindsEveryEntryBeforeAndAfterItIsIndexed) {
     EXPECT_EQ(entries.array->TotalIds(), 3000u);
 }
 
-TEST(FastArray, GivesReplacedValuesOfEveryLengthFromItsIndex) {
+TEST(FastArray, ReturnsReplacedValuesOfEveryLengthFromItsIndex) {
     Entries entries;
     entries.AddNumbered(3000);
     for (std::size_t length = 0; length < 20; ++length) {
@@ -242,7 +242,7 @@ TEST(FastArray, ReplacesANoteAndDropsOneForAnEntryWithoutANote) {
     EXPECT_EQ(entries.NoteOf(first), "a longer note");
 }
 
-TEST(FastArray, TakesTheFirstNoteOfABlockWithAReplacedValue) {
+TEST(FastArray, StoresTheFirstNoteOfABlockWithAReplacedValue) {
     Entries entries;
     const std::uint32_t id = entries.array->Add("/a", "1", std::nullopt);
     entries.array->Add("/a", "2", "note");
@@ -271,7 +271,7 @@ TEST(FastArrayBlock, OverlaysOlderEntriesOfTheSameKey) {
     EXPECT_EQ(entries.array->Value(2).length, 0u);
 }
 
-// An overlay of old keys alone leaves the index as it is, but for the values.
+// An overlay of old keys alone changes nothing in the index but the values.
 TEST(FastArrayBlock, ReplacesValuesInAnIndex) {
     Entries entries;
     entries.AddNumbered(3000);
@@ -283,7 +283,7 @@ TEST(FastArrayBlock, ReplacesValuesInAnIndex) {
     EXPECT_EQ(entries.ValueOf(KeyNumber(6)), "value");
 }
 
-TEST(FastArrayBlock, IsRefusedAtAnotherPlaceThanItWasMadeFor) {
+TEST(FastArrayBlock, IsRefusedAtAPlaceThatItWasNotMadeFor) {
     Entries entries;
     CompiledBlock().Entry("/a", "1").AddTo(*entries.array);
     CompiledBlock(2).Entry("/a", "2").AddTo(*entries.array);
@@ -325,7 +325,7 @@ TEST(FastArrayBlock, HasAbsentEntriesWhereItsArraysAreCut) {
     EXPECT_EQ(entries.ValueOf("/a"), "mended");
 }
 
-// Scanning a bucket and asking the index have to agree, whatever a file lists where.
+// A scan of the bucket and the index must agree, whichever bucket a file lists a key in.
 TEST(FastArrayBlock, AnswersAlikeWithAndWithoutAnIndexForAKeyInAForeignBucket) {
     Entries entries;
     CompiledBlock()
@@ -338,20 +338,20 @@ TEST(FastArrayBlock, AnswersAlikeWithAndWithoutAnIndexForAKeyInAForeignBucket) {
     for (int i = 0; i < 2000; ++i) ASSERT_EQ(entries.ValueOf(KeyNumber(i)), "y");
 }
 
-TEST(FastArray, LeavesNothingBehindWhenMemoryRunsOut) {
+TEST(FastArray, LeaksNothingWhenMemoryRunsOut) {
     const std::size_t failures = pavane_test::ForEveryFailingAllocation([] {
         try {
             Entries entries;
             for (int i = 0; i < 110; ++i) entries.array->Add(KeyNumber(i), "value", "note");
         } catch (const std::bad_alloc&) {
-            // Nothing may be left behind, which the caller checks.
+            // The caller checks that nothing is leaked.
         }
     });
     EXPECT_GT(failures, 300u);
 }
 
 // The first note of a block makes the arrays of its notes.
-TEST(FastArray, HasNoNoteWhenMemoryRunsOutAtTheFirstOfABlock) {
+TEST(FastArray, HasNoNoteWhenMemoryRunsOutAtTheFirstNoteOfABlock) {
     bool hasFailed = true;
     for (std::size_t n = 1; hasFailed; ++n) {
         Entries entries;
@@ -399,7 +399,7 @@ TEST(FastArray, AddsNoEntryWhenMemoryRunsOutAtItsNote) {
     }
 }
 
-TEST(FastArray, KeepsWhatItHadWhenMemoryRunsOut) {
+TEST(FastArray, KeepsItsEntriesWhenMemoryRunsOut) {
     for (std::size_t n = 1; n < 40; ++n) {
         Entries entries;
         for (int i = 0; i < 90; ++i) entries.Add(KeyNumber(i), "value");

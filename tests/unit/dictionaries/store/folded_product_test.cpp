@@ -17,7 +17,7 @@ TEST(FoldedProduct, FoldsBothHalves) {
     EXPECT_EQ(FoldedProduct(0x123456789, 0x1000000000), 0x12u ^ 0x3456789000000000u);
 }
 
-TEST(FoldedProduct, IsTheSameWithoutWideNumbers) {
+TEST(FoldedProduct, IsTheSameWithoutWideIntegers) {
     std::mt19937_64 random(1);
     for (int i = 0; i < 1000; ++i) {
         const std::uint64_t one = random() >> (i % 64);

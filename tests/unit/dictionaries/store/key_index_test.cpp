@@ -17,7 +17,7 @@ std::optional<std::uint32_t> IdOf(const KeyIndex& index, std::string_view key) {
     return entry ? std::optional(entry->id) : std::nullopt;
 }
 
-TEST(KeyIndex, TellsKeysOfEveryLengthApart) {
+TEST(KeyIndex, DistinguishesKeysOfEveryLength) {
     std::vector<std::string> keys = {""};
     for (std::size_t length = 1; length <= 50; ++length) {
         for (std::size_t place = 0; place < length; ++place) {
@@ -34,7 +34,7 @@ TEST(KeyIndex, TellsKeysOfEveryLengthApart) {
     }
 }
 
-TEST(KeyIndex, GivesTheValueOfAKeyOfAnyLength) {
+TEST(KeyIndex, ReturnsTheValueOfAKeyOfAnyLength) {
     const std::uint8_t values[100] = {};
     std::vector<std::string> keys;
     for (std::size_t length = 0; length < 100; ++length) keys.emplace_back(length, 'k');
@@ -63,7 +63,7 @@ TEST(KeyIndex, KeepsTheFirstIdOfAKey) {
     EXPECT_EQ(index.Find("/a")->value.length, 1u);
 }
 
-// Pairs of words that multiplication and shifts of one well-known factor bring to one sum.
+// Returns keys that a hash by one well-known factor and shifts would all map to one number.
 std::vector<std::string> CollidingKeys(std::uint64_t count) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
     constexpr std::uint64_t kLength = 16;
@@ -85,8 +85,8 @@ std::vector<std::string> CollidingKeys(std::uint64_t count) {
     return keys;
 }
 
-// One by one past all that came before, these would take longer than any test may.
-TEST(KeyIndex, TakesKeysThatWereChosenToCollide) {
+// If each were compared with all earlier ones, these keys would take longer than any test may.
+TEST(KeyIndex, AcceptsManyKeysThatWereChosenToCollide) {
     const std::vector<std::string> keys = CollidingKeys(400'000);
     KeyIndex index;
     index.Start(keys.size());

@@ -91,7 +91,7 @@ TEST(ZString, DecodesBytes) {
     EXPECT_EQ(ZString::FromBytes("", &kEncodingUtf8).Text(), u"");
 }
 
-TEST(ZString, RaisesACodeForBytesThatAreNoText) {
+TEST(ZString, ThrowsACodeForBytesThatAreNotText) {
     try {
         (void)ZString::FromBytes("a\x80", &kEncodingUtf8);
         FAIL();
@@ -106,7 +106,7 @@ TEST(ZStringCopyOut, WritesOnlyTheTerminatorForACapacityOfOne) {
     EXPECT_EQ(std::u16string(buffer.data(), 3), std::u16string(u"\0##", 3));
 }
 
-TEST(ZStringCopyOut, CutsAndRaisesWhenAsked) {
+TEST(ZStringCopyOut, CutsAndThrowsWhenAsked) {
     std::array<char16_t, 4> buffer = {};
     const ZString text(u"abc");
     text.CopyOut(buffer.data(), 4, true);
@@ -133,28 +133,28 @@ TEST(Substitute, FindsAPlaceholderAtAnyPlace) {
     const std::u16string nearly = u"^\u015E\u5E30\u305E"
                                   u"0^1^";
     for (std::size_t before = 0; before < 20; ++before) {
-        for (std::size_t behind = 0; behind < 20; ++behind) {
+        for (std::size_t after = 0; after < 20; ++after) {
             const auto around = [&](std::u16string_view middle) {
                 std::u16string text;
                 while (text.size() < before) text += nearly[text.size() % nearly.size()];
                 text += middle;
-                return text.append(behind, u'0');
+                return text.append(after, u'0');
             };
-            EXPECT_EQ(Substituted(around(u"^0"), 0, u"X"), around(u"X")) << before << " " << behind;
-            EXPECT_EQ(Substituted(around(u"^0^0"), 0, u"XYZ"), around(u"XYZXYZ")) << before << " " << behind;
-            EXPECT_EQ(Substituted(around(u"^2"), 0, u"X"), around(u"^2")) << before << " " << behind;
+            EXPECT_EQ(Substituted(around(u"^0"), 0, u"X"), around(u"X")) << before << " " << after;
+            EXPECT_EQ(Substituted(around(u"^0^0"), 0, u"XYZ"), around(u"XYZXYZ")) << before << " " << after;
+            EXPECT_EQ(Substituted(around(u"^2"), 0, u"X"), around(u"^2")) << before << " " << after;
         }
     }
 }
 
-TEST(Substitute, KeepsHoldingACaretBeforeAnother) {
+TEST(Substitute, KeepsACaretBeforeAnother) {
     EXPECT_EQ(Substituted(u"^^0", 0, u"X"), u"^X");
     EXPECT_EQ(Substituted(u"^^^0^", 0, u"X"), u"^^X^");
     EXPECT_EQ(Substituted(u"^a^0^^", 0, u"X"), u"^aX^^");
     EXPECT_EQ(Substituted(u"^^", 0, u"X"), u"^^");
 }
 
-TEST(Substitute, DoesNotScanWhatItPutIn) {
+TEST(Substitute, DoesNotScanReplacements) {
     EXPECT_EQ(Substituted(u"^0", 0, u"^0^0"), u"^0^0");
     EXPECT_EQ(Substituted(u"^0"
                           u"0",
@@ -162,7 +162,7 @@ TEST(Substitute, DoesNotScanWhatItPutIn) {
               u"^0");
 }
 
-TEST(Substitute, TakesTheCharacterBehindZeroByItsCode) {
+TEST(Substitute, TakesAnIndexAboveNineByItsCharacterCode) {
     EXPECT_EQ(Substituted(u"^:", 10, u"X"), u"X");
     EXPECT_EQ(Substituted(u"a^^", u'^' - u'0', u"X"), u"aX");
 }

@@ -1,4 +1,4 @@
-// The library as a user may have installed it: renamed, in a folder whose name the process's code page lacks.
+// The library as a user may install it: renamed, in a folder whose name the process's code page lacks.
 #include "pavane.h"
 #include "support/temporary_folder.h"
 
@@ -22,7 +22,7 @@ files::path ProgramFolder() {
     return files::path(path).parent_path();
 }
 
-// A copy of what is installed, gone with the object.
+// A copy of the installed files, deleted with the object.
 class Installation {
 public:
     Installation() {
@@ -47,7 +47,7 @@ Function* Exported(const Module& module, const char* name) {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module.get(), name)));
 }
 
-// What the walk through the dialog met.
+// The record of the walk through the dialog.
 struct Walk {
     int titlesSeen = 0;
     std::wstring lastTitle;
@@ -75,8 +75,8 @@ BOOL CALLBACK WalkDialog(HWND window, LPARAM) {
     return FALSE;
 }
 
-// The run's own message loop keeps this timer alive. A walk that does not come to its end within 20 s is
-// broken off, and the test fails by its status.
+// The run's own message loop dispatches this timer. A walk that does not end within 20 s is canceled, and the
+// test fails because of the status.
 void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
     if (++gWalk.ticks > 400) PostQuitMessage(0);
     EnumThreadWindows(GetCurrentThreadId(), WalkDialog, 0);
@@ -110,9 +110,9 @@ TEST(AnyFolder, ARenamedLibraryFindsItsResourcesAndRuns) {
     EXPECT_EQ(RunWelcome(library), PAVANE_SUCCESS);
     EXPECT_EQ(gWalk.titlesSeen, 3);
     EXPECT_EQ(gWalk.lastTitle, L"Getting started: Everything is ready")
-        << "worded by the dictionary of that folder";
+        << "in the words of that folder's dictionary";
 
     files::remove(installation.Resources() / "welcome.exv");
-    EXPECT_EQ(RunWelcome(library), PAVANE_EXCEPTION) << "it looks nowhere else";
+    EXPECT_EQ(RunWelcome(library), PAVANE_EXCEPTION) << "it searches no other folder";
     Exported<decltype(Pavane_Terminate)>(library, "Pavane_Terminate")();
 }

@@ -1,4 +1,4 @@
-// A host that catches a structured exception above Pavane_RunWorkflow: no destructor of the run executes.
+// A host that catches a structured exception above Pavane_RunWorkflow: no destructor of the run is called.
 #include "frame/exports/launcher_table.h"
 #include "frame/exports/run_mark.h"
 #include "frame/frame_state.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr DWORD kForeignException = 0xE06D7363, kOtherCode = 0xE0001234;
 
-DWORD gRaisedCode = 0;    // by the workflow; 0: it succeeds
+DWORD gRaisedCode = 0;    // by the workflow; 0 for none
 bool gTerminates = false; // the workflow calls Pavane_Terminate first
 int gAbandoned = 0;       // calls to free the dialogs
 
@@ -55,7 +55,7 @@ TEST_F(AbandonedRun, EndsBeforeTheHostCatchesTheException) {
     EXPECT_EQ(gAbandoned, 3);
 }
 
-TEST_F(AbandonedRun, CarriesOutADeferredTerminate) {
+TEST_F(AbandonedRun, ExecutesADeferredTerminate) {
     gRaisedCode = kOtherCode;
     gTerminates = true;
     EXPECT_EQ(host_catch::CodeCaughtFrom([] { Pavane_RunWorkflow(1, nullptr); }), kOtherCode);

@@ -21,11 +21,13 @@ TEST(ForeignExceptions, AnExceptionOfAnotherCompilerEndsTheCall) {
 
 TEST(ForeignExceptions, AnyOtherCodePassesTheCatchingFrame) {
     DWORD code = kOtherCode;
-    bool cameBack = false;
-    EXPECT_EQ(CodeCaughtFrom(
-                  [&] { cameBack = CallCatchingForeignExceptions(&RaiseCodeAt, &code), cameBack = true; }),
+    bool hasReturned = false;
+    EXPECT_EQ(CodeCaughtFrom([&] {
+                  (void)CallCatchingForeignExceptions(&RaiseCodeAt, &code);
+                  hasReturned = true;
+              }),
               kOtherCode);
-    EXPECT_FALSE(cameBack);
+    EXPECT_FALSE(hasReturned);
 }
 
 TEST(ForeignExceptions, TheInnermostCatchingFrameCatches) {
@@ -48,7 +50,7 @@ struct UndoneCall {
     static void Undo(void* self) { ++static_cast<UndoneCall*>(self)->undone; }
 };
 
-TEST(ForeignExceptions, WhateverTheHostCatchesIsUndoneOnceBefore) {
+TEST(ForeignExceptions, ACallIsUndoneOnceBeforeTheHostCatchesItsException) {
     for (const DWORD code : {kForeignException, kOtherCode, DWORD(EXCEPTION_ACCESS_VIOLATION)}) {
         UndoneCall call{code};
         EXPECT_EQ(CodeCaughtFrom([&] { CallUndoingWhenLeft(&UndoneCall::Call, &call, &UndoneCall::Undo); }),
@@ -57,7 +59,7 @@ TEST(ForeignExceptions, WhateverTheHostCatchesIsUndoneOnceBefore) {
     }
 }
 
-TEST(ForeignExceptions, WhatIsCaughtInsideTheCallUndoesNothing) {
+TEST(ForeignExceptions, AnExceptionCaughtInsideTheCallUndoesNothing) {
     struct Inner {
         static void Call(void*) {
             EXPECT_EQ(CodeCaughtFrom([] { Raise(kOtherCode); }), kOtherCode);

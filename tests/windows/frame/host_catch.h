@@ -14,7 +14,7 @@ extern char HostCatchingFrameEnd[];
 
 inline DWORD gCaughtCode = 0;
 
-// Used, so that the compiler makes it: only the frame below names it.
+// Marked as used, so that the compiler emits it: only HostCatchingFrame names it.
 extern "C" [[gnu::used]] inline EXCEPTION_DISPOSITION
 HostCatchingHandler(EXCEPTION_RECORD* record, void* frame, CONTEXT*, DISPATCHER_CONTEXT* dispatcher) {
     if ((record->ExceptionFlags & (EXCEPTION_UNWINDING | EXCEPTION_EXIT_UNWIND)) == 0) {
@@ -25,7 +25,7 @@ HostCatchingHandler(EXCEPTION_RECORD* record, void* frame, CONTEXT*, DISPATCHER_
     return ExceptionContinueSearch;
 }
 
-// The code of the structured exception that ended `action`; 0 if none did.
+// Returns the code of the structured exception that ended `action`; 0 if none did.
 inline DWORD CodeCaughtFrom(std::function<void()> action) {
     gCaughtCode = 0;
     const auto call = [](void* argument) { (*static_cast<std::function<void()>*>(argument))(); };

@@ -39,7 +39,7 @@ private:
     std::vector<char> bytes;
 };
 
-TEST(LibraryVersion, IsTheOneOfTheVersionWord) {
+TEST(LibraryVersion, IsThatOfTheVersionWord) {
     VersionInfo version;
     const auto* fixed = version.Find<VS_FIXEDFILEINFO>(L"\\");
     ASSERT_NE(fixed, nullptr);
@@ -108,8 +108,8 @@ TEST(LibraryLoading, TheFirstSuccessfulInitializeKeepsItUntilTheProcessEnds) {
     EXPECT_NE(GetModuleHandleW(kLibrary), nullptr);
 }
 
-// A thread-local index that the library does not give back is lost to the whole process, which has 1,088.
-TEST(LibraryLoading, ThreeThousandRoundsLoseNoThreadLocalIndex) {
+// A thread-local index that the library does not free is lost to the whole process, which has 1,088.
+TEST(LibraryLoading, ThreeThousandRoundsLeakNoThreadLocalIndex) {
     for (int i = 0; i < 3000; ++i) {
         const Module library(LoadLibraryW(kLibrary));
         ASSERT_TRUE(library) << GetLastError() << " in round " << i;

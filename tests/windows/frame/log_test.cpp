@@ -44,7 +44,7 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    // Sets TMP to a folder whose path has that length in the system's words, including its last separator.
+    // Sets TMP to a folder whose path, as the system returns it with its last separator, has that length.
     std::filesystem::path UseFolderOfLength(std::size_t length) {
         std::wstring path = folder.wstring();
         while (path.size() + 101 < length - 1) path += L'\\' + std::wstring(99, L'd');
@@ -69,7 +69,7 @@ TEST_F(LogOnWindows, LinesEndInCrLfAndHoldTheProcessId) {
                 EndsWith("[" + std::to_string(GetCurrentProcessId()) + "] PVN: _info_: text\r\n"));
 }
 
-TEST_F(LogOnWindows, OthersMayReadAndWriteTheOpenFile) {
+TEST_F(LogOnWindows, OtherProgramsMayReadAndWriteTheOpenFile) {
     OpenLog(false);
     PvnLog("one\n");
     const HANDLE other = CreateFileW((folder / "pvn.log").c_str(), GENERIC_READ | GENERIC_WRITE,
@@ -89,7 +89,7 @@ TEST_F(LogOnWindows, ALockedFileLeavesTheStreamNull) {
 }
 
 // The C library has 512 streams.
-TEST_F(LogOnWindows, OpensAgainWithoutUsingUpTheStreamsOfTheProcess) {
+TEST_F(LogOnWindows, ReopeningDoesNotUseUpTheStreamsOfTheProcess) {
     for (int i = 0; i < 600; ++i) OpenLog(false);
     ASSERT_NE(GetFrameState().gLogStream, nullptr);
     std::FILE* const file = std::fopen("other.txt", "w");
@@ -97,7 +97,7 @@ TEST_F(LogOnWindows, OpensAgainWithoutUsingUpTheStreamsOfTheProcess) {
     std::fclose(file);
 }
 
-TEST_F(LogOnWindows, AFolderOf252UnitsIsUsedAndOneOf253CountsAsNone) {
+TEST_F(LogOnWindows, AFolderOf252UnitsIsUsedAndOneOf253IsNot) {
     const auto used = UseFolderOfLength(252);
     OpenLog(false);
     CloseLog();

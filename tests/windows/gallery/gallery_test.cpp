@@ -32,7 +32,7 @@ HWND Handle(NativeWindow window) { return reinterpret_cast<HWND>(window); }
 
 struct Host {
     std::map<int, CEveBox*> boxes; // by view id
-    UINT throwAtControl = 0;       // the host throws at the making of the control with this id
+    UINT throwAtControl = 0;       // the host throws when the control with this id is made
 
     static std::uint64_t Callback(std::int32_t what, EventRecord& record, void* params) {
         auto& host = *static_cast<Host*>(params);
@@ -62,7 +62,7 @@ std::wstring Wide(const std::string& text) {
     return {wide.begin(), wide.end()};
 }
 
-// The words of a language by their keys; none for English, which is in the view.
+// Returns the words of a language by their keys; none for English, whose words are in the view.
 std::map<std::string, std::string> WordsOf(const std::string& language) {
     std::map<std::string, std::string> words;
     std::ifstream file(PAVANE_TEST_DATA "/gallery/" + language + ".txt", std::ios::binary);
@@ -114,7 +114,7 @@ protected:
         GetClassNameW(control, name, 64);
         return name;
     }
-    // The text of the control with that id in the language of the test.
+    // Returns the text of the control with that id in the language of the test.
     std::wstring InItsLanguage(int id, const wchar_t* english) const {
         for (const char* part : {"", "/items"}) {
             const auto found = words.find("$$$/gallery/" + std::to_string(id) + part);
@@ -144,7 +144,8 @@ private:
     const char* language;
 };
 
-// As the system keeps them: it removes WS_VSCROLL from a combo box and from a list without rows.
+// A control as the system keeps it. The system removes WS_VSCROLL from a combo box and from a list without
+// rows.
 struct ControlRow {
     int id;
     const wchar_t* className;
@@ -232,13 +233,13 @@ TEST_F(GalleryTest, PlainControlsHaveExactlyTheirStyle) {
     }
 }
 
-TEST_P(GalleryInEachLanguage, EveryControlIsWhereItsBoxSays) {
+TEST_P(GalleryInEachLanguage, EveryControlIsAtThePlaceOfItsBox) {
     Open();
     for (const ControlRow& row : kControls) {
         ASSERT_TRUE(host.boxes.count(row.id)) << row.id;
         const CEveBox& box = *host.boxes[row.id];
         const RECT frame = FrameOf(Control(row.id));
-        const int room = box.subControl ? 30 : 0; // for the check box in front
+        const int room = box.subControl ? 30 : 0; // for the check box before it
         EXPECT_EQ(frame.left, box.left + room) << row.id;
         EXPECT_EQ(frame.top, box.top) << row.id;
         // The system sets the height of an etched line and of a closed combo box, and ends a list after a
@@ -279,8 +280,8 @@ TEST_P(GalleryInEachLanguage, TabFollowsTheOrderOfTheView) {
         order.push_back(GetDlgCtrlID(control));
         control = GetNextDlgTabItem(window, control, FALSE);
     } while (control && control != first && order.size() < 100);
-    // Not the check box in front of 124, which is hidden until the host shows it; nor the tabs 160, which
-    // count as a parent of other controls.
+    // Without the check box before 124, which is hidden until the host shows it, and without the tabs 160,
+    // which count as a parent of other controls.
     const std::vector<int> expected = {120, 121, 122, 123, 124, 125, 126, 127, 131, 134,
                                        135, 140, 141, 154, 161, 170, 171, 173, 172};
     EXPECT_EQ(order, expected);
@@ -305,7 +306,7 @@ TEST_P(GalleryInEachLanguage, EveryMeasuredTextHasRoom) {
     }
 }
 
-TEST_P(GalleryInEachLanguage, NoFrameLeavesTheWindowOrCoversAnother) {
+TEST_P(GalleryInEachLanguage, NoControlLeavesTheWindowOrCoversAnother) {
     Open();
     RECT client;
     GetClientRect(window, &client);
@@ -448,7 +449,7 @@ protected:
     struct Heights {
         int text, line;
     };
-    // The heights that the system needs to draw the label.
+    // Returns the heights that the system needs to draw the label.
     static Heights DrawnHeights(HWND control, int width) {
         const std::wstring text = Text(control);
         const HDC device = GetDC(control);
@@ -495,7 +496,7 @@ protected:
         host.throwAtControl = id;
         New(view);
         try {
-            ZeveMakeDialog(dialog, &host);
+            (void)ZeveMakeDialog(dialog, &host);
             return "nothing";
         } catch (const std::logic_error& error) {
             return error.what();
@@ -508,8 +509,8 @@ TEST_F(ThrowingHostTest, LeadsToAnErrorWithTheClassName) {
     EXPECT_FALSE(IsExceptionKept());
 }
 
-TEST_F(ThrowingHostTest, LeadsToAnErrorOfItsOwnForTheSubCheck) {
-    const UINT subCheck = gToolkit.lastViewId + 2; // the dialog's own comes before it
+TEST_F(ThrowingHostTest, LeadsToASpecialErrorForTheSubCheck) {
+    const UINT subCheck = gToolkit.lastViewId + 2; // the dialog has the id before it
     EXPECT_EQ(ErrorOf("dialog(view_id: 6) { edit_text(view_id: 7, check_box_aware: true); }", subCheck),
               "sub checkbox creation error!");
     EXPECT_FALSE(IsExceptionKept());

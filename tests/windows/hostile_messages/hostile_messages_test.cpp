@@ -1,6 +1,6 @@
-// The finished library under a program that sends its dialog whatever it likes, whenever it likes, from any
-// thread, and that takes windows away under its feet. Whatever comes: the run ends, the parent can be used
-// again, and the next run goes as if nothing had been.
+// The finished library in a program that sends its dialog any message at any moment from any thread, and that
+// destroys windows during a run. In each case the run ends, the parent can be used again, and the next run
+// works.
 #include "pavane.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@
 
 namespace {
 
-// The dialog that the thread shows at the moment: the Welcome workflow's, or an alert above it.
+// Returns the dialog that the thread shows: the Welcome workflow's, or an alert above it.
 HWND DialogOf(DWORD thread) {
     HWND found = nullptr;
     EnumThreadWindows(
@@ -42,8 +42,8 @@ BOOL CALLBACK PressFirst(HWND control, LPARAM) {
     return FALSE;
 }
 
-// To the workflow's end, or out of an alert by whichever answer. Strange messages may have left any button as
-// the default one or none, and may have shown more buttons than the pane has.
+// Leads the dialog to the workflow's end, or leaves an alert by any answer. Strange messages may have made
+// any button or none the default one, and may have shown more buttons than the pane has.
 void LeadOn(HWND dialog) {
     constexpr int kDone = 13, kContinue = 12;
     bool isWorkflow = false;
@@ -79,8 +79,8 @@ protected:
         return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
     }
 
-    // What was meant for a window that is gone, or for the run's loop, is not to reach the next one.
-    static void HandleWhatIsLeft() {
+    // A message for a window that is gone, or for the run's loop, must not reach the next run.
+    static void HandleRemainingMessages() {
         for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
     }
 
@@ -90,20 +90,20 @@ protected:
         const auto run = Exported<decltype(Pavane_RunWorkflow)>("Pavane_RunWorkflow");
         const std::uint16_t status = run(PAVANE_WORKFLOW_WELCOME, parent);
         KillTimer(nullptr, timer);
-        HandleWhatIsLeft();
+        HandleRemainingMessages();
         EXPECT_LT(ticks, kMostTicks) << "the run did not end";
         return status;
     }
 
-    // A run that nobody disturbs.
+    // Expects an undisturbed run to succeed.
     void ExpectAllWell() {
         EXPECT_TRUE(!IsWindow(parent) || IsWindowEnabled(parent));
         attacking = false;
         EXPECT_EQ(Run(), PAVANE_SUCCESS);
     }
 
-    // A run during which another thread does `attack`, again and again until it has had its rounds or the
-    // run has ended.
+    // Runs while another thread calls `attack` again and again, until it has made its rounds or the run has
+    // ended.
     void RunUnderAttack(unsigned seed, int rounds, Attack attack) {
         struct Attacker {
             HostileMessages& test;
@@ -132,7 +132,7 @@ protected:
         hasEnded = true;
         // It may be waiting for the answer to a message.
         while (MsgWaitForMultipleObjects(1, &other, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0)
-            HandleWhatIsLeft();
+            HandleRemainingMessages();
         CloseHandle(other);
     }
 
@@ -163,7 +163,7 @@ auto OneOf(std::mt19937& random, const Values& values) {
     return values[random() % std::size(values)];
 }
 
-// The dialog itself or any control of it.
+// Returns the dialog itself or any control of it.
 HWND AnyWindowOf(std::mt19937& random, HWND dialog) {
     std::vector<HWND> windows = {dialog, dialog, dialog};
     EnumChildWindows(
@@ -176,7 +176,7 @@ HWND AnyWindowOf(std::mt19937& random, HWND dialog) {
     return OneOf(random, windows);
 }
 
-// An answer may have to wait for an alert's own run, which nobody leads while the attack lasts.
+// An answer may have to wait for an alert's own run, which nothing ends while the attack lasts.
 constexpr UINT kPatience = 10; // milliseconds
 
 void SendOrPost(std::mt19937& random, HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -192,43 +192,43 @@ constexpr UINT_PTR kNumbers[] = {0,      1,          2,          3,           0x
                                  0x1234, 0x10001,    0x10002,    0x7FFFFFFF,  0x80000000,     0xFFFFFFFF,
                                  0x5678, 0x70000010, 0x80001000, ~UINT_PTR{}, ~UINT_PTR{} / 2};
 
-// The messages that the library looks at itself. None takes a pointer that the system would follow or begins
+// The messages that the library handles itself. None takes a pointer that the system would follow or begins
 // a loop of the system's own.
-constexpr UINT kLookedAt[] = {WM_ACTIVATE,
-                              WM_SETFOCUS,
-                              WM_PAINT,
-                              WM_CLOSE,
-                              WM_NEXTDLGCTL,
-                              WM_KEYDOWN,
-                              WM_KEYUP,
-                              WM_CHAR,
-                              WM_SYSKEYDOWN,
-                              WM_SYSKEYUP,
-                              WM_COMMAND,
-                              WM_TIMER,
-                              WM_CTLCOLOREDIT,
-                              WM_CTLCOLORSTATIC,
-                              WM_CTLCOLORBTN,
-                              WM_CTLCOLORDLG,
-                              WM_CTLCOLORSCROLLBAR,
-                              WM_CTLCOLORLISTBOX,
-                              WM_PARENTNOTIFY,
-                              WM_LBUTTONDOWN,
-                              WM_INITDIALOG,
-                              0x0600,
-                              0x2002};
+constexpr UINT kOwnMessages[] = {WM_ACTIVATE,
+                                 WM_SETFOCUS,
+                                 WM_PAINT,
+                                 WM_CLOSE,
+                                 WM_NEXTDLGCTL,
+                                 WM_KEYDOWN,
+                                 WM_KEYUP,
+                                 WM_CHAR,
+                                 WM_SYSKEYDOWN,
+                                 WM_SYSKEYUP,
+                                 WM_COMMAND,
+                                 WM_TIMER,
+                                 WM_CTLCOLOREDIT,
+                                 WM_CTLCOLORSTATIC,
+                                 WM_CTLCOLORBTN,
+                                 WM_CTLCOLORDLG,
+                                 WM_CTLCOLORSCROLLBAR,
+                                 WM_CTLCOLORLISTBOX,
+                                 WM_PARENTNOTIFY,
+                                 WM_LBUTTONDOWN,
+                                 WM_INITDIALOG,
+                                 0x0600,
+                                 0x2002};
 
-TEST_F(HostileMessages, WhatItLooksAtMayHoldAnything) {
+TEST_F(HostileMessages, ItsOwnMessagesMayHoldAnything) {
     for (unsigned seed = 1; seed <= 4; ++seed) {
         RunUnderAttack(seed, 1500, [](std::mt19937& random, HWND dialog) {
-            SendOrPost(random, AnyWindowOf(random, dialog), OneOf(random, kLookedAt), OneOf(random, kNumbers),
-                       static_cast<LPARAM>(OneOf(random, kNumbers)));
+            SendOrPost(random, AnyWindowOf(random, dialog), OneOf(random, kOwnMessages),
+                       OneOf(random, kNumbers), static_cast<LPARAM>(OneOf(random, kNumbers)));
         });
         ExpectAllWell();
     }
 }
 
-TEST_F(HostileMessages, CommandsOfEveryIdAndNotification) {
+TEST_F(HostileMessages, ItSurvivesCommandsOfEveryIdAndNotification) {
     for (unsigned seed = 1; seed <= 4; ++seed) {
         RunUnderAttack(seed, 1500, [](std::mt19937& random, HWND dialog) {
             const WPARAM id = random() % 3 == 0 ? random() % 0x10000 : random() % 40;
@@ -239,8 +239,8 @@ TEST_F(HostileMessages, CommandsOfEveryIdAndNotification) {
     }
 }
 
-// The numbers of programs and of registered messages: nobody knows them, so they may carry anything.
-TEST_F(HostileMessages, NumbersThatNobodyKnows) {
+// The numbers of programs and of registered messages. Nothing handles them, so they may carry anything.
+TEST_F(HostileMessages, ItSurvivesUnknownMessageNumbers) {
     RunUnderAttack(1, 6000, [](std::mt19937& random, HWND dialog) {
         SendOrPost(random, dialog, WM_APP + random() % (0x10000 - WM_APP), OneOf(random, kNumbers),
                    static_cast<LPARAM>(OneOf(random, kNumbers)));
@@ -249,7 +249,7 @@ TEST_F(HostileMessages, NumbersThatNobodyKnows) {
 }
 
 // Every number of the system's own, without a pointer.
-TEST_F(HostileMessages, EveryNumberOfTheSystem) {
+TEST_F(HostileMessages, ItSurvivesEveryMessageNumberOfTheSystem) {
     constexpr UINT kOpensTheSystemMenu = 0x0313; // which then waits for its user
     for (UINT first = 0; first < WM_USER; first += 64) {
         UINT next = first;
@@ -261,7 +261,7 @@ TEST_F(HostileMessages, EveryNumberOfTheSystem) {
     }
 }
 
-TEST_F(HostileMessages, CloseAndDestroyAtAnyMoment) {
+TEST_F(HostileMessages, ItSurvivesClosingAndDestroyingAtAnyMoment) {
     constexpr UINT kEnding[] = {WM_CLOSE, WM_DESTROY, WM_NCDESTROY, WM_QUIT, WM_ENDSESSION, WM_SYSCOMMAND};
     for (unsigned seed = 1; seed <= 25; ++seed) {
         RunUnderAttack(seed, 5, [&](std::mt19937& random, HWND dialog) {
@@ -289,7 +289,7 @@ TEST_F(HostileMessages, AQuitThatTheHostsOwnLoopTakesIsNotSeen) {
     ExpectAllWell();
 }
 
-TEST_F(HostileMessages, ItsWindowIsDestroyedAtAnyMoment) {
+TEST_F(HostileMessages, ItsWindowMayBeDestroyedAtAnyMoment) {
     for (int moment = 1; moment <= 20; ++moment) {
         int tick = 0;
         atTick = [&] {
@@ -301,7 +301,7 @@ TEST_F(HostileMessages, ItsWindowIsDestroyedAtAnyMoment) {
     }
 }
 
-TEST_F(HostileMessages, ItsParentDiesAtAnyMoment) {
+TEST_F(HostileMessages, ItsParentMayBeDestroyedAtAnyMoment) {
     for (int moment = 1; moment <= 20; ++moment) {
         int tick = 0;
         atTick = [&] {
@@ -309,14 +309,14 @@ TEST_F(HostileMessages, ItsParentDiesAtAnyMoment) {
         };
         Run();
         atTick = nullptr;
-        ExpectAllWell(); // with a parent that is none any more
+        ExpectAllWell(); // with a parent that was destroyed
         DestroyWindow(parent);
         parent = CreateWindowExW(0, L"static", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 300,
                                  nullptr, nullptr, nullptr, nullptr);
     }
 }
 
-TEST_F(HostileMessages, WhatIsNoWindowIsNoParent) {
+TEST_F(HostileMessages, AnInvalidHandleMeansNoParent) {
     const HWND host = parent;
     for (const LONG_PTR number :
          {LONG_PTR{0}, LONG_PTR{1}, LONG_PTR{-1}, reinterpret_cast<LONG_PTR>(HWND_MESSAGE),

@@ -1,4 +1,4 @@
-// The pixels of decoded bitmaps: depth, order and alpha, as what paints them expects.
+// The pixels of decoded bitmaps: depth, order and alpha, as the painting code expects them.
 #include "workflow/platform/resource_platform.h"
 
 #include <gtest/gtest.h>
@@ -82,7 +82,7 @@ TEST_F(BitmapPixels, APictureLargerThanMemoryFails) {
     EXPECT_EQ(decoded.code, 0x80004005u);
 }
 
-TEST_F(BitmapPixels, DeletedBitmapsAreGone) {
+TEST_F(BitmapPixels, DeletingABitmapFreesItsHandle) {
     Load("rgb.png");
     const auto handle = reinterpret_cast<HBITMAP>(bitmap);
     DeleteBitmap(bitmap);

@@ -1,4 +1,4 @@
-// What only the system decides about the files of statements: who else has them open, and what is a device.
+// The files of statements where the system alone decides: files that are open elsewhere, and devices.
 #include "support/resource_folder.h"
 #include "workflow/resources/privacy_statement_handler.h"
 #include "workflow/resources/resource_layer.h"
@@ -46,7 +46,7 @@ protected:
 
 } // namespace
 
-TEST_F(StatementFiles, AreNotOpenedWhileAnotherProgramHasThem) {
+TEST_F(StatementFiles, AreNotOpenedWhileAnotherProgramHasThemOpen) {
     Write("statement");
     EXPECT_NE(Load(), nullptr);
     for (const DWORD share : {DWORD{0}, DWORD{FILE_SHARE_READ}, kShareAll}) {
@@ -57,7 +57,7 @@ TEST_F(StatementFiles, AreNotOpenedWhileAnotherProgramHasThem) {
     EXPECT_NE(Load(), nullptr) << "it is closed again";
 }
 
-TEST_F(StatementFiles, AreUnknownWhileAnotherProgramHasTheListAlone) {
+TEST_F(StatementFiles, AreUnknownWhileAnotherProgramHasTheListOpenExclusively) {
     Write("statement");
     PVNPrivacyStatementHandler handler;
     {
@@ -70,7 +70,7 @@ TEST_F(StatementFiles, AreUnknownWhileAnotherProgramHasTheListAlone) {
     EXPECT_NE(handler.Load("", "x", 0), nullptr);
 }
 
-TEST_F(StatementFiles, AreNoDevices) {
+TEST_F(StatementFiles, AreNeverDevices) {
     for (const char* device : {"NUL", "CON", "nul", "COM1", "PRN"}) {
         Write(device);
         EXPECT_EQ(Load(), nullptr) << device;

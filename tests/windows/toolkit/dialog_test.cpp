@@ -19,8 +19,8 @@ namespace {
 
 HWND Handle(NativeWindow window) { return reinterpret_cast<HWND>(window); }
 
-// What the user does while a modal run waits: one step a tick of a timer. A run that goes on after the last
-// step is ended, and the test fails.
+// The user's actions while a modal run waits: one step for each tick of a timer. A run that continues after
+// the last step is ended, and the test fails.
 class User {
 public:
     User() { gUser = this; }
@@ -64,7 +64,7 @@ protected:
     Dialog() { ZeveInitialize(); }
     ~Dialog() override {
         ZeveDelete(dialog);
-        for (HWND window : {owner, other}) // still there unless the test destroyed it
+        for (HWND window : {owner, other}) // null if the test destroyed it
             if (window != nullptr) DestroyWindow(window);
     }
 
@@ -115,7 +115,7 @@ protected:
     UINT throwsAt = 0;
 };
 
-TEST_F(Dialog, EndsByItsButtons) {
+TEST_F(Dialog, EndsWithTheAnswerOfTheButton) {
     Make();
     Press(1);
     EXPECT_TRUE(ZeveRunModal(dialog));
@@ -124,7 +124,7 @@ TEST_F(Dialog, EndsByItsButtons) {
     EXPECT_FALSE(ZeveRunModal(dialog));
 }
 
-TEST_F(Dialog, HasTheClientAreaThatTheViewAsksFor) {
+TEST_F(Dialog, HasTheClientAreaOfItsView) {
     Make("dialog(name: 'Size', width: 321, height: 123);");
     RECT client = {};
     GetClientRect(window, &client);
@@ -132,7 +132,7 @@ TEST_F(Dialog, HasTheClientAreaThatTheViewAsksFor) {
     EXPECT_EQ(client.bottom, 123);
 }
 
-TEST_F(Dialog, StandsInTheMiddleOfTheScreen) {
+TEST_F(Dialog, IsInTheMiddleOfTheScreen) {
     Make("dialog(name: 'Place', width: 321, height: 123);");
     RECT frame = {};
     GetWindowRect(window, &frame);
@@ -140,7 +140,7 @@ TEST_F(Dialog, StandsInTheMiddleOfTheScreen) {
     EXPECT_EQ(frame.top, (GetSystemMetrics(SM_CYFULLSCREEN) - 123) / 2);
 }
 
-TEST_F(Dialog, ItsSystemMenuHoldsMoveAndCloseAlone) {
+TEST_F(Dialog, ItsSystemMenuHoldsOnlyMoveAndClose) {
     Make("dialog(name: 'Menu', close_box: true, width: 200, height: 50);");
     const HMENU menu = GetSystemMenu(window, FALSE);
     ASSERT_EQ(GetMenuItemCount(menu), 2);
@@ -152,7 +152,7 @@ TEST_F(Dialog, ItsSystemMenuHoldsMoveAndCloseAlone) {
 
 TEST_F(Dialog, ItsControlsAreThoseOfTheManifest) {
     Make();
-    // Before the toolkit's own procedure stood that of the class.
+    // The procedure of the class, which the toolkit's own replaced.
     const auto procedure = GetClassLongPtrW(Control(1), GCLP_WNDPROC);
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
@@ -162,7 +162,7 @@ TEST_F(Dialog, ItsControlsAreThoseOfTheManifest) {
     EXPECT_NE(std::wstring(path).find(L"winsxs"), std::wstring::npos);
 }
 
-TEST_F(Dialog, TabMovesThroughTheControlsInTheOrderOfTheirMaking) {
+TEST_F(Dialog, TabMovesThroughTheControlsInTheOrderOfTheView) {
     Make();
     std::vector<int> visited;
     const auto note = [&] { visited.push_back(GetDlgCtrlID(GetFocus())); };
@@ -182,7 +182,7 @@ void HoldShift(bool down) {
     SetKeyboardState(keys);
 }
 
-TEST_F(Dialog, ShiftTabMovesBackwards) {
+TEST_F(Dialog, ShiftTabMovesBackward) {
     Make();
     int reached = 0;
     user.Does([this] { SetFocus(Control(2)); });
@@ -197,7 +197,7 @@ TEST_F(Dialog, ShiftTabMovesBackwards) {
     EXPECT_EQ(reached, 1);
 }
 
-TEST_F(Dialog, EscapeAndEnterAreTheCommandsTwoAndOne) {
+TEST_F(Dialog, EscapeIsCommandTwoAndEnterCommandOne) {
     Make();
     user.Does([this] { SetFocus(Control(10)); });
     Key(VK_ESCAPE);
@@ -215,7 +215,7 @@ TEST_F(Dialog, AltInAControlReachesItTwice) {
     EXPECT_EQ(CountOf(WM_SYSKEYUP), 1);
 }
 
-TEST_F(Dialog, HearsWhetherAnEditFieldIsEmpty) {
+TEST_F(Dialog, ReceivesWhetherAnEditFieldIsEmpty) {
     Make();
     SetWindowTextW(Control(10), L"x");
     SendMessageW(Control(10), WM_KEYUP, 'X', 0);
@@ -233,7 +233,7 @@ TEST_F(Dialog, DisablesItsParentMeanwhile) {
     EXPECT_TRUE(IsWindowEnabled(owner));
 }
 
-TEST_F(Dialog, RunsWithADeadParent) {
+TEST_F(Dialog, RunsWithADestroyedParent) {
     owner = PlainWindow();
     DestroyWindow(owner);
     Make();
@@ -242,7 +242,7 @@ TEST_F(Dialog, RunsWithADeadParent) {
     owner = nullptr;
 }
 
-TEST_F(Dialog, ItsOwnersDeathEndsItsRun) {
+TEST_F(Dialog, DestroyingItsOwnerEndsItsRun) {
     owner = PlainWindow();
     Make();
     user.Does([this] { DestroyWindow(owner); });
@@ -267,7 +267,7 @@ TEST_F(Dialog, SeveralLiveAtOnce) {
     EXPECT_TRUE(ZeveRunModal(dialog));
 }
 
-TEST_F(Dialog, AClassOfItsOwnGoesWithIt) {
+TEST_F(Dialog, AClassOfItsOwnIsUnregisteredWithIt) {
     Make("dialog(name: 'Own class', create_system_dialog: false, width: 200, height: 60) {"
          " button(name: 'OK', view_id: 1); button(name: 'No', view_id: 2); }");
     wchar_t name[100] = {};
@@ -286,19 +286,20 @@ TEST_F(Dialog, AClassOfItsOwnGoesWithIt) {
     EXPECT_FALSE(GetClassInfoW(instance, name, &description));
 }
 
-TEST_F(Dialog, AnExceptionInAMessageOfAnOperationComesOutOfIt) {
+TEST_F(Dialog, AnExceptionInAMessageOfAnOperationLeavesTheOperation) {
     Make();
-    throwsAt = WM_COMMAND; // by which the edit field tells of its new text
+    throwsAt = WM_COMMAND; // which the edit field sends when its text changes
     EventRecord record;
     record.StorePointer(kKeySetValue, "new");
     EXPECT_THROW(ZeveSetValue(dialog, 10, record), std::out_of_range);
     EXPECT_TRUE(ZeveSetValue(dialog, 10, record));
 }
 
-// Messages that the window manager sends from inside its own calls, and ones that are dispatched.
+// Its parameter is a message that the window manager sends from inside its own calls, or one that is
+// dispatched.
 class DialogWhoseHostThrows : public Dialog, public ::testing::WithParamInterface<UINT> {};
 
-TEST_P(DialogWhoseHostThrows, RaisesWithItsParentEnabledAndRunsAgain) {
+TEST_P(DialogWhoseHostThrows, ThrowsWithItsParentEnabledAndRunsAgain) {
     owner = PlainWindow();
     Make();
     throwsAt = GetParam();
@@ -306,7 +307,7 @@ TEST_P(DialogWhoseHostThrows, RaisesWithItsParentEnabledAndRunsAgain) {
         InvalidateRect(window, nullptr, TRUE);
         PostMessageW(window, GetParam(), 0, 0);
     });
-    EXPECT_THROW(ZeveRunModal(dialog), std::out_of_range);
+    EXPECT_THROW((void)ZeveRunModal(dialog), std::out_of_range);
     EXPECT_TRUE(IsWindowEnabled(owner));
     Press(1);
     EXPECT_TRUE(ZeveRunModal(dialog));

@@ -46,11 +46,11 @@ DWORD WINAPI TellLongPath(HMODULE, wchar_t* path, DWORD size) {
     return length;
 }
 
-// Stands for InitCommonControlsEx.
+// The request that reached NoteClasses, which replaces InitCommonControlsEx.
 struct AskedClasses {
     DWORD size = 0, classes = 0;
     int times = 0;
-    HANDLE context = nullptr; // the one that was active
+    HANDLE context = nullptr; // that was active
 };
 AskedClasses gAsked;
 int gEntryLookups = 0;
@@ -78,7 +78,7 @@ protected:
     }
     ~IsolationTest() override { ResetIsolation(); }
 
-    // Whether a call is made at all.
+    // Returns whether a call is made at all.
     static bool IsCalled() {
         bool called = false;
         IsolatedCall([&called] { return called = true; });
@@ -102,7 +102,7 @@ TEST_F(IsolationTest, InitializesOnce) {
     EXPECT_EQ(Isolation().context, context);
 }
 
-TEST_F(IsolationTest, AModuleWithoutAManifestHasNoContextAndCallsGoOn) {
+TEST_F(IsolationTest, AModuleWithoutAManifestHasNoContextAndCallsAreStillMade) {
     const PatchedImport patch("CreateActCtxW", &FailToCreate);
     ASSERT_TRUE(patch.IsPatched());
     for (const DWORD error : {1812u, 1813u, 1814u, 1815u}) {
@@ -123,7 +123,7 @@ TEST_F(IsolationTest, AnyOtherErrorOfTheContextStopsTheCall) {
     }
 }
 
-TEST_F(IsolationTest, AFailedInitializingIsTriedAgain) {
+TEST_F(IsolationTest, AFailedInitializationIsTriedAgain) {
     gErrorOfCreate = 14001;
     {
         const PatchedImport patch("CreateActCtxW", &FailToCreate);
@@ -149,7 +149,7 @@ TEST_F(IsolationTest, AContextThatCannotBeEnteredStopsTheCall) {
     EXPECT_EQ(GetLastError(), 4711u);
 }
 
-TEST_F(IsolationTest, WindowsTheirClassesAndLibrariesAreMadeInsideTheContextAlone) {
+TEST_F(IsolationTest, WindowsClassesAndLibrariesAreMadeOnlyInsideTheContext) {
     WindowRequest request;
     request.className = u"static";
     const std::u16string className = NewUniqueName();
@@ -169,7 +169,7 @@ TEST_F(IsolationTest, WindowsTheirClassesAndLibrariesAreMadeInsideTheContextAlon
     UnloadModule(richEdit);
 }
 
-TEST_F(IsolationTest, APathOfMoreThan261CharactersIsTheError111) {
+TEST_F(IsolationTest, APathOfMoreThan261CharactersIsError111) {
     const PatchedImport path("GetModuleFileNameW", &TellLongPath);
     ASSERT_TRUE(path.IsPatched());
     for (const DWORD length : {262u, 263u, 5000u}) {
@@ -185,7 +185,7 @@ TEST_F(IsolationTest, APathOfMoreThan261CharactersIsTheError111) {
     EXPECT_EQ(gCreateCalls, 1);
 }
 
-TEST_F(IsolationTest, TheErrorOfTheCallOutlivesTheLeaving) {
+TEST_F(IsolationTest, LeavingTheContextKeepsTheErrorOfTheCall) {
     EXPECT_TRUE(IsCalled());
     const PatchedImport patch("DeactivateActCtx", &DisturbWhileLeaving);
     ASSERT_TRUE(patch.IsPatched());
@@ -221,7 +221,7 @@ LONG CALLBACK NoteDebugText(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_CONTINUE_EXECUTION;
 }
 
-TEST_F(IsolationTest, AfterTheCleanUpItComplainsAndGoesOn) {
+TEST_F(IsolationTest, AfterTheCleanUpItWarnsAndStillMakesTheCall) {
     EXPECT_TRUE(IsCalled());
     Isolation().isCleanedUp = true;
     void* const handler = AddVectoredExceptionHandler(1, NoteDebugText);

@@ -1,4 +1,4 @@
-// Replaces a function that this program imports, so that the system refuses what it would not refuse here.
+// Replaces a function that this program imports, so that the system refuses a call that it would not refuse.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 namespace pavane_test {
 
-// The place in the program's import table that holds the address of `function`; null if it imports no such
-// one.
+// Returns the place in the program's import table that holds the address of `function`; null if the program
+// does not import it.
 inline void** ImportPlace(const char* function) {
     auto* const base = reinterpret_cast<BYTE*>(GetModuleHandleW(nullptr));
     const auto* headers =
@@ -28,7 +28,7 @@ inline void** ImportPlace(const char* function) {
     return nullptr;
 }
 
-// For as long as it lives.
+// Replaces the import for as long as it lives.
 class PatchedImport {
 public:
     template <class Function>

@@ -1,4 +1,4 @@
-// What the toolkit asks of the system, to the argument: what a recorded window system cannot tell.
+// The toolkit's calls of the system with their arguments, which a recording twin cannot check.
 #include "toolkit/dialog/window_procedures.h"
 #include "toolkit/event_record.h"
 #include "toolkit/message_numbers.h"
@@ -21,7 +21,7 @@ using pavane_test::PatchedImport;
 
 HWND Handle(NativeWindow window) { return reinterpret_cast<HWND>(window); }
 
-// --- Calls that are noted instead of being made ---
+// --- Calls that are recorded instead of being made ---
 
 struct AskedMessage {
     HWND owner = nullptr;
@@ -82,7 +82,7 @@ TEST(ErrorMessage, HasAnErrorIconNoTitleAndOneButton) {
     EXPECT_EQ(gMessage.flags, UINT(MB_OK | MB_ICONHAND));
 }
 
-TEST(SystemIcon, IsLoadedSmallAndSharedAndCopiedAtTheSizeAskedFor) {
+TEST(SystemIcon, IsLoadedSmallAndSharedAndCopiedAtTheRequestedSize) {
     const PatchedImport loading("LoadImageW", &NoteLoading), copying("CopyImage", &NoteCopying);
     ASSERT_TRUE(loading.IsPatched() && copying.IsPatched());
     gIcon = {};
@@ -105,7 +105,7 @@ TEST(Shift, IsDownWhileItIsHeld) {
     ASSERT_TRUE(patch.IsPatched());
     gShiftState = static_cast<SHORT>(0x8000);
     EXPECT_TRUE(IsShiftDown());
-    gShiftState = 1; // was pressed since it was last asked for
+    gShiftState = 1; // pressed since the last call, but not held
     EXPECT_FALSE(IsShiftDown());
 }
 
@@ -159,7 +159,7 @@ TEST_F(Controls, TabsHaveATextAndNoPicture) {
     EXPECT_EQ(item.iImage, -1);
 }
 
-TEST_F(Controls, KeepWhatWasBeforeThemInTheirProperties) {
+TEST_F(Controls, KeepTheirFormerProcedureInAProperty) {
     const NativeWindow edit = MakeChild(u"edit");
     const LONG_PTR own = GetWindowLongPtrW(Handle(edit), GWLP_WNDPROC);
     int box = 0;
@@ -210,7 +210,7 @@ TEST_F(Controls, AClassOfOurOwnHasAnArrowAndNothingElse) {
     EXPECT_EQ(description.lpszMenuName, nullptr);
     EXPECT_EQ(description.cbClsExtra, 0);
     EXPECT_EQ(description.cbWndExtra, 0);
-    // It is the procedure that any dialog gets.
+    // Its procedure is that of any dialog.
     TakeDialogProcedure(top);
     EXPECT_EQ(reinterpret_cast<LONG_PTR>(description.lpfnWndProc),
               GetWindowLongPtrW(Handle(top), GWLP_WNDPROC));

@@ -30,7 +30,7 @@ void* Allocate(std::size_t size) noexcept {
     return IsToFail(size) ? nullptr : Counted(std::malloc(size ? size : 1));
 }
 
-// Over-aligned blocks keep the address that malloc gave just before the one that is handed out.
+// An over-aligned block has the address that malloc returned just before its own.
 void* AllocateAligned(std::size_t size, std::size_t alignment) noexcept {
     if (IsToFail(size)) return nullptr;
     const std::size_t room = alignment + sizeof(void*);

@@ -1,8 +1,8 @@
 // An allocator for test programs that counts blocks and fails on demand. A program that uses anything of this
-// header gets its own global operator new and delete, all forms, over malloc and free; the others keep
-// theirs.
+// header has all forms of the global operators new and delete replaced, over malloc and free; other programs
+// keep theirs.
 //
-// One count for all threads. Memory taken from malloc directly (the C library's own) is not seen.
+// One count for all threads. Memory from malloc itself (such as the C library's own) is not counted.
 #pragma once
 
 #include <cstddef>
@@ -11,11 +11,11 @@
 
 namespace pavane_test {
 
-// Blocks that operator new gave out and that were not deleted yet.
+// Returns the number of blocks that operator new returned and that were not deleted yet.
 std::size_t LiveBlocks() noexcept;
-// Calls of operator new since the program started, failed ones among them.
+// Returns the number of calls of operator new since the program started, including failed ones.
 std::size_t AllocationCount() noexcept;
-// Bytes that these calls asked for, all in all.
+// Returns the number of bytes that all these calls requested.
 std::size_t AllocatedBytes() noexcept;
 
 // While it lives, the n-th allocation from now fails (1 is the next one), once: std::bad_alloc, or null from
@@ -27,13 +27,13 @@ public:
     FailNthAllocation(const FailNthAllocation&) = delete;
     FailNthAllocation& operator=(const FailNthAllocation&) = delete;
 
-    // Whether the n-th allocation was reached.
+    // Returns whether the n-th allocation was reached.
     bool HasFailed() const noexcept;
 };
 
-// Runs `run` once as it is (so that what is made once is there), then with its first allocation failing, its
-// second, and so on, until a run gets through without reaching the failing one. Expects that no run leaves a
-// block behind. `run` catches what it may throw. Returns the number of runs that met a failure.
+// Calls `run` once without a failure (so that objects that are made once exist), then with its first
+// allocation failing, its second, and so on, until a call ends before the failing one. Expects that no call
+// leaks a block. `run` must catch what it may throw. Returns the number of calls with a failure.
 template <class Run>
 std::size_t ForEveryFailingAllocation(Run&& run) {
     run();
@@ -45,7 +45,7 @@ std::size_t ForEveryFailingAllocation(Run&& run) {
             run();
             failed = failure.HasFailed();
         }
-        EXPECT_EQ(LiveBlocks(), before) << "blocks left behind when allocation " << n << " fails";
+        EXPECT_EQ(LiveBlocks(), before) << "blocks leaked when allocation " << n << " fails";
         if (!failed || testing::Test::HasFailure()) return n - 1;
     }
 }

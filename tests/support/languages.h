@@ -1,5 +1,5 @@
-// The rows of resources/languages, read from the file itself, so that tests compare what the build made of
-// them.
+// The rows of resources/languages, read from the file itself, so that tests can compare the build's results
+// with them.
 #pragma once
 
 #include <string>
@@ -12,16 +12,16 @@ struct Language {
     bool isRightToLeft;
     bool isBigEndian; // the byte order of its statement
     std::string group;
-    std::string name; // what it calls itself, UTF-8
+    std::string name; // in the language itself, UTF-8
 };
 
-// All rows in their order, read once.
+// Returns all rows in their order, read once.
 const std::vector<Language>& Languages();
 
-// The locales in the order of the rows.
+// Returns the locales in the order of the rows.
 std::vector<std::string> Locales();
 
-// Whether the table has the locale as one that is read from right to left.
+// Returns whether the table has the locale as one that is read from right to left.
 bool IsRightToLeft(const std::string& locale);
 
 } // namespace pavane_test

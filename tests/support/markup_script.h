@@ -18,12 +18,12 @@ inline CursorFields FieldsOf(const CMarkupSTL& markup) {
             markup.NodeType(),  markup.NodeOffset(), markup.NodeLength()};
 }
 
-// What is wrong with the cursor; empty for one that is on live elements, or on a node between them.
+// Returns the problem of the cursor; empty if it is on live elements, or on a node between them.
 inline std::string CursorProblem(const CMarkupSTL& markup) {
     const std::int32_t parent = markup.PosParent();
     const std::int32_t pos = markup.Pos();
     for (const std::int32_t element : {parent, pos, markup.PosChild()}) {
-        if (element != 0 && !IsInTree(markup, element)) return "the cursor is on an element that is gone";
+        if (element != 0 && !IsInTree(markup, element)) return "the cursor is on a removed element";
     }
     if (pos != 0 && markup.At(pos).parent != parent) return "the element is not a child of the parent";
     if (markup.PosChild() != 0 && markup.At(markup.PosChild()).parent != pos) return "the child is elsewhere";
@@ -39,13 +39,13 @@ inline std::string CursorProblem(const CMarkupSTL& markup) {
     return isBetween ? "" : "the current node runs over an element";
 }
 
-// Each step is a move or an edit. After it the table must be sound, a refused step must have changed nothing,
-// and as long as nothing was edited beside the root, the table must be that of a fresh parse.
+// Each step is a move or an edit. After each step the table must be sound, and a refused step must have
+// changed nothing. As long as nothing was edited beside the root, the table must be that of a fresh parse.
 class MarkupScript {
 public:
     MarkupScript(CMarkupSTL& markup, std::string_view bytes) : markup(markup), bytes(bytes) {}
 
-    // Runs all steps. Returns what is wrong after the first bad one, or nothing.
+    // Runs all steps. Returns the problem after the first bad one, or nothing.
     std::string Run() {
         while (!bytes.empty()) {
             const std::string text = markup.GetDoc();
@@ -87,7 +87,7 @@ private:
         return list[Next() % std::size(list)];
     }
 
-    // An edit among the document's own elements and nodes is not what a fresh parse would see.
+    // After an edit among the document's own elements and nodes, a fresh parse makes another table.
     bool Edited(bool isDone) {
         if (isDone && markup.PosParent() == 0) isBesideRoot = true;
         return isDone;
@@ -137,7 +137,8 @@ private:
         const char* const name = Any(kNames);
         return markup.SetAttrib(name, Any(kTexts));
     }
-    // The content of an element may be set anywhere, that of a node beside the root not.
+    // Setting the content of an element is allowed anywhere; that of a node beside the root counts as an edit
+    // there.
     bool SetData(bool asCData) {
         const bool isOnNode = markup.NodeLength() > 0;
         const bool isDone = markup.SetData(Any(kTexts), asCData);
@@ -149,7 +150,7 @@ private:
         if (isDone && isRoot) isBesideRoot = true;
         return isDone;
     }
-    // For the sanitizers.
+    // Reads what the sanitizers check.
     void ReadHere() const {
         (void)markup.GetTagName();
         (void)markup.GetData();

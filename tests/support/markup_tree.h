@@ -25,7 +25,7 @@ public:
     explicit TableWalk(const CMarkupSTL& document, std::int32_t top = 0)
         : document(document), top(top), here(top) {}
 
-    // 0 after the last element.
+    // Returns the next element; 0 after the last one.
     std::int32_t Next() {
         const std::int32_t child = document.At(here).firstChild;
         if (child != 0) return here = child;
@@ -45,7 +45,7 @@ private:
     std::int32_t here;
 };
 
-// Whether an element is a child of its parent, and so on up to the root.
+// Returns whether an element is a child of its parent, and so on up to the root.
 inline bool IsInTree(const CMarkupSTL& document, std::int32_t element) {
     for (; element > 0; element = document.At(element).parent) {
         const std::int32_t parent = document.At(element).parent;
@@ -75,14 +75,15 @@ inline bool HaveSamePositions(const Entry& left, const Entry& right) {
     return std::equal(left.begin(), left.begin() + 4, right.begin());
 }
 
-// How what is below `leftTop` in one table differs from what is below `rightTop` in another, in shape or in
-// positions, which are `shift` higher on the left; empty when it does not. Indexes may differ.
+// Returns the difference between the elements below `leftTop` in one table and those below `rightTop` in
+// another, in shape or in positions, which are `shift` higher on the left; empty if there is none. Indexes
+// may differ.
 inline std::string Difference(const CMarkupSTL& left, std::int32_t leftTop, const CMarkupSTL& right,
                               std::int32_t rightTop, std::int32_t shift) {
     std::vector<std::int32_t> partner(static_cast<std::size_t>(left.PosFree()), 0);
     partner[static_cast<std::size_t>(leftTop)] = rightTop;
     TableWalk walkLeft(left, leftTop), walkRight(right, rightTop);
-    // A circle would not end by itself: no tree has more elements than entries were given out.
+    // A circle would not end by itself: no tree has more elements than the table has entries.
     for (std::int32_t count = 0; count <= left.PosFree(); ++count) {
         const std::int32_t inLeft = walkLeft.Next(), inRight = walkRight.Next();
         if (inLeft == 0 && inRight == 0) return {};
@@ -98,10 +99,10 @@ inline std::string Difference(const CMarkupSTL& left, std::int32_t leftTop, cons
             return Describe(left, inLeft) + " is not " + Describe(right, inRight);
         }
     }
-    return "the first goes round in a circle";
+    return "the first is a circle";
 }
 
-// How the trees of two tables differ; empty when they do not.
+// Returns the difference between the trees of two tables; empty if there is none.
 inline std::string TreeDifference(const CMarkupSTL& left, const CMarkupSTL& right) {
     if (!left.IsWellFormed() || !right.IsWellFormed()) {
         return left.IsWellFormed() == right.IsWellFormed() ? "" : "only one is well-formed";
@@ -109,8 +110,9 @@ inline std::string TreeDifference(const CMarkupSTL& left, const CMarkupSTL& righ
     return Difference(left, 0, right, 0, 0);
 }
 
-// What is wrong with the table of a document, whatever a parse would find beside the root: empty when each of
-// the document's own elements is after the one before, and has the table that a parse of it alone makes.
+// Returns the problem of the table of a document, whatever a parse would find beside the root. It is empty if
+// each of the document's own elements is after the one before, and has the table that a parse of it alone
+// makes.
 inline std::string TableProblem(const CMarkupSTL& document) {
     if (!document.IsWellFormed()) return {};
     const std::string& text = document.GetDoc();
@@ -119,8 +121,8 @@ inline std::string TableProblem(const CMarkupSTL& document) {
         const ElemPos& place = document.At(top);
         const bool isInside = place.startTagLeft >= end && place.endTagRight > place.startTagLeft &&
                               place.endTagRight < static_cast<std::int32_t>(text.size());
-        if (!isInside || place.parent != 0) return std::to_string(top) + " is out of its place";
-        if (++count > document.PosFree()) return "the siblings go round in a circle";
+        if (!isInside || place.parent != 0) return std::to_string(top) + " is out of place";
+        if (++count > document.PosFree()) return "the siblings are a circle";
         end = place.endTagRight + 1;
         CMarkupSTL alone;
         alone.SetDoc(text.substr(static_cast<std::size_t>(place.startTagLeft),
@@ -135,7 +137,7 @@ inline std::string TableProblem(const CMarkupSTL& document) {
     return {};
 }
 
-// What is wrong with the table of a document; empty when it is what a fresh parse of the text makes.
+// Returns the difference between the table of a document and that of a fresh parse; empty if there is none.
 inline std::string FreshDifference(const CMarkupSTL& document) {
     CMarkupSTL fresh;
     fresh.SetDoc(document.GetDoc());

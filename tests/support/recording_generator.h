@@ -1,5 +1,5 @@
-// A generator that writes down what the reader asks of it, for tests of descriptions. Its handles are made-up
-// and never looked into.
+// A generator that records the reader's calls, for tests of descriptions. Its handles are made up and never
+// dereferenced.
 #pragma once
 
 #include "view/generator.h"
@@ -18,7 +18,7 @@ class RecordingGenerator : public brixen::zeve::CGenerator {
 public:
     using Scope = brixen::zeve::CExpressionScope;
 
-    // What a view had when it was created.
+    // A view as it was created.
     struct Created {
         std::string keyword;
         std::map<std::string, std::int64_t> numbers; // those of `watched` that it has

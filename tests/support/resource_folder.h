@@ -1,4 +1,4 @@
-// A temporary folder with PVResources in it, gone with the object.
+// A temporary folder with PVResources in it, deleted with the object.
 #pragma once
 
 #include "support/temporary_folder.h"
@@ -28,12 +28,12 @@ public:
         std::filesystem::create_directories(path.parent_path());
         std::filesystem::copy_file(source, path);
     }
-    // Whether it was there.
+    // Returns whether the file existed.
     bool Remove(const std::string& name) const { return std::filesystem::remove(PathOf(name)); }
 
     std::filesystem::path PathOf(const std::string& name) const { return folder / "PVResources" / name; }
     const std::filesystem::path& Folder() const { return folder.Path(); }
-    // The folder as the library takes it.
+    // Returns the folder's path in UTF-8, as the library takes it.
     std::string Utf8() const {
         const std::u8string text = Folder().u8string();
         return std::string(text.begin(), text.end());

@@ -1,5 +1,5 @@
-// A folder of one test's own, gone with the object. Tests run side by side in processes of their own, so that
-// a fixed name would be shared.
+// A folder of one test's own, deleted with the object. Tests run side by side in processes of their own, so a
+// fixed name would be shared.
 #pragma once
 
 #include <filesystem>

@@ -12,7 +12,7 @@
 namespace brixen::pvn {
 namespace {
 
-constexpr std::uint32_t kLongWait = 60'000; // milliseconds; only a failing test takes them
+constexpr std::uint32_t kLongWait = 60'000; // milliseconds; only a failing test waits that long
 
 std::u16string TemporaryFolder() {
     std::array<char16_t, kPathLimit> folder = {};
@@ -79,7 +79,7 @@ TEST_F(SharedFile, AMissingFileHasNoSizeAndAMissingFolderNoStream) {
     EXPECT_EQ(OpenSharedFile(below.c_str(), true), nullptr);
 }
 
-TEST(Clock, TicksOn) {
+TEST(Clock, Advances) {
     const std::uint32_t start = TickCount();
     while (TickCount() == start) {
     }
@@ -110,7 +110,7 @@ TEST(Thread, EndsWithItsCode) {
     unsigned long code = 0;
     EXPECT_TRUE(WaitForThread(thread, kLongWait, &code));
     EXPECT_EQ(code, wanted);
-    EXPECT_TRUE(WaitForThread(thread, 0, &code)) << "and stays ended";
+    EXPECT_TRUE(WaitForThread(thread, 0, &code)) << "it stays ended";
     CloseThread(thread);
 }
 
@@ -126,7 +126,7 @@ unsigned long PassTheDoor(void* argument) {
     return 0;
 }
 
-TEST(Thread, AWaitEndsByItsTimeLimitWhileTheThreadRuns) {
+TEST(Thread, AWaitEndsAtItsTimeLimitWhileTheThreadRuns) {
     Door door;
     const NativeThread thread = StartThread(PassTheDoor, &door);
     ASSERT_NE(thread, nullptr);
@@ -138,7 +138,7 @@ TEST(Thread, AWaitEndsByItsTimeLimitWhileTheThreadRuns) {
     CloseThread(thread);
 }
 
-TEST(Thread, RunsOnAfterItsHandleIsClosed) {
+TEST(Thread, KeepsRunningAfterItsHandleIsClosed) {
     static Door door;
     const NativeThread thread = StartThread(PassTheDoor, &door);
     ASSERT_NE(thread, nullptr);
@@ -154,7 +154,7 @@ std::string LocaleName(LanguageIdentifier language) {
     return name;
 }
 
-TEST(LocaleName, IsTheSystems) {
+TEST(LocaleName, IsThatOfTheSystem) {
     const struct {
         LanguageIdentifier language;
         const char* name;

@@ -49,7 +49,7 @@ protected:
         request.instance = LibraryModule();
         return MakeWindow(request);
     }
-    // Takes the steps of a loop until something of ours was heard.
+    // Takes the steps of a loop until that many messages were heard.
     void WaitFor(std::size_t count) {
         std::int32_t code = 0;
         while (heard.size() < count) ASSERT_EQ(HandleNextMessage(window, code), LoopStep::kHandled);
@@ -71,18 +71,18 @@ protected:
     std::vector<Heard> heard;
 };
 
-TEST_F(Messages, ASentOneReachesTheDialogProcedureAtOnce) {
+TEST_F(Messages, ASentMessageReachesTheDialogProcedureAtOnce) {
     Send(window, kMessageOfOurs, 3, -4);
     EXPECT_EQ(heard, (std::vector<Heard>{{kMessageOfOurs, 3, -4}}));
 }
 
-TEST_F(Messages, TheAnswerToAColorMessageComesBackWhole) {
+TEST_F(Messages, TheAnswerToAColorMessageIsReturnedWhole) {
     alsoHeard = kMessageColorStatic;
     answer = 0x1900AB;
     EXPECT_EQ(Send(window, kMessageColorStatic, 0, 0), 0x1900AB);
 }
 
-TEST_F(Messages, PostedOnesAreHandledInOrder) {
+TEST_F(Messages, PostedMessagesAreHandledInOrder) {
     EXPECT_TRUE(Post(window, kMessageOfOurs, 1, 0));
     EXPECT_TRUE(Post(window, kMessageOfOurs, 2, 0));
     EXPECT_TRUE(heard.empty());
@@ -90,7 +90,7 @@ TEST_F(Messages, PostedOnesAreHandledInOrder) {
     EXPECT_EQ(heard, (std::vector<Heard>{{kMessageOfOurs, 1, 0}, {kMessageOfOurs, 2, 0}}));
 }
 
-TEST_F(Messages, AQuitComesAfterWhatWasPosted) {
+TEST_F(Messages, AQuitIsReceivedAfterPostedMessages) {
     PostQuit(41);
     Post(window, kMessageOfOurs, 1, 0);
     std::int32_t code = 0;
@@ -101,7 +101,7 @@ TEST_F(Messages, AQuitComesAfterWhatWasPosted) {
     EXPECT_EQ(heard.size(), 1u);
 }
 
-TEST_F(Messages, TheLastQuitCodeHolds) {
+TEST_F(Messages, TheLastQuitCodeCounts) {
     PostQuit(1);
     PostQuit(0);
     std::int32_t code = 7;
@@ -110,7 +110,7 @@ TEST_F(Messages, TheLastQuitCodeHolds) {
     EXPECT_EQ(code, 0);
 }
 
-TEST_F(Messages, APendingQuitIsTakenOnceAndLeavesWhatWasPosted) {
+TEST_F(Messages, APendingQuitIsTakenOnceAndLeavesPostedMessages) {
     EXPECT_EQ(TakePendingQuit(), std::nullopt);
     Post(window, kMessageOfOurs, 1, 0);
     EXPECT_EQ(TakePendingQuit(), std::nullopt);
@@ -121,7 +121,7 @@ TEST_F(Messages, APendingQuitIsTakenOnceAndLeavesWhatWasPosted) {
     WaitFor(1);
 }
 
-TEST_F(Messages, WakingALoopThatDoesNotWaitLeavesNothingBehind) {
+TEST_F(Messages, WakingALoopThatDoesNotWaitDoesNothing) {
     WakeLoop();
     Post(window, kMessageOfOurs, 1, 0);
     std::int32_t code = 0;
@@ -129,7 +129,7 @@ TEST_F(Messages, WakingALoopThatDoesNotWaitLeavesNothingBehind) {
     EXPECT_EQ(heard.size(), 1u);
 }
 
-TEST_F(Messages, TheLastOneOfAWindowReachesTheDialogProcedure) {
+TEST_F(Messages, TheLastMessageOfAWindowReachesTheDialogProcedure) {
     alsoHeard = kMessageWindowGone;
     CloseWindow(window);
     ASSERT_EQ(heard.size(), 1u);
@@ -155,7 +155,7 @@ TEST_F(Messages, AControlCannotBeClosed) {
     }
 }
 
-TEST_F(Messages, AnEditControlTellsOfItsText) {
+TEST_F(Messages, AnEditControlReportsWhetherItsTextIsEmpty) {
     CEveBox box;
     const NativeWindow control = Control(u"edit");
     TakeControlProcedure(control);

@@ -23,7 +23,7 @@ protected:
     NativeFont font = nullptr;
 };
 
-TEST_F(Texts, NothingMeasuresNothing) {
+TEST_F(Texts, AnEmptyTextMeasuresNothing) {
     EXPECT_EQ(MeasureText(font, u"").width, 0);
     EXPECT_EQ(MeasureText(font, u"").height, 0);
     EXPECT_EQ(MeasureFitting(font, u"", 100).units, 0u);
@@ -37,7 +37,7 @@ TEST_F(Texts, AllTextsOfAFontAreOneLineHighAndLongerOnesWider) {
     EXPECT_EQ(ten.height, one.height);
 }
 
-TEST_F(Texts, WhatFitsIsTheLongestBeginningThatIsNotWider) {
+TEST_F(Texts, TheFittingPartIsTheLongestBeginningThatIsNotWider) {
     const std::u16string text(20, u'n');
     const std::int32_t unit = MeasureText(font, u"n").width;
     for (const std::int32_t width : {unit, 3 * unit, 4 * unit - 1, 20 * unit, 1000 * unit}) {
@@ -63,7 +63,7 @@ TEST(Fonts, TheStockFontHasAFaceAndAHeight) {
     EXPECT_NE(record.face[0], u'\0');
 }
 
-TEST(Fonts, NoFontIsHarmless) {
+TEST(Fonts, ANullFontIsHarmless) {
     EXPECT_GT(MeasureText(nullptr, u"text").width, 0);
     DeleteFont(nullptr);
 }

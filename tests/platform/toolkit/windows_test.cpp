@@ -47,7 +47,7 @@ protected:
     NativeWindow two = MakeChild(top, 102, u"static");
 };
 
-TEST_F(Windows, KnowTheirPlace) {
+TEST_F(Windows, KnowTheirParentsAndChildren) {
     EXPECT_TRUE(IsWindowAlive(top));
     EXPECT_EQ(ParentOf(one), top);
     EXPECT_EQ(TopLevelOf(one), top);
@@ -65,18 +65,18 @@ TEST_F(Windows, AnOwnerIsTheParentOfATopLevelWindowButNotItsRoot) {
     CloseWindow(owned);
 }
 
-TEST_F(Windows, OfADialogsParentTheRootOwnsIt) {
+TEST_F(Windows, TheRootOfADialogsParentOwnsTheDialog) {
     EXPECT_EQ(OwnerOfDialog(one), top);
     EXPECT_EQ(OwnerOfDialog(top), top);
     const NativeWindow owned = MakeTop(top);
     EXPECT_EQ(OwnerOfDialog(owned), owned);
     CloseWindow(owned);
-    EXPECT_EQ(OwnerOfDialog(owned), nullptr) << "no window any more";
+    EXPECT_EQ(OwnerOfDialog(owned), nullptr) << "it is destroyed";
     EXPECT_EQ(OwnerOfDialog(nullptr), nullptr);
     EXPECT_EQ(OwnerOfDialog(reinterpret_cast<NativeWindow>(std::intptr_t(-3))), nullptr) << "HWND_MESSAGE";
 }
 
-TEST_F(Windows, TakeTheirChildrenAlong) {
+TEST_F(Windows, AreDestroyedWithTheirChildren) {
     CloseWindow(top);
     EXPECT_FALSE(IsWindowAlive(top));
     EXPECT_FALSE(IsWindowAlive(one));
@@ -106,7 +106,7 @@ TEST_F(Windows, AreEnabledUntilTheyAreDisabled) {
 TEST_F(Windows, TheWholeStyleCanBeReplaced) {
     ShowOrHide(one, true);
     SetStyle(one, kChild | kTabStop | 1);
-    EXPECT_EQ(StyleOf(one), kChild | kTabStop | 1) << "the bit for shown goes too";
+    EXPECT_EQ(StyleOf(one), kChild | kTabStop | 1) << "the bit for shown is replaced too";
 }
 
 TEST_F(Windows, AChildIsFoundByClassAndExactStyle) {
@@ -129,7 +129,7 @@ TEST_F(Windows, MoveToAPlaceWithTheirWholeFrame) {
     EXPECT_LT(client.Height(), 220);
 }
 
-TEST_F(Windows, ChildrenLieInTheClientAreaWithoutAFrame) {
+TEST_F(Windows, ChildrenAreInTheClientAreaAndHaveNoFrame) {
     const Rectangle first = OuterFrame(one);
     MoveTo(one, 15, 26, 71, 21);
     const Rectangle moved = OuterFrame(one);
@@ -152,7 +152,7 @@ TEST_F(Windows, KeepTheirText) {
     EXPECT_EQ(ControlText(top, 999), u"");
 }
 
-TEST_F(Windows, ALongTextComesBackWhole) {
+TEST_F(Windows, ALongTextIsReturnedWhole) {
     const std::u16string text(5000, u'x');
     SetText(top, text.c_str());
     EXPECT_EQ(TextOf(top), text);

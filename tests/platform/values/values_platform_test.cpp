@@ -101,7 +101,7 @@ TEST(NarrowText, WidensEachByte) {
 
 using Reader = std::optional<std::string> (*)(const std::u16string& path);
 
-// A folder whose name no code page holds, gone when the test ends.
+// A folder whose name no code page holds, deleted when the test ends.
 class WideFiles : public testing::Test {
 protected:
     std::u16string Write(const std::string& bytes) {
@@ -114,7 +114,7 @@ protected:
     const std::filesystem::path file = folder / "file.bin";
 };
 
-TEST_F(WideFiles, AreReadAsTheyAre) {
+TEST_F(WideFiles, AreReadUnchanged) {
     for (const std::size_t length : {0U, 1U, 4095U, 4096U, 4097U, 10000U}) {
         std::string bytes(length, '\n');
         if (length > 2) bytes[1] = '\x1A';
@@ -164,7 +164,7 @@ TEST_F(WideFiles, ReportWhyTheyCannotBeRead) {
     EXPECT_FALSE(error.empty());
 }
 
-TEST_F(WideFiles, AreWrittenAsTheyAre) {
+TEST_F(WideFiles, AreWrittenUnchanged) {
     const std::u16string path = file.u16string();
     std::string error = "untouched";
     const std::string bytes("a\n\r\n\x1A\0b", 7);

@@ -5,9 +5,9 @@
 namespace brixen::pvn::pvn_workflow::platform {
 namespace {
 
-TEST(PanePlatform, ContrastIsPlainUnlessTheUserAskedForMore) { EXPECT_FALSE(IsHighContrast()); }
+TEST(PanePlatform, ContrastIsNotHighByDefault) { EXPECT_FALSE(IsHighContrast()); }
 
-TEST(PanePlatform, AProgramThatIsNotThereIsNotStarted) {
+TEST(PanePlatform, AMissingProgramIsNotStarted) {
     EXPECT_FALSE(StartProgram(u"no-such-program-anywhere.exe", u"page.html", 9));
     EXPECT_FALSE(StartProgram(u"no-such-program-anywhere.exe", u"", 1));
 }

@@ -1,4 +1,4 @@
-// The resource platform, the same for the system and for its twin.
+// The resource platform: the same tests for the native twin and for Windows.
 #include "workflow/platform/resource_platform.h"
 
 #include "support/resource_folder.h"

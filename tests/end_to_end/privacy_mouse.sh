@@ -1,5 +1,5 @@
 #!/bin/bash
-# Walks Privacy by mouse: forth and back, accepts, declines and cancels, in English and mirrored in Hebrew.
+# Walks Privacy by mouse: forward and back, accepts, declines and cancels, in English and mirrored in Hebrew.
 . "$(dirname "$0")/support/drive.sh"
 
 has_a_field() { [ -n "$(state_of_class edit direction)" ]; }
@@ -22,7 +22,7 @@ xdotool click 5
 wait_until "the wheel scrolls" is_scrolled
 click Back
 wait_until "Back leads to the choice" shows Continue
-wait_until "the field is gone" has_no_field
+wait_until "the field is hidden" has_no_field
 click_class combobox
 wait_until "a click opens the list" class_state_is combobox list open
 click_class combobox $((10 + hebrew * $(state_of_class combobox row_height) + 6)) # the rows begin below the field

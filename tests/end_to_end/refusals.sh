@@ -1,5 +1,5 @@
 #!/bin/bash
-# A workflow that the library does not have is refused with its status, and the host goes on.
+# A workflow that the library does not have is refused with its status, and the host ends with code 1.
 . "$(dirname "$0")/support/drive.sh"
 
 for workflow in 2 4 5 65535; do

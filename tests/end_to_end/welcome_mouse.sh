@@ -1,12 +1,12 @@
 #!/bin/bash
-# Walks Welcome by mouse, forth and back and to its end, in English and mirrored in Hebrew.
+# Walks Welcome by mouse, forward and back and to its end, in English and mirrored in Hebrew.
 . "$(dirname "$0")/support/drive.sh"
 
 start_host --workflow 1 --language en_US
 wait_until "Welcome is shown" shows "Learn more"
 click Continue
 wait_until "Highlights is shown" title_is "Getting started: What to expect"
-wait_until "the pane before is gone" shows_no_more "Learn more"
+wait_until "the former pane is hidden" shows_no_more "Learn more"
 wait_until "the buttons are in order" left_of Back Continue Quit
 click Back
 wait_until "Back leads to Welcome" title_is "Getting started: Welcome"

@@ -1,5 +1,5 @@
-/* window_message TITLE close: posts WM_CLOSE to the top-level window of that title, enabled or not, as the
- * task bar does. window_message TITLE command ID: posts the command of a menu. Exit code 1 when there is no
+/* window_message TITLE close: posts WM_CLOSE to the top-level window with that title, enabled or not, as the
+ * task bar does. window_message TITLE command ID: posts the command of a menu. Exit code 1 if there is no
  * such window. */
 #include <stdlib.h>
 #include <string.h>

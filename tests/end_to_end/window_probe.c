@@ -11,7 +11,7 @@
  *   line=FIRST_VISIBLE/LINES selection=START-END direction=ltr|rtl
  *   row=SELECTED/ROWS list=open|closed row_height=PIXELS
  *
- * Exit code 1 when there is no dialog. */
+ * Exit code 1 if there is no dialog. */
 #include <stdio.h>
 #include <windows.h>
 

@@ -25,11 +25,11 @@ void Load(ZStringDictionary& dictionary, std::string_view file) {
     try {
         dictionary.Load(copy.get(), static_cast<std::int64_t>(file.size()), true);
     } catch (kestrel_private::ConversionCode) {
-        // Values of version 1 that are no text in their encoding; items before them stay.
+        // Values of version 1 that are not text in their encoding. Items before them stay.
     }
 }
 
-// A new file begins at each magic.
+// Splits the bytes into files: a new file begins at each magic.
 std::vector<std::string_view> FilesIn(std::string_view bytes) {
     std::vector<std::string_view> files;
     while (!bytes.empty()) {
@@ -55,7 +55,7 @@ std::vector<std::string> KeysOf(const ZStringDictionary& dictionary) {
         dictionary.Entries().Value(id);
         dictionary.Entries().Note(id);
         const std::string_view key = dictionary.Entries().Key(id);
-        // Only what is a key text of its own.
+        // Only keys that are valid key texts.
         if (key.find('$') == key.npos && key.find('=') == key.npos) keys.emplace_back(key);
     }
     return keys;

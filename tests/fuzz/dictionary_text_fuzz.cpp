@@ -12,7 +12,7 @@ void Load(kestrel::ZStringDictionary& dictionary, const std::uint8_t* bytes, std
     try {
         dictionary.Load(bytes, static_cast<std::int64_t>(length), true);
     } catch (kestrel_private::ConversionCode) {
-        // Bytes that are no text in the code page are refused; lines before them stay.
+        // Bytes that are not text in the code page are refused. Lines before them stay.
     }
 }
 

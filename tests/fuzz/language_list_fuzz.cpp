@@ -1,5 +1,5 @@
-// Any bytes as a language list and as a privacy statement. A list never names a file outside the folder of
-// the statements, its rows can be shown, and reading it again gives the same.
+// Reads any bytes as a language list and as a privacy statement. A list never names a file outside the folder
+// of the statements, its rows can be shown, and a second reading has the same result.
 #include "values/markup/document.h"
 #include "workflow/catalogue/privacy_data.h"
 #include "workflow/resources/privacy_list.h"

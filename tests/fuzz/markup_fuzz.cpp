@@ -1,5 +1,6 @@
-// Any bytes as a document, then a script of edits after the first byte 1. Every node can be visited and
-// read; what returns false has changed nothing; after every edit the table is that of a fresh parse.
+// Reads any bytes as a document, then runs the bytes after the first byte 1 as a script of edits. Every node
+// can be visited and read. A call that returns false has changed nothing. After every edit the table is that
+// of a fresh parse.
 #include "support/markup_script.h"
 #include "values/markup/document.h"
 
@@ -19,14 +20,15 @@ using brixen::lyr::gen::markup_test::MarkupScript;
 using brixen::lyr::gen::markup_test::TreeDifference;
 
 constexpr char kScriptMark = '\1';
+
 void Require(bool holds, const std::string& otherwise) {
     if (holds) return;
     std::fprintf(stderr, "%s\n", otherwise.c_str());
     std::abort();
 }
 
-// Steps on every node and reads all that can be read. A tag or value without an end runs to the end of the
-// text, so only so many nodes are read.
+// Visits every node and reads all that can be read. A tag or value without an end reaches to the end of the
+// text, so the number of nodes is limited.
 void ReadEverything(CMarkupSTL markup) {
     const std::string text = markup.GetDoc();
     markup.ResetPos();

@@ -1,5 +1,5 @@
-// Decodes any units as a value: no text becomes longer, and a text without escapes and entities stays as it
-// is.
+// Decodes any units as a value: no text becomes longer, and a text without escapes and entities does not
+// change.
 #include "dictionaries/value_decoding.h"
 #include "dictionaries/zstring/zstring.h"
 

@@ -21,7 +21,7 @@ fail() {
     exit 1
 }
 
-# start_host ARGUMENT...: in the background, its words kept.
+# start_host ARGUMENT...: starts the sample host in the background and keeps its output.
 start_host() {
     : >"$output"
     (cd "$bin" && exec timeout 240 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
@@ -40,15 +40,15 @@ host_ends() {
 # host_said TEXT: the host has printed TEXT.
 host_said() {
     if [ -z "$1" ]; then
-        [ ! -s "$output" ] || fail "the host said: $(cat "$output")"
-        echo "ok: the host said nothing"
+        [ ! -s "$output" ] || fail "the host printed: $(cat "$output")"
+        echo "ok: the host printed nothing"
         return
     fi
-    grep -qF "$1" "$output" || fail "the host did not say '$1' but: $(cat "$output")"
-    echo "ok: the host said '$1'"
+    grep -qF "$1" "$output" || fail "the host did not print '$1' but: $(cat "$output")"
+    echo "ok: the host printed '$1'"
 }
 
-# One write, so that a reader that stops early does not break the pipe.
+# probe: prints what window_probe prints, in one write, so that a reader that stops early does not break the pipe.
 probe() {
     local dump
     dump=$(wine "$bin/window-probe.exe" 2>/dev/null | tr -d '\r') || true
@@ -63,7 +63,7 @@ wait_until() {
     local what=$1 end=$((SECONDS + 60))
     shift
     until "$@"; do
-        [ "$SECONDS" -lt "$end" ] || fail "never came: $what"
+        [ "$SECONDS" -lt "$end" ] || fail "never true: $what"
         sleep 0.1
     done
     echo "ok: $what"
@@ -109,7 +109,7 @@ click() {
 }
 center_of_class() { probe | awk -v class="$1" 'NR > 1 && tolower($2) == class { print $3, $4; exit }'; }
 shows_class() { [ -n "$(center_of_class "$1")" ]; }
-# click_class CLASS [BELOW]: clicks the visible control of that class, or so many pixels below its center.
+# click_class CLASS [BELOW]: clicks the visible control of that class at its center, or that many pixels below it.
 click_class() {
     local line
     wait_until "the $1 can be clicked" shows_class "$1"

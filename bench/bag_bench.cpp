@@ -1,4 +1,4 @@
-// The property bag against the map that it could have been.
+// The property bag against a std::map with the same entries.
 #include "values/storage.h"
 
 #include <benchmark/benchmark.h>
@@ -26,10 +26,10 @@ std::vector<std::string> Keys() {
     return keys;
 }
 
-// Long enough not to fit into the string object itself.
+// Too long to fit into the string object itself.
 constexpr char kText[] = "A text as the panes hand it on: sixty-odd bytes of plain words.";
 
-// `run(key)` for one key after the other.
+// Calls `run(key)` for one key after the other.
 template <class Run>
 void ForEachKey(benchmark::State& state, Run run) {
     const std::vector<std::string> keys = Keys();

@@ -6,8 +6,8 @@
 namespace bench {
 namespace {
 
-// `name` is to cost at most `limit` times what `peer` costs, by item; without a peer, at most `limit`
-// nanoseconds, or what its figure counts.
+// An item of `name` may cost at most `limit` times an item of `peer`; without a peer, at most `limit`
+// nanoseconds, or units of its figure.
 struct Bar {
     const char* name;
     const char* peer;
@@ -75,7 +75,7 @@ constexpr Bar kBars[] = {
     {"markup_edit_end/pavane/10", "markup_edit_end/pavane/1", 1.5},
 };
 
-// Without how often it ran and by which clock.
+// Returns the name without the number of runs and the clock.
 std::string NameOf(const benchmark::BenchmarkReporter::Run& run) {
     const auto& name = run.run_name;
     return name.args.empty() ? name.function_name : name.function_name + "/" + name.args;

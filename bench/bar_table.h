@@ -1,4 +1,4 @@
-// Sums a run of all benchmarks up: the median cost of each, and how it stands to its peer and to the bar.
+// Reports a run of benchmarks: the median cost of each, and its ratio to its peer beside the bar for it.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -9,7 +9,7 @@
 
 namespace bench {
 
-// A benchmark that measures something else than time says what it found in this counter.
+// A benchmark that measures something other than time stores the result in this counter.
 inline constexpr char kFigure[] = "figure";
 
 // Prints nothing until the end.
@@ -20,7 +20,8 @@ public:
     void Finalize() override;
 
 private:
-    // Nanoseconds an item, or the figure, median of all rounds; 0 if the benchmark did not run.
+    // Returns the median of all rounds, in nanoseconds an item, or of the figure; 0 if the benchmark did not
+    // run.
     double Median(const std::string& name) const;
     void PrintCosts();
     void PrintBars();

@@ -49,7 +49,7 @@ void CopyWarm(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 
-// The file on disk, for other processes; gone at the end.
+// The file on disk, for other processes; deleted with the object.
 class FileOnDisk {
 public:
     explicit FileOnDisk(std::size_t count)
@@ -64,7 +64,7 @@ private:
     std::filesystem::path path;
 };
 
-// The seconds that a new process took, or a negative number.
+// Returns the seconds that a new process took, or a negative number.
 double AskNewProcess(const char* work, const std::filesystem::path& file) {
     static const std::filesystem::path program =
         std::filesystem::read_symlink("/proc/self/exe").parent_path() / "load_in_new_process";

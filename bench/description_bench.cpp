@@ -1,5 +1,5 @@
-// Descriptions against table constructors: text in, a finished tree out. Our side runs RunDefinition, so it
-// pays for a new root scope, the layout and the final attributes as well.
+// Descriptions against table constructors, from the text to a finished tree. Our side runs RunDefinition, so
+// it pays for a new root scope, the layout and the final attributes too.
 #include "bench/lua_peer.h"
 #include "bench/sample_views.h"
 #include "view/express_view_scope.h"

@@ -65,8 +65,9 @@ void FindPeer(benchmark::State& state) {
                [&](const std::string& key) { benchmark::DoNotOptimize(map.find(key)); });
 }
 
-// Makes a catalogue in a folder of its own, bound as the domain "bench"; false when it cannot be made.
-bool MakeCatalogue(MakeKey makeKey, std::size_t count) {
+// Makes a message catalog in a folder of its own, bound as the domain "bench". Returns false if it cannot be
+// made.
+bool MakeCatalog(MakeKey makeKey, std::size_t count) {
     const auto root = std::filesystem::temp_directory_path() / ("pavane_bench_" + std::to_string(count));
     const auto folder = root / "en" / "LC_MESSAGES";
     std::filesystem::create_directories(folder);
@@ -86,11 +87,11 @@ bool MakeCatalogue(MakeKey makeKey, std::size_t count) {
     return std::string(dgettext("bench", makeKey(0).c_str())) == kValue;
 }
 
-// Makes the catalogue once for each size, however often the benchmark begins again.
-bool HaveCatalogue(std::size_t count) {
+// Makes the catalog once for each size, however often the benchmark begins again.
+bool HaveCatalog(std::size_t count) {
     static std::map<std::size_t, bool> made;
     const auto [entry, isNew] = made.try_emplace(count, false);
-    if (isNew) entry->second = MakeCatalogue(PaddedKey, count);
+    if (isNew) entry->second = MakeCatalog(PaddedKey, count);
     const auto root = std::filesystem::temp_directory_path() / ("pavane_bench_" + std::to_string(count));
     bindtextdomain("bench", root.c_str());
     return entry->second;
@@ -99,8 +100,8 @@ bool HaveCatalogue(std::size_t count) {
 template <class Answer>
 void AskGettext(benchmark::State& state, Answer answer) {
     const auto count = static_cast<std::size_t>(state.range(0));
-    if (!HaveCatalogue(count)) {
-        state.SkipWithError("no catalogue: gettext's msgfmt is needed");
+    if (!HaveCatalog(count)) {
+        state.SkipWithError("no message catalog: gettext's msgfmt is needed");
         return;
     }
     ForEachKey(state, ShuffledKeys(PaddedKey, count), answer);
@@ -128,7 +129,7 @@ void AnswerOurs(benchmark::State& state) {
     });
 }
 
-// A text dictionary of many lines, and the same lines put into a map.
+// Returns a text dictionary of many lines.
 std::u16string TextDictionary(std::size_t count) {
     std::u16string text = u"\uFEFF";
     for (std::size_t i = 0; i < count; ++i) {

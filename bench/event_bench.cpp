@@ -1,7 +1,7 @@
-// From an event to the new state: a workflow of twelve panes, walked to its end again and again, with the
-// object that takes part in every change (the host, under the wildcard row) and the pane of each state. The
-// peer keeps both tables as maps of maps and takes the same steps. The second pair has no properties at all,
-// so that only the look-up of the transition and the change are left.
+// The time from an event to the new state: a workflow of twelve panes, walked to its end again and again,
+// with the object that takes part in every change (the host, under the wildcard row) and the pane of each
+// state. The peer keeps both tables as maps of maps and takes the same steps. The second pair has no
+// properties, so that only the lookup of the transition and the change are left.
 #include "workflow/machine/action_delegate.h"
 #include "workflow/machine/state_machine.h"
 
@@ -26,7 +26,7 @@ constexpr std::string_view kEvents[] = {"ContinueToNextState", "GoBackToPrevious
 // The walk takes a different event from one state to the next.
 std::string_view EventFrom(std::uint16_t state) { return kEvents[state % std::size(kEvents)]; }
 
-// The same, in the shape in which it is written without further thought.
+// The same machine, written in the most obvious way.
 class MapMachine {
 public:
     class Delegate {
@@ -73,7 +73,7 @@ private:
     Table<void*> properties;
 };
 
-// Counts, so that no call can be left out.
+// Counts the calls, so that the compiler can omit none.
 template <class Machine, class Base>
 class Counting final : public Base {
 public:
@@ -101,7 +101,7 @@ void SetProperties(Machine& machine, Delegate* delegate) {
 
 template <class Machine>
 void Walk(benchmark::State& state, Machine& machine) {
-    // The texts as they arrive: elsewhere than those in the table.
+    // The texts of the events are not those of the table.
     std::string events[kStates];
     for (std::uint16_t place = 0; place < kStates; ++place) events[place] = EventFrom(place);
     std::uint16_t at = 0;
@@ -118,7 +118,7 @@ void Event(benchmark::State& state) {
     SetProperties(machine, static_cast<Delegate*>(&delegate));
     Walk(state, machine);
     if (delegate.entered < state.iterations() || delegate.exited < state.iterations())
-        state.SkipWithError("a change was not told");
+        state.SkipWithError("the delegate was not called for a change");
 }
 
 template <class Machine>

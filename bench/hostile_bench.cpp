@@ -38,7 +38,7 @@ std::string Times(std::size_t count, std::string_view piece) { return Repeated(p
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
-// Text that `statement` runs again and again: in `m`, sixteen times in all.
+// Returns `before`, then `macro` evaluated sixteen times.
 std::string Evaluated(const std::string& before, const std::string& macro) {
     return before + "m = " + Quoted(macro) + ";" + Times(16, "eval(m);") + "d();";
 }
@@ -62,7 +62,7 @@ std::string NamesInEveryBlock() {
     return "m = " + Quoted(names) + ";" + Times(240, "v(){eval(m);") + Repeated("}", 240);
 }
 
-// Names that no scope of the deepest chain has, but that every scope must be searched for.
+// Names that no scope of the deepest chain has, so that every scope is searched.
 std::string MissingNamesInADeepChain(std::string_view piece, std::size_t namesOfABlock) {
     std::string names;
     for (std::size_t n = 0; n < namesOfABlock; ++n) names += "b" + std::to_string(n) + "=1;";

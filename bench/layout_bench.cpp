@@ -1,4 +1,4 @@
-// The layout alone: direction, measure and place over a tree that is finished but for it.
+// The layout alone: direction, measure and place over a tree that lacks only its layout.
 #include "bench/sample_views.h"
 #include "toolkit/layout/layout.h"
 #include "toolkit/layout/view_tree.h"

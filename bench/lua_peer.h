@@ -8,9 +8,10 @@ namespace bench {
 
 enum class LuaKind { LuaJit, Lua54 };
 
-// One interpreter with its standard libraries. Throws std::runtime_error when the library is not installed.
+// One interpreter with its standard libraries.
 class LuaPeer {
 public:
+    // Throws std::runtime_error if the interpreter's library is not installed.
     explicit LuaPeer(LuaKind kind);
     LuaPeer(const LuaPeer&) = delete;
     LuaPeer& operator=(const LuaPeer&) = delete;

@@ -3,7 +3,7 @@
 #include <malloc.h>
 
 int main(int argumentCount, char** arguments) {
-    // The heap stays ours between rounds, for both sides: what is measured is the work, not the system's
+    // The process keeps its heap between rounds, for both sides: the work is measured, not the system's
     // pages.
     mallopt(M_TRIM_THRESHOLD, 1 << 30);
     mallopt(M_MMAP_THRESHOLD, 1 << 30);

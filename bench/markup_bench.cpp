@@ -1,4 +1,4 @@
-// The markup document against pugixml: reading, walking, building; and what an edit costs.
+// The markup document against pugixml: reading, walking, building; and the cost of an edit.
 #include "bench/bar_table.h"
 #include "bench/markup_samples.h"
 #include "values/markup/document.h"
@@ -47,8 +47,8 @@ void ParsePeer(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 
-// Sums up the lengths of the text and of the attribute "id" of every element, in document order. Neither side
-// copies them.
+// Return the sum of the lengths of the text and of the attribute "id" of every element, in document order.
+// Neither side copies them.
 std::size_t WalkOurs(CMarkupSTL& document) {
     std::size_t sum = 0;
     std::string room;
@@ -92,7 +92,7 @@ void ParseAndWalkPeer(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 
-// Bytes that the heap has given out. The program keeps large blocks on the heap too.
+// Returns the bytes in use on the heap. The program keeps large blocks on the heap too.
 std::size_t HeapInUse() { return mallinfo2().uordblks; }
 
 template <Sample sample>
@@ -121,7 +121,7 @@ void HeldPeer(benchmark::State& state) {
     state.counters[kFigure] = static_cast<double>(held) / static_cast<double>(text.size());
 }
 
-// A call with `state.range(0)` parameters, built element by element and made into text; an item is a
+// Builds a call with `state.range(0)` parameters element by element and makes it text. An item is a
 // parameter.
 void BuildOurs(benchmark::State& state) {
     for (auto _ : state) {

@@ -6,11 +6,11 @@
 
 namespace bench {
 
-// Records on one line each, with attributes and a reference here and there: at least `bytes` long.
+// Returns records on one line each, with attributes and some references: at least `bytes` long.
 std::string MarkupRecords(std::size_t bytes);
-// The same records, each element on a line of its own and indented by its depth.
+// Returns the same records, each element on a line of its own and indented by its depth.
 std::string MarkupIndented(std::size_t bytes);
-// What a service answers to a call: about 1 KB.
+// Returns the answer of a service to a call: about 1 KB.
 std::string MarkupAnswer();
 
 } // namespace bench

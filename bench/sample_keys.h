@@ -1,4 +1,4 @@
-// Makes the keys of dictionaries to measure with.
+// Keys for the benchmarks of dictionaries.
 #pragma once
 
 #include <cstddef>
@@ -8,9 +8,9 @@ namespace bench {
 
 using MakeKey = std::string (*)(std::size_t);
 
-// A key of equal parts, padded with zeros: all but a few are in three buckets.
+// Returns a key of equal parts, padded with zeros: all but a few are in three buckets.
 std::string PaddedKey(std::size_t number);
-// A key as an author writes it.
+// Returns a key as an author writes it.
 std::string NaturalKey(std::size_t number);
 
 } // namespace bench

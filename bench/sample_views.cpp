@@ -7,7 +7,7 @@
 namespace bench {
 namespace {
 
-// The two notations differ in little.
+// A notation for a tree of views. The two notations differ in little.
 struct Notation {
     const char* headBegin; // between the keyword and the attributes
     const char* assign;

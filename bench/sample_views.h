@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// The same tree of exactly `nodeCount` views, as a description, and as a Lua chunk that returns table
+// Return the same tree of exactly `nodeCount` views, as a description, and as a Lua chunk that returns table
 // constructors.
 std::string SampleDescription(std::size_t nodeCount);
 std::string SampleLuaChunk(std::size_t nodeCount);

@@ -1,4 +1,4 @@
-// One look-up of a name through a chain of scopes as a view has it: parameters, three blocks, the root.
+// One lookup of a name through the chain of scopes of a view: parameters, three blocks, the root.
 #include "bench/sample_views.h"
 #include "view/scope/expression_scope.h"
 

@@ -1,10 +1,10 @@
-# What the benchmarks of text and dictionaries run beside: ICU, OpenSSL, Abseil, and the C library's gettext.
+# The peers of the benchmarks of text and dictionaries: ICU, OpenSSL, Abseil, and the C library's gettext.
 find_package(ICU REQUIRED COMPONENTS uc)
 find_package(OpenSSL REQUIRED)
 find_package(absl REQUIRED)
 target_link_libraries(pavane_bench PRIVATE pavane_dictionaries ICU::uc OpenSSL::Crypto absl::flat_hash_map absl::strings)
 
-# Compiled dictionaries; what a new process takes is asked of a program of its own.
+# Compiled dictionaries; the cost in a new process is measured by a program of its own.
 target_link_libraries(pavane_bench PRIVATE pavane_tools)
 add_executable(load_in_new_process child/load_in_new_process.cpp sample_keys.cpp)
 target_include_directories(load_in_new_process PRIVATE ${CMAKE_SOURCE_DIR})

@@ -27,7 +27,7 @@ constexpr std::string_view kCjk =
     "\xE8\xA8\xAD\xE5\xAE\x9A\xE3\x82\x92\xE4\xBF\x9D\xE5\xAD\x98\xE3\x81\x97\xE3\x81\xA6";
 constexpr std::string_view kEmoji = "\xF0\x9F\x98\x80\xF0\x9F\x98\x81\xF0\x9F\xA4\xA3";
 
-// The words repeated up to `length` bytes, cut at the border of a character.
+// Returns the words repeated up to `length` bytes, cut at the border of a character.
 std::string Repeated(std::string_view words, std::size_t length) {
     std::string text;
     while (text.size() < length) text += words;

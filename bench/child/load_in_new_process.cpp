@@ -1,4 +1,4 @@
-// load_in_new_process WORK FILE: does one piece of work on a compiled dictionary that no process before it
+// load_in_new_process WORK FILE: does one piece of work on a compiled dictionary, which no earlier process
 // can have prepared, and prints its processor time in seconds. WORK is `copy` (malloc and memcpy of the
 // file), `load`, or `lookup` (load and 200 lookups).
 #include "bench/sample_keys.h"

@@ -1,6 +1,6 @@
 // A dialog of fifty controls, made and deleted through the toolkit, against a bare loop that makes the same
-// calls of the system for the same controls. Both dialogs stay hidden. What the bare loop makes is read from
-// a dialog of the toolkit, and compared with it, before anything is measured.
+// calls of the system for the same controls. Both dialogs stay hidden. The bare loop copies a dialog of the
+// toolkit; both are compared before anything is measured.
 //   dialog_bench [ROUNDS]     prints the medians and their ratio
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -36,7 +36,7 @@ std::string Description() {
         };
         text += "row() {\n";
         view("static_text", 0, "The label of row", 140);
-        view("edit_text", 1, "What stands in row", 160);
+        view("edit_text", 1, "The text of row", 160);
         view("check_box", 2, "Check", 90);
         view("radio", 3, "Radio", 90);
         view("button", 4, "Press", 90);
@@ -53,28 +53,28 @@ public:
         ZeveInitRecord record;
         record.callback = Hear;
         record.instance = platform::LibraryModule();
-        fDialog = ZeveNew(&record);
-        ZeveAddViewText(fDialog, description.c_str());
-        fWindow = reinterpret_cast<HWND>(ZeveMakeDialog(fDialog, nullptr));
+        dialog = ZeveNew(&record);
+        ZeveAddViewText(dialog, description.c_str());
+        window = reinterpret_cast<HWND>(ZeveMakeDialog(dialog, nullptr));
     }
     ToolkitDialog(const ToolkitDialog&) = delete;
     ToolkitDialog& operator=(const ToolkitDialog&) = delete;
-    ~ToolkitDialog() { ZeveDelete(fDialog); }
-    HWND Window() const { return fWindow; }
+    ~ToolkitDialog() { ZeveDelete(dialog); }
+    HWND Window() const { return window; }
 
 private:
-    ZeveDialog* fDialog;
-    HWND fWindow;
+    ZeveDialog* dialog;
+    HWND window;
 };
 
-// --- What there is to be made
+// --- The windows to make
 
 struct Control {
     std::wstring className, text;
     DWORD style, extendedStyle;
-    RECT frame; // of the dialog in screen coordinates, of a control in those of its parent
+    RECT frame; // in screen coordinates for the dialog, in those of the parent for a control
     UINT_PTR id;
-    LOGFONTW font; // zero if none was given
+    LOGFONTW font; // zero for none
     bool operator==(const Control& other) const {
         return className == other.className && text == other.text && style == other.style &&
                extendedStyle == other.extendedStyle && EqualRect(&frame, &other.frame) && id == other.id &&
@@ -141,16 +141,16 @@ class BareDialog {
 public:
     explicit BareDialog(const std::vector<Control>& all) {
         MakeDialog(all.front());
-        fFonts.reserve(all.size());
+        fonts.reserve(all.size());
         for (std::size_t place = 1; place < all.size(); ++place) MakeControl(all[place]);
     }
     BareDialog(const BareDialog&) = delete;
     BareDialog& operator=(const BareDialog&) = delete;
     ~BareDialog() {
-        for (const HFONT font : fFonts) DeleteObject(font);
-        DestroyWindow(fWindow);
+        for (const HFONT font : fonts) DeleteObject(font);
+        DestroyWindow(window);
     }
-    HWND Window() const { return fWindow; }
+    HWND Window() const { return window; }
 
 private:
     static HWND Make(const Control& control, HWND parent) {
@@ -167,15 +167,15 @@ private:
     void MakeDialog(const Control& dialog) {
         GetSystemMetrics(SM_CXFULLSCREEN);
         GetSystemMetrics(SM_CYFULLSCREEN);
-        fWindow = Make(dialog, nullptr);
-        TakeProcedure(fWindow, AnswerDialog);
-        SendMessageW(fWindow, WM_CHANGEUISTATE, 0x20003, 0);
+        window = Make(dialog, nullptr);
+        TakeProcedure(window, AnswerDialog);
+        SendMessageW(window, WM_CHANGEUISTATE, 0x20003, 0);
         RECT outer = {}, client = {};
-        GetWindowRect(fWindow, &outer);
-        GetClientRect(fWindow, &client);
+        GetWindowRect(window, &outer);
+        GetClientRect(window, &client);
         const RECT& frame = dialog.frame;
-        MoveWindow(fWindow, frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top, TRUE);
-        const HMENU menu = GetSystemMenu(fWindow, FALSE);
+        MoveWindow(window, frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top, TRUE);
+        const HMENU menu = GetSystemMenu(window, FALSE);
         for (int place = GetMenuItemCount(menu) - 1; place >= 0; --place) {
             const UINT id = GetMenuItemID(menu, place);
             if (id != SC_MOVE && id != SC_CLOSE) DeleteMenu(menu, static_cast<UINT>(place), MF_BYPOSITION);
@@ -183,29 +183,29 @@ private:
     }
 
     void MakeControl(const Control& control) {
-        const HWND window = Make(control, fWindow);
-        const LONG_PTR saved = TakeProcedure(window, AnswerAsSaved);
-        SetPropW(window, kSavedProcedure, reinterpret_cast<HANDLE>(saved));
-        fFonts.push_back(MakeFont(window, control));
-        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(fFonts.back()), TRUE);
-        ShowWindow(window, SW_SHOW);
-        EnableWindow(window, TRUE);
+        const HWND made = Make(control, window);
+        const LONG_PTR saved = TakeProcedure(made, AnswerAsSaved);
+        SetPropW(made, kSavedProcedure, reinterpret_cast<HANDLE>(saved));
+        fonts.push_back(MakeFont(made, control));
+        SendMessageW(made, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.back()), TRUE);
+        ShowWindow(made, SW_SHOW);
+        EnableWindow(made, TRUE);
         if (lstrcmpiW(control.className.c_str(), L"edit") != 0) return;
-        SetPropW(window, kEditOwner, this);
-        TakeProcedure(window, AnswerEdit);
+        SetPropW(made, kEditOwner, this);
+        TakeProcedure(made, AnswerEdit);
     }
 
-    static HFONT MakeFont(HWND window, const Control& control) {
-        const HDC device = GetDC(window);
+    static HFONT MakeFont(HWND forWindow, const Control& control) {
+        const HDC device = GetDC(forWindow);
         GetDeviceCaps(device, LOGPIXELSY);
-        ReleaseDC(window, device);
+        ReleaseDC(forWindow, device);
         LOGFONTW system = {};
         GetObjectW(GetStockObject(SYSTEM_FONT), sizeof system, &system);
         return CreateFontIndirectW(&control.font);
     }
 
-    HWND fWindow = nullptr;
-    std::vector<HFONT> fFonts;
+    HWND window = nullptr;
+    std::vector<HFONT> fonts;
 };
 
 // --- Measuring

@@ -3,7 +3,7 @@
 if(MSVC)
     add_compile_options(/W4 /WX /utf-8 /permissive-)
 else()
-    # A constructor's parameter may bear the name of the member that it fills, with either compiler.
+    # A constructor's parameter may have the name of the member that it initializes, with either compiler.
     add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Werror
         $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
         $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>)
@@ -13,7 +13,7 @@ if(PAVANE_SANITIZE)
     add_compile_options(-fsanitize=${PAVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${PAVANE_SANITIZE})
     if(PAVANE_SANITIZE MATCHES "thread")
-        # Its library brings operators new and delete of its own; they take the place of a test's failing allocator.
+        # Its library has its own operators new and delete, which replace a test's failing allocator.
         add_link_options(-Wl,--allow-multiple-definition)
     endif()
 endif()

@@ -8,7 +8,7 @@ configure_file(${dllFolder}/manifest.rc.in ${CMAKE_BINARY_DIR}/manifest.rc @ONLY
 set_source_files_properties(${CMAKE_BINARY_DIR}/pavane.rc ${CMAKE_BINARY_DIR}/manifest.rc
     PROPERTIES OBJECT_DEPENDS ${PAVANE_MANIFEST})
 
-# The manifest as resource 3 alone, for test programs that link the rooms without the DLL.
+# Only the manifest, as resource 3, for test programs that link the rooms without the DLL.
 add_library(pavane_manifest OBJECT ${CMAKE_BINARY_DIR}/manifest.rc)
 
 add_library(pavane SHARED ${CMAKE_BINARY_DIR}/pavane.rc ${dllFolder}/pavane.def

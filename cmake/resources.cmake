@@ -1,4 +1,4 @@
-# Lays PVResources beside what runs: the views, bitmaps and pages as they are, and each text dictionary compiled.
+# Puts PVResources beside the programs: views, bitmaps and pages unchanged, and each text dictionary compiled.
 
 set(resourceOutput ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/PVResources)
 set(resourceFiles)

@@ -1,4 +1,4 @@
-# A room is a folder of src/ and a static library. What a room may know is what it links to; src/rooms.txt is the table.
+# A room is a folder of src/ and a static library. It links to the rooms that it may include, by the table src/rooms.txt.
 
 set(roomTable ${CMAKE_SOURCE_DIR}/src/rooms.txt)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${roomTable})

@@ -1,14 +1,14 @@
-# Test programs, one a folder, found by glob so that none can be forgotten:
+# Test programs, one for each folder, found by glob so that none can be forgotten:
 #   tests/unit/ROOM      native; the rooms without windows also under Wine
 #   tests/platform/ROOM  one source for the twin and for Windows
 #   tests/windows/NAME   real windows, Wine only
-# The kinds of test that drive whole programs live in tests/end_to_end, started by ./test.
+# The tests that drive whole programs are in tests/end_to_end; ./test starts them.
 
 include(GoogleTest)
 if(WIN32)
     set(BUILD_GMOCK ON)
     set(INSTALL_GTEST OFF)
-    # GoogleTest is not ours to warn about.
+    # GoogleTest is compiled without our warnings.
     get_directory_property(ourOptions COMPILE_OPTIONS)
     set_directory_properties(PROPERTIES COMPILE_OPTIONS "-ffunction-sections;-fdata-sections")
     add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
@@ -22,8 +22,8 @@ add_library(test_support STATIC ${supportSources})
 target_include_directories(test_support PUBLIC ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/include)
 target_compile_definitions(test_support PUBLIC PAVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 target_link_libraries(test_support PUBLIC GTest::gmock GTest::gtest)
-# Half the time of compiling a test goes into these two headers. GCC 12 warns of system code in headers that it has
-# precompiled, so a GCC build that precompiles them turns its warnings off.
+# These two headers take half the time of compiling a test. GCC 12 warns about system code in precompiled headers, so a
+# GCC build that precompiles them turns its warnings off.
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" OR PAVANE_PRECOMPILED_TEST_HEADERS)
     set(precompiledHeaders <gmock/gmock.h> <gtest/gtest.h>)
     target_precompile_headers(test_support PRIVATE ${precompiledHeaders})
@@ -67,7 +67,7 @@ function(pavane_test_folders kind)
         if(NOT IS_DIRECTORY ${folder} OR (ARGN AND NOT room IN_LIST ARGN))
             continue()
         endif()
-        # A program sees the rooms that its folder is named after and no others.
+        # A program links only to the rooms that its folder is named after.
         set(seen ${roomTargets})
         list(FILTER seen INCLUDE REGEX "^pavane_${room}(_|$)")
         if(kind STREQUAL "windows" OR NOT seen)

@@ -1,5 +1,5 @@
-# What authors use: a library, and the program that compiles the dictionaries that are shipped. The build runs that
-# program, so a build for another system makes one for its own machine first.
+# The author's tools: a library, and the program that compiles the shipped dictionaries. The build runs that program, so
+# a build for another system first makes one for its own machine.
 
 file(GLOB toolSources CONFIGURE_DEPENDS tools/*.cpp)
 list(FILTER toolSources EXCLUDE REGEX "_main\\.cpp$")

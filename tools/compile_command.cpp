@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 constexpr int kDone = 0;
 constexpr int kBadSource = 1;
-constexpr int kTrouble = 2;
+constexpr int kFailed = 2; // wrong usage, or a file that cannot be read or written
 
 std::optional<std::string> ReadFile(const fs::path& path) {
     std::error_code error;
@@ -26,7 +26,7 @@ std::optional<std::string> ReadFile(const fs::path& path) {
     return bytes;
 }
 
-// Writes a file beside the target first: nobody reads half of one.
+// Writes a file beside the target first, so that no other program reads half a file.
 bool WriteFile(const fs::path& path, const std::string& bytes) {
     std::error_code error;
     if (path.has_parent_path()) fs::create_directories(path.parent_path(), error);
@@ -53,21 +53,21 @@ void PrintRemarks(const std::string& source, const CompiledDictionary& compiled,
 int RunCompileCommand(const std::vector<std::string>& arguments, std::ostream& messages) {
     if (arguments.size() != 2) {
         messages << "usage: pavane-compile SOURCE TARGET\n";
-        return kTrouble;
+        return kFailed;
     }
     const std::string& source = arguments[0];
     const std::string& target = arguments[1];
     const auto text = ReadFile(source);
     if (!text) {
         messages << source << ": cannot be read\n";
-        return kTrouble;
+        return kFailed;
     }
     const CompiledDictionary compiled = CompileDictionary(*text);
     PrintRemarks(source, compiled, messages);
     if (!compiled.IsGood()) return kBadSource;
     if (WriteFile(target, compiled.bytes)) return kDone;
     messages << target << ": cannot be written\n";
-    return kTrouble;
+    return kFailed;
 }
 
 } // namespace pavane_tools

@@ -17,8 +17,8 @@ using namespace kestrel_private;
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-// True when a quotation mark cuts the text that its author meant: another one follows the closing mark, or an
-// entry begins before the opening mark.
+// Returns whether a quotation mark cuts the text that its author meant: another one follows the closing mark,
+// or an entry begins before the opening mark.
 bool IsCutByAQuote(std::u16string_view line) {
     const std::size_t opening = FindQuote(line, 0);
     if (opening == line.npos) return false;
@@ -29,7 +29,7 @@ bool IsCutByAQuote(std::u16string_view line) {
     return closing != line.npos && FindQuote(line, closing + 1) != line.npos;
 }
 
-// Why the text reader would not read a line as it is written; null when nothing is wrong.
+// Returns why the text reader would not read a line as it is written; null if it would.
 const char* ErrorOf(std::u16string_view line) {
     constexpr std::u16string_view kLineEnds = u"\u2028\u2029";
     if (line.find(u'\0') != line.npos) return "a NUL character ends the dictionary";
@@ -81,7 +81,7 @@ private:
 
     void WarnOf(std::u16string_view lineText, const KeyText<char16_t>& split) {
         if (!TextOfLine(lineText).starts_with(u"$$$/")) Remark(false, "the key does not begin with $$$/");
-        // An empty value has a place of its own behind the sign.
+        // A line with a sign has a value, though it may be empty.
         if (split.defaultText.data() == nullptr) Remark(false, "has no =, so its value is empty");
         const auto [first, isNew] = keys.try_emplace(std::u16string(split.key), line);
         if (!isNew) Remark(false, "replaces the value of line " + std::to_string(first->second));

@@ -10,8 +10,8 @@
 
 namespace pavane_tools {
 
-// A remark on a line of a source. An error means that the line would not be read as it is written, a warning
-// that its author probably meant something else.
+// A remark on a line of a source. After an error the line would not be read as it is written; after a warning
+// its author probably meant something else.
 struct LineRemark {
     std::size_t line; // from 1
     bool isError;
@@ -19,11 +19,11 @@ struct LineRemark {
 };
 
 struct CompiledDictionary {
-    std::string bytes; // empty when there is an error
+    std::string bytes; // empty if there is an error
     std::vector<LineRemark> remarks;
 
-    // True without errors.
-    bool IsGood() const;
+    // Returns whether there is no error.
+    [[nodiscard]] bool IsGood() const;
 };
 
 // Compiles a text dictionary in UTF-8, with or without a byte order mark. The library's own reader reads the

@@ -128,8 +128,8 @@ void PutNotes(Output& output, const std::vector<CompiledEntry>& entries) {
     output.PutUnits(notes.area);
 }
 
-// The store reads values without a copy where they begin at an even address, so they begin at an even byte of
-// the file: one byte more of the keys' area sees to that.
+// The store reads values without a copy if they begin at an even address. They begin at an even byte of the
+// file, for which the keys' area has one more byte if needed.
 void AlignValues(std::string& keyArea, const Output& output) {
     constexpr std::size_t kOddBytesOfCounts = 1; // the mark of the keys; all other fields of a block are even
     if ((output.Size() + kOddBytesOfCounts + keyArea.size()) % sizeof(char16_t) != 0) keyArea += '\0';

@@ -15,7 +15,7 @@ struct CompiledEntry {
     std::optional<std::u16string> note;
 };
 
-// The choices of a file.
+// The choices for a file.
 struct DictionaryFormat {
     std::uint8_t minor = 1; // of version 2; up to 127
     // The byte order; with minor 0 it is always that of this machine.
@@ -25,9 +25,9 @@ struct DictionaryFormat {
     std::string headerText = {}; // nothing reads it
 };
 
-// The bytes of a compiled dictionary of version 2. Entries keep their order. An entry with an empty key is a
-// dropped one. Throws std::length_error when a key has more than 65535 bytes, a value or note more than 32767
-// characters, or an area would pass 4 GiB.
+// Returns the bytes of a compiled dictionary of version 2. Entries keep their order. An entry with an empty
+// key is a dropped one. Throws std::length_error if a key has more than 65535 bytes, a value or note more
+// than 32767 characters, or an area more than 4 GiB.
 [[nodiscard]] std::string WriteDictionary(const std::vector<CompiledEntry>& entries,
                                           const DictionaryFormat& format = {});
 

@@ -37,7 +37,7 @@ host_ends() {
     host_said "$2"
 }
 
-# host_said TEXT: the host has printed TEXT.
+# host_said TEXT: the host has printed TEXT, or nothing at all if TEXT is empty.
 host_said() {
     if [ -z "$1" ]; then
         [ ! -s "$output" ] || fail "the host printed: $(cat "$output")"

@@ -55,7 +55,7 @@ std::string NamesOfOneScope() {
     return text + "d();";
 }
 
-// Every block of the deepest nesting defines the same names anew.
+// Every block of the deepest nesting defines the same names again.
 std::string NamesInEveryBlock() {
     std::string names;
     for (std::size_t n = 0; names.size() < 60000; ++n) names += "a" + std::to_string(n) + "=1;";

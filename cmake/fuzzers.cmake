@@ -1,4 +1,4 @@
-# One libFuzzer program for each tests/fuzz/NAME_fuzz.cpp; seeds lie in tests/fuzz/NAME_seeds/.
+# One libFuzzer program for each tests/fuzz/NAME_fuzz.cpp; its seeds are in tests/fuzz/NAME_seeds/.
 file(GLOB fuzzSources CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
 foreach(source IN LISTS fuzzSources)
     get_filename_component(name ${source} NAME_WE)

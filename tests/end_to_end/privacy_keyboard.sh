@@ -73,7 +73,7 @@ press ctrl+End
 wait_until "Ctrl+End goes to the end" is_at_end
 press ctrl+Home
 wait_until "Ctrl+Home goes to the top" is_at_top
-press Return # answers nothing: the run goes on
+press Return # answers nothing: the run continues
 press Tab
 wait_until "Tab leads to Back" is_focused Back
 press Tab

@@ -11,6 +11,7 @@ TEST(LanguageTag, HasFiveCharactersInLowerCaseWithAHyphen) {
     EXPECT_EQ(NormalizeLanguage("ja_JP"), "ja-jp");
     EXPECT_EQ(NormalizeLanguage("JA-jp"), "ja-jp");
     EXPECT_EQ(NormalizeLanguage("zh?TW.utf8"), "zh-tw");
+    EXPECT_EQ(NormalizeLanguage("he_IL.utf8"), "he-il");
     EXPECT_EQ(NormalizeLanguage("[@`{"), "[@-{"); // the neighbors of the letters
     EXPECT_EQ(NormalizeLanguage("AZ_az"), "az-az");
 }
@@ -22,12 +23,13 @@ TEST(LanguageTag, OfAShortNameKeepsItsLength) {
         EXPECT_STREQ(tag.c_str(), name);
     }
     EXPECT_EQ(NormalizeLanguage("de_"), "de-");
+    EXPECT_EQ(NormalizeLanguage("AR"), "ar");
 }
 
 TEST(LanguageTag, OfTwoLanguagesMeansRightToLeft) {
     for (const char* name : {"ar_AE", "AR-ae", "he_IL", "he-il.x"})
         EXPECT_TRUE(IsRightToLeftLanguage(name)) << name;
-    for (const char* name : {"", "ar", "ar_EG", "he", "iw_IL", "de_DE"}) {
+    for (const char* name : {"", "ar", "ar_EG", "ar_SA", "he", "iw_IL", "de_DE", "en_US"}) {
         EXPECT_FALSE(IsRightToLeftLanguage(name)) << name;
     }
 }

@@ -63,8 +63,8 @@ BOOL CALLBACK TakeDialog(HWND window, LPARAM result) {
     return FALSE;
 }
 
-// A run on this thread. What the user does is a list of steps, one a tick of a timer once the dialog is
-// shown; a run that goes on after the last one is broken off, and the test fails.
+// A run on this thread. The user's actions are a list of steps, one for each tick of a timer once the dialog
+// is shown. A run that continues after the last step is canceled, and the test fails.
 class PrivacyWindow : public testing::Test {
 protected:
     PrivacyWindow() : savedContext(GetFrameState().gPavaneContext) {

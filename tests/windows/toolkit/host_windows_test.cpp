@@ -46,7 +46,7 @@ protected:
         gTest = nullptr;
     }
 
-    // A run that its first button ends, unless what the host does ends it before.
+    // Runs until the first button ends the run, unless the host ends it before.
     bool Run() {
         PostMessageW(window, WM_COMMAND, 1, 0);
         return RunWithoutUser();
@@ -70,7 +70,7 @@ protected:
         atMessage = nullptr;
         EXPECT_TRUE(IsWindowEnabled(host));
         EXPECT_FALSE(IsModalRunUnderWay());
-        // A removed WM_PAINT that nobody handles would be there again.
+        // A removed WM_PAINT that nothing handles would be in the queue again.
         for (MSG left; PeekMessageW(&left, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&left);
         EXPECT_TRUE(Run());
     }
@@ -93,7 +93,7 @@ private:
     WNDPROC formerProcedure = nullptr;
 };
 
-// --- What the host's own procedure throws ---
+// --- Exceptions of the host's own procedure ---
 
 enum class Thrown { kStandard, kNumber, kForeign };
 
@@ -119,9 +119,9 @@ TEST_P(HostWindowThrows, InADispatchedMessage) {
     }
 }
 
-TEST_P(HostWindowThrows, WhileItIsToldThatItIsDisabledOrEnabled) {
+TEST_P(HostWindowThrows, InTheMessageThatItIsDisabledOrEnabled) {
     for (const WPARAM isActivated : {0u, 1u}) {
-        // The system sends this message too, from inside calls out of which nothing can be promised.
+        // The system sends this message too, inside its own calls, where nothing can be promised.
         bool isFirst = true;
         atMessage = [&](UINT message, WPARAM wparam) {
             if (message == WM_ACTIVATE && wparam == isActivated && std::exchange(isFirst, false)) Throw();
@@ -134,7 +134,7 @@ TEST_P(HostWindowThrows, WhileItIsToldThatItIsDisabledOrEnabled) {
 INSTANTIATE_TEST_SUITE_P(All, HostWindowThrows,
                          ::testing::Values(Thrown::kStandard, Thrown::kNumber, Thrown::kForeign));
 
-// --- Windows that go ---
+// --- Windows that are destroyed ---
 
 TEST_F(HostWindow, ADialogThatIsDestroyedWhileItsParentIsDisabledEndsItsRun) {
     atMessage = [this](UINT message, WPARAM wparam) {
@@ -168,7 +168,7 @@ TEST_F(HostWindow, AQuitDuringTheRunCancelsItAndWaitsForTheHostAgain) {
     }
 }
 
-TEST_F(HostWindow, APendingQuitLetsNoWindowShow) {
+TEST_F(HostWindow, NoWindowIsShownWhileAQuitIsPending) {
     PostQuitMessage(5);
     EXPECT_FALSE(RunWithoutUser());
     EXPECT_FALSE(IsWindowVisible(window));
@@ -178,7 +178,7 @@ TEST_F(HostWindow, APendingQuitLetsNoWindowShow) {
     ExpectTheNextRunToWork();
 }
 
-TEST_F(HostWindow, TheRunsOwnEndLeavesNoQuitBehind) {
+TEST_F(HostWindow, TheRunsOwnEndLeavesNoQuit) {
     EXPECT_TRUE(Run());
     MSG left = {};
     EXPECT_FALSE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));

@@ -7,6 +7,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -155,6 +156,21 @@ private:
         WriteTable(file, texts);
         file.Units(area);
     }
+};
+
+// The entries of a small file.
+inline const std::vector<std::pair<std::string, std::u16string>> kEntries = {
+    {"/a", u"one"}, {"/b/longer", u"zw\u00F6lf"}, {"/c", u""}};
+
+// A dictionary with one file loaded into it.
+struct Loaded : kestrel::ZStringDictionary {
+    explicit Loaded(const std::string& bytes, bool fast = true) : kestrel::ZStringDictionary(fast) {
+        // A copy of exactly this size, freed after the load: the store may neither read past it nor keep it.
+        const std::unique_ptr<char[]> copy(new char[bytes.size()]);
+        bytes.copy(copy.get(), bytes.size());
+        LoadBytes(*this, {copy.get(), bytes.size()});
+    }
+    explicit Loaded(const BinaryFile& file) : Loaded(file.Written()) {}
 };
 
 inline std::u16string TextOf(const kestrel_private::ValueBytes& bytes) {

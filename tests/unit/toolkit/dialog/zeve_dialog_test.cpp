@@ -38,21 +38,6 @@ protected:
     TestHost host;
 };
 
-TEST(LanguageTag, IsTheFirstFiveCharactersInLowerCaseWithADash) {
-    EXPECT_EQ(NormalizeLanguage("ja_JP"), "ja-jp");
-    EXPECT_EQ(NormalizeLanguage("JA-jp"), "ja-jp");
-    EXPECT_EQ(NormalizeLanguage("he_IL.utf8"), "he-il");
-    EXPECT_EQ(NormalizeLanguage("AR"), "ar");
-    EXPECT_EQ(NormalizeLanguage(""), "");
-}
-
-TEST(LanguageTag, TwoLanguagesAreReadFromRightToLeft) {
-    for (const char* language : {"AR_ae", "ar-AE", "he_IL", "he-il-more"})
-        EXPECT_TRUE(IsRightToLeftLanguage(language));
-    for (const char* language : {"ar", "ar_SA", "he", "en_US", ""})
-        EXPECT_FALSE(IsRightToLeftLanguage(language));
-}
-
 TEST_F(ZeveDialogTest, LaterInitializationsDoNothing) {
     ZeveInitialize();
     ZeveInitialize();

@@ -10,7 +10,7 @@ namespace bench {
 
 struct LuaPeer::Functions {
     explicit Functions(LuaKind kind);
-    int Call(State* state) const;
+    int Call(State* interpreter) const;
 
     State* (*newState)() = nullptr;
     void (*close)(State*) = nullptr;
@@ -46,8 +46,8 @@ LuaPeer::Functions::Functions(LuaKind kind) {
     Find(library, "lua_tolstring", toText);
 }
 
-int LuaPeer::Functions::Call(State* state) const {
-    return shortCall ? shortCall(state, 0, 1, 0) : longCall(state, 0, 1, 0, 0, nullptr);
+int LuaPeer::Functions::Call(State* interpreter) const {
+    return shortCall ? shortCall(interpreter, 0, 1, 0) : longCall(interpreter, 0, 1, 0, 0, nullptr);
 }
 
 LuaPeer::LuaPeer(LuaKind kind)

@@ -59,7 +59,7 @@ public:
             if (problem.empty()) problem = TableProblem(markup);
             if (problem.empty() && !isBesideRoot) problem = FreshDifference(markup);
             if (!problem.empty()) {
-                const std::string step = "step " + std::to_string(code) + ": ";
+                std::string step = "step " + std::to_string(code) + ": ";
                 return step.append(problem).append("\n").append(text).append("\n").append(markup.GetDoc());
             }
             ReadHere();

@@ -61,8 +61,24 @@ INSTANTIATE_TEST_SUITE_P(Keywords, PlainControlCallsTest,
                          testing::Values(ControlCase{"button"}, ControlCase{"radio"},
                                          ControlCase{"check_box"}, ControlCase{"radio_group"},
                                          ControlCase{"cluster"}, ControlCase{"static_text"},
-                                         ControlCase{"separator"}, ControlCase{"picture"},
-                                         ControlCase{"icon"}));
+                                         ControlCase{"picture"}, ControlCase{"icon"}));
+
+// The system makes an etched line longer than it is asked to.
+TEST_F(ControlCallsTest, ASeparatorIsPutBackIntoItsFrame) {
+    CEveBox* box = nullptr;
+    const std::vector<headless::Call> calls = CallsFor("separator", box);
+    ASSERT_FALSE(calls.empty());
+    EXPECT_EQ(calls.back().name, "MoveTo");
+    EXPECT_EQ(calls.back().window, box->control);
+    EXPECT_EQ(calls.back().numbers,
+              (std::vector<std::int64_t>{box->left, box->top, box->width, box->height}));
+}
+
+TEST_F(ControlCallsTest, ARefusedSeparatorIsNotMoved) {
+    headless::State().refuseWindow = 1;
+    CEveBox* box = nullptr;
+    for (const headless::Call& call : CallsFor("separator", box)) EXPECT_NE(call.name, "MoveTo");
+}
 
 class AnyControlCallsTest : public ControlCallsTest {};
 
@@ -84,16 +100,14 @@ TEST_P(AnyControlCallsTest, MakeTheControlWithItsFinalPositionAndText) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Keywords, AnyControlCallsTest,
-                         testing::Values(ControlCase{"button"}, ControlCase{"radio"},
-                                         ControlCase{"check_box"}, ControlCase{"radio_group"},
-                                         ControlCase{"cluster"}, ControlCase{"static_text"},
-                                         ControlCase{"edit_text"}, ControlCase{"edit_number"},
-                                         ControlCase{"slider"}, ControlCase{"separator"},
-                                         ControlCase{"picture"}, ControlCase{"icon"}, ControlCase{"popup"},
-                                         ControlCase{"button_popup"}, ControlCase{"list_box"},
-                                         ControlCase{"scroller"}, ControlCase{"progress_bar"},
-                                         ControlCase{"table"}, ControlCase{"tab_group"}));
+INSTANTIATE_TEST_SUITE_P(
+    Keywords, AnyControlCallsTest,
+    testing::Values(ControlCase{"button"}, ControlCase{"radio"}, ControlCase{"check_box"},
+                    ControlCase{"radio_group"}, ControlCase{"cluster"}, ControlCase{"static_text"},
+                    ControlCase{"edit_text"}, ControlCase{"edit_number"}, ControlCase{"slider"},
+                    ControlCase{"picture"}, ControlCase{"icon"}, ControlCase{"popup"},
+                    ControlCase{"button_popup"}, ControlCase{"list_box"}, ControlCase{"scroller"},
+                    ControlCase{"progress_bar"}, ControlCase{"table"}, ControlCase{"tab_group"}));
 
 } // namespace
 } // namespace brixen::zeve

@@ -7,6 +7,7 @@
 #include "toolkit/kept_exception.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
+#include "view/reader/reader_state.h"
 
 #include <utility>
 #include <vector>
@@ -25,6 +26,7 @@ void AbandonDialogs() noexcept {
     // The registry is emptied first, so that no message of a window reaches its host.
     const std::vector<DialogLink*> dialogs = std::exchange(gToolkit.dialogs, {});
     platform::UnlockUpdates();
+    AbandonReading();
     AbandonModalRuns();
     ForgetKeptException();
     for (auto dialog = dialogs.rbegin(); dialog != dialogs.rend(); ++dialog) CloseWindowOf(**dialog);

@@ -102,7 +102,8 @@ void Invalidate(NativeWindow window) noexcept;
 void PaintFace(NativeWindow window);
 // Fills the area to be erased on the device of an erase message with the face color.
 void EraseFace(NativeWindow window, NativeDrawing device) noexcept;
-// Between the two calls the window draws nothing. One window of the whole system at a time.
+// Between the two calls the window draws nothing. One window of the whole system at a time: while another
+// program, or the host itself, holds such a lock, the first call does nothing, and the second never lifts it.
 void LockUpdates(NativeWindow window) noexcept;
 void UnlockUpdates() noexcept;
 // Returns a copy of a system icon at the given size, or null. The caller deletes it.
@@ -127,8 +128,8 @@ enum class LoopStep { kHandled, kQuit, kFailed };
 // Waits for one message and hands it to the dialog's keyboard rules or to its window. Sets `quitCode` for
 // kQuit alone.
 [[nodiscard]] LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode);
-// Makes a waiting HandleNextMessage return, also when called inside a message that another thread sent to the
-// wait. Does nothing if no HandleNextMessage waits.
+// Makes the innermost HandleNextMessage that waits return, when called inside a message that another thread
+// sent to the wait. Does nothing if no HandleNextMessage waits.
 void WakeLoop() noexcept;
 // Removes the pending quit message of this thread and returns its code; no value if none is pending.
 [[nodiscard]] std::optional<std::int32_t> TakePendingQuit();

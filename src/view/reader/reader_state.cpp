@@ -4,6 +4,12 @@ namespace brixen::zeve {
 
 ReaderState gReaderState;
 
+void AbandonReading() noexcept {
+    const ReadingLimits limits = gReaderState.limits;
+    gReaderState = {};
+    gReaderState.limits = limits;
+}
+
 void ResetReaderState() { gReaderState = {}; }
 
 } // namespace brixen::zeve

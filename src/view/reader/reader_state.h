@@ -28,6 +28,9 @@ struct ReaderState {
 
 extern ReaderState gReaderState;
 
+// For a stack that was left without destructors: as if all runs had returned. The limits stay.
+void AbandonReading() noexcept;
+
 // Restores the state at the start of the process, for tests.
 void ResetReaderState();
 

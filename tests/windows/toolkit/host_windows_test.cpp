@@ -1,5 +1,6 @@
 // A modal run among windows of the host whose procedures throw, destroy and quit, and that other threads send
 // to.
+#include "toolkit/dialog/abandon_dialogs.h"
 #include "toolkit/dialog/modal_run.h"
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -8,6 +9,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -208,6 +210,120 @@ TEST_F(HostWindow, AnAnswerToAMessageOfAnotherThreadEndsTheRun) {
         EXPECT_EQ(RunWithoutUser(), command == 1);
         WaitForSingleObject(thread, INFINITE);
         CloseHandle(thread);
+    }
+}
+
+// Sends a message to a window once the dialog has been shown and its loop waits.
+class OtherThread {
+public:
+    OtherThread(HWND shownFirst, HWND receiver, UINT message)
+        : dialog(shownFirst), receiver(receiver), message(message),
+          thread(CreateThread(nullptr, 0, &OtherThread::Send, this, 0, nullptr)) {}
+    OtherThread(const OtherThread&) = delete;
+    OtherThread& operator=(const OtherThread&) = delete;
+    ~OtherThread() {
+        WaitForSingleObject(thread, INFINITE);
+        CloseHandle(thread);
+    }
+
+private:
+    static DWORD WINAPI Send(void* argument) {
+        const auto& self = *static_cast<const OtherThread*>(argument);
+        while (!IsWindowVisible(self.dialog)) Sleep(1);
+        Sleep(50); // so that the loop waits
+        SendMessageW(self.receiver, self.message, 0, 0);
+        return 0;
+    }
+
+    HWND dialog, receiver;
+    UINT message;
+    HANDLE thread;
+};
+
+void RunALoopOfTheHost() {
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
+}
+
+TEST_F(HostWindow, ALoopOfItsOwnInsideASentMessageMayEndTheRun) {
+    bool hasLooped = false;
+    atMessage = [&](UINT message, WPARAM) {
+        if (message != WM_USER) return;
+        PostMessageW(window, WM_COMMAND, 1, 0);
+        RunALoopOfTheHost();
+        hasLooped = true;
+    };
+    {
+        const OtherThread sender(window, host, WM_USER);
+        EXPECT_TRUE(RunWithoutUser());
+    }
+    EXPECT_TRUE(hasLooped);
+    ExpectTheNextRunToWork();
+}
+
+TEST_F(HostWindow, ARunInsideASentMessageThatEndsTheOuterOneEndsBoth) {
+    atMessage = [&](UINT message, WPARAM) {
+        if (message != WM_USER) return;
+        ZeveInitRecord record;
+        record.instance = platform::LibraryModule();
+        ZeveDialog* inner = ZeveNew(&record);
+        ZeveAddViewText(inner, kView);
+        ASSERT_NE(ZeveMakeDialog(inner, nullptr), nullptr);
+        PostMessageW(window, WM_COMMAND, 1, 0);
+        EXPECT_FALSE(ZeveRunModal(inner));
+        ZeveDelete(inner);
+    };
+    {
+        const OtherThread sender(window, host, WM_USER);
+        EXPECT_TRUE(RunWithoutUser());
+    }
+    ExpectTheNextRunToWork();
+}
+
+TEST_F(HostWindow, ARunThatWaitsUsesNoProcessor) {
+    const auto used = [] {
+        FILETIME made, ended, kernel, user;
+        GetThreadTimes(GetCurrentThread(), &made, &ended, &kernel, &user);
+        return std::uint64_t(kernel.dwLowDateTime) + user.dwLowDateTime; // 100 ns, over seconds only
+    };
+    std::uint64_t before = 0;
+    atMessage = [&](UINT message, WPARAM timer) {
+        if (message != WM_TIMER) return;
+        KillTimer(host, timer);
+        if (timer == 2) PostMessageW(window, WM_COMMAND, 1, 0);
+        if (timer == 1) before = used();
+    };
+    SetTimer(host, 1, 300, nullptr); // the dialog has been painted by then
+    SetTimer(host, 2, 1300, nullptr);
+    EXPECT_TRUE(RunWithoutUser());
+    EXPECT_LT(used() - before, 2'500'000u) << "of a second";
+}
+
+TEST_F(HostWindow, ALockOfItsOwnOutlivesARunOfOursAndItsEnd) {
+    const auto isLocked = [] {
+        // The system has one lock: a second is refused.
+        const bool wasFree = LockWindowUpdate(GetDesktopWindow()) != FALSE;
+        if (wasFree) LockWindowUpdate(nullptr);
+        return !wasFree;
+    };
+    ASSERT_FALSE(isLocked());
+    ASSERT_TRUE(LockWindowUpdate(host));
+    platform::LockUpdates(reinterpret_cast<NativeWindow>(window));
+    platform::UnlockUpdates();
+    AbandonDialogs();
+    EXPECT_TRUE(isLocked());
+    LockWindowUpdate(nullptr);
+    platform::LockUpdates(reinterpret_cast<NativeWindow>(host));
+    EXPECT_TRUE(isLocked());
+    AbandonDialogs();
+    EXPECT_FALSE(isLocked());
+}
+
+TEST_F(HostWindow, NoDialogHasNoRun) {
+    try {
+        (void)ZeveRunModal(nullptr);
+        ADD_FAILURE() << "it must throw";
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(), "nil pointer");
     }
 }
 

@@ -64,7 +64,7 @@ struct System {
     // Messages that other threads send. HandleNextMessage runs them first, while it waits. It returns after
     // one of them only if that one called WakeLoop.
     std::deque<std::function<void()>> sentByOthers;
-    bool isWaiting = false, isWoken = false;
+    bool isWoken = false;
 
     // The answer of a native control, of a window of the host, or of the system's default procedure. Without
     // a value the small state answers. It may throw, as a procedure of the host does.
@@ -77,8 +77,10 @@ struct System {
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
     int refuseDpiContext = 0;
 
-    NativeWindow focus = nullptr, active = nullptr, locked = nullptr;
-    NativeWindow desktop = nullptr; // one of `windows`, or null
+    NativeWindow focus = nullptr, active = nullptr;
+    NativeWindow locked = nullptr;          // by the library or by the host
+    NativeWindow lockedByLibrary = nullptr; // the same window, or null
+    NativeWindow desktop = nullptr;         // one of `windows`, or null
     NativeDpiContext dpiContext = kDpiAware;
     std::map<NativeFont, platform::FontRecord> fonts; // that live, with the requests for them
     std::set<NativeIcon> icons;

@@ -83,18 +83,6 @@ namespace platform {
 
 namespace {
 
-// Whether the loop waits, for as long as this lives.
-class Waiting {
-public:
-    explicit Waiting(bool isWaiting) : former(std::exchange(State().isWaiting, isWaiting)) {}
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-    ~Waiting() { State().isWaiting = former; }
-
-private:
-    bool former;
-};
-
 std::function<void()> TakeFirst(std::deque<std::function<void()>>& actions) {
     auto action = std::move(actions.front());
     actions.pop_front();
@@ -104,7 +92,7 @@ std::function<void()> TakeFirst(std::deque<std::function<void()>>& actions) {
 // Runs the messages that other threads send while the loop waits. Returns whether WakeLoop ended the wait.
 bool ServeOtherThreads() {
     headless::System& system = State();
-    const Waiting waiting(true);
+    system.isWoken = false;
     while (!system.isWoken && !system.sentByOthers.empty()) TakeFirst(system.sentByOthers)();
     return std::exchange(system.isWoken, false);
 }
@@ -167,7 +155,6 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode) {
     Record("HandleNextMessage", dialog);
     headless::System& system = State();
     if (ServeOtherThreads()) return LoopStep::kHandled;
-    const Waiting handling(false);
     if (!system.posted.empty()) {
         const Message message = system.posted.front();
         system.posted.pop_front();
@@ -185,7 +172,7 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode) {
 
 void WakeLoop() noexcept {
     Record("WakeLoop");
-    if (State().isWaiting) State().isWoken = true;
+    State().isWoken = true;
 }
 
 std::optional<std::int32_t> TakePendingQuit() {

@@ -1,5 +1,7 @@
 #include "toolkit/platform/headless/headless.h"
 
+#include <utility>
+
 namespace brixen::zeve::platform {
 
 using headless::HandleNumber;
@@ -16,12 +18,12 @@ void EraseFace(NativeWindow window, NativeDrawing device) noexcept {
 
 void LockUpdates(NativeWindow window) noexcept {
     Record("LockUpdates", window);
-    State().locked = window;
+    if (State().locked == nullptr) State().locked = State().lockedByLibrary = window;
 }
 
 void UnlockUpdates() noexcept {
     Record("UnlockUpdates");
-    State().locked = nullptr;
+    if (std::exchange(State().lockedByLibrary, nullptr) != nullptr) State().locked = nullptr;
 }
 
 NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept {

@@ -8,28 +8,41 @@ namespace brixen::zeve::platform {
 
 namespace {
 
-// Whether this thread is inside GetMessageW of HandleNextMessage, and not inside a message that it
-// dispatches.
-constinit bool gIsWaiting = false;
+// Set by WakeLoop, cleared by the wait that it ends.
+constinit bool gIsWoken = false;
 
-class Waiting {
-public:
-    explicit Waiting(bool isWaiting) : former(std::exchange(gIsWaiting, isWaiting)) {}
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-    ~Waiting() { gIsWaiting = former; }
+// Touch and pointer input, which systems before Windows 8 do not know and refuse.
+constexpr DWORD kNewerInput = 0x1800;
 
-private:
-    bool former;
-};
+// Waits until PeekMessageW has something to return or to serve. False if the system cannot wait.
+bool WaitForInput() {
+    const auto waitFor = [](DWORD input) {
+        return CallingProcedures([input] {
+            return MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, input, MWMO_INPUTAVAILABLE);
+        });
+    };
+    return waitFor(QS_ALLINPUT | kNewerInput) != WAIT_FAILED || waitFor(QS_ALLINPUT) != WAIT_FAILED;
+}
 
-int WaitForMessage(MSG& message) {
-    const Waiting waiting(true);
-    return CallingProcedures([&message] { return GetMessageW(&message, nullptr, 0, 0); });
+bool TakeMessage(MSG& message) {
+    return CallingProcedures([&message] { return PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); }) !=
+           FALSE;
+}
+
+enum class WaitEnd { kMessage, kWoken, kFailed };
+
+// Does what GetMessageW does, and ends after WakeLoop too. No message wakes it: a loop of the host, inside a
+// message that another thread sent, would take that message for itself.
+WaitEnd WaitForMessage(MSG& message) {
+    gIsWoken = false;
+    while (!TakeMessage(message)) {
+        if (std::exchange(gIsWoken, false)) return WaitEnd::kWoken;
+        if (!WaitForInput()) return WaitEnd::kFailed;
+    }
+    return WaitEnd::kMessage;
 }
 
 void HandOut(MSG& message, HWND dialog) {
-    const Waiting handling(false);
     CallingProcedures([&message, dialog]() -> LRESULT {
         if (IsDialogMessageW(dialog, &message)) return 0;
         TranslateMessage(&message);
@@ -53,9 +66,12 @@ void PostQuit(std::int32_t code) noexcept { PostQuitMessage(code); }
 
 LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode) {
     MSG message = {};
-    const int got = WaitForMessage(message);
-    if (got == -1) return LoopStep::kFailed;
-    if (got == 0) {
+    switch (WaitForMessage(message)) {
+    case WaitEnd::kWoken: return LoopStep::kHandled;
+    case WaitEnd::kFailed: return LoopStep::kFailed;
+    case WaitEnd::kMessage: break;
+    }
+    if (message.message == WM_QUIT) {
         quitCode = static_cast<std::int32_t>(message.wParam);
         return LoopStep::kQuit;
     }
@@ -63,9 +79,7 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode) {
     return LoopStep::kHandled;
 }
 
-void WakeLoop() noexcept {
-    if (gIsWaiting) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
-}
+void WakeLoop() noexcept { gIsWoken = true; }
 
 std::optional<std::int32_t> TakePendingQuit() {
     MSG message = {};

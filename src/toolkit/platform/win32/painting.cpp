@@ -1,9 +1,13 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/handles.h"
 
+#include <utility>
+
 namespace brixen::zeve::platform {
 
 namespace {
+
+constinit HWND gLocked = nullptr; // by LockUpdates; null for none
 
 // The device that a window paints on, for as long as this lives.
 class Painting {
@@ -42,9 +46,14 @@ void EraseFace(NativeWindow, NativeDrawing device) noexcept {
     if (GetClipBox(Handle(device), &area) != ERROR) FillWithFace(Handle(device), area);
 }
 
-void LockUpdates(NativeWindow window) noexcept { LockWindowUpdate(Handle(window)); }
+void LockUpdates(NativeWindow window) noexcept {
+    if (window != nullptr && LockWindowUpdate(Handle(window))) gLocked = Handle(window);
+}
 
-void UnlockUpdates() noexcept { LockWindowUpdate(nullptr); }
+void UnlockUpdates() noexcept {
+    // The system itself lifts the lock of a window that goes.
+    if (IsWindow(std::exchange(gLocked, nullptr))) LockWindowUpdate(nullptr);
+}
 
 NativeIcon CopySystemIcon(std::uint16_t id, std::int32_t width, std::int32_t height) noexcept {
     const HANDLE shared = LoadImageW(nullptr, MAKEINTRESOURCEW(id), IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),

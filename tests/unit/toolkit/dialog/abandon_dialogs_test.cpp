@@ -5,6 +5,7 @@
 #include "toolkit/kept_exception.h"
 #include "toolkit/message_numbers.h"
 #include "unit/toolkit/dialog/dialog_fixture.h"
+#include "view/reader/reader_state.h"
 
 #include <stdexcept>
 
@@ -73,6 +74,27 @@ TEST_F(AbandonedDialogs, PostAQuitOfTheHostAgain) {
     ScriptMessage(ZeveTopWindow(dialog.get()), kUser);
     State().script.push_back([] { platform::PostQuit(9); });
     EXPECT_FALSE(ZeveRunModal(dialog.get()));
+}
+
+TEST_F(AbandonedDialogs, LeaveTheReaderOfDescriptionsAsIfItsRunsHadReturned) {
+    char place = 0;
+    gReaderState.limits.views = 7;
+    gReaderState.runs = 2;
+    gReaderState.currentScope = reinterpret_cast<CExpressionScope*>(&place);
+    gReaderState.marks.failed = &place;
+    AbandonDialogs();
+    EXPECT_EQ(gReaderState.runs, 0u);
+    EXPECT_EQ(gReaderState.currentScope, nullptr);
+    EXPECT_EQ(gReaderState.marks.failed, nullptr);
+    EXPECT_EQ(gReaderState.limits.views, 7u);
+    ResetReaderState();
+}
+
+TEST_F(AbandonedDialogs, LeaveALockOfTheHostsOwn) {
+    State().locked = parent;
+    platform::LockUpdates(parent);
+    AbandonDialogs();
+    EXPECT_EQ(State().locked, parent);
 }
 
 TEST_F(AbandonedDialogs, TouchNothingWhereNoDialogLives) {

@@ -1,14 +1,21 @@
 // The height of labels of several lines in a real window, for each font and several widths.
+// tests/end_to_end/scaled_screen.sh runs this on a screen of 144 pixels an inch too, and compares the printed
+// lines.
+#include "toolkit/dialog/dpi_unaware_scope.h"
 #include "windows/gallery/gallery_fixture.h"
 
+#include <cstdio>
 #include <string>
+#include <utility>
 
 namespace brixen::zeve {
 namespace {
 
-// Labels of several lines, each as high as the system draws it at the resolution of this screen.
+// Labels of several lines, each as high as the system draws it at the resolution of a run.
 class WrappedLabelTest : public GalleryTest {
 protected:
+    ~WrappedLabelTest() override { ZeveDelete(std::exchange(dialog, nullptr)); } // inside the scope
+
     static constexpr std::uint16_t kId = 7;
 
     // Makes a dialog with one label that measures whole words.
@@ -35,6 +42,9 @@ protected:
         ReleaseDC(control, device);
         return {static_cast<int>(area.bottom), static_cast<int>(line.bottom)};
     }
+
+private:
+    const DpiUnawareScope scope;
 };
 
 TEST_F(WrappedLabelTest, IsAsHighAsItsLines) {
@@ -57,6 +67,8 @@ TEST_F(WrappedLabelTest, IsAsHighAsItsLines) {
                 const int height = box.height - 1; // a label is one pixel higher than its layout
                 EXPECT_GE(height, drawn.text) << text << " in " << width << ", font " << font;
                 EXPECT_LE(height, drawn.text + drawn.line) << text << " in " << width << ", font " << font;
+                std::printf("measured: width %d, font %d: height %d of %d\n", width, font, height,
+                            drawn.text);
             }
         }
     }

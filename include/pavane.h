@@ -28,15 +28,16 @@
  *  2. Calls: Pavane_RunWorkflow and Pavane_PreloadWorkflow return PAVANE_BAD_ARGUMENT, on any thread.
  *     Pavane_Terminate is remembered and carried out when the run has ended. Pavane_Initialize returns as any
  *     second call does. None of them disturbs the run.
- *  3. Windows: the library disables the window that owns the dialog, the top-level
- *     window of the parent window, and enables it again before the call returns if it was enabled before. The
- * other windows of the host stay enabled: disable them yourself if the user must not reach them.
+ *  3. Windows: the library disables the window that owns the dialog, the top-level window of the parent
+ *     window, and enables it again before the call returns if it was enabled before. The other windows of the
+ *     host stay enabled: disable them yourself if the user must not reach them.
  *  4. Messages: the loop knows nothing of the host's accelerators and modeless dialogs, so these rest until
  *     the call returns. A message that is posted to the thread and not to a window is lost.
  *  5. Quit: a WM_QUIT that the loop takes belongs to the host. The run ends, and the call returns as if the
  *     user had canceled; the message is posted again with its code, so that the loop of the host ends next.
  *     A WM_QUIT that is pending when the call begins has the same effect, and no window is shown. One that
- *     the loop of a menu, or of moving or sizing a window, takes for itself is not seen.
+ *     another loop takes for itself is not seen: that of a menu, that of moving or sizing a window, or a loop
+ *     that the host runs inside one of its window procedures.
  *  6. A window's end: when the parent window or the dialog is destroyed during the run, the run ends as a
  *     cancel.
  *  7. Exceptions of the host: a C++ exception that leaves one of the host's window procedures during a
@@ -79,10 +80,16 @@ extern "C" {
 #define PAVANE_NO_THREAD 0x8282
 
 /*
- * PAVANE_EXCEPTION says that a run or its preparing failed by an exception, and nothing more. The log holds a
- * line about the cause where the library itself found it: a view or a dictionary that is missing beside the
- * library, or a view that cannot be read. About an exception of a window procedure, and about memory that ran
- * out, it holds nothing but the Start and the End line of the workflow.
+ * PAVANE_EXCEPTION says that a run or its preparing failed by an exception, and nothing more. What the log
+ * holds about it:
+ *
+ *  1. "Missing Resource": a view or a dictionary is missing beside the library.
+ *  2. "the description stops at line ..., column ...: ...": a view has a fault, or memory ran out while it
+ *     was read. For a fault the next line, "View cannot be read", has the path of the file.
+ *  3. "line: 394, value: 33289": preparing failed. There is no Start and no End line then.
+ *  4. Only the Start and the End line of the workflow: an exception of a window procedure of the host, or
+ *     memory that ran out anywhere else in the run.
+ *  5. The Start line without an End line: the host itself caught a structured exception outside the call.
  */
 
 /* 0x83: stored data or a configuration value is missing or wrong. The generic code returns none of them. */

@@ -24,8 +24,7 @@ namespace brixen::zeve {
 [[nodiscard]] std::string ZeveTranslate(const char* key, std::uint32_t index, std::string_view text);
 
 // The text that a control shows for `text`: its translation, or the text itself if it is plain: it does not
-// begin with
-// `$$$`, has no `=`, and has no words in the dictionary.
+// begin with `$$$`, has no `=`, and has no words in the dictionary.
 [[nodiscard]] std::string ShownText(std::string_view text);
 
 // Reads the bytes of a dictionary file into the process-wide dictionary. A std::exception ends the reading

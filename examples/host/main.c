@@ -8,7 +8,7 @@
  *
  * A command line for scripts is in options.c.
  */
-#include "log_line.h"
+#include "log_lines.h"
 #include "options.h"
 #include "pane_watcher.h"
 #include "pavane.h"
@@ -31,16 +31,19 @@ static const wchar_t kWindowClass[] = L"PavaneHostWindow";
 static uint16_t gLatestStatus = PAVANE_SUCCESS;
 static HWND gStatusLine;
 
-/* Shows the status in words, with the latest line of the log below a failure. */
-static void ShowStatus(uint16_t status, const wchar_t* logLine) {
-    wchar_t text[600];
-    swprintf(text, sizeof text / sizeof text[0], L" 0x%04X  %hs\n %ls", status, StatusWords(status), logLine);
-    SetWindowTextW(gStatusLine, text);
-    printf("status 0x%04X: %s\n", status, StatusWords(status));
-    if (*logLine) {
-        printf("log: %ls\n", logLine);
+/* Shows the status in words, with the lines of the log below a failure. */
+static void ShowStatus(uint16_t status, const struct LogLines* lines) {
+    char text[100 + kLogLines * (kLogLineBytes + 2)];
+    wchar_t wide[sizeof text];
+    int length = snprintf(text, sizeof text, " 0x%04X  %s", status, StatusWords(status, lines));
+    printf("status 0x%04X: %s\n", status, StatusWords(status, lines));
+    for (int i = 0; i < lines->count; ++i) {
+        length += sprintf(text + length, "\n %s", lines->text[i]);
+        printf("log: %s\n", lines->text[i]);
     }
     fflush(stdout);
+    MultiByteToWideChar(CP_UTF8, 0, text, -1, wide, sizeof wide / sizeof wide[0]);
+    SetWindowTextW(gStatusLine, wide);
 }
 
 static bool IsFailure(uint16_t status) {
@@ -54,12 +57,12 @@ static bool IsFailure(uint16_t status) {
  */
 static void RunWorkflow(HWND window, uint16_t workflow) {
     const long logEnd = EndOfLog();
-    wchar_t logLine[400] = L"";
+    struct LogLines lines = {0};
     gLatestStatus = Pavane_RunWorkflow(workflow, window);
     if (IsFailure(gLatestStatus)) {
-        ReadLastLogLine(logEnd, logLine, sizeof logLine / sizeof logLine[0]);
+        ReadLogLines(logEnd, &lines);
     }
-    ShowStatus(gLatestStatus, logLine);
+    ShowStatus(gLatestStatus, &lines);
     if (gLatestStatus == PAVANE_USER_QUIT) {
         DestroyWindow(window); /* the dialog said that the application closes */
     }
@@ -85,8 +88,20 @@ static HMENU MakeMenu(void) {
     return bar;
 }
 
+/* For scripts: prints the menu as the window has it. */
+static void PrintMenu(HWND window) {
+    const HMENU menu = GetSubMenu(GetMenu(window), 0);
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t words[40];
+        if (GetMenuStringW(menu, (UINT)i, words, sizeof words / sizeof words[0], MF_BYPOSITION) > 0) {
+            printf("%ls\n", words);
+        }
+    }
+    fflush(stdout);
+}
+
 static void PlaceStatusLine(HWND window) {
-    const int height = 40; /* two lines */
+    const int height = 8 + 16 * (1 + kLogLines);
     RECT area;
     GetClientRect(window, &area);
     MoveWindow(gStatusLine, 0, area.bottom - height, area.right, height, TRUE);
@@ -162,13 +177,16 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, 
     }
     const uint16_t status = Pavane_Initialize(HOST_APP, PAVANE_HOST_OPTIONS(options.language, 0));
     if (status != PAVANE_SUCCESS) {
-        fprintf(stderr, "pavane-host: Pavane_Initialize: 0x%04X: %s\n", status, StatusWords(status));
+        const struct LogLines none = {0};
+        fprintf(stderr, "pavane-host: Pavane_Initialize: 0x%04X: %s\n", status, StatusWords(status, &none));
         return EXIT_STATUS;
     }
     int exitCode = EXIT_OK;
     HWND window = MakeWindow(instance);
     ShowWindow(window, show);
-    if (options.workflow != 0) {
+    if (options.printMenu) {
+        PrintMenu(window);
+    } else if (options.workflow != 0) {
         exitCode = RunForScript(window, &options);
     } else {
         RunMessageLoop();

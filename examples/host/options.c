@@ -5,12 +5,13 @@
 
 static const char kUsage[] =
     "usage: pavane-host [--workflow N] [--language xx_YY] [--screenshot-dir DIR]\n"
-    "                   [--auto-walk] [--press ID,...]\n"
+    "                   [--auto-walk] [--press ID,...] [--print-menu]\n"
     "  --workflow N          run workflow N, print its status and end; exit code 0 for status 0, else 1\n"
     "  --language xx_YY      the language of the dialogs, such as he_IL\n"
     "  --screenshot-dir DIR  with --workflow: save each pane and alert as DIR\\pane-1.png, pane-2.png, ...\n"
     "  --auto-walk           with --workflow: press the default button of each pane until the run ends\n"
-    "  --press ID,...        as --auto-walk, but press the buttons of these ids first, one a pane\n";
+    "  --press ID,...        as --auto-walk, but press the buttons of these ids first, one a pane\n"
+    "  --print-menu          print the items of the menu and end\n";
 
 static bool Refuse(const char* why, const wchar_t* what) {
     fprintf(stderr, "pavane-host: %s: %ls\n%s", why, what, kUsage);
@@ -65,6 +66,10 @@ bool ReadOptions(int count, wchar_t** arguments, struct Options* options) {
     for (int i = 1; i < count; ++i) {
         if (wcscmp(arguments[i], L"--auto-walk") == 0) {
             options->autoWalk = true;
+            continue;
+        }
+        if (wcscmp(arguments[i], L"--print-menu") == 0) {
+            options->printMenu = true;
             continue;
         }
         if (i + 1 == count) {

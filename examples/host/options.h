@@ -18,6 +18,7 @@ struct Options {
     LANGID language;                 /* 0: that of the user interface */
     const wchar_t* screenshotFolder; /* null: take no pictures */
     bool autoWalk;                   /* press a button of each pane until the run ends */
+    bool printMenu;                  /* print the items of the menu and end */
     const wchar_t* presses;          /* ids of the first buttons to press; null: default ones only */
 };
 

@@ -1,5 +1,6 @@
 #include "status_words.h"
 
+#include "log_lines.h"
 #include "pavane.h"
 
 #include <stddef.h>
@@ -13,7 +14,7 @@ static const struct {
     {PAVANE_NULL_ARGUMENT, "A required pointer was null."},
     {PAVANE_BAD_ARGUMENT, "An argument is outside its set, or a workflow is running."},
     {PAVANE_NO_MEMORY, "There is not enough memory."},
-    {PAVANE_EXCEPTION, "The workflow failed. Is PVResources beside the library?"},
+    {PAVANE_EXCEPTION, "The workflow failed by an exception."},
     {PAVANE_NO_THREAD, "The system refused a thread."},
     {PAVANE_UNMAPPED_OUTCOME, "The workflow reached an outcome that has no status."},
     {PAVANE_USER_QUIT, "The user chose to quit the application."},
@@ -31,7 +32,22 @@ static const struct {
     {PAVANE_CALL_SECURE_FAILURE, "The service's certificate is not trusted."},
 };
 
-const char* StatusWords(uint16_t status) {
+/* What the log knows about an exception, or NULL. The words are those of the library. */
+static const char* WordsFromLog(const struct LogLines* lines) {
+    if (LogMentions(lines, "View cannot be read")) {
+        return "A view of the workflow cannot be read.";
+    }
+    if (LogMentions(lines, "Missing Resource")) {
+        return "A file of the workflow is missing. Is PVResources beside the library?";
+    }
+    return NULL;
+}
+
+const char* StatusWords(uint16_t status, const struct LogLines* lines) {
+    const char* const fromLog = status == PAVANE_EXCEPTION ? WordsFromLog(lines) : NULL;
+    if (fromLog) {
+        return fromLog;
+    }
     for (size_t i = 0; i < sizeof kWords / sizeof kWords[0]; ++i) {
         if (kWords[i].status == status) {
             return kWords[i].words;

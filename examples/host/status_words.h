@@ -4,7 +4,9 @@
 
 #include <stdint.h>
 
-/* Returns plain ASCII, never NULL. */
-const char* StatusWords(uint16_t status);
+struct LogLines;
+
+/* Returns plain ASCII, never NULL. `lines` are those that the run added to the log. */
+const char* StatusWords(uint16_t status, const struct LogLines* lines);
 
 #endif

@@ -75,7 +75,7 @@ def units_of(names, native):
         if flags is None:
             print(f"{name}: not in the native build, left out")
             continue
-        key = (name.split("/")[:3 if name.startswith("tests") else 2], sorted(set(flags)))
+        key = ("/".join(name.split("/")[:-1][:3]), sorted(set(flags)))
         defined = private_names((ROOT / name).read_text(encoding="utf-8"))
         for unit in units:
             if unit["key"] == key and len(unit["files"]) < LIMIT and not unit["names"] & defined:
@@ -118,7 +118,8 @@ def main():
     units = units_of(own_files(), native_flags(build))
     problems = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for lines in pool.map(check_unit, units):
+        for unit in concurrent.futures.as_completed([pool.submit(check_unit, unit) for unit in units]):
+            lines = unit.result()
             problems += sum(": error:" in line or ": warning:" in line for line in lines)
             for line in lines:
                 print(line)

@@ -127,6 +127,7 @@ TEST_F(RunOfAHost, IsUndoneBeforeTheHostCatchesAStructuredExceptionAndTheNextOne
         EXPECT_EQ(host_catch::CodeCaughtFrom(run), code);
         EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_EXCEPTION);
         ExpectNothingLeftOfTheRun();
+        if (HasFailure()) return; // the next run would meet what is left
         EXPECT_EQ(Run(Cancel), PAVANE_USER_CANCEL);
         ExpectNothingLeftOfTheRun();
     }

@@ -192,32 +192,11 @@ TEST_F(HostWindow, TheRunsOwnEndLeavesNoQuit) {
 
 // --- Messages of other threads ---
 
-TEST_F(HostWindow, AnAnswerToAMessageOfAnotherThreadEndsTheRun) {
-    for (const WPARAM command : {1u, 2u}) {
-        struct Sender {
-            HWND window;
-            WPARAM command;
-        } sender{window, command};
-        const auto send = [](void* argument) -> DWORD {
-            const auto& self = *static_cast<const Sender*>(argument);
-            while (!IsWindowVisible(self.window)) Sleep(1);
-            Sleep(50); // so that the loop waits
-            SendMessageW(self.window, WM_COMMAND, self.command, 0);
-            return 0;
-        };
-        ShowWindow(window, SW_HIDE);
-        const HANDLE thread = CreateThread(nullptr, 0, send, &sender, 0, nullptr);
-        EXPECT_EQ(RunWithoutUser(), command == 1);
-        WaitForSingleObject(thread, INFINITE);
-        CloseHandle(thread);
-    }
-}
-
 // Sends a message to a window once the dialog has been shown and its loop waits.
 class OtherThread {
 public:
-    OtherThread(HWND shownFirst, HWND receiver, UINT message)
-        : dialog(shownFirst), receiver(receiver), message(message),
+    OtherThread(HWND shownFirst, HWND receiver, UINT message, WPARAM wparam = 0)
+        : dialog(shownFirst), receiver(receiver), message(message), wparam(wparam),
           thread(CreateThread(nullptr, 0, &OtherThread::Send, this, 0, nullptr)) {}
     OtherThread(const OtherThread&) = delete;
     OtherThread& operator=(const OtherThread&) = delete;
@@ -229,16 +208,25 @@ public:
 private:
     static DWORD WINAPI Send(void* argument) {
         const auto& self = *static_cast<const OtherThread*>(argument);
-        while (!IsWindowVisible(self.dialog)) Sleep(1);
+        while (IsWindow(self.dialog) && !IsWindowVisible(self.dialog)) Sleep(1);
         Sleep(50); // so that the loop waits
-        SendMessageW(self.receiver, self.message, 0, 0);
+        SendMessageW(self.receiver, self.message, self.wparam, 0);
         return 0;
     }
 
     HWND dialog, receiver;
     UINT message;
+    WPARAM wparam;
     HANDLE thread;
 };
+
+TEST_F(HostWindow, AnAnswerToAMessageOfAnotherThreadEndsTheRun) {
+    for (const WPARAM command : {1u, 2u}) {
+        ShowWindow(window, SW_HIDE);
+        const OtherThread sender(window, window, WM_COMMAND, command);
+        EXPECT_EQ(RunWithoutUser(), command == 1);
+    }
+}
 
 void RunALoopOfTheHost() {
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);

@@ -1,5 +1,9 @@
 // The worst descriptions of one megabyte: each must end in under ten seconds and 512 MB. A row shows the time
-// of one run, the memory that the run held at its end, and whether the text was read to its end.
+// of one run, the peak of the process in megabytes, and whether the text was read to its end. Ten texts are
+// only read; the others make a dialog in the window system without a screen. bench/run_windows has real ones.
+#include "bench/hostile_views.h"
+#include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/platform/headless/headless.h"
 #include "view/express_view_scope.h"
 #include "view/reader/run_definition.h"
 #include "view/scope/scope_memory.h"
@@ -8,6 +12,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -96,8 +102,22 @@ std::string TextsThatRunTextsTwice() {
     return text + "d() {" + Repeated("eval(t59);", kTextSize - text.size()) + "}";
 }
 
+// Makes the peak of the process begin again.
+void ForgetPeak() { std::ofstream("/proc/self/clear_refs") << 5; }
+
+double PeakMegabytes() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    double kilobytes = 0;
+    while (status >> word) {
+        if (word == "VmHWM:") status >> kilobytes;
+    }
+    return kilobytes / 1024;
+}
+
 void Run(benchmark::State& state, const std::string& text) {
     std::size_t held = 0;
+    ForgetPeak();
     for (auto _ : state) {
         CopyingGenerator generator;
         const auto scope = CreateViewScope(nullptr, &generator, nullptr, nullptr, true);
@@ -110,7 +130,42 @@ void Run(benchmark::State& state, const std::string& text) {
         held = generator.pool.Memory().Held();
     }
     state.counters["held"] = static_cast<double>(held);
+    state.counters["peak_MB"] = PeakMegabytes();
 }
+
+std::uint64_t Hear(std::int32_t, EventRecord&, void*) { return kAnswerDefault; }
+
+void MakeDialog(benchmark::State& state, const HostileView& view) {
+    ZeveInitialize();
+    const std::string text = view.text();
+    headless::State().keepsCalls = false;
+    ForgetPeak();
+    for (auto _ : state) {
+        ZeveInitRecord record;
+        record.callback = Hear;
+        ZeveDialog* const dialog = ZeveNew(&record);
+        try {
+            ZeveAddViewText(dialog, text.c_str());
+            ZeveMakeDialog(dialog, nullptr);
+            state.SetLabel("made");
+        } catch (const std::logic_error& error) {
+            state.SetLabel(error.what());
+        }
+        ZeveDelete(dialog);
+    }
+    state.counters["peak_MB"] = PeakMegabytes();
+    headless::Reset();
+}
+
+// Registers a benchmark for each of the views that make boxes.
+[[maybe_unused]] const bool gRegistered = [] {
+    for (const HostileView& view : HostileViews()) {
+        benchmark::RegisterBenchmark((std::string("hostile/boxes/") + view.name).c_str(), MakeDialog, view)
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(1);
+    }
+    return true;
+}();
 
 } // namespace
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "view/scope/scope_string_pool.h"
+#include "view/scope/system_budget.h"
 
 #include <string_view>
 
@@ -32,6 +33,8 @@ public:
     ViewHandle fixedRoot = nullptr;
     // The names and texts of the description, and of the `attributes` of every view: they outlive the scopes.
     ScopeStringPool pool;
+    // Of the run that reads a description now.
+    SystemBudget budget;
     bool rightToLeft = false;
 };
 

@@ -49,7 +49,16 @@ void MakeDialog(const std::string& text, const char* language) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     ZeveInitialize();
-    gReaderState.limits = {.evaluatedTexts = 64, .evaluatedBytes = 4096, .views = 60, .memory = 64 << 10};
+    // Sixty views alone look for 3,840 names.
+    gReaderState.limits = {.evaluatedTexts = 64,
+                           .evaluatedBytes = 4096,
+                           .views = 60,
+                           .searches = 5000,
+                           .memory = 64 << 10,
+                           .measuredUnits = 1500,
+                           .shownBytes = 400,
+                           .listItems = 48,
+                           .controls = 30};
     return 0;
 }
 

@@ -15,6 +15,7 @@ namespace brixen::zeve {
 
 class CExpressionScope;
 class EventRecord;
+struct SystemBudget;
 
 class CEveBox {
 public:
@@ -72,7 +73,10 @@ public:
     CEveBox* parent = nullptr;     // not owned
     NativeWindow control = nullptr;
     NativeWindow subControl = nullptr;
-    std::string classKeyword;            // the keyword of the view
+    std::string classKeyword; // the keyword of the view
+    // Of the generator that made the box and outlives it; null means no limits.
+    SystemBudget* budget = nullptr;
+    bool makesControl = true;            // known after Prepare
     bool visible = true, enabled = true; // the box's own state
     bool readOnly = false;
     bool honoursReadOnly = false;                 // a read-only box is shown disabled

@@ -10,6 +10,7 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
+#include "view/scope/system_budget.h"
 
 #include <algorithm>
 
@@ -30,6 +31,22 @@ std::uint32_t EditStyle(const CExpressionScope& attributes, bool isReadOnly) {
     return editStyle;
 }
 
+bool MayBreakLines(const CExpressionScope& attributes) {
+    return attributes.GetBooleanOr("v_scroller"_name, false) || attributes.HasVariable("win_style"_name);
+}
+
+// The generator spends each byte once; the lines of a field that breaks them are spent here.
+void SpendFurtherLines(SystemBudget& budget, std::string_view text, std::int64_t fieldWidth) {
+    constexpr std::size_t kTypicalWidth = 8; // of a byte, in pixels
+    const auto width = static_cast<std::size_t>(std::max<std::int64_t>(fieldWidth, 1));
+    while (!text.empty()) {
+        const std::size_t paragraph = std::min(text.find('\n'), text.size());
+        const std::size_t furtherLines = paragraph * kTypicalWidth / width;
+        Spend(budget.shownBytes, paragraph * furtherLines);
+        text.remove_prefix(std::min(paragraph + 1, text.size()));
+    }
+}
+
 bool IsAscii(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](char byte) { return byte & 0x80; });
 }
@@ -44,6 +61,8 @@ void CEveEditText::Prepare(CExpressionScope& viewAttributes, CExpressionScope& a
                  {"v_scroller"_name, "password"_name, "locked"_name, "rtl_aware"_name});
     CopyNumber(attributes, viewAttributes, "max_chars"_name);
     testsAscii = viewAttributes.HasVariable("seven_bit_ascii"_name);
+    if (budget != nullptr && MayBreakLines(attributes))
+        SpendFurtherLines(*budget, ShownText(viewAttributes.GetStringOr("name"_name, "")), fieldWidth);
     attributes.DefineNumber("width"_name, fieldWidth);
     DefineSizeOr(viewAttributes, attributes, "height"_name, "gEditTextHeight"_name);
 }

@@ -9,11 +9,12 @@ namespace brixen::zeve {
 void CEveEmpty::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);
     CopyBoolean(attributes, viewAttributes, "create_user_pane"_name);
+    makesControl = attributes.GetBooleanOr("create_user_pane"_name, false);
 }
 
 CEveBox* CEveEmpty::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
-    if (attributes.GetBooleanOr("create_user_pane"_name, false)) {
+    if (makesControl) {
         MakeControl(*this, attributes,
                     {u"static", style::kChild | style::kStaticFrame, extended::kControlParent});
     }

@@ -35,9 +35,10 @@ void CEvePopup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attr
     CopyBoolean(attributes, viewAttributes, "rtl_aware"_name);
     DefineSizeOr(viewAttributes, attributes, "height"_name, "gPopupHeight"_name);
     std::int64_t fieldWidth = viewAttributes.GetLongOr("width"_name, 0);
+    const std::string list = ShownText(viewAttributes.GetStringOr("items"_name, ""));
+    SpendItems(*this, list);
     if (fieldWidth == 0) {
-        const std::string list = ShownText(viewAttributes.GetStringOr("items"_name, ""));
-        const std::int64_t textWidth = MeasureLongestItem(list).width;
+        const std::int64_t textWidth = MeasureLongestItem(*this, list).width;
         width = CutTo16(textWidth);
         fieldWidth = textWidth + kTextMargins;
     }

@@ -9,6 +9,7 @@ namespace brixen::zeve {
 void CEveStaticTextEnum::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveStaticText::Prepare(viewAttributes, attributes);
     CopyString(attributes, viewAttributes, "items"_name);
+    SpendItems(*this, ShownText(attributes.GetStringOr("items"_name, "")));
     nameText.clear();
 }
 

@@ -1,17 +1,22 @@
 #include "toolkit/boxes/eve_tab_group.h"
 
+#include "dictionaries/translation.h"
 #include "toolkit/boxes/box_attributes.h"
 #include "toolkit/boxes/control_maker.h"
+#include "toolkit/boxes/item_list.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
+#include <cstddef>
 #include <string_view>
 
 namespace brixen::zeve {
 
 namespace {
+
+constexpr std::size_t kItemsOfATab = 16; // the system lays out all tabs again for each
 
 void InsertTabs(NativeWindow control, std::string_view names) {
     for (std::int32_t index = 0;; ++index) {
@@ -26,6 +31,7 @@ void InsertTabs(NativeWindow control, std::string_view names) {
 
 void CEveTabGroup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);
+    SpendItems(*this, ShownText(viewAttributes.GetStringOr("name"_name, "")), kItemsOfATab);
     DefineSizeOr(viewAttributes, attributes, "height"_name, "gTabsHeight"_name);
     attributes.DefineNumber("width"_name, viewAttributes.GetLongOr("width"_name, 0));
 }

@@ -1,5 +1,8 @@
 #include "toolkit/boxes/item_list.h"
 
+#include "toolkit/boxes/eve_box.h"
+#include "view/scope/system_budget.h"
+
 #include <algorithm>
 #include <optional>
 #include <unordered_set>
@@ -60,6 +63,12 @@ std::vector<ListItem> ParseItemList(std::string_view text, Separators separators
         text.remove_prefix(std::min(text.size(), entry.size() + 1));
     }
     return reader.Take();
+}
+
+void SpendItems(const CEveBox& box, std::string_view text, std::size_t costOfAnEntry) {
+    if (box.budget == nullptr || text.empty()) return;
+    const auto entries = static_cast<std::size_t>(std::count(text.begin(), text.end(), ';')) + 1;
+    Spend(box.budget->listItems, entries * costOfAnEntry);
 }
 
 const ListItem* FindItemByValue(const std::vector<ListItem>& items, std::string_view value) {

@@ -6,11 +6,13 @@
 #include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
+#include "view/scope/system_budget.h"
 
 #include <algorithm>
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace brixen::zeve {
 
@@ -24,31 +26,73 @@ using OwnedFont = std::unique_ptr<NativeFontTag, FontDeleter>;
 
 constexpr std::int32_t kTypicalWidth = 8; // of a unit, in pixels, for the first guess
 constexpr std::size_t kSpareUnits = 2;
+constexpr std::size_t kUnitsOfACall = 16; // as long as it takes to measure these
+
+// Measures for a box, at the cost of the run that prepares it.
+class BoxMeter {
+public:
+    BoxMeter(const CEveBox& box, NativeFont font) : budget(box.budget), meter(font) {}
+
+    platform::Extent MeasureText(std::u16string_view text) const {
+        SpendFor(text);
+        return meter.MeasureText(text);
+    }
+    std::int32_t MeasureBeginnings(std::u16string_view text, std::vector<std::int32_t>& widths) const {
+        SpendFor(text);
+        widths.assign(text.size(), 0);
+        return meter.MeasureBeginnings(text, widths.data());
+    }
+
+private:
+    void SpendFor(std::u16string_view text) const {
+        if (budget != nullptr) Spend(budget->measuredUnits, text.size() + kUnitsOfACall);
+    }
+
+    SystemBudget* budget;
+    platform::TextMeter meter;
+};
+
+struct FittedText {
+    std::size_t units = 0; // UTF-16 units that fit
+    std::int32_t height = 0;
+};
 
 // Finds how much of a text fits on a line. It measures little more than a line holds, so that measuring a
 // text stays linear in its length, whatever its font and the width.
 class LineFitter {
 public:
-    LineFitter(NativeFont font, std::int32_t width)
-        : font(font), width(width),
-          guess(static_cast<std::size_t>(std::max(width, 0) / kTypicalWidth) + kSpareUnits) {}
+    LineFitter(const BoxMeter& lineMeter, std::int32_t lineWidth)
+        : meter(lineMeter), width(std::max(lineWidth, 0)),
+          guess(static_cast<std::size_t>(width / kTypicalWidth) + kSpareUnits) {}
 
-    platform::FittedText Fit(std::u16string_view text) {
+    FittedText Fit(std::u16string_view text) {
         std::size_t units = std::min(text.size(), guess);
-        platform::FittedText fitted = platform::MeasureFitting(font, text.substr(0, units), width);
+        FittedText fitted = FitFirst(text.substr(0, units));
         while (fitted.units == units && units < text.size()) {
             units = std::min(text.size(), units * 2);
-            fitted = platform::MeasureFitting(font, text.substr(0, units), width);
+            fitted = FitFirst(text.substr(0, units));
         }
         // The next line usually holds about as much.
         if (fitted.units < units) guess = fitted.units + fitted.units / 4 + kSpareUnits;
         return fitted;
     }
 
+    // The width of that many first units, one at least, of the text that was fitted last: of those that fit,
+    // or of its first character.
+    std::int32_t WidthOf(std::size_t units) const { return widths[units - 1]; }
+
 private:
-    NativeFont font;
+    FittedText FitFirst(std::u16string_view text) {
+        const std::int32_t height = meter.MeasureBeginnings(text, widths);
+        const auto tooWide = [this](std::int32_t itsWidth) { return itsWidth > width; };
+        const auto end = std::find_if(widths.begin(), widths.end(), tooWide);
+        return {static_cast<std::size_t>(end - widths.begin()), height};
+    }
+
+    const BoxMeter& meter;
     std::int32_t width;
     std::size_t guess;
+    std::vector<std::int32_t> widths;
 };
 
 std::int32_t CutTo32(std::int64_t number) {
@@ -65,16 +109,15 @@ std::size_t PieceLength(std::u16string_view text, std::size_t fittedUnits) {
     return std::max(units, LengthOfFirstCharacter(text));
 }
 
-platform::Extent MeasurePieces(NativeFont font, std::u16string_view text, std::int32_t width) {
-    LineFitter fitter(font, width);
+platform::Extent MeasurePieces(const BoxMeter& meter, std::u16string_view text, std::int32_t width) {
+    LineFitter fitter(meter, width);
     std::int32_t widest = 0;
     std::int64_t height = 0;
     while (!text.empty()) {
-        platform::FittedText fitted = fitter.Fit(text);
+        const FittedText fitted = fitter.Fit(text);
         const std::size_t length = PieceLength(text, fitted.units);
-        if (length != fitted.units) fitted.extent = platform::MeasureText(font, text.substr(0, length));
-        widest = std::max(widest, fitted.extent.width);
-        height += fitted.extent.height;
+        widest = std::max(widest, fitter.WidthOf(length));
+        height += fitted.height;
         text.remove_prefix(length);
     }
     return {widest, CutTo32(height)};
@@ -113,9 +156,9 @@ std::int64_t CountLines(LineFitter& fitter, std::u16string_view paragraph) {
     }
 }
 
-platform::Extent MeasureLines(NativeFont font, std::u16string_view text, std::int32_t width) {
+platform::Extent MeasureLines(const BoxMeter& meter, std::u16string_view text, std::int32_t width) {
     if (text.empty()) return {};
-    LineFitter fitter(font, width);
+    LineFitter fitter(meter, width);
     std::int64_t lines = 0;
     for (;;) {
         const std::size_t end = text.find(u'\n');
@@ -123,7 +166,7 @@ platform::Extent MeasureLines(NativeFont font, std::u16string_view text, std::in
         if (end == std::u16string_view::npos) break;
         text.remove_prefix(end + 1);
     }
-    return {width, CutTo32(lines * platform::MeasureText(font, u" ").height)};
+    return {width, CutTo32(lines * meter.MeasureText(u" ").height)};
 }
 
 // The longest entry between semicolons, the first of equals. Kept: the very last entry counts one byte short.
@@ -153,15 +196,16 @@ platform::Extent MeasureName(CEveBox& box, const CExpressionScope& viewAttribute
     LookUpBigFace();
     const OwnedFont font(MakeBoxFont(viewAttributes, platform::ScreenResolution()));
     const std::u16string text = lyr::gen::ToUtf16(measured, true);
-    if (width == 0) return platform::MeasureText(font.get(), text);
+    const BoxMeter meter(box, font.get());
+    if (width == 0) return meter.MeasureText(text);
     return viewAttributes.GetBooleanOr("whole_words"_name, false)
-               ? MeasureLines(font.get(), text, CutTo32(width))
-               : MeasurePieces(font.get(), text, CutTo32(width));
+               ? MeasureLines(meter, text, CutTo32(width))
+               : MeasurePieces(meter, text, CutTo32(width));
 }
 
-platform::Extent MeasureLongestItem(std::string_view items) {
+platform::Extent MeasureLongestItem(const CEveBox& box, std::string_view items) {
     const OwnedFont font(MakeNarrowFont(platform::ScreenResolution()));
-    return platform::MeasureText(font.get(), lyr::gen::ToUtf16(LongestEntry(items), true));
+    return BoxMeter(box, font.get()).MeasureText(lyr::gen::ToUtf16(LongestEntry(items), true));
 }
 
 } // namespace brixen::zeve

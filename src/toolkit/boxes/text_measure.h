@@ -17,11 +17,13 @@ class CExpressionScope;
 // the result is the width of the widest piece and the height of all together. If the view has `whole_words`,
 // the text is broken at line feeds and between words instead, as a static control breaks it; the result is
 // `width` and the height of all lines. Takes time linear in the length of the text.
+//
+// Both functions throw SystemBudgetExhausted where the budget of the box ends.
 [[nodiscard]] platform::Extent MeasureName(CEveBox& box, const CExpressionScope& viewAttributes,
                                            std::int64_t width);
 
 // Returns the extent of the longest entry of a popup, braces and value included. `items` is the translated
 // text of its list.
-[[nodiscard]] platform::Extent MeasureLongestItem(std::string_view items);
+[[nodiscard]] platform::Extent MeasureLongestItem(const CEveBox& box, std::string_view items);
 
 } // namespace brixen::zeve

@@ -1,5 +1,6 @@
 #include "toolkit/dialog/zeve_generator.h"
 
+#include "dictionaries/translation.h"
 #include "toolkit/boxes/box_makers.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog_link.h"
@@ -7,6 +8,9 @@
 #include "toolkit/kept_exception.h"
 #include "toolkit/toolkit_state.h"
 #include "view/scope/expression_scope.h"
+
+#include <algorithm>
+#include <string>
 
 namespace brixen::zeve {
 
@@ -35,12 +39,22 @@ void CopyCommonAttributes(CExpressionScope& to, const CExpressionScope& from) {
     CopyString(to, from, "__languageInfo"_name);
 }
 
-// A box keeps copies of these texts, in UTF-8 and in UTF-16, and measures them, so they count as memory of
-// the run: a long text that many views inherit would otherwise take time and memory without bound.
-void ChargeTexts(ScopeMemory& memory, const CExpressionScope& viewAttributes) {
+// A box keeps copies of its texts, in UTF-8 and in UTF-16, and measures them, so they count as memory of the
+// run: a long text that many views inherit would otherwise take memory without bound.
+void ChargeTexts(ScopeMemory& memory, std::string_view shownName, const CExpressionScope& viewAttributes) {
     constexpr std::size_t kCopiedBytes = 3; // for each byte of a text
-    for (const ScopeName& name : {"name"_name, "alt_name"_name, "items"_name})
+    const std::size_t nameBytes = viewAttributes.GetStringOr("name"_name, "").size();
+    memory.Charge(std::max(nameBytes, shownName.size()) * kCopiedBytes);
+    for (const ScopeName& name : {"alt_name"_name, "items"_name})
         memory.Charge(viewAttributes.GetStringOr(name, "").size() * kCopiedBytes);
+}
+
+void SpendControls(SystemBudget& budget, const CEveBox& box, std::string_view shownName,
+                   const CExpressionScope& attributes) {
+    if (!box.makesControl) return;
+    const bool mayHaveSubCheck = attributes.GetBooleanOr("check_box_aware"_name, false);
+    Spend(budget.controls, mayHaveSubCheck ? 2 : 1);
+    Spend(budget.shownBytes, shownName.size());
 }
 
 } // namespace
@@ -56,7 +70,8 @@ void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope&
     DefineIds(attributes, viewAttributes);
     CopyCommonAttributes(attributes, viewAttributes);
     CopyExtraAttributes(attributes, viewAttributes);
-    ChargeTexts(pool.Memory(), viewAttributes);
+    const std::string shownName = ShownText(viewAttributes.GetStringOr("name"_name, ""));
+    ChargeTexts(pool.Memory(), shownName, viewAttributes);
     attributes.DefineNumber("__gen"_name, ReferenceNumber(static_cast<CGenerator*>(this)));
 
     std::unique_ptr<CEveBox> made = MakeBox(viewKeyword);
@@ -64,7 +79,9 @@ void CZeveGenerator::PrepareView(std::string_view viewKeyword, CExpressionScope&
     boxes.emplace(&box, std::move(made));
     attributes.DefineNumber("__eveBoxObj"_name, ReferenceNumber(&box));
     box.classKeyword = viewKeyword;
+    box.budget = &budget;
     box.Prepare(viewAttributes, attributes);
+    SpendControls(budget, box, shownName, attributes);
 }
 
 void CZeveGenerator::CopyExtraAttributes(CExpressionScope& attributes,

@@ -17,7 +17,8 @@ public:
     explicit CZeveGenerator(DialogLink* ownDialog = nullptr);
     ~CZeveGenerator() override;
 
-    // Defines the view's ids, copies its attributes, makes its box and has the box prepare itself.
+    // Defines the view's ids, copies its attributes, makes its box and has the box prepare itself. Throws
+    // ScopeMemoryExhausted and SystemBudgetExhausted; the box then stays until DeleteBoxes.
     void PrepareView(std::string_view viewKeyword, CExpressionScope& viewAttributes,
                      CExpressionScope& attributes) override;
     // Has the box bind itself and make its control, then calls the host. If Create returns null, the children

@@ -182,14 +182,29 @@ struct FontRecord {
 void DeleteFont(NativeFont font) noexcept;
 [[nodiscard]] std::int32_t ScreenResolution() noexcept;                    // vertical, pixels an inch
 [[nodiscard]] std::int32_t WindowResolution(NativeWindow window) noexcept; // the same of a window's device
-[[nodiscard]] Extent MeasureText(NativeFont font, std::u16string_view text) noexcept;
 
-struct FittedText {
-    std::size_t units = 0; // UTF-16 units that fit
-    Extent extent;         // of those units
+// Measures texts on the screen in one font. Holds the screen's device as long as it lives, so that a text of
+// many lines takes it once.
+class TextMeter {
+public:
+    // The caller keeps the font. Null means the font that a device has at first.
+    explicit TextMeter(NativeFont font) noexcept;
+    TextMeter(const TextMeter&) = delete;
+    TextMeter& operator=(const TextMeter&) = delete;
+    ~TextMeter();
+
+    // Returns the extent of the text on one line; nothing for an empty text, and if the system refuses.
+    [[nodiscard]] Extent MeasureText(std::u16string_view text) const noexcept;
+    // Writes the width of each beginning of the text: widths[n] is that of its first n + 1 units. There must
+    // be room for as many as the text has units. Returns the height of the line; 0 for an empty text, and if
+    // the system refuses, and then the widths are unspecified.
+    std::int32_t MeasureBeginnings(std::u16string_view text, std::int32_t* widths) const noexcept;
+
+private:
+    NativeFont font;                      // on the device
+    NativeDrawing device;                 // of the screen; null if the system has none
+    [[maybe_unused]] NativeFont former{}; // on the device before; the twin has no need of it
 };
-[[nodiscard]] FittedText MeasureFitting(NativeFont font, std::u16string_view text,
-                                        std::int32_t width) noexcept;
 
 // --- Resolution of the thread ---
 

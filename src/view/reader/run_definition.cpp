@@ -62,10 +62,26 @@ private:
     const std::size_t outerLimit;
 };
 
+// What one run may ask of the window system, while it reads.
+class BudgetOfRun {
+public:
+    explicit BudgetOfRun(CGenerator& limited) : generator(limited), outerBudget(limited.budget) {
+        const ReadingLimits& limits = gReaderState.limits;
+        generator.budget = {limits.measuredUnits, limits.shownBytes, limits.listItems, limits.controls};
+    }
+    ~BudgetOfRun() { generator.budget = outerBudget; }
+    BudgetOfRun(const BudgetOfRun&) = delete;
+    BudgetOfRun& operator=(const BudgetOfRun&) = delete;
+
+private:
+    CGenerator& generator;
+    const SystemBudget outerBudget;
+};
+
 class DefinitionRun {
 public:
     DefinitionRun(CExpressViewScope& rootScope, const char* definition)
-        : text(definition), memory(rootScope.Generator().pool.Memory()), tree(rootScope.Generator()),
+        : text(definition), generator(rootScope.Generator()), tree(generator),
           reader(rootScope, tree, definition) {}
 
     ViewHandle Execute() {
@@ -87,7 +103,8 @@ public:
 
 private:
     void Read(ViewList& views) {
-        const MemoryLimit limit(memory);
+        const MemoryLimit limit(generator.pool.Memory());
+        const BudgetOfRun budget(generator);
         const bool isWhole = reader.ReadDefinition(views);
         if (!isWhole) {
             failed = gReaderState.marks.failed;
@@ -108,7 +125,7 @@ private:
 
     const RunOfItsOwnMarks marks;
     const char* const text;
-    ScopeMemory& memory;
+    CGenerator& generator;
     ViewTree tree;
     ViewReader reader;
     const char* failed = nullptr; // where the text stopped, unless something threw

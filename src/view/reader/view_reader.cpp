@@ -35,8 +35,8 @@ void ViewReader::ReadStatementList(Surroundings surroundings) {
     Done(ScopeProduction::kStatementList, begin);
 }
 
-// Fails also when the memory of the run is exhausted: the innermost statement is then the production that
-// fails.
+// Fails also when the memory of the run, or what it may ask of the window system, is exhausted: the innermost
+// statement is then the production that fails.
 bool ViewReader::ReadStatement(Surroundings surroundings) {
     const Place start = Here();
     Identifier word;
@@ -45,6 +45,7 @@ bool ViewReader::ReadStatement(Surroundings surroundings) {
     try {
         if (ReadStatementAfter(word, surroundings)) return true;
     } catch (const ScopeMemoryExhausted&) {
+    } catch (const SystemBudgetExhausted&) {
     }
     return Fail(start);
 }

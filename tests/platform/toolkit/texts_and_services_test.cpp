@@ -1,7 +1,7 @@
 #include "toolkit/platform/toolkit_platform.h"
 
-#include <algorithm>
-#include <string>
+#include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -24,37 +24,42 @@ protected:
 };
 
 TEST_F(Texts, AnEmptyTextMeasuresNothing) {
-    EXPECT_EQ(MeasureText(font, u"").width, 0);
-    EXPECT_EQ(MeasureText(font, u"").height, 0);
-    EXPECT_EQ(MeasureFitting(font, u"", 100).units, 0u);
+    const TextMeter meter(font);
+    EXPECT_EQ(meter.MeasureText(u"").width, 0);
+    EXPECT_EQ(meter.MeasureText(u"").height, 0);
+    EXPECT_EQ(meter.MeasureBeginnings(u"", nullptr), 0);
 }
 
 TEST_F(Texts, AllTextsOfAFontAreOneLineHighAndLongerOnesWider) {
-    const Extent one = MeasureText(font, u"n"), ten = MeasureText(font, u"nnnnnnnnnn");
+    const TextMeter meter(font);
+    const Extent one = meter.MeasureText(u"n"), ten = meter.MeasureText(u"nnnnnnnnnn");
     EXPECT_GT(one.width, 0);
     EXPECT_GT(one.height, 5);
     EXPECT_EQ(ten.width, 10 * one.width);
     EXPECT_EQ(ten.height, one.height);
 }
 
-TEST_F(Texts, TheFittingPartIsTheLongestBeginningThatIsNotWider) {
-    const std::u16string text(20, u'n');
-    const std::int32_t unit = MeasureText(font, u"n").width;
-    for (const std::int32_t width : {unit, 3 * unit, 4 * unit - 1, 20 * unit, 1000 * unit}) {
-        const FittedText fitted = MeasureFitting(font, text, width);
-        EXPECT_EQ(fitted.units, static_cast<std::size_t>(std::min(width / unit, 20))) << width;
-        EXPECT_EQ(fitted.extent.width, static_cast<std::int32_t>(fitted.units) * unit);
-        EXPECT_EQ(fitted.extent.height, MeasureText(font, u"n").height);
+TEST_F(Texts, EachBeginningIsAsWideAsMeasuredAlone) {
+    const TextMeter meter(font);
+    const std::u16string_view text = u"AVA To; \x3042\x3044 fi \xE4\xD83D\xDE00!";
+    std::vector<std::int32_t> widths(text.size(), -1);
+    EXPECT_EQ(meter.MeasureBeginnings(text, widths.data()), meter.MeasureText(u"n").height);
+    for (std::size_t units = 1; units <= text.size(); ++units) {
+        if (text[units - 1] == 0xD83D) continue; // half a character
+        EXPECT_EQ(widths[units - 1], meter.MeasureText(text.substr(0, units)).width) << units;
     }
 }
 
-TEST_F(Texts, NothingFitsWhereThereIsNoRoom) {
-    for (const std::int32_t width : {0, -5}) {
-        const FittedText fitted = MeasureFitting(font, u"nnn", width);
-        EXPECT_EQ(fitted.units, 0u);
-        EXPECT_EQ(fitted.extent.width, 0);
-        EXPECT_EQ(fitted.extent.height, 0);
+TEST_F(Texts, OneMeterMeasuresManyTextsAndLeavesTheScreenAsItWas) {
+    const Extent before = TextMeter(nullptr).MeasureText(u"nnn");
+    {
+        const TextMeter meter(font);
+        const Extent first = meter.MeasureText(u"nnn");
+        EXPECT_EQ(meter.MeasureText(u"nnn").width, first.width);
+        EXPECT_EQ(TextMeter(nullptr).MeasureText(u"nnn").width, before.width);
+        EXPECT_EQ(meter.MeasureText(u"nnn").width, first.width);
     }
+    EXPECT_EQ(TextMeter(nullptr).MeasureText(u"nnn").width, before.width);
 }
 
 TEST(Fonts, TheStockFontHasAFaceAndAHeight) {
@@ -64,7 +69,7 @@ TEST(Fonts, TheStockFontHasAFaceAndAHeight) {
 }
 
 TEST(Fonts, ANullFontIsHarmless) {
-    EXPECT_GT(MeasureText(nullptr, u"text").width, 0);
+    EXPECT_GT(TextMeter(nullptr).MeasureText(u"text").width, 0);
     DeleteFont(nullptr);
 }
 

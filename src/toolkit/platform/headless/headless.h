@@ -55,6 +55,7 @@ inline const auto kDpiUnaware = reinterpret_cast<NativeDpiContext>(std::uintptr_
 
 struct System {
     std::vector<Call> calls;
+    bool keepsCalls = true;                       // a benchmark keeps none
     std::vector<std::unique_ptr<Window>> windows; // that live, in the order in which they were made
     std::deque<Message> posted;
     std::optional<std::int32_t> quit;

@@ -31,6 +31,7 @@ void ScriptMessage(NativeWindow window, std::uint32_t number, std::uintptr_t wpa
 
 void Record(const char* name, NativeWindow window, std::initializer_list<std::int64_t> numbers,
             std::u16string_view text) noexcept {
+    if (!State().keepsCalls) return;
     try {
         State().calls.push_back({name, window, numbers, std::u16string(text)});
     } catch (const std::bad_alloc&) {

@@ -76,16 +76,22 @@ std::int32_t WindowResolution(NativeWindow window) noexcept {
     return FindWindow(window) != nullptr ? kResolution : 0;
 }
 
-Extent MeasureText(NativeFont font, std::u16string_view text) noexcept {
+TextMeter::TextMeter(NativeFont itsFont) noexcept
+    : font(itsFont), device(headless::NewHandle<NativeDrawing>()) {
+    Record("TakeScreen", nullptr, {HandleNumber(device)});
+}
+
+TextMeter::~TextMeter() { Record("LeaveScreen", nullptr, {HandleNumber(device)}); }
+
+Extent TextMeter::MeasureText(std::u16string_view text) const noexcept {
     Record("MeasureText", nullptr, {HandleNumber(font)}, text);
     return ExtentOf(text.size());
 }
 
-FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept {
-    Record("MeasureFitting", nullptr, {HandleNumber(font), width}, text);
-    const std::size_t room = width > 0 ? static_cast<std::size_t>(width / kUnitWidth) : 0;
-    const std::size_t units = std::min(room, text.size());
-    return {units, ExtentOf(units)};
+std::int32_t TextMeter::MeasureBeginnings(std::u16string_view text, std::int32_t* widths) const noexcept {
+    Record("MeasureBeginnings", nullptr, {HandleNumber(font)}, text);
+    for (std::size_t n = 0; n < text.size(); ++n) widths[n] = ExtentOf(n + 1).width;
+    return ExtentOf(text.size()).height;
 }
 
 } // namespace brixen::zeve::platform

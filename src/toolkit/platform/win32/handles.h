@@ -20,6 +20,7 @@ inline NativeWindow Opaque(HWND window) { return reinterpret_cast<NativeWindow>(
 inline NativeModule Opaque(HINSTANCE module) { return reinterpret_cast<NativeModule>(module); }
 inline NativeFont Opaque(HFONT font) { return reinterpret_cast<NativeFont>(font); }
 inline NativeIcon Opaque(HICON icon) { return reinterpret_cast<NativeIcon>(icon); }
+inline NativeDrawing Opaque(HDC device) { return reinterpret_cast<NativeDrawing>(device); }
 
 using lyr::gen::Wide;
 
@@ -37,21 +38,6 @@ public:
 private:
     HWND window;
     HDC device;
-};
-
-// Makes an object current on a device, for as long as this lives. The object is borrowed.
-class Selection {
-public:
-    Selection(HDC onDevice, HGDIOBJ object) : device(onDevice), former(SelectObject(onDevice, object)) {}
-    Selection(const Selection&) = delete;
-    Selection& operator=(const Selection&) = delete;
-    ~Selection() {
-        if (former != nullptr) SelectObject(device, former);
-    }
-
-private:
-    HDC device;
-    HGDIOBJ former;
 };
 
 } // namespace brixen::zeve::platform

@@ -49,12 +49,6 @@ FontRecord FromSystem(const LOGFONTW& font) {
     return record;
 }
 
-Extent ExtentOf(HDC device, std::u16string_view text) {
-    SIZE size = {};
-    if (!text.empty()) GetTextExtentPoint32W(device, Wide(text.data()), Count(text), &size);
-    return {size.cx, size.cy};
-}
-
 } // namespace
 
 void SetText(NativeWindow window, const char16_t* text) {
@@ -100,22 +94,28 @@ std::int32_t WindowResolution(NativeWindow window) noexcept {
     return GetDeviceCaps(BorrowedDevice(Handle(window)).Get(), LOGPIXELSY);
 }
 
-Extent MeasureText(NativeFont font, std::u16string_view text) noexcept {
-    const BorrowedDevice device(nullptr);
-    const Selection selection(device.Get(), Handle(font));
-    return ExtentOf(device.Get(), text);
+TextMeter::TextMeter(NativeFont itsFont) noexcept
+    : font(itsFont), device(Opaque(GetDC(nullptr))),
+      former(Opaque(static_cast<HFONT>(SelectObject(Handle(device), Handle(font))))) {}
+
+TextMeter::~TextMeter() {
+    if (former != nullptr) SelectObject(Handle(device), Handle(former));
+    if (device != nullptr) ReleaseDC(nullptr, Handle(device));
 }
 
-FittedText MeasureFitting(NativeFont font, std::u16string_view text, std::int32_t width) noexcept {
-    const BorrowedDevice device(nullptr);
-    const Selection selection(device.Get(), Handle(font));
-    int fitting = 0;
-    SIZE whole = {};
-    if (text.empty() || !GetTextExtentExPointW(device.Get(), Wide(text.data()), Count(text),
-                                               std::max(width, 0), &fitting, nullptr, &whole))
-        return {};
-    const auto units = static_cast<std::size_t>(fitting);
-    return {units, ExtentOf(device.Get(), text.substr(0, units))};
+Extent TextMeter::MeasureText(std::u16string_view text) const noexcept {
+    SIZE size = {};
+    if (!text.empty()) GetTextExtentPoint32W(Handle(device), Wide(text.data()), Count(text), &size);
+    return {size.cx, size.cy};
+}
+
+std::int32_t TextMeter::MeasureBeginnings(std::u16string_view text, std::int32_t* widths) const noexcept {
+    SIZE size = {};
+    if (text.empty()) return 0;
+    // Without a place for the number of units that fit, the system gives the widths of all.
+    const BOOL isMeasured =
+        GetTextExtentExPointW(Handle(device), Wide(text.data()), Count(text), 0, nullptr, widths, &size);
+    return isMeasured ? size.cy : 0;
 }
 
 } // namespace brixen::zeve::platform

@@ -1,5 +1,6 @@
 #include "toolkit/boxes/text_measure.h"
 #include "unit/toolkit/boxes/box_fixture.h"
+#include "view/scope/system_budget.h"
 
 #include <gtest/gtest.h>
 
@@ -27,11 +28,11 @@ protected:
         view.DefineNumber("whole_words", 1);
         return MeasureName(box, view, width).height;
     }
-    std::size_t Pieces() const { return headless::CallsOf("MeasureFitting").size(); }
+    std::size_t Pieces() const { return headless::CallsOf("MeasureBeginnings").size(); }
     // The UTF-16 units that all calls have measured together.
     std::size_t UnitsMeasured() const {
         std::size_t units = 0;
-        for (const char* name : {"MeasureFitting", "MeasureText"}) {
+        for (const char* name : {"MeasureBeginnings", "MeasureText"}) {
             for (const headless::Call& call : headless::CallsOf(name)) units += call.text.size();
         }
         return units;
@@ -117,11 +118,49 @@ TEST_F(TextMeasureTest, ANarrowWidthMeasuresFewUnitsALine) {
     constexpr std::size_t kUnits = 10'000;
     EXPECT_EQ(Measure(std::string(kUnits, 'x'), 1).height, static_cast<std::int32_t>(kUnits) * kLine);
     EXPECT_EQ(Pieces(), kUnits);
-    EXPECT_LE(UnitsMeasured(), kUnits * 3); // two to see that none fits, and the one
+    EXPECT_TRUE(headless::CallsOf("MeasureText").empty());
+    EXPECT_LE(UnitsMeasured(), kUnits * 2); // two to see that none fits
     headless::State().calls.clear();
     const std::string lines(kUnits, '\n');
     EXPECT_EQ(HeightInWords(lines, 30'000), static_cast<std::int32_t>(kUnits + 1) * kLine);
     EXPECT_LE(UnitsMeasured(), 1u);
+}
+
+TEST_F(TextMeasureTest, AllLinesOfATextTakeTheScreenOnce) {
+    (void)Measure("0123456789", 4 * kUnit);
+    (void)HeightInWords("aaa bbb\nccc", 3 * kUnit);
+    (void)MeasureLongestItem(box, "One{1}");
+    EXPECT_EQ(headless::CallsOf("TakeScreen").size(), 3u);
+    EXPECT_EQ(headless::CallsOf("LeaveScreen").size(), 3u);
+}
+
+// --- The budget
+
+TEST_F(TextMeasureTest, MeasuringCostsItsUnitsAndSixteenMoreACall) {
+    SystemBudget budget;
+    box.budget = &budget;
+    const auto cost = [&](auto measure) {
+        budget.measuredUnits = 1000;
+        measure();
+        return 1000 - budget.measuredUnits;
+    };
+    EXPECT_EQ(cost([&] { (void)Measure("12345"); }), 16u + 5);
+    EXPECT_EQ(cost([&] { (void)Measure("abc", 1); }), 3 * 16u + 2 + 2 + 1);
+    EXPECT_EQ(cost([&] { HeightInWords("\n", 100); }), 3 * 16u + 1) << "two lines, and the height of one";
+    EXPECT_EQ(cost([&] { (void)MeasureLongestItem(box, "One{1};Three{3}"); }), 16u + 8);
+}
+
+TEST_F(TextMeasureTest, MeasuringEndsWhereTheBudgetDoes) {
+    SystemBudget budget;
+    box.budget = &budget;
+    budget.measuredUnits = 3 * 16 + 2 + 2 + 1;
+    EXPECT_EQ(Measure("abc", 1).height, 3 * kLine);
+    EXPECT_EQ(budget.measuredUnits, 0u);
+    budget.measuredUnits = 3 * 16 + 2 + 2;
+    EXPECT_THROW(Measure("abc", 1), SystemBudgetExhausted);
+    EXPECT_EQ(budget.measuredUnits, 16u) << "the last line was not measured";
+    EXPECT_TRUE(headless::State().fonts.empty());
+    EXPECT_EQ(headless::CallsOf("TakeScreen").size(), headless::CallsOf("LeaveScreen").size());
 }
 
 // --- Whole words
@@ -234,7 +273,7 @@ TEST(LongestItem, IsTheLongestEntryByBytesWithItsBraces) {
     };
     for (const Case& test : cases) {
         headless::Reset();
-        (void)MeasureLongestItem(test.items);
+        (void)MeasureLongestItem(CEveBox(), test.items);
         EXPECT_EQ(headless::CallsOf("MeasureText").back().text, test.measured) << test.items;
         EXPECT_TRUE(headless::State().fonts.empty());
     }
@@ -245,7 +284,7 @@ TEST(LongestItem, TakesAnyNumberAndLengthOfEntries) {
     std::string items;
     for (int i = 0; i < 1'000; ++i) items += "entry " + std::to_string(i) + "{v};";
     items += std::string(2'000, 'x') + "{v};";
-    EXPECT_EQ(MeasureLongestItem(items).width, 2'003 * kUnit);
+    EXPECT_EQ(MeasureLongestItem(CEveBox(), items).width, 2'003 * kUnit);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "toolkit/dialog/zeve_generator.h"
 
+#include "dictionaries/translation.h"
 #include "toolkit/boxes/box_makers.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/dialog_registry.h"
@@ -16,6 +17,8 @@
 namespace brixen::zeve {
 namespace {
 
+constexpr char kNotAllRead[] = "Warning! (*definition == 0)";
+
 class ZeveGenerator : public DialogTest {
 protected:
     ZeveGenerator() {
@@ -28,6 +31,8 @@ protected:
         view.DefineNumber("__zeveInternalObj", ReferenceNumber(&link));
     }
 
+    ~ZeveGenerator() override { ResetReaderState(); }
+
     std::int64_t Number(std::string_view name) { return attributes.GetLongOr(name, kUndefinedNumber); }
     CEveBox* Box() { return ReferenceFrom<CEveBox>(Number("__eveBoxObj")); }
     // Prepares and creates a view with attributes of its own.
@@ -35,6 +40,27 @@ protected:
         CExpressionScope own;
         generator.PrepareView(keyword, view, own);
         return generator.CreateView(keyword, own, parent);
+    }
+
+    // The failure of a description on a generator of its own; empty if there is none.
+    std::string FailureOf(const std::string& text) {
+        CZeveGenerator own{&link};
+        const auto root = CreateViewScope(nullptr, &own, nullptr, nullptr, true);
+        InstallViewConstants(*root);
+        try {
+            RunDefinition(*root, text.c_str());
+        } catch (const std::logic_error& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    // Expects that the description fits into a limit of `cost`, and into none that is lower.
+    void ExpectCost(const std::string& text, std::size_t& limit, std::size_t cost) {
+        limit = cost;
+        EXPECT_EQ(FailureOf(text), "") << text;
+        limit = cost - 1;
+        EXPECT_EQ(FailureOf(text), kNotAllRead) << text;
     }
 
     TestHost host;
@@ -217,6 +243,94 @@ TEST_F(ZeveGenerator, TextsThatBoxesKeepCountAsMemoryOfTheRun) {
             << attribute;
         ResetReaderState();
     }
+}
+
+TEST_F(ZeveGenerator, ATranslationCountsAsMemoryOfTheRunToo) {
+    AddKeyValue(("$$$/long=" + std::string(30000, 'x')).c_str());
+    const auto fits = [&](std::size_t limit) {
+        gReaderState.limits.memory = limit;
+        return FailureOf("picture(name: '$$$/long=short') { picture(name: ''); }").empty();
+    };
+    EXPECT_FALSE(fits(3 * 30000));
+    EXPECT_TRUE(fits(3 * 30000 + 60000));
+}
+
+// --- What a run may ask of the window system
+
+TEST_F(ZeveGenerator, ARunMeasuresAsMuchAsTheLimitAllows) {
+    EXPECT_EQ(ReadingLimits().measuredUnits, 16777216u);
+    const std::string text = "dialog() { static_text(name: 'abc', width: 1); button(name: '12345'); }";
+    std::size_t& limit = gReaderState.limits.measuredUnits;
+    limit = (3 * 16 + 2 + 2 + 1) + (16 + 5);
+    EXPECT_EQ(FailureOf(text), "");
+    limit -= 1;
+    EXPECT_EQ(FailureOf(text), kNotAllRead);
+    limit += 1;
+    EXPECT_EQ(FailureOf(text), "") << "the budget is that of one run";
+}
+
+TEST_F(ZeveGenerator, ARunShowsAsMuchTextAsTheLimitAllows) {
+    EXPECT_EQ(ReadingLimits().shownBytes, 524288u);
+    std::size_t& limit = gReaderState.limits.shownBytes;
+    const auto expectCost = [&](const std::string& view, std::size_t bytes) {
+        ExpectCost("dialog() { " + view + " }", limit, bytes);
+    };
+    expectCost("slider(name: '12345'); static_text(name: 'abc');", 8);
+    expectCost("row(name: '12345') { button(name: 'abc'); }", 3);
+    AddKeyValue("$$$/shown=12345678");
+    expectCost("button(name: '$$$/shown=OK');", 8);
+    expectCost("edit_text(name: '0123456789', width: 40);", 10);
+    expectCost("edit_text(name: '0123456789', width: 40, v_scroller: 1);", 3 * 10);
+    expectCost("edit_text(name: '0123456789', width: 40, win_style: 4);", 3 * 10);
+    expectCost("edit_text(name: '01234\n678', width: 20, v_scroller: 1);", 9 + 2 * 5 + 3);
+    expectCost("edit_text(name: 'ab', width: -5, v_scroller: 1);", 2 + 2 * 16);
+}
+
+TEST_F(ZeveGenerator, ARunFillsListsAsFarAsTheLimitAllows) {
+    EXPECT_EQ(ReadingLimits().listItems, 16384u);
+    std::size_t& limit = gReaderState.limits.listItems;
+    const auto expectCost = [&](const std::string& view, std::size_t items) {
+        ExpectCost("dialog() { " + view + " }", limit, items);
+    };
+    expectCost("popup(items: 'a{1};b{2};b{2}');", 3);
+    expectCost("popup(items: 'a{1};b{2}', width: 50); button_popup(items: 'a{1};;b{2}');", 5);
+    expectCost("static_text_enum(items: 'a{1};-;b{2}');", 3);
+    expectCost("tab_group(name: 'One;Two');", 32);
+    AddKeyValue("$$$/items=a{1};b{2};c{3};d{4}");
+    expectCost("popup(items: '$$$/items=a{1}');", 4);
+    expectCost("static_text_enum(items: '$$$/items=a{1}');", 4);
+    AddKeyValue("$$$/tabs=1;2;3");
+    expectCost("tab_group(name: '$$$/tabs=1');", 48);
+    limit = 0;
+    EXPECT_EQ(FailureOf("items = 'a{1};b{2}'; dialog() { popup(items: ''); static_text(); button(); }"), "")
+        << "who shows no list costs nothing";
+}
+
+TEST_F(ZeveGenerator, ARunMakesAsManyControlsAsTheLimitAllows) {
+    EXPECT_EQ(ReadingLimits().controls, 1024u);
+    std::string sliders;
+    for (int n = 0; n < 1023; ++n) sliders += "slider();";
+    EXPECT_EQ(FailureOf("dialog() {" + sliders + "}"), "");
+    EXPECT_EQ(headless::CallsOf("MakeWindow").size(), 1024u);
+    headless::State().calls.clear();
+    EXPECT_EQ(FailureOf("dialog() {" + sliders + "slider(); }"), kNotAllRead);
+    EXPECT_TRUE(headless::CallsOf("MakeWindow").empty()) << "it fails before any is made";
+    std::string panes;
+    for (int n = 0; n < 5000; ++n) panes += "row(); hyperlink();";
+    EXPECT_EQ(FailureOf("dialog() {" + panes + "}"), "") << "who makes no control costs nothing";
+}
+
+TEST_F(ZeveGenerator, EveryWindowOfABoxCountsAsAControl) {
+    gReaderState.limits.controls = 1;
+    EXPECT_EQ(FailureOf("dialog();"), "");
+    EXPECT_EQ(FailureOf("dialog() { row(create_user_pane: 1); }"), kNotAllRead);
+    EXPECT_EQ(FailureOf("dialog() { row(create_user_pane: 0); }"), "");
+    gReaderState.limits.controls = 2;
+    EXPECT_EQ(FailureOf("dialog() { row(create_user_pane: 1); }"), "");
+    EXPECT_EQ(FailureOf("dialog() { edit_text(); }"), "");
+    EXPECT_EQ(FailureOf("dialog() { edit_text(check_box_aware: 1); }"), kNotAllRead);
+    gReaderState.limits.controls = 3;
+    EXPECT_EQ(FailureOf("dialog() { edit_text(check_box_aware: 1); }"), "");
 }
 
 TEST_F(ZeveGenerator, WithoutACallbackNoHostIsCalled) {

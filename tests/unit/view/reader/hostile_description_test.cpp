@@ -247,6 +247,35 @@ TEST_F(HostileMemory, AnInheritedTextIsStoredOnce) {
     EXPECT_LT(generator.pool.Memory().Held(), text.size() * 3);
 }
 
+TEST_F(HostileDescription, ARunBeginsWithTheWholeSystemBudget) {
+    gReaderState.limits.measuredUnits = 1;
+    gReaderState.limits.shownBytes = 4;
+    gReaderState.limits.listItems = 2;
+    gReaderState.limits.controls = 3;
+    generator.onPrepare = [this](std::string_view, CExpressionScope&, CExpressionScope&) {
+        EXPECT_EQ(generator.budget.measuredUnits, 1u);
+        EXPECT_EQ(generator.budget.shownBytes, 4u);
+        EXPECT_EQ(generator.budget.listItems, 2u);
+        EXPECT_EQ(generator.budget.controls, 3u);
+        Spend(generator.budget.measuredUnits, 1);
+    };
+    EXPECT_EQ(Failure("v();"), "");
+    EXPECT_EQ(Failure("v();"), "") << "the budget is that of one run";
+    EXPECT_EQ(generator.budget.measuredUnits, SystemBudget::kUnlimited) << "making the boxes is not limited";
+}
+
+TEST_F(HostileDescription, AViewThatPassesTheSystemBudgetFails) {
+    generator.onPrepare = [this](std::string_view keyword, CExpressionScope&, CExpressionScope&) {
+        Spend(generator.budget.listItems, keyword == "big" ? 3 : 1);
+    };
+    gReaderState.limits.listItems = 3;
+    root->DefineString("t", "big(); x = 1;");
+    EXPECT_EQ(Failure("d() { v(); v(); }"), "");
+    EXPECT_EQ(Failure("d() { v(); v(); v(); }"), kNotAllRead);
+    EXPECT_EQ(Failure("d() { big(); v(); }"), kNotAllRead);
+    EXPECT_EQ(Failure("d() { eval(t); v(); v(); }"), "") << "eval ends quietly, and nothing was taken";
+}
+
 TEST_F(HostileDescription, ManyStatementsAreOnlyLong) {
     EXPECT_EQ(FailureOf(Repeated("x=1;", 300000)), "");
     EXPECT_EQ(FailureOf("x = 1" + Repeated("+1", 200000) + ";"), "");

@@ -255,6 +255,15 @@ protected:
     }
 };
 
+TEST_F(FailureInTheLog, OfAUsedUpBudgetIsAfterTheHeadOfTheView) {
+    generator.onPrepare = [this](std::string_view, CExpressionScope&, CExpressionScope&) {
+        Spend(generator.budget.controls, 1);
+    };
+    gReaderState.limits.controls = 2;
+    EXPECT_EQ(LineOf("dialog() {\n  button();\n  button();\n}"),
+              std::string("line 3, column 11: ") + kNotAllRead);
+}
+
 TEST_F(FailureInTheLog, OfASyntaxErrorIsAtTheFurthestFailure) {
     const std::pair<const char*, const char*> cases[] = {
         {"a = 1;\r\ndialog() {\n  button(width: 1, height: );\n}", "line 3, column 28"},

@@ -76,7 +76,7 @@ public:
     std::string classKeyword; // the keyword of the view
     // Of the generator that made the box and outlives it; null means no limits.
     SystemBudget* budget = nullptr;
-    bool makesControl = true;            // known after Prepare
+    std::uint8_t windowsOfControl = 1;   // native ones, without the sub check; known after Prepare
     bool visible = true, enabled = true; // the box's own state
     bool readOnly = false;
     bool honoursReadOnly = false;                 // a read-only box is shown disabled

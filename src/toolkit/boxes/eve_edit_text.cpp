@@ -38,11 +38,12 @@ bool MayBreakLines(const CExpressionScope& attributes) {
 // The generator spends each byte once; the lines of a field that breaks them are spent here.
 void SpendFurtherLines(SystemBudget& budget, std::string_view text, std::int64_t fieldWidth) {
     constexpr std::size_t kTypicalWidth = 8; // of a byte, in pixels
+    constexpr std::size_t kBytesOfALine = 16;
     const auto width = static_cast<std::size_t>(std::max<std::int64_t>(fieldWidth, 1));
     while (!text.empty()) {
         const std::size_t paragraph = std::min(text.find('\n'), text.size());
         const std::size_t furtherLines = paragraph * kTypicalWidth / width;
-        Spend(budget.shownBytes, paragraph * furtherLines);
+        Spend(budget.shownBytes, paragraph * furtherLines + (furtherLines + 1) * kBytesOfALine);
         text.remove_prefix(std::min(paragraph + 1, text.size()));
     }
 }

@@ -9,12 +9,12 @@ namespace brixen::zeve {
 void CEveEmpty::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);
     CopyBoolean(attributes, viewAttributes, "create_user_pane"_name);
-    makesControl = attributes.GetBooleanOr("create_user_pane"_name, false);
+    windowsOfControl = attributes.GetBooleanOr("create_user_pane"_name, false) ? 1 : 0;
 }
 
 CEveBox* CEveEmpty::Create(CExpressionScope& attributes, CEveBox* parentBox) {
     CEveBox::Create(attributes, parentBox);
-    if (makesControl) {
+    if (windowsOfControl > 0) {
         MakeControl(*this, attributes,
                     {u"static", style::kChild | style::kStaticFrame, extended::kControlParent});
     }

@@ -7,7 +7,7 @@ namespace brixen::zeve {
 
 class CEveHyperlink : public CEveBox {
 public:
-    CEveHyperlink() { makesControl = false; }
+    CEveHyperlink() { windowsOfControl = 0; }
     // Does nothing: the host shows the text.
     void RefreshText() override {}
 };

@@ -30,6 +30,7 @@ std::int16_t OpenHeight(const CExpressionScope& attributes) {
 
 void CEvePopup::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {
     CEveBox::Prepare(viewAttributes, attributes);
+    windowsOfControl = 2; // the field and its open list
     CopyString(attributes, viewAttributes, "items"_name);
     CopyNumber(attributes, viewAttributes, "max_visible_items"_name);
     CopyBoolean(attributes, viewAttributes, "rtl_aware"_name);

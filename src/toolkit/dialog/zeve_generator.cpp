@@ -51,9 +51,9 @@ void ChargeTexts(ScopeMemory& memory, std::string_view shownName, const CExpress
 
 void SpendControls(SystemBudget& budget, const CEveBox& box, std::string_view shownName,
                    const CExpressionScope& attributes) {
-    if (!box.makesControl) return;
+    if (box.windowsOfControl == 0) return;
     const bool mayHaveSubCheck = attributes.GetBooleanOr("check_box_aware"_name, false);
-    Spend(budget.controls, mayHaveSubCheck ? 2 : 1);
+    Spend(budget.controls, box.windowsOfControl + (mayHaveSubCheck ? 1u : 0u));
     Spend(budget.shownBytes, shownName.size());
 }
 

@@ -33,16 +33,16 @@ struct ReadingLimits {
     // microsecond under Wine and a unit a tenth, so that measuring ends in two seconds. A text of 900 KB fits
     // in, also with one character a line.
     std::size_t measuredUnits = std::size_t{1} << 24;
-    // Bytes of the texts that controls show at first. A field that breaks lines counts each paragraph once for
-    // each of its lines, because the system measures the rest of the paragraph for each: ten microseconds a byte
-    // under Wine. Other controls take half of that to draw.
-    std::size_t shownBytes = std::size_t{1} << 19;
+    // Bytes of the texts that controls show at first. A field that breaks lines counts each paragraph once
+    // for each of its lines, and each line as 16 more, because the system measures the rest of the paragraph
+    // for each: ten microseconds a byte under Wine. Other controls take half of that to draw.
+    std::size_t shownBytes = std::size_t{1} << 18;
     // Entries of all lists that boxes fill: 20 to 70 microseconds each under Wine. A tab counts as 16,
     // because the system lays out all tabs again for each.
     std::size_t listItems = 16384;
-    // Native controls, small check boxes included. A popup takes 5 milliseconds under Wine. Windows itself
-    // gives a process 10,000 windows by default, and a popup is two of them. No view that a person can use
-    // comes near: the largest that is shipped has 20 controls.
+    // Windows of native controls: a popup has two, and a small check box is one more. A popup takes 5 to 9
+    // milliseconds under Wine. Windows itself gives a process 10,000 windows by default and refuses the
+    // others. No view that a person can use comes near: the largest that is shipped has some twenty controls.
     std::size_t controls = 1024;
 };
 

@@ -231,7 +231,7 @@ TEST_F(ZeveGenerator, TheHostIsCalledForAViewBeforeItsChildrenAreMade) {
 }
 
 TEST_F(ZeveGenerator, TextsThatBoxesKeepCountAsMemoryOfTheRun) {
-    const std::string text(100000, 'x');
+    const std::string text(50000, 'x');
     for (const char* attribute : {"name", "alt_name", "items"}) {
         CZeveGenerator own{&link};
         const auto root = CreateViewScope(nullptr, &own, nullptr, nullptr, true);
@@ -270,7 +270,7 @@ TEST_F(ZeveGenerator, ARunMeasuresAsMuchAsTheLimitAllows) {
 }
 
 TEST_F(ZeveGenerator, ARunShowsAsMuchTextAsTheLimitAllows) {
-    EXPECT_EQ(ReadingLimits().shownBytes, 524288u);
+    EXPECT_EQ(ReadingLimits().shownBytes, 262144u);
     std::size_t& limit = gReaderState.limits.shownBytes;
     const auto expectCost = [&](const std::string& view, std::size_t bytes) {
         ExpectCost("dialog() { " + view + " }", limit, bytes);
@@ -280,10 +280,10 @@ TEST_F(ZeveGenerator, ARunShowsAsMuchTextAsTheLimitAllows) {
     AddKeyValue("$$$/shown=12345678");
     expectCost("button(name: '$$$/shown=OK');", 8);
     expectCost("edit_text(name: '0123456789', width: 40);", 10);
-    expectCost("edit_text(name: '0123456789', width: 40, v_scroller: 1);", 3 * 10);
-    expectCost("edit_text(name: '0123456789', width: 40, win_style: 4);", 3 * 10);
-    expectCost("edit_text(name: '01234\n678', width: 20, v_scroller: 1);", 9 + 2 * 5 + 3);
-    expectCost("edit_text(name: 'ab', width: -5, v_scroller: 1);", 2 + 2 * 16);
+    expectCost("edit_text(name: '0123456789', width: 40, v_scroller: 1);", 3 * (10 + 16));
+    expectCost("edit_text(name: '0123456789', width: 40, win_style: 4);", 3 * (10 + 16));
+    expectCost("edit_text(name: '01234\n678', width: 20, v_scroller: 1);", 1 + 3 * (5 + 16) + 2 * (3 + 16));
+    expectCost("edit_text(name: 'ab', width: -5, v_scroller: 1);", 17 * (2 + 16));
 }
 
 TEST_F(ZeveGenerator, ARunFillsListsAsFarAsTheLimitAllows) {
@@ -331,6 +331,8 @@ TEST_F(ZeveGenerator, EveryWindowOfABoxCountsAsAControl) {
     EXPECT_EQ(FailureOf("dialog() { edit_text(check_box_aware: 1); }"), kNotAllRead);
     gReaderState.limits.controls = 3;
     EXPECT_EQ(FailureOf("dialog() { edit_text(check_box_aware: 1); }"), "");
+    for (const char* view : {"popup();", "button_popup();"})
+        ExpectCost(std::string("dialog() {") + view + "}", gReaderState.limits.controls, 1 + 2);
 }
 
 TEST_F(ZeveGenerator, WithoutACallbackNoHostIsCalled) {

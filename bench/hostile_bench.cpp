@@ -146,7 +146,7 @@ void MakeDialog(benchmark::State& state, const HostileView& view) {
         ZeveDialog* const dialog = ZeveNew(&record);
         try {
             ZeveAddViewText(dialog, text.c_str());
-            ZeveMakeDialog(dialog, nullptr);
+            static_cast<void>(ZeveMakeDialog(dialog, nullptr));
             state.SetLabel("made");
         } catch (const std::logic_error& error) {
             state.SetLabel(error.what());

@@ -8,7 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <iomanip>
 #include <iterator>
+#include <sstream>
 #include <unistd.h>
 
 namespace brixen::pvn {
@@ -50,7 +52,7 @@ TEST_F(Log, TheTimeIsLocalTime) {
     const std::time_t after = std::time(nullptr);
     std::tm parts = {};
     const std::string text = log.Text();
-    ASSERT_TRUE(strptime(text.c_str(), "%Y-%m-%d %H:%M:%S", &parts)) << text;
+    ASSERT_TRUE(std::istringstream(text) >> std::get_time(&parts, "%Y-%m-%d %H:%M:%S")) << text;
     parts.tm_isdst = -1;
     EXPECT_GE(std::mktime(&parts), before);
     EXPECT_LE(std::mktime(&parts), after);

@@ -90,7 +90,7 @@ TEST(DictionaryCompiler, WarnsOfAKeyWithoutItsMark) {
                                             "1: has no =, so its value is empty\n");
 }
 
-TEST(DictionaryCompiler, GivesTheSameBytesEachTime) {
+TEST(DictionaryCompiler, WritesTheSameBytesEachTime) {
     const std::string source = "/b=2\n/a=1\n/c=3\n";
     EXPECT_EQ(CompileDictionary(source).bytes, CompileDictionary(source).bytes);
 }

@@ -1,6 +1,7 @@
 #include "frame/platform/posix/frame_twin.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <string_view>
 #include <unistd.h>
@@ -32,7 +33,7 @@ std::size_t GetTemporaryFolder(std::span<char16_t, kPathLimit> folder) noexcept 
 }
 
 std::FILE* OpenSharedFile(const char16_t* path, bool append) noexcept try {
-    return std::fopen(std::filesystem::path(path).c_str(), append ? "a" : "w");
+    return std::fopen(std::filesystem::path(path).string().c_str(), append ? "a" : "w");
 } catch (...) {
     return nullptr;
 }
@@ -45,9 +46,8 @@ std::int64_t SizeOfFile(const char16_t* path) noexcept try {
 
 std::uint32_t TickCount() noexcept {
     if (GetFrameTwin().tickCount) return *GetFrameTwin().tickCount;
-    std::timespec now = {};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<std::uint32_t>(now.tv_sec * 1000 + now.tv_nsec / 1'000'000);
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
 std::uint32_t CurrentProcessNumber() noexcept { return static_cast<std::uint32_t>(getpid()); }

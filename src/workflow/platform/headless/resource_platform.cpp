@@ -3,12 +3,12 @@
 #include "values/unicode/text_conversion.h"
 #include "workflow/platform/headless/resource_recorder.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace brixen::pvn::pvn_workflow::platform {
 
@@ -36,13 +36,11 @@ ResourceRecorder& TheResourceRecorder() {
 }
 
 std::u16string LibraryFolder() {
-    std::array<char, 4096> path{};
-    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
-    if (length < 0) return {};
-    const std::string_view program(path.data(), static_cast<std::size_t>(length));
-    std::u16string folder = lyr::gen::ToUtf16(program, true).substr(0, kPathUnits - 1);
-    folder.resize(std::min(folder.rfind(u'/'), folder.size()));
-    return folder;
+    // Where the system does not name the program, the tests are started in its folder.
+    std::error_code problem;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", problem);
+    const auto folder = problem ? std::filesystem::current_path() : program.parent_path();
+    return folder.generic_u16string().substr(0, kPathUnits - 1);
 }
 
 bool StartDecoder() noexcept {

@@ -211,7 +211,7 @@ TEST_F(MakingAViewProxy, SpacingDefaultsToTheSpaceOfTheChain) {
     EXPECT_EQ(Make({{"spacing", 0}}).spacing, 0);
 }
 
-TEST_F(MakingAViewProxy, OffscreenChildrenFillUnlessToldOtherwise) {
+TEST_F(MakingAViewProxy, OffscreenChildrenFillByDefault) {
     EXPECT_EQ(Make({{"placement", kPlaceOffscreen}}).details.childHorizontal, kAlignFill);
     EXPECT_EQ(
         Make({{"placement", kPlaceOffscreen}, {"child_horizontal", kAlignLeft}}).details.childHorizontal,
@@ -220,7 +220,7 @@ TEST_F(MakingAViewProxy, OffscreenChildrenFillUnlessToldOtherwise) {
     EXPECT_EQ(Make({{"placement", kPlaceRow}}).details.childHorizontal, kAlignNone);
 }
 
-TEST_F(MakingAViewProxy, KeepsWhatItIsToldToInherit) {
+TEST_F(MakingAViewProxy, InheritsTheAttributesThatAreAskedFor) {
     const ViewProxy& view = Make({}, {.horizontal = 3, .vertical = 5, .offscreen = true});
     EXPECT_EQ(view.details.inheritedHorizontal, 3);
     EXPECT_EQ(view.details.inheritedVertical, 5);
@@ -300,7 +300,7 @@ TEST_F(MakingAViewProxy, TextsOfAttributesLiveInTheGeneratorsPool) {
     EXPECT_EQ(text, "OK");
 }
 
-TEST_F(MakingAViewProxy, WhatPreparingThrowsComesThrough) {
+TEST_F(MakingAViewProxy, PassesOnWhatPreparingThrows) {
     generator.prepare = [](CExpressionScope&, CExpressionScope&) { throw std::logic_error("no such view"); };
     EXPECT_THROW(Make({}), std::logic_error);
 }

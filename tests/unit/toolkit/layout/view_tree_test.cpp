@@ -71,11 +71,11 @@ TEST_F(MakingBoxes, AFixedRootIsTheResult) {
     EXPECT_EQ(generator.creations.size(), 1u);
 }
 
-TEST_F(MakingBoxes, ARootWithoutHandleGivesNone) {
+TEST_F(MakingBoxes, ARootWithoutHandleHasNoBox) {
     EXPECT_EQ(tree.LayOutAndMakeBoxes(NewView("nothing")), nullptr);
 }
 
-TEST_F(MakingBoxes, WhatCreatingThrowsComesThrough) {
+TEST_F(MakingBoxes, PassesOnWhatCreatingThrows) {
     ViewProxy& failing = NewView("failing");
     EXPECT_THROW(tree.LayOutAndMakeBoxes(NewView("root", {&failing, &NewView("later")})), std::logic_error);
     EXPECT_EQ(generator.creations.size(), 1u);

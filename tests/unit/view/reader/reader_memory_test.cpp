@@ -28,7 +28,7 @@ constexpr char kDescription[] =
     "dialog(name: 'Hello', width: max(1, 2), a_name_of_their_own: b) {"
     "  eval(s); row(spacing: 2) { x = 'y'; button(name: b); button(); } eval('button();'); }";
 
-TEST(ReaderMemory, EveryFailedAllocationLeavesNothingBehindAndThingsUsable) {
+TEST(ReaderMemory, AFailedAllocationLeaksNothingAndTheReaderWorksOn) {
     int finished = 0;
     const std::size_t failures = pavane_test::ForEveryFailingAllocation([&] {
         try {

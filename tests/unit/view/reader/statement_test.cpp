@@ -178,7 +178,7 @@ TEST_F(Statement, EvalNeedsAStringAndAnEnd) {
     }
 }
 
-TEST_F(Statement, EvalDefinesInTheScopeItStandsIn) {
+TEST_F(Statement, EvalDefinesInItsOwnScope) {
     root->DefineString("text", "inner = 1;");
     EXPECT_EQ(Failure("dialog() { eval(text); button(width: inner); }"), "");
     EXPECT_FALSE(root->HasVariable("inner"));

@@ -182,7 +182,7 @@ TEST_F(ViewReaderTest, AFailedViewHasPreparedButCreatesNothing) {
     EXPECT_TRUE(generator.created.empty());
 }
 
-TEST_F(ViewReaderTest, WhatTheGeneratorThrowsComesThrough) {
+TEST_F(ViewReaderTest, PassesOnWhatTheGeneratorThrows) {
     generator.onPrepare = [](std::string_view keyword, CExpressionScope&, CExpressionScope&) {
         if (keyword == "bad") throw std::runtime_error("refused");
     };

@@ -166,7 +166,7 @@ TEST(ExpressionScope, ANullTextIsTheSharedEmptyOne) {
 }
 
 // The hash wraps at 32 bits, so a description can make names of equal hash on purpose.
-TEST(ExpressionScope, TellsNamesOfEqualHashApart) {
+TEST(ExpressionScope, DistinguishesNamesOfEqualHash) {
     CExpressionScope scope;
     scope.DefineNumber("-width", 1); // '-' adds nothing
     scope.DefineNumber("a-b", 2);

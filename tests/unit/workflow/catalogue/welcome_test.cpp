@@ -282,7 +282,7 @@ TEST_F(Welcome, LearnMoreOpensTheLocalPage) {
     EXPECT_TRUE(started.arguments.ends_with(u"\\PVResources\\en_US\\welcome.html"));
 }
 
-TEST_F(Welcome, PicturesAreShownOnceAndGivenBack) {
+TEST_F(Welcome, PicturesAreShownOnceAndReleased) {
     ThenPress(kContinueButton);
     Then([] {
         for (std::uint16_t id : {kStepsPicture, kLanguagePicture, kPrivacyPicture}) {

@@ -136,7 +136,7 @@ TEST_F(Tour, CanHandleEveryEvent) {
     EXPECT_TRUE(machine.CanHandleEvent(""));
 }
 
-TEST_F(Tour, LeavesNoLinksBehind) {
+TEST_F(Tour, RemovesItsLinks) {
     machine.HandleEvent("Continue");
     machine.SetDemoMode(false);
     EXPECT_EQ(machine.HandleEvent(kEventGoBack), kWFState_BackUnset);

@@ -461,7 +461,7 @@ TEST_F(PaneHost, FieldsKeepTheirTextBetweenVisits) {
     Run();
 }
 
-TEST_F(PaneHost, BitmapsAreLoadedForTheRunAndGivenBack) {
+TEST_F(PaneHost, BitmapsAreLoadedForTheRunAndReleased) {
     files.Copy("background.png", Picture("rgb.png"));
     files.Copy("brixenlogo.png", Picture("rgba.png"));
     {

@@ -254,7 +254,7 @@ TEST_F(PrivacyStatements, AreNoneWithoutTheLayer) {
     PVNResourceManager::Destroy();
 }
 
-TEST_F(PrivacyStatements, LeaveNothingBehindWhenMemoryRunsOut) {
+TEST_F(PrivacyStatements, LeakNothingWhenMemoryRunsOut) {
     WriteList(Entry("en_US", "english"));
     WriteStatement("english", std::u16string(10000, u'x'));
     const std::size_t failures = pavane_test::ForEveryFailingAllocation([] {

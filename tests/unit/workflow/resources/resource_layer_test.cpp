@@ -402,7 +402,7 @@ TEST_F(ResourceLayer, AsksTheHandlersForTheLanguageOfTheRun) {
     PVNResourceManager::Destroy();
 }
 
-TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeavesNothingBehind) {
+TEST_F(ResourceLayer, RunningOutOfMemoryAtAnyPointLeaksNothing) {
     files.Write("welcome.exv", "root");
     files.Copy("one.png", Picture("rgb.png"));
     const std::string folder = files.Utf8();

@@ -220,7 +220,7 @@ TEST_F(MakingAViewProxy, OffscreenChildrenFillByDefault) {
     EXPECT_EQ(Make({{"placement", kPlaceRow}}).details.childHorizontal, kAlignNone);
 }
 
-TEST_F(MakingAViewProxy, InheritsTheAttributesThatAreAskedFor) {
+TEST_F(MakingAViewProxy, StoresTheAlignmentsOfItsParent) {
     const ViewProxy& view = Make({}, {.horizontal = 3, .vertical = 5, .offscreen = true});
     EXPECT_EQ(view.details.inheritedHorizontal, 3);
     EXPECT_EQ(view.details.inheritedVertical, 5);

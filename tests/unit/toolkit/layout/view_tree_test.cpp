@@ -71,7 +71,7 @@ TEST_F(MakingBoxes, AFixedRootIsTheResult) {
     EXPECT_EQ(generator.creations.size(), 1u);
 }
 
-TEST_F(MakingBoxes, ARootWithoutHandleHasNoBox) {
+TEST_F(MakingBoxes, ARootWithoutHandleReturnsNull) {
     EXPECT_EQ(tree.LayOutAndMakeBoxes(NewView("nothing")), nullptr);
 }
 

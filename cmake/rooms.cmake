@@ -53,6 +53,7 @@ foreach(row IN LISTS roomRows)
     if(WIN32 AND NOT PAVANE_TWINS)
         target_link_libraries(${target} PUBLIC ${libraries})
     endif()
+    pavane_group_files(${target})
     list(APPEND roomTargets ${target})
 endforeach()
 

@@ -4,6 +4,7 @@
 file(GLOB toolSources CONFIGURE_DEPENDS tools/*.cpp)
 list(FILTER toolSources EXCLUDE REGEX "_main\\.cpp$")
 add_library(pavane_tools STATIC ${toolSources})
+pavane_group_files(pavane_tools)
 target_include_directories(pavane_tools PUBLIC ${CMAKE_SOURCE_DIR})
 target_link_libraries(pavane_tools PUBLIC pavane_dictionaries)
 list(APPEND roomTargets pavane_tools) # tested like one

@@ -8,6 +8,10 @@ execute_process(COMMAND python3 ${CMAKE_SOURCE_DIR}/cmake/extract_document.py ${
     OUTPUT_VARIABLE tutorialFiles OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 string(REPLACE "\n" ";" tutorialFiles "${tutorialFiles}")
 
+# The program has copies of these, so that the library's own must not be linked.
+list(TRANSFORM changedByTutorial PREPEND ${CMAKE_SOURCE_DIR}/ OUTPUT_VARIABLE changedPaths)
+set_source_files_properties(${changedPaths} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+
 set(tutorialSources ${tutorialFiles})
 list(FILTER tutorialSources INCLUDE REGEX "\\.cpp$")
 list(TRANSFORM tutorialSources PREPEND ${tutorial}/)

@@ -3,8 +3,7 @@
 database of the native build.
 
 Most of clang-tidy's time goes into system headers, so the files of a folder are checked together as one translation
-unit. Files that define the same private name go into different units, and a unit that does not compile is checked
-in halves."""
+unit. A unit that does not compile is checked in halves."""
 
 import concurrent.futures
 import json
@@ -17,14 +16,14 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "cmake"))
+import group_sources  # noqa: E402
+
 FOLDERS = ("src", "tools", "tests", "bench", "examples")
 # The static analyzer follows every path through the macros of the tests and the loops of the benchmarks, which takes
 # eight times as long as all other checks and finds nothing there but these macros and loops.
 UNANALYZED = ("tests", "bench")
-LIMIT = 16  # files in a unit; a larger one keeps one processor busy while the other waits
 MINGW = "/usr/lib/gcc/x86_64-w64-mingw32"
-# The head of a definition that begins in the first column, up to its name; a member's name has a class before it.
-DEFINITION = re.compile(r"^(?!namespace|using namespace|template|TEST|extern|static_assert)\w[^({=;\n]*?(::)?\b(\w+)(?:\s*[({=;\[]| :)", re.M)
 
 
 def windows_flags():
@@ -63,28 +62,14 @@ def flags_of(name, native):
     return native.get(name)
 
 
-def private_names(text):
-    return {name for member, name in DEFINITION.findall(text) if not member}
-
-
 def units_of(names, native):
-    """Groups files that can be checked together: [(flags, [file, ...])]."""
-    units = []
+    """What is checked together: [(flags, [file, ...])]."""
+    flags = {name: flags_of(name, native) for name in names}
     for name in names:
-        flags = flags_of(name, native)
-        if flags is None:
+        if flags[name] is None:
             print(f"{name}: not in the native build, left out")
-            continue
-        key = ("/".join(name.split("/")[:-1][:3]), sorted(set(flags)))
-        defined = private_names((ROOT / name).read_text(encoding="utf-8"))
-        for unit in units:
-            if unit["key"] == key and len(unit["files"]) < LIMIT and not unit["names"] & defined:
-                unit["files"].append(name)
-                unit["names"] |= defined
-                break
-        else:
-            units.append({"key": key, "flags": flags, "files": [name], "names": set(defined)})
-    return [(unit["flags"], unit["files"]) for unit in units]
+    checked = [name for name in names if flags[name] is not None]
+    return group_sources.groups_of(checked, lambda name: sorted(set(flags[name])))
 
 
 def tidy(path, flags, folder):

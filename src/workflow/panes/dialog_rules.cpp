@@ -13,7 +13,7 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-namespace platform = zeve::platform;
+namespace toolkit_platform = zeve::platform;
 namespace style = zeve::style;
 
 namespace {
@@ -55,7 +55,7 @@ OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, co
     zeve::ZeveInitRecord record;
     record.parentWindow = parent;
     record.callback = callback;
-    record.instance = platform::LibraryModule();
+    record.instance = toolkit_platform::LibraryModule();
     const ShippedLanguage* const shipped = FindShippedLanguage(language);
     if (shipped && shipped->isRightToLeft) record.language = language.c_str();
     return OwnedDialog(zeve::ZeveNew(&record));
@@ -70,10 +70,10 @@ zeve::NativeWindow MakeDialog(zeve::ZeveDialog& dialog, const std::string& text,
 }
 
 void FocusDefaultButton(zeve::NativeWindow window) {
-    zeve::NativeWindow target = platform::ChildOfClassAndStyle(window, u"Button", kShownDefaultButton);
-    if (!target) target = platform::ChildOfClassAndStyle(window, u"Button", kShownButton);
-    if (!target) target = platform::TopChild(window);
-    platform::Focus(target);
+    zeve::NativeWindow target = toolkit_platform::ChildOfClassAndStyle(window, u"Button", kShownDefaultButton);
+    if (!target) target = toolkit_platform::ChildOfClassAndStyle(window, u"Button", kShownButton);
+    if (!target) target = toolkit_platform::TopChild(window);
+    toolkit_platform::Focus(target);
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -13,7 +13,7 @@
 namespace brixen::pvn::pvn_workflow {
 
 using zeve::NativeWindow;
-namespace platform = zeve::platform;
+namespace toolkit_platform = zeve::platform;
 
 namespace {
 
@@ -22,14 +22,14 @@ constexpr std::uint32_t kDefaultButton = kNormalButton | zeve::style::kDefaultPu
 constexpr std::size_t kTitleUnits = 255;
 
 NativeWindow ControlOf(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
-    return platform::ChildWithId(zeve::ZeveTopWindow(dialog), viewId);
+    return toolkit_platform::ChildWithId(zeve::ZeveTopWindow(dialog), viewId);
 }
 
 void MakeButton(zeve::ZeveDialog* dialog, std::uint16_t viewId, std::uint32_t style) {
     const NativeWindow control = ControlOf(dialog, viewId);
-    platform::SetStyle(control, style);
-    platform::Focus(control);
-    platform::Post(zeve::ZeveTopWindow(dialog), zeve::kMessageSetFocus, 0, 0);
+    toolkit_platform::SetStyle(control, style);
+    toolkit_platform::Focus(control);
+    toolkit_platform::Post(zeve::ZeveTopWindow(dialog), zeve::kMessageSetFocus, 0, 0);
     zeve::ThrowKeptException();
 }
 
@@ -40,7 +40,7 @@ void SetWindowTitle(const std::string& key, NativeWindow window) {
     title += zeve::ZeveTranslate(key.empty() ? std::string_view("$$$/pvn/common/window_title") : key);
     std::u16string wide = lyr::gen::ToUtf16(title, true);
     wide.resize(lyr::gen::CutToUnits(wide, kTitleUnits).size());
-    platform::SetText(window, wide.c_str());
+    toolkit_platform::SetText(window, wide.c_str());
 }
 
 void SetControlText(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text) {
@@ -55,13 +55,13 @@ void MakeDefaultButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
 
 void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     MakeButton(dialog, viewId, kNormalButton);
-    platform::Send(zeve::ZeveTopWindow(dialog), zeve::kMessageActivate, 1, 0);
+    toolkit_platform::Send(zeve::ZeveTopWindow(dialog), zeve::kMessageActivate, 1, 0);
     zeve::ThrowKeptException();
 }
 
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     const NativeWindow control = ControlOf(dialog, viewId);
-    platform::SetStyle(control, platform::StyleOf(control) | zeve::style::kTabStop);
+    toolkit_platform::SetStyle(control, toolkit_platform::StyleOf(control) | zeve::style::kTabStop);
 }
 
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible) {

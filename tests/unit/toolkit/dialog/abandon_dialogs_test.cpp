@@ -16,8 +16,6 @@ using headless::CallsOf;
 using headless::ScriptMessage;
 using headless::State;
 
-constexpr std::uint32_t kUser = 0x0400;
-
 class AbandonedDialogs : public DialogTest {
 protected:
     TestHost host, alertHost;

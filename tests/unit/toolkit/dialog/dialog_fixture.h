@@ -15,6 +15,8 @@
 
 namespace brixen::zeve {
 
+inline constexpr std::uint32_t kUser = 0x0400; // the first message that means what a window wants it to
+
 // An event that the host received. Numbers are 0 and texts empty where the record had no such key.
 struct HeardEvent {
     std::int32_t what = 0;

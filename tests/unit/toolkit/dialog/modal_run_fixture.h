@@ -9,8 +9,6 @@
 
 namespace brixen::zeve {
 
-inline constexpr std::uint32_t kUser = 0x0400;
-
 class ModalRunTest : public DialogTest {
 protected:
     // Runs a dialog above others until the script sends a command to it.

@@ -17,7 +17,7 @@ namespace {
 using testing::HasSubstr;
 using zeve::headless::CallsOf;
 
-constexpr char kView[] = R"(
+constexpr char kAlertView[] = R"(
 dialog(name: 'Sure?', close_box: true) {
     picture(view_id: 1001, width: 32, height: 32);
     button(view_id: 101, name: 'Yes', default: true);
@@ -28,8 +28,8 @@ class Alert : public DialogFixture {
 protected:
     Alert() {
         Select("en_US");
-        files.Write("quit_alert.exv", kView);
-        files.Write("plain.exv", kView);
+        files.Write("quit_alert.exv", kAlertView);
+        files.Write("plain.exv", kAlertView);
     }
     bool Show(const char* name = kAlertQuit) { return ShowAlert(name, parent, &context); }
     bool ShowAndTell(std::uint32_t number, std::uintptr_t wparam) {

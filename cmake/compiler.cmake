@@ -22,7 +22,10 @@ if(WIN32)
     add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
     if(NOT MSVC)
         # One file is installed: the runtime is linked in.
-        add_compile_options(-ffunction-sections -fdata-sections)
-        add_link_options(-static -Wl,--gc-sections)
+        add_link_options(-static)
+        if(NOT PAVANE_TWINS) # linking takes the square of the number of sections
+            add_compile_options(-ffunction-sections -fdata-sections)
+            add_link_options(-Wl,--gc-sections)
+        endif()
     endif()
 endif()

@@ -8,7 +8,7 @@ function(pavane_group_files target)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "^${CMAKE_SOURCE_DIR}/(src|tests|tools)/.*\\.cpp$")
     list(TRANSFORM sources REPLACE "^${CMAKE_SOURCE_DIR}/" "")
-    execute_process(COMMAND python3 ${CMAKE_SOURCE_DIR}/cmake/group_sources.py ${sources}
+    execute_process(COMMAND python3 ${CMAKE_SOURCE_DIR}/cmake/group_sources.py ${PAVANE_GROUPED} ${sources}
         OUTPUT_VARIABLE commands COMMAND_ERROR_IS_FATAL ANY)
     cmake_language(EVAL CODE "${commands}")
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)

@@ -23,6 +23,7 @@ FOLDERS = ("src", "tools", "tests", "bench", "examples")
 # The static analyzer follows every path through the macros of the tests and the loops of the benchmarks, which takes
 # eight times as long as all other checks and finds nothing there but these macros and loops.
 UNANALYZED = ("tests", "bench")
+MOST = 16  # files in a unit; a larger one keeps one processor busy while the other waits
 MINGW = "/usr/lib/gcc/x86_64-w64-mingw32"
 
 
@@ -69,7 +70,7 @@ def units_of(names, native):
         if flags[name] is None:
             print(f"{name}: not in the native build, left out")
     checked = [name for name in names if flags[name] is not None]
-    return group_sources.groups_of(checked, lambda name: sorted(set(flags[name])))
+    return group_sources.groups_of(checked, MOST, lambda name: sorted(set(flags[name])))
 
 
 def tidy(path, flags, folder):

@@ -35,7 +35,8 @@ public:
         std::swap(object, other.object);
         return *this;
     }
-    ~Reference() { object->Release(); }
+    // The static analyzer cannot follow counts, so it sees a use of the freed object.
+    ~Reference() { object->Release(); } // NOLINT(clang-analyzer-cplusplus.NewDelete)
 
     Object* operator->() const { return object; }
     Object& operator*() const { return *object; }

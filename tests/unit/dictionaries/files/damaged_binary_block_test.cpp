@@ -194,9 +194,9 @@ TEST_F(DamagedBinaryBlock, AnswersAlikeWhenALongKeyIsListedTooOftenForAnIndex) {
     for (int i = 0; i < 20; ++i) ASSERT_EQ(dictionary.Entries().Find(key), 1u);
     EXPECT_TRUE(dictionary.Entries().IsIndexed());
     EXPECT_EQ(Found(dictionary, longKey.c_str()), u"long");
-    EXPECT_EQ(AddText(dictionary, longKey.c_str(), u"replaced by a longer one"), 0);
+    EXPECT_EQ(AddText(dictionary, longKey, u"replaced by a longer one"), 0);
     EXPECT_EQ(Found(dictionary, longKey.c_str()), u"replaced by a longer one");
-    EXPECT_EQ(AddText(dictionary, longKey.substr(1).c_str(), u"another"), 2);
+    EXPECT_EQ(AddText(dictionary, longKey.substr(1), u"another"), 2);
     EXPECT_EQ(Found(dictionary, longKey.substr(1).c_str()), u"another");
     EXPECT_EQ(Found(dictionary, key.c_str()), u"short");
 }

@@ -102,7 +102,7 @@ struct Entries {
     // Asks in both ways and expects the same answer.
     std::string ValueOf(std::string_view key) const {
         const auto id = array->Find(key);
-        const std::string byId = id ? std::string(array->Value(*id).Text()) : "absent";
+        std::string byId = id ? std::string(array->Value(*id).Text()) : "absent";
         const auto value = array->FindValue(key);
         EXPECT_EQ(value ? value->Text() : "absent", byId) << key;
         return byId;

@@ -26,7 +26,7 @@ def groups_of(names, most, key_of):
     """Groups up to `most` files, named from the root, whose keys are the same: [(key, [file, ...])]."""
     groups = []
     for name in names:
-        key = (key_of(name), name.rpartition("/")[0], re.findall("^using namespace .*", text_of(name), re.M))
+        key = (key_of(name), re.findall("^using namespace .*", text_of(name), re.M))
         defined = private_names(name)
         for group in groups:
             if group["key"] == key and len(group["files"]) < most and not group["names"] & defined:
@@ -39,7 +39,7 @@ def groups_of(names, most, key_of):
 
 
 def main():
-    for number, (_, files) in enumerate(groups_of(sys.argv[2:], int(sys.argv[1]), lambda name: None)):
+    for number, (_, files) in enumerate(groups_of(sys.argv[2:], int(sys.argv[1]), lambda name: name.rpartition("/")[0])):
         paths = " ".join(f'"{ROOT / name}"' for name in files)
         print(f"set_source_files_properties({paths} PROPERTIES UNITY_GROUP group_{number})")
 

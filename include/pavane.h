@@ -12,7 +12,7 @@
  *  4. Ownership: the library passes no memory to the host, and the host frees nothing. The parent window
  *     remains the host's.
  *  5. Language: the words of the dialogs follow the language of the host options (see PAVANE_HOST_OPTIONS).
- *     The language of the first use after Pavane_Initialize stays until Pavane_Terminate.
+ *     It is looked up each time a workflow is prepared: by its preload, or else by its run.
  *  6. Units: numbers have the widths of <stdint.h>. A window is passed as a pointer, so that this header
  *     needs no header of the system: (void*)window for a window handle.
  *  7. Failures: no exception of the library leaves a call. The details are in "pvn.log" in the user's
@@ -38,8 +38,8 @@
  *     A WM_QUIT that is pending when the call begins has the same effect, and no window is shown. One that
  *     another loop takes for itself is not seen: that of a menu, that of moving or sizing a window, or a loop
  *     that the host runs inside one of its window procedures.
- *  6. A window's end: when the parent window or the dialog is destroyed during the run, the run ends as a
- *     cancel.
+ *  6. A window's end: when the dialog or the window that owns it (see 3) is destroyed during the run, the run
+ *     ends as a cancel.
  *  7. Exceptions of the host: a C++ exception that leaves one of the host's window procedures during a
  *     message that the library dispatches or sends ends the run with PAVANE_EXCEPTION. Nothing is promised
  *     for a procedure that the system itself calls, as during EnableWindow, ShowWindow, DestroyWindow or
@@ -83,9 +83,10 @@ extern "C" {
  * PAVANE_EXCEPTION says that a run or its preparing failed by an exception, and nothing more. What the log
  * holds about it:
  *
- *  1. "Missing Resource": a view or a dictionary is missing beside the library.
+ *  1. "Missing Resource": a view or a dictionary is missing beside the library. A missing bitmap has the same
+ *     line, and only leaves its place empty.
  *  2. "the description stops at line ..., column ...: ...": a view has a fault, or memory ran out while it
- *     was read. For a fault the next line, "View cannot be read", has the path of the file.
+ *     was read. A line "View cannot be read" or "View has no window" has the path of the file.
  *  3. "line: 394, value: 33289": preparing failed. There is no Start and no End line then.
  *  4. Only the Start and the End line of the workflow: an exception of a window procedure of the host, or
  *     memory that ran out anywhere else in the run.
@@ -143,8 +144,9 @@ uint32_t Pavane_GetVersion(void);
 
 /*
  * Prepares a workflow ahead of its run, so that the run starts at once. Optional. A failure is kept: the run
- * of the same workflow returns it without trying again. A workflow that was prepared and not run counts as
- * prepared after Pavane_Terminate and a new Pavane_Initialize too.
+ * of the same workflow returns it without trying again, unless another call has changed the latest status. A
+ * workflow that was prepared and not run counts as prepared after Pavane_Terminate and a new
+ * Pavane_Initialize too.
  *
  * Returns PAVANE_SUCCESS, PAVANE_NOT_INITIALIZED, PAVANE_BAD_ARGUMENT or PAVANE_EXCEPTION. When `workflow` is
  * the one prepared last (0 at first and after each run), does nothing and returns the latest status.
@@ -156,6 +158,8 @@ uint16_t Pavane_PreloadWorkflow(uint16_t workflow);
  * dialog. NULL, an invalid handle, the desktop window and HWND_MESSAGE mean no parent.
  *
  * Returns PAVANE_SUCCESS when the user completed the workflow, a decision of the user, or a failure.
+ * Workflow 0 does not exist, but counts as prepared after each run: it returns the latest status if that is
+ * not PAVANE_SUCCESS.
  */
 uint16_t Pavane_RunWorkflow(uint16_t workflow, void* parentWindow);
 

@@ -1,6 +1,6 @@
 // Carries an exception out of a window procedure, which must not throw. The procedure keeps it here and ends
 // the modal run. The owner of the run's loop, or the code that made a call which can send messages, throws it
-// again. The loop handles no further message; until the exception is thrown, no host is called for a message
+// again. The loop takes no further message; until the exception is thrown, no host is called for a message
 // that is sent. Messages that are posted stay in the queue for the next loop.
 #pragma once
 

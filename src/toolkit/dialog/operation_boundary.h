@@ -50,12 +50,14 @@ std::invoke_result_t<Operation> PassingStandardExceptions(Operation operation) {
     }
 }
 
-// Runs such an operation and swallows every exception.
+// Runs such an operation and swallows every exception of its own. One that was kept before stays for the run
+// that it ends.
 template <class Operation>
 void SwallowingExceptions(Operation operation) noexcept {
+    const bool isKeptBefore = IsExceptionKept();
     try {
         operation();
-        ThrowKeptException();
+        if (!isKeptBefore) ThrowKeptException();
     } catch (...) {
         operation_boundary_detail::DropOrphanedException();
     }

@@ -2,9 +2,10 @@
 // and runs it modally. Everything belongs to the thread that calls ZeveMakeDialog.
 //
 // - A null handle throws std::logic_error "nil pointer", except in ZeveDelete, which ignores it.
-// - ZeveShow, ZeveHide, ZeveEnable and ZeveDisable swallow every exception, including the one for an id that
-//   no box has. All other operations let exceptions derived from std::exception pass; they swallow any other
-//   and return null or false.
+// - ZeveShow, ZeveHide, ZeveEnable and ZeveDisable swallow every exception of their own, including the one
+// for
+//   an id that no box has. All other operations let exceptions derived from std::exception pass; they swallow
+//   any other and return null or false.
 // - If the host's callback throws inside a window procedure, the operation or the modal run that led to the
 //   message throws the exception. Until then the host is called for no other message.
 #pragma once
@@ -32,7 +33,7 @@ struct ZeveInitRecord {
     ZeveCallback callback = nullptr;   // a dialog that makes a window must have one
     const char* language = nullptr;  // "he_IL" or "he-IL"; null or empty: left to right and the default fonts
     NativeModule instance = nullptr; // used for every window that is made
-    NativeWindow parentWindow = nullptr; // the window that a modal run disables
+    NativeWindow parentWindow = nullptr; // a modal run disables its root ancestor
 };
 
 // Fills the keyword table, loads the rich edit library and registers the common controls, once per process.

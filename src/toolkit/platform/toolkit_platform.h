@@ -2,10 +2,10 @@
 //
 // - A null window is harmless everywhere: the call does nothing or returns zero.
 // - Every call belongs to the thread that made the windows.
-// - A function that is not noexcept can run window procedures of the host. It throws what they throw, as an
-//   exception derived from std::exception. A function that sends or dispatches a message itself does so for
-//   0xE06D7363 too, the exception of another compiler. An exception of a procedure that the system calls back
-//   (while it shows, enables, focuses or destroys a window) may end the process. The toolkit's own procedures
+// - A function that is not noexcept can run window procedures of the host. One that sends or dispatches a
+//   message itself throws what they throw, as an exception derived from std::exception; for 0xE06D7363, the
+//   exception of another compiler, too. An exception of a procedure that the system calls back (while it
+//   makes, shows, enables, focuses or destroys a window) may end the process. The toolkit's own procedures
 //   let no exception out.
 #pragma once
 

@@ -43,13 +43,7 @@ zeve::NativeWindow ReadView(zeve::ZeveDialog& dialog, const std::string& text, c
 
 } // namespace
 
-void DeleteDialog::operator()(zeve::ZeveDialog* dialog) const noexcept {
-    try {
-        zeve::ZeveDelete(dialog);
-    } catch (...) {
-        // See the header.
-    }
-}
+void DeleteDialog::operator()(zeve::ZeveDialog* dialog) const noexcept { zeve::ZeveDelete(dialog); }
 
 OwnedDialog NewDialog(zeve::ZeveCallback callback, zeve::NativeWindow parent, const std::string& language) {
     zeve::ZeveInitRecord record;
@@ -70,7 +64,8 @@ zeve::NativeWindow MakeDialog(zeve::ZeveDialog& dialog, const std::string& text,
 }
 
 void FocusDefaultButton(zeve::NativeWindow window) {
-    zeve::NativeWindow target = toolkit_platform::ChildOfClassAndStyle(window, u"Button", kShownDefaultButton);
+    zeve::NativeWindow target =
+        toolkit_platform::ChildOfClassAndStyle(window, u"Button", kShownDefaultButton);
     if (!target) target = toolkit_platform::ChildOfClassAndStyle(window, u"Button", kShownButton);
     if (!target) target = toolkit_platform::TopChild(window);
     toolkit_platform::Focus(target);

@@ -13,8 +13,8 @@ class ZeveDialog;
 
 namespace brixen::pvn::pvn_workflow {
 
-// Deletes a dialog of the toolkit. An exception of a callback meanwhile is dropped: the dialog is gone all
-// the same, and the user has answered.
+// Deletes a dialog of the toolkit. If the callback of another dialog throws meanwhile, that exception ends
+// the modal run of that dialog.
 struct DeleteDialog {
     void operator()(zeve::ZeveDialog* dialog) const noexcept;
 };

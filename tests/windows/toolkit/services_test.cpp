@@ -69,7 +69,7 @@ HANDLE WINAPI NoteCopying(HANDLE image, UINT type, int width, int height, UINT f
 
 SHORT gShiftState = 0;
 
-SHORT WINAPI TellShift(int key) { return key == VK_SHIFT ? gShiftState : 0; }
+SHORT WINAPI TellShift(int key) { return key == VK_SHIFT ? gShiftState : SHORT{0}; }
 
 TEST(ErrorMessage, HasAnErrorIconNoTitleAndOneButton) {
     const PatchedImport patch("MessageBoxW", &NoteMessage);

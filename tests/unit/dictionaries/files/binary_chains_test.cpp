@@ -28,7 +28,6 @@ std::string Utf16(std::u16string_view text) { return FieldWriter().Units(text).W
 
 std::vector<Bucket> BucketsOf(const std::vector<Item>& items) {
     std::vector<Bucket> buckets;
-    buckets.reserve(items.size());
     for (const Item& item : items) buckets.push_back({KeyBucket(item.key), {item}});
     return buckets;
 }

@@ -76,7 +76,7 @@ TEST_F(BinaryText, AnswersLikeTheTextForManyKeys) {
     std::string source;
     for (int i = 0; i < 5000; ++i) {
         const std::string number = std::to_string(i);
-        source.append("\"$$$/pane/").append(number).append("/title=Title ").append(number).append("\"\n");
+        source += "\"$$$/pane/" + number + "/title=Title " + number + "\"\n";
     }
     ExpectSameFromCompiled(source, Wide(source));
 }

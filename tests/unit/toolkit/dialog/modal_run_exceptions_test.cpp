@@ -89,6 +89,22 @@ TEST_F(ModalRunTest, AnExceptionOfTheHostLeavesTheRunWithTheParentEnabled) {
     EXPECT_FALSE(State().quit.has_value());
 }
 
+TEST_F(ModalRunTest, AnOperationThatSwallowsExceptionsLeavesAnEarlierOneToTheRun) {
+    DialogOwner dialog = MadeDialog(host);
+    const NativeWindow window = ZeveTopWindow(dialog.get());
+    host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {
+        if (what != kWhatMessage) return 0;
+        if (record.Read(kKeyEventRecord) == kMessageTimer) throw std::out_of_range("in a message");
+        if (record.Read(kKeyEventRecord) == kUser) {
+            platform::Send(window, kMessageTimer, 0, 0);
+            ZeveHide(dialog.get(), 1);
+        }
+        return 0;
+    };
+    ScriptMessage(window, kUser);
+    EXPECT_THROW((void)ZeveRunModal(dialog.get()), std::out_of_range);
+}
+
 TEST_F(ModalRunTest, AnExceptionLeavesPostedMessagesInTheQueue) {
     DialogOwner dialog = MadeDialog(host);
     host.answer = [&](std::int32_t what, EventRecord& record) -> std::uint64_t {

@@ -95,7 +95,7 @@ TEST(MarkupCopy, AMovedDocumentIsWhole) {
 TEST(MarkupCopy, AMovedFromDocumentCanBeUsedAgain) {
     CMarkupSTL markup = Edited();
     const CMarkupSTL moved(std::move(markup));
-    markup.SetDoc("<a/>");
+    markup.SetDoc("<a/>"); // NOLINT(bugprone-use-after-move)
     EXPECT_TRUE(markup.IsWellFormed());
     EXPECT_EQ(Outline(markup), "a");
 }

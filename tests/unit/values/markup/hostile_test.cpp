@@ -178,8 +178,7 @@ TEST(MarkupHostile, EndlesslyRepeatedPieces) {
         "<a></a ",
         "<a>x",
         "<!-- -->",
-        "<?"
-        "?>",
+        R"(<??>)",
         "<!D>",
         " ",
         "<a x",

@@ -156,6 +156,7 @@ TEST_F(HostileDescription, ViewsThatFailCountToo) {
 }
 
 TEST_F(HostileDescription, AsManyScopesAreSearchedAsTheLimitAllows) {
+    EXPECT_EQ(gReaderState.limits.searches, 67'108'864u);
     gReaderState.limits.searches = 10;
     const std::string ten = "x = q" + Repeated("+q", 9) + ";";
     EXPECT_EQ(Failure(ten), kNotOneView);

@@ -26,7 +26,6 @@
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
-using zeve::headless::CallsOf;
 using namespace privacy;
 using pavane_test::IsRightToLeft;
 using pavane_test::Locales;

@@ -99,7 +99,7 @@ TEST_F(Welcome, IsWalkedInTheWordsOfEachLanguage) {
                 EXPECT_EQ(Control(id)->text, text) << id;
             });
         };
-        SetLanguage(locale.c_str());
+        SetLanguage(locale);
         ThenExpectWelcome(title("welcome"));
         thenExpectButton(kLearnMoreButton, "learn_more");
         thenExpectButton(kContinueButton, "continue");
@@ -321,7 +321,7 @@ TEST_F(Welcome, HighContrastDropsThePictures) {
 
 TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
     for (const std::string& language : Locales()) {
-        SetLanguage(language.c_str());
+        SetLanguage(language);
         Then([language] {
             const auto area = zeve::platform::ClientArea(TopDialog());
             EXPECT_EQ(area.Width(), 560);
@@ -346,7 +346,7 @@ TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
 
 TEST_F(Welcome, ButtonsAreMirroredInHebrewAndArabic) {
     for (const std::string& locale : Locales()) {
-        SetLanguage(locale.c_str());
+        SetLanguage(locale);
         Then([locale] {
             const bool isMirrored = IsRightToLeft(locale);
             const int back = Control(kBackButton)->frame.left, next = Control(kContinueButton)->frame.left,

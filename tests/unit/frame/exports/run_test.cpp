@@ -88,6 +88,27 @@ TEST_F(PavaneRun, NumberZeroCountsAsPreparedAndIsRefusedAtTheDispatch) {
     EXPECT_THAT(Lines(), ElementsAre(kNotPrepared)) << "now the latest status says that preparing it failed";
 }
 
+TEST_F(PavaneRun, OfNumberZeroReturnsTheDecisionOfTheRunBefore) {
+    Pavane_Initialize(0, 0);
+    gEngine.run = [](T_StorageInterface&) -> Status { return kStatusUserCancel; };
+    EXPECT_EQ(Pavane_RunWorkflow(1, nullptr), PAVANE_USER_CANCEL);
+    gEngine.calls.clear();
+    EXPECT_EQ(Pavane_RunWorkflow(0, nullptr), PAVANE_USER_CANCEL);
+    EXPECT_THAT(gEngine.calls, IsEmpty());
+}
+
+TEST_F(PavaneRun, LooksUpTheLanguageOfTheThreadEachTime) {
+    Pavane_Initialize(0, 0);
+    for (const auto& [identifier, call] :
+         {std::pair{0x0407, "select de_DE"}, std::pair{0x0411, "select ja_JP"}}) {
+        gEngine.calls.clear();
+        GetFrameTwin().threadLanguage = static_cast<LanguageIdentifier>(identifier);
+        Pavane_RunWorkflow(1, nullptr);
+        ASSERT_FALSE(gEngine.calls.empty());
+        EXPECT_EQ(gEngine.calls.front(), call);
+    }
+}
+
 TEST_F(PavaneRun, AFailedPreloadWithAnOverwrittenStatusIsRefusedAtTheDispatch) {
     Pavane_Initialize(0, 0);
     EXPECT_EQ(Pavane_PreloadWorkflow(7), PAVANE_BAD_ARGUMENT);

@@ -32,6 +32,16 @@ protected:
         longFolder = path;
     }
 
+    // Expects that each line of the file is one that WriteLines or WriteManyLines writes.
+    void ExpectWholeLines() const {
+        std::ifstream file(log.Path());
+        for (std::string line; std::getline(file, line);) {
+            ASSERT_EQ(line.size(), std::string("2026-01-02 03:04:05 [] a whole line").size() +
+                                       std::to_string(getpid()).size());
+            ASSERT_TRUE(line.ends_with("] a whole line")) << line;
+        }
+    }
+
     void WriteFileOfSize(std::size_t size) { std::ofstream(log.Path()) << std::string(size, 'x'); }
 
     pavane_test::LogFile log;
@@ -209,12 +219,23 @@ TEST_F(Log, LinesStayWholeWhenItIsOpenedAgainWhileAnotherThreadWrites) {
     unsigned long code = 1;
     EXPECT_TRUE(WaitForThread(writer, 60'000, &code));
     CloseThread(writer);
-    std::ifstream file(log.Path());
-    for (std::string line; std::getline(file, line);) {
-        ASSERT_EQ(line.size(), std::string("2026-01-02 03:04:05 [] a whole line").size() +
-                                   std::to_string(getpid()).size());
-        ASSERT_TRUE(line.ends_with("] a whole line")) << line;
-    }
+    ExpectWholeLines();
+}
+
+unsigned long WriteManyLines(void*) {
+    for (int i = 0; i < 20'000; ++i) PvnLog("%s\n", "a whole line");
+    return 0;
+}
+
+TEST_F(Log, LinesStayWholeWhenTwoThreadsWriteAtOnce) {
+    OpenLog(false);
+    const NativeThread writer = StartThread(WriteManyLines, nullptr);
+    ASSERT_NE(writer, nullptr);
+    WriteManyLines(nullptr);
+    unsigned long code = 1;
+    EXPECT_TRUE(WaitForThread(writer, 60'000, &code));
+    CloseThread(writer);
+    ExpectWholeLines();
 }
 
 TEST_F(Log, AFolderMayHaveAnyName) {

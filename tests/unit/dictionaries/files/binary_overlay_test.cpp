@@ -35,6 +35,13 @@ TEST_F(BinaryOverlay, ReplacesOldValuesAndKeepsOldIds) {
     EXPECT_EQ(Live(), 3u);
 }
 
+TEST_F(BinaryOverlay, HasNoKeyAtAnIdWhoseValueReplacedAnother) {
+    Load({.entries = {{"/b", u"zwei"}, {"/c", u"drei"}, {"/a", u"1"}}});
+    std::vector<std::string_view> keys;
+    for (std::uint32_t id = 0; id < Total(); ++id) keys.push_back(dictionary.Entries().Key(id));
+    EXPECT_EQ(keys, (std::vector<std::string_view>{"/a", "/b", "", "/c", ""}));
+}
+
 TEST_F(BinaryOverlay, InTheOtherByteOrderDoesTheSame) {
     Load({.entries = {{"/b", u"zwei, and longer"}, {"/c", u"drei"}}, .order = std::endian::big});
     EXPECT_EQ(At("/b"), u"zwei, and longer");

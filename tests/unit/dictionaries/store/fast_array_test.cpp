@@ -168,6 +168,15 @@ TEST(FastArray, HasNoValueForAnUnknownIdOrAnEmptyKey) {
     EXPECT_FALSE(entries.array->Note(7).has_value());
 }
 
+TEST(FastArray, DoesNotTakeTheEmptyKeyForAnotherOfItsBucket) {
+    Entries entries;
+    entries.Add("", "x");
+    ASSERT_EQ(KeyBucket("<z"), KeyBucket(""));
+    EXPECT_EQ(entries.ValueOf("<z"), "absent");
+    EXPECT_EQ(entries.Add("<z", "y"), 1u);
+    EXPECT_EQ(entries.ValueOf("<z"), "y");
+}
+
 TEST(FastArray, BeginsABlockForEveryHundredEntries) {
     Entries entries;
     for (int i = 0; i < 100; ++i) entries.Add(KeyNumber(i), "x");

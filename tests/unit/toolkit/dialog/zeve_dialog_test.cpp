@@ -290,6 +290,27 @@ TEST_F(ZeveDialogTest, EnablesAndDisablesByViewId) {
     EXPECT_TRUE(platform::IsEnabled(button));
 }
 
+TEST_F(ZeveDialogTest, ShowingAndEnablingForgetAnExceptionOfTheHost) {
+    class Sender : public CEveBox {
+        void SetVisible(bool) override { platform::Send(TopLevelWindow(), kMessageTimer, 0, 0); }
+        void SetEnabled(bool) override { platform::Send(TopLevelWindow(), kMessageTimer, 0, 0); }
+    };
+    ZeveInitialize();
+    gToolkit.keywords.Define("sender",
+                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
+    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+        if (what == kWhatMessage) throw std::out_of_range("message");
+        return 0;
+    };
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Sends') { sender(view_id: 3); }");
+    for (const auto operation : {ZeveShow, ZeveHide, ZeveEnable, ZeveDisable}) {
+        host.events.clear();
+        operation(dialog.get(), 3);
+        EXPECT_EQ(host.Messages(kMessageTimer).size(), 1u);
+        EXPECT_FALSE(IsExceptionKept());
+    }
+}
+
 TEST_F(ZeveDialogTest, AnUnknownIdIsIgnoredOrReturnsFalse) {
     DialogOwner made = MadeDialog(host), unmade = NewDialog();
     EventRecord record;

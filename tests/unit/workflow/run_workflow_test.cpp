@@ -16,7 +16,6 @@
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
-
 constexpr char kView[] = "dialog(name: 'Test') { button(view_id: 21, name: 'Go'); }";
 constexpr std::uint16_t kGo = 21;
 

@@ -17,7 +17,6 @@ namespace {
 using headless::CallsOf;
 using headless::State;
 
-
 // A dialog without any description: a box with a window, and its entry in the registry.
 class WindowProcedures : public DialogTest {
 protected:

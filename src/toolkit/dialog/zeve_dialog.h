@@ -3,9 +3,8 @@
 //
 // - A null handle throws std::logic_error "nil pointer", except in ZeveDelete, which ignores it.
 // - ZeveShow, ZeveHide, ZeveEnable and ZeveDisable swallow every exception of their own, including the one
-// for
-//   an id that no box has. All other operations let exceptions derived from std::exception pass; they swallow
-//   any other and return null or false.
+//   for an id that no box has. All other operations let exceptions derived from std::exception pass; they
+//   swallow any other and return null or false.
 // - If the host's callback throws inside a window procedure, the operation or the modal run that led to the
 //   message throws the exception. Until then the host is called for no other message.
 #pragma once

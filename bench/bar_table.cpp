@@ -7,7 +7,7 @@ namespace bench {
 namespace {
 
 // An item of `name` may cost at most `limit` times an item of `peer`; without a peer, at most `limit`
-// nanoseconds, or units of its figure.
+// nanoseconds, or units of its figure. `name/*` is the costliest of all names that begin with `name/`.
 struct Bar {
     const char* name;
     const char* peer;
@@ -15,6 +15,8 @@ struct Bar {
 };
 
 constexpr Bar kBars[] = {
+    {"hostile/*", nullptr, 10e9},
+    {"peak_MB/hostile/*", nullptr, 512},
     {"description/pavane/100", "description/luajit/100", 1.0 / 2},
     {"description/pavane/2000", "description/luajit/2000", 1.0 / 2},
     {"description/pavane/100", "description/lua54/100", 1.0 / 3},
@@ -90,6 +92,9 @@ void BarReporter::ReportRuns(const std::vector<Run>& runs) {
         if (run.error_occurred) {
             std::printf("%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
         } else if (run.run_type == Run::RT_Iteration) {
+            const auto peak = run.counters.find(kPeakMegabytes);
+            if (peak != run.counters.end())
+                costs[kPeakMegabytes + ("/" + NameOf(run))].push_back(peak->second.value);
             const auto figure = run.counters.find(kFigure);
             costs[NameOf(run)].push_back(figure != run.counters.end()
                                              ? figure->second.value
@@ -99,6 +104,14 @@ void BarReporter::ReportRuns(const std::vector<Run>& runs) {
 }
 
 double BarReporter::Median(const std::string& name) const {
+    if (name.ends_with('*')) {
+        double costliest = 0;
+        for (const auto& [each, rounds] : costs) {
+            if (each.starts_with(name.substr(0, name.size() - 1)))
+                costliest = std::max(costliest, Median(each));
+        }
+        return costliest;
+    }
     const auto found = costs.find(name);
     if (found == costs.end()) return 0;
     std::vector<double> rounds = found->second;

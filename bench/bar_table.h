@@ -11,6 +11,8 @@ namespace bench {
 
 // A benchmark that measures something other than time stores the result in this counter.
 inline constexpr char kFigure[] = "figure";
+// The peak of the process, if a benchmark measures that too. Its row has this name and that of the benchmark.
+inline constexpr char kPeakMegabytes[] = "peak_MB";
 
 // Prints nothing until the end.
 class BarReporter : public benchmark::BenchmarkReporter {

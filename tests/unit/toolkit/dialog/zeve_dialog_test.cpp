@@ -31,6 +31,17 @@ protected:
         }
         return "";
     }
+    // Makes `sender` the keyword of a box, and the host throw in every message.
+    template <class Sender>
+    void ThrowInMessagesOf() {
+        ZeveInitialize();
+        gToolkit.keywords.Define("sender",
+                                 []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
+        host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
+            if (what == kWhatMessage) throw std::out_of_range("message");
+            return 0;
+        };
+    }
     headless::Window& ControlOf(ZeveDialog* dialog, std::uint16_t id) {
         return *headless::FindWindow(platform::ChildWithId(ZeveTopWindow(dialog), id));
     }
@@ -217,13 +228,7 @@ TEST_F(ZeveDialogTest, TheHostIsNotCalledForAViewWhoseMakingThrew) {
             return this;
         }
     };
-    ZeveInitialize();
-    gToolkit.keywords.Define("sender",
-                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
-    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
-        if (what == kWhatMessage) throw std::out_of_range("message");
-        return 0;
-    };
+    ThrowInMessagesOf<Sender>();
     DialogOwner dialog = NewDialog("dialog(name: 'Sends') { sender(); }");
     EXPECT_THROW((void)ZeveMakeDialog(dialog.get(), &host), std::out_of_range);
     EXPECT_TRUE(host.OfWhat(kWhatViewMade).empty());
@@ -295,13 +300,7 @@ TEST_F(ZeveDialogTest, ShowingAndEnablingForgetAnExceptionOfTheHost) {
         void SetVisible(bool) override { platform::Send(TopLevelWindow(), kMessageTimer, 0, 0); }
         void SetEnabled(bool) override { platform::Send(TopLevelWindow(), kMessageTimer, 0, 0); }
     };
-    ZeveInitialize();
-    gToolkit.keywords.Define("sender",
-                             []() -> std::unique_ptr<CEveBox> { return std::make_unique<Sender>(); });
-    host.answer = [](std::int32_t what, EventRecord&) -> std::uint64_t {
-        if (what == kWhatMessage) throw std::out_of_range("message");
-        return 0;
-    };
+    ThrowInMessagesOf<Sender>();
     DialogOwner dialog = MadeDialog(host, "dialog(name: 'Sends') { sender(view_id: 3); }");
     for (const auto operation : {ZeveShow, ZeveHide, ZeveEnable, ZeveDisable}) {
         host.events.clear();

@@ -1,6 +1,7 @@
 #include "workflow/platform/resource_platform.h"
 
 #include "values/unicode/text_conversion.h"
+#include "workflow/platform/headless/painting_recorder.h"
 #include "workflow/platform/headless/resource_recorder.h"
 
 #include <algorithm>
@@ -61,6 +62,9 @@ DecodedBitmap DecodeBitmap(const char16_t* path) {
     return {bitmap, 0};
 }
 
-void DeleteBitmap(zeve::NativeBitmap bitmap) noexcept { TheResourceRecorder().liveBitmaps.erase(bitmap); }
+void DeleteBitmap(zeve::NativeBitmap bitmap) noexcept {
+    TheResourceRecorder().liveBitmaps.erase(bitmap);
+    ThePaintingRecorder().bitmaps.erase(bitmap);
+}
 
 } // namespace brixen::pvn::pvn_workflow::platform

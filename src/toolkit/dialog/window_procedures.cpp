@@ -3,6 +3,7 @@
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog/modal_run.h"
+#include "toolkit/dialog/procedure_boundary.h"
 #include "toolkit/dialog_link.h"
 #include "toolkit/event_record.h"
 #include "toolkit/kept_exception.h"
@@ -59,24 +60,6 @@ std::intptr_t AnswerOfDialog(NativeWindow window, std::uint32_t message, std::ui
     case kAnswerEndNegative: EndModalRun(*dialog, kEndNegative); return 0;
     default: return IsColorMessage(message) ? BrushOf(answer) : 0;
     }
-}
-
-// The system would ask for an unpainted area again and again.
-std::intptr_t AnswerAfterException(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                                   std::intptr_t lparam) noexcept try {
-    return message == kMessagePaint ? platform::DefaultAnswer(window, message, wparam, lparam) : 0;
-} catch (...) {
-    return 0;
-}
-
-// The boundary of each window procedure: no exception leaves it.
-template <class Answer>
-std::intptr_t KeepingExceptions(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
-                                std::intptr_t lparam, Answer answer) noexcept try {
-    return answer(window, message, wparam, lparam);
-} catch (...) {
-    EndInnermostRunByException();
-    return AnswerAfterException(window, message, wparam, lparam);
 }
 
 bool IsKeyDown(std::uint32_t message) {

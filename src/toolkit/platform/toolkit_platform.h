@@ -160,7 +160,29 @@ void TakeEditProcedure(NativeWindow window, void* box) noexcept;
 [[nodiscard]] std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                                         std::intptr_t lparam);
 
-// --- Keyboard ---
+// The procedure of an object that is attached to a control: the layer above the control's own procedure.
+using LayerProcedure = std::intptr_t (*)(void* object, NativeWindow window, std::uint32_t message,
+                                         std::uintptr_t wparam, std::intptr_t lparam) noexcept;
+
+// Hands every message of the window to the layer first, up to and including kMessageWindowGone. The caller
+// keeps `object`, and calls DropLayer if it goes before the window. Returns false, and changes nothing, if
+// the window already has a layer or the system refuses.
+[[nodiscard]] bool TakeLayerProcedure(NativeWindow window, LayerProcedure layer, void* object) noexcept;
+// Removes the layer; after that the window answers as before. Harmless without a layer, and inside a message
+// of the layer.
+void DropLayer(NativeWindow window) noexcept;
+// Passes a message to the procedure below the layer. Without a layer it is the window's procedure.
+[[nodiscard]] std::intptr_t AnswerBelowLayer(NativeWindow window, std::uint32_t message,
+                                             std::uintptr_t wparam, std::intptr_t lparam);
+
+// --- Keyboard and mouse ---
+
+[[nodiscard]] NativeWindow FocusedWindow() noexcept; // of this thread; null if it has none
+// Sends the mouse messages of this thread to the window, wherever the mouse is, until ReleaseMouse.
+void CaptureMouse(NativeWindow window);
+// Does nothing if the window does not have the mouse.
+void ReleaseMouse(NativeWindow window);
+[[nodiscard]] bool HasMouse(NativeWindow window) noexcept;
 
 [[nodiscard]] bool IsShiftDown() noexcept;
 // Returns the control that Tab reaches next from `control`, in the order in which the controls were made.

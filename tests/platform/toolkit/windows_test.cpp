@@ -214,6 +214,11 @@ TEST(NoWindow, IsHarmlessEverywhere) {
     TakeDialogProcedure(nullptr);
     TakeControlProcedure(nullptr);
     TakeEditProcedure(nullptr, nullptr);
+    DropLayer(nullptr);
+    EXPECT_EQ(AnswerBelowLayer(nullptr, 0x0400, 0, 0), 0);
+    CaptureMouse(nullptr);
+    ReleaseMouse(nullptr);
+    EXPECT_FALSE(HasMouse(nullptr));
 }
 
 TEST(DialogClass, IsRegisteredOnceUnderAName) {

@@ -39,6 +39,8 @@ struct Window {
     NativeModule instance = nullptr;
     Procedure procedure = Procedure::kSystem;
     void* editBox = nullptr;
+    platform::LayerProcedure layer = nullptr; // above `procedure`
+    void* layerObject = nullptr;
     std::map<std::uint32_t, std::int64_t> remembered; // the last value of each setting message, by its number
     bool menuTrimmed = false, closeGrayed = false, inputMethodOpen = false;
 };
@@ -76,9 +78,10 @@ struct System {
 
     // The n-th such request from now on is refused, counted from 1; 0 refuses none.
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
-    int refuseDpiContext = 0;
+    int refuseDpiContext = 0, refuseLayer = 0;
 
     NativeWindow focus = nullptr, active = nullptr;
+    NativeWindow mouse = nullptr;           // the window that captured it
     NativeWindow locked = nullptr;          // by the library or by the host
     NativeWindow lockedByLibrary = nullptr; // the same window, or null
     NativeWindow desktop = nullptr;         // one of `windows`, or null

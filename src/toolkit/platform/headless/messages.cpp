@@ -66,15 +66,21 @@ platform::WindowProcedure ProcedureOf(const Window& window) noexcept {
     return nullptr;
 }
 
-} // namespace
-
-std::intptr_t Deliver(const Message& message) {
+std::intptr_t DeliverBelowLayer(const Message& message) {
     const Window* window = FindWindow(message.window);
     if (window == nullptr) return 0;
     if (const platform::WindowProcedure procedure = ProcedureOf(*window)) {
         return procedure(message.window, message.number, message.wparam, message.lparam);
     }
     return SystemAnswer(message);
+}
+
+} // namespace
+
+std::intptr_t Deliver(const Message& message) {
+    const Window* window = FindWindow(message.window);
+    if (window == nullptr || window->layer == nullptr) return DeliverBelowLayer(message);
+    return window->layer(window->layerObject, message.window, message.number, message.wparam, message.lparam);
 }
 
 } // namespace headless
@@ -198,6 +204,49 @@ void* EditBoxOf(NativeWindow window) noexcept {
     Record("EditBoxOf", window);
     const Window* found = FindWindow(window);
     return found != nullptr ? found->editBox : nullptr;
+}
+
+bool TakeLayerProcedure(NativeWindow window, LayerProcedure layer, void* object) noexcept {
+    Record("TakeLayerProcedure", window);
+    Window* found = FindWindow(window);
+    if (headless::Refuses(State().refuseLayer) || found == nullptr || found->layer != nullptr) return false;
+    found->layer = layer;
+    found->layerObject = object;
+    return true;
+}
+
+void DropLayer(NativeWindow window) noexcept {
+    Record("DropLayer", window);
+    Window* found = FindWindow(window);
+    if (found == nullptr) return;
+    found->layer = nullptr;
+    found->layerObject = nullptr;
+}
+
+std::intptr_t AnswerBelowLayer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                               std::intptr_t lparam) {
+    Record("AnswerBelowLayer", window, {message, static_cast<std::int64_t>(wparam), lparam});
+    return headless::DeliverBelowLayer({window, message, wparam, lparam});
+}
+
+NativeWindow FocusedWindow() noexcept {
+    Record("FocusedWindow");
+    return FindWindow(State().focus) != nullptr ? State().focus : nullptr;
+}
+
+void CaptureMouse(NativeWindow window) {
+    Record("CaptureMouse", window);
+    if (FindWindow(window) != nullptr) State().mouse = window;
+}
+
+void ReleaseMouse(NativeWindow window) {
+    Record("ReleaseMouse", window);
+    if (State().mouse == window) State().mouse = nullptr;
+}
+
+bool HasMouse(NativeWindow window) noexcept {
+    Record("HasMouse", window);
+    return State().mouse == window && FindWindow(window) != nullptr;
 }
 
 bool IsShiftDown() noexcept {

@@ -88,6 +88,19 @@ std::optional<std::int32_t> TakePendingQuit() {
     return static_cast<std::int32_t>(message.wParam);
 }
 
+NativeWindow FocusedWindow() noexcept { return Opaque(GetFocus()); }
+
+void CaptureMouse(NativeWindow window) {
+    // A null window would release the mouse of another.
+    if (window != nullptr) SetCapture(Handle(window));
+}
+
+void ReleaseMouse(NativeWindow window) {
+    if (HasMouse(window)) ReleaseCapture();
+}
+
+bool HasMouse(NativeWindow window) noexcept { return window != nullptr && GetCapture() == Handle(window); }
+
 bool IsShiftDown() noexcept { return (GetAsyncKeyState(VK_SHIFT) & 0x8000) != 0; }
 
 NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) {

@@ -9,6 +9,9 @@ namespace {
 
 constexpr wchar_t kSavedProcedureProperty[] = L"FISavedWindowProc";
 constexpr wchar_t kEditBoxProperty[] = L"FISavedCEveEdit";
+constexpr wchar_t kLayerProperty[] = L"FILayerProc";
+constexpr wchar_t kLayerObjectProperty[] = L"FILayerObject";
+constexpr wchar_t kBelowLayerProperty[] = L"FISavedLayerProc";
 
 constinit WindowProcedures gProcedures;
 
@@ -27,6 +30,38 @@ LRESULT CALLBACK EditTrampoline(HWND window, UINT message, WPARAM wparam, LPARAM
 
 LONG_PTR ReplaceProcedure(NativeWindow window, WNDPROC procedure) noexcept {
     return SetWindowLongPtrW(Handle(window), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+}
+
+WNDPROC ProcedureBelowLayer(HWND window) noexcept {
+    return reinterpret_cast<WNDPROC>(GetPropW(window, kBelowLayerProperty));
+}
+
+void ForgetLayer(HWND window) noexcept {
+    RemovePropW(window, kLayerProperty);
+    RemovePropW(window, kLayerObjectProperty);
+}
+
+LRESULT CALLBACK LayerTrampoline(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const auto layer = reinterpret_cast<LayerProcedure>(GetPropW(window, kLayerProperty));
+    const WNDPROC below = ProcedureBelowLayer(window);
+    const LRESULT answer = layer != nullptr ? layer(GetPropW(window, kLayerObjectProperty), Opaque(window),
+                                                    message, wparam, lparam)
+                                            : CallWindowProcW(below, window, message, wparam, lparam);
+    if (message == WM_NCDESTROY) {
+        ForgetLayer(window);
+        RemovePropW(window, kBelowLayerProperty);
+    }
+    return answer;
+}
+
+// Puts the trampoline above the procedure of the window, unless a dropped layer left it there.
+bool PutLayerTrampoline(HWND window) noexcept {
+    if (ProcedureBelowLayer(window) != nullptr) return true;
+    const LONG_PTR below = GetWindowLongPtrW(window, GWLP_WNDPROC);
+    if (below == 0 || !SetPropW(window, kBelowLayerProperty, reinterpret_cast<HANDLE>(below))) return false;
+    if (ReplaceProcedure(Opaque(window), LayerTrampoline) != 0) return true;
+    RemovePropW(window, kBelowLayerProperty);
+    return false;
 }
 
 } // namespace
@@ -58,6 +93,34 @@ std::intptr_t SavedAnswer(NativeWindow window, std::uint32_t message, std::uintp
     return CallingProcedures([=] {
         return CallWindowProcW(reinterpret_cast<WNDPROC>(saved), Handle(window), message, wparam, lparam);
     });
+}
+
+bool TakeLayerProcedure(NativeWindow window, LayerProcedure layer, void* object) noexcept {
+    const HWND handle = Handle(window);
+    if (GetPropW(handle, kLayerProperty) != nullptr) return false;
+    if (SetPropW(handle, kLayerObjectProperty, object) &&
+        SetPropW(handle, kLayerProperty, reinterpret_cast<HANDLE>(layer)) && PutLayerTrampoline(handle))
+        return true;
+    ForgetLayer(handle);
+    return false;
+}
+
+void DropLayer(NativeWindow window) noexcept {
+    const HWND handle = Handle(window);
+    ForgetLayer(handle);
+    // Below a procedure of another the trampoline stays and passes everything on.
+    if (GetWindowLongPtrW(handle, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(LayerTrampoline)) return;
+    ReplaceProcedure(window, ProcedureBelowLayer(handle));
+    RemovePropW(handle, kBelowLayerProperty);
+}
+
+std::intptr_t AnswerBelowLayer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
+                               std::intptr_t lparam) {
+    const HWND handle = Handle(window);
+    WNDPROC below = ProcedureBelowLayer(handle);
+    if (below == nullptr) below = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(handle, GWLP_WNDPROC));
+    if (below == nullptr) return 0;
+    return CallingProcedures([=] { return CallWindowProcW(below, handle, message, wparam, lparam); });
 }
 
 std::intptr_t DefaultAnswer(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,

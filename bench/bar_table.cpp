@@ -75,6 +75,8 @@ constexpr Bar kBars[] = {
     {"markup_build/pavane/1000", "markup_build/pugixml/1000", 1},
     {"markup_edit_start/pavane/10", "markup_edit_start/pavane/1", 20},
     {"markup_edit_end/pavane/10", "markup_edit_end/pavane/1", 1.5},
+    {"payload_call/4096", nullptr, 4000},
+    {"payload_answer/4096", nullptr, 6000},
 };
 
 // Returns the name without the number of runs and the clock.

@@ -22,6 +22,17 @@ inline constexpr Status kStatusUserCancel = 0x8902;      // the user canceled th
 inline constexpr Status kStatusUserOutcome3 = 0x8903;    // each workflow defines its meaning
 inline constexpr Status kStatusUserOutcome4 = 0x8904;    // each workflow defines its meaning
 
+// Failed calls to the service.
+inline constexpr Status kStatusCallCanceled = 0xD001;      // the cancel event was signaled
+inline constexpr Status kStatusCallTimedOut = 0xD002;      // the time-out elapsed
+inline constexpr Status kStatusUnexpectedContent = 0xD003; // the answer did not hold what was asked for
+inline constexpr Status kStatusSystemError = 0xD0A1;       // any system error that is not listed below
+inline constexpr Status kStatusCallNoMemory = 0xD0A2;      // there was no memory
+inline constexpr Status kStatusHttpError = 0xD0A3;         // any HTTP error that is not listed below
+inline constexpr Status kStatusInvalidUrl = 0xD0B1;        // the URL is not valid
+inline constexpr Status kStatusNameNotResolved = 0xD0B2;   // the host's name was not resolved
+inline constexpr Status kStatusSecureFailure = 0xD0B3;     // the secure connection failed
+
 // The decisions of the user are no faults.
 constexpr bool IsUserDecision(Status status) { return status >> 8 == 0x89; }
 

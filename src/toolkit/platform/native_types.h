@@ -9,6 +9,7 @@ using NativeFont = struct NativeFontTag*;
 using NativeBitmap = struct NativeBitmapTag*;
 using NativeIcon = struct NativeIconTag*;
 using NativeBrush = struct NativeBrushTag*;
+using NativeCursor = struct NativeCursorTag*;
 using NativeDpiContext = struct NativeDpiContextTag*; // of a thread
 using NativeDrawing = struct NativeDrawingTag*;       // a device context
 

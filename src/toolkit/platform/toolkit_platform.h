@@ -76,8 +76,11 @@ void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32
 // Returns the first child of a class (compared without regard to case) whose style is exactly `style`.
 [[nodiscard]] NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                                 std::uint32_t style) noexcept;
+// Compares the window's class with a name, without regard to case.
+[[nodiscard]] bool IsOfClass(NativeWindow window, const char16_t* className) noexcept;
 [[nodiscard]] std::uint16_t IdOf(NativeWindow window) noexcept;
 [[nodiscard]] std::uint32_t StyleOf(NativeWindow window) noexcept;
+[[nodiscard]] std::uint32_t ExtendedStyleOf(NativeWindow window) noexcept;
 void SetStyle(NativeWindow window, std::uint32_t style);
 void SetText(NativeWindow window, const char16_t* text);
 [[nodiscard]] std::u16string TextOf(NativeWindow window);

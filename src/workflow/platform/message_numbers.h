@@ -25,6 +25,41 @@ inline constexpr std::uint16_t kNotificationEditLosesFocus = 0x0200; // EN_KILLF
 inline constexpr std::uint16_t kIdEnter = 1;  // IDOK
 inline constexpr std::uint16_t kIdEscape = 2; // IDCANCEL
 
+// Messages to pane controls, and from them to tooltips and parents.
+inline constexpr std::uint32_t kMessageDestroy = 0x0002;         // WM_DESTROY
+inline constexpr std::uint32_t kMessageSize = 0x0005;            // WM_SIZE
+inline constexpr std::uint32_t kMessageLosesFocus = 0x0008;      // WM_KILLFOCUS
+inline constexpr std::uint32_t kMessageEnable = 0x000A;          // WM_ENABLE
+inline constexpr std::uint32_t kMessageSetText = 0x000C;         // WM_SETTEXT
+inline constexpr std::uint32_t kMessageSetCursor = 0x0020;       // WM_SETCURSOR
+inline constexpr std::uint32_t kMessageGetFont = 0x0031;         // WM_GETFONT
+inline constexpr std::uint32_t kMessageNotify = 0x004E;          // WM_NOTIFY
+inline constexpr std::uint32_t kMessageDialogCode = 0x0087;      // WM_GETDLGCODE
+inline constexpr std::uint32_t kMessageUpdateUiState = 0x0128;   // WM_UPDATEUISTATE
+inline constexpr std::uint32_t kMessageQueryUiState = 0x0129;    // WM_QUERYUISTATE
+inline constexpr std::uint32_t kMessageLeftButtonUp = 0x0202;    // WM_LBUTTONUP
+inline constexpr std::uint32_t kMessageLeftDoubleClick = 0x0203; // WM_LBUTTONDBLCLK
+inline constexpr std::uint32_t kMessageMouseFirst = 0x0200;      // WM_MOUSEFIRST
+inline constexpr std::uint32_t kMessageMouseLast = 0x020D;       // WM_MOUSELAST
+inline constexpr std::uint32_t kMessageMouseLeave = 0x02A3;      // WM_MOUSELEAVE
+inline constexpr std::uint32_t kMessagePrintClient = 0x0318;     // WM_PRINTCLIENT
+inline constexpr std::uint32_t kButtonClick = 0x00F5;            // BM_CLICK
+inline constexpr std::uint32_t kTooltipActivate = 0x0401;        // TTM_ACTIVATE
+
+inline constexpr std::int32_t kNotificationClick = -2; // NM_CLICK, the code of WM_NOTIFY
+
+// The answers to WM_GETDLGCODE, added up.
+inline constexpr std::intptr_t kWantsCharacters = 0x80; // DLGC_WANTCHARS
+inline constexpr std::intptr_t kIsAButton = 0x2000;     // DLGC_BUTTON
+
+// A bit of the answer to WM_QUERYUISTATE: access keys are not underlined.
+inline constexpr std::intptr_t kHidesAccessKeys = 2; // UISF_HIDEACCEL
+
+inline constexpr std::uint32_t kStaticNotify = 0x0100;           // SS_NOTIFY
+inline constexpr std::int32_t kDefaultPlace = -0x7FFFFFFF - 1;   // CW_USEDEFAULT
+inline constexpr char16_t kTooltipClass[] = u"tooltips_class32"; // TOOLTIPS_CLASS
+inline constexpr std::uintptr_t kKeySpace = 32;                  // VK_SPACE
+
 // How StartProgram shows the window of a program.
 inline constexpr std::int32_t kShowRestored = 9; // SW_RESTORE
 

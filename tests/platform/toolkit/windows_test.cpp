@@ -116,6 +116,26 @@ TEST_F(Windows, AChildIsFoundByClassAndExactStyle) {
     EXPECT_EQ(ChildOfClassAndStyle(top, u"edit", kChild | kTabStop), nullptr);
 }
 
+TEST_F(Windows, KnowTheirClassWithoutRegardToCase) {
+    EXPECT_TRUE(IsOfClass(two, u"STATIC"));
+    EXPECT_TRUE(IsOfClass(two, u"static"));
+    EXPECT_FALSE(IsOfClass(two, u"stati"));
+    EXPECT_FALSE(IsOfClass(one, u"static"));
+    EXPECT_FALSE(IsOfClass(nullptr, u"static"));
+}
+
+TEST_F(Windows, KnowTheirExtendedStyle) {
+    WindowRequest request;
+    request.extendedStyle = 0x3000;
+    request.className = u"static";
+    request.style = kChild;
+    request.parent = top;
+    const NativeWindow mirrored = MakeWindow(request);
+    EXPECT_EQ(ExtendedStyleOf(mirrored) & 0x3000, 0x3000u);
+    EXPECT_EQ(ExtendedStyleOf(one) & 0x3000, 0u);
+    EXPECT_EQ(ExtendedStyleOf(nullptr), 0u);
+}
+
 TEST_F(Windows, MoveToAPlaceWithTheirWholeFrame) {
     MoveTo(top, 40, 50, 320, 220);
     const Rectangle frame = OuterFrame(top), client = ClientArea(top);

@@ -225,6 +225,12 @@ NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className
     return nullptr;
 }
 
+bool IsOfClass(NativeWindow window, const char16_t* className) noexcept {
+    Record("IsOfClass", window, {}, className);
+    const Window* found = FindWindow(window);
+    return found != nullptr && SameClass(found->className, className);
+}
+
 std::uint16_t IdOf(NativeWindow window) noexcept {
     Record("IdOf", window);
     const Window* found = FindWindow(window);
@@ -235,6 +241,12 @@ std::uint32_t StyleOf(NativeWindow window) noexcept {
     Record("StyleOf", window);
     const Window* found = FindWindow(window);
     return found != nullptr ? found->style : 0;
+}
+
+std::uint32_t ExtendedStyleOf(NativeWindow window) noexcept {
+    Record("ExtendedStyleOf", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr ? found->extendedStyle : 0;
 }
 
 void SetStyle(NativeWindow window, std::uint32_t style) {

@@ -34,12 +34,6 @@ private:
     HIMC context;
 };
 
-bool IsOfClass(HWND window, const wchar_t* className) noexcept {
-    wchar_t name[256] = {}; // the system's limit
-    GetClassNameW(window, name, 256);
-    return lstrcmpiW(name, className) == 0;
-}
-
 } // namespace
 
 NativeWindow MakeWindow(const WindowRequest& request) {
@@ -146,9 +140,15 @@ NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className
                                   std::uint32_t style) noexcept {
     if (window == nullptr) return nullptr;
     HWND child = GetTopWindow(Handle(window));
-    while (child != nullptr && !(StyleOf(Opaque(child)) == style && IsOfClass(child, Wide(className))))
+    while (child != nullptr && !(StyleOf(Opaque(child)) == style && IsOfClass(Opaque(child), className)))
         child = GetWindow(child, GW_HWNDNEXT);
     return Opaque(child);
+}
+
+bool IsOfClass(NativeWindow window, const char16_t* className) noexcept {
+    wchar_t name[256] = {}; // the system's limit
+    GetClassNameW(Handle(window), name, 256);
+    return lstrcmpiW(name, Wide(className)) == 0;
 }
 
 std::uint16_t IdOf(NativeWindow window) noexcept {
@@ -157,6 +157,10 @@ std::uint16_t IdOf(NativeWindow window) noexcept {
 
 std::uint32_t StyleOf(NativeWindow window) noexcept {
     return static_cast<std::uint32_t>(GetWindowLongW(Handle(window), GWL_STYLE));
+}
+
+std::uint32_t ExtendedStyleOf(NativeWindow window) noexcept {
+    return static_cast<std::uint32_t>(GetWindowLongW(Handle(window), GWL_EXSTYLE));
 }
 
 void SetStyle(NativeWindow window, std::uint32_t style) {

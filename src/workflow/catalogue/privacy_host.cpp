@@ -38,7 +38,7 @@ bool PVNPrivacyHost::ProcessWindowMessage(const WindowMessage& message, std::int
     if (!window || !pane) return isHandled;
     if (message.number == zeve::kMessageNextDialogControl) pane->OnTab();
     if (message.number == zeve::kMessageCommand) {
-        pane->OnNotification(LowWord(message.wparam), HighWord(message.wparam));
+        pane->OnNotification(NotificationOf(message.wparam));
     }
     const bool isNewKey = message.number == zeve::kMessageKeyDown && (message.lparam & kKeyRepeats) == 0;
     if (isNewKey && pane->HasFieldOfLines()) result = OnKeyInField(message.wparam);

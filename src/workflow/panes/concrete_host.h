@@ -3,15 +3,18 @@
 //     static std::span<const Command> Commands();   // from control id to handler
 //
 // A handler composes an event name and returns the result of DeliverEvent, or 0 if there is nothing to
-// deliver. A host extends the table of another host by naming it as its `Base`: an id that its own table
-// lacks is looked up there.
+// deliver. A row is for what the user does with the control: a press, another choice, a changed text. A row
+// that names a notification is for that one alone, such as the focus coming or going. A host extends the
+// table of another host by naming it as its `Base`: what its own table lacks is looked up there.
 #pragma once
 
 #include "workflow/panes/pane.h"
 #include "workflow/panes/pane_host.h"
+#include "workflow/platform/message_numbers.h"
 
 #include <concepts>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace brixen::pvn::pvn_workflow {
@@ -30,23 +33,29 @@ protected:
     struct Command {
         std::uint16_t id;
         std::intptr_t (Host::*handler)();
+        std::optional<std::uint16_t> code = {}; // the notification of the row
     };
 
     // Returns the pane of the state last entered, or null.
     Pane* CurrentPane() const { return static_cast<Pane*>(PVNPaneHost::CurrentPane()); }
 
-    bool HandleCommand(std::uint16_t id, std::intptr_t& result) override {
+    bool HandleCommand(Notification notification, std::intptr_t& result) override {
         for (const auto& command : Host::Commands()) {
-            if (command.id != id) continue;
+            if (!Matches(command, notification)) continue;
             result = (static_cast<Host&>(*this).*command.handler)();
             return true;
         }
-        return Base::HandleCommand(id, result);
+        return Base::HandleCommand(notification, result);
     }
 
     bool& RepaintedFlag() override { return gRepainted; }
 
 private:
+    static bool Matches(const Command& row, Notification notification) {
+        if (row.id != notification.id) return false;
+        return row.code ? *row.code == notification.code : IsUseOfControl(notification.code);
+    }
+
     static inline bool gRepainted = false;
 };
 

@@ -11,6 +11,7 @@
 #include "workflow/machine/nav_state_machine.h"
 #include "workflow/panes/dialog_rules.h"
 #include "workflow/panes/pane.h"
+#include "workflow/platform/message_numbers.h"
 #include "workflow/resources/resource_layer.h"
 
 #include <new>
@@ -136,7 +137,7 @@ void PVNPaneHost::Exit(PVNStateMachine&, std::uint16_t) {
 
 std::intptr_t PVNPaneHost::Press(std::uint16_t id) {
     std::intptr_t result = 0;
-    HandleCommand(id, result);
+    HandleCommand({.id = id, .code = kNotificationPressed}, result);
     return result;
 }
 

@@ -78,9 +78,9 @@ protected:
     // Hands the event to the machine. Returns the answer of a handler: kAnswerEndPositive if the workflow is
     // done, kAnswerEndNegative if it was left, else 0. Delivers nothing after an end state.
     std::intptr_t DeliverEvent(std::string_view event);
-    // Calls the handler of a control's id. Returns whether there is one; only then `result` counts.
-    virtual bool HandleCommand(std::uint16_t, std::intptr_t&) { return false; }
-    // Returns the answer of the id's handler, or 0 without one.
+    // Calls the handler of a control's notification. Returns whether there is one; only then `result` counts.
+    virtual bool HandleCommand(Notification, std::intptr_t&) { return false; }
+    // Presses the control: returns the answer of its handler, or 0 without one.
     std::intptr_t Press(std::uint16_t id);
     // Does what the current pane has put off until it is on screen: it posted kMessageFirstFocus.
     virtual void OnFirstFocus() {}

@@ -26,6 +26,14 @@ constexpr std::uint16_t HighWord(std::uintptr_t value) {
     return static_cast<std::uint16_t>(value >> 16 & 0xFFFF);
 }
 
+// What a control tells its dialog in wparam of WM_COMMAND.
+struct Notification {
+    std::uint16_t id = 0;   // of the control
+    std::uint16_t code = 0; // kNotification... of workflow/platform/message_numbers.h
+};
+
+constexpr Notification NotificationOf(std::uintptr_t wparam) { return {LowWord(wparam), HighWord(wparam)}; }
+
 // Our own message, posted to its dialog by a pane that must wait with something until it is on screen.
 inline constexpr std::uint32_t kMessageFirstFocus = 0x0600;
 

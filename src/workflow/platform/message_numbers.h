@@ -15,11 +15,22 @@ inline constexpr std::uint32_t kMessageMiddleButtonDown = 0x0207; // WM_MBUTTOND
 inline constexpr std::uint32_t kMessageParentNotify = 0x0210;
 
 // The high word of wparam of WM_COMMAND.
-inline constexpr std::uint16_t kNotificationPressed = 0;             // BN_CLICKED, and the keys Enter and Esc
-inline constexpr std::uint16_t kNotificationKey = 1;                 // a keyboard shortcut
+inline constexpr std::uint16_t kNotificationPressed = 0; // BN_CLICKED, and the keys Enter and Esc
+// A keyboard shortcut; of a popup or a list, another row chosen: CBN_SELCHANGE, LBN_SELCHANGE.
+inline constexpr std::uint16_t kNotificationKey = 1;
+inline constexpr std::uint16_t kNotificationButtonHasFocus = 6;      // BN_SETFOCUS, with the style BS_NOTIFY
 inline constexpr std::uint16_t kNotificationPopupHasFocus = 3;       // CBN_SETFOCUS
 inline constexpr std::uint16_t kNotificationEditHasFocus = 0x0100;   // EN_SETFOCUS
 inline constexpr std::uint16_t kNotificationEditLosesFocus = 0x0200; // EN_KILLFOCUS
+inline constexpr std::uint16_t kNotificationEditChanged = 0x0300;    // EN_CHANGE
+inline constexpr std::uint16_t kNotificationEditChanging = 0x0400;   // EN_UPDATE
+
+// Returns whether a notification reports a use of the control: a press, another choice, a changed text. The
+// others report the focus, or that the control was enabled or disabled.
+constexpr bool IsUseOfControl(std::uint16_t notification) {
+    return notification == kNotificationPressed || notification == kNotificationKey ||
+           notification == kNotificationEditChanged || notification == kNotificationEditChanging;
+}
 
 // The control ids that the system's keyboard rules send for Enter and Esc.
 inline constexpr std::uint16_t kIdEnter = 1;  // IDOK

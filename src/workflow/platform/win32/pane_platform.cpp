@@ -12,8 +12,11 @@ namespace brixen::pvn::pvn_workflow::platform {
 static_assert(kMessageFrameButtonDown == WM_NCLBUTTONDOWN && kMessageMouseMove == WM_MOUSEMOVE &&
               kMessageLeftButtonDown == WM_LBUTTONDOWN && kMessageRightButtonDown == WM_RBUTTONDOWN &&
               kMessageMiddleButtonDown == WM_MBUTTONDOWN && kMessageParentNotify == WM_PARENTNOTIFY);
-static_assert(kNotificationPressed == BN_CLICKED && kNotificationPopupHasFocus == CBN_SETFOCUS &&
-              kNotificationEditHasFocus == EN_SETFOCUS && kNotificationEditLosesFocus == EN_KILLFOCUS);
+static_assert(kNotificationPressed == BN_CLICKED && kNotificationKey == CBN_SELCHANGE &&
+              kNotificationKey == LBN_SELCHANGE && kNotificationPopupHasFocus == CBN_SETFOCUS &&
+              kNotificationButtonHasFocus == BN_SETFOCUS);
+static_assert(kNotificationEditHasFocus == EN_SETFOCUS && kNotificationEditLosesFocus == EN_KILLFOCUS &&
+              kNotificationEditChanged == EN_CHANGE && kNotificationEditChanging == EN_UPDATE);
 static_assert(kIdEnter == IDOK && kIdEscape == IDCANCEL && kShowRestored == SW_RESTORE);
 
 namespace {

@@ -1,4 +1,4 @@
-// A place for a hyperlink: no native control is made, and the host puts its own there.
+// A place for a hyperlink: Create makes no native control, and the host fills the place.
 #pragma once
 
 #include "toolkit/boxes/eve_box.h"
@@ -7,9 +7,9 @@ namespace brixen::zeve {
 
 class CEveHyperlink : public CEveBox {
 public:
-    CEveHyperlink() { windowsOfControl = 0; }
-    // Does nothing: the host shows the text.
-    void RefreshText() override {}
+    // Makes a static control in the place, with the name as its text, like the control of any other box. To
+    // be called once, with the attributes of Create. Throws what MakeControl throws.
+    void Fill(const CExpressionScope& attributes);
 };
 
 } // namespace brixen::zeve

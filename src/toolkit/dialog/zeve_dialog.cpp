@@ -2,6 +2,7 @@
 
 #include "toolkit/boxes/box_makers.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/boxes/eve_hyperlink.h"
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog/modal_run.h"
 #include "toolkit/dialog/operation_boundary.h"
@@ -121,6 +122,17 @@ void ZeveAddViewText(ZeveDialog* dialog, const char* text) {
 
 NativeWindow ZeveMakeDialog(ZeveDialog* dialog, void* params) {
     return PassingStandardExceptions([&] { return Existing(dialog).Make(params); });
+}
+
+NativeWindow ZeveFillPlace(const EventRecord& record) {
+    return PassingStandardExceptions([&]() -> NativeWindow {
+        const auto& attributes = Existing(record.ReadPointer<const CExpressionScope*>(kKeyScope));
+        auto* box = ReferenceFrom<CEveBox>(attributes.GetLongOr("__eveBoxObj"_name, 0));
+        auto* place = dynamic_cast<CEveHyperlink*>(box);
+        if (place == nullptr) return nullptr;
+        place->Fill(attributes);
+        return place->control;
+    });
 }
 
 bool ZeveRunModal(ZeveDialog* dialog) {

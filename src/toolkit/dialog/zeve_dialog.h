@@ -44,6 +44,11 @@ void ZeveInitialize();
 [[nodiscard]] ZeveDialog* ZeveNew(const ZeveInitRecord* record);
 // Appends to the view text; may be called several times before the dialog is made.
 void ZeveAddViewText(ZeveDialog* dialog, const char* text);
+// To be called by the host's callback for kWhatViewMade, with its record: makes a static control in the place
+// of a `hyperlink` view, with the name as its text. Like any other control it is shown, hidden, enabled,
+// translated and mirrored with its box. Returns null for a view of any other class, and if the system refused
+// the control.
+NativeWindow ZeveFillPlace(const EventRecord& record);
 // Runs the view text and makes all its boxes, hidden. Returns the top-level window: null if the root view is
 // not a `dialog`, or if the system refused the window. `params` is passed to the callback. Throws
 // std::logic_error for a dialog that has its boxes already.

@@ -1,5 +1,6 @@
 // The way of a message through the pane host: from the toolkit's callback to the message map.
 #include "frame/stop_watch.h"
+#include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/zeve_callback.h"
@@ -34,6 +35,7 @@ std::uint64_t PVNPaneHost::HostEventCallback(std::int32_t what, zeve::EventRecor
     switch (what) {
     case zeve::kWhatMessage: return static_cast<std::uint64_t>(host.RouteHostMessage(MessageOf(record)));
     case zeve::kWhatModalRun: return static_cast<std::uint64_t>(host.OnInitDialog());
+    case zeve::kWhatViewMade: zeve::ZeveFillPlace(record); return 0; // a pane makes it a HyperLink
     default: return 0;
     }
 }
@@ -110,7 +112,7 @@ bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage&, std::intptr_t&) {
 
 // A command has no pane while the controls are being made, and after the end of the run.
 bool PVNPaneHost::OnCommand(const WindowMessage& message, std::intptr_t& result) {
-    return window && HandleCommand(LowWord(message.wparam), result);
+    return window && HandleCommand(NotificationOf(message.wparam), result);
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,5 +1,6 @@
 #include "toolkit/dialog/zeve_dialog.h"
 
+#include "dictionaries/translation.h"
 #include "support/failing_allocator.h"
 #include "toolkit/boxes/eve_box.h"
 #include "toolkit/dialog/modal_run.h"
@@ -192,6 +193,73 @@ TEST_F(ZeveDialogTest, MessagesFindTheDialogWhileItsChildrenAreMade) {
     };
     DialogOwner dialog = MadeDialog(host);
     EXPECT_EQ(host.Messages(kMessageTimer).size(), 1u);
+}
+
+TEST_F(ZeveDialogTest, TheHostFillsThePlacesOfHyperlinks) {
+    std::vector<NativeWindow> filled;
+    host.answer = [&filled](std::int32_t what, EventRecord& record) {
+        if (what == kWhatViewMade) filled.push_back(ZeveFillPlace(record));
+        return std::uint64_t(0);
+    };
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Links') {"
+                                          " button(name: 'OK', view_id: 1);"
+                                          " group(view_id: 4, visible: false) {"
+                                          "  hyperlink(name: 'More', view_id: 2, width: 80, height: 14);"
+                                          " } row(view_id: 3); }");
+    ASSERT_EQ(filled.size(), 4u);
+    EXPECT_EQ(filled[0], nullptr);
+    EXPECT_EQ(filled[1], nullptr);
+    EXPECT_EQ(filled[3], nullptr);
+    const headless::Window& link = ControlOf(dialog.get(), 2);
+    EXPECT_EQ(filled[2], link.handle);
+    EXPECT_EQ(link.className, u"static");
+    EXPECT_EQ(link.text, u"More");
+    EXPECT_EQ(link.style, 0x40000000u) << "hidden with its group";
+    EXPECT_EQ(link.extendedStyle, 8u);
+    EXPECT_EQ(link.frame.Width(), 80);
+    EXPECT_EQ(link.frame.Height(), 14);
+    ZeveShow(dialog.get(), 4);
+    EXPECT_EQ(link.style, 0x50000000u);
+    ZeveDisable(dialog.get(), 4);
+    EXPECT_EQ(link.style, 0x58000000u);
+}
+
+TEST_F(ZeveDialogTest, APlaceIsEmptyUntilTheHostFillsIt) {
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Links') { hyperlink(name: 'More', view_id: 2); }");
+    EXPECT_EQ(platform::ChildWithId(ZeveTopWindow(dialog.get()), 2), nullptr);
+}
+
+TEST_F(ZeveDialogTest, ThePlaceOfAHyperlinkIsMirroredAndTranslated) {
+    host.answer = [](std::int32_t what, EventRecord& record) {
+        if (what == kWhatViewMade) ZeveFillPlace(record);
+        return std::uint64_t(0);
+    };
+    ZeveInitialize();
+    ZeveInitRecord record;
+    record.callback = TestHost::Callback;
+    record.language = "he_IL";
+    DialogOwner dialog(ZeveNew(&record));
+    ZeveAddViewText(dialog.get(), "dialog(name: 'x') { hyperlink(name: '$$$/more=More', view_id: 2); }");
+    (void)ZeveMakeDialog(dialog.get(), &host);
+    const headless::Window& link = ControlOf(dialog.get(), 2);
+    EXPECT_EQ(link.extendedStyle, 0x7008u);
+    EXPECT_EQ(link.text, u"More");
+    AddKeyValue("$$$/more=Mehr");
+    ZeveRetranslate(dialog.get());
+    EXPECT_EQ(link.text, u"Mehr");
+}
+
+TEST_F(ZeveDialogTest, APlaceThatTheSystemRefusesStaysEmpty) {
+    std::size_t places = 0;
+    host.answer = [&places](std::int32_t what, EventRecord& record) {
+        if (what != kWhatViewMade) return std::uint64_t(0);
+        State().refuseWindow = 1;
+        EXPECT_EQ(ZeveFillPlace(record), nullptr);
+        ++places;
+        return std::uint64_t(0);
+    };
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Links') { hyperlink(name: 'More', view_id: 2); }");
+    EXPECT_EQ(places, 1u);
 }
 
 TEST_F(ZeveDialogTest, AnExceptionOfTheHostLeavesTheMaking) {

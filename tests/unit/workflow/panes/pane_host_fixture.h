@@ -17,7 +17,8 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-inline constexpr std::uint16_t kNext = 21, kBack = 22, kThrow = 23, kDone = 24, kLeave = 25, kField = 31;
+inline constexpr std::uint16_t kNext = 21, kBack = 22, kThrow = 23, kDone = 24, kLeave = 25, kField = 31,
+                               kLink = 32;
 inline constexpr std::uint16_t kFirstPage = 100, kSecondPage = 200, kPicture = 201;
 
 inline constexpr char kView[] = R"(
@@ -25,6 +26,7 @@ dialog(name: 'Test', width: 300, height: 200, close_box: true) {
     page(view_id: 100, visible: false, enabled: false) { edit_text(view_id: 31, width: 80); }
     page(view_id: 200, visible: false, enabled: false) { picture(view_id: 201, width: 16, height: 16); }
     button(view_id: 21, name: 'Next'); button(view_id: 22, name: 'Back');
+    hyperlink(view_id: 32, name: 'More', width: 60, height: 14);
     button(view_id: 23, name: 'Throw'); button(view_id: 24, name: 'Done'); button(view_id: 25, name: 'Leave');
 })";
 

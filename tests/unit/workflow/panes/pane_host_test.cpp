@@ -486,6 +486,25 @@ TEST_F(PaneHost, OnlyTwoLanguagesTurnRightToLeftOn) {
     }
 }
 
+TEST_F(PaneHost, FillsThePlacesOfHyperlinks) {
+    RunWith([] {
+        ASSERT_NE(Control(kLink), nullptr);
+        EXPECT_EQ(Control(kLink)->className, u"static");
+        EXPECT_EQ(Control(kLink)->text, u"More");
+    });
+}
+
+// A radio button reports the focus (6), a static text that it was disabled (3).
+TEST_F(PaneHost, ANotificationThatIsNoUseOfTheControlPressesNothing) {
+    RunWith([this] {
+        for (const std::uintptr_t code : std::vector<std::uintptr_t>{2, 3, 5, 6})
+            Tell(TopDialog(), zeve::kMessageCommand, code << 16 | kNext);
+        EXPECT_EQ(host.CurrentPane(), &first);
+        Tell(TopDialog(), zeve::kMessageCommand, 1 << 16 | kNext);
+        EXPECT_EQ(host.CurrentPane(), &second);
+    });
+}
+
 TEST_F(PaneHost, APaneFiltersEventsByNameOnRequest) {
     PVNPane pane;
     zeve::EventRecord record;

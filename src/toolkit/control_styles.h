@@ -17,6 +17,7 @@ inline constexpr std::uint32_t kBorder = 0x00800000;         // WS_BORDER
 inline constexpr std::uint32_t kDialogFrame = 0x00400000;    // WS_DLGFRAME
 inline constexpr std::uint32_t kVerticalScroll = 0x00200000; // WS_VSCROLL
 inline constexpr std::uint32_t kSystemMenu = 0x00080000;     // WS_SYSMENU
+inline constexpr std::uint32_t kGroup = 0x00020000;          // WS_GROUP, the first of a group
 inline constexpr std::uint32_t kTabStop = 0x00010000;        // WS_TABSTOP
 
 inline constexpr std::uint32_t kPushButton = 0;        // BS_PUSHBUTTON
@@ -24,6 +25,7 @@ inline constexpr std::uint32_t kDefaultPushButton = 1; // BS_DEFPUSHBUTTON
 inline constexpr std::uint32_t kAutoCheckBox = 3;      // BS_AUTOCHECKBOX
 inline constexpr std::uint32_t kRadioButton = 4; // BS_RADIOBUTTON, not automatic: the host moves the mark
 inline constexpr std::uint32_t kGroupBox = 7;    // BS_GROUPBOX
+inline constexpr std::uint32_t kButtonNotifies = 0x4000; // BS_NOTIFY, reports the focus too
 // Not a style: a button with none of these bits is a push button, default or not.
 inline constexpr std::uint32_t kButtonKinds = 30;
 

@@ -56,6 +56,9 @@ TEST_F(Windows, KnowTheirParentsAndChildren) {
     EXPECT_EQ(ChildWithId(top, 102), two);
     EXPECT_EQ(ChildWithId(top, 103), nullptr);
     EXPECT_EQ(TopChild(top), one) << "the first made is the top one";
+    EXPECT_EQ(NextSibling(one), two);
+    EXPECT_EQ(NextSibling(two), nullptr);
+    EXPECT_EQ(NextSibling(nullptr), nullptr);
 }
 
 TEST_F(Windows, AnOwnerIsTheParentOfATopLevelWindowButNotItsRoot) {

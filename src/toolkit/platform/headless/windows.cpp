@@ -215,6 +215,18 @@ NativeWindow TopChild(NativeWindow window) noexcept {
     return nullptr;
 }
 
+NativeWindow NextSibling(NativeWindow window) noexcept {
+    Record("NextSibling", window);
+    const Window* found = FindWindow(window);
+    bool isPast = false;
+    for (auto& child : State().windows) {
+        if (found != nullptr && isPast && child->parent == found->parent && IsChild(*child))
+            return child->handle;
+        isPast = isPast || child.get() == found;
+    }
+    return nullptr;
+}
+
 NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                   std::uint32_t style) noexcept {
     Record("ChildOfClassAndStyle", window, {style}, className);

@@ -22,13 +22,13 @@ static_assert(style::kBorder == WS_BORDER);
 static_assert(style::kDialogFrame == WS_DLGFRAME);
 static_assert(style::kVerticalScroll == WS_VSCROLL);
 static_assert(style::kSystemMenu == WS_SYSMENU);
-static_assert(style::kTabStop == WS_TABSTOP);
+static_assert(style::kTabStop == WS_TABSTOP && style::kGroup == WS_GROUP);
 
 static_assert(style::kPushButton == BS_PUSHBUTTON);
 static_assert(style::kDefaultPushButton == BS_DEFPUSHBUTTON);
 static_assert(style::kAutoCheckBox == BS_AUTOCHECKBOX);
 static_assert(style::kRadioButton == BS_RADIOBUTTON);
-static_assert(style::kGroupBox == BS_GROUPBOX);
+static_assert(style::kGroupBox == BS_GROUPBOX && style::kButtonNotifies == BS_NOTIFY);
 
 static_assert(style::kStaticRight == SS_RIGHT);
 static_assert(style::kStaticIcon == SS_ICON);

@@ -136,6 +136,10 @@ NativeWindow TopChild(NativeWindow window) noexcept {
     return window != nullptr ? Opaque(GetTopWindow(Handle(window))) : nullptr;
 }
 
+NativeWindow NextSibling(NativeWindow window) noexcept {
+    return Opaque(GetWindow(Handle(window), GW_HWNDNEXT));
+}
+
 NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                   std::uint32_t style) noexcept {
     if (window == nullptr) return nullptr;

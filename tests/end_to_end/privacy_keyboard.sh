@@ -30,6 +30,12 @@ press Tab
 wait_until "Tab leads to Continue" is_focused Continue
 press Tab
 wait_until "Tab leads to Cancel" is_focused Cancel
+press alt+l
+wait_until "Alt+L leads to the languages" focus_is combobox
+press Tab
+wait_until "Tab leads to Continue again" is_focused Continue
+press Tab
+wait_until "Tab leads to Cancel again" is_focused Cancel
 press Tab
 wait_until "Tab wraps to the languages" focus_is combobox
 wait_until "the default button is Continue there" is_default Continue
@@ -57,6 +63,10 @@ for button in Back Accept Decline Cancel; do
 done
 press Tab
 wait_until "Tab leaves the field" is_focused Back
+press alt+s
+wait_until "Alt+S leads to the field" focus_is edit
+press Tab
+wait_until "Tab leaves the field again" is_focused Back
 press space
 wait_until "Space presses Back" title_is "Getting started: Your privacy"
 wait_until "the languages have the focus again" focus_is combobox

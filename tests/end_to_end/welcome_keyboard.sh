@@ -17,6 +17,13 @@ wait_until "Shift+Tab wraps back" is_focused Quit
 press shift+Tab
 wait_until "Shift+Tab leads to Continue" is_focused Continue
 
+press alt+c
+wait_until "Alt+C leads to Highlights" title_is "Getting started: What to expect"
+wait_until "Continue has the focus there" is_focused Continue
+press alt+b
+wait_until "Alt+B leads back" title_is "Getting started: Welcome"
+wait_until "Continue has the focus as before" is_focused Continue
+
 press Return
 wait_until "Enter leads to Highlights" title_is "Getting started: What to expect"
 wait_until "Continue has the focus again" is_focused Continue
@@ -45,6 +52,11 @@ wait_until "Stay has the focus in the alert" is_focused Stay
 wait_until "Stay is the default button" is_default Stay
 press Return
 wait_until "Enter stays" title_is "Getting started: Everything is ready"
+press alt+q
+wait_until "Alt+Q asks too" title_is "Quit"
+wait_until "Stay has the focus there" is_focused Stay
+press alt+s
+wait_until "Alt+S stays" title_is "Getting started: Everything is ready"
 press Escape
 wait_until "Esc asks once more" title_is "Quit"
 wait_until "Stay has the focus again" is_focused Stay

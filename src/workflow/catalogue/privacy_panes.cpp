@@ -8,7 +8,6 @@
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/panes/pane_helpers.h"
-#include "workflow/panes/window_message.h"
 #include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
@@ -57,8 +56,8 @@ void PrivacyPane::OnTab() {
                          zeve::kPaintAnew);
 }
 
-void PrivacyPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
-    const bool isPopup = id == kLanguagePopup && notification == kNotificationPopupHasFocus;
+void PrivacyPane::OnNotification(Notification notification) {
+    const bool isPopup = notification.id == kLanguagePopup && notification.code == kNotificationPopupHasFocus;
     if (!isPopup || DefaultButton() == kNoButton) return;
     zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle, zeve::style::kDefaultPushButton,
                          zeve::kPaintAnew);
@@ -102,31 +101,33 @@ StatementPane::StatementPane(const PrivacyData& runData)
     : PrivacyPane(kStatementTraits, kLeftToRightField), data(runData) {}
 
 void StatementPane::Enter() {
-    firstFocus = IsWrittenRightToLeft(data.language) ? kRightToLeftField : kLeftToRightField;
+    const bool isRightToLeft = IsWrittenRightToLeft(data.language);
+    group = isRightToLeft ? kRightToLeftGroup : kLeftToRightGroup;
+    firstFocus = isRightToLeft ? kRightToLeftField : kLeftToRightField;
     zeve::platform::SetText(ControlOf(firstFocus), data.statement.c_str());
     selection = {};
     PrivacyPane::Enter();
-    SetEnabled(ref, firstFocus, true);
-    SetVisible(ref, firstFocus, true);
+    SetEnabled(ref, group, true);
+    SetVisible(ref, group, true);
 }
 
 void StatementPane::Leave() {
-    SetVisible(ref, firstFocus, false);
-    SetEnabled(ref, firstFocus, false);
+    SetVisible(ref, group, false);
+    SetEnabled(ref, group, false);
     PrivacyPane::Leave();
 }
 
 // The keyboard rules select all text of a field that Tab reaches, for typing over it. A reader goes on where
 // he was, and a field that cannot be edited has no caret.
-void StatementPane::OnNotification(std::uint16_t id, std::uint16_t notification) {
-    if (id != firstFocus) return;
-    const zeve::NativeWindow field = ControlOf(id);
-    if (notification == kNotificationEditLosesFocus) {
+void StatementPane::OnNotification(Notification notification) {
+    if (notification.id != firstFocus) return;
+    const zeve::NativeWindow field = ControlOf(notification.id);
+    if (notification.code == kNotificationEditLosesFocus) {
         zeve::platform::Send(field, zeve::kEditGetSelection,
                              reinterpret_cast<std::uintptr_t>(&selection.start),
                              reinterpret_cast<std::intptr_t>(&selection.end));
     }
-    if (notification == kNotificationEditHasFocus) {
+    if (notification.code == kNotificationEditHasFocus) {
         zeve::platform::Send(field, zeve::kEditSetSelection, selection.start,
                              static_cast<std::intptr_t>(selection.end));
         platform::HideCaret(field);

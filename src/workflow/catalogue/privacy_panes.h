@@ -3,6 +3,7 @@
 
 #include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/privacy_views.h"
+#include "workflow/panes/window_message.h"
 
 #include <cstdint>
 #include <string>
@@ -30,7 +31,7 @@ public:
     // Whether Enter and Esc arrive as keys: a field of several lines keeps them from the dialog.
     virtual bool HasFieldOfLines() const { return false; }
     // A control of the pane sent a notification to its dialog.
-    virtual void OnNotification(std::uint16_t id, std::uint16_t notification);
+    virtual void OnNotification(Notification notification);
     // Tab is about to move the focus, and the frame of the default button with it.
     void OnTab();
 
@@ -70,7 +71,7 @@ public:
     void Enter() override;
     void Leave() override;
     bool HasFieldOfLines() const override { return true; }
-    void OnNotification(std::uint16_t id, std::uint16_t notification) override;
+    void OnNotification(Notification notification) override;
 
 private:
     struct Selection {
@@ -78,7 +79,8 @@ private:
     };
 
     const PrivacyData& data;
-    Selection selection; // of the field when it last lost the focus
+    std::uint16_t group = kLeftToRightGroup; // of the field and its label
+    Selection selection;                     // of the field when it last lost the focus
 };
 
 } // namespace privacy

@@ -16,10 +16,13 @@ inline constexpr std::uint16_t kCancelButton = 16;
 inline constexpr std::uint16_t kChoosePage = 100;
 inline constexpr std::uint16_t kLanguagePopup = 101;
 
-// One field for each reading direction: a control keeps the direction that it was made with.
+// One field for each reading direction, because a control keeps the direction that it was made with. Each is
+// in a group with a label of its own: a label names the field that was made after it.
 inline constexpr std::uint16_t kStatementPage = 200;
 inline constexpr std::uint16_t kLeftToRightField = 201;
 inline constexpr std::uint16_t kRightToLeftField = 202;
+inline constexpr std::uint16_t kLeftToRightGroup = 210;
+inline constexpr std::uint16_t kRightToLeftGroup = 220;
 
 inline constexpr std::uint16_t kMissingPage = 300;
 

@@ -1,4 +1,5 @@
-// The distances in the shipped dialogs: one gap between paragraphs, one below titles, one above buttons.
+// The distances in the shipped dialogs: one gap between paragraphs, one below titles, and all texts on the
+// sheet of paper that the backdrop shows.
 #include "support/languages.h"
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
@@ -17,15 +18,15 @@ namespace {
 
 using Controls = std::vector<zeve::headless::Window>;
 
-constexpr int kTitleGap = 17, kGroupGap = 12, kLabelGap = 6, kButtonGap = 20;
-constexpr int kTextRise = 1; // a text's control begins so much above its place
-constexpr std::uint32_t kStaticKind = 0x1F, kEtchedRule = 0x10;
+constexpr int kTitleGap = 17, kGroupGap = 12, kLabelGap = 6;
+constexpr int kSheetTop = 62, kSheetBottom = 358; // in background.svg
+constexpr int kSheetMargin = 18, kButtonGap = 20;
+constexpr std::uint16_t kLastButton = 99; // the ids of the buttons below the pages end here
+constexpr int kTextRise = 1;              // a text's control begins so much above its place
 
 bool IsStatic(const zeve::headless::Window& control) { return control.className == u"static"; }
 bool IsText(const zeve::headless::Window& control) { return IsStatic(control) && !control.text.empty(); }
-bool IsRule(const zeve::headless::Window& control) {
-    return IsStatic(control) && (control.style & kStaticKind) == kEtchedRule;
-}
+bool IsRowButton(const zeve::headless::Window& control) { return control.id <= kLastButton; }
 bool IsPopup(const zeve::headless::Window& control) { return control.className == u"combobox"; }
 int TopOf(const zeve::headless::Window& control) {
     return control.frame.top + (IsText(control) ? kTextRise : 0);
@@ -62,7 +63,7 @@ protected:
         }
         std::vector<Controls> pages;
         for (const auto& control : controls) {
-            if (IsRule(control)) break;
+            if (IsRowButton(control)) break;
             if (titles.contains(control.text)) pages.emplace_back();
             if (!pages.empty()) pages.back().push_back(control);
         }
@@ -105,8 +106,8 @@ TEST_F(ShippedLayout, ParagraphsAreOneGapApart) {
         for (const Controls& page : pages) {
             if (std::ranges::any_of(page, IsPicture)) continue;
             for (std::size_t i = 2; i < page.size(); ++i) {
-                if (IsPopup(page[i - 1])) continue; // its frame is that of the open list
-                if (page[i - 1].frame.top == page[i].frame.top) continue; // two fields in one place
+                if (IsPopup(page[i - 1])) continue;                      // its frame is that of the open list
+                if (page[i].frame.top < page[i - 1].frame.top) continue; // two groups in one place
                 EXPECT_EQ(TopOf(page[i]) - page[i - 1].frame.bottom, IsPopup(page[i]) ? kLabelGap : kGroupGap)
                     << page[i].id;
             }
@@ -132,17 +133,34 @@ TEST_F(ShippedLayout, TextsAreCenteredOnTheirPictures) {
     EXPECT_EQ(pictures, 3 * static_cast<int>(pavane_test::Locales().size()));
 }
 
-TEST_F(ShippedLayout, TheRuleIsAsWideAsTheColumnAndOneGapAboveTheButtons) {
+TEST_F(ShippedLayout, AllPagesAreOnTheSheetAndAllButtonsBelowIt) {
     ForEachLayout([](const Controls& controls, const std::vector<Controls>& pages) {
-        const auto rule = std::ranges::find_if(controls, IsRule);
-        ASSERT_NE(rule, controls.end());
         for (const Controls& page : pages) {
-            EXPECT_EQ(rule->frame.left, page[0].frame.left);
-            EXPECT_EQ(rule->frame.right, page[0].frame.right);
+            EXPECT_EQ(TopOf(page[0]), kSheetTop + kSheetMargin);
+            for (const auto& control : page) {
+                if (IsPopup(control)) continue; // its frame is that of the open list
+                EXPECT_LE(control.frame.bottom, kSheetBottom - kSheetMargin) << control.id;
+            }
         }
-        ASSERT_GE(controls.end() - rule, 4);
-        for (auto button = rule + 1; button != controls.end(); ++button) {
-            EXPECT_EQ(button->frame.top - rule->frame.bottom, kButtonGap) << button->id;
+        int buttons = 0;
+        for (const auto& control : controls) {
+            if (!IsRowButton(control)) continue;
+            ++buttons;
+            EXPECT_EQ(control.frame.top - kSheetBottom, kButtonGap) << control.id;
+        }
+        EXPECT_GE(buttons, 4);
+    });
+}
+
+TEST_F(ShippedLayout, TheLastButtonEndsWithTheColumn) {
+    ForEachLayout([](const Controls& controls, const std::vector<Controls>& pages) {
+        const auto first = std::ranges::find_if(controls, IsRowButton);
+        const auto last = std::ranges::find_if(controls.rbegin(), controls.rend(), IsRowButton);
+        ASSERT_NE(last, controls.rend());
+        const bool isMirrored = last->frame.left < first->frame.left;
+        for (const Controls& page : pages) {
+            if (isMirrored) EXPECT_EQ(last->frame.left, page[0].frame.left);
+            if (!isMirrored) EXPECT_EQ(last->frame.right, page[0].frame.right);
         }
     });
 }

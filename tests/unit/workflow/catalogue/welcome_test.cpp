@@ -154,7 +154,7 @@ TEST_F(Welcome, CanBeQuitFromEachPane) {
 TEST_F(Welcome, ARefusedQuitChangesNothing) {
     ThenPress(kContinueButton);
     ThenPress(kQuitButton);
-    Then([] { EXPECT_EQ(zeve::platform::ControlText(TopDialog(), kAlertStayButton), u"Stay"); });
+    Then([] { EXPECT_EQ(zeve::platform::ControlText(TopDialog(), kAlertStayButton), u"&Stay"); });
     ThenPress(kAlertStayButton);
     ThenExpectHighlights();
     Then([this] { EXPECT_EQ(StoredResult(), kStatusUserCancel); });

@@ -34,7 +34,7 @@ TEST_F(CompiledDictionary, IsLoadedFromTheLanguageFolder) {
     files.Write("de_DE/guide.zdct", Shipped());
     Select("de_DE");
     LoadWorkFlowDictionary("Welcome");
-    EXPECT_EQ(zeve::ZeveTranslate(kKey), "Beenden");
+    EXPECT_EQ(zeve::ZeveTranslate(kKey), "&Beenden");
 }
 
 TEST_F(CompiledDictionary, MayBeReplacedByText) {
@@ -52,7 +52,7 @@ TEST_F(CompiledDictionary, OverlaysTheTextOfAnotherWorkflow) {
     LoadWorkFlowDictionary("Registration");
     EXPECT_EQ(zeve::ZeveTranslate(kKey), "Ende");
     LoadWorkFlowDictionary("Welcome");
-    EXPECT_EQ(zeve::ZeveTranslate(kKey), "Beenden");
+    EXPECT_EQ(zeve::ZeveTranslate(kKey), "&Beenden");
     EXPECT_EQ(zeve::ZeveTranslate("$$$/resource/own=default"), "mine");
 }
 

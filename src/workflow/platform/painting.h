@@ -77,9 +77,11 @@ void SetLayout(zeve::NativeDrawing device, std::uint32_t layout) noexcept;
 // The indexes of SystemColor.
 inline constexpr std::int32_t kColorWindow = 5;      // COLOR_WINDOW
 inline constexpr std::int32_t kColorWindowText = 8;  // COLOR_WINDOWTEXT
+inline constexpr std::int32_t kColorFace = 15;       // COLOR_BTNFACE
 inline constexpr std::int32_t kColorShadow = 16;     // COLOR_BTNSHADOW
 inline constexpr std::int32_t kColorGrayText = 17;   // COLOR_GRAYTEXT
 inline constexpr std::int32_t kColorDarkShadow = 21; // COLOR_3DDKSHADOW
+inline constexpr std::int32_t kColorHotLight = 26;   // COLOR_HOTLIGHT
 
 [[nodiscard]] Color SystemColor(std::int32_t index) noexcept;
 

@@ -32,6 +32,7 @@ void TearDown() {
         handler.reset();
     }
     state.handlers.clear();
+    state.foundPages.clear();
     PVNResourceManager::Destroy();
     state.isSetUp = false;
 }
@@ -112,8 +113,12 @@ void ReleaseBitmapResource(const char* name) noexcept try {
 std::u16string FindLocalPage(const std::string& name) {
     const PathUnits path =
         PVNResourceManager::Get().FindResourceFile(name, "html", kDefaultLocale, kSearchLocaleThenEnUs);
-    return path ? path.get() : std::u16string();
+    if (!path) return {};
+    TheResourceState().foundPages.insert(path.get());
+    return path.get();
 }
+
+bool WasPageFound(const std::u16string& path) { return TheResourceState().foundPages.contains(path); }
 
 std::vector<StatementLanguage> PrivacyStatementLanguages() {
     PVNPrivacyStatementHandler* const handler = TheResourceState().statements;

@@ -46,6 +46,8 @@ void ReleaseBitmapResource(const char* name) noexcept;
 
 // Returns the path of NAME.html, from the language's folder or from en_US. Empty when there is none.
 std::u16string FindLocalPage(const std::string& name);
+// Returns whether FindLocalPage returned that path, since the layer was set up.
+bool WasPageFound(const std::u16string& path);
 
 // A language that has a privacy statement.
 struct StatementLanguage {

@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -94,6 +95,7 @@ struct ResourceState {
     std::vector<OwnedHandler> handlers;               // of the run, in the order of registration
     PVNPrivacyStatementHandler* statements = nullptr; // one of them, or null
     bool isSetUp = false;
+    std::set<std::u16string> foundPages; // paths, see WasPageFound
     std::mutex decoderLock; // guards decoderUsers: handlers may be on other threads of the application
     int decoderUsers = 0;
 };

@@ -44,6 +44,11 @@ void Destroy(NativeWindow window) {
     std::erase_if(State().windows, [window](const auto& other) { return other->handle == window; });
 }
 
+// The number that asks for a default place is the lowest of all.
+std::int32_t WrappingSum(std::int32_t start, std::int32_t length) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(start) + static_cast<std::uint32_t>(length));
+}
+
 std::unique_ptr<Window> NewWindow(const platform::WindowRequest& request) {
     auto window = std::make_unique<Window>();
     window->handle = headless::NewHandle<NativeWindow>();
@@ -51,7 +56,8 @@ std::unique_ptr<Window> NewWindow(const platform::WindowRequest& request) {
     window->text = request.text;
     window->style = request.style;
     window->extendedStyle = request.extendedStyle;
-    window->frame = {request.left, request.top, request.left + request.width, request.top + request.height};
+    window->frame = {request.left, request.top, WrappingSum(request.left, request.width),
+                     WrappingSum(request.top, request.height)};
     window->parent = request.parent;
     window->id = request.id;
     window->instance = request.instance;

@@ -11,6 +11,7 @@ namespace brixen::pvn::pvn_workflow::platform {
 static_assert(kLayoutMirrored == LAYOUT_RTL && kLayoutKeepsBitmaps == LAYOUT_BITMAPORIENTATIONPRESERVED);
 static_assert(kColorWindow == COLOR_WINDOW && kColorWindowText == COLOR_WINDOWTEXT &&
               kColorShadow == COLOR_BTNSHADOW && kColorGrayText == COLOR_GRAYTEXT &&
+              kColorFace == COLOR_BTNFACE && kColorHotLight == COLOR_HOTLIGHT &&
               kColorDarkShadow == COLOR_3DDKSHADOW && kStockWhiteBrush == WHITE_BRUSH);
 
 namespace {

@@ -119,7 +119,7 @@ TEST_F(Welcome, IsWalkedInTheWordsOfEachLanguage) {
         EXPECT_EQ(Run(), kStatusSuccess) << locale;
         EXPECT_TRUE(System().script.empty()) << locale;
         EXPECT_TRUE(platform::ThePaneRecorder().started.back().arguments.ends_with(
-            lyr::gen::ToUtf16("\\PVResources\\" + locale + "\\welcome.html")))
+            lyr::gen::ToUtf16("\\PVResources\\" + locale + "\\welcome.html\"")))
             << locale;
     }
 }
@@ -279,7 +279,7 @@ TEST_F(Welcome, LearnMoreOpensTheLocalPage) {
     const auto& started = platform::ThePaneRecorder().started[0];
     EXPECT_EQ(started.program, u"iexplore.exe");
     EXPECT_EQ(started.showCommand, 9);
-    EXPECT_TRUE(started.arguments.ends_with(u"\\PVResources\\en_US\\welcome.html"));
+    EXPECT_TRUE(started.arguments.ends_with(u"\\PVResources\\en_US\\welcome.html\""));
 }
 
 TEST_F(Welcome, PicturesAreShownOnceAndReleased) {

@@ -17,8 +17,8 @@ protected:
         platform::ThePaneRecorder().started.clear();
         OpenLocalPage(name);
         if (platform::ThePaneRecorder().started.empty()) return "";
-        const std::string path =
-            std::filesystem::path(platform::ThePaneRecorder().started.back().arguments).string();
+        const std::u16string& quoted = platform::ThePaneRecorder().started.back().arguments;
+        const std::string path = std::filesystem::path(quoted.substr(1, quoted.size() - 2)).string();
         return path.substr(path.find("PVResources") + 12);
     }
 };

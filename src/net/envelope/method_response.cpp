@@ -71,12 +71,12 @@ int ParseParams(CMarkupSTL& markup, PVN_RPCParamVector& out) {
     return result;
 }
 
-// Replaces `out` by the bytes of a hexadecimal text.
+// Replaces `out` by the bytes of a hexadecimal text. A payload is text, so it ends at its first zero byte.
 void DecodePayload(std::string_view digits, std::string& out) {
-    const std::size_t count = digits.size() % 2 == 0 ? digits.size() / 2 : 0;
-    out.resize(count);
-    out.resize(DecodeHexadecimal(digits.data(), out.data(), count));
-    out.resize(std::strlen(out.c_str())); // payloads are text
+    out.resize(digits.size() % 2 == 0 ? digits.size() / 2 : 0);
+    // What cannot be decoded stays zero.
+    static_cast<void>(DecodeHexadecimal(digits.data(), out.data(), out.size()));
+    out.resize(std::strlen(out.c_str()));
 }
 
 } // namespace
@@ -117,12 +117,10 @@ Status ReadPayloadResponse(const char* responseText, const char* responseParamNa
 }
 
 void LogUnknownResponse(const std::string& responseText) noexcept {
-    const std::size_t length = std::min(responseText.find('\0'), responseText.size());
-    const std::string_view whole(responseText.data(), length);
-    const std::string_view shown = lyr::gen::CutToBytes(whole, kLongestLoggedResponse);
+    const std::string_view shown = lyr::gen::CutToBytes(responseText, kLongestLoggedResponse);
     char rest[64] = "";
-    if (shown.size() < length)
-        std::snprintf(rest, sizeof rest, "\n... and %zu more bytes", length - shown.size());
+    const std::size_t hidden = responseText.size() - shown.size();
+    if (hidden > 0) std::snprintf(rest, sizeof rest, "\n... and %zu more bytes", hidden);
     PvnLog("%s: %s: \n\n----- unknown rpc response -----\n%.*s%s\n---------------------\n\n", kLogComponent,
            kLogInfo, static_cast<int>(shown.size()), shown.data(), rest);
 }

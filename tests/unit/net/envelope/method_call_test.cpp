@@ -113,7 +113,7 @@ TEST(BuildPayloadCall, AnEmptyOrNullPayloadIsAnEmptyValue) {
     }
 }
 
-TEST(BuildPayloadCall, NeverSendsAnEmptyPayloadForWantOfMemory) {
+TEST(BuildPayloadCall, SendsNoEmptyPayloadWithoutMemory) {
     std::string call;
     pavane_test::ForEveryFailingAllocation([&] {
         std::string built;

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <new>
 #include <pthread.h>
 #include <utility>
 
@@ -49,8 +50,9 @@ void CountPlayers(int change) {
 std::string Narrow(const char16_t* text) { return text ? lyr::gen::LenientUtf8(text) : "-"; }
 
 NativeHttp NewHandle() noexcept {
-    CountNetHandles(1);
-    return new NativeHttpTag;
+    const NativeHttp handle = new (std::nothrow) NativeHttpTag;
+    if (handle) CountNetHandles(1);
+    return handle;
 }
 
 // Whether the call was made that the notification answers.

@@ -1,12 +1,12 @@
 #include "unit/net/transport/transport_fixture.h"
 
-#include <regex>
+#include <algorithm>
+#include <cstdio>
 
 namespace brixen::pvn {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class HttpSend : public TransportTest {
 protected:
@@ -129,10 +129,10 @@ TEST_F(HttpSend, NeverLogsThePasswordOfTheProxy) {
 
 TEST_F(HttpSend, LogsItsDurationFromOneMillisecondUp) {
     GetFrameTwin().tickCount = 5000;
-    GetNetTwin().script[0].before = [] { GetFrameTwin().tickCount = 5001; };
+    GetNetTwin().onSend = [](std::string_view) { GetFrameTwin().tickCount = 5001; };
     EXPECT_EQ(Send(), kStatusSuccess);
     EXPECT_EQ(log.Bodies().back(), "PVN: _time_: (func: brixen::pvn::PVN_HTTPSend, duration: 0.001 sec)");
-    GetNetTwin().script[0].before = {};
+    GetNetTwin().onSend = {};
     EXPECT_EQ(Send(), kStatusSuccess);
     EXPECT_EQ(std::ranges::count_if(log.Bodies(), [](auto& line) { return line.starts_with("PVN: _time_"); }),
               1);

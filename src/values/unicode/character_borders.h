@@ -31,4 +31,11 @@ constexpr std::string_view CutToBytes(std::string_view text, std::size_t count) 
     return text.substr(0, count);
 }
 
+// The first character of a text in UTF-8; nothing of an empty one.
+constexpr std::string_view FirstCharacter(std::string_view text) {
+    std::size_t size = text.empty() ? 0 : 1;
+    while (size < text.size() && !BeginsCharacter(text[size])) ++size;
+    return text.substr(0, size);
+}
+
 } // namespace brixen::lyr::gen

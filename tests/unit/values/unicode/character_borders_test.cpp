@@ -40,5 +40,12 @@ TEST(CharacterBorders, ACutNeverEndsInPartOfACharacter) {
     EXPECT_EQ(CutToBytes("a\xE2\x82", 3), "a\xE2\x82") << "a text that is not cut";
 }
 
+TEST(CharacterBorders, TheFirstCharacterEndsBeforeTheSecond) {
+    EXPECT_EQ(FirstCharacter(""), "");
+    EXPECT_EQ(FirstCharacter("ab"), "a");
+    EXPECT_EQ(FirstCharacter("\xE2\x82\xAC\xE2\x82\xAC"), "\xE2\x82\xAC");
+    EXPECT_EQ(FirstCharacter("\x82\x82z"), "\x82\x82") << "a text that begins with trailing bytes";
+}
+
 } // namespace
 } // namespace brixen::lyr::gen

@@ -85,8 +85,11 @@ std::string_view ReadTextOrFourCharCode(const EventRecord& record, std::string_v
 }
 
 void StoreNewText(EventRecord& record, std::string_view text) {
-    if (text.empty()) return;
-    auto copy = std::make_unique<char[]>(text.size() + 1); // ends with NUL
+    if (!text.empty()) StoreNewTextWithRoom(record, text, 0);
+}
+
+void StoreNewTextWithRoom(EventRecord& record, std::string_view text, std::size_t roomBytes) {
+    auto copy = std::make_unique<char[]>(std::max(text.size() + 1, roomBytes)); // all NUL
     std::copy(text.begin(), text.end(), copy.get());
     record.StorePointer(kKeyValueString, copy.get());
     copy.release(); // the reader of the record owns it now

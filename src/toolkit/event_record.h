@@ -5,6 +5,7 @@
 #include "toolkit/key_hash.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <forward_list>
 #include <string>
@@ -77,5 +78,8 @@ private:
 // Stores a copy of the text under kKeyValueString, made with new char[]; the reader of the record frees it
 // with delete[]. An empty text is not stored.
 void StoreNewText(EventRecord& record, std::string_view text);
+// Does the same with room for at least `roomBytes` bytes, the final NUL counted, and stores an empty text
+// too.
+void StoreNewTextWithRoom(EventRecord& record, std::string_view text, std::size_t roomBytes);
 
 } // namespace brixen::zeve

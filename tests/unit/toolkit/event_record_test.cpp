@@ -172,5 +172,18 @@ TEST(StoreNewText, StoresNoEmptyText) {
     EXPECT_FALSE(record.Has(kKeyValueString));
 }
 
+TEST(StoreNewText, WithRoomStoresTheTextAndZeros) {
+    EventRecord record;
+    StoreNewTextWithRoom(record, "abc", 8);
+    const std::unique_ptr<char[]> stored(record.ReadPointer<char*>(kKeyValueString));
+    EXPECT_EQ(std::string_view(stored.get(), 8), std::string_view("abc\0\0\0\0\0", 8));
+    StoreNewTextWithRoom(record, "longer than that", 8);
+    const std::unique_ptr<char[]> longer(record.ReadPointer<char*>(kKeyValueString));
+    EXPECT_STREQ(longer.get(), "longer than that");
+    StoreNewTextWithRoom(record, "", 1);
+    const std::unique_ptr<char[]> empty(record.ReadPointer<char*>(kKeyValueString));
+    EXPECT_STREQ(empty.get(), "");
+}
+
 } // namespace
 } // namespace brixen::zeve

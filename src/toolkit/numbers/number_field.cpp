@@ -1,0 +1,142 @@
+#include "toolkit/numbers/number_field.h"
+
+#include "toolkit/numbers/number_text.h"
+#include "toolkit/numbers/number_value.h"
+#include "values/unicode/character_borders.h"
+
+#include <algorithm>
+
+namespace brixen::zeve {
+namespace {
+
+constexpr char kBothLimits[] =
+    "$$$/brixen/zeve/error/out_of_range=A number between ^0 and ^1 is required.  Closest value inserted.";
+constexpr char kOnlyMinimum[] =
+    "$$$/brixen/zeve/error/min=A number more than ^0 is required.  Closest value inserted.";
+constexpr char kOnlyMaximum[] =
+    "$$$/brixen/zeve/error/max=A number less than ^0 is required.  Closest value inserted.";
+
+constexpr std::int32_t kDecimalsOfClosest = 6;
+
+double ValueOf(std::string_view text, NumberForm form) {
+    return form == NumberForm::kFraction ? FractionValue(text) : ParseNumber(text);
+}
+
+std::optional<NumberLimit> LimitOf(std::string_view text) {
+    if (text.empty()) return std::nullopt;
+    return NumberLimit{ValueOf(text, ClassifyNumberText(text).form), std::string(text)};
+}
+
+// Returns the number of decimals of a decimal number with its point at `position`.
+std::int32_t DecimalsAfter(std::string_view text, std::size_t position) {
+    return static_cast<std::int32_t>(std::min<std::size_t>(text.size() - position - 1, INT32_MAX));
+}
+
+std::string WithoutBlanks(std::string text) {
+    std::erase(text, ' ');
+    return text;
+}
+
+void ReplaceFirst(std::string& text, std::string_view wanted, std::string_view replacement) {
+    const std::size_t place = wanted.empty() ? std::string::npos : text.find(wanted);
+    if (place != std::string::npos) text.replace(place, wanted.size(), replacement);
+}
+
+} // namespace
+
+std::string RangeMessage(std::string_view message, const OutOfRange& outOfRange) {
+    std::string text(message);
+    const std::size_t first = text.find("^0"), second = text.find("^1");
+    const auto replace = [&text](std::size_t place, const std::string& limit) {
+        if (place != std::string::npos) text.replace(place, 2, limit);
+    };
+    // The later one goes first, so that the place of the other one stays.
+    if (second != std::string::npos && (first == std::string::npos || first < second)) {
+        replace(second, outOfRange.second);
+        replace(first, outOfRange.first);
+    } else {
+        replace(first, outOfRange.first);
+        replace(second, outOfRange.second);
+    }
+    return text;
+}
+
+NumberField::NumberField(const NumberFieldAttributes& attributes)
+    : minimum(LimitOf(attributes.minimum)), maximum(LimitOf(attributes.maximum)) {
+    if (!attributes.format.empty()) {
+        format = NumberFormOf(attributes.format);
+        precision = attributes.precision < 0 ? 1 : attributes.precision;
+    }
+    const std::size_t caret = attributes.addIn.find('^');
+    if (caret == std::string_view::npos) return;
+    prefix = attributes.addIn.substr(0, caret);
+    const std::string_view place = attributes.addIn.substr(caret + 1);
+    suffix = place.substr(lyr::gen::FirstCharacter(place).size());
+}
+
+std::string NumberField::SetValue(std::string_view value) {
+    setValue = value;
+    if (value.empty()) {
+        valueFormat = format;
+        valuePrecision = precision;
+        shownText.clear();
+        return {};
+    }
+    const auto [form, position] = ClassifyNumberText(value);
+    valueFormat = form;
+    if (form == NumberForm::kDecimal) valuePrecision = DecimalsAfter(value, position);
+    const NumberConversion conversion{form, format, valuePrecision, precision, IsApex(format)};
+    shownNumber = ConvertNumberText(value, conversion, isBeyondScale).value_or("");
+    shownText = isBeyondScale ? shownNumber : prefix + shownNumber + suffix;
+    return shownText;
+}
+
+std::string NumberField::WithoutAddIn(std::string_view text) const {
+    const std::size_t begin = prefix.empty() ? std::string_view::npos : text.find(prefix);
+    if (begin != std::string_view::npos) text.remove_prefix(begin + prefix.size());
+    const std::size_t end = suffix.empty() ? std::string_view::npos : text.find(suffix);
+    return std::string(text.substr(0, end));
+}
+
+NumberField::Reading NumberField::Read(std::string_view controlText, std::string_view decimalSign) {
+    std::string text = WithoutBlanks(WithoutAddIn(controlText));
+    ReplaceFirst(text, lyr::gen::FirstCharacter(decimalSign), ".");
+    auto [form, position] = ClassifyNumberText(text);
+    std::int32_t decimals = 0;
+    if (form == NumberForm::kDecimal) {
+        decimals = DecimalsAfter(text, position);
+        valuePrecision = std::max(valuePrecision, decimals);
+        if (valueFormat == NumberForm::kWhole) valueFormat = NumberForm::kDecimal;
+    }
+    if (setValue.empty()) valueFormat = form;
+    // The whole text is compared too: the end mark of a scale, or a stray add-in, can hold what reads as a
+    // suffix or as the decimal sign.
+    const bool isUnchanged = text == WithoutBlanks(shownNumber) ||
+                             WithoutBlanks(std::string(controlText)) == WithoutBlanks(shownText);
+    if (isUnchanged) return {setValue, std::nullopt, {}};
+
+    Reading reading;
+    if (!IsApex(format)) reading.outOfRange = RangeCheck(text, form);
+    if (reading.outOfRange) {
+        reading.closest = text;
+        const ClassifiedNumber closest = ClassifyNumberText(text);
+        form = closest.form;
+        decimals = DecimalsAfter(text, closest.position);
+    }
+    // A text typed into a photographic field is a time or an f-number, not a logarithm.
+    const NumberConversion conversion{form, valueFormat, decimals, valuePrecision, false};
+    reading.value = ConvertNumberText(text, conversion, isBeyondScale).value_or("");
+    return reading;
+}
+
+std::optional<OutOfRange> NumberField::RangeCheck(std::string& text, NumberForm form) const {
+    const double value = ValueOf(text, form);
+    const bool isTooSmall = minimum && minimum->value > value;
+    if (!isTooSmall && !(maximum && value > maximum->value)) return std::nullopt;
+    text = DecimalText(isTooSmall ? minimum->value : maximum->value, kDecimalsOfClosest);
+    if (!maximum) return OutOfRange{kOnlyMinimum, minimum->text, {}};
+    if (!minimum) return OutOfRange{kOnlyMaximum, maximum->text, maximum->text};
+    return OutOfRange{kBothLimits, minimum->text, maximum->text};
+}
+
+} // namespace brixen::zeve

@@ -1,0 +1,109 @@
+#include "toolkit/numbers/apex.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace brixen::zeve {
+namespace {
+
+struct ApexCase {
+    const char* fraction;
+    const char* shown;
+    bool isBeyondScale = false;
+};
+
+void ExpectAll(NumberForm form, std::initializer_list<ApexCase> cases) {
+    for (const ApexCase& each : cases) {
+        bool isBeyondScale = false;
+        EXPECT_EQ(ApexFormat(each.fraction, form, isBeyondScale), each.shown) << each.fraction;
+        EXPECT_EQ(isBeyondScale, each.isBeyondScale) << each.fraction;
+    }
+}
+
+TEST(ApexFormat, ShowsBrightnessWithTwoDecimals) {
+    ExpectAll(NumberForm::kApexBrightness,
+              {{"5/2", "2.50"}, {"-1/3", "-0.33"}, {"7/0", "7.00"}, {"x", "0.00"}});
+}
+
+TEST(ApexFormat, ShowsAnApertureAsAnFNumber) {
+    ExpectAll(NumberForm::kApexAperture, {
+                                             {"0/1", "1.0"},
+                                             {"1/1", "1.4"},
+                                             {"4/1", "4.0"},
+                                             {"599/100", "8.0"},
+                                             {"6/1", "8"},
+                                             {"7/1", "11"},
+                                             {"8/1", "16"},
+                                             {"20/1", "1024"},
+                                             {"2001/100", ">f/1024", true},
+                                             {"-1/100", ">f/1024", true},
+                                         });
+}
+
+TEST(ApexFormat, ShowsAShutterSpeedAsATime) {
+    ExpectAll(NumberForm::kApexShutterSpeed, {
+                                                 {"6/1", "1/60"},
+                                                 {"0/1", "1.0"},
+                                                 {"1/1", "0.5"},
+                                                 {"-1/1", "2.0"},
+                                                 {"2/1", "1/4"},
+                                                 {"-10/1", "1024.0"},
+                                                 {"-1001/100", ">1024 sec", true},
+                                                 {"-11/1", ">1024 sec", true},
+                                                 {"10/1", "1/1000"},
+                                             });
+}
+
+TEST(ApexFormat, ShowsTheShortestTimeForTimesBeyondAnyNumber) {
+    ExpectAll(NumberForm::kApexShutterSpeed, {{"1000/1", "1/2147483647"}, {"1e308/1", "1/2147483647"}});
+}
+
+TEST(ApexFormat, NeverClearsTheMarkOfTheScale) {
+    bool isBeyondScale = true;
+    EXPECT_EQ(ApexFormat("4/1", NumberForm::kApexAperture, isBeyondScale), "4.0");
+    EXPECT_TRUE(isBeyondScale);
+}
+
+TEST(ApexFormat, IsEmptyForAFormOfTexts) {
+    bool isBeyondScale = false;
+    EXPECT_EQ(ApexFormat("4/1", NumberForm::kFraction, isBeyondScale), "");
+    EXPECT_FALSE(isBeyondScale);
+}
+
+TEST(SnapShutterTime, IsZeroForNoTime) {
+    EXPECT_EQ(SnapShutterTime(0), 0);
+    EXPECT_EQ(SnapShutterTime(-1), 0);
+}
+
+TEST(SnapShutterTime, TakesTheFirstTimeOfTheSeriesWithinTwoPercent) {
+    EXPECT_EQ(SnapShutterTime(30), 30);
+    EXPECT_EQ(SnapShutterTime(30.5), 30);
+    EXPECT_EQ(SnapShutterTime(29.5), 30);
+    EXPECT_EQ(SnapShutterTime(1.0 / 16000), 1.0 / 16000);
+    EXPECT_EQ(SnapShutterTime(1.0 / 6), 1.0 / 6);
+    EXPECT_EQ(SnapShutterTime(0.98 * 13), 13) << "the borders count";
+    EXPECT_EQ(SnapShutterTime(1.02 * 13), 13);
+}
+
+TEST(SnapShutterTime, TriesALittleLongerTimesBelowATenth) {
+    EXPECT_EQ(SnapShutterTime(1.0 / 64), 1.0 / 60) << "1/64 times 16/15";
+    EXPECT_EQ(SnapShutterTime(1.0 / 16), 1.0 / 15);
+    EXPECT_EQ(SnapShutterTime(1.0 / 1024), 1.0 / 1000) << "1/1024 times 1.024";
+}
+
+TEST(SnapShutterTime, RoundsOtherTimesByTheirSize) {
+    EXPECT_EQ(SnapShutterTime(100.4), 100);
+    EXPECT_EQ(SnapShutterTime(17.5), 18);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(7), 7);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.9), 0.9);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.142857), 1.0 / 7);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 70), 0.2 / 14);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 285), 0.1 / 29) << "the time is 28.5 parts of a tenth";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 1150), 0.02 / 23);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 7000), 0.01 / 70);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 30000), 0.001 / 30);
+}
+
+} // namespace
+} // namespace brixen::zeve

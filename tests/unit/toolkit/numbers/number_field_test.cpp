@@ -1,0 +1,315 @@
+// What number fields show for their values, and the values that they return for typed texts.
+#include "toolkit/numbers/number_field.h"
+
+#include "toolkit/numbers/number_text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+namespace brixen::zeve {
+namespace {
+
+NumberField Field(std::string_view format, std::int32_t precision = 1, std::string_view addIn = {}) {
+    return NumberField({.format = format, .precision = precision, .addIn = addIn});
+}
+
+NumberField Limited(std::string_view minimum, std::string_view maximum, std::string_view format = "decimal") {
+    return NumberField({.minimum = minimum, .maximum = maximum, .format = format});
+}
+
+std::string Read(NumberField& field, std::string_view text, std::string_view decimalSign = ".") {
+    const NumberField::Reading reading = field.Read(text, decimalSign);
+    EXPECT_FALSE(reading.outOfRange.has_value()) << text;
+    EXPECT_EQ(reading.closest, "");
+    return reading.value;
+}
+
+TEST(NumberField, ShowsTheDecimalsOfItsPrecision) {
+    NumberField field = Field("decimal", 2);
+    EXPECT_EQ(field.SetValue("1"), "1.00");
+    EXPECT_EQ(Read(field, "1.00"), "1") << "unchanged";
+}
+
+TEST(NumberField, RoundsForAWholeNumberAndKeepsTheValue) {
+    NumberField field = Field("whole");
+    EXPECT_EQ(field.SetValue("1.5"), "2");
+    EXPECT_EQ(Read(field, "2"), "1.5") << "unchanged";
+    EXPECT_EQ(Read(field, "3"), "3.0");
+}
+
+TEST(NumberField, ReturnsANumberInTheFormOfItsValue) {
+    NumberField field = Field("decimal", 1);
+    EXPECT_EQ(field.SetValue("3/2"), "1.5");
+    EXPECT_EQ(Read(field, "1.7"), "17/10");
+    EXPECT_EQ(Read(field, "1.5"), "3/2");
+    EXPECT_EQ(field.SetValue("16:9"), "16.0");
+    EXPECT_EQ(Read(field, "4.5"), "4.5:1");
+}
+
+TEST(NumberField, TakesTheFormOfWhatWasTypedBeforeAnyValue) {
+    NumberField field = Field("decimal", 1);
+    EXPECT_EQ(Read(field, "3/2"), "3/2");
+    EXPECT_EQ(Read(field, "1.25"), "1.25");
+    EXPECT_EQ(Read(field, "7"), "7");
+}
+
+TEST(NumberField, IsWholeWithoutDecimalsIfTheViewNamesNoFormat) {
+    NumberField field = Field("", 3);
+    EXPECT_EQ(field.SetValue("2.6"), "3");
+    field.SetValue("");
+    EXPECT_EQ(Read(field, "4"), "4");
+}
+
+TEST(NumberField, TakesANegativePrecisionAsOne) {
+    NumberField field = Field("decimal", -2);
+    EXPECT_EQ(field.SetValue("2"), "2.0");
+}
+
+TEST(NumberField, IsEmptyForAnEmptyValueAndTakesItsOwnFormat) {
+    NumberField field = Field("decimal", 2);
+    field.SetValue("3/2");
+    EXPECT_EQ(field.SetValue(""), "");
+    EXPECT_EQ(Read(field, "7"), "7");
+    EXPECT_EQ(Read(field, " "), "");
+}
+
+TEST(NumberField, AnEmptyValueSetsThePrecisionOfTheField) {
+    NumberField field = Field("decimal", 3);
+    field.SetValue("1.5");
+    EXPECT_EQ(Read(field, "2.25"), "2.25") << "the value had one decimal, the text two";
+    field.SetValue("");
+    EXPECT_EQ(Read(field, "2.25"), "2.250");
+}
+
+TEST(NumberField, AnEmptyValueKeepsTheNumberThatWasShown) {
+    NumberField field = Field("whole");
+    field.SetValue("5");
+    field.SetValue("");
+    EXPECT_EQ(Read(field, "6"), "6");
+    EXPECT_EQ(Read(field, "5"), "") << "counts as unchanged, and the value is empty";
+}
+
+TEST(NumberField, ReturnsAsManyDecimalsAsWereEverTyped) {
+    NumberField field = Field("decimal", 1);
+    field.SetValue("1.5");
+    EXPECT_EQ(Read(field, "1.125"), "1.125");
+    EXPECT_EQ(Read(field, "2.5"), "2.500") << "the decimals that were typed once stay";
+}
+
+TEST(NumberField, TurnsAWholeValueIntoADecimalOneWhenDecimalsAreTyped) {
+    NumberField field = Field("whole");
+    field.SetValue("5");
+    EXPECT_EQ(Read(field, "5.25"), "5.25");
+}
+
+TEST(NumberField, PutsTheAddInAroundTheNumber) {
+    NumberField field = Field("decimal", 1, "about ^0 mm");
+    EXPECT_EQ(field.SetValue("3"), "about 3.0 mm");
+    EXPECT_EQ(Read(field, "about 3.0 mm"), "3");
+    EXPECT_EQ(Read(field, "about 4.5 mm"), "4.5");
+    EXPECT_EQ(Read(field, "4.5"), "4.5") << "the user may leave it out";
+    EXPECT_EQ(Read(field, "x about 4.5 mm and more"), "4.5");
+    EXPECT_EQ(Read(field, "about 4.5 mm 6 mm"), "4.5") << "the first suffix ends the number";
+    EXPECT_EQ(Read(field, "about 4.5 about 5 mm"), "4.5about5") << "the first prefix counts";
+}
+
+TEST(NumberField, LooksForTheSuffixAfterThePrefix) {
+    NumberField field = Field("whole", 0, "a mm^0 mm");
+    field.SetValue("3");
+    EXPECT_EQ(Read(field, "a mm4 mm"), "4");
+    NumberField left = Field("whole", 0, "no ^");
+    left.SetValue("3");
+    EXPECT_EQ(Read(left, "no 4 mm"), "4mm") << "there is no suffix";
+    NumberField right = Field("whole", 0, "^0 mm");
+    right.SetValue("3");
+    EXPECT_EQ(Read(right, "4 mm"), "4") << "there is no prefix";
+}
+
+TEST(NumberField, KnowsAnUnchangedTextWhateverTheAddInIs) {
+    NumberField field = Field("whole", 0, "^#0");
+    EXPECT_EQ(field.SetValue("101"), "1010");
+    EXPECT_EQ(Read(field, "1010"), "101") << "a suffix that stands in the number";
+    NumberField time = Field("apex_shutterspeed");
+    EXPECT_EQ(time.SetValue("6/1"), "1/60");
+    EXPECT_EQ(Read(time, "1/60", "/"), "6/1") << "a decimal sign that stands in the number";
+}
+
+TEST(NumberField, SkipsTheCharacterAfterTheCaretOfTheAddIn) {
+    EXPECT_EQ(Field("whole", 0, "^\u00E9%").SetValue("3"), "3%");
+    EXPECT_EQ(Field("whole", 0, "^^^").SetValue("3"), "3^");
+    EXPECT_EQ(Field("whole", 0, "^").SetValue("3"), "3");
+    EXPECT_EQ(Field("whole", 0, "^\x80\x80").SetValue("3"), "3");
+    EXPECT_EQ(Field("whole", 0, "^9%").SetValue("3"), "3%");
+    EXPECT_EQ(Field("whole", 0, "a^").SetValue("3"), "a3") << "nothing follows the caret";
+    EXPECT_EQ(Field("whole", 0, "a^0b^1c").SetValue("3"), "a3b^1c");
+    EXPECT_EQ(Field("whole", 0, "no place").SetValue("3"), "3");
+}
+
+TEST(NumberField, TakesTheUsersDecimalSign) {
+    NumberField field = Field("decimal", 1);
+    field.SetValue("1");
+    EXPECT_EQ(Read(field, "1,5", ","), "1.5");
+    EXPECT_EQ(Read(field, "1.5", ","), "1.5");
+    EXPECT_EQ(Read(field, "1\u066B5", "\u066B"), "1.5");
+    EXPECT_EQ(Read(field, "15", ""), "15.0") << "a system without a sign";
+    EXPECT_EQ(Read(field, "2,5", ",-"), "2.5") << "only the first character counts";
+    EXPECT_EQ(Read(field, "2\u066B5", "\u066B-"), "2.5");
+    EXPECT_EQ(Read(field, "2,5,5", ","), "2.5,5") << "a second sign stays";
+    field.SetValue("1.0000");
+    EXPECT_EQ(Read(field, "2,5,5", ","), "2.5000") << "and ends the number";
+}
+
+TEST(NumberField, IgnoresBlanks) {
+    NumberField field = Field("whole");
+    field.SetValue("5");
+    EXPECT_EQ(Read(field, " 1 0 "), "10");
+    EXPECT_EQ(Read(field, " 5 "), "5");
+}
+
+TEST(NumberField, ReadsWhatIsNoNumberAsZero) {
+    NumberField field = Field("decimal", 1);
+    field.SetValue("1/2");
+    EXPECT_EQ(Read(field, "abc"), "abc/1");
+    field.SetValue("1.5");
+    EXPECT_EQ(Read(field, "abc"), "0.0");
+}
+
+TEST(NumberField, ShowsPhotographicValues) {
+    NumberField time = Field("apex_shutterspeed");
+    EXPECT_EQ(time.SetValue("6/1"), "1/60");
+    EXPECT_EQ(Read(time, "1/60"), "6/1");
+    NumberField aperture = Field("apex_aperture");
+    EXPECT_EQ(aperture.SetValue("4/1"), "4.0");
+    EXPECT_EQ(aperture.SetValue("8/1"), "16");
+    NumberField brightness = Field("apex_brightness");
+    EXPECT_EQ(brightness.SetValue("5/2"), "2.50");
+}
+
+TEST(NumberField, ReturnsATextTypedIntoAPhotographicFieldAsAFraction) {
+    NumberField field = Field("apex_aperture");
+    field.SetValue("4/1");
+    EXPECT_EQ(Read(field, "5.6"), "56/10");
+    EXPECT_EQ(Read(field, "8"), "8/1");
+}
+
+TEST(NumberField, ShowsTheEndOfAScaleWithoutTheAddInFromThenOn) {
+    NumberField field = Field("apex_shutterspeed", 1, "^0 s");
+    EXPECT_EQ(field.SetValue("6/1"), "1/60 s");
+    EXPECT_EQ(field.SetValue("-11/1"), ">1024 sec");
+    EXPECT_EQ(Read(field, ">1024 sec"), "-11/1") << "unchanged, though it holds a blank";
+    EXPECT_EQ(field.SetValue("6/1"), "1/60") << "for the life of the field";
+}
+
+struct RangeCase {
+    const char* minimum;
+    const char* maximum;
+    const char* typed;
+    const char* message;
+    const char* closest;
+};
+
+TEST(NumberField, ReplacesANumberBeyondALimitByTheClosestOne) {
+    constexpr RangeCase kCases[] = {
+        {"1/2", "10", "1/4", "A number between 1/2 and 10 is required.  Closest value inserted.", "0.500000"},
+        {"1/2", "10", "11", "A number between 1/2 and 10 is required.  Closest value inserted.", "10.000000"},
+        {"-1", "", "-2", "A number more than -1 is required.  Closest value inserted.", "-1.000000"},
+        {"", "65535", "70000", "A number less than 65535 is required.  Closest value inserted.",
+         "65535.000000"},
+        {"5", "1", "3", "A number between 5 and 1 is required.  Closest value inserted.", "5.000000"},
+        {"", "7", "7.5/1", "A number less than 7 is required.  Closest value inserted.", "7.000000"},
+        {"1/2", "3/4", "4/4", "A number between 1/2 and 3/4 is required.  Closest value inserted.",
+         "0.750000"},
+        {"1", "^0%s", "0", "A number between 1 and ^0%s is required.  Closest value inserted.", "1.000000"},
+    };
+    for (const RangeCase& each : kCases) {
+        NumberField field = Limited(each.minimum, each.maximum);
+        const NumberField::Reading reading = field.Read(each.typed, ".");
+        ASSERT_TRUE(reading.outOfRange.has_value()) << each.typed;
+        const std::string keyText = reading.outOfRange->messageKeyText;
+        const std::string message = keyText.substr(keyText.find('=') + 1);
+        EXPECT_EQ(RangeMessage(message, *reading.outOfRange), each.message);
+        EXPECT_EQ(reading.closest, each.closest);
+    }
+}
+
+TEST(NumberField, ReturnsTheClosestValueInTheFormOfTheValue) {
+    NumberField typed = Limited("", "65535", "whole");
+    EXPECT_EQ(typed.Read("70000", ".").value, "65535") << "no value was set";
+    EXPECT_EQ(typed.Read("70000.5", ".").value, "65535.0") << "with the decimals that were typed";
+    NumberField ratio = Limited("2", "");
+    ratio.SetValue("16:9");
+    EXPECT_EQ(ratio.Read("1", ".").value, "2.000000:1");
+    NumberField precise = Limited("2", "");
+    precise.SetValue("3.123456");
+    EXPECT_EQ(precise.Read("1", ".").value, "2.000000") << "as many decimals as the value";
+    NumberField field = Limited("", "65535", "whole");
+    field.SetValue("80");
+    EXPECT_EQ(field.Read("70000", ".").value, "65535");
+    NumberField fraction = Limited("1/2", "");
+    fraction.SetValue("3/4");
+    EXPECT_EQ(fraction.Read("1/4", ".").value, "0500000/1000000");
+}
+
+TEST(NumberField, TakesAValueAtItsLimit) {
+    NumberField field = Limited("0.5", "10");
+    EXPECT_EQ(Read(field, "0.5"), "0.5");
+    EXPECT_EQ(Read(field, "10"), "10");
+    EXPECT_EQ(Read(field, "1/2"), "1/2");
+}
+
+TEST(NumberField, ChecksNoRangeOfAPhotographicValueAndOfAnUnchangedText) {
+    NumberField time = Limited("5", "6", "apex_aperture");
+    EXPECT_EQ(Read(time, "100"), "100");
+    EXPECT_EQ(Read(time, "1"), "1");
+    NumberField field = Limited("5", "6", "whole");
+    EXPECT_EQ(field.SetValue("7"), "7");
+    EXPECT_EQ(Read(field, "7"), "7");
+}
+
+TEST(NumberField, TakesALimitThatIsNoNumberAsZero) {
+    NumberField field = Limited("nonsense", "");
+    EXPECT_EQ(Read(field, "1"), "1");
+    const NumberField::Reading reading = field.Read("-1", ".");
+    EXPECT_EQ(reading.closest, "0.000000");
+    EXPECT_EQ(reading.outOfRange.value().first, "nonsense");
+}
+
+TEST(NumberField, TakesHostileTexts) {
+    const std::string digits(100'000, '7');
+    const std::string_view texts[] = {
+        "",         "-", "/",  "::",   ".",   "/:.", "1e308", "-1e308", "1e308/1e-308",
+        "\xFF\x80", "^", "^0", "%s%n", "1/0", "nan", "0x1p9", digits,   "\t\n"};
+    for (const char* const format : {"", "whole", "decimal", "fraction", "ratio", "apex_aperture",
+                                     "apex_shutterspeed", "apex_brightness", "x"}) {
+        for (const std::string_view text : texts) {
+            NumberField field(
+                {.minimum = text, .maximum = "/", .format = format, .precision = INT32_MAX, .addIn = text});
+            EXPECT_LE(field.SetValue(text).size(), kLongestNumberText + text.size());
+            for (const std::string_view typed : texts) {
+                EXPECT_LE(field.Read(typed, text).value.size(), std::max(kLongestNumberText, text.size()))
+                    << format << " " << text.substr(0, 9) << " " << typed.substr(0, 9);
+            }
+        }
+    }
+}
+
+TEST(RangeMessage, NamesTheMaximumForBothPlacesIfItIsTheOnlyLimit) {
+    NumberField field = Limited("", "7");
+    const auto outOfRange = field.Read("8", ".").outOfRange;
+    ASSERT_TRUE(outOfRange.has_value());
+    EXPECT_EQ(RangeMessage("^0 or ^1", *outOfRange), "7 or 7");
+}
+
+TEST(RangeMessage, ReplacesTheFirstPlaceOfEachLimitInAnyOrder) {
+    const OutOfRange both{"", "1", "2"};
+    EXPECT_EQ(RangeMessage("^1 and ^0, ^0 and ^1", both), "2 and 1, ^0 and ^1");
+    EXPECT_EQ(RangeMessage("no place", both), "no place");
+    EXPECT_EQ(RangeMessage("^0^1", {"", "^1", "^0"}), "^1^0") << "what is put in is not searched";
+}
+
+} // namespace
+} // namespace brixen::zeve

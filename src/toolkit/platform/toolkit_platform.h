@@ -98,6 +98,8 @@ void GrayCloseItem(NativeWindow window) noexcept;
 void SetInputMethodOpen(NativeWindow window, bool open);
 // Shows a modal message of the system with an error icon, no title and one button.
 void ShowErrorMessage(NativeWindow owner, const char16_t* text);
+// Returns the sign that the user has chosen for the decimals of a number, in UTF-8: at most 3 characters.
+[[nodiscard]] std::string DecimalSign();
 
 // --- Painting and icons ---
 

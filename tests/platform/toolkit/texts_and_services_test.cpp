@@ -73,6 +73,8 @@ TEST(Fonts, ANullFontIsHarmless) {
     DeleteFont(nullptr);
 }
 
+TEST(UserSettings, TheDecimalSignIsThatOfTheUser) { EXPECT_EQ(DecimalSign(), "."); }
+
 TEST(Resolution, OfTheScreenIsPositive) { EXPECT_GE(ScreenResolution(), 72); }
 
 TEST(Icons, OfTheSystemAreCopied) {

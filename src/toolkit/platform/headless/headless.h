@@ -74,6 +74,8 @@ struct System {
     std::function<std::optional<std::intptr_t>(const Message&)> answer;
     std::function<NativeWindow(NativeWindow control, bool backwards)> nextTabStop;
     bool shiftDown = false;
+    std::string decimalSign = ".";
+    std::function<void()> duringErrorMessage; // while ShowErrorMessage waits for the user
     platform::FontRecord stockFont{.height = 16, .width = 7, .weight = 700, .face = u"System"};
 
     // The n-th such request from now on is refused, counted from 1; 0 refuses none.

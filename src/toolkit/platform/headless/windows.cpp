@@ -293,7 +293,10 @@ void SetInputMethodOpen(NativeWindow window, bool open) {
 
 void ShowErrorMessage(NativeWindow owner, const char16_t* text) {
     Record("ShowErrorMessage", owner, {}, text);
+    if (State().duringErrorMessage) State().duringErrorMessage();
 }
+
+std::string DecimalSign() { return State().decimalSign; }
 
 } // namespace platform
 } // namespace brixen::zeve

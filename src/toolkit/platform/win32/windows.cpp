@@ -3,6 +3,7 @@
 #include "toolkit/platform/win32/handles.h"
 #include "toolkit/platform/win32/isolation.h"
 #include "toolkit/platform/win32/procedures.h"
+#include "values/unicode/text_conversion.h"
 
 #include <cstdio>
 
@@ -199,6 +200,13 @@ void SetInputMethodOpen(NativeWindow window, bool open) {
 
 void ShowErrorMessage(NativeWindow owner, const char16_t* text) {
     MessageBoxW(Handle(owner), Wide(text), L"", MB_ICONHAND);
+}
+
+std::string DecimalSign() {
+    constexpr int kSignSize = 4; // UTF-16 units, with the terminator
+    char16_t sign[kSignSize] = {};
+    if (GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, Wide(sign), kSignSize) <= 1) return ".";
+    return lyr::gen::ToUtf8(sign, true);
 }
 
 } // namespace brixen::zeve::platform

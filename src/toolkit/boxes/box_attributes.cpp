@@ -17,6 +17,11 @@ void CopyNumbers(CExpressionScope& attributes, const CExpressionScope& viewAttri
     CopyNumbers(attributes, viewAttributes, std::span(names.begin(), names.size()));
 }
 
+void CopyStrings(CExpressionScope& attributes, const CExpressionScope& viewAttributes,
+                 std::initializer_list<ScopeName> names) {
+    for (const ScopeName& name : names) CopyString(attributes, viewAttributes, name);
+}
+
 void DefineBarSize(const CExpressionScope& viewAttributes, CExpressionScope& attributes,
                    const ScopeName& heightMetric) {
     const std::int64_t given = viewAttributes.GetLongOr("height"_name, 0);

@@ -13,6 +13,8 @@ void CopyBooleans(CExpressionScope& attributes, const CExpressionScope& viewAttr
                   std::initializer_list<ScopeName> names);
 void CopyNumbers(CExpressionScope& attributes, const CExpressionScope& viewAttributes,
                  std::initializer_list<ScopeName> names);
+void CopyStrings(CExpressionScope& attributes, const CExpressionScope& viewAttributes,
+                 std::initializer_list<ScopeName> names);
 
 // Defines the size of a box that measures no text: the view's own width, or 0, and the larger of the view's
 // height and the metric.

@@ -9,6 +9,7 @@
 #include "toolkit/dialog/window_procedures.h"
 #include "toolkit/dialog/zeve_generator.h"
 #include "toolkit/dialog_link.h"
+#include "toolkit/event_record.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/toolkit_state.h"
@@ -53,9 +54,22 @@ void InitializeOnce() {
     gToolkit.isInitialized = true;
 }
 
-CEveBox& BoxOf(const ZeveDialog* dialog, std::uint16_t viewId) {
+// Returns null if there is no such box, or no box at all.
+CEveBox* FindBox(const ZeveDialog* dialog, std::uint16_t viewId) {
     CEveBox* root = Existing(dialog).rootBox;
-    return Existing(Existing(root).FindByViewId(viewId));
+    return root != nullptr ? root->FindByViewId(viewId) : nullptr;
+}
+
+CEveBox& BoxOf(const ZeveDialog* dialog, std::uint16_t viewId) { return Existing(FindBox(dialog, viewId)); }
+
+// Frees the text of the record.
+BoxValue TakeValue(const EventRecord& record) {
+    BoxValue value;
+    if (record.Has(kKeyValueBoolean)) value.number = record.Read(kKeyValueBoolean);
+    if (!record.Has(kKeyValueString)) return value;
+    const std::unique_ptr<const char[]> text(record.ReadPointer<const char*>(kKeyValueString));
+    value.text = text.get();
+    return value;
 }
 
 } // namespace
@@ -165,10 +179,19 @@ void ZeveRetranslate(ZeveDialog* dialog) {
 
 bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& record) {
     return PassingStandardExceptions([&] {
-        CEveBox* root = Existing(dialog).rootBox;
-        CEveBox* box = root != nullptr ? root->FindByViewId(viewId) : nullptr;
+        CEveBox* box = FindBox(dialog, viewId);
         if (box != nullptr) box->SetValue(record);
         return box != nullptr;
+    });
+}
+
+BoxValue ZeveGetValue(ZeveDialog* dialog, std::uint16_t viewId, bool honorSubCheck) {
+    return PassingStandardExceptions([&]() -> BoxValue {
+        CEveBox* box = FindBox(dialog, viewId);
+        if (box == nullptr) return {};
+        EventRecord record;
+        box->GetValue(record, honorSubCheck);
+        return TakeValue(record);
     });
 }
 

@@ -14,6 +14,8 @@
 #include "toolkit/zeve_callback.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace brixen::zeve {
 
@@ -33,6 +35,12 @@ struct ZeveInitRecord {
     const char* language = nullptr;  // "he_IL" or "he-IL"; null or empty: left to right and the default fonts
     NativeModule instance = nullptr; // used for every window that is made
     NativeWindow parentWindow = nullptr; // a modal run disables its root ancestor
+};
+
+// The value of a box, as its class has it; a box can have none of the two.
+struct BoxValue {
+    std::optional<std::int64_t> number; // of a radio button or check box: 1 if it is marked, else 0
+    std::optional<std::string> text;    // of a field, a label or a list, in UTF-8
 };
 
 // Fills the keyword table, loads the rich edit library and registers the common controls, once per process.
@@ -66,6 +74,10 @@ void ZeveDelete(ZeveDialog* dialog);
 void ZeveRetranslate(ZeveDialog* dialog);
 // Passes the record to SetValue of the box with that view id. Returns false if there is no such box.
 bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& record);
+// Returns the value of the box with that view id: nothing if there is no such box, or if its class has no
+// value. With `honorSubCheck`, a box whose sub check is not set returns nothing; see the classes of the
+// boxes. A field can show a message about its text, and then this waits for the user.
+[[nodiscard]] BoxValue ZeveGetValue(ZeveDialog* dialog, std::uint16_t viewId, bool honorSubCheck);
 void ZeveShow(ZeveDialog* dialog, std::uint16_t viewId);
 void ZeveHide(ZeveDialog* dialog, std::uint16_t viewId);
 void ZeveEnable(ZeveDialog* dialog, std::uint16_t viewId);

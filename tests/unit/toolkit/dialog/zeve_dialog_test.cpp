@@ -11,6 +11,8 @@
 #include "unit/toolkit/dialog/dialog_fixture.h"
 #include "view/scope/expression_scope.h"
 
+#include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -92,6 +94,7 @@ TEST_F(ZeveDialogTest, ANullHandleThrows) {
     EXPECT_EQ(ErrorOf([] { (void)ZeveTopWindow(nullptr); }), "nil pointer");
     EXPECT_EQ(ErrorOf([] { ZeveRetranslate(nullptr); }), "nil pointer");
     EXPECT_EQ(ErrorOf([&] { ZeveSetValue(nullptr, 1, record); }), "nil pointer");
+    EXPECT_EQ(ErrorOf([] { (void)ZeveGetValue(nullptr, 1, false); }), "nil pointer");
 }
 
 TEST_F(ZeveDialogTest, ShowingEnablingAndDeletingIgnoreANullHandle) {
@@ -389,6 +392,8 @@ TEST_F(ZeveDialogTest, AnUnknownIdIsIgnoredOrReturnsFalse) {
         EXPECT_NO_THROW(ZeveEnable(dialog, 77));
         EXPECT_NO_THROW(ZeveDisable(dialog, 77));
         EXPECT_FALSE(ZeveSetValue(dialog, 77, record));
+        const BoxValue value = ZeveGetValue(dialog, 77, false);
+        EXPECT_FALSE(value.number || value.text);
         EXPECT_TRUE(State().calls.empty());
     }
 }
@@ -399,6 +404,78 @@ TEST_F(ZeveDialogTest, SetsAValueByViewId) {
     record.StorePointer(kKeySetValue, "Other words");
     EXPECT_TRUE(ZeveSetValue(dialog.get(), 2, record));
     EXPECT_EQ(ControlOf(dialog.get(), 2).text, u"Other words");
+}
+
+TEST_F(ZeveDialogTest, GetsTheValueOfEachKindOfBox) {
+    struct Case {
+        const char* box;
+        std::optional<std::int64_t> number;
+        std::optional<std::string> text;
+    };
+    const Case kCases[] = {
+        {"radio(initial_value: 1", 1, {}},
+        {"check_box(initial_value: 0", 0, {}},
+        {"edit_text(name: 'Zermatt'", {}, "Zermatt"},
+        {"edit_text(name: ''", {}, {}},
+        {"edit_number(name: '1.5'", {}, "1.5"},
+        {"edit_number(name: ' '", {}, ""},
+        {"static_text(name: 'Label'", {}, "Label"},
+        {"popup(items: 'One{1};Two{2}'", {}, "1"},
+        {"button_popup(items: 'One{1};Two{2}'", {}, "1"},
+        {"button(name: 'Go'", {}, {}},
+        {"picture(name: 'x'", {}, {}},
+    };
+    for (const Case& each : kCases) {
+        DialogOwner dialog = MadeDialog(
+            host, (std::string("dialog(name: 'Values') { ") + each.box + ", view_id: 3); }").c_str());
+        const BoxValue value = ZeveGetValue(dialog.get(), 3, false);
+        EXPECT_EQ(value.number, each.number) << each.box;
+        EXPECT_EQ(value.text, each.text) << each.box;
+    }
+}
+
+TEST_F(ZeveDialogTest, AnUncheckedSubCheckWithholdsTheValueIfItIsHonored) {
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Sub') {"
+                                          "  edit_number(name: '7', view_id: 3, check_box_aware: 1); }");
+    EXPECT_EQ(ZeveGetValue(dialog.get(), 3, true).text, std::nullopt);
+    EXPECT_EQ(ZeveGetValue(dialog.get(), 3, false).text, "7");
+    platform::Send(State().windows.back()->handle, kButtonSetCheck, 1, 0);
+    EXPECT_EQ(ZeveGetValue(dialog.get(), 3, true).text, "7");
+}
+
+TEST_F(ZeveDialogTest, GettingAValueLeaksNothingWhenAnAllocationFails) {
+    DialogOwner dialog = MadeDialog(host, "dialog(name: 'Memory') { edit_number(name: '7', view_id: 3); }");
+    const auto get = [&] {
+        try {
+            (void)ZeveGetValue(dialog.get(), 3, false);
+        } catch (const std::bad_alloc&) {
+            // no memory for a text
+        }
+        State().calls.clear();
+        State().calls.shrink_to_fit();
+    };
+    EXPECT_GT(pavane_test::ForEveryFailingAllocation(get), 2u);
+}
+
+TEST_F(ZeveDialogTest, GettingAValueThrowsTheExceptionOfTheHostAndFreesTheText) {
+    DialogOwner dialog =
+        MadeDialog(host, "dialog(name: 'Throws') { edit_number(name: '70', view_id: 3, max_value: '9'); }");
+    State().duringErrorMessage = [] {
+        try {
+            throw std::out_of_range("of the host");
+        } catch (const std::out_of_range&) {
+            KeepException();
+        }
+    };
+    State().keepsCalls = false;
+    std::size_t blocks = 0;
+    for (int round = 0; round < 3; ++round) { // the first one makes objects that are made once
+        platform::SetText(ControlOf(dialog.get(), 3).handle, u"1234567890123456789");
+        if (round == 1) blocks = pavane_test::LiveBlocks();
+        EXPECT_EQ(ErrorOf([&] { (void)ZeveGetValue(dialog.get(), 3, false); }), "of the host");
+    }
+    platform::SetText(ControlOf(dialog.get(), 3).handle, u"1234567890123456789");
+    EXPECT_EQ(pavane_test::LiveBlocks(), blocks);
 }
 
 TEST_F(ZeveDialogTest, AnEmptyRecordThrowsInTheBoxThatReadsIt) {

@@ -47,6 +47,8 @@ constexpr Bar kBars[] = {
     {"to_utf8_cjk_label/pavane", "to_utf8_cjk_label/icu", 0.65},
     {"to_utf16_emoji_label/pavane", "to_utf16_emoji_label/icu", 0.65},
     {"to_utf8_emoji_label/pavane", "to_utf8_emoji_label/icu", 0.65},
+    {"number/*", nullptr, 250},
+    {"number_largest/*", nullptr, 8000},
     {"base64_encode/pavane", "base64_encode/openssl", 1 / 1.3},
     {"base64_decode/pavane", "base64_decode/openssl", 1 / 1.3},
     {"find/pavane/10000", "find/flat_hash_map/10000", 1},

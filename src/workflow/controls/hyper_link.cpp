@@ -59,6 +59,7 @@ void HyperLink::Detach() noexcept {
 // Call it after the window has painted for the last time: fonts are deleted.
 void HyperLink::Forget() noexcept {
     window = nullptr;
+    accessible.Cut();
     isEnterDown = false;
     state &= ~kHovered;
     if (Is(kOwnsLinkFont)) toolkit::DeleteFont(std::exchange(linkFont, nullptr));
@@ -168,6 +169,7 @@ void HyperLink::OpenAddress() {
     if (!platform::OpenWithShell(target.c_str()) || here.expired()) return;
     state |= kVisited;
     Refresh();
+    platform::Announce(window, platform::AccessibleChange::kState);
 }
 
 // --- State ---
@@ -222,6 +224,7 @@ void HyperLink::LabelChanged() {
     Arrange();
     UpdateTooltip();
     Refresh();
+    platform::Announce(window, platform::AccessibleChange::kName);
 }
 
 void HyperLink::SetHover(bool isHovered) {
@@ -231,6 +234,32 @@ void HyperLink::SetHover(bool isHovered) {
 }
 
 void HyperLink::Refresh() noexcept { toolkit::Invalidate(window); }
+
+// --- Assistive technology ---
+
+std::u16string HyperLink::AccessibleName() const { return WithoutAccessMarks(Parts().link); }
+
+std::u16string HyperLink::AccessibleDescription() const {
+    if (!Has(kHasTags)) return {}; // the name says it all
+    const LabelParts parts = Parts();
+    std::u16string whole = WithoutAccessMarks(parts.before);
+    whole += WithoutAccessMarks(parts.link);
+    return whole += WithoutAccessMarks(parts.after);
+}
+
+std::u16string HyperLink::AccessibleValue() const { return Has(kCommandButton) ? std::u16string() : url; }
+
+std::uint32_t HyperLink::AccessibleState() const {
+    std::uint32_t states = platform::kStateLinked | platform::kStateFocusable;
+    if (Is(kVisited)) states |= platform::kStateTraversed;
+    if (toolkit::FocusedWindow() == window) states |= platform::kStateFocused;
+    if (!toolkit::IsEnabled(window)) states |= platform::kStateUnavailable;
+    return states;
+}
+
+std::u16string HyperLink::DefaultActionName() const { return u"Jump"; }
+
+void HyperLink::DoDefaultAction() { toolkit::Post(window, kButtonClick, 0, 0); }
 
 // --- Painting ---
 

@@ -11,6 +11,7 @@
 #include "toolkit/platform/native_types.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "workflow/controls/link_label.h"
+#include "workflow/platform/accessible.h"
 #include "workflow/platform/control_platform.h"
 #include "workflow/platform/painting.h"
 
@@ -20,7 +21,7 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-class HyperLink {
+class HyperLink final : private platform::AccessibleControl {
 public:
     // Bits of `extendedStyle`. Set them before Attach.
     static constexpr std::uint32_t kNeverUnderlined = 1;
@@ -93,6 +94,15 @@ private:
     void SetHover(bool isHovered);
     void Refresh() noexcept;
 
+    // --- Assistive technology: a link, named by its link part
+    std::int32_t AccessibleRole() const override { return platform::kRoleLink; }
+    std::u16string AccessibleName() const override;
+    std::u16string AccessibleDescription() const override;
+    std::u16string AccessibleValue() const override;
+    std::uint32_t AccessibleState() const override;
+    std::u16string DefaultActionName() const override;
+    void DoDefaultAction() override;
+
     // --- Painting
     void Paint(const platform::Painting& painting);
     void DrawLabel(zeve::NativeDrawing device, const zeve::platform::Rectangle& client) const;
@@ -118,7 +128,8 @@ private:
     LabelAreas areas;
     bool ownsNormalFont = false;
     bool isUrlOfLabel = false;
-    bool isEnterDown = false;                                              // and the press was this link's
+    bool isEnterDown = false; // and the press was this link's
+    platform::AccessibleConnection accessible{*this};
     std::shared_ptr<const bool> life = std::make_shared<const bool>(true); // expires with this object
 };
 

@@ -55,6 +55,10 @@ std::intptr_t HyperLink::Handle(const Message& message) {
         UpdateTooltip();
         Refresh();
         break;
+    case platform::kMessageGetObject:
+        if (const auto object = accessible.Answer(message.window, message.wparam, message.lparam))
+            return *object;
+        break;
     case kMessageDestroy: toolkit::CloseWindow(std::exchange(toolTip, nullptr)); break;
     case zeve::kMessageWindowGone:
         answer = message.AnswerOfControl();
@@ -169,6 +173,7 @@ bool HyperLink::HandleLook(const Message& message, std::intptr_t& answer) {
         answer = message.AnswerOfSystem();
         SetHover(false);
         Refresh();
+        platform::Announce(window, platform::AccessibleChange::kState);
         return true;
     case kMessageUpdateUiState:
         answer = message.AnswerOfSystem();

@@ -5,6 +5,7 @@
 #include "toolkit/kept_exception.h"
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
+#include "workflow/platform/headless/accessible_recorder.h"
 #include "workflow/platform/headless/control_recorder.h"
 #include "workflow/platform/headless/painting_recorder.h"
 #include "workflow/platform/headless/pane_recorder.h"
@@ -26,7 +27,7 @@ namespace toolkit = zeve::platform;
 using toolkit::Rectangle;
 using zeve::headless::Message;
 
-constexpr std::uint32_t kChild = 0x40000000, kShown = 0x10000000, kDisabled = 0x08000000;
+constexpr std::uint32_t kChild = 0x40000000, kShown = 0x10000000;
 constexpr std::uint32_t kTabStop = 0x10000, kNotify = 0x100;
 constexpr std::uint16_t kId = 70;
 constexpr std::intptr_t kInside = 5 | 5 << 16, kOutside = 190 | 5 << 16; // places of the mouse
@@ -37,6 +38,7 @@ const std::u16string kAddress = u"http://example.com/?a&b";
 void ResetTwins() {
     zeve::headless::Reset();
     zeve::ForgetKeptException();
+    platform::TheAccessibleRecorder().Reset();
     platform::TheControlRecorder().Reset();
     platform::ThePaintingRecorder().Reset();
     platform::ThePaneRecorder().Reset();
@@ -165,6 +167,21 @@ using MouseOnLink = HyperLinkTest;
 using KeysOnLink = HyperLinkTest;
 using NavigatingLink = HyperLinkTest;
 using EndOfLink = HyperLinkTest;
+
+// What assistive technology is told.
+class SpokenLink : public HyperLinkTest {
+protected:
+    static platform::AccessibleRecorder& Heard() { return platform::TheAccessibleRecorder(); }
+    // The link as assistive technology knows it.
+    const platform::AccessibleControl& Ask() const {
+        EXPECT_EQ(Tell(platform::kMessageGetObject, 0, platform::kObjectOfControl), 1);
+        return **Heard().objects.back();
+    }
+    std::size_t TimesAnnounced(platform::AccessibleChange change) const {
+        return static_cast<std::size_t>(std::count(Heard().announced.begin(), Heard().announced.end(),
+                                                   platform::Announcement{control, change}));
+    }
+};
 
 // --- Attaching ---
 
@@ -982,6 +999,82 @@ TEST_F(NavigatingLink, KeepsAnExceptionOfTheHost) {
     atParent = [] { throw std::runtime_error("of the host"); };
     Click(kInside, kInside);
     EXPECT_TRUE(zeve::IsExceptionKept());
+}
+
+// --- Assistive technology ---
+
+TEST_F(SpokenLink, IsALinkNamedByItsLinkPart) {
+    control = MakeControl(u"Read <A>&more</A> && more");
+    AttachCommand(HyperLink::kHasTags);
+    EXPECT_EQ(Ask().AccessibleRole(), 30);
+    EXPECT_EQ(Ask().AccessibleName(), u"more");
+    EXPECT_EQ(Ask().AccessibleDescription(), u"Read more & more");
+    EXPECT_EQ(Ask().AccessibleValue(), u"");
+    EXPECT_EQ(Ask().DefaultActionName(), u"Jump");
+}
+
+TEST_F(SpokenLink, OfAWholeLabelSaysItOnce) {
+    AttachAddress();
+    EXPECT_EQ(Ask().AccessibleName(), u"The label");
+    EXPECT_EQ(Ask().AccessibleDescription(), u"");
+    EXPECT_EQ(Ask().AccessibleValue(), kAddress);
+}
+
+TEST_F(SpokenLink, HasTheStateOfItsControl) {
+    AttachAddress();
+    EXPECT_EQ(Ask().AccessibleState(), 0x500000u);
+    toolkit::Focus(control);
+    link->Navigate();
+    EXPECT_EQ(Ask().AccessibleState(), 0xD00004u) << "focused and visited";
+    toolkit::Enable(control, false);
+    EXPECT_EQ(Ask().AccessibleState(), 0xD00005u);
+}
+
+TEST_F(SpokenLink, AnnouncesItsChanges) {
+    AttachAddress();
+    Heard().announced.clear();
+    link->Navigate();
+    EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kState), 1u);
+    Tell(kMessageEnable, 0);
+    EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kState), 2u);
+    link->SetLabel(u"new");
+    EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kName), 1u);
+}
+
+TEST_F(SpokenLink, OpensByItsDefaultActionAfterTheQuestion) {
+    AttachCommand();
+    Tell(platform::kMessageGetObject, 0, platform::kObjectOfControl);
+    (*Heard().objects.back())->DoDefaultAction();
+    EXPECT_EQ(Commands(), 0);
+    ASSERT_EQ(System().posted.size(), 1u);
+    zeve::headless::Deliver(System().posted[0]);
+    EXPECT_EQ(Commands(), 1);
+}
+
+TEST_F(SpokenLink, LeavesOtherQuestionsToTheControl) {
+    AttachCommand();
+    EXPECT_EQ(Tell(platform::kMessageGetObject, 0, platform::kObjectOfWindow), 0);
+    EXPECT_TRUE(HasReachedControl(platform::kMessageGetObject));
+    Heard().refuseObjects = true;
+    System().calls.clear();
+    EXPECT_EQ(Tell(platform::kMessageGetObject, 0, platform::kObjectOfControl), 0);
+    EXPECT_TRUE(HasReachedControl(platform::kMessageGetObject));
+}
+
+TEST_F(SpokenLink, AnObjectIsCutOffWhenTheLinkOrItsControlEnds) {
+    AttachCommand();
+    Ask();
+    link.reset();
+    EXPECT_EQ(*Heard().objects[0], nullptr);
+    link = std::make_unique<HyperLink>();
+    AttachCommand();
+    Ask();
+    toolkit::CloseWindow(control);
+    EXPECT_EQ(*Heard().objects[1], nullptr);
+    control = MakeControl(u"again");
+    AttachCommand();
+    EXPECT_EQ(Ask().AccessibleName(), u"The label");
+    EXPECT_EQ(*Heard().objects[1], nullptr) << "that of the former control stays cut off";
 }
 
 // --- End ---

@@ -1,0 +1,188 @@
+// Hyperlinks as a screen reader asks for them.
+#include "windows/links/link_fixture.h"
+#include "workflow/platform/accessible.h"
+
+#include <oleacc.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+class SpokenLink : public LinkFixture {
+protected:
+    SpokenLink() { CoInitialize(nullptr); }
+    ~SpokenLink() override {
+        if (object != nullptr) object->Release();
+        CoUninitialize();
+    }
+
+    void Ask() {
+        if (object != nullptr) std::exchange(object, nullptr)->Release();
+        ASSERT_EQ(AccessibleObjectFromWindow(control, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                             reinterpret_cast<void**>(&object)),
+                  S_OK);
+        ASSERT_NE(object, nullptr);
+    }
+    static VARIANT Self() {
+        VARIANT self = {};
+        self.vt = VT_I4;
+        self.lVal = CHILDID_SELF;
+        return self;
+    }
+    std::wstring Text(HRESULT (STDMETHODCALLTYPE IAccessible::*read)(VARIANT, BSTR*)) const {
+        BSTR text = nullptr;
+        if ((object->*read)(Self(), &text) != S_OK) return L"none";
+        const std::wstring result = text != nullptr ? text : L"";
+        SysFreeString(text);
+        return result;
+    }
+    long Number(HRESULT (STDMETHODCALLTYPE IAccessible::*read)(VARIANT, VARIANT*)) const {
+        VARIANT number = {};
+        if ((object->*read)(Self(), &number) != S_OK || number.vt != VT_I4) return -1;
+        return number.lVal;
+    }
+
+    IAccessible* object = nullptr;
+};
+
+TEST_F(SpokenLink, HasNameRoleDescriptionAndAction) {
+    SetWindowTextW(control, L"Please <A>read &it</A> now");
+    Attach(HyperLink::kCommandButton | HyperLink::kHasTags);
+    Ask();
+    EXPECT_EQ(Text(&IAccessible::get_accName), L"read it");
+    EXPECT_EQ(Text(&IAccessible::get_accDescription), L"Please read it now");
+    EXPECT_EQ(Number(&IAccessible::get_accRole), ROLE_SYSTEM_LINK);
+    EXPECT_EQ(Text(&IAccessible::get_accDefaultAction), L"Jump");
+    EXPECT_EQ(Text(&IAccessible::get_accValue), L"none");
+}
+
+TEST_F(SpokenLink, HasItsAddressAsValue) {
+    link->url = u"http://example.com";
+    Attach(0);
+    Ask();
+    EXPECT_EQ(Text(&IAccessible::get_accValue), L"http://example.com");
+    EXPECT_EQ(Text(&IAccessible::get_accName), L"Read more");
+    EXPECT_EQ(Text(&IAccessible::get_accDescription), L"none");
+}
+
+TEST_F(SpokenLink, HasItsState) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    long state = Number(&IAccessible::get_accState);
+    EXPECT_TRUE(state & STATE_SYSTEM_LINKED);
+    EXPECT_TRUE(state & STATE_SYSTEM_FOCUSABLE);
+    EXPECT_FALSE(state & (STATE_SYSTEM_TRAVERSED | STATE_SYSTEM_FOCUSED | STATE_SYSTEM_UNAVAILABLE));
+    SetFocus(control);
+    link->state |= HyperLink::kVisited;
+    state = Number(&IAccessible::get_accState);
+    EXPECT_TRUE(state & STATE_SYSTEM_TRAVERSED);
+    EXPECT_TRUE(state & STATE_SYSTEM_FOCUSED);
+    EnableWindow(control, FALSE);
+    EXPECT_TRUE(Number(&IAccessible::get_accState) & STATE_SYSTEM_UNAVAILABLE);
+}
+
+TEST_F(SpokenLink, IsWhereItsControlIs) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    long left = 0, top = 0, width = 0, height = 0;
+    EXPECT_EQ(object->accLocation(&left, &top, &width, &height, Self()), S_OK);
+    RECT frame = {};
+    GetWindowRect(control, &frame);
+    EXPECT_EQ(left, frame.left);
+    EXPECT_EQ(top, frame.top);
+    EXPECT_EQ(width, frame.right - frame.left);
+    IDispatch* parent = nullptr;
+    EXPECT_EQ(object->get_accParent(&parent), S_OK);
+    if (parent != nullptr) parent->Release();
+}
+
+TEST_F(SpokenLink, OpensByItsDefaultAction) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    EXPECT_EQ(object->accDoDefaultAction(Self()), S_OK);
+    HandleMessages();
+    EXPECT_EQ(Commands(kLinkId), 1);
+}
+
+TEST_F(SpokenLink, RefusesStrangeQuestions) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    VARIANT child = Self();
+    child.lVal = 7;
+    BSTR text = nullptr;
+    EXPECT_EQ(object->get_accName(child, &text), E_INVALIDARG);
+    EXPECT_EQ(object->get_accName(Self(), nullptr), E_INVALIDARG);
+    void* other = this;
+    EXPECT_EQ(object->QueryInterface(__uuidof(IStream), &other), E_NOINTERFACE);
+    EXPECT_EQ(other, nullptr);
+}
+
+// Everything that an object can be asked fails after its control or its link has ended.
+void ExpectCutOff(IAccessible& object, VARIANT self) {
+    BSTR text = nullptr;
+    VARIANT number = {};
+    IDispatch* parent = nullptr;
+    long count = 0;
+    EXPECT_EQ(object.get_accName(self, &text), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(object.get_accDescription(self, &text), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(object.get_accRole(self, &number), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(object.get_accState(self, &number), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(object.accDoDefaultAction(self), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(object.get_accParent(&parent), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(object.get_accChildCount(&count), CO_E_OBJNOTCONNECTED);
+}
+
+TEST_F(SpokenLink, AnObjectMayOutliveTheLink) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    link.reset();
+    ExpectCutOff(*object, Self());
+    Ask();
+    EXPECT_NE(Number(&IAccessible::get_accRole), ROLE_SYSTEM_LINK) << "the control answers itself";
+}
+
+TEST_F(SpokenLink, AnObjectMayOutliveTheControl) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    DestroyWindow(control);
+    ExpectCutOff(*object, Self());
+}
+
+// --- Announcements ---
+
+struct HeardEvent {
+    DWORD event;
+    HWND window;
+};
+std::vector<HeardEvent> gEvents;
+
+void CALLBACK NoteEvent(HWINEVENTHOOK, DWORD event, HWND window, LONG, LONG, DWORD, DWORD) {
+    gEvents.push_back({event, window});
+}
+
+TEST_F(SpokenLink, AnnouncesItsChanges) {
+    gEvents.clear();
+    Attach(HyperLink::kCommandButton);
+    const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_STATECHANGE, EVENT_OBJECT_VALUECHANGE, nullptr,
+                                               &NoteEvent, GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    platform::Announce(Opaque(control), platform::AccessibleChange::kValue);
+    link->SetLabel(u"new");
+    for (int i = 0; i < 500 && gEvents.size() < 2; ++i) {
+        HandleMessages();
+        Sleep(10);
+    }
+    UnhookWinEvent(hook);
+    const auto heard = [this](DWORD event) {
+        return std::any_of(gEvents.begin(), gEvents.end(), [this, event](const HeardEvent& one) {
+            return one.event == event && one.window == control;
+        });
+    };
+    EXPECT_TRUE(heard(EVENT_OBJECT_VALUECHANGE));
+    EXPECT_TRUE(heard(EVENT_OBJECT_NAMECHANGE));
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

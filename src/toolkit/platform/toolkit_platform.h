@@ -23,6 +23,7 @@ struct Rectangle {
     std::int32_t left = 0, top = 0, right = 0, bottom = 0;
     std::int32_t Width() const { return right - left; }
     std::int32_t Height() const { return bottom - top; }
+    bool operator==(const Rectangle&) const = default;
 };
 
 struct Extent {
@@ -140,6 +141,14 @@ enum class LoopStep { kHandled, kQuit, kFailed };
 void WakeLoop() noexcept;
 // Removes the pending quit message of this thread and returns its code; no value if none is pending.
 [[nodiscard]] std::optional<std::int32_t> TakePendingQuit();
+
+// --- Timers ---
+
+// Sends kMessageTimer with the id in wparam to the window every so many milliseconds, until StopTimer or the
+// end of the window. Replaces a timer of the same id. Returns false if the system refuses.
+[[nodiscard]] bool StartTimer(NativeWindow window, std::uintptr_t id, std::uint32_t milliseconds) noexcept;
+// Harmless without such a timer. A message of it may still arrive.
+void StopTimer(NativeWindow window, std::uintptr_t id) noexcept;
 
 // --- Procedures of windows ---
 

@@ -27,6 +27,8 @@ inline constexpr char PvnWFKey_CurrentPane[] = "PvnWFKey_CurrentPane";
 // Long: write only. Never reaches the bag: it sets or clears the engine's cancel flag.
 inline constexpr char PvnWFKey_CancelFlag[] = "PvnWFKey_CancelFlag";
 // Long: not 0 after an action has changed the display name, so that the window is painted again.
+// Name of the bitmap of the product label.
+inline constexpr char PvnWFKey_ProductLabelName[] = "PvnWFKey_ProductLabelName";
 inline constexpr char PvnWFKey_HasChangedProductName[] = "PvnWFKey_HasChangedProductName";
 
 // Returns the folder of the service layer, or the empty text.

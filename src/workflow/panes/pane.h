@@ -6,6 +6,7 @@
 #include "workflow/context/workflow_object.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace brixen::zeve {
@@ -19,6 +20,13 @@ class PVNWorkFlowContext;
 
 // An event that no table has: a handler that delivers it changes nothing.
 inline constexpr char kEventNone[] = "ZevePassUpEventChain";
+
+// How a control stands out by the color of its text.
+enum class Mark { kError, kSuccess };
+struct MarkedControl {
+    std::uint16_t viewId;
+    Mark mark;
+};
 
 class PVNPane : public PVNWorkFlowObject<zeve::ZeveDialog> {
 public:
@@ -39,6 +47,9 @@ public:
     virtual void Enter() {}
     // Hides and disables the group. Everything else keeps its state until the next visit.
     virtual void Leave() {}
+
+    // Returns the text controls that stand out. The pane owns the list.
+    virtual std::span<const MarkedControl> MarkedControls() const { return {}; }
 
 protected:
     PVNWorkFlowContext* context = nullptr; // borrowed

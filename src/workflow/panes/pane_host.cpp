@@ -23,6 +23,7 @@ namespace {
 
 constexpr char kBackgroundName[] = "background";
 constexpr char kLogoName[] = "brixenlogo";
+constexpr char kFirstLabelName[] = "productlabel";
 
 // Keeps a window from drawing while a pane is left or entered, so that its changes appear at once. The lock
 // has effect on the whole process, so it is held during the pane's call only.
@@ -51,6 +52,7 @@ PVNPaneHost::PVNPaneHost(std::string text, std::string name)
 PVNPaneHost::~PVNPaneHost() {
     PVNPaneHost::Destroy();
     if (backgroundBitmap) ReleaseBitmapResource(kBackgroundName);
+    ReleaseLabel();
     if (logoBitmap) ReleaseBitmapResource(kLogoName);
 }
 
@@ -63,6 +65,11 @@ void PVNPaneHost::Init() {
     activeContext = context;
     backgroundBitmap = LoadHostBitmap(kBackgroundName);
     logoBitmap = LoadHostBitmap(kLogoName);
+    labelBitmap = nullptr;
+    isLabelLoaded = false;
+    panelBrush.reset();
+    panelBitmap.reset();
+    labelName = kFirstLabelName;
     OpenDialog();
     SetPtr(*context, PvnWFKey_ZeveRef, zeveRef.get());
     context->RefreshDictionaryVariables();
@@ -95,7 +102,7 @@ void PVNPaneHost::Destroy() noexcept {
 }
 
 std::intptr_t PVNPaneHost::OnInitDialog() {
-    zeve::platform::GrayCloseItem(window);
+    ArrangeBackdrop();
     return 1;
 }
 

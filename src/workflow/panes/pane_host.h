@@ -6,12 +6,14 @@
 // id to handler.
 #pragma once
 
+#include "workflow/controls/backdrop.h"
 #include "workflow/machine/action_delegate.h"
 #include "workflow/panes/dialog_rules.h"
 #include "workflow/panes/picture_controls.h"
 #include "workflow/panes/window_message.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -58,6 +60,9 @@ public:
     virtual void Destroy() noexcept;
     // Called once, just before the window is shown.
     virtual std::intptr_t OnInitDialog();
+    // Draws what lies over the backdrop, logo and product label, on a device that already shows the backdrop.
+    // Does nothing in high contrast.
+    virtual void PaintOverlay(zeve::NativeDrawing device);
 
     // Returns whether this host can show the pane.
     virtual bool Accepts(const PVNPane&) const { return true; }
@@ -109,6 +114,11 @@ private:
     static std::uint64_t HostEventCallback(std::int32_t what, zeve::EventRecord& record, void* params);
 
     void OpenDialog();
+    void ArrangeBackdrop();
+    void PaintBackdrop(zeve::NativeDrawing device);
+    void ChooseLabel();
+    void ReleaseLabel() noexcept;
+    platform::Color TextColorOf(zeve::NativeWindow control) const;
     zeve::NativeBitmap LoadHostBitmap(const std::string& name);
     void EnterPane();
     void RepaintForProductName();
@@ -116,6 +126,7 @@ private:
 
     bool OnInitDialogMessage(const WindowMessage& message, std::intptr_t& result);
     bool OnPaint(const WindowMessage& message, std::intptr_t& result);
+    bool OnColorStatic(const WindowMessage& message, std::intptr_t& result);
     bool OnEraseBackground(const WindowMessage& message, std::intptr_t& result);
     bool OnKeyDown(const WindowMessage& message, std::intptr_t& result);
     bool OnClose(const WindowMessage& message, std::intptr_t& result);
@@ -123,10 +134,16 @@ private:
     bool OnCommand(const WindowMessage& message, std::intptr_t& result);
 
     zeve::NativeBitmap backgroundBitmap = nullptr; // the resource layer's
-    zeve::NativeBitmap logoBitmap = nullptr;       // the resource layer's
+    zeve::NativeBitmap labelBitmap = nullptr;      // the resource layer's; at the top left
+    zeve::NativeBitmap logoBitmap = nullptr;       // the resource layer's; at the top right
+    platform::OwnedBrush panelBrush;               // repeats panelBitmap behind text controls
+    platform::OwnedBitmap panelBitmap;             // the backdrop as it looks on the screen
+    std::unique_ptr<PanelRenderer> panel;          // draws panelBitmap
     PVNWorkFlowContext* activeContext = nullptr;   // null until Init
     PVNPane* currentPane = nullptr;                // borrowed
     std::string viewText, viewName;
+    std::string labelName;      // of labelBitmap
+    bool isLabelLoaded = false; // or was found missing
     CallbackParams callbackParams;
     PictureControls pictures;
     bool sawUser = false;

@@ -7,7 +7,6 @@
 #include "workflow/panes/dialog_rules.h"
 #include "workflow/panes/pane_host.h"
 #include "workflow/platform/message_numbers.h"
-#include "workflow/platform/pane_platform.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -64,6 +63,7 @@ void PVNPaneHost::NoteFirstUserEvent(const WindowMessage& message) {
 
 const PVNPaneHost::MapEntry PVNPaneHost::kMessageMap[] = {
     {zeve::kMessageInitDialog, &PVNPaneHost::OnInitDialogMessage},
+    {zeve::kMessageColorStatic, &PVNPaneHost::OnColorStatic},
     {zeve::kMessagePaint, &PVNPaneHost::OnPaint},
     {zeve::kMessageEraseBackground, &PVNPaneHost::OnEraseBackground},
     {zeve::kMessageKeyDown, &PVNPaneHost::OnKeyDown},
@@ -81,17 +81,6 @@ bool PVNPaneHost::ProcessWindowMessage(const WindowMessage& message, std::intptr
 
 bool PVNPaneHost::OnInitDialogMessage(const WindowMessage&, std::intptr_t& result) {
     result = OnInitDialog();
-    return true;
-}
-
-bool PVNPaneHost::OnPaint(const WindowMessage& message, std::intptr_t&) {
-    if (!platform::IsHighContrast()) return false;
-    zeve::platform::PaintFace(message.window);
-    return true;
-}
-
-bool PVNPaneHost::OnEraseBackground(const WindowMessage& message, std::intptr_t&) {
-    zeve::platform::EraseFace(message.window, reinterpret_cast<zeve::NativeDrawing>(message.wparam));
     return true;
 }
 

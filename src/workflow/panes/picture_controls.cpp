@@ -36,6 +36,10 @@ void PictureControls::Show(const std::string& name, zeve::NativeWindow control) 
     SetImage(control, bitmap);
 }
 
+bool PictureControls::Shows(zeve::NativeBitmap bitmap) const {
+    return std::ranges::find(shown, bitmap, &Picture::bitmap) != shown.end();
+}
+
 void PictureControls::TakeBack() noexcept {
     for (const Picture& picture : shown) TakeImage(picture.control, picture.bitmap);
     shown.clear();

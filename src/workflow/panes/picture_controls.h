@@ -21,6 +21,8 @@ public:
     // Loads the bitmap and shows it in place of an earlier one. Without the bitmap the control is empty. A
     // null control is harmless.
     void Show(const std::string& name, zeve::NativeWindow control);
+    // Returns whether a control shows that bitmap of the resource layer.
+    bool Shows(zeve::NativeBitmap bitmap) const;
     // Empties all controls and frees their copies.
     void TakeBack() noexcept;
 

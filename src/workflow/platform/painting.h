@@ -9,11 +9,18 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 namespace brixen::pvn::pvn_workflow::platform {
 
 using Color = std::uint32_t; // 0x00BBGGRR
+
+struct BitmapDeleter {
+    using pointer = zeve::NativeBitmap;
+    void operator()(zeve::NativeBitmap bitmap) const noexcept;
+};
+using OwnedBitmap = std::unique_ptr<zeve::NativeBitmap, BitmapDeleter>;
 
 // --- Devices ---
 
@@ -59,7 +66,7 @@ private:
     zeve::NativeDrawing memory = nullptr; // null if refused
     zeve::platform::Rectangle area;
     // The twin has no need of the rest.
-    [[maybe_unused]] zeve::NativeBitmap bitmap = nullptr;       // on `memory`
+    [[maybe_unused]] OwnedBitmap bitmap;                        // on `memory`
     [[maybe_unused]] zeve::NativeBitmap formerBitmap = nullptr; // on `memory` at first
     [[maybe_unused]] alignas(
         void*) std::array<std::byte, 80> record{}; // the system's own, of a paint message
@@ -71,6 +78,29 @@ inline constexpr std::uint32_t kLayoutKeepsBitmaps = 8; // LAYOUT_BITMAPORIENTAT
 
 [[nodiscard]] std::uint32_t LayoutOf(zeve::NativeDrawing device) noexcept;
 void SetLayout(zeve::NativeDrawing device, std::uint32_t layout) noexcept;
+
+// A device that reflects neither coordinates nor bitmaps for as long as this lives.
+class UnmirroredDevice {
+public:
+    explicit UnmirroredDevice(zeve::NativeDrawing ofDevice) noexcept
+        : device(ofDevice), former(LayoutOf(ofDevice)) {
+        SetLayout(device, kLayoutKeepsBitmaps);
+    }
+    UnmirroredDevice(const UnmirroredDevice&) = delete;
+    UnmirroredDevice& operator=(const UnmirroredDevice&) = delete;
+    ~UnmirroredDevice() { SetLayout(device, former); }
+
+    bool WasMirrored() const noexcept { return (former & kLayoutMirrored) != 0; }
+
+private:
+    zeve::NativeDrawing device;
+    std::uint32_t former;
+};
+
+[[nodiscard]] bool IsMirrored(zeve::NativeWindow window) noexcept;
+// Returns where a window's client area is in that of another window, counted from the left as on the screen,
+// also in a mirrored window.
+[[nodiscard]] zeve::platform::Rectangle PlaceIn(zeve::NativeWindow window, zeve::NativeWindow other) noexcept;
 
 // --- Colors and brushes ---
 
@@ -89,9 +119,15 @@ inline constexpr std::int32_t kStockWhiteBrush = 0; // WHITE_BRUSH
 
 // Returns a brush that nobody deletes.
 [[nodiscard]] zeve::NativeBrush StockBrush(std::int32_t index) noexcept;
-// Returns a brush that repeats a copy of the bitmap, or null. The caller deletes it.
-[[nodiscard]] zeve::NativeBrush MakePatternBrush(zeve::NativeBitmap bitmap) noexcept;
-void DeleteBrush(zeve::NativeBrush brush) noexcept;
+struct BrushDeleter {
+    using pointer = zeve::NativeBrush;
+    void operator()(zeve::NativeBrush brush) const noexcept;
+};
+using OwnedBrush = std::unique_ptr<zeve::NativeBrush, BrushDeleter>;
+
+// Returns a brush that repeats a copy of the bitmap, or null.
+[[nodiscard]] OwnedBrush MakePatternBrush(zeve::NativeBitmap bitmap) noexcept;
+
 // Moves the top left corner of a pattern's first repetition on the device.
 void SetBrushOrigin(zeve::NativeDrawing device, std::int32_t x, std::int32_t y) noexcept;
 
@@ -120,8 +156,8 @@ struct PixelRows {
     }
 };
 
-// Returns a bitmap of 32 bits a pixel, all bytes 0, or null. DeleteBitmap deletes it.
-[[nodiscard]] zeve::NativeBitmap MakeBitmap(zeve::platform::Extent extent) noexcept;
+// Returns a bitmap of 32 bits a pixel, all bytes 0, or null.
+[[nodiscard]] OwnedBitmap MakeBitmap(zeve::platform::Extent extent) noexcept;
 [[nodiscard]] zeve::platform::Extent ExtentOf(zeve::NativeBitmap bitmap) noexcept;
 [[nodiscard]] PixelRows PixelsOf(zeve::NativeBitmap bitmap) noexcept;
 
@@ -143,7 +179,6 @@ public:
     DevicePixels(zeve::NativeDrawing device, const zeve::platform::Rectangle& part) noexcept;
     DevicePixels(const DevicePixels&) = delete;
     DevicePixels& operator=(const DevicePixels&) = delete;
-    ~DevicePixels();
 
     // Returns the pixels with 4 bytes each, the fourth without meaning. Empty if the system refused.
     const PixelRows& Rows() const noexcept { return rows; }
@@ -153,7 +188,7 @@ public:
 private:
     zeve::NativeDrawing device;
     zeve::platform::Rectangle part;
-    zeve::NativeBitmap bitmap = nullptr;
+    OwnedBitmap bitmap;
     PixelRows rows;
 };
 

@@ -184,5 +184,14 @@ TEST_F(Messages, ControlsRememberTheirSettings) {
     EXPECT_EQ(Send(combo, kComboGetSelection, 0, 0), -1);
 }
 
+TEST_F(Messages, ATimerIsStartedAndStopped) {
+    EXPECT_TRUE(StartTimer(window, 12, 60'000));
+    EXPECT_TRUE(StartTimer(window, 12, 100'000)) << "replaced";
+    StopTimer(window, 12);
+    StopTimer(window, 12);
+    EXPECT_FALSE(StartTimer(nullptr, 12, 60'000));
+    StopTimer(nullptr, 12);
+}
+
 } // namespace
 } // namespace brixen::zeve::platform

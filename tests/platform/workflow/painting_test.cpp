@@ -10,50 +10,47 @@ namespace brixen::pvn::pvn_workflow::platform {
 namespace {
 
 TEST(Painting, ANewBitmapIsClearAndOf32Bits) {
-    const zeve::NativeBitmap bitmap = MakeBitmap({5, 3});
-    ASSERT_NE(bitmap, nullptr);
-    EXPECT_EQ(ExtentOf(bitmap).width, 5);
-    EXPECT_EQ(ExtentOf(bitmap).height, 3);
-    const PixelRows rows = PixelsOf(bitmap);
+    const OwnedBitmap bitmap = MakeBitmap({5, 3});
+    ASSERT_TRUE(bitmap);
+    EXPECT_EQ(ExtentOf(bitmap.get()).width, 5);
+    EXPECT_EQ(ExtentOf(bitmap.get()).height, 3);
+    const PixelRows rows = PixelsOf(bitmap.get());
     EXPECT_EQ(rows.width, 5);
     EXPECT_EQ(rows.height, 3);
     EXPECT_EQ(rows.pixelBytes, 4);
     for (std::int32_t y = 0; y < rows.height; ++y) {
         EXPECT_TRUE(std::ranges::all_of(rows.Row(y), [](std::byte byte) { return byte == std::byte{0}; }));
     }
-    DeleteBitmap(bitmap);
 }
 
 TEST(Painting, ABitmapWithoutAnAreaIsNone) {
-    EXPECT_EQ(MakeBitmap({0, 3}), nullptr);
-    EXPECT_EQ(MakeBitmap({3, -1}), nullptr);
+    EXPECT_FALSE(MakeBitmap({0, 3}));
+    EXPECT_FALSE(MakeBitmap({3, -1}));
     EXPECT_EQ(ExtentOf(nullptr).width, 0);
     EXPECT_EQ(PixelsOf(nullptr).top, nullptr);
 }
 
 TEST(Painting, ADeviceOnABitmapIsNotMirroredUntilItIsSet) {
-    const zeve::NativeBitmap bitmap = MakeBitmap({4, 4});
+    const OwnedBitmap bitmap = MakeBitmap({4, 4});
     {
-        const BitmapDrawing drawing(bitmap);
+        const BitmapDrawing drawing(bitmap.get());
         ASSERT_NE(drawing.Device(), nullptr);
         EXPECT_EQ(LayoutOf(drawing.Device()), 0u);
         SetLayout(drawing.Device(), kLayoutMirrored);
         EXPECT_EQ(LayoutOf(drawing.Device()), kLayoutMirrored);
     }
-    DeleteBitmap(bitmap);
 }
 
 TEST(Painting, ADeviceIsReadAndWrittenInWhole) {
-    const zeve::NativeBitmap bitmap = MakeBitmap({4, 4});
+    const OwnedBitmap bitmap = MakeBitmap({4, 4});
     {
-        const BitmapDrawing drawing(bitmap);
+        const BitmapDrawing drawing(bitmap.get());
         DevicePixels pixels(drawing.Device(), {1, 1, 4, 3});
         EXPECT_EQ(pixels.Rows().width, 3);
         EXPECT_EQ(pixels.Rows().height, 2);
         EXPECT_EQ(pixels.Rows().pixelBytes, 4);
         pixels.Write();
     }
-    DeleteBitmap(bitmap);
 }
 
 TEST(Painting, NothingIsDoneWithoutADevice) {
@@ -66,9 +63,8 @@ TEST(Painting, NothingIsDoneWithoutADevice) {
     DrawBitmap(nullptr, {0, 0, 4, 4}, nullptr);
     StretchBitmap(nullptr, {0, 0, 4, 4}, nullptr);
     BlendBitmap(nullptr, {0, 0, 4, 4}, nullptr, 255);
-    DeleteBrush(nullptr);
     EXPECT_EQ(LayoutOf(nullptr), 0u);
-    EXPECT_EQ(MakePatternBrush(nullptr), nullptr);
+    EXPECT_FALSE(MakePatternBrush(nullptr));
     EXPECT_EQ(BitmapDrawing(nullptr).Device(), nullptr);
     EXPECT_EQ(DevicePixels(nullptr, {0, 0, 4, 4}).Rows().top, nullptr);
     const Painting painting(nullptr);
@@ -77,11 +73,8 @@ TEST(Painting, NothingIsDoneWithoutADevice) {
 }
 
 TEST(Painting, APatternBrushIsMadeFromABitmapAndDeleted) {
-    const zeve::NativeBitmap bitmap = MakeBitmap({8, 8});
-    const zeve::NativeBrush brush = MakePatternBrush(bitmap);
-    EXPECT_NE(brush, nullptr);
-    DeleteBrush(brush);
-    DeleteBitmap(bitmap);
+    const OwnedBitmap bitmap = MakeBitmap({8, 8});
+    EXPECT_TRUE(MakePatternBrush(bitmap.get()));
     EXPECT_NE(StockBrush(kStockWhiteBrush), nullptr);
 }
 

@@ -69,14 +69,19 @@ private:
         EXPECT_EQ(this->System().locked, nullptr) << n;
         EXPECT_EQ(this->TopDialog(), nullptr) << n;
         EXPECT_TRUE(this->System().fonts.empty()) << n;
+        const platform::PaintingRecorder painted = platform::ThePaintingRecorder();
         CleanUp();
         EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty()) << n;
+        EXPECT_TRUE(painted.bitmaps.empty()) << n;
+        EXPECT_TRUE(painted.brushes.empty()) << n;
+        EXPECT_TRUE(painted.devices.empty()) << n;
         return hasFailed;
     }
 
     static void CleanUp() {
         ShutDownResources();
         zeve::headless::Reset();
+        platform::ThePaintingRecorder().Reset();
     }
 };
 

@@ -42,6 +42,7 @@ struct Window {
     platform::LayerProcedure layer = nullptr; // above `procedure`
     void* layerObject = nullptr;
     std::map<std::uint32_t, std::int64_t> remembered; // the last value of each setting message, by its number
+    std::map<std::uintptr_t, std::uint32_t> timers;   // milliseconds by id
     bool menuTrimmed = false, closeGrayed = false, inputMethodOpen = false;
 };
 
@@ -80,7 +81,7 @@ struct System {
 
     // The n-th such request from now on is refused, counted from 1; 0 refuses none.
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
-    int refuseDpiContext = 0, refuseLayer = 0;
+    int refuseDpiContext = 0, refuseLayer = 0, refuseTimer = 0;
 
     NativeWindow focus = nullptr, active = nullptr;
     NativeWindow mouse = nullptr;           // the window that captured it
@@ -106,6 +107,9 @@ std::vector<Call> CallsOf(std::string_view name);
 // Adds a message to the script, which passes it to the procedure of its window.
 void ScriptMessage(NativeWindow window, std::uint32_t number, std::uintptr_t wparam = 0,
                    std::intptr_t lparam = 0);
+
+// Sends the timer message of a timer that runs. Returns whether it does.
+bool FireTimer(NativeWindow window, std::uintptr_t id);
 
 // --- For the twin's own files ---
 

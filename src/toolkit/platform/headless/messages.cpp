@@ -83,6 +83,13 @@ std::intptr_t Deliver(const Message& message) {
     return window->layer(window->layerObject, message.window, message.number, message.wparam, message.lparam);
 }
 
+bool FireTimer(NativeWindow window, std::uintptr_t id) {
+    const Window* found = FindWindow(window);
+    if (found == nullptr || !found->timers.contains(id)) return false;
+    Deliver({window, kMessageTimer, id, 0});
+    return true;
+}
+
 } // namespace headless
 
 namespace platform {
@@ -184,6 +191,23 @@ void WakeLoop() noexcept {
 std::optional<std::int32_t> TakePendingQuit() {
     Record("TakePendingQuit");
     return std::exchange(State().quit, std::nullopt);
+}
+
+bool StartTimer(NativeWindow window, std::uintptr_t id, std::uint32_t milliseconds) noexcept {
+    Record("StartTimer", window, {static_cast<std::int64_t>(id), milliseconds});
+    Window* found = FindWindow(window);
+    if (headless::Refuses(State().refuseTimer) || found == nullptr) return false;
+    try {
+        found->timers[id] = milliseconds;
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void StopTimer(NativeWindow window, std::uintptr_t id) noexcept {
+    Record("StopTimer", window, {static_cast<std::int64_t>(id)});
+    if (Window* found = FindWindow(window)) found->timers.erase(id);
 }
 
 void SetWindowProcedures(const WindowProcedures& procedures) noexcept { headless::gProcedures = procedures; }

@@ -101,6 +101,15 @@ void ReleaseMouse(NativeWindow window) {
 
 bool HasMouse(NativeWindow window) noexcept { return window != nullptr && GetCapture() == Handle(window); }
 
+bool StartTimer(NativeWindow window, std::uintptr_t id, std::uint32_t milliseconds) noexcept {
+    // Without a window the system would make a timer of the thread.
+    return window != nullptr && SetTimer(Handle(window), id, milliseconds, nullptr) != 0;
+}
+
+void StopTimer(NativeWindow window, std::uintptr_t id) noexcept {
+    if (window != nullptr) KillTimer(Handle(window), id);
+}
+
 bool IsShiftDown() noexcept { return (GetAsyncKeyState(VK_SHIFT) & 0x8000) != 0; }
 
 NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards) {

@@ -1,5 +1,6 @@
 #include "workflow/platform/painting.h"
 
+#include "toolkit/platform/headless/headless.h"
 #include "workflow/platform/headless/painting_recorder.h"
 #include "workflow/platform/resource_platform.h"
 
@@ -71,6 +72,8 @@ void GivePixels(zeve::NativeBitmap bitmap, BitmapRecord record) {
     ThePaintingRecorder().bitmaps[bitmap] = std::move(record);
 }
 
+void BitmapDeleter::operator()(zeve::NativeBitmap bitmap) const noexcept { DeleteBitmap(bitmap); }
+
 BitmapDrawing::BitmapDrawing(zeve::NativeBitmap bitmap) noexcept {
     if (!bitmap || ThePaintingRecorder().refuseDevice) return;
     device = NewDevice();
@@ -126,6 +129,25 @@ void SetLayout(zeve::NativeDrawing device, std::uint32_t layout) noexcept {
     }
 }
 
+bool IsMirrored(zeve::NativeWindow window) noexcept {
+    const auto* found = zeve::headless::FindWindow(window);
+    return found && (found->extendedStyle & kMirroredWindow) != 0;
+}
+
+Rectangle PlaceIn(zeve::NativeWindow window, zeve::NativeWindow other) noexcept {
+    Rectangle place{};
+    if (const auto* found = zeve::headless::FindWindow(window)) {
+        place = {0, 0, found->frame.Width(), found->frame.Height()};
+    }
+    for (; window != other; window = zeve::headless::FindWindow(window)->parent) {
+        const auto* found = zeve::headless::FindWindow(window);
+        if (!found) break;
+        place = {place.left + found->frame.left, place.top + found->frame.top,
+                 place.right + found->frame.left, place.bottom + found->frame.top};
+    }
+    return place;
+}
+
 Color SystemColor(std::int32_t index) noexcept {
     const auto& colors = ThePaintingRecorder().systemColors;
     const auto found = colors.find(index);
@@ -136,17 +158,19 @@ zeve::NativeBrush StockBrush(std::int32_t index) noexcept {
     return reinterpret_cast<zeve::NativeBrush>(std::uintptr_t{0x40000} + static_cast<std::uintptr_t>(index));
 }
 
-zeve::NativeBrush MakePatternBrush(zeve::NativeBitmap bitmap) noexcept {
+OwnedBrush MakePatternBrush(zeve::NativeBitmap bitmap) noexcept {
     Record("MakePatternBrush", nullptr, {Number(bitmap)});
     if (!bitmap || ThePaintingRecorder().refuseBrush) return nullptr;
     try {
-        return *ThePaintingRecorder().brushes.insert(NewHandle<zeve::NativeBrush>()).first;
+        return OwnedBrush(*ThePaintingRecorder().brushes.insert(NewHandle<zeve::NativeBrush>()).first);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
 }
 
-void DeleteBrush(zeve::NativeBrush brush) noexcept { ThePaintingRecorder().brushes.erase(brush); }
+void BrushDeleter::operator()(zeve::NativeBrush brush) const noexcept {
+    ThePaintingRecorder().brushes.erase(brush);
+}
 
 void SetBrushOrigin(zeve::NativeDrawing device, std::int32_t x, std::int32_t y) noexcept {
     if (device) Record("SetBrushOrigin", device, {x, y});
@@ -171,13 +195,13 @@ void SetTransparentText(zeve::NativeDrawing device, Color color) noexcept {
     if (device) Record("SetTransparentText", device, {color});
 }
 
-zeve::NativeBitmap MakeBitmap(Extent extent) noexcept {
+OwnedBitmap MakeBitmap(Extent extent) noexcept {
     Record("MakeBitmap", nullptr, {extent.width, extent.height});
     if (extent.width <= 0 || extent.height <= 0 || ThePaintingRecorder().refuseBitmap) return nullptr;
     try {
         const auto bitmap = NewHandle<zeve::NativeBitmap>();
         GivePixels(bitmap, {.extent = extent, .bytes = {}});
-        return bitmap;
+        return OwnedBitmap(bitmap);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
@@ -223,18 +247,16 @@ DevicePixels::DevicePixels(zeve::NativeDrawing onDevice, const Rectangle& ofDevi
     if (!device || part.Width() <= 0 || part.Height() <= 0) return;
     Record("ReadPixels", device, {part.left, part.top, part.right, part.bottom});
     bitmap = MakeBitmap({part.Width(), part.Height()});
-    rows = PixelsOf(bitmap);
+    rows = PixelsOf(bitmap.get());
     if (!rows.top) return;
-    std::ranges::fill(ThePaintingRecorder().bitmaps[bitmap].bytes, ThePaintingRecorder().surface);
+    std::ranges::fill(ThePaintingRecorder().bitmaps[bitmap.get()].bytes, ThePaintingRecorder().surface);
 }
-
-DevicePixels::~DevicePixels() { DeleteBitmap(bitmap); }
 
 void DevicePixels::Write() noexcept {
     if (!rows.top) return;
     Record("WritePixels", device, {part.left, part.top, part.right, part.bottom});
     try {
-        ThePaintingRecorder().written = ThePaintingRecorder().bitmaps[bitmap].bytes;
+        ThePaintingRecorder().written = ThePaintingRecorder().bitmaps[bitmap.get()].bytes;
     } catch (const std::bad_alloc&) {
         ThePaintingRecorder().written.clear();
     }

@@ -14,6 +14,9 @@
 
 namespace brixen::pvn::pvn_workflow::platform {
 
+// The extended style of a mirrored window (WS_EX_LAYOUTRTL).
+inline constexpr std::uint32_t kMirroredWindow = 0x00400000;
+
 // One call of a function of painting.h. `numbers` are its other arguments in order, a rectangle as four, a
 // handle as its number.
 struct PaintingCall {

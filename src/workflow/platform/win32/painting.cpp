@@ -47,7 +47,16 @@ bool GetSection(zeve::NativeBitmap bitmap, DIBSECTION& section) {
            section.dsBm.bmBits != nullptr;
 }
 
+RECT ClientOnScreen(HWND window) {
+    RECT area{};
+    GetClientRect(window, &area);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    return area;
+}
+
 } // namespace
+
+void BitmapDeleter::operator()(zeve::NativeBitmap bitmap) const noexcept { DeleteBitmap(bitmap); }
 
 // --- Devices ---
 
@@ -77,10 +86,10 @@ Painting::Painting(zeve::NativeWindow window, zeve::NativeDrawing device) noexce
 
 void Painting::OpenMemory() noexcept {
     if (!target || IsEmpty(area)) return;
-    bitmap = Opaque(CreateCompatibleBitmap(Handle(target), area.right, area.bottom));
+    bitmap.reset(Opaque(CreateCompatibleBitmap(Handle(target), area.right, area.bottom)));
     if (!bitmap) return;
     memory = Opaque(CreateCompatibleDC(Handle(target)));
-    formerBitmap = Opaque(SelectObject(Handle(memory), Handle(bitmap)));
+    formerBitmap = Opaque(SelectObject(Handle(memory), Handle(bitmap.get())));
     SetLayout(memory, LayoutOf(target) & kLayoutMirrored);
 }
 
@@ -92,7 +101,6 @@ Painting::~Painting() {
         SelectObject(Handle(memory), Handle(formerBitmap));
         DeleteDC(Handle(memory));
     }
-    DeleteBitmap(bitmap);
     if (painted && target) EndPaint(Handle(painted), reinterpret_cast<PAINTSTRUCT*>(record.data()));
 }
 
@@ -107,6 +115,16 @@ void SetLayout(zeve::NativeDrawing device, std::uint32_t layout) noexcept {
     if (device) ::SetLayout(Handle(device), layout);
 }
 
+bool IsMirrored(zeve::NativeWindow window) noexcept {
+    return (GetWindowLongPtrW(Handle(window), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+}
+
+Rectangle PlaceIn(zeve::NativeWindow window, zeve::NativeWindow other) noexcept {
+    const RECT inner = ClientOnScreen(Handle(window)), outer = ClientOnScreen(Handle(other));
+    return {inner.left - outer.left, inner.top - outer.top, inner.right - outer.left,
+            inner.bottom - outer.top};
+}
+
 // --- Colors and brushes ---
 
 Color SystemColor(std::int32_t index) noexcept { return GetSysColor(index); }
@@ -115,13 +133,12 @@ zeve::NativeBrush StockBrush(std::int32_t index) noexcept {
     return reinterpret_cast<zeve::NativeBrush>(GetStockObject(index));
 }
 
-zeve::NativeBrush MakePatternBrush(zeve::NativeBitmap bitmap) noexcept {
-    return bitmap ? reinterpret_cast<zeve::NativeBrush>(CreatePatternBrush(Handle(bitmap))) : nullptr;
+OwnedBrush MakePatternBrush(zeve::NativeBitmap bitmap) noexcept {
+    if (!bitmap) return nullptr;
+    return OwnedBrush(reinterpret_cast<zeve::NativeBrush>(CreatePatternBrush(Handle(bitmap))));
 }
 
-void DeleteBrush(zeve::NativeBrush brush) noexcept {
-    if (brush) DeleteObject(Handle(brush));
-}
+void BrushDeleter::operator()(zeve::NativeBrush brush) const noexcept { DeleteObject(Handle(brush)); }
 
 void SetBrushOrigin(zeve::NativeDrawing device, std::int32_t x, std::int32_t y) noexcept {
     if (device) SetBrushOrgEx(Handle(device), x, y, nullptr);
@@ -158,7 +175,7 @@ void SetTransparentText(zeve::NativeDrawing device, Color color) noexcept {
 
 // --- Bitmaps ---
 
-zeve::NativeBitmap MakeBitmap(Extent extent) noexcept {
+OwnedBitmap MakeBitmap(Extent extent) noexcept {
     if (extent.width <= 0 || extent.height <= 0) return nullptr;
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
@@ -167,7 +184,7 @@ zeve::NativeBitmap MakeBitmap(Extent extent) noexcept {
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* bits = nullptr;
-    return Opaque(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    return OwnedBitmap(Opaque(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0)));
 }
 
 Extent ExtentOf(zeve::NativeBitmap bitmap) noexcept {
@@ -222,18 +239,16 @@ DevicePixels::DevicePixels(zeve::NativeDrawing onDevice, const Rectangle& ofDevi
     bitmap = MakeBitmap({part.Width(), part.Height()});
     if (!bitmap) return;
     {
-        const BitmapDrawing copy(bitmap);
+        const BitmapDrawing copy(bitmap.get());
         if (!copy.Device()) return;
         BitBlt(Handle(copy.Device()), 0, 0, part.Width(), part.Height(), Handle(device), part.left, part.top,
                SRCCOPY);
     }
-    rows = PixelsOf(bitmap);
+    rows = PixelsOf(bitmap.get());
 }
 
-DevicePixels::~DevicePixels() { DeleteBitmap(bitmap); }
-
 void DevicePixels::Write() noexcept {
-    if (rows.top) DrawBitmap(device, part, bitmap);
+    if (rows.top) DrawBitmap(device, part, bitmap.get());
 }
 
 } // namespace brixen::pvn::pvn_workflow::platform

@@ -8,6 +8,7 @@
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
 #include "unit/workflow/resources/resource_fixture.h"
+#include "workflow/platform/headless/painting_recorder.h"
 #include "workflow/platform/headless/pane_recorder.h"
 
 namespace brixen::pvn::pvn_workflow {
@@ -19,12 +20,14 @@ protected:
     DialogFixture() : savedContext(GetFrameState().gPavaneContext) {
         zeve::headless::Reset();
         platform::ThePaneRecorder().Reset();
+        platform::ThePaintingRecorder().Reset();
         GetFrameState().gPavaneContext = &frame;
     }
     ~DialogFixture() override {
         GetFrameState().gPavaneContext = savedContext;
         zeve::headless::Reset();
         platform::ThePaneRecorder().Reset();
+        platform::ThePaintingRecorder().Reset();
     }
 
     static zeve::headless::System& System() { return zeve::headless::State(); }

@@ -39,6 +39,10 @@ public:
         SetVisible(ref, page, true);
         SetEnabled(ref, page, true);
     }
+    std::span<const MarkedControl> MarkedControls() const override { return marked; }
+
+    std::vector<MarkedControl> marked;
+
     void Leave() override {
         Note("leave");
         SetVisible(ref, page, false);
@@ -86,6 +90,17 @@ private:
     void OnFirstFocus() override { ++firstFocus; }
 };
 
+// A run whose host loads its bitmaps from another folder, unless that is empty.
+class FolderContext : public PVNWorkFlowContext {
+public:
+    using PVNWorkFlowContext::PVNWorkFlowContext;
+    std::string Action(std::string_view name) override {
+        return name == PvnWFAction_GetSVHPath ? servicePath : PVNWorkFlowContext::Action(name);
+    }
+
+    std::string servicePath;
+};
+
 class PaneHost : public DialogFixture {
 protected:
     PaneHost() {
@@ -114,7 +129,7 @@ protected:
     }
 
     T_Storage bag;
-    PVNWorkFlowContext context{bag};
+    FolderContext context{bag};
     Window mainWindow = MakeMainWindow();
     std::vector<std::string> notes;
     TestPane first{kFirstPage, notes}, second{kSecondPage, notes};

@@ -188,7 +188,6 @@ TEST_F(PaneHost, AnswersItsOwnMessagesAndLeavesTheRestToTheSystem) {
         EXPECT_EQ(route(zeve::kMessageKeyDown, 65), 0);
         EXPECT_EQ(route(zeve::kMessageClose), 0);
         EXPECT_EQ(route(zeve::kMessagePaint), 1);
-        EXPECT_EQ(route(zeve::kMessageColorStatic), 1);
         EXPECT_EQ(route(zeve::kMessageTimer), 1);
         EXPECT_EQ(route(zeve::kMessageCommand, 999), 1);
         EXPECT_EQ(route(zeve::kMessageCommand, kBack), 0);
@@ -246,7 +245,7 @@ TEST_F(PaneHost, PaintsTheFaceItselfOnlyInHighContrast) {
         Tell(TopDialog(), zeve::kMessagePaint);
         EXPECT_TRUE(CallsOf("PaintFace").empty());
         Tell(TopDialog(), zeve::kMessageEraseBackground, 0x77);
-        EXPECT_THAT(CallsOf("EraseFace").back().numbers, ElementsAre(0x77));
+        EXPECT_TRUE(CallsOf("EraseFace").empty());
         platform::ThePaneRecorder().isHighContrast = true;
         Tell(TopDialog(), zeve::kMessagePaint);
         EXPECT_EQ(CallsOf("PaintFace").size(), 1u);

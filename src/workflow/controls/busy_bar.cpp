@@ -1,0 +1,127 @@
+#include "workflow/controls/busy_bar.h"
+
+#include "toolkit/dialog/procedure_boundary.h"
+#include "toolkit/message_numbers.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "workflow/controls/busy_bar_cell.h"
+#include "workflow/controls/parent_background.h"
+#include "workflow/platform/message_numbers.h"
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr std::int32_t kCorner = 3;
+constexpr std::int32_t kCellTop = 3;
+// Kept: the last column of the cell is not drawn.
+constexpr std::int32_t kDrawnWidth = kBusyCellWidth - 1;
+constexpr std::int32_t kFullLeft = 4, kFullRight = 8; // from the edges of the client area
+constexpr std::int32_t kFullStep = kBusyCellWidth + 1;
+constexpr std::uint8_t kOpaque = 255;
+
+} // namespace
+
+BusyBar::~BusyBar() {
+    if (!window) return;
+    zeve::platform::StopTimer(window, kBusyTimer);
+    zeve::platform::DropLayer(window);
+}
+
+bool BusyBar::Attach(zeve::NativeWindow control) {
+    if (window || !zeve::platform::TakeLayerProcedure(control, &Procedure, this)) return false;
+    window = control;
+    ReadColors();
+    zeve::platform::Invalidate(window);
+    return true;
+}
+
+void BusyBar::Start(std::int32_t pixelsATick) {
+    step = pixelsATick;
+    finished = false;
+    // Without a timer the bar stands still, and nothing else is lost.
+    static_cast<void>(zeve::platform::StartTimer(window, kBusyTimer, kBusyPeriod));
+}
+
+void BusyBar::SetFinished() {
+    zeve::platform::StopTimer(window, kBusyTimer);
+    finished = true;
+    zeve::platform::Invalidate(window);
+}
+
+void BusyBar::Stop() {
+    zeve::platform::StopTimer(window, kBusyTimer);
+    finished = false;
+    zeve::platform::Invalidate(window);
+}
+
+std::intptr_t BusyBar::Procedure(void* bar, zeve::NativeWindow window, std::uint32_t message,
+                                 std::uintptr_t wparam, std::intptr_t lparam) noexcept {
+    return zeve::KeepingExceptions(
+        window, message, wparam, lparam,
+        [bar](zeve::NativeWindow, std::uint32_t number, std::uintptr_t first, std::intptr_t second) {
+            return static_cast<BusyBar*>(bar)->Answer(number, first, second);
+        });
+}
+
+std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) {
+    switch (message) {
+    case zeve::kMessagePaint: Paint(platform::Painting(window)); return 0;
+    case zeve::kMessageEraseBackground: return 1;
+    case zeve::kMessageTimer:
+        if (wparam != kBusyTimer) break;
+        Move();
+        return 0;
+    case kMessageSize:
+    case kMessageSystemColorsChanged: ReadColors(); break;
+    case kMessageDestroy: OnDestroy(); break;
+    case zeve::kMessageWindowGone: {
+        const zeve::NativeWindow gone = window;
+        window = nullptr;
+        return zeve::platform::AnswerBelowLayer(gone, message, wparam, lparam);
+    }
+    default: break;
+    }
+    return zeve::platform::AnswerBelowLayer(window, message, wparam, lparam);
+}
+
+void BusyBar::ReadColors() {
+    backColor = platform::SystemColor(platform::kColorWindow);
+    frameColor = platform::SystemColor(platform::kColorDarkShadow);
+    shadowColor = platform::SystemColor(platform::kColorShadow);
+    clientRect = zeve::platform::ClientArea(window);
+}
+
+void BusyBar::Paint(const platform::Painting& painting) {
+    clientRect = painting.Area();
+    const zeve::NativeDrawing device = painting.Device();
+    FillAsParent(device, clientRect, window); // shows in the corners
+    platform::DrawRoundFrame(device, clientRect, kCorner, frameColor, backColor);
+    if (!BuildCell()) return;
+    if (!finished) return BlendCell(device, position);
+    for (std::int32_t x = kFullLeft; x < clientRect.right - kFullRight; x += kFullStep) BlendCell(device, x);
+}
+
+void BusyBar::BlendCell(zeve::NativeDrawing device, std::int32_t x) const {
+    platform::BlendBitmap(device, {x, kCellTop, x + kDrawnWidth, kCellTop + kBusyCellHeight}, cell.get(),
+                          kOpaque);
+}
+
+bool BusyBar::BuildCell() {
+    if (cell) return true;
+    cell = platform::MakeBitmap({kBusyCellWidth, kBusyCellHeight});
+    FillBusyCell(platform::PixelsOf(cell.get()), barColor);
+    return cell != nullptr;
+}
+
+void BusyBar::Move() {
+    position += step;
+    if (position > clientRect.right) position = kBusyRestart;
+    zeve::platform::Invalidate(window);
+}
+
+void BusyBar::OnDestroy() {
+    zeve::platform::StopTimer(window, kBusyTimer);
+    finished = false;
+}
+
+} // namespace brixen::pvn::pvn_workflow

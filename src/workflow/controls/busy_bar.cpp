@@ -72,7 +72,7 @@ std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std:
         Move();
         return 0;
     case kMessageSize:
-    case kMessageSystemColorsChanged: ReadColors(); break;
+    case kMessageSystemColors: ReadColors(); break;
     case kMessageDestroy: OnDestroy(); break;
     case zeve::kMessageWindowGone: {
         const zeve::NativeWindow gone = window;

@@ -6,15 +6,11 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-inline constexpr std::uint32_t kMessageCreate = 0x0001;              // WM_CREATE
-inline constexpr std::uint32_t kMessageDestroy = 0x0002;             // WM_DESTROY
-inline constexpr std::uint32_t kMessageSize = 0x0005;                // WM_SIZE
-inline constexpr std::uint32_t kMessageSystemColorsChanged = 0x0015; // WM_SYSCOLORCHANGE
-inline constexpr std::uint32_t kMessageFrameButtonDown = 0x00A1;     // WM_NCLBUTTONDOWN
-inline constexpr std::uint32_t kMessageMouseMove = 0x0200;           // WM_MOUSEMOVE
-inline constexpr std::uint32_t kMessageLeftButtonDown = 0x0201;      // WM_LBUTTONDOWN
-inline constexpr std::uint32_t kMessageRightButtonDown = 0x0204;     // WM_RBUTTONDOWN
-inline constexpr std::uint32_t kMessageMiddleButtonDown = 0x0207;    // WM_MBUTTONDOWN
+inline constexpr std::uint32_t kMessageFrameButtonDown = 0x00A1;  // WM_NCLBUTTONDOWN
+inline constexpr std::uint32_t kMessageMouseMove = 0x0200;        // WM_MOUSEMOVE
+inline constexpr std::uint32_t kMessageLeftButtonDown = 0x0201;   // WM_LBUTTONDOWN
+inline constexpr std::uint32_t kMessageRightButtonDown = 0x0204;  // WM_RBUTTONDOWN
+inline constexpr std::uint32_t kMessageMiddleButtonDown = 0x0207; // WM_MBUTTONDOWN
 // WM_PARENTNOTIFY; the low word of wparam is the message of the child.
 inline constexpr std::uint32_t kMessageParentNotify = 0x0210;
 
@@ -41,11 +37,13 @@ inline constexpr std::uint16_t kIdEnter = 1;  // IDOK
 inline constexpr std::uint16_t kIdEscape = 2; // IDCANCEL
 
 // Messages to pane controls, and from them to tooltips and parents.
+inline constexpr std::uint32_t kMessageCreate = 0x0001;          // WM_CREATE
 inline constexpr std::uint32_t kMessageDestroy = 0x0002;         // WM_DESTROY
 inline constexpr std::uint32_t kMessageSize = 0x0005;            // WM_SIZE
 inline constexpr std::uint32_t kMessageLosesFocus = 0x0008;      // WM_KILLFOCUS
 inline constexpr std::uint32_t kMessageEnable = 0x000A;          // WM_ENABLE
 inline constexpr std::uint32_t kMessageSetText = 0x000C;         // WM_SETTEXT
+inline constexpr std::uint32_t kMessageSystemColors = 0x0015;    // WM_SYSCOLORCHANGE
 inline constexpr std::uint32_t kMessageSetCursor = 0x0020;       // WM_SETCURSOR
 inline constexpr std::uint32_t kMessageGetFont = 0x0031;         // WM_GETFONT
 inline constexpr std::uint32_t kMessageNotify = 0x004E;          // WM_NOTIFY

@@ -10,6 +10,7 @@
 
 namespace brixen::pvn::pvn_workflow::platform {
 
+static_assert(kMessageCreate == WM_CREATE && kMessageSystemColors == WM_SYSCOLORCHANGE);
 static_assert(kMessageDestroy == WM_DESTROY && kMessageSize == WM_SIZE &&
               kMessageLosesFocus == WM_KILLFOCUS && kMessageEnable == WM_ENABLE &&
               kMessageSetText == WM_SETTEXT && kMessageSetCursor == WM_SETCURSOR &&

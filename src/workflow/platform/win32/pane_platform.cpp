@@ -9,8 +9,6 @@
 
 namespace brixen::pvn::pvn_workflow::platform {
 
-static_assert(kMessageCreate == WM_CREATE && kMessageDestroy == WM_DESTROY && kMessageSize == WM_SIZE &&
-              kMessageSystemColorsChanged == WM_SYSCOLORCHANGE);
 static_assert(kMessageFrameButtonDown == WM_NCLBUTTONDOWN && kMessageMouseMove == WM_MOUSEMOVE &&
               kMessageLeftButtonDown == WM_LBUTTONDOWN && kMessageRightButtonDown == WM_RBUTTONDOWN &&
               kMessageMiddleButtonDown == WM_MBUTTONDOWN && kMessageParentNotify == WM_PARENTNOTIFY);

@@ -43,7 +43,7 @@ protected:
 
 TEST_F(BusyBars, APaintIsAFrameAndTheCell) {
     Recorder().systemColors = {{5, 0xFFFFFF}, {21, 0x696969}, {16, 0xA0A0A0}};
-    Tell(kMessageSystemColorsChanged);
+    Tell(kMessageSystemColors);
     Tell(zeve::kMessagePaint);
     EXPECT_THAT(NumbersOf("DrawRoundFrame"), ElementsAre(0, 0, 100, 13, 3, 0x696969, 0xFFFFFF));
     EXPECT_THAT(NumbersOf("BlendBitmap"), ElementsAre(0, 3, 21, 10, _, 255));
@@ -151,7 +151,7 @@ TEST_F(BusyBars, ColorsAreReadAtCreateAtResizeAndWhenTheyChange) {
     EXPECT_EQ(frameOfPaint(), 0x111111);
     Recorder().systemColors[21] = 0x222222;
     EXPECT_EQ(frameOfPaint(), 0x111111);
-    Tell(kMessageSystemColorsChanged);
+    Tell(kMessageSystemColors);
     EXPECT_EQ(frameOfPaint(), 0x222222);
 }
 

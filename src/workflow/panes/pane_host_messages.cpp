@@ -27,6 +27,14 @@ bool IsUserEvent(const WindowMessage& message) {
     }
 }
 
+// The press of Enter is the dialog's by the keyboard rules, and a link acts when the key is released: the
+// press must not press a button as well. Of all controls, only a link wants characters and nothing else.
+bool IsLinkFocused() {
+    const std::intptr_t wants =
+        zeve::platform::Send(zeve::platform::FocusedWindow(), kMessageDialogCode, 0, 0);
+    return (wants & ~kIsAButton) == kWantsCharacters;
+}
+
 } // namespace
 
 std::uint64_t PVNPaneHost::HostEventCallback(std::int32_t what, zeve::EventRecord& record, void* params) {
@@ -101,7 +109,10 @@ bool PVNPaneHost::OnFirstFocusMessage(const WindowMessage&, std::intptr_t&) {
 
 // A command has no pane while the controls are being made, and after the end of the run.
 bool PVNPaneHost::OnCommand(const WindowMessage& message, std::intptr_t& result) {
-    return window && HandleCommand(NotificationOf(message.wparam), result);
+    if (!window) return false;
+    const Notification notification = NotificationOf(message.wparam);
+    if (notification.id == kIdEnter && IsLinkFocused()) return true;
+    return HandleCommand(notification, result);
 }
 
 } // namespace brixen::pvn::pvn_workflow

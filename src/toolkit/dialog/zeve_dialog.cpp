@@ -195,6 +195,13 @@ BoxValue ZeveGetValue(ZeveDialog* dialog, std::uint16_t viewId, bool honorSubChe
     });
 }
 
+NativeWindow ZeveSubControl(ZeveDialog* dialog, std::uint16_t viewId) {
+    return PassingStandardExceptions([&]() -> NativeWindow {
+        const CEveBox* box = FindBox(dialog, viewId);
+        return box != nullptr ? box->subControl : nullptr;
+    });
+}
+
 void ZeveShow(ZeveDialog* dialog, std::uint16_t viewId) {
     SwallowingExceptions([&] { BoxOf(dialog, viewId).SetVisible(true); });
 }

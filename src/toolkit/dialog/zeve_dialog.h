@@ -78,6 +78,8 @@ bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& r
 // value. With `honorSubCheck`, a box whose sub check is not set returns nothing; see the classes of the
 // boxes. A field can show a message about its text, and then this waits for the user.
 [[nodiscard]] BoxValue ZeveGetValue(ZeveDialog* dialog, std::uint16_t viewId, bool honorSubCheck);
+// Returns the sub check of the box with that view id; null without one, or without such a box.
+[[nodiscard]] NativeWindow ZeveSubControl(ZeveDialog* dialog, std::uint16_t viewId);
 void ZeveShow(ZeveDialog* dialog, std::uint16_t viewId);
 void ZeveHide(ZeveDialog* dialog, std::uint16_t viewId);
 void ZeveEnable(ZeveDialog* dialog, std::uint16_t viewId);

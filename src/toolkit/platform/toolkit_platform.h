@@ -74,8 +74,11 @@ void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32
 [[nodiscard]] NativeWindow OwnerOfDialog(NativeWindow parent) noexcept;
 [[nodiscard]] NativeWindow ChildWithId(NativeWindow window, std::uint16_t id) noexcept;
 [[nodiscard]] NativeWindow TopChild(NativeWindow window) noexcept; // the first in the order of the children
-// Returns the next child of the same parent in that order.
+// Return the next and the previous child of the same parent in that order.
 [[nodiscard]] NativeWindow NextSibling(NativeWindow window) noexcept;
+[[nodiscard]] NativeWindow PreviousSibling(NativeWindow window) noexcept;
+// Moves a child directly before a sibling in that order.
+void PutBefore(NativeWindow window, NativeWindow sibling);
 // Returns the first child of a class (compared without regard to case) whose style is exactly `style`.
 [[nodiscard]] NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                                 std::uint32_t style) noexcept;

@@ -59,6 +59,15 @@ void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     zeve::ThrowKeptException();
 }
 
+void NameSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text) {
+    const NativeWindow check = zeve::ZeveSubControl(dialog, viewId);
+    toolkit_platform::SetText(check, lyr::gen::ToUtf16(text, true).c_str());
+    const NativeWindow field = ControlOf(dialog, viewId);
+    const NativeWindow label = toolkit_platform::PreviousSibling(field);
+    // The label names the field only if nothing is between them.
+    toolkit_platform::PutBefore(check, toolkit_platform::IsOfClass(label, u"static") ? label : field);
+}
+
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     const NativeWindow control = ControlOf(dialog, viewId);
     toolkit_platform::SetStyle(control, toolkit_platform::StyleOf(control) | zeve::style::kTabStop);

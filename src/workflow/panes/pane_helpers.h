@@ -23,6 +23,10 @@ void SetControlText(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::s
 void MakeDefaultButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 // Takes the frame of a default button away, in the same way.
 void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
+// Names the small check box in front of a field, and gives it an access key: `text` is UTF-8, and none of it
+// is visible. For the keyboard and for screen readers the check box is then before the field and its label.
+void NameSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text);
+
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible);
 void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled);

@@ -59,6 +59,30 @@ TEST_F(Windows, KnowTheirParentsAndChildren) {
     EXPECT_EQ(NextSibling(one), two);
     EXPECT_EQ(NextSibling(two), nullptr);
     EXPECT_EQ(NextSibling(nullptr), nullptr);
+    EXPECT_EQ(PreviousSibling(two), one);
+    EXPECT_EQ(PreviousSibling(one), nullptr);
+    EXPECT_EQ(PreviousSibling(nullptr), nullptr);
+}
+
+TEST_F(Windows, MoveBeforeTheirSiblings) {
+    const NativeWindow three = MakeChild(top, 103);
+    const auto expectOrder = [&](NativeWindow first, NativeWindow second, NativeWindow third) {
+        EXPECT_EQ(TopChild(top), first);
+        EXPECT_EQ(NextSibling(first), second);
+        EXPECT_EQ(NextSibling(second), third);
+        EXPECT_EQ(NextSibling(third), nullptr);
+    };
+    PutBefore(three, two);
+    expectOrder(one, three, two);
+    PutBefore(three, two);
+    expectOrder(one, three, two);
+    PutBefore(two, one);
+    expectOrder(two, one, three);
+    PutBefore(two, three);
+    expectOrder(one, two, three);
+    PutBefore(nullptr, one);
+    PutBefore(one, nullptr);
+    expectOrder(one, two, three);
 }
 
 TEST_F(Windows, AnOwnerIsTheParentOfATopLevelWindowButNotItsRoot) {

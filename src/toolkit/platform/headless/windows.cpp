@@ -233,6 +233,30 @@ NativeWindow NextSibling(NativeWindow window) noexcept {
     return nullptr;
 }
 
+NativeWindow PreviousSibling(NativeWindow window) noexcept {
+    Record("PreviousSibling", window);
+    const Window* found = FindWindow(window);
+    NativeWindow previous = nullptr;
+    for (auto& child : State().windows) {
+        if (found == nullptr || child.get() == found) break;
+        if (child->parent == found->parent && IsChild(*child)) previous = child->handle;
+    }
+    return previous;
+}
+
+void PutBefore(NativeWindow window, NativeWindow sibling) {
+    Record("PutBefore", window, {HandleNumber(sibling)});
+    auto& windows = State().windows;
+    const auto isWindow = [](NativeWindow wanted) {
+        return [wanted](const auto& each) { return each->handle == wanted; };
+    };
+    const auto from = std::find_if(windows.begin(), windows.end(), isWindow(window));
+    const auto to = std::find_if(windows.begin(), windows.end(), isWindow(sibling));
+    if (from == windows.end() || to == windows.end()) return;
+    if (from < to) std::rotate(from, from + 1, to);
+    if (to < from) std::rotate(to, from, from + 1);
+}
+
 NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                   std::uint32_t style) noexcept {
     Record("ChildOfClassAndStyle", window, {style}, className);

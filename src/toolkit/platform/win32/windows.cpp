@@ -141,6 +141,17 @@ NativeWindow NextSibling(NativeWindow window) noexcept {
     return Opaque(GetWindow(Handle(window), GW_HWNDNEXT));
 }
 
+NativeWindow PreviousSibling(NativeWindow window) noexcept {
+    return Opaque(GetWindow(Handle(window), GW_HWNDPREV));
+}
+
+void PutBefore(NativeWindow window, NativeWindow sibling) {
+    const NativeWindow before = PreviousSibling(sibling);
+    if (window == nullptr || sibling == nullptr || before == window) return;
+    SetWindowPos(Handle(window), before != nullptr ? Handle(before) : HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
 NativeWindow ChildOfClassAndStyle(NativeWindow window, const char16_t* className,
                                   std::uint32_t style) noexcept {
     if (window == nullptr) return nullptr;

@@ -130,6 +130,32 @@ TEST_F(PaneHelpers, APictureReplacesAnEarlierOne) {
     EXPECT_EQ(platform::TheResourceRecorder().liveBitmaps, living) << "the layer's stay";
 }
 
+TEST_F(PaneHelpers, ANamedSubCheckIsBeforeTheFieldAndItsLabel) {
+    NameSubCheck(dialog, kLabeled, "Send the &size");
+    const Window check = zeve::ZeveSubControl(dialog, kLabeled);
+    EXPECT_EQ(zeve::platform::TextOf(check), u"Send the &size");
+    const Window label = zeve::platform::NextSibling(check);
+    EXPECT_EQ(zeve::platform::TextOf(label), u"Size:");
+    EXPECT_EQ(zeve::platform::NextSibling(label), Control(kLabeled)->handle);
+}
+
+TEST_F(PaneHelpers, ANamedSubCheckIsDirectlyBeforeAFieldWithoutALabel) {
+    NameSubCheck(dialog, kUnlabeled, "Send it");
+    EXPECT_EQ(zeve::platform::NextSibling(zeve::ZeveSubControl(dialog, kUnlabeled)),
+              Control(kUnlabeled)->handle);
+}
+
+TEST_F(PaneHelpers, AFieldWithoutASubCheckHasNoneToName) {
+    const std::size_t moved = CallsOf("PutBefore").size();
+    NameSubCheck(dialog, kField, "Send it");
+    NameSubCheck(dialog, 999, "Send it");
+    EXPECT_EQ(zeve::ZeveSubControl(dialog, kField), nullptr);
+    EXPECT_EQ(zeve::ZeveSubControl(dialog, 999), nullptr);
+    EXPECT_EQ(zeve::platform::TextOf(Control(kField)->handle), u"");
+    for (std::size_t i = moved; i < CallsOf("PutBefore").size(); ++i)
+        EXPECT_EQ(CallsOf("PutBefore")[i].window, nullptr);
+}
+
 TEST_F(PaneHelpers, AMissingPictureEmptiesItsControl) {
     files.Copy("photo.png", Picture("rgba.png"));
     files.Copy("copy.png", Picture("rgba.png"));

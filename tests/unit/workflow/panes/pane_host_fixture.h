@@ -9,6 +9,7 @@
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
 #include "workflow/panes/pane_helpers.h"
+#include "workflow/platform/message_numbers.h"
 
 #include <functional>
 #include <stdexcept>
@@ -18,7 +19,7 @@
 namespace brixen::pvn::pvn_workflow {
 
 inline constexpr std::uint16_t kNext = 21, kBack = 22, kThrow = 23, kDone = 24, kLeave = 25, kField = 31,
-                               kLink = 32;
+                               kLink = 32, kLabeled = 33, kUnlabeled = 34;
 inline constexpr std::uint16_t kFirstPage = 100, kSecondPage = 200, kPicture = 201;
 
 inline constexpr char kView[] = R"(
@@ -26,6 +27,11 @@ dialog(name: 'Test', width: 300, height: 200, close_box: true) {
     page(view_id: 100, visible: false, enabled: false) { edit_text(view_id: 31, width: 80); }
     page(view_id: 200, visible: false, enabled: false) { picture(view_id: 201, width: 16, height: 16); }
     button(view_id: 21, name: 'Next'); button(view_id: 22, name: 'Back');
+    labeled(placement: place_row) {
+        static_text(name: 'Size:');
+        edit_text(view_id: 33, width: 80, check_box_aware: true);
+    }
+    edit_text(view_id: 34, width: 80, check_box_aware: true);
     hyperlink(view_id: 32, name: 'More', width: 60, height: 14);
     button(view_id: 23, name: 'Throw'); button(view_id: 24, name: 'Done'); button(view_id: 25, name: 'Leave');
 })";
@@ -65,17 +71,15 @@ public:
     using PVNConcreteHost::PVNConcreteHost;
 
     static std::span<const Command> Commands() {
-        static constexpr Command kCommands[] = {{kNext, &TestHost::OnNext},
-                                                {kBack, &TestHost::OnBack},
-                                                {kThrow, &TestHost::OnThrow},
-                                                {kDone, &TestHost::OnDone},
-                                                {kLeave, &TestHost::OnLeave}};
+        static constexpr Command kCommands[] = {
+            {kNext, &TestHost::OnNext}, {kBack, &TestHost::OnBack},   {kThrow, &TestHost::OnThrow},
+            {kDone, &TestHost::OnDone}, {kLeave, &TestHost::OnLeave}, {kIdEnter, &TestHost::OnEnterKey}};
         return kCommands;
     }
 
     bool& Repainted() { return RepaintedFlag(); }
     using PVNConcreteHost::CurrentPane;
-    int firstFocus = 0;
+    int firstFocus = 0, enters = 0;
     std::function<void()> beforeBack;
 
 private:
@@ -86,6 +90,10 @@ private:
     }
     std::intptr_t OnDone() { return DeliverEvent("DoneButton"); }
     std::intptr_t OnLeave() { return DeliverEvent("QuitButton"); }
+    std::intptr_t OnEnterKey() {
+        ++enters;
+        return 0;
+    }
     std::intptr_t OnThrow() { throw std::runtime_error("handler"); }
     void OnFirstFocus() override { ++firstFocus; }
 };

@@ -504,6 +504,30 @@ TEST_F(PaneHost, ANotificationThatIsNoUseOfTheControlPressesNothing) {
     });
 }
 
+TEST_F(PaneHost, EnterOnALinkIsTheLinksAlone) {
+    std::intptr_t dialogCode = 0;
+    System().answer = [&dialogCode](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number != kMessageDialogCode) return std::nullopt;
+        return message.window == Control(kLink)->handle ? dialogCode : 0;
+    };
+    RunWith([&] {
+        zeve::platform::Focus(Control(kLink)->handle);
+        for (const std::intptr_t link : {0x80, 0x2080}) {
+            dialogCode = link;
+            Tell(TopDialog(), zeve::kMessageCommand, kIdEnter);
+            EXPECT_EQ(host.enters, 0);
+        }
+        Tell(TopDialog(), zeve::kMessageCommand, kNext);
+        EXPECT_EQ(host.CurrentPane(), &second) << "only Enter is the link's";
+        for (const std::intptr_t other : {0x81, 0x89, 0x2010, 0x2000, 0}) {
+            dialogCode = other;
+            host.enters = 0;
+            Tell(TopDialog(), zeve::kMessageCommand, kIdEnter);
+            EXPECT_EQ(host.enters, 1) << other;
+        }
+    });
+}
+
 TEST_F(PaneHost, APaneFiltersEventsByNameOnRequest) {
     PVNPane pane;
     zeve::EventRecord record;

@@ -1,10 +1,13 @@
 #include "workflow/catalogue/welcome.h"
 
 #include "frame/status.h"
+#include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/platform/toolkit_platform.h"
 #include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/welcome_views.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
+#include "workflow/controls/hyper_link.h"
 #include "workflow/controls/open_in_browser.h"
 #include "workflow/panes/alert.h"
 #include "workflow/panes/concrete_host.h"
@@ -39,6 +42,25 @@ constexpr PageTraits kHighlightsTraits{"$$$/pvn/welcome/highlights/window_title"
 constexpr PageTraits kReadyTraits{"$$$/pvn/welcome/ready/window_title", welcome::kReadyPage, kReadyButtons,
                                   welcome::kDoneButton};
 
+class WelcomePane final : public PagePane {
+public:
+    WelcomePane() : PagePane(kWelcomeTraits) {}
+
+    void Enter() override {
+        if (!link.window) AttachLink();
+        PagePane::Enter();
+    }
+
+private:
+    void AttachLink() {
+        link.extendedStyle = HyperLink::kCommandButton;
+        link.Attach(zeve::platform::ChildWithId(zeve::ZeveTopWindow(ref), welcome::kLearnMoreLink));
+        AddTabStop(ref, welcome::kLearnMoreLink);
+    }
+
+    HyperLink link;
+};
+
 class HighlightsPane final : public PagePane {
 public:
     explicit HighlightsPane(PVNPaneHost& paneHost) : PagePane(kHighlightsTraits), host(paneHost) {}
@@ -70,7 +92,7 @@ public:
             {welcome::kContinueButton, &WelcomeHost::OnContinue},
             {welcome::kDoneButton, &WelcomeHost::OnDone},
             {welcome::kQuitButton, &WelcomeHost::OnQuit},
-            {welcome::kLearnMoreButton, &WelcomeHost::OnLearnMore},
+            {welcome::kLearnMoreLink, &WelcomeHost::OnLearnMore},
             {kIdEnter, &WelcomeHost::OnEnterKey},
             {kIdEscape, &WelcomeHost::OnQuit},
         };
@@ -121,7 +143,7 @@ void PVNWelcomeWorkFlow::SetTransitions() {
 }
 
 void PVNWelcomeWorkFlow::SetPanes() {
-    SetPane(kStateWelcome, std::make_unique<PagePane>(kWelcomeTraits));
+    SetPane(kStateWelcome, std::make_unique<WelcomePane>());
     SetPane(kStateHighlights, std::make_unique<HighlightsPane>(*host));
     SetPane(kStateReady, std::make_unique<PagePane>(kReadyTraits));
 }

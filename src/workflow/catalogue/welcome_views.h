@@ -11,7 +11,7 @@ inline constexpr std::uint16_t kDoneButton = 13;
 inline constexpr std::uint16_t kQuitButton = 14;
 
 inline constexpr std::uint16_t kWelcomePage = 100;
-inline constexpr std::uint16_t kLearnMoreButton = 101;
+inline constexpr std::uint16_t kLearnMoreLink = 101;
 
 inline constexpr std::uint16_t kHighlightsPage = 200;
 inline constexpr std::uint16_t kStepsPicture = 201;

@@ -2,6 +2,7 @@
 
 #include "frame/status.h"
 #include "support/languages.h"
+#include "toolkit/control_styles.h"
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
 #include "unit/workflow/without_memory.h"
@@ -59,13 +60,13 @@ protected:
         });
     }
     static void ThenExpectWelcome(std::u16string title = u"Getting started: Welcome") {
-        ThenExpectPane(title, kLearnMoreButton, {kBackButton, kDoneButton, kStepsPicture});
+        ThenExpectPane(title, kLearnMoreLink, {kBackButton, kDoneButton, kStepsPicture});
     }
     static void ThenExpectHighlights(std::u16string title = u"Getting started: What to expect") {
-        ThenExpectPane(title, kStepsPicture, {kDoneButton, kLearnMoreButton});
+        ThenExpectPane(title, kStepsPicture, {kDoneButton, kLearnMoreLink});
     }
     static void ThenExpectReady(std::u16string title = u"Getting started: Everything is ready") {
-        ThenExpectPane(title, kDoneButton, {kContinueButton, kStepsPicture, kLearnMoreButton});
+        ThenExpectPane(title, kDoneButton, {kContinueButton, kStepsPicture, kLearnMoreLink});
     }
 
     T_Storage bag;
@@ -101,10 +102,10 @@ TEST_F(Welcome, IsWalkedInTheWordsOfEachLanguage) {
         };
         SetLanguage(locale);
         ThenExpectWelcome(title("welcome"));
-        thenExpectButton(kLearnMoreButton, "learn_more");
+        thenExpectButton(kLearnMoreLink, "learn_more");
         thenExpectButton(kContinueButton, "continue");
         thenExpectButton(kQuitButton, "quit");
-        ThenPress(kLearnMoreButton);
+        ThenPress(kLearnMoreLink);
         ThenPress(kContinueButton);
         ThenExpectHighlights(title("highlights"));
         thenExpectButton(kBackButton, "back");
@@ -208,7 +209,7 @@ TEST_F(Welcome, AButtonThatHadTheFocusIsANormalOneOnTheNextPane) {
 
 TEST_F(Welcome, TheControlsOfAPaneAreEnabledWithIt) {
     const auto expectEnabled = [](bool enabled) {
-        Then([enabled] { EXPECT_EQ(zeve::platform::IsEnabled(Control(kLearnMoreButton)->handle), enabled); });
+        Then([enabled] { EXPECT_EQ(zeve::platform::IsEnabled(Control(kLearnMoreLink)->handle), enabled); });
     };
     expectEnabled(true);
     ThenPress(kContinueButton);
@@ -269,8 +270,27 @@ TEST_F(Welcome, WithoutAWindowIsAnException) {
     EXPECT_TRUE(zeve::platform::IsEnabled(mainWindow));
 }
 
+TEST_F(Welcome, LearnMoreIsALinkThatTabReaches) {
+    Then([] {
+        const auto* link = Control(kLearnMoreLink);
+        EXPECT_EQ(link->className, u"static");
+        EXPECT_NE(link->style & zeve::style::kTabStop, 0u);
+        EXPECT_NE(Tell(link->handle, kMessageDialogCode) & kWantsCharacters, 0) << "it takes keys";
+    });
+    ThenPress(kContinueButton);
+    ThenPress(kBackButton);
+    Then([] {
+        const Window link = Control(kLearnMoreLink)->handle;
+        Tell(link, zeve::kMessageCharacter, kKeySpace);
+        EXPECT_EQ(platform::ThePaneRecorder().started.size(), 1u) << "attached once, so it opens once";
+    });
+    ThenPress(kQuitButton);
+    ThenPress(kAlertQuitButton);
+    EXPECT_EQ(Run(), kStatusUserQuit);
+}
+
 TEST_F(Welcome, LearnMoreOpensTheLocalPage) {
-    ThenPress(kLearnMoreButton);
+    ThenPress(kLearnMoreLink);
     ThenExpectWelcome();
     ThenPress(kIdEscape);
     ThenPress(kAlertQuitButton);

@@ -66,6 +66,9 @@ std::intptr_t BusyBar::Procedure(void* bar, zeve::NativeWindow window, std::uint
 std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) {
     switch (message) {
     case zeve::kMessagePaint: Paint(platform::Painting(window)); return 0;
+    case kMessagePrintClient:
+        Paint(platform::Painting(window, reinterpret_cast<zeve::NativeDrawing>(wparam)));
+        return 0;
     case zeve::kMessageEraseBackground: return 1;
     case zeve::kMessageTimer:
         if (wparam != kBusyTimer) break;

@@ -144,7 +144,8 @@ void SetTransparentText(zeve::NativeDrawing device, Color color) noexcept;
 // --- Bitmaps ---
 
 // The pixels of a bitmap in place, the top row first, blue first in each pixel. Borrowed: they live as long
-// as the bitmap. Empty for a bitmap that is not of 24 or 32 bits or whose pixels are not in memory.
+// as the bitmap, which must be one of MakeBitmap or DecodeBitmap. Empty for a bitmap that is not of 24 or 32
+// bits or whose pixels are not in memory.
 struct PixelRows {
     std::byte* top = nullptr;
     std::ptrdiff_t pitch = 0; // bytes from one row to the next; negative if the bottom row is first in memory

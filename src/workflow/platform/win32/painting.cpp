@@ -180,7 +180,7 @@ OwnedBitmap MakeBitmap(Extent extent) noexcept {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = extent.width;
-    info.bmiHeader.biHeight = -extent.height;
+    info.bmiHeader.biHeight = extent.height;
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* bits = nullptr;
@@ -199,13 +199,10 @@ PixelRows PixelsOf(zeve::NativeBitmap bitmap) noexcept {
     const BITMAP& shape = section.dsBm;
     if (shape.bmBitsPixel != 24 && shape.bmBitsPixel != 32) return {};
     GdiFlush(); // the system may still draw on the pixels
-    PixelRows rows{static_cast<std::byte*>(shape.bmBits), shape.bmWidthBytes, shape.bmWidth, shape.bmHeight,
-                   shape.bmBitsPixel / 8};
-    if (section.dsBmih.biHeight > 0) {
-        rows.top += rows.pitch * (rows.height - 1);
-        rows.pitch = -rows.pitch;
-    }
-    return rows;
+    // The system does not tell which row is first in memory. In every bitmap made here it is the bottom row.
+    const std::ptrdiff_t pitch = shape.bmWidthBytes;
+    return {static_cast<std::byte*>(shape.bmBits) + pitch * (shape.bmHeight - 1), -pitch, shape.bmWidth,
+            shape.bmHeight, shape.bmBitsPixel / 8};
 }
 
 void DrawBitmap(zeve::NativeDrawing device, const Rectangle& area, zeve::NativeBitmap bitmap) noexcept {

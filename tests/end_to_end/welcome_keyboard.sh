@@ -2,6 +2,7 @@
 # Walks Welcome by keyboard alone: Enter, Tab, Shift+Tab, Space and Esc, and quits it by its alert.
 . "$(dirname "$0")/support/drive.sh"
 
+record_pages
 start_host --workflow 1 --language en_US
 wait_until "Welcome is shown" title_is "Getting started: Welcome"
 wait_until "Continue has the focus" is_focused Continue
@@ -12,11 +13,19 @@ press Tab
 wait_until "Tab leads to Quit" is_focused Quit
 press Tab
 wait_until "Tab wraps to the first control" is_focused "Learn more"
+press Return
+wait_until "Enter on the link opens the page" pages_opened 1 'en_US\welcome.html'
+press space
+wait_until "Space opens it too" pages_opened 2 'en_US\welcome.html'
+title_is "Getting started: Welcome" || fail "a key of the link pressed a button"
 press shift+Tab
 wait_until "Shift+Tab wraps back" is_focused Quit
 press shift+Tab
 wait_until "Shift+Tab leads to Continue" is_focused Continue
 
+press alt+l
+wait_until "Alt+L opens the page" pages_opened 3 'en_US\welcome.html'
+wait_until "the link has the focus then" is_focused "Learn more"
 press alt+c
 wait_until "Alt+C leads to Highlights" title_is "Getting started: What to expect"
 wait_until "Continue has the focus there" is_focused Continue

@@ -2,8 +2,11 @@
 # Walks Welcome by mouse, forward and back and to its end, in English and mirrored in Hebrew.
 . "$(dirname "$0")/support/drive.sh"
 
+record_pages
 start_host --workflow 1 --language en_US
 wait_until "Welcome is shown" shows "Learn more"
+click "Learn more"
+wait_until "the link opens the page" pages_opened 1 'en_US\welcome.html'
 click Continue
 wait_until "Highlights is shown" title_is "Getting started: What to expect"
 wait_until "the former pane is hidden" shows_no_more "Learn more"

@@ -6,12 +6,14 @@ set -euo pipefail
 build=$1
 bin=$build/bin
 output=$(mktemp)
+openedPages=$(mktemp)
+browserKey='HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths\iexplore.exe'
 hostProcess=
 trap 'finish' EXIT
 
 finish() {
     [ -z "$hostProcess" ] || kill "$hostProcess" 2>/dev/null || true
-    rm -f "$output"
+    rm -f "$output" "$openedPages"
 }
 
 fail() {
@@ -27,6 +29,15 @@ start_host() {
     (cd "$bin" && exec timeout 240 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
     hostProcess=$!
 }
+
+# record_pages: from now on the browser only notes what it is to open. Call it before start_host.
+record_pages() {
+    PAVANE_OPENED_PAGES=$(winepath -w "$openedPages" 2>/dev/null)
+    export PAVANE_OPENED_PAGES
+    wine reg add "$browserKey" /ve /d "$(winepath -w "$bin/page-recorder.exe" 2>/dev/null)" /f >/dev/null 2>&1
+}
+# pages_opened COUNT PAGE: that many pages were opened so far, the last of them PAGE.
+pages_opened() { [ "$(wc -l <"$openedPages")" = "$1" ] && tail -n 1 "$openedPages" | grep -qF "$2\""; }
 
 # host_ends CODE TEXT: the host ends with that exit code, after printing TEXT, or nothing at all if TEXT is empty.
 host_ends() {
@@ -96,7 +107,7 @@ is_no_default() { shows "$1" && ! is_default "$1"; }
 title_is() { [ "$(probe | sed -n '1s/^dialog [^ ]* [^ ]* [^ ]* [^ ]* //p')" = "$1" ]; }
 
 # word LOCALE KEY: the text of KEY in the shipped dictionary of that locale.
-word() { awk -F= -v key="\$\$\$$2" '{ sub(/^"/, ""); sub(/"$/, "") } $1 == key { print $2; exit }' \
+word() { awk -F= -v key="\$\$\$$2" '{ sub(/^"/, ""); sub(/"$/, "") } $1 == key { gsub(/&/, "", $2); print $2; exit }' \
     "$(dirname "$0")/../../resources/dictionaries/$1/guide.txt"; }
 
 press() { xdotool key --clearmodifiers "$1"; }

@@ -102,6 +102,11 @@ else()
     include(cmake/tutorial.cmake)
 endif()
 
+# The tests of the transport are their own servers.
+if(TARGET windows_transport)
+    target_link_libraries(windows_transport PRIVATE ws2_32)
+endif()
+
 # The tests of compiled dictionaries write their own.
 if(TARGET unit_dictionaries)
     target_link_libraries(unit_dictionaries PRIVATE pavane_tools)

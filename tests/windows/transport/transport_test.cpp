@@ -1,0 +1,326 @@
+// The transport over the system's own HTTP, against servers on the loopback interface.
+#include "connection_settings.h"
+#include "loopback_server.h"
+
+#include "net/transport/call_limit.h"
+#include "net/transport/http_send.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <thread>
+
+namespace brixen::pvn {
+namespace {
+
+using pavane_test::ConnectionSettings;
+using pavane_test::Conversation;
+using pavane_test::LoopbackServer;
+using testing::AnyOf;
+using testing::ElementsAre;
+using testing::StartsWith;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kCancelLimit(100);
+
+class Transport : public testing::Test {
+protected:
+    Transport() {
+        detail.timeoutSeconds = 20;
+        detail.useOsProxy = 1;
+    }
+
+    Status Send(const std::string& url, const std::string& body = "the body") {
+        response = "an earlier answer";
+        return PVN_HTTPSend(url.c_str(), detail, body.c_str(), response);
+    }
+
+    // The status of a call to a server that does this.
+    Status SendTo(LoopbackServer::Handler handler) {
+        LoopbackServer server(std::move(handler));
+        return Send(server.Url());
+    }
+
+    // Cancels as soon as the server has the request, and expects that the call ends soon after it.
+    void ExpectCancelAtOnce(const std::string& url, LoopbackServer& server) {
+        Clock::time_point signaled;
+        std::thread canceler([&] {
+            server.AwaitRequests(1);
+            signaled = Clock::now();
+            CancelTransaction();
+        });
+        EXPECT_EQ(Send(url), kStatusCallCanceled);
+        const Clock::time_point returned = Clock::now();
+        canceler.join();
+        EXPECT_LT(returned - signaled, kCancelLimit);
+        EXPECT_EQ(response, "");
+    }
+
+    ConnectionSettings settings;
+    CommunicationDetail detail;
+    std::string response;
+};
+
+std::string Bytes(std::size_t length) { return std::string(length, 'x'); }
+
+TEST_F(Transport, SendsTheFixedHeadersInTheirOrder) {
+    LoopbackServer server([](const Conversation& client) { client.SendAnswer("answer"); });
+    EXPECT_EQ(Send(server.Url("/a%20b?x=%41"), "<call/>"), kStatusSuccess);
+    EXPECT_EQ(response, "answer");
+    EXPECT_THAT(server.Requests(), ElementsAre("POST /a%20b?x=A HTTP/1.1\r\n"
+                                               "Host: ops\r\n"
+                                               "User-Agent: PVN\r\n"
+                                               "Content-Type: text/xml; charset=utf-8\r\n"
+                                               "Connection: close\r\n"
+                                               "SOAPAction: urn:#pvnCallRequest\r\n"
+                                               "Content-Length: 7\r\n"
+                                               "\r\n"
+                                               "<call/>"));
+}
+
+TEST_F(Transport, TheStatusOfTheAnswerIsNotRead) {
+    for (const char* const status : {"200 OK", "404 Not Found", "500 Internal Server Error",
+                                     "401 Unauthorized", "407 Proxy Authentication Required"}) {
+        EXPECT_EQ(SendTo([status](const Conversation& client) { client.SendAnswer("a page", status); }),
+                  kStatusSuccess)
+            << status;
+        EXPECT_EQ(response, "a page");
+    }
+}
+
+TEST_F(Transport, AnswersOfNoBytesAreSuccesses) {
+    EXPECT_EQ(SendTo([](const Conversation& client) { client.SendAnswer(""); }), kStatusSuccess);
+    EXPECT_EQ(response, "");
+    EXPECT_EQ(SendTo([](const Conversation& client) { client.Send("HTTP/1.1 200 OK\r\n\r\n"); }),
+              kStatusSuccess);
+    EXPECT_EQ(response, "");
+}
+
+TEST_F(Transport, TakesAnAnswerInChunks) {
+    EXPECT_EQ(SendTo([](const Conversation& client) {
+                  client.Send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+                  client.Send("5\r\nhello\r\n");
+                  client.Send("7\r\n, world\r\n0\r\n\r\n");
+              }),
+              kStatusSuccess);
+    EXPECT_EQ(response, "hello, world");
+}
+
+TEST_F(Transport, TakesAnAnswerThatDrips) {
+    EXPECT_EQ(SendTo([](const Conversation& client) {
+                  client.Send("HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\n");
+                  for (int i = 0; i < 20; ++i) {
+                      client.Send("x");
+                      Sleep(5);
+                  }
+              }),
+              kStatusSuccess);
+    EXPECT_EQ(response, Bytes(20));
+}
+
+TEST_F(Transport, TakesTwentyMebibytes) {
+    const std::string body = Bytes(20 << 20);
+    EXPECT_EQ(SendTo([&body](const Conversation& client) { client.SendAnswer(body); }), kStatusSuccess);
+    EXPECT_EQ(response.size(), body.size());
+}
+
+TEST_F(Transport, NobodyListening) {
+    int port = 0;
+    {
+        LoopbackServer server([](const Conversation&) {});
+        port = server.Port();
+    }
+    EXPECT_EQ(Send("http://127.0.0.1:" + std::to_string(port) + "/"), kStatusHttpError);
+    EXPECT_EQ(response, "");
+}
+
+TEST_F(Transport, ANameThatIsNotResolved) {
+    EXPECT_EQ(Send("http://service.invalid/"), kStatusNameNotResolved);
+}
+
+TEST_F(Transport, AUrlThatCannotBeReadIsAFailure) {
+    for (const std::string& url : {std::string(), std::string("no url"), std::string("ftp://127.0.0.1/"),
+                                   "http://127.0.0.1/" + Bytes(1100)}) {
+        EXPECT_NE(Send(url), kStatusSuccess) << url;
+        EXPECT_EQ(response, "");
+    }
+}
+
+TEST_F(Transport, AConnectionCutInTheHead) {
+    EXPECT_EQ(SendTo([](const Conversation&) {}), kStatusHttpError);
+    EXPECT_EQ(SendTo([](const Conversation& client) { client.Send("HTTP/1.1 20"); }), kStatusHttpError);
+    EXPECT_EQ(response, "");
+}
+
+// Windows may report an error here; under Wine the answer counts as complete.
+TEST_F(Transport, ABodyThatEndsTooEarlyIsTakenAsItIs) {
+    EXPECT_EQ(SendTo([](const Conversation& client) {
+                  client.Send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n" + Bytes(50));
+              }),
+              kStatusSuccess);
+    EXPECT_EQ(response, Bytes(50));
+}
+
+TEST_F(Transport, AConnectionThatIsResetInTheBody) {
+    EXPECT_EQ(SendTo([](const Conversation& client) {
+                  client.Send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n" + Bytes(50));
+                  client.Reset();
+              }),
+              kStatusSystemError);
+    EXPECT_EQ(response, "");
+}
+
+// Windows may follow it without the body; Wine reports an error.
+TEST_F(Transport, ARedirectToAnotherPage) {
+    EXPECT_EQ(SendTo([](const Conversation& client) {
+                  client.Send("HTTP/1.1 302 Found\r\nLocation: /other\r\nContent-Length: 0\r\n\r\n");
+              }),
+              kStatusHttpError);
+}
+
+TEST_F(Transport, ARedirectThatRepeatsTheBody) {
+    LoopbackServer server([](const Conversation& client) {
+        if (client.Request().starts_with("POST /call"))
+            client.Send("HTTP/1.1 307 Temporary Redirect\r\nLocation: /other\r\nContent-Length: 0\r\n\r\n");
+        else
+            client.SendAnswer("from the other place");
+    });
+    EXPECT_EQ(Send(server.Url()), kStatusSuccess);
+    EXPECT_EQ(response, "from the other place");
+    EXPECT_TRUE(server.Requests().back().ends_with("the body"));
+}
+
+TEST_F(Transport, AnAnswerThatIsNoHttp) {
+    EXPECT_EQ(SendTo([](const Conversation& client) { client.Send("garbage\r\n\r\n"); }), kStatusHttpError);
+}
+
+TEST_F(Transport, ASilentServerEndsByTheLimitAndASecondCallWorks) {
+    detail.timeoutSeconds = 1;
+    std::atomic<bool> isClosed = false;
+    LoopbackServer silent([&](const Conversation& client) { isClosed = client.AwaitClose(); });
+    EXPECT_EQ(Send(silent.Url()), kStatusCallTimedOut);
+    EXPECT_EQ(response, "");
+    EXPECT_EQ(SendTo([](const Conversation& client) { client.SendAnswer("answer"); }), kStatusSuccess);
+    EXPECT_EQ(response, "answer");
+    // The system may keep the connection until its own limit, a second later.
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(10);
+    while (!isClosed && Clock::now() < end) Sleep(1);
+    EXPECT_TRUE(isClosed);
+}
+
+TEST_F(Transport, AnAnswerThatLandsOnItsCapacityEndsByTheLimit) {
+    detail.timeoutSeconds = 1;
+    EXPECT_EQ(SendTo([](const Conversation& client) { client.SendAnswer(Bytes(8190)); }), kStatusSuccess);
+    EXPECT_EQ(response, Bytes(8190));
+    EXPECT_EQ(SendTo([](const Conversation& client) {
+                  client.SendAnswer(Bytes(8191));
+                  client.AwaitClose();
+              }),
+              kStatusCallTimedOut);
+}
+
+TEST_F(Transport, CancelBeforeTheCallEndsItAtOnce) {
+    const EventHandle cancel = MakeCancelEvent();
+    CancelTransaction();
+    LoopbackServer server([](const Conversation& client) { client.AwaitClose(); });
+    const Clock::time_point start = Clock::now();
+    EXPECT_EQ(Send(server.Url()), kStatusCallCanceled);
+    EXPECT_LT(Clock::now() - start, kCancelLimit);
+}
+
+TEST_F(Transport, CancelWhileTheServerIsSilent) {
+    LoopbackServer server([](const Conversation& client) { client.AwaitClose(); });
+    ExpectCancelAtOnce(server.Url(), server);
+    LoopbackServer second([](const Conversation& client) { client.SendAnswer("answer"); });
+    EXPECT_EQ(Send(second.Url()), kStatusSuccess) << "one signal ends one call";
+}
+
+TEST_F(Transport, CancelInTheMiddleOfTheAnswer) {
+    LoopbackServer server([](const Conversation& client) {
+        client.Send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n" + Bytes(50000));
+        client.AwaitClose();
+    });
+    ExpectCancelAtOnce(server.Url(), server);
+}
+
+TEST_F(Transport, CancelWhileTheScriptOfTheProxySettingsStalls) {
+    LoopbackServer scripts([](const Conversation& client) { client.AwaitClose(); });
+    settings.Write("", scripts.Url("/proxy.pac"));
+    ExpectCancelAtOnce("http://service.test/", scripts);
+}
+
+TEST_F(Transport, CancelsAtRandomMomentsOfALongAnswer) {
+    const std::string body = Bytes(4 << 20);
+    LoopbackServer server([&body](const Conversation& client) { client.SendAnswer(body); });
+    for (int i = 0; i < 20; ++i) {
+        std::thread canceler([i] {
+            Sleep(static_cast<DWORD>(i));
+            CancelTransaction();
+        });
+        const Status status = Send(server.Url());
+        canceler.join();
+        EXPECT_EQ(response.size(), status == kStatusCallCanceled ? 0 : body.size());
+    }
+}
+
+TEST_F(Transport, GoesThroughTheUsersProxy) {
+    LoopbackServer proxy([](const Conversation& client) { client.SendAnswer("through the proxy"); });
+    detail.useOsProxy = 0;
+    std::snprintf(detail.proxyHost, sizeof detail.proxyHost, "127.0.0.1");
+    detail.proxyPort = proxy.Port();
+    EXPECT_EQ(Send("http://service.test/call"), kStatusSuccess);
+    EXPECT_EQ(response, "through the proxy");
+    EXPECT_THAT(proxy.Requests(), ElementsAre(AnyOf(StartsWith("POST http://service.test/call "),
+                                                    StartsWith("POST http://service.test:80/call "))));
+}
+
+TEST_F(Transport, GoesThroughTheProxyOfTheSystem) {
+    LoopbackServer proxy([](const Conversation& client) { client.SendAnswer("through the proxy"); });
+    const std::string place = "127.0.0.1:" + std::to_string(proxy.Port());
+    settings.Write("http=127.0.0.1:1;https=" + place, "");
+    EXPECT_EQ(Send("http://service.test/call"), kStatusSuccess);
+    EXPECT_EQ(response, "through the proxy");
+    settings.Write(place, "");
+    EXPECT_EQ(Send("http://service.test/call"), kStatusSuccess);
+    EXPECT_EQ(response, "through the proxy");
+}
+
+TEST_F(Transport, GoesThroughTheProxyOfAScript) {
+    LoopbackServer proxy([](const Conversation& client) { client.SendAnswer("through the proxy"); });
+    const std::string script =
+        "function FindProxyForURL(url, host) { return 'PROXY 127.0.0.1:" + std::to_string(proxy.Port()) +
+        "; DIRECT'; }";
+    LoopbackServer scripts([&script](const Conversation& client) { client.SendAnswer(script); });
+    settings.Write("", scripts.Url("/proxy.pac"));
+    EXPECT_EQ(Send("http://service.test/call"), kStatusSuccess);
+    EXPECT_EQ(response, "through the proxy");
+    EXPECT_THAT(scripts.Requests(), testing::Each(StartsWith("GET /proxy.pac ")));
+}
+
+TEST_F(Transport, AProxyThatIsDownIsAFailure) {
+    detail.useOsProxy = 0;
+    std::snprintf(detail.proxyHost, sizeof detail.proxyHost, "127.0.0.1");
+    detail.proxyPort = 1;
+    EXPECT_EQ(Send("http://service.test/call"), kStatusHttpError);
+}
+
+DWORD OpenHandles() {
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+}
+
+TEST_F(Transport, LeavesNothingOpenAfterTwoHundredCalls) {
+    LoopbackServer server([](const Conversation& client) { client.SendAnswer("answer"); });
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(Send(server.Url()), kStatusSuccess);
+    const DWORD before = OpenHandles();
+    for (int i = 0; i < 200; ++i) EXPECT_EQ(Send(server.Url()), kStatusSuccess);
+    EXPECT_LE(OpenHandles(), before + 8) << "the system keeps some threads of its own";
+}
+
+} // namespace
+} // namespace brixen::pvn

@@ -18,13 +18,9 @@ constexpr char kOnlyMaximum[] =
 
 constexpr std::int32_t kDecimalsOfClosest = 6;
 
-double ValueOf(std::string_view text, NumberForm form) {
-    return form == NumberForm::kFraction ? FractionValue(text) : ParseNumber(text);
-}
-
 std::optional<NumberLimit> LimitOf(std::string_view text) {
     if (text.empty()) return std::nullopt;
-    return NumberLimit{ValueOf(text, ClassifyNumberText(text).form), std::string(text)};
+    return NumberLimit{FractionValue(text), std::string(text)};
 }
 
 // Returns the number of decimals of a decimal number with its point at `position`.
@@ -116,7 +112,7 @@ NumberField::Reading NumberField::Read(std::string_view controlText, std::string
     if (isUnchanged) return {setValue, std::nullopt, {}};
 
     Reading reading;
-    if (!IsApex(format)) reading.outOfRange = RangeCheck(text, form);
+    if (!IsApex(format)) reading.outOfRange = RangeCheck(text);
     if (reading.outOfRange) {
         reading.closest = text;
         const ClassifiedNumber closest = ClassifyNumberText(text);
@@ -129,8 +125,8 @@ NumberField::Reading NumberField::Read(std::string_view controlText, std::string
     return reading;
 }
 
-std::optional<OutOfRange> NumberField::RangeCheck(std::string& text, NumberForm form) const {
-    const double value = ValueOf(text, form);
+std::optional<OutOfRange> NumberField::RangeCheck(std::string& text) const {
+    const double value = FractionValue(text);
     const bool isTooSmall = minimum && minimum->value > value;
     if (!isTooSmall && !(maximum && value > maximum->value)) return std::nullopt;
     text = DecimalText(isTooSmall ? minimum->value : maximum->value, kDecimalsOfClosest);

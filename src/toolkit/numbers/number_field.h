@@ -56,7 +56,8 @@ public:
 
 private:
     std::string WithoutAddIn(std::string_view text) const;
-    std::optional<OutOfRange> RangeCheck(std::string& text, NumberForm form) const;
+    // Replaces the text by the closest number if its own is beyond a limit.
+    std::optional<OutOfRange> RangeCheck(std::string& text) const;
 
     NumberForm format = NumberForm::kWhole;
     NumberForm valueFormat = NumberForm::kWhole;

@@ -15,7 +15,7 @@ std::optional<std::string> NumberFieldReader::Read(std::uint16_t viewId) {
     const std::u16string before = toolkit_platform::TextOf(field);
     std::optional<std::string> value = zeve::ZeveGetValue(dialog, viewId, true).text;
     hasCorrected = toolkit_platform::TextOf(field) != before;
-    if (!hasCorrected) return value;
+    if (!hasCorrected) return value && !value->empty() ? value : std::nullopt;
     // The host ran during the message. If it destroyed the field, the dialog may be gone too.
     if (!toolkit_platform::IsWindowAlive(field)) return std::nullopt;
     // The field shows six decimals now. Set as a value, the number has the format of the field.

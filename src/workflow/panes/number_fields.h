@@ -26,7 +26,7 @@ public:
     // Borrows the dialog.
     explicit NumberFieldReader(zeve::ZeveDialog* dialog) : dialog(dialog) {}
 
-    // Returns the value in the form in which it was set. Returns no value for a field that is empty or
+    // Returns the value in the form in which it was set. Returns no value for a field that is blank or
     // read-only or has a sub check that is not set, for an unknown id, and after a correction.
     [[nodiscard]] std::optional<std::string> Read(std::uint16_t viewId);
     [[nodiscard]] bool HasCorrected() const { return hasCorrected; }

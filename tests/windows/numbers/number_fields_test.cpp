@@ -10,6 +10,7 @@
 
 #include <windows.h>
 
+#include <clocale>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -256,6 +257,7 @@ TEST_F(NumberFieldTest, ShowsItsAddInAndReadsWithoutIt) {
 }
 
 TEST_F(NumberFieldTest, TakesTheDecimalSignThatTheUserHasNow) {
+    const std::string locale = std::setlocale(LC_NUMERIC, nullptr);
     Make("format: 'decimal'");
     Set("1.5");
     EXPECT_EQ(platform::DecimalSign(), ".");
@@ -273,6 +275,7 @@ TEST_F(NumberFieldTest, TakesTheDecimalSignThatTheUserHasNow) {
         EXPECT_EQ(Read(L"6\u066B5"), "6.5");
     }
     EXPECT_EQ(Read(L"7,5"), "7.0") << "a comma ends the number again";
+    EXPECT_EQ(std::setlocale(LC_NUMERIC, nullptr), locale) << "the process keeps its locale";
 }
 
 TEST_F(NumberFieldTest, ShowsAMessageAboutALimitAndThenTheClosestNumber) {

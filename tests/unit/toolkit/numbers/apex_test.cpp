@@ -1,6 +1,7 @@
 #include "toolkit/numbers/apex.h"
 
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -76,20 +77,41 @@ TEST(SnapShutterTime, IsZeroForNoTime) {
     EXPECT_EQ(SnapShutterTime(-1), 0);
 }
 
+TEST(SnapShutterTime, HasSeventyTimes) {
+    std::vector<double> times = {30, 25,  20,  15,  13, 10,  8,   6,   5,   4,   3.2, 3,    2.5,
+                                 2,  1.6, 1.5, 1.3, 1,  0.8, 0.7, 0.6, 0.5, 0.4, 0.3, 0.25, 0.2};
+    for (const double part :
+         {6,    8,    10,   13,   15,   20,   25,   30,   40,   45,   50,    60,    80,    90,   100,
+          125,  160,  180,  200,  250,  320,  350,  400,  500,  640,  750,   800,   1000,  1250, 1500,
+          1600, 2000, 2500, 3000, 3200, 4000, 5000, 6000, 6400, 8000, 10000, 12000, 12800, 16000}) {
+        times.push_back(1 / part);
+    }
+    EXPECT_EQ(times.size(), 70u);
+    for (const double time : times) {
+        EXPECT_EQ(SnapShutterTime(time), time);
+        EXPECT_EQ(SnapShutterTime(time * 1.015), time);
+        EXPECT_EQ(SnapShutterTime(time * 0.985), time);
+    }
+}
+
 TEST(SnapShutterTime, TakesTheFirstTimeOfTheSeriesWithinTwoPercent) {
     EXPECT_EQ(SnapShutterTime(30), 30);
     EXPECT_EQ(SnapShutterTime(30.5), 30);
     EXPECT_EQ(SnapShutterTime(29.5), 30);
     EXPECT_EQ(SnapShutterTime(1.0 / 16000), 1.0 / 16000);
     EXPECT_EQ(SnapShutterTime(1.0 / 6), 1.0 / 6);
-    EXPECT_EQ(SnapShutterTime(0.98 * 13), 13) << "the borders count";
-    EXPECT_EQ(SnapShutterTime(1.02 * 13), 13);
+    EXPECT_EQ(SnapShutterTime(0.98 * 3.2), 3.2) << "the borders count";
+    EXPECT_EQ(SnapShutterTime(1.02 * 3.2), 3.2);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.975 * 3.2), 3.1);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.025 * 3.2), 3.3);
 }
 
 TEST(SnapShutterTime, TriesALittleLongerTimesBelowATenth) {
     EXPECT_EQ(SnapShutterTime(1.0 / 64), 1.0 / 60) << "1/64 times 16/15";
     EXPECT_EQ(SnapShutterTime(1.0 / 16), 1.0 / 15);
     EXPECT_EQ(SnapShutterTime(1.0 / 1024), 1.0 / 1000) << "1/1024 times 1.024";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.95 / 1000), 0.1 / 105) << "still too short";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.92), 0.9) << "not below a tenth";
 }
 
 TEST(SnapShutterTime, RoundsOtherTimesByTheirSize) {
@@ -99,6 +121,8 @@ TEST(SnapShutterTime, RoundsOtherTimesByTheirSize) {
     EXPECT_DOUBLE_EQ(SnapShutterTime(0.9), 0.9);
     EXPECT_DOUBLE_EQ(SnapShutterTime(0.142857), 1.0 / 7);
     EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 70), 0.2 / 14);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 74.8), 1.0 / 75);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 7130), 1.0 / 7100);
     EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 285), 0.1 / 29) << "the time is 28.5 parts of a tenth";
     EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 1150), 0.02 / 23);
     EXPECT_DOUBLE_EQ(SnapShutterTime(1.0 / 7000), 0.01 / 70);

@@ -67,6 +67,7 @@ TEST(NumberField, IsWholeWithoutDecimalsIfTheViewNamesNoFormat) {
 TEST(NumberField, TakesANegativePrecisionAsOne) {
     NumberField field = Field("decimal", -2);
     EXPECT_EQ(field.SetValue("2"), "2.0");
+    EXPECT_EQ(Field("decimal", 0).SetValue("1.5"), "2") << "0 is a precision";
 }
 
 TEST(NumberField, IsEmptyForAnEmptyValueAndTakesItsOwnFormat) {
@@ -133,6 +134,8 @@ TEST(NumberField, KnowsAnUnchangedTextWhateverTheAddInIs) {
     NumberField field = Field("whole", 0, "^#0");
     EXPECT_EQ(field.SetValue("101"), "1010");
     EXPECT_EQ(Read(field, "1010"), "101") << "a suffix that stands in the number";
+    field.SetValue("");
+    EXPECT_EQ(Read(field, "1010"), "1") << "an empty value showed nothing";
     NumberField time = Field("apex_shutterspeed");
     EXPECT_EQ(time.SetValue("6/1"), "1/60");
     EXPECT_EQ(Read(time, "1/60", "/"), "6/1") << "a decimal sign that stands in the number";
@@ -202,6 +205,9 @@ TEST(NumberField, ShowsTheEndOfAScaleWithoutTheAddInFromThenOn) {
     EXPECT_EQ(field.SetValue("-11/1"), ">1024 sec");
     EXPECT_EQ(Read(field, ">1024 sec"), "-11/1") << "unchanged, though it holds a blank";
     EXPECT_EQ(field.SetValue("6/1"), "1/60") << "for the life of the field";
+    NumberField withPrefix = Field("apex_shutterspeed", 1, "about ^0");
+    EXPECT_EQ(withPrefix.SetValue("-11/1"), ">1024 sec");
+    EXPECT_EQ(Read(withPrefix, "about >1024 sec"), "-11/1") << "with the add-in typed";
 }
 
 struct RangeCase {

@@ -19,7 +19,7 @@ TEST(NumberForm, DependsOnTheSignsOfTheTextAlone) {
         {"1.5/2", NumberForm::kFraction, 3}, {"16:9", NumberForm::kRatio, 2},
         {"::", NumberForm::kRatio, 0},       {"3/4:1", NumberForm::kFraction, 3},
         {"1:3/4", NumberForm::kFraction, 1}, {"1.5:2", NumberForm::kDecimal, 3},
-        {"1/2/3", NumberForm::kFraction, 1},
+        {"1/2/3", NumberForm::kFraction, 1}, {"1.5.2", NumberForm::kDecimal, 1},
     };
     for (const FormCase& each : kCases) {
         const ClassifiedNumber classified = ClassifyNumberText(each.text);

@@ -39,6 +39,7 @@ TEST(NumberValue, BeyondTheRangeOfDoubleIsTheLargestOrZero) {
     EXPECT_EQ(ParseNumber("1e309"), kLargest);
     EXPECT_EQ(ParseNumber("-1e309"), -kLargest);
     EXPECT_EQ(ParseNumber("1e-400"), 0);
+    EXPECT_EQ(ParseNumber("1E-400"), 0);
     EXPECT_EQ(ParseNumber("1e99999999999999999999"), kLargest);
     EXPECT_EQ(ParseNumber("1e-99999999999999999999"), 0);
     EXPECT_EQ(ParseNumber(std::string(100'000, '9')), kLargest);

@@ -56,11 +56,13 @@ TEST_F(NumberFields, AreReadOneByOne) {
     EXPECT_EQ(Control(kPort)->text, u"8080") << "the text stays as it was typed";
 }
 
-TEST_F(NumberFields, AnUnknownIdAnEmptyFieldAndAnUncheckedSubCheckHaveNoValue) {
+TEST_F(NumberFields, AnUnknownIdABlankFieldAndAnUncheckedSubCheckHaveNoValue) {
     Type(kPort, u"");
+    Type(kWeight, u"  ");
     Type(kTitle, u"4");
     NumberFieldReader fields(dialog.get());
     EXPECT_EQ(fields.Read(kPort), std::nullopt);
+    EXPECT_EQ(fields.Read(kWeight), std::nullopt);
     EXPECT_EQ(fields.Read(99), std::nullopt);
     EXPECT_EQ(fields.Read(kTitle), std::nullopt);
     EXPECT_FALSE(fields.HasCorrected());

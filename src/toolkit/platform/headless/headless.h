@@ -58,7 +58,6 @@ inline const auto kDpiUnaware = reinterpret_cast<NativeDpiContext>(std::uintptr_
 
 struct System {
     std::vector<Call> calls;
-    bool keepsCalls = true;                       // a benchmark keeps none
     std::vector<std::unique_ptr<Window>> windows; // that live, in the order in which they were made
     std::deque<Message> posted;
     std::optional<std::int32_t> quit;
@@ -69,6 +68,7 @@ struct System {
     // one of them only if that one called WakeLoop.
     std::deque<std::function<void()>> sentByOthers;
     bool isWoken = false;
+    bool keepsCalls = true; // a benchmark keeps none
 
     // The answer of a native control, of a window of the host, or of the system's default procedure. Without
     // a value the small state answers. It may throw, as a procedure of the host does.
@@ -92,8 +92,8 @@ struct System {
     std::map<NativeFont, platform::FontRecord> fonts; // that live, with the requests for them
     std::set<NativeIcon> icons;
     std::set<std::u16string> classes;
-    int richEditLoads = 0; // minus the frees
     std::uintptr_t lastHandle = 0x1000;
+    int richEditLoads = 0; // minus the frees
     std::uint32_t lastUniqueName = 0;
 };
 

@@ -27,18 +27,19 @@ platform::Color ColorOf(std::int64_t usedPercent) {
     return usedPercent >= kHalfPercent ? kGaugeFilling : kGaugeFree;
 }
 
-// Empty if the edges are in the wrong order.
-Rectangle Filled(const Rectangle& bar, std::int32_t left, std::int32_t right) {
-    const Rectangle area{left, bar.top + kInset, right, bar.bottom - kInset};
+// Kept: edges that cross fill what lies between them, as the system does.
+Rectangle Filled(const Rectangle& bar, std::int32_t edge, std::int32_t otherEdge) {
+    const Rectangle area{std::min(edge, otherEdge), bar.top + kInset, std::max(edge, otherEdge),
+                         bar.bottom - kInset};
     return area.Width() > 0 && area.Height() > 0 ? area : Rectangle{};
 }
 
 void Fill(GaugeGeometry& gauge, const GaugeValues& values) {
     const std::int64_t length = std::abs(std::int64_t{values.end} - values.start);
-    if (length == 0) return;
-    const std::int64_t way = std::abs(std::int64_t{values.position} - values.start);
-    const std::int32_t width = std::max(gauge.bar.Width(), 0);
-    auto split = gauge.bar.left + static_cast<std::int32_t>(std::min(way, length) * width / length);
+    const std::int64_t width = gauge.bar.Width();
+    if (length == 0 || width <= 0) return;
+    const std::int64_t way = std::min(std::abs(std::int64_t{values.position} - values.start), length);
+    auto split = gauge.bar.left + static_cast<std::int32_t>(way * width / length);
     gauge.before = Filled(gauge.bar, gauge.bar.left + kInset, split);
     const std::int64_t usedPercent = way * 100 / length;
     if (usedPercent == kFullPercent) split -= kFullShift;

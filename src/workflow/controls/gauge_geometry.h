@@ -22,15 +22,15 @@ struct GaugeGeometry {
     zeve::platform::Rectangle bar;                // with its frame of one pixel
     zeve::platform::Rectangle startTick, endTick; // one pixel wide
     std::int32_t endTextLeft = 0;                 // the text of the start is at the left edge
-    // Empty areas where nothing is filled: the part up to the position and the part behind it.
+    // The filled areas up to the position and after it; empty where nothing is filled.
     zeve::platform::Rectangle before, after;
     platform::Color afterColor = 0;
 };
 
 // Lays a gauge out in a client area; `digitWidth` is the width of "0" in the gauge's font.
 //
-// A position outside the range fills the bar to the nearer end. Intentional: at exactly 100 percent the
-// second area begins 3 pixels further to the left.
+// A position outside the range counts as its end. Intentional: at 100 percent the second area begins 3 pixels
+// further to the left; the one column that is left of it is inside the frame.
 GaugeGeometry LayOutGauge(const zeve::platform::Rectangle& client, std::int32_t digitWidth,
                           const GaugeValues& values);
 

@@ -53,7 +53,6 @@ void DrawOverlay(zeve::NativeDrawing device, const Rectangle& client, const Over
     const Rectangle logoArea = LogoArea(ExtentOf(logo), extent);
     const Rectangle labelArea = LabelArea(ExtentOf(label), extent, unmirrored.WasMirrored());
     const Rectangle changed = Around(Common(logoArea, client), Common(labelArea, client));
-    if (IsEmpty(changed)) return;
     platform::DevicePixels pixels(device, changed);
     LayBlended(pixels.Rows(), logo, logoArea.left - changed.left, logoArea.top - changed.top);
     LayWithoutWhite(pixels.Rows(), label, labelArea.left - changed.left, labelArea.top - changed.top);

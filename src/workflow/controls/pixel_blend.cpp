@@ -24,7 +24,6 @@ Span Inside(std::int32_t place, std::int32_t extent, std::int32_t targetExtent) 
 template <class LayPixel>
 void LayPixels(const platform::PixelRows& target, const platform::PixelRows& picture, std::int32_t x,
                std::int32_t y, LayPixel layPixel) {
-    if (!target.top || !picture.top) return;
     const Span columns = Inside(x, picture.width, target.width);
     const Span rows = Inside(y, picture.height, target.height);
     if (columns.begin >= columns.end) return;

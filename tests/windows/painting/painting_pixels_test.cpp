@@ -339,12 +339,15 @@ TEST_P(GaugeInWindow, FillsThePartsOfTheBarByTheUse) {
     }
 }
 
-TEST_P(GaugeInWindow, AFullBarHasNoColoredPart) {
+TEST_P(GaugeInWindow, AFullBarHasItsColorInOneColumn) {
     Show(0, 100, 100);
     const Canvas canvas(200, 40, kGround);
     Mirror(canvas);
     Print(canvas);
-    for (int x = 0; x < 200; ++x) EXPECT_NE(canvas.At(x, 30), 1381883u) << x;
+    const int right = 200 - DigitWidth() / 2 - 48;
+    for (int x = 0; x < 200; ++x) {
+        EXPECT_EQ(canvas.At(FromLeft(x, 200), 30) == 1381883u, x == right - 2) << x;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(LeftToRightAndMirrored, PaintedPixels, testing::Bool());

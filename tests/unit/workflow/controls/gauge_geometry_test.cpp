@@ -74,29 +74,28 @@ TEST(GaugeGeometry, AnEmptyRangeFillsNothing) {
     EXPECT_EQ(gauge.bar.right, 177) << "the bar is there";
 }
 
-TEST(GaugeGeometry, AtTheStartNothingIsBeforeThePosition) {
+TEST(GaugeGeometry, AtTheStartTheEdgesOfTheFirstAreaCross) {
     const GaugeGeometry gauge = Gauge(0, 100, 0);
-    EXPECT_EQ(gauge.before, Rectangle{});
+    EXPECT_EQ(gauge.before, (Rectangle{6, 21, 8, 37}));
     EXPECT_EQ(gauge.after, (Rectangle{8, 21, 175, 37}));
 }
 
 TEST(GaugeGeometry, AtTheEndTheSecondAreaBegins3PixelsFurtherLeft) {
     const GaugeGeometry full = Gauge(0, 100, 100);
     EXPECT_EQ(full.before, (Rectangle{8, 21, 177, 37}));
-    EXPECT_EQ(full.after, Rectangle{}) << "from 176 to 175";
+    EXPECT_EQ(full.after, (Rectangle{175, 21, 176, 37})) << "from 176 to 175";
     EXPECT_EQ(full.afterColor, kGaugeFull);
-    // Used are exactly 100 percent, although the position is a little behind the end.
-    EXPECT_EQ(Gauge(0, 1000, 1009).after, Rectangle{});
-    const GaugeGeometry almost = Gauge(0, 1000, 990);
-    EXPECT_EQ(almost.before.right, 175); // 6 + 990 × 171 / 1000
-    EXPECT_EQ(almost.after, Rectangle{});
+    const GaugeGeometry almost = Gauge(0, 1000, 996);
+    EXPECT_EQ(almost.before.right, 176); // 6 + 996 × 171 / 1000
+    EXPECT_EQ(almost.after, (Rectangle{175, 21, 178, 37})) << "from 178 to 175";
+    EXPECT_EQ(Gauge(0, 1000, 980).after, Rectangle{}) << "from 175 to 175";
 }
 
-TEST(GaugeGeometry, APositionOutsideTheRangeStopsAtTheEnd) {
+TEST(GaugeGeometry, APositionOutsideTheRangeCountsAsItsEnd) {
     for (const std::int32_t position : {101, 5000, INT32_MAX}) {
         const GaugeGeometry gauge = Gauge(0, 100, position);
         EXPECT_EQ(gauge.before, (Rectangle{8, 21, 177, 37})) << position;
-        EXPECT_EQ(gauge.after, Rectangle{}) << position;
+        EXPECT_EQ(gauge.after, (Rectangle{175, 21, 176, 37})) << position;
     }
     EXPECT_EQ(Gauge(65535, 65534, 0).before.right, 177);
 }

@@ -68,6 +68,7 @@ TEST_F(Overlay, InAMirroredDeviceBothAreAtTheRightAndNotReflected) {
     Recorder().layouts[Device()] = platform::kLayoutMirrored;
     DrawOverlay(Device(), kClient, {nullptr, Bitmap(2, {176, 56}, 3, 9)});
     EXPECT_THAT(NumbersOf("ReadPixels"), ElementsAre(124, 0, 300, 56));
+    EXPECT_EQ(Written(124, 0), 9);
     const auto layouts = platform::PaintingCallsOf("SetLayout");
     ASSERT_EQ(layouts.size(), 2u);
     EXPECT_EQ(layouts[0].numbers[0], platform::kLayoutKeepsBitmaps);
@@ -75,6 +76,8 @@ TEST_F(Overlay, InAMirroredDeviceBothAreAtTheRightAndNotReflected) {
     Recorder().calls.clear();
     DrawOverlay(Device(), kClient, {Bitmap(1, {44, 44}, 4, 100), nullptr});
     EXPECT_THAT(NumbersOf("ReadPixels"), ElementsAre(249, 10, 293, 54));
+    EXPECT_EQ(Written(249, 10), 39); // 100 × 100 / 255
+    EXPECT_EQ(Written(292, 53), 39);
 }
 
 TEST_F(Overlay, OnlyWhatIsInTheClientAreaIsReadAndWritten) {

@@ -4,8 +4,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstddef>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -16,22 +14,23 @@ using brixen::zeve::ConvertNumberText;
 using brixen::zeve::IsApex;
 using brixen::zeve::NumberConversion;
 using brixen::zeve::NumberForm;
+using brixen::zeve::NumberFormOf;
 
 struct Sample {
-    NumberForm form;
+    const char* form;
     std::string_view text;
     std::string_view largest;
 };
 
 constexpr Sample kSamples[] = {
-    {NumberForm::kWhole, "123456789012", "1e308"},
-    {NumberForm::kDecimal, "12345678.9012", "1.5e308"},
-    {NumberForm::kFraction, "123456/789012", "1e308/1"},
-    {NumberForm::kRatio, "123456:789012", "1e308:1"},
+    {"whole", "123456789012", "1e308"},
+    {"decimal", "12345678.9012", "1.5e308"},
+    {"fraction", "123456/789012", "1e308/1"},
+    {"ratio", "123456:789012", "1e308:1"},
 };
-constexpr NumberForm kForms[] = {
-    NumberForm::kWhole,        NumberForm::kDecimal,          NumberForm::kFraction,      NumberForm::kRatio,
-    NumberForm::kApexAperture, NumberForm::kApexShutterSpeed, NumberForm::kApexBrightness};
+constexpr const char* kForms[] = {
+    "whole", "decimal", "fraction", "ratio", "apex_aperture", "apex_shutterspeed", "apex_brightness",
+};
 
 void Convert(benchmark::State& state, std::string_view text, NumberForm from, NumberForm to) {
     const NumberConversion conversion{from, to, 4, 2, IsApex(to)};
@@ -42,12 +41,13 @@ void Convert(benchmark::State& state, std::string_view text, NumberForm from, Nu
 
 const bool kAreRegistered = [] {
     for (const Sample& sample : kSamples) {
-        for (std::size_t to = 0; to < std::size(kForms); ++to) {
-            const auto pair = std::to_string(&sample - kSamples) + "_" + std::to_string(to);
-            benchmark::RegisterBenchmark(("number/" + pair).c_str(), Convert, sample.text, sample.form,
-                                         kForms[to]);
-            benchmark::RegisterBenchmark(("number_largest/" + pair).c_str(), Convert, sample.largest,
-                                         sample.form, kForms[to]);
+        const NumberForm from = NumberFormOf(sample.form);
+        for (const char* const form : kForms) {
+            const std::string pair = std::string(sample.form) + "_to_" + form;
+            const NumberForm to = NumberFormOf(form);
+            benchmark::RegisterBenchmark(("number/" + pair).c_str(), Convert, sample.text, from, to);
+            benchmark::RegisterBenchmark(("number_largest/" + pair).c_str(), Convert, sample.largest, from,
+                                         to);
         }
     }
     return true;

@@ -8,6 +8,12 @@ constexpr char16_t kCancelEventName[] = u"CancelTransactionEvent";
 
 EventHandle MakeCancelEvent() noexcept { return EventHandle(MakeEvent(kCancelEventName)); }
 
+EventHandle MakeClearCancelEvent() noexcept {
+    EventHandle event = MakeCancelEvent();
+    if (event) ClearEvent(event.get());
+    return event;
+}
+
 void CancelTransaction() noexcept { SignalEventNamed(kCancelEventName); }
 
 Status StatusOfWait(WaitResult result) noexcept {

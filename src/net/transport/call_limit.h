@@ -12,6 +12,10 @@ namespace brixen::pvn {
 // a signal that nobody waits for stays and ends the next wait.
 [[nodiscard]] EventHandle MakeCancelEvent() noexcept;
 
+// The same without a signal, for the owner of a call that is about to begin: a cancel from now on ends the
+// call, as long as the handle is open, and no earlier one does. Null on failure.
+[[nodiscard]] EventHandle MakeClearCancelEvent() noexcept;
+
 // Ends a call that waits, wherever it is. Does nothing when no cancel event is open. Any thread.
 void CancelTransaction() noexcept;
 

@@ -5,9 +5,8 @@
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
 #include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -80,12 +79,12 @@ public:
 
     explicit LoopbackServer(Handler handler) : handler(std::move(handler)) {
         WSADATA data;
-        EXPECT_EQ(WSAStartup(MAKEWORD(2, 2), &data), 0);
+        if (WSAStartup(MAKEWORD(2, 2), &data) != 0) std::abort();
         listener = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
         sockaddr_in address = {};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        if (bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) std::abort();
         listen(listener, 5);
         int length = sizeof address;
         getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);

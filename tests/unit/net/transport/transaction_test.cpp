@@ -156,11 +156,18 @@ TEST_F(Transaction, ASignalWithoutAnOpenEventIsLost) {
     EXPECT_EQ(Run(Answer({"answer"})), kStatusSuccess);
 }
 
-TEST_F(Transaction, AClearedSignalEndsNothing) {
-    const EventHandle cancel = MakeCancelEvent();
+TEST_F(Transaction, AnEarlierSignalEndsNothingAfterItWasCleared) {
+    const EventHandle earlier = MakeCancelEvent();
     CancelTransaction();
-    ClearEvent(cancel.get());
+    const EventHandle owner = MakeClearCancelEvent();
     EXPECT_EQ(Run(Answer({"answer"})), kStatusSuccess);
+    CancelTransaction();
+    EXPECT_EQ(Run({}), kStatusCallCanceled) << "a later one ends the call, also before it waits";
+}
+
+TEST_F(Transaction, ACancelEventThatIsRefusedCannotBeCleared) {
+    GetNetTwin().refusedCall = "MakeNamedEvent";
+    EXPECT_EQ(MakeClearCancelEvent(), nullptr);
 }
 
 TEST_F(Transaction, WithoutTheCancelEventItWaitsForTheAnswerAlone) {

@@ -13,11 +13,11 @@ namespace brixen::zeve {
 
 // The attributes of the view, in UTF-8. Empty texts count as absent.
 struct NumberFieldAttributes {
-    std::string_view minimum;
-    std::string_view maximum;
-    std::string_view format;
+    std::string_view minimum = {};
+    std::string_view maximum = {};
+    std::string_view format = {};
     std::int32_t precision = 1;
-    std::string_view addIn; // translated: prefix, `^`, any character, suffix
+    std::string_view addIn = {}; // translated: prefix, `^`, any character, suffix
 };
 
 // A limit of the field, with its text as the view has it, for messages.

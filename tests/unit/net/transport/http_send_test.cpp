@@ -26,6 +26,9 @@ protected:
 };
 
 TEST_F(HttpSend, MakesItsCallsInTheirOrder) {
+    GetNetTwin().script[0].before = [] {
+        while (Calls("WaitForEither").empty()) std::this_thread::yield();
+    };
     EXPECT_EQ(Send("http://service.test/call", "the body"), kStatusSuccess);
     EXPECT_EQ(response, "answer");
     EXPECT_THAT(NetTwinCalls(),

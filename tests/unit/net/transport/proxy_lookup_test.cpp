@@ -91,7 +91,7 @@ TEST_F(ProxyLookUp, WithoutASettingNothingIsAsked) {
 TEST_F(ProxyLookUp, EveryFailureIsNoProxy) {
     GetNetTwin().proxyForUrl = u"p:80";
     for (const char* const call : {"ReadProxySettings", "OpenLookUpSession", "MakeEvent", "AskForProxy"}) {
-        GetNetTwin().settings = {std::nullopt, u"http://script.test/", true};
+        GetNetTwin().settings = {std::nullopt, u"http://script.test/", false};
         GetNetTwin().refusedCall = call;
         EXPECT_EQ(LookUp(), kStatusSuccess) << call;
         EXPECT_EQ(proxy, u"") << call;

@@ -12,13 +12,6 @@ namespace brixen::pvn::pvn_workflow {
 
 using namespace privacy;
 
-namespace {
-
-// The bit in lparam of a key message: the key was already down, so it is held.
-constexpr std::intptr_t kKeyRepeats = 1 << 30;
-
-} // namespace
-
 PVNPrivacyHost::PVNPrivacyHost(std::string text, const PrivacyData& runData)
     : PVNConcreteHost(std::move(text), "privacy"), data(runData) {}
 

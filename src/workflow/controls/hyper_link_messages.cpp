@@ -20,6 +20,7 @@ struct HyperLink::Message {
     platform::Point Place() const {
         return {static_cast<std::int16_t>(lparam & 0xFFFF), static_cast<std::int16_t>(lparam >> 16 & 0xFFFF)};
     }
+    bool IsHeldKey() const { return (lparam & kKeyRepeats) != 0; } // of a key message
     std::intptr_t AnswerOfControl() const {
         return toolkit::AnswerBelowLayer(window, number, wparam, lparam);
     }
@@ -115,9 +116,10 @@ bool HyperLink::OnButtonUp(platform::Point place) {
     return true;
 }
 
-// What the user does to a disabled link has no effect.
+// What the user does to a disabled link, or to a label without a link, has no effect.
 void HyperLink::Click() {
-    if (toolkit::IsEnabled(window)) Navigate();
+    const bool hasLink = !Has(kHasTags) || !Parts().link.empty();
+    if (hasLink && toolkit::IsEnabled(window)) Navigate();
 }
 
 // --- Keyboard ---
@@ -126,7 +128,9 @@ bool HyperLink::HandleKey(const Message& message, std::intptr_t& answer) {
     switch (message.number) {
     case kMessageDialogCode: answer = DialogCode(message); return true;
     case kMessageLosesFocus: isEnterDown = false; return false;
-    case zeve::kMessageKeyDown: isEnterDown = isEnterDown || message.wparam == zeve::kKeyEnter; return false;
+    case zeve::kMessageKeyDown:
+        if (message.wparam == zeve::kKeyEnter && !message.IsHeldKey()) isEnterDown = true;
+        return false;
     case zeve::kMessageKeyUp:
         if (message.wparam != zeve::kKeyEnter || !std::exchange(isEnterDown, false)) return false;
         answer = 1;
@@ -135,7 +139,7 @@ bool HyperLink::HandleKey(const Message& message, std::intptr_t& answer) {
     case zeve::kMessageCharacter:
         if (message.wparam != zeve::kKeyEnter && message.wparam != kKeySpace) return false;
         isEnterDown = false; // its key up would open the link again
-        Click();
+        if (!message.IsHeldKey()) Click();
         return true;
     case kButtonClick: {
         const std::weak_ptr<const bool> here = life;
@@ -148,9 +152,10 @@ bool HyperLink::HandleKey(const Message& message, std::intptr_t& answer) {
 }
 
 // The keyboard rules of a dialog keep the press of Enter for themselves, and ask its control before that. An
-// Enter that was pressed elsewhere and released here must open nothing.
+// Enter that was pressed elsewhere, and is held or released here, must open nothing.
 std::intptr_t HyperLink::DialogCode(const Message& message) {
-    if (message.wparam == zeve::kKeyEnter && message.lparam != 0) isEnterDown = true;
+    const bool isEnter = message.wparam == zeve::kKeyEnter && message.lparam != 0;
+    if (isEnter && !platform::IsHeldKey(message.lparam)) isEnterDown = true;
     // The system finds the access key only of a control that calls itself a button.
     return kWantsCharacters | (HasAccessKey(label) ? kIsAButton : 0);
 }

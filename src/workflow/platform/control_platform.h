@@ -39,6 +39,11 @@ void ShowCursor(zeve::NativeCursor cursor) noexcept;
 // Has the system send kMessageMouseLeave once when the mouse has left the window.
 void AskForMouseLeave(zeve::NativeWindow window) noexcept;
 
+// --- Keyboard ---
+
+// Whether the key is held, of the key message that lparam of kMessageDialogCode points to.
+[[nodiscard]] bool IsHeldKey(std::intptr_t lparam) noexcept;
+
 // --- Settings of the user ---
 
 // A value as it is stored. Values of more bytes cannot be read.

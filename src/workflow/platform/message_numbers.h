@@ -71,6 +71,8 @@ inline constexpr std::intptr_t kHidesAccessKeys = 2; // UISF_HIDEACCEL
 inline constexpr std::uint32_t kStaticNotify = 0x0100;           // SS_NOTIFY
 inline constexpr std::int32_t kDefaultPlace = -0x7FFFFFFF - 1;   // CW_USEDEFAULT
 inline constexpr char16_t kTooltipClass[] = u"tooltips_class32"; // TOOLTIPS_CLASS
+// A bit in lparam of a key message: the key was down before, so it is held.
+inline constexpr std::intptr_t kKeyRepeats = 1 << 30;
 inline constexpr std::uintptr_t kKeySpace = 32;                  // VK_SPACE
 
 // How StartProgram shows the window of a program.

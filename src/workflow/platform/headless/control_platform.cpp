@@ -45,6 +45,8 @@ void AskForMouseLeave(zeve::NativeWindow window) noexcept try {
     // A test that lets memory run out reads no requests.
 }
 
+bool IsHeldKey(std::intptr_t) noexcept { return TheControlRecorder().isKeyHeld; }
+
 std::optional<UserSetting> ReadUserSetting(const char16_t* key, const char16_t* value) noexcept try {
     TheControlRecorder().settingsKey = key;
     const auto found = TheControlRecorder().settings.find(value);

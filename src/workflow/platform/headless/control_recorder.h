@@ -22,6 +22,7 @@ struct ControlRecorder {
     std::vector<Tool> tools; // every SetTooltip
     std::vector<zeve::headless::Message> relayed;
     Point mouse; // in every window
+    bool isKeyHeld = false;
     int cursorsShown = 0;
     std::vector<zeve::NativeWindow> leavesAskedFor;
     std::u16string settingsKey;                     // that the latest setting was read from

@@ -101,6 +101,10 @@ void AskForMouseLeave(zeve::NativeWindow window) noexcept {
     TrackMouseEvent(&request);
 }
 
+bool IsHeldKey(std::intptr_t lparam) noexcept {
+    return (reinterpret_cast<const MSG*>(lparam)->lParam & kKeyRepeats) != 0;
+}
+
 std::optional<UserSetting> ReadUserSetting(const char16_t* key, const char16_t* value) noexcept {
     HKEY opened = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, Wide(key), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS) return {};

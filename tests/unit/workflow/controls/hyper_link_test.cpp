@@ -851,6 +851,43 @@ TEST_F(KeysOnLink, AnEnterThatWasPressedElsewhereCountsNothing) {
     EXPECT_EQ(Commands(), 0);
 }
 
+TEST_F(KeysOnLink, AnEnterThatWasHeldWhenTheFocusCameCountsNothing) {
+    AttachCommand();
+    Seen().isKeyHeld = true;
+    PressEnter();
+    EXPECT_EQ(Tell(zeve::kMessageKeyUp, 13), 0);
+    Tell(zeve::kMessageKeyDown, 13, kKeyRepeats);
+    EXPECT_EQ(Tell(zeve::kMessageKeyUp, 13), 0);
+    EXPECT_EQ(Commands(), 0);
+}
+
+TEST_F(KeysOnLink, AnEnterThatIsHeldOnItCountsOnce) {
+    AttachCommand();
+    PressEnter();
+    Seen().isKeyHeld = true;
+    PressEnter();
+    Tell(zeve::kMessageKeyUp, 13);
+    EXPECT_EQ(Commands(), 1);
+}
+
+TEST_F(KeysOnLink, AHeldSpaceCountsOnce) {
+    AttachCommand();
+    Tell(zeve::kMessageCharacter, 32, 1);
+    for (int repeat = 0; repeat < 3; ++repeat) Tell(zeve::kMessageCharacter, 32, kKeyRepeats | 1);
+    Tell(zeve::kMessageCharacter, 13, kKeyRepeats | 1);
+    EXPECT_EQ(Commands(), 1);
+}
+
+TEST_F(KeysOnLink, ALabelWithoutALinkOpensNothing) {
+    control = MakeControl(u"Read more</A> now");
+    AttachCommand(HyperLink::kHasTags);
+    Tell(zeve::kMessageCharacter, 32);
+    Tell(kButtonClick);
+    PressEnter();
+    Tell(zeve::kMessageKeyUp, 13);
+    EXPECT_EQ(Commands(), 0);
+}
+
 TEST_F(KeysOnLink, AnEnterWithoutADialogCountsOnce) {
     AttachCommand();
     Tell(zeve::kMessageKeyDown, 13);

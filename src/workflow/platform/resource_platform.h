@@ -30,6 +30,9 @@ struct DecodedBitmap {
     std::uint32_t code = kDecodeFailed;  // 0 or kDecodeFailed
 };
 
+// A bitmap of more pixels is not decoded: one small file could take gigabytes of memory.
+inline constexpr std::uint64_t kMostBitmapPixels = 16 * 1024 * 1024;
+
 // Returns a device-independent bitmap of the file's size, bottom row first, blue first in each pixel: 32 bits
 // with straight alpha where the file's format has alpha, else 24 bits. The file is closed on return.
 [[nodiscard]] DecodedBitmap DecodeBitmap(const char16_t* path);

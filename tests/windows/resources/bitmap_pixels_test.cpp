@@ -76,6 +76,14 @@ TEST_F(BitmapPixels, APaletteWithoutAlphaIs24Bits) {
     DeleteDC(screen);
 }
 
+TEST_F(BitmapPixels, APictureOfTooManyPixelsFails) {
+    const auto decode = [](const char* name) { return DecodeBitmap(Picture(name).u16string().c_str()); };
+    EXPECT_EQ(decode("huge.png").bitmap, nullptr) << "4097 by 4096";
+    EXPECT_EQ(decode("huge.png").code, 0x80004005u);
+    bitmap = decode("large.png").bitmap;
+    EXPECT_NE(bitmap, nullptr) << "4096 by 4096";
+}
+
 TEST_F(BitmapPixels, APictureLargerThanMemoryFails) {
     const DecodedBitmap decoded = DecodeBitmap(Picture("vast.png").u16string().c_str());
     EXPECT_EQ(decoded.bitmap, nullptr);

@@ -120,6 +120,7 @@ DecodedBitmap DecodeBitmap(const char16_t* path) {
     const Image image = OpenImage(path);
     if (!image) return {};
     const Size size = SizeOf(image.get());
+    if (std::uint64_t{size.width} * size.height > kMostBitmapPixels) return {};
     const bool hasAlpha = HasAlpha(image.get());
     DibSection section = MakeDibSection(size, hasAlpha ? 32 : 24);
     if (!section.bitmap || !CopyPixels(image.get(), size, hasAlpha, section.bits)) return {};

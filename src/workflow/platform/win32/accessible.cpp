@@ -121,41 +121,53 @@ public:
 
     // --- What the standard object answers
     HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accParent(result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accParent(result);
     }
     HRESULT STDMETHODCALLTYPE get_accChildCount(long* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accChildCount(result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accChildCount(result);
     }
     HRESULT STDMETHODCALLTYPE get_accChild(VARIANT child, IDispatch** result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accChild(child, result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accChild(child, result);
     }
     HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT child, BSTR* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accHelp(child, result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accHelp(child, result);
     }
     HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT child, long* topic) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accHelpTopic(file, child, topic);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accHelpTopic(file, child, topic);
     }
     HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT child, BSTR* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accKeyboardShortcut(child, result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accKeyboardShortcut(child, result);
     }
     HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accFocus(result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accFocus(result);
     }
     HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->get_accSelection(result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->get_accSelection(result);
     }
     HRESULT STDMETHODCALLTYPE accSelect(long how, VARIANT child) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->accSelect(how, child);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->accSelect(how, child);
     }
     HRESULT STDMETHODCALLTYPE accLocation(long* left, long* top, long* width, long* height,
                                           VARIANT child) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->accLocation(left, top, width, height, child);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->accLocation(left, top, width, height, child);
     }
     HRESULT STDMETHODCALLTYPE accNavigate(long direction, VARIANT start, VARIANT* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->accNavigate(direction, start, result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->accNavigate(direction, start, result);
     }
     HRESULT STDMETHODCALLTYPE accHitTest(long x, long y, VARIANT* result) override {
-        return IsCut() ? CO_E_OBJNOTCONNECTED : standard->accHitTest(x, y, result);
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
+        return standard->accHitTest(x, y, result);
     }
     HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
@@ -163,11 +175,16 @@ public:
 private:
     ~ControlObject() { standard->Release(); }
 
-    bool IsCut() const { return *control == nullptr || !IsWindow(window); }
+    // An object that is asked on another thread would race with its control. The system brings questions to
+    // the thread of the window unless the application has made that thread free-threaded.
+    HRESULT Refusal() const {
+        if (GetCurrentThreadId() != thread) return RPC_E_WRONG_THREAD;
+        return *control == nullptr || !IsWindow(window) ? CO_E_OBJNOTCONNECTED : S_OK;
+    }
 
     template <class Question>
     HRESULT Ask(const VARIANT& child, const void* result, Question question) noexcept try {
-        if (IsCut()) return CO_E_OBJNOTCONNECTED;
+        if (const HRESULT refusal = Refusal(); refusal != S_OK) return refusal;
         if (result == nullptr || !IsSelf(child)) return E_INVALIDARG;
         return question(**control);
     } catch (const std::bad_alloc&) {
@@ -185,7 +202,8 @@ private:
 
     LONG references = 1;
     HWND window;
-    IAccessible* standard; // owned
+    DWORD thread = GetCurrentThreadId(); // of the window
+    IAccessible* standard;               // owned
     std::shared_ptr<AccessibleControl*> control;
 };
 

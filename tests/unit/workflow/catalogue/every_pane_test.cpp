@@ -21,7 +21,7 @@ namespace {
 using HeadlessWindow = zeve::headless::Window;
 namespace style = zeve::style;
 
-constexpr std::uint32_t kStaticNotifies = 0x100;
+constexpr std::uint32_t kStaticNotifies = 0x100, kStaticKind = 0x1F;
 constexpr std::u16string_view kFields[] = {u"edit", u"combobox", u"listbox", u"msctls_trackbar32"};
 
 // The access key of a text: the character after its first single `&`, in lower case; 0 without one.
@@ -40,6 +40,9 @@ bool IsUsable(const HeadlessWindow& control) {
 }
 bool IsField(const HeadlessWindow& control) {
     return std::ranges::find(kFields, control.className) != std::end(kFields);
+}
+bool IsIcon(const HeadlessWindow& control) {
+    return control.className == u"static" && (control.style & kStaticKind) == style::kStaticIcon;
 }
 bool IsPressed(const HeadlessWindow& control) {
     if (control.className == u"static") return (control.style & kStaticNotifies) != 0;
@@ -83,10 +86,14 @@ protected:
         }
     }
 
-    int panes = 0, controls = 0, fields = 0;
+    int panes = 0, controls = 0, fields = 0, icons = 0;
 
 private:
     void CheckControl(const HeadlessWindow& control, const HeadlessWindow* before) {
+        if (IsIcon(control)) {
+            ++icons;
+            EXPECT_FALSE(control.text.empty()) << "an icon without a name for screen readers";
+        }
         if (!IsPressed(control) && !IsField(control)) return;
         ++controls;
         EXPECT_NE(control.style & style::kTabStop, 0u) << "Tab does not reach " << control.id;
@@ -138,6 +145,7 @@ TEST_F(EveryPane, OfTheQuitAlertIsReachedByTheKeyboard) {
         ShutDownResources();
     }
     EXPECT_EQ(controls, 2 * 6);
+    EXPECT_EQ(icons, 6);
 }
 
 } // namespace

@@ -20,7 +20,7 @@ exported=$(echo "$headers" | sed -n '/Ordinal\/Name Pointer/,/^$/s/^[[:space:]]*
 [ "$exported" = "$wanted " ] || problem "exports are: $exported"
 
 # Windows' own libraries; the last is the C runtime that is part of the system.
-own="kernel32 user32 gdi32 advapi32 shell32 shlwapi ole32 oleaut32 comctl32 imm32 version winhttp gdiplus msimg32 msvcrt"
+own="kernel32 user32 gdi32 advapi32 shell32 shlwapi ole32 oleaut32 oleacc comctl32 imm32 version winhttp gdiplus msimg32 msvcrt"
 for library in $(echo "$headers" | sed -n 's/^.*DLL Name: \(.*\)\.[dD][lL][lL]$/\1/p' | tr '[:upper:]' '[:lower:]'); do
     case " $own " in
     *" $library "*) ;;

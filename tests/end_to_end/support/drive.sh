@@ -9,11 +9,14 @@ output=$(mktemp)
 openedPages=$(mktemp)
 browserKey='HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths\iexplore.exe'
 hostProcess=
+formerBrowser=
+isRecording=
 trap 'finish' EXIT
 
 finish() {
     [ -z "$hostProcess" ] || kill "$hostProcess" 2>/dev/null || true
     rm -f "$output" "$openedPages"
+    [ -z "$isRecording" ] || set_browser "$formerBrowser"
 }
 
 fail() {
@@ -34,7 +37,17 @@ start_host() {
 record_pages() {
     PAVANE_OPENED_PAGES=$(winepath -w "$openedPages" 2>/dev/null)
     export PAVANE_OPENED_PAGES
-    wine reg add "$browserKey" /ve /d "$(winepath -w "$bin/page-recorder.exe" 2>/dev/null)" /f >/dev/null 2>&1
+    formerBrowser=$(wine reg query "$browserKey" /ve 2>/dev/null | tr -d '\r' | sed -n 's/^.*REG_SZ *//p')
+    isRecording=yes
+    set_browser "$(winepath -w "$bin/page-recorder.exe" 2>/dev/null)"
+}
+# set_browser PATH: that program is the browser; without a path none is registered.
+set_browser() {
+    if [ -n "$1" ]; then
+        wine reg add "$browserKey" /ve /d "$1" /f >/dev/null 2>&1
+    else
+        wine reg delete "$browserKey" /ve /f >/dev/null 2>&1 || true
+    fi
 }
 # pages_opened COUNT PAGE: that many pages were opened so far, the last of them PAGE.
 pages_opened() { [ "$(wc -l <"$openedPages")" = "$1" ] && tail -n 1 "$openedPages" | grep -qF "$2\""; }

@@ -12,6 +12,7 @@ inline constexpr std::uint32_t kChild = 0x40000000;          // WS_CHILD
 inline constexpr std::uint32_t kVisible = 0x10000000;        // WS_VISIBLE
 inline constexpr std::uint32_t kDisabled = 0x08000000;       // WS_DISABLED
 inline constexpr std::uint32_t kClipSiblings = 0x04000000;   // WS_CLIPSIBLINGS
+inline constexpr std::uint32_t kClipChildren = 0x02000000;   // WS_CLIPCHILDREN
 inline constexpr std::uint32_t kCaption = 0x00C00000;        // WS_CAPTION
 inline constexpr std::uint32_t kBorder = 0x00800000;         // WS_BORDER
 inline constexpr std::uint32_t kDialogFrame = 0x00400000;    // WS_DLGFRAME

@@ -204,7 +204,7 @@ void ReleaseMouse(NativeWindow window);
 [[nodiscard]] bool HasMouse(NativeWindow window) noexcept;
 
 [[nodiscard]] bool IsShiftDown() noexcept;
-// Returns the control that Tab reaches next from `control`, in the order in which the controls were made.
+// Returns the control that Tab reaches next from `control`, in the order of the children.
 [[nodiscard]] NativeWindow NextTabStop(NativeWindow dialog, NativeWindow control, bool backwards);
 
 // --- Fonts and text ---

@@ -51,7 +51,9 @@ void DrawBackdrop(zeve::NativeDrawing device, const Rectangle& client, zeve::Nat
 zeve::NativeBrush BrushBehind(zeve::NativeWindow control, zeve::NativeDrawing device,
                               zeve::NativeWindow dialog, zeve::NativeBrush panelBrush) {
     const Rectangle place = platform::PlaceIn(control, dialog);
-    if (place.Height() >= kHighControl) return platform::StockBrush(platform::kStockWhiteBrush);
+    if (zeve::platform::OuterFrame(control).Height() >= kHighControl) {
+        return platform::StockBrush(platform::kStockWhiteBrush);
+    }
     platform::SetBrushOrigin(device, -place.left, -place.top);
     return panelBrush;
 }

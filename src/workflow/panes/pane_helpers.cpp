@@ -9,6 +9,7 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
+#include "workflow/platform/message_numbers.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -19,10 +20,18 @@ namespace {
 
 constexpr std::uint32_t kNormalButton = zeve::style::kChild | zeve::style::kTabStop;
 constexpr std::uint32_t kDefaultButton = kNormalButton | zeve::style::kDefaultPushButton;
+constexpr std::uint32_t kStaticKind = 0x1F; // SS_TYPEMASK
 constexpr std::size_t kTitleUnits = 255;
 
 NativeWindow ControlOf(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     return toolkit_platform::ChildWithId(zeve::ZeveTopWindow(dialog), viewId);
+}
+
+// Whether the control is a static text, and no picture and no link.
+bool IsLabel(NativeWindow control) {
+    const std::uint32_t style = toolkit_platform::StyleOf(control);
+    return toolkit_platform::IsOfClass(control, u"static") &&
+           (style & kStaticKind) <= zeve::style::kStaticRight && (style & kStaticNotify) == 0;
 }
 
 void MakeButton(zeve::ZeveDialog* dialog, std::uint16_t viewId, std::uint32_t style) {
@@ -65,7 +74,7 @@ void NameSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::str
     const NativeWindow field = ControlOf(dialog, viewId);
     const NativeWindow label = toolkit_platform::PreviousSibling(field);
     // The label names the field only if nothing is between them.
-    toolkit_platform::PutBefore(check, toolkit_platform::IsOfClass(label, u"static") ? label : field);
+    toolkit_platform::PutBefore(check, IsLabel(label) ? label : field);
 }
 
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {

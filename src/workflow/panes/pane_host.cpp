@@ -2,6 +2,7 @@
 
 #include "frame/frame_state.h"
 #include "frame/pavane_context.h"
+#include "toolkit/control_styles.h"
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/event_record.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -24,6 +25,7 @@ namespace {
 constexpr char kBackgroundName[] = "background";
 constexpr char kLogoName[] = "brixenlogo";
 constexpr char kFirstLabelName[] = "productlabel";
+constexpr std::uint32_t kButtonKind = 0xF; // BS_TYPEMASK
 
 // Keeps a window from drawing while a pane is left or entered, so that its changes appear at once. The lock
 // has effect on the whole process, so it is held during the pane's call only.
@@ -34,6 +36,21 @@ public:
     ScreenLock(const ScreenLock&) = delete;
     ScreenLock& operator=(const ScreenLock&) = delete;
 };
+
+bool IsGroupBox(zeve::NativeWindow control) {
+    return zeve::platform::IsOfClass(control, u"button") &&
+           (zeve::platform::StyleOf(control) & kButtonKind) == zeve::style::kGroupBox;
+}
+
+// Keeps the backdrop from being drawn over the controls, which would flicker. A group box draws nothing
+// inside its frame, and shows the backdrop there, so a dialog with one goes without.
+void ClipChildren(zeve::NativeWindow dialog) {
+    for (zeve::NativeWindow child = zeve::platform::TopChild(dialog); child;
+         child = zeve::platform::NextSibling(child)) {
+        if (IsGroupBox(child)) return;
+    }
+    zeve::platform::SetStyle(dialog, zeve::platform::StyleOf(dialog) | zeve::style::kClipChildren);
+}
 
 // Without memory for the path the root stays where it was.
 void RestoreRoot() noexcept {
@@ -67,6 +84,7 @@ void PVNPaneHost::Init() {
     logoBitmap = LoadHostBitmap(kLogoName);
     labelBitmap = nullptr;
     isLabelLoaded = false;
+    panel.reset();
     panelBrush.reset();
     panelBitmap.reset();
     labelName = kFirstLabelName;
@@ -84,6 +102,7 @@ void PVNPaneHost::OpenDialog() {
     zeveRef = NewDialog(&HostEventCallback, static_cast<zeve::NativeWindow>(mainWindow), language);
     callbackParams.host = this;
     window = callbackParams.window = MakeDialog(*zeveRef, viewText, viewName, &callbackParams);
+    ClipChildren(window);
 }
 
 zeve::NativeBitmap PVNPaneHost::LoadHostBitmap(const std::string& name) {

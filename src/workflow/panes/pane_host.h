@@ -128,6 +128,7 @@ private:
     bool OnPaint(const WindowMessage& message, std::intptr_t& result);
     bool OnColorStatic(const WindowMessage& message, std::intptr_t& result);
     bool OnEraseBackground(const WindowMessage& message, std::intptr_t& result);
+    bool OnSystemColors(const WindowMessage& message, std::intptr_t& result);
     bool OnKeyDown(const WindowMessage& message, std::intptr_t& result);
     bool OnClose(const WindowMessage& message, std::intptr_t& result);
     bool OnFirstFocusMessage(const WindowMessage& message, std::intptr_t& result);

@@ -74,6 +74,7 @@ const PVNPaneHost::MapEntry PVNPaneHost::kMessageMap[] = {
     {zeve::kMessageColorStatic, &PVNPaneHost::OnColorStatic},
     {zeve::kMessagePaint, &PVNPaneHost::OnPaint},
     {zeve::kMessageEraseBackground, &PVNPaneHost::OnEraseBackground},
+    {kMessageSystemColors, &PVNPaneHost::OnSystemColors},
     {zeve::kMessageKeyDown, &PVNPaneHost::OnKeyDown},
     {zeve::kMessageClose, &PVNPaneHost::OnClose},
     {kMessageFirstFocus, &PVNPaneHost::OnFirstFocusMessage},
@@ -90,6 +91,15 @@ bool PVNPaneHost::ProcessWindowMessage(const WindowMessage& message, std::intptr
 bool PVNPaneHost::OnInitDialogMessage(const WindowMessage&, std::intptr_t& result) {
     result = OnInitDialog();
     return true;
+}
+
+// The system tells top-level windows alone, and controls that keep a color read it again.
+bool PVNPaneHost::OnSystemColors(const WindowMessage& message, std::intptr_t&) {
+    for (zeve::NativeWindow child = zeve::platform::TopChild(message.window); child;
+         child = zeve::platform::NextSibling(child)) {
+        zeve::platform::Send(child, message.number, message.wparam, message.lparam);
+    }
+    return false;
 }
 
 bool PVNPaneHost::OnKeyDown(const WindowMessage& message, std::intptr_t&) {

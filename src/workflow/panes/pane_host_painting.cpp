@@ -21,7 +21,9 @@ constexpr platform::Color kSuccessColor = 46080; // green
 
 } // namespace
 
+// Brushes are made once, however often the message to initialize comes.
 void PVNPaneHost::ArrangeBackdrop() {
+    if (panel) return;
     panel = std::make_unique<PanelRenderer>(backgroundBitmap, kFirstPanelSize, kNoFrame);
     panelBitmap = RenderBackdrop(*panel, window);
     panelBrush = platform::MakePatternBrush(panelBitmap.get());
@@ -30,7 +32,9 @@ void PVNPaneHost::ArrangeBackdrop() {
 
 void PVNPaneHost::PaintBackdrop(zeve::NativeDrawing device) {
     const platform::Painting painting(callbackParams.window, device);
-    if (!panelBitmap) {
+    // A bitmap that is a little smaller is centered and leaves a rim.
+    const zeve::platform::Extent extent = platform::ExtentOf(panelBitmap.get());
+    if (extent.width < painting.Area().Width() || extent.height < painting.Area().Height()) {
         platform::FillArea(painting.Device(), painting.Area(), platform::SystemColor(platform::kColorFace));
     }
     DrawBackdrop(painting.Device(), painting.Area(), panelBitmap.get());

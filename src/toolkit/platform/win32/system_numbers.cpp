@@ -22,7 +22,8 @@ static_assert(style::kBorder == WS_BORDER);
 static_assert(style::kDialogFrame == WS_DLGFRAME);
 static_assert(style::kVerticalScroll == WS_VSCROLL);
 static_assert(style::kSystemMenu == WS_SYSMENU);
-static_assert(style::kTabStop == WS_TABSTOP && style::kGroup == WS_GROUP);
+static_assert(style::kTabStop == WS_TABSTOP && style::kGroup == WS_GROUP &&
+              style::kClipChildren == WS_CLIPCHILDREN);
 
 static_assert(style::kPushButton == BS_PUSHBUTTON);
 static_assert(style::kDefaultPushButton == BS_DEFPUSHBUTTON);

@@ -29,6 +29,8 @@ protected:
     }
     std::u16string Title() const { return zeve::platform::TextOf(host.Window()); }
 
+    Window TopDialogsFirst() const { return zeve::platform::TopChild(host.Window()); }
+
     zeve::ZeveDialog* dialog = nullptr;
 };
 
@@ -143,6 +145,17 @@ TEST_F(PaneHelpers, ANamedSubCheckIsDirectlyBeforeAFieldWithoutALabel) {
     NameSubCheck(dialog, kUnlabeled, "Send it");
     EXPECT_EQ(zeve::platform::NextSibling(zeve::ZeveSubControl(dialog, kUnlabeled)),
               Control(kUnlabeled)->handle);
+}
+
+TEST_F(PaneHelpers, APictureOrALinkBeforeAFieldIsNoLabel) {
+    for (const std::uint32_t kind : {0x0Eu, 0x03u, 0x07u, 0x10u, 0x100u}) {
+        auto* label = zeve::headless::FindWindow(zeve::platform::PreviousSibling(Control(kLabeled)->handle));
+        label->style = 0x50000000 | kind;
+        NameSubCheck(dialog, kLabeled, "Send it");
+        const Window check = zeve::ZeveSubControl(dialog, kLabeled);
+        EXPECT_EQ(zeve::platform::NextSibling(check), Control(kLabeled)->handle) << kind;
+        zeve::platform::PutBefore(check, TopDialogsFirst());
+    }
 }
 
 TEST_F(PaneHelpers, AFieldWithoutASubCheckHasNoneToName) {

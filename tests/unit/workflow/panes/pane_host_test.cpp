@@ -485,6 +485,32 @@ TEST_F(PaneHost, OnlyTwoLanguagesTurnRightToLeftOn) {
     }
 }
 
+TEST_F(PaneHost, ItsBackdropIsNotDrawnOverItsControls) {
+    constexpr std::uint32_t kClipsChildren = 0x02000000;
+    RunWith([] { EXPECT_NE(zeve::platform::StyleOf(TopDialog()) & kClipsChildren, 0u); });
+    TestHost framed("dialog(name: 'x') { button(view_id: 24, name: 'Done'); cluster(name: 'Group'); }");
+    framed.Connect(machine, context);
+    framed.Init();
+    EXPECT_EQ(zeve::platform::StyleOf(framed.Window()) & kClipsChildren, 0u)
+        << "a group box shows the backdrop inside its frame";
+}
+
+TEST_F(PaneHost, PassesAChangeOfTheSystemsColorsToItsControls) {
+    std::vector<Window> told;
+    System().answer = [&told](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number == kMessageSystemColors && message.window != TopDialog())
+            told.push_back(message.window);
+        return std::nullopt;
+    };
+    RunWith([&told] {
+        Tell(TopDialog(), kMessageSystemColors);
+        std::size_t children = 0;
+        for (const auto& window : System().windows) children += window->parent == TopDialog() ? 1u : 0u;
+        EXPECT_GT(children, 5u);
+        EXPECT_EQ(told.size(), children);
+    });
+}
+
 TEST_F(PaneHost, FillsThePlacesOfHyperlinks) {
     RunWith([] {
         ASSERT_NE(Control(kLink), nullptr);

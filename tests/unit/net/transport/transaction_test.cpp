@@ -43,6 +43,30 @@ TEST_F(Transaction, CollectsAnAnswerInParts) {
     EXPECT_THAT(log.Bodies(), IsEmpty());
 }
 
+TEST_F(Transaction, CollectsAnAnswerByteByByte) {
+    EXPECT_EQ(Run(Answer({"a", "b", "c"})), kStatusSuccess);
+    EXPECT_EQ(response, "abc");
+}
+
+TEST_F(Transaction, AReadNeverCountsMoreThanWasAskedFor) {
+    Script script = HeadersOfAnswer();
+    script.push_back(Notice(HttpNotice::kDataAvailable, 5));
+    script.push_back(Read("0123456789"));
+    AddPart(script, "");
+    EXPECT_EQ(Run(script), kStatusSuccess);
+    EXPECT_EQ(response, "01234");
+}
+
+TEST_F(Transaction, TheFirstEndOfARequestCounts) {
+    const EventHandle done(MakeEvent(nullptr));
+    const TransactionState::Reference state = TransactionState::Make("body", done.get());
+    state->OnNotice(nullptr, HttpNotice::kError, 12029);
+    state->OnNotice(nullptr, HttpNotice::kError, 8);
+    state->OnNotice(nullptr, HttpNotice::kClosed, 0);
+    EXPECT_EQ(state->Abandon(response), kStatusHttpError);
+    EXPECT_THAT(log.Bodies(), ElementsAre("PVN: _info_: windows error: 12029"));
+}
+
 TEST_F(Transaction, AnAnswerOfNoBytesIsASuccess) {
     EXPECT_EQ(Run(Answer({})), kStatusSuccess);
     EXPECT_EQ(response, "");

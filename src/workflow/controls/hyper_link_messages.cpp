@@ -184,7 +184,7 @@ bool HyperLink::HandleLook(const Message& message, std::intptr_t& answer) {
         answer = message.AnswerOfSystem();
         Refresh();
         return true;
-    case zeve::kMessageSetFocus: Refresh(); return false;
+    case zeve::kMessageSetFocus:
     case kMessageLosesFocus: Refresh(); return false;
     default: return false;
     }

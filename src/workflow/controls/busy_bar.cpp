@@ -40,18 +40,30 @@ void BusyBar::Start(std::int32_t pixelsATick) {
     finished = false;
     // Without a timer the bar stands still, and nothing else is lost.
     static_cast<void>(zeve::platform::StartTimer(window, kBusyTimer, kBusyPeriod));
+    SetRunning(true);
 }
 
 void BusyBar::SetFinished() {
     zeve::platform::StopTimer(window, kBusyTimer);
     finished = true;
     zeve::platform::Invalidate(window);
+    SetRunning(false);
 }
 
 void BusyBar::Stop() {
     zeve::platform::StopTimer(window, kBusyTimer);
     finished = false;
     zeve::platform::Invalidate(window);
+    SetRunning(false);
+}
+
+void BusyBar::SetRunning(bool runs) {
+    isRunning = runs;
+    platform::Announce(window, platform::AccessibleChange::kState);
+}
+
+std::uint32_t BusyBar::AccessibleState() const {
+    return platform::kStateReadOnly | (isRunning ? platform::kStateBusy : 0);
 }
 
 std::intptr_t BusyBar::Procedure(void* bar, zeve::NativeWindow window, std::uint32_t message,
@@ -76,10 +88,14 @@ std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std:
         return 0;
     case kMessageSize:
     case kMessageSystemColors: ReadColors(); break;
+    case platform::kMessageGetObject:
+        if (const auto object = accessible.Answer(window, wparam, lparam)) return *object;
+        break;
     case kMessageDestroy: OnDestroy(); break;
     case zeve::kMessageWindowGone: {
         const zeve::NativeWindow gone = window;
         window = nullptr;
+        accessible.Cut();
         return zeve::platform::AnswerBelowLayer(gone, message, wparam, lparam);
     }
     default: break;
@@ -124,7 +140,7 @@ void BusyBar::Move() {
 
 void BusyBar::OnDestroy() {
     zeve::platform::StopTimer(window, kBusyTimer);
-    finished = false;
+    finished = isRunning = false;
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,8 +1,10 @@
 // A bar in which a cell runs from left to right while a worker is busy, and which is full when it has
-// finished. It paints an existing control of a view. Belongs to the thread of the dialog.
+// finished. It paints an existing control of a view. A screen reader learns of a progress bar without a value
+// that is busy while the cell runs. Belongs to the thread of the dialog.
 #pragma once
 
 #include "toolkit/platform/native_types.h"
+#include "workflow/platform/accessible.h"
 #include "workflow/platform/painting.h"
 
 #include <cstdint>
@@ -15,7 +17,7 @@ inline constexpr std::int32_t kBusyStep = 9;            // pixels a period
 inline constexpr std::int32_t kBusyRestart = -14;       // the position after the right edge: the cell enters
 inline constexpr platform::Color kBusyColor = 15954971; // of the cell
 
-class BusyBar {
+class BusyBar final : private platform::AccessibleControl {
 public:
     BusyBar() = default;
     BusyBar(const BusyBar&) = delete;
@@ -42,6 +44,10 @@ private:
                                    std::uintptr_t wparam, std::intptr_t lparam) noexcept;
     std::intptr_t Answer(std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam);
 
+    std::int32_t AccessibleRole() const override { return platform::kRoleProgressBar; }
+    std::uint32_t AccessibleState() const override;
+
+    void SetRunning(bool runs);
     void ReadColors();
     void Paint(const platform::Painting& painting);
     void BlendCell(zeve::NativeDrawing device, std::int32_t x) const;
@@ -57,6 +63,8 @@ private:
     platform::Color shadowColor = 0; // Kept: read with the others, and drawn nowhere
     zeve::platform::Rectangle clientRect;
     bool finished = false;
+    bool isRunning = false;
+    platform::AccessibleConnection accessible{*this};
     platform::OwnedBitmap cell; // built at the first paint
 };
 

@@ -4,6 +4,7 @@
 #include "toolkit/message_numbers.h"
 #include "workflow/controls/anchor_color.h"
 #include "workflow/controls/openable_target.h"
+#include "workflow/controls/parent_background.h"
 #include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/platform/text_drawing.h"
@@ -266,15 +267,8 @@ void HyperLink::DoDefaultAction() { toolkit::Post(window, kButtonClick, 0, 0); }
 void HyperLink::Paint(const platform::Painting& painting) {
     const zeve::NativeDrawing device = painting.Device();
     const std::weak_ptr<const bool> here = life;
-    const std::intptr_t brush =
-        toolkit::Send(toolkit::ParentOf(window), zeve::kMessageColorStatic,
-                      reinterpret_cast<std::uintptr_t>(device), reinterpret_cast<std::intptr_t>(window));
-    if (here.expired() || window == nullptr) return;
-    if (brush != 0) {
-        platform::FillArea(device, painting.Area(), reinterpret_cast<zeve::NativeBrush>(brush));
-    } else {
-        platform::FillArea(device, painting.Area(), platform::SystemColor(platform::kColorFace));
-    }
+    FillAsParent(device, painting.Area(), window);
+    if (here.expired() || window == nullptr) return; // the parent has ended it meanwhile
     DrawLabel(device, painting.Area());
     if (toolkit::FocusedWindow() == window) platform::DrawFocusFrame(device, linkRect);
 }

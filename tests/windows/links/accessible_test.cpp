@@ -1,5 +1,6 @@
 // Hyperlinks as a screen reader asks for them.
 #include "windows/links/link_fixture.h"
+#include "workflow/controls/busy_bar.h"
 #include "workflow/platform/accessible.h"
 
 #include <oleacc.h>
@@ -147,6 +148,24 @@ TEST_F(SpokenLink, AnObjectMayOutliveTheLink) {
 TEST_F(SpokenLink, AnObjectMayOutliveTheControl) {
     Attach(HyperLink::kCommandButton);
     Ask();
+    DestroyWindow(control);
+    ExpectCutOff(*object, Self());
+}
+
+// --- Bars ---
+
+TEST_F(SpokenLink, ABusyBarIsAProgressBarWithoutAValue) {
+    BusyBar bar;
+    ASSERT_TRUE(bar.Attach(Opaque(control)));
+    Ask();
+    EXPECT_EQ(Number(&IAccessible::get_accRole), ROLE_SYSTEM_PROGRESSBAR);
+    EXPECT_EQ(Text(&IAccessible::get_accValue), L"none");
+    EXPECT_EQ(Text(&IAccessible::get_accName), L"Read more") << "the text of its control";
+    EXPECT_EQ(object->accDoDefaultAction(Self()), DISP_E_MEMBERNOTFOUND);
+    bar.Start();
+    EXPECT_TRUE(Number(&IAccessible::get_accState) & STATE_SYSTEM_BUSY);
+    bar.SetFinished();
+    EXPECT_FALSE(Number(&IAccessible::get_accState) & STATE_SYSTEM_BUSY);
     DestroyWindow(control);
     ExpectCutOff(*object, Self());
 }

@@ -3,6 +3,7 @@
 #include "toolkit/message_numbers.h"
 #include "unit/workflow/controls/painting_fixture.h"
 #include "workflow/controls/busy_bar_cell.h"
+#include "workflow/platform/headless/accessible_recorder.h"
 #include "workflow/platform/message_numbers.h"
 
 #include <gmock/gmock.h>
@@ -191,6 +192,33 @@ TEST_F(BusyBars, ABarThatGoesFirstLeavesItsControlAsItWas) {
     EXPECT_EQ(CallsOf("DropLayer").size(), 1u);
     EXPECT_FALSE(bar.Attach(MakeControl(dialog, 0, 0, 50, 13))) << "a bar has one control";
     EXPECT_FALSE(BusyBar().Attach(nullptr));
+}
+
+TEST_F(BusyBars, ForAScreenReaderItIsAProgressBarThatIsBusyWhileItRuns) {
+    platform::AccessibleRecorder& heard = platform::TheAccessibleRecorder();
+    heard.Reset();
+    const auto ask = [&]() -> const platform::AccessibleControl& {
+        EXPECT_EQ(zeve::platform::Send(control, platform::kMessageGetObject, 0, platform::kObjectOfControl),
+                  1);
+        return **heard.objects.back();
+    };
+    EXPECT_EQ(ask().AccessibleRole(), 48);
+    EXPECT_EQ(ask().AccessibleState(), 0x40u);
+    EXPECT_EQ(ask().AccessibleValue(), u"");
+    EXPECT_EQ(ask().DefaultActionName(), u"");
+    bar.Start();
+    EXPECT_EQ(ask().AccessibleState(), 0x840u);
+    bar.SetFinished();
+    EXPECT_EQ(ask().AccessibleState(), 0x40u);
+    bar.Start();
+    bar.Stop();
+    EXPECT_EQ(ask().AccessibleState(), 0x40u);
+    const platform::Announcement changed{control, platform::AccessibleChange::kState};
+    EXPECT_THAT(heard.announced, ElementsAre(changed, changed, changed, changed));
+    EXPECT_EQ(zeve::platform::Send(control, platform::kMessageGetObject, 0, 0), 0);
+    zeve::platform::CloseWindow(control);
+    EXPECT_EQ(*heard.objects.back(), nullptr);
+    heard.Reset();
 }
 
 TEST_F(BusyBars, WithoutMemoryForTheCellTheFrameIsDrawn) {

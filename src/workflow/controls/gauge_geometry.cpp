@@ -41,13 +41,19 @@ void Fill(GaugeGeometry& gauge, const GaugeValues& values) {
     const std::int64_t way = std::min(std::abs(std::int64_t{values.position} - values.start), length);
     auto split = gauge.bar.left + static_cast<std::int32_t>(way * width / length);
     gauge.before = Filled(gauge.bar, gauge.bar.left + kInset, split);
-    const std::int64_t usedPercent = way * 100 / length;
+    const std::int64_t usedPercent = UsedPercent(values).value_or(0);
     if (usedPercent == kFullPercent) split -= kFullShift;
     gauge.after = Filled(gauge.bar, split + kInset, gauge.bar.right - kInset);
     gauge.afterColor = ColorOf(usedPercent);
 }
 
 } // namespace
+
+std::optional<std::int64_t> UsedPercent(const GaugeValues& values) {
+    if (values.end == values.start) return {};
+    const std::int64_t way = std::abs(std::int64_t{values.position} - values.start);
+    return way * 100 / std::abs(std::int64_t{values.end} - values.start);
+}
 
 GaugeGeometry LayOutGauge(const Rectangle& client, std::int32_t digitWidth, const GaugeValues& values) {
     const std::int32_t shift = ShiftOf(client.Width(), values.captionShift);

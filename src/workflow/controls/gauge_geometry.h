@@ -4,6 +4,7 @@
 #include "workflow/platform/painting.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -17,6 +18,10 @@ struct GaugeValues {
     std::int32_t position = 0;       // not negative
     std::uint32_t captionShift = 0;  // percent
 };
+
+// Returns how much of the range is used, rounded down, above 100 for a position beyond the end; nothing for a
+// range without length.
+std::optional<std::int64_t> UsedPercent(const GaugeValues& values);
 
 struct GaugeGeometry {
     zeve::platform::Rectangle bar;                // with its frame of one pixel

@@ -5,6 +5,7 @@
 #include "toolkit/message_numbers.h"
 #include "workflow/controls/gauge_geometry.h"
 #include "workflow/controls/parent_background.h"
+#include "workflow/platform/accessible.h"
 #include "workflow/platform/control_class.h"
 #include "workflow/platform/message_numbers.h"
 #include "workflow/platform/painting.h"
@@ -71,24 +72,54 @@ void DrawBar(zeve::NativeDrawing device, const GaugeGeometry& gauge) {
     platform::FillArea(device, gauge.after, gauge.afterColor);
 }
 
+GaugeValues ValuesOf(const GaugeData& data) {
+    return {static_cast<std::int32_t>(data.range >> 16), static_cast<std::int32_t>(data.range & 0xFFFF),
+            data.position, data.captionShift};
+}
+
 void DrawGauge(zeve::NativeDrawing device, const Rectangle& client) {
-    const GaugeData& data = TheGaugeData();
-    const auto start = static_cast<std::int32_t>(data.range >> 16);
-    const auto end = static_cast<std::int32_t>(data.range & 0xFFFF);
+    const GaugeValues values = ValuesOf(TheGaugeData());
     const OwnedFont font(kFont);
     const std::int32_t digitWidth = zeve::platform::TextMeter(font.Get()).MeasureText(u"0").width;
-    const GaugeGeometry gauge =
-        LayOutGauge(client, digitWidth, {start, end, data.position, data.captionShift});
+    const GaugeGeometry gauge = LayOutGauge(client, digitWidth, values);
     const platform::TextLook look{font.Get(), kInk, platform::kTextShowsAmpersands};
-    platform::DrawTextIn(device, Decimal(start), client, look);
-    platform::DrawTextIn(device, EndText(end), {gauge.endTextLeft, client.top, client.right, client.bottom},
-                         look);
+    platform::DrawTextIn(device, Decimal(values.start), client, look);
+    platform::DrawTextIn(device, EndText(values.end),
+                         {gauge.endTextLeft, client.top, client.right, client.bottom}, look);
     DrawBar(device, gauge);
 }
 
 void Paint(zeve::NativeWindow window, const platform::Painting& painting) {
     FillAsParent(painting.Device(), painting.Area(), window);
     if (IsShown(TheGaugeData())) DrawGauge(painting.Device(), painting.Area());
+}
+
+// What a screen reader learns: a progress bar whose value is the used part of the range.
+class SpokenGauge final : public platform::AccessibleControl {
+public:
+    std::int32_t AccessibleRole() const override { return platform::kRoleProgressBar; }
+    std::u16string AccessibleValue() const override {
+        const GaugeData& data = TheGaugeData();
+        const auto percent = IsShown(data) ? UsedPercent(ValuesOf(data)) : std::nullopt;
+        if (!percent) return {};
+        return Decimal(static_cast<std::int32_t>(std::min(*percent, kAll))) + u'%';
+    }
+    std::uint32_t AccessibleState() const override { return platform::kStateReadOnly; }
+
+    platform::AccessibleConnection connection{*this};
+
+private:
+    static constexpr std::int64_t kAll = 100;
+};
+
+SpokenGauge& TheSpokenGauge() {
+    static SpokenGauge gauge;
+    return gauge;
+}
+
+void ShowChange(zeve::NativeWindow window) {
+    zeve::platform::Invalidate(window);
+    platform::Announce(window, platform::AccessibleChange::kValue);
 }
 
 std::intptr_t Answer(zeve::NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
@@ -105,12 +136,16 @@ std::intptr_t Answer(zeve::NativeWindow window, std::uint32_t message, std::uint
     case zeve::kMessageEraseBackground: return 1;
     case kGaugeSetRange:
         TheGaugeData().range = static_cast<std::uint32_t>(lparam);
-        zeve::platform::Invalidate(window);
+        ShowChange(window);
         return 0;
     case kGaugeSetPosition:
         TheGaugeData().position = static_cast<std::int32_t>(lparam);
-        zeve::platform::Invalidate(window);
+        ShowChange(window);
         return 0;
+    case platform::kMessageGetObject:
+        if (const auto object = TheSpokenGauge().connection.Answer(window, wparam, lparam)) return *object;
+        break;
+    case zeve::kMessageWindowGone: TheSpokenGauge().connection.Cut(); break;
     default: break;
     }
     return zeve::platform::DefaultAnswer(window, message, wparam, lparam);

@@ -1,6 +1,7 @@
 // Hyperlinks as a screen reader asks for them.
 #include "windows/links/link_fixture.h"
 #include "workflow/controls/busy_bar.h"
+#include "workflow/controls/my_prog_bar.h"
 #include "workflow/platform/accessible.h"
 
 #include <oleacc.h>
@@ -166,6 +167,18 @@ TEST_F(SpokenLink, ABusyBarIsAProgressBarWithoutAValue) {
     EXPECT_TRUE(Number(&IAccessible::get_accState) & STATE_SYSTEM_BUSY);
     bar.SetFinished();
     EXPECT_FALSE(Number(&IAccessible::get_accState) & STATE_SYSTEM_BUSY);
+    DestroyWindow(control);
+    ExpectCutOff(*object, Self());
+}
+
+TEST_F(SpokenLink, AGaugeIsAProgressBarWithAValue) {
+    control = reinterpret_cast<HWND>(MakeGauge(Opaque(window), 90, {0, 0, 200, 60}));
+    ASSERT_NE(control, nullptr);
+    SendMessageW(control, kGaugeSetRange, 0, MAKELPARAM(200, 0));
+    SendMessageW(control, kGaugeSetPosition, 0, 50);
+    Ask();
+    EXPECT_EQ(Number(&IAccessible::get_accRole), ROLE_SYSTEM_PROGRESSBAR);
+    EXPECT_EQ(Text(&IAccessible::get_accValue), L"25%");
     DestroyWindow(control);
     ExpectCutOff(*object, Self());
 }

@@ -3,6 +3,7 @@
 #include "toolkit/message_numbers.h"
 #include "unit/workflow/controls/painting_fixture.h"
 #include "workflow/controls/gauge_geometry.h"
+#include "workflow/platform/headless/accessible_recorder.h"
 #include "workflow/platform/headless/control_class_recorder.h"
 #include "workflow/platform/headless/text_recorder.h"
 #include "workflow/platform/message_numbers.h"
@@ -166,6 +167,30 @@ TEST_F(MyProgBars, TheFontGoesWithThePaint) {
     Tell(zeve::kMessagePaint);
     ASSERT_EQ(CallsOf("MakeFont").size(), 1u);
     EXPECT_TRUE(zeve::headless::State().fonts.empty());
+}
+
+TEST_F(MyProgBars, ForAScreenReaderItIsAProgressBarWithAValue) {
+    platform::AccessibleRecorder& heard = platform::TheAccessibleRecorder();
+    heard.Reset();
+    EXPECT_EQ(Tell(platform::kMessageGetObject, platform::kObjectOfControl), 1);
+    const platform::AccessibleControl& asked = **heard.objects.back();
+    EXPECT_EQ(asked.AccessibleRole(), 48);
+    EXPECT_EQ(asked.AccessibleState(), 0x40u);
+    Set(10, 110, 52);
+    EXPECT_EQ(asked.AccessibleValue(), u"42%");
+    const platform::Announcement changed{gauge, platform::AccessibleChange::kValue};
+    EXPECT_THAT(heard.announced, ElementsAre(changed, changed));
+    Set(100, 0, 25);
+    EXPECT_EQ(asked.AccessibleValue(), u"75%") << "a range that falls";
+    Set(0, 100, 500);
+    EXPECT_EQ(asked.AccessibleValue(), u"100%");
+    Set(5, 5, 5);
+    EXPECT_EQ(asked.AccessibleValue(), u"") << "no range";
+    Set(0, 100, -1);
+    EXPECT_EQ(asked.AccessibleValue(), u"") << "nothing is shown";
+    Tell(zeve::kMessageWindowGone);
+    EXPECT_EQ(*heard.objects.back(), nullptr);
+    heard.Reset();
 }
 
 TEST_F(MyProgBars, NothingIsErased) {

@@ -1,7 +1,6 @@
 // Hyperlinks on real controls: the system's own keyboard rules, mouse messages, painting and tooltips.
 #include "windows/links/link_fixture.h"
 #include "workflow/platform/painting.h"
-#include "workflow/platform/resource_platform.h"
 
 #include <commctrl.h>
 
@@ -18,17 +17,16 @@ protected:
     std::map<COLORREF, int> Printed(const RECT& part) const {
         RECT client = {};
         GetClientRect(control, &client);
-        const zeve::NativeBitmap bitmap = platform::MakeBitmap({client.right, client.bottom});
+        const platform::OwnedBitmap bitmap = platform::MakeBitmap({client.right, client.bottom});
         std::map<COLORREF, int> colors;
         {
-            const platform::BitmapDrawing drawing(bitmap);
+            const platform::BitmapDrawing drawing(bitmap.get());
             const auto device = reinterpret_cast<HDC>(drawing.Device());
             SendMessageW(control, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(device), PRF_CLIENT);
             for (int y = part.top; y < part.bottom; ++y) {
                 for (int x = part.left; x < part.right; ++x) ++colors[GetPixel(device, x, y)];
             }
         }
-        platform::DeleteBitmap(bitmap);
         return colors;
     }
     RECT LinkPart() const {

@@ -1174,6 +1174,25 @@ TEST_F(EndOfLink, ALinkCanBeAttachedAgain) {
     EXPECT_EQ(System().fonts.size(), 3u);
 }
 
+TEST_F(EndOfLink, OnANewControlAFormerPressOfEnterCountsNothing) {
+    AttachCommand();
+    PressEnter();
+    toolkit::CloseWindow(control);
+    control = MakeControl(u"again");
+    AttachCommand();
+    EXPECT_EQ(Tell(zeve::kMessageKeyUp, 13), 0);
+    EXPECT_EQ(Commands(), 0);
+}
+
+TEST_F(EndOfLink, OnANewControlTheAddressIsStillTheLabel) {
+    Attach();
+    toolkit::CloseWindow(control);
+    control = MakeControl(u"again");
+    Attach();
+    link->SetLabel(u"http://x");
+    EXPECT_EQ(link->url, u"http://x");
+}
+
 TEST_F(EndOfLink, HundredsOfLinksLeaveNothing) {
     for (int i = 0; i < 300; ++i) {
         HyperLink other;

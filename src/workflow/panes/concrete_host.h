@@ -31,9 +31,14 @@ public:
 
 protected:
     struct Command {
+        using Handler = std::intptr_t (Host::*)();
+        constexpr Command(std::uint16_t ofControl, Handler itsHandler,
+                          std::optional<std::uint16_t> notification = {})
+            : handler(itsHandler), id(ofControl), code(notification) {}
+
+        Handler handler;
         std::uint16_t id;
-        std::intptr_t (Host::*handler)();
-        std::optional<std::uint16_t> code = {}; // the notification of the row
+        std::optional<std::uint16_t> code; // the notification of the row
     };
 
     // Returns the pane of the state last entered, or null.

@@ -31,7 +31,7 @@ struct DecodedBitmap {
 };
 
 // A bitmap of more pixels is not decoded: one small file could take gigabytes of memory.
-inline constexpr std::uint64_t kMostBitmapPixels = 16 * 1024 * 1024;
+inline constexpr std::uint64_t kMostBitmapPixels = std::uint64_t{16} * 1024 * 1024;
 
 // Returns a device-independent bitmap of the file's size, bottom row first, blue first in each pixel: 32 bits
 // with straight alpha where the file's format has alpha, else 24 bits. The file is closed on return.

@@ -45,7 +45,7 @@ public:
 
 private:
     std::size_t Index(std::int32_t x, std::int32_t y) const {
-        return static_cast<std::size_t>(y * pitch + x * pixelBytes);
+        return static_cast<std::size_t>(std::ptrdiff_t{y} * pitch + std::ptrdiff_t{x} * pixelBytes);
     }
 
     std::int32_t pitch, width, height, pixelBytes;

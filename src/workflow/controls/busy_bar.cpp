@@ -82,6 +82,10 @@ std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std:
         Paint(platform::Painting(window, reinterpret_cast<zeve::NativeDrawing>(wparam)));
         return 0;
     case zeve::kMessageEraseBackground: return 1;
+    case kMessageEnable:
+    case kMessageSetText:
+    case zeve::kMessageSetFont:
+    case kMessageUpdateUiState: return AnswerAsSystem(message, wparam, lparam);
     case zeve::kMessageTimer:
         if (wparam != kBusyTimer) break;
         Move();
@@ -103,6 +107,13 @@ std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std:
     return zeve::platform::AnswerBelowLayer(window, message, wparam, lparam);
 }
 
+// The control would paint each of these changes itself, over the bar.
+std::intptr_t BusyBar::AnswerAsSystem(std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) {
+    const std::intptr_t answer = zeve::platform::DefaultAnswer(window, message, wparam, lparam);
+    zeve::platform::Invalidate(window);
+    return answer;
+}
+
 void BusyBar::ReadColors() {
     backColor = platform::SystemColor(platform::kColorWindow);
     frameColor = platform::SystemColor(platform::kColorDarkShadow);
@@ -113,7 +124,10 @@ void BusyBar::ReadColors() {
 void BusyBar::Paint(const platform::Painting& painting) {
     clientRect = painting.Area();
     const zeve::NativeDrawing device = painting.Device();
-    FillAsParent(device, clientRect, window); // shows in the corners
+    const std::weak_ptr<const bool> here = life;
+    FillAsParent(device, painting.Area(), window); // shows in the corners
+    // The parent may have destroyed the control, or this bar.
+    if (here.expired() || window == nullptr) return;
     platform::DrawRoundFrame(device, clientRect, kCorner, frameColor, backColor);
     if (!BuildCell()) return;
     if (!finished) return BlendCell(device, position);

@@ -8,6 +8,7 @@
 #include "workflow/platform/painting.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -44,6 +45,8 @@ private:
                                    std::uintptr_t wparam, std::intptr_t lparam) noexcept;
     std::intptr_t Answer(std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam);
 
+    std::intptr_t AnswerAsSystem(std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam);
+
     std::int32_t AccessibleRole() const override { return platform::kRoleProgressBar; }
     std::uint32_t AccessibleState() const override;
 
@@ -65,7 +68,8 @@ private:
     bool finished = false;
     bool isRunning = false;
     platform::AccessibleConnection accessible{*this};
-    platform::OwnedBitmap cell; // built at the first paint
+    platform::OwnedBitmap cell;                                            // built at the first paint
+    std::shared_ptr<const bool> life = std::make_shared<const bool>(true); // expires with this object
 };
 
 } // namespace brixen::pvn::pvn_workflow

@@ -215,8 +215,10 @@ void HyperLink::Arrange() {
 }
 
 void HyperLink::UpdateTooltip() {
-    if (toolTip == nullptr || !HasTarget()) return;
-    toolkit::Send(toolTip, kTooltipActivate, 1, 0);
+    if (toolTip == nullptr) return;
+    // Without a target a tooltip would show the former one.
+    toolkit::Send(toolTip, kTooltipActivate, HasTarget() ? 1 : 0, 0);
+    if (!HasTarget()) return;
     platform::SetTooltip(toolTip, window, linkRect, url.c_str());
 }
 

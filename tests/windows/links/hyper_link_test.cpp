@@ -151,6 +151,17 @@ TEST_F(RealLink, SendsANotificationForAClick) {
     EXPECT_TRUE(commands.empty());
 }
 
+// Moves the mouse and waits for the system, which does not always move it at once.
+bool MoveMouse(POINT place) {
+    for (int tries = 0; tries < 200; ++tries) {
+        SetCursorPos(place.x, place.y);
+        POINT now = {};
+        if (GetCursorPos(&now) && now.x == place.x && now.y == place.y) return true;
+        Sleep(10);
+    }
+    return false;
+}
+
 TEST_F(RealLink, ShowsTheHandOverItself) {
     Attach(HyperLink::kCommandButton);
     SetCursor(LoadCursorW(nullptr, reinterpret_cast<const wchar_t*>(IDC_ARROW)));
@@ -158,7 +169,7 @@ TEST_F(RealLink, ShowsTheHandOverItself) {
     EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, reinterpret_cast<const wchar_t*>(IDC_HAND)));
     POINT place = {MiddleX(), MiddleY()};
     ClientToScreen(control, &place);
-    SetCursorPos(place.x, place.y);
+    ASSERT_TRUE(MoveMouse(place));
     const LPARAM hit = MAKELPARAM(HTCLIENT, WM_MOUSEMOVE);
     EXPECT_EQ(SendMessageW(control, WM_SETCURSOR, reinterpret_cast<WPARAM>(control), hit), TRUE);
 }

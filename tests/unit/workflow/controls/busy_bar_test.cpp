@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <optional>
 
 namespace brixen::pvn::pvn_workflow {
@@ -63,6 +64,44 @@ TEST_F(BusyBars, TheCornersShowTheBackgroundOfTheParent) {
     zeve::headless::State().answer = nullptr;
     Tell(zeve::kMessagePaint);
     EXPECT_THAT(NumbersOf("FillColor"), ElementsAre(0, 0, 100, 13, platform::SystemColor(15)));
+}
+
+TEST_F(BusyBars, EndsQuietlyIfTheParentEndsItsControlDuringThePaint) {
+    zeve::headless::State().answer =
+        [&](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.window == dialog && message.number == zeve::kMessageColorStatic) {
+            zeve::platform::CloseWindow(control);
+        }
+        return std::nullopt;
+    };
+    Tell(zeve::kMessagePaint);
+    EXPECT_EQ(bar.Window(), nullptr);
+    EXPECT_TRUE(platform::PaintingCallsOf("DrawRoundFrame").empty());
+}
+
+TEST_F(BusyBars, EndsQuietlyIfTheParentEndsTheBarDuringThePaint) {
+    const zeve::NativeWindow other = MakeControl(dialog, 10, 60, 100, 13);
+    auto ended = std::make_unique<BusyBar>();
+    EXPECT_TRUE(ended->Attach(other));
+    zeve::headless::State().answer =
+        [&](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.window == dialog && message.number == zeve::kMessageColorStatic) ended.reset();
+        return std::nullopt;
+    };
+    zeve::platform::Send(other, zeve::kMessagePaint, 0, 0);
+    EXPECT_EQ(ended, nullptr);
+    EXPECT_TRUE(platform::PaintingCallsOf("DrawRoundFrame").empty());
+}
+
+TEST_F(BusyBars, ChangesThatTheControlWouldPaintAreTheSystems) {
+    for (const std::uint32_t message :
+         {kMessageEnable, kMessageSetText, zeve::kMessageSetFont, kMessageUpdateUiState}) {
+        zeve::headless::State().calls.clear();
+        Tell(message);
+        EXPECT_EQ(CallsOf("DefaultAnswer").size(), 1u) << message;
+        EXPECT_TRUE(CallsOf("AnswerBelowLayer").empty()) << message;
+        EXPECT_EQ(CallsOf("Invalidate").size(), 1u) << message;
+    }
 }
 
 TEST_F(BusyBars, TheCellIsBuiltAtTheFirstPaint) {

@@ -257,6 +257,21 @@ TEST_F(AttachedLink, GoesOnWithoutATooltip) {
     EXPECT_EQ(Commands(), 1);
 }
 
+TEST_F(AttachedLink, WithoutAnAddressShowsNoTooltip) {
+    AttachAddress();
+    const auto activations = [this] {
+        std::vector<std::int64_t> states;
+        for (const auto& call : zeve::headless::CallsOf("Send"))
+            if (call.window == link->toolTip && call.numbers[0] == kTooltipActivate)
+                states.push_back(call.numbers[1]);
+        return states;
+    };
+    link->SetHyperLink(u"");
+    EXPECT_EQ(activations(), std::vector<std::int64_t>{0});
+    link->SetHyperLink(u"http://example.com");
+    EXPECT_EQ(activations(), (std::vector<std::int64_t>{0, 1}));
+}
+
 TEST_F(AttachedLink, MakesATooltipOfTheAddress) {
     link->url = kAddress;
     ASSERT_TRUE(link->Attach(control));

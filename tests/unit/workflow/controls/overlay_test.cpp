@@ -18,7 +18,8 @@ protected:
     static zeve::NativeBitmap Bitmap(int number, zeve::platform::Extent extent, std::int32_t pixelBytes,
                                      std::uint8_t byte) {
         const auto bitmap = reinterpret_cast<zeve::NativeBitmap>(static_cast<std::uintptr_t>(number));
-        const auto rowBytes = static_cast<std::size_t>((extent.width * pixelBytes + 3) / 4 * 4);
+        const auto rowBytes =
+            static_cast<std::size_t>((std::ptrdiff_t{extent.width} * pixelBytes + 3) / 4 * 4);
         platform::GivePixels(bitmap, {.extent = extent,
                                       .pixelBytes = pixelBytes,
                                       .isBottomUp = true,

@@ -73,7 +73,7 @@ inline constexpr std::int32_t kDefaultPlace = -0x7FFFFFFF - 1;   // CW_USEDEFAUL
 inline constexpr char16_t kTooltipClass[] = u"tooltips_class32"; // TOOLTIPS_CLASS
 // A bit in lparam of a key message: the key was down before, so it is held.
 inline constexpr std::intptr_t kKeyRepeats = 1 << 30;
-inline constexpr std::uintptr_t kKeySpace = 32;                  // VK_SPACE
+inline constexpr std::uintptr_t kKeySpace = 32; // VK_SPACE
 
 // How StartProgram shows the window of a program.
 inline constexpr std::int32_t kShowRestored = 9; // SW_RESTORE

@@ -51,8 +51,8 @@ void Fill(GaugeGeometry& gauge, const GaugeValues& values) {
 
 std::optional<std::int64_t> UsedPercent(const GaugeValues& values) {
     if (values.end == values.start) return {};
-    const std::int64_t way = std::abs(std::int64_t{values.position} - values.start);
-    return way * 100 / std::abs(std::int64_t{values.end} - values.start);
+    const std::int64_t length = std::abs(std::int64_t{values.end} - values.start);
+    return std::min(std::abs(std::int64_t{values.position} - values.start), length) * kFullPercent / length;
 }
 
 GaugeGeometry LayOutGauge(const Rectangle& client, std::int32_t digitWidth, const GaugeValues& values) {

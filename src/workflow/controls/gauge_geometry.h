@@ -19,8 +19,8 @@ struct GaugeValues {
     std::uint32_t captionShift = 0;  // percent
 };
 
-// Returns how much of the range is used, rounded down, above 100 for a position beyond the end; nothing for a
-// range without length.
+// Returns how much of the range is used, rounded down, 100 for a position beyond the end; nothing for a range
+// without length.
 std::optional<std::int64_t> UsedPercent(const GaugeValues& values);
 
 struct GaugeGeometry {

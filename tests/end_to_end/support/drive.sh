@@ -37,7 +37,8 @@ start_host() {
 record_pages() {
     PAVANE_OPENED_PAGES=$(winepath -w "$openedPages" 2>/dev/null)
     export PAVANE_OPENED_PAGES
-    formerBrowser=$(wine reg query "$browserKey" /ve 2>/dev/null | tr -d '\r' | sed -n 's/^.*REG_SZ *//p')
+    # The query fails without the key.
+    formerBrowser=$({ wine reg query "$browserKey" /ve 2>/dev/null || true; } | tr -d '\r' | sed -n 's/^.*REG_SZ *//p')
     isRecording=yes
     set_browser "$(winepath -w "$bin/page-recorder.exe" 2>/dev/null)"
 }

@@ -14,8 +14,7 @@ namespace brixen::pvn {
 // page. A null text is the same as an empty one.
 //
 // Blocks for at most the limit of `detail`, on any thread, and ends early after CancelTransaction. The
-// library must not be unloaded afterward: a look-up of the system that was left behind ends on a thread of
-// its own.
+// library must stay loaded afterward: an abandoned look-up of the system ends later, on a thread of its own.
 [[nodiscard]] Status PVN_HTTPSend(const char* url, const CommunicationDetail& detail, const char* body,
                                   std::string& response) noexcept;
 

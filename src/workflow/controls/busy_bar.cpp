@@ -38,7 +38,7 @@ bool BusyBar::Attach(zeve::NativeWindow control) {
 void BusyBar::Start(std::int32_t pixelsATick) {
     step = pixelsATick;
     finished = false;
-    // Without a timer the bar stands still, and nothing else is lost.
+    // Without a timer the bar does not move. Everything else works.
     static_cast<void>(zeve::platform::StartTimer(window, kBusyTimer, kBusyPeriod));
     SetRunning(true);
 }

@@ -44,8 +44,8 @@ public:
     ~HyperLink();
 
     // Makes the control a link. Without a `label` it takes the control's text; with neither `url` nor
-    // kCommandButton the label is the address. A link that is attached leaves its former control. Returns
-    // false if the control cannot be taken.
+    // kCommandButton the label, or its link part, is the address. A link that is attached leaves its former
+    // control. Returns false if the control cannot be taken.
     bool Attach(zeve::NativeWindow control);
     // Sets the label, and the control's text, by which the system finds access keys.
     void SetLabel(std::u16string text);

@@ -21,7 +21,7 @@ class PVNWorkFlowContext;
 // An event that no table has: a handler that delivers it changes nothing.
 inline constexpr char kEventNone[] = "ZevePassUpEventChain";
 
-// How a control stands out by the color of its text.
+// The meaning of a text control's color: red for an error, green for a success.
 enum class Mark { kError, kSuccess };
 struct MarkedControl {
     std::uint16_t viewId;
@@ -48,7 +48,7 @@ public:
     // Hides and disables the group. Everything else keeps its state until the next visit.
     virtual void Leave() {}
 
-    // Returns the text controls that stand out. The pane owns the list.
+    // Returns the text controls in red or green. The pane owns the list.
     virtual std::span<const MarkedControl> MarkedControls() const { return {}; }
 
 protected:

@@ -137,7 +137,7 @@ private:
     zeve::NativeBitmap backgroundBitmap = nullptr; // the resource layer's
     zeve::NativeBitmap labelBitmap = nullptr;      // the resource layer's; at the top left
     zeve::NativeBitmap logoBitmap = nullptr;       // the resource layer's; at the top right
-    platform::OwnedBrush panelBrush;               // repeats panelBitmap behind text controls
+    platform::OwnedBrush panelBrush;               // a pattern of panelBitmap, for text controls
     platform::OwnedBitmap panelBitmap;             // the backdrop as it looks on the screen
     std::unique_ptr<PanelRenderer> panel;          // draws panelBitmap
     PVNWorkFlowContext* activeContext = nullptr;   // null until Init

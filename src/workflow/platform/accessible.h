@@ -17,7 +17,7 @@ inline constexpr std::uint32_t kMessageGetObject = 0x003D; // WM_GETOBJECT
 inline constexpr std::int32_t kRoleLink = 0x1E;        // ROLE_SYSTEM_LINK
 inline constexpr std::int32_t kRoleProgressBar = 0x30; // ROLE_SYSTEM_PROGRESSBAR
 
-// States, added up. Those of the window (disabled, focused, invisible) are the standard object's.
+// States, added up. The standard object adds its own, such as that the window is invisible.
 inline constexpr std::uint32_t kStateUnavailable = 0x1;    // STATE_SYSTEM_UNAVAILABLE
 inline constexpr std::uint32_t kStateFocused = 0x4;        // STATE_SYSTEM_FOCUSED
 inline constexpr std::uint32_t kStateReadOnly = 0x40;      // STATE_SYSTEM_READONLY

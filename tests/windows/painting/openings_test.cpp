@@ -181,7 +181,7 @@ TEST_F(Openings, TheDialogShowsTheBackgroundAlsoBehindItsTexts) {
         RECT place{};
         GetWindowRect(text, &place);
         MapWindowPoints(nullptr, Dialog(), reinterpret_cast<POINT*>(&place), 2);
-        const int right = static_cast<int>(place.right - place.left) - 1; // behind the end of the text
+        const int right = static_cast<int>(place.right - place.left) - 1; // past the end of the text
         for (int row = 0; row < place.bottom - place.top; ++row) {
             EXPECT_EQ(OnScreen(text, right, row),
                       OfBackground(static_cast<int>(place.left) + right, static_cast<int>(place.top) + row));

@@ -32,7 +32,7 @@ bool RegisterControlClass(const ControlClass& controlClass) noexcept {
     record.hInstance = reinterpret_cast<HINSTANCE>(zeve::platform::LibraryModule());
     record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     record.lpszClassName = Wide(controlClass.name);
-    // A class that an earlier copy of the library left behind leads into code that is gone.
+    // A class of an unloaded copy of the library has a procedure that no longer exists.
     UnregisterClassW(record.lpszClassName, record.hInstance);
     return gIsRegistered = RegisterClassExW(&record) != 0;
 }

@@ -44,7 +44,7 @@ inline ScriptedNotice Late(ScriptedNotice scripted) {
     return scripted;
 }
 
-// A notification that changes nothing but the log, after a signal of the cancel event.
+// Signals the cancel event, then sends a notification that only writes a log line.
 inline ScriptedNotice Cancel() { return After(CancelTransaction, Notice(HttpNotice::kSecureFailure)); }
 
 inline Script HeadersOfAnswer() { return {Notice(HttpNotice::kSent), Notice(HttpNotice::kHeaders)}; }
@@ -81,7 +81,7 @@ protected:
     }
     ~TransportTest() override {
         AwaitClosedRequests();
-        // A look-up that was left behind closes its handles by itself.
+        // An abandoned look-up closes its own handles.
         while (OpenNetHandles() != 0) std::this_thread::yield();
         EXPECT_EQ(GetFrameTwin().openThreadHandles, 0);
         ResetNetTwin();

@@ -8,7 +8,8 @@ int main(void) {
     wchar_t path[MAX_PATH];
     char line[4096];
     FILE* file;
-    if (GetEnvironmentVariableW(L"PAVANE_OPENED_PAGES", path, MAX_PATH) == 0) return 1;
+    const DWORD length = GetEnvironmentVariableW(L"PAVANE_OPENED_PAGES", path, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH) return 1;
     file = _wfopen(path, L"ab");
     if (!file) return 1;
     WideCharToMultiByte(CP_UTF8, 0, GetCommandLineW(), -1, line, sizeof line, NULL, NULL);

@@ -49,12 +49,6 @@ std::wstring OwnPath() {
     return path;
 }
 
-std::wstring Folder(UINT(WINAPI* read)(LPWSTR, UINT)) {
-    wchar_t path[MAX_PATH] = {};
-    read(path, MAX_PATH);
-    return path;
-}
-
 std::wstring TemporaryFile() {
     wchar_t path[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, path);
@@ -85,22 +79,18 @@ void RegisteredText::Set(const std::optional<std::wstring>& text) const {
 }
 
 Recorder::Recorder()
-    : file(TemporaryFile()), browser(Folder(GetSystemDirectoryW) + L"\\iexplore.exe"),
-      movedBrowser(browser + L".aside"),
+    : file(TemporaryFile()),
       addresses(HKEY_LOCAL_MACHINE, L"Software\\Classes\\http\\shell\\open\\command", CommandOfAddresses()),
       secureAddresses(HKEY_LOCAL_MACHINE, L"Software\\Classes\\https\\shell\\open\\command",
                       CommandOfAddresses()) {
     SetEnvironmentVariableW(kFileVariable, file.c_str());
     DeleteFileW(file.c_str());
-    // The system's own browser is found before a registered one.
-    MoveFileW(browser.c_str(), movedBrowser.c_str());
     asBrowser.emplace(HKEY_LOCAL_MACHINE, kBrowserKey, std::nullopt);
 }
 
 Recorder::~Recorder() {
     SetEnvironmentVariableW(kFileVariable, nullptr);
     DeleteFileW(file.c_str());
-    MoveFileW(movedBrowser.c_str(), browser.c_str());
 }
 
 void Recorder::ActAsBrowser() {

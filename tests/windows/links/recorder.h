@@ -1,4 +1,4 @@
-// Catches what the shell starts. This program itself is registered as the browser and as the handler of web
+// Catches what the shell starts, in a system folder without a browser of its own. This program itself is registered as the browser and as the handler of web
 // addresses; started so, it writes its command line into a file and ends before any test.
 #pragma once
 
@@ -46,7 +46,7 @@ public:
     bool HasAny() const;
 
 private:
-    std::wstring file, browser, movedBrowser;
+    std::wstring file;
     RegisteredText addresses, secureAddresses;
     std::optional<RegisteredText> asBrowser;
 };

@@ -100,6 +100,8 @@ else()
     pavane_test_folders(unit)
     pavane_test_folders(platform)
     include(cmake/tutorial.cmake)
+    add_test(NAME example_service COMMAND python3 -B -m unittest discover -s ${CMAKE_SOURCE_DIR}/examples/service -p *_test.py)
+    set_tests_properties(example_service PROPERTIES TIMEOUT 120)
 endif()
 
 # The tests of the transport are their own servers.

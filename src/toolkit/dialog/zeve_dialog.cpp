@@ -28,6 +28,7 @@ class ZeveDialog : public DialogLink {
 public:
     explicit ZeveDialog(const ZeveInitRecord& record);
     NativeWindow Make(void* params);
+    void RequireNoBoxes() const;
 
     std::uint64_t parentReference;
     std::uint64_t flags;
@@ -105,10 +106,14 @@ NativeWindow ZeveDialog::Make(void* params) {
     FillKeywordTable();
     callbackParams = params;
     DefineDialogVariables();
-    if (rootBox != nullptr) throw std::logic_error("You have already used this instance to create a dialog.");
+    RequireNoBoxes();
     rootBox = RunDefinition(*rootScope, viewText.c_str());
     rootScope = CreateViewScope(nullptr, &zeveGenerator, nullptr, nullptr, false);
     return rootBox != nullptr ? rootBox->TopLevelWindow() : nullptr;
+}
+
+void ZeveDialog::RequireNoBoxes() const {
+    if (rootBox != nullptr) throw std::logic_error("You have already used this instance to create a dialog.");
 }
 
 void ZeveInitialize() {
@@ -132,6 +137,13 @@ ZeveDialog* ZeveNew(const ZeveInitRecord* record) {
 
 void ZeveAddViewText(ZeveDialog* dialog, const char* text) {
     PassingStandardExceptions([&] { Existing(dialog).viewText += TextOrEmpty(text); });
+}
+
+void ZeveDefineText(ZeveDialog* dialog, std::string_view name, std::string_view text) {
+    PassingStandardExceptions([&] {
+        Existing(dialog).RequireNoBoxes();
+        dialog->rootScope->DefineString(name, text);
+    });
 }
 
 NativeWindow ZeveMakeDialog(ZeveDialog* dialog, void* params) {

@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace brixen::zeve {
 
@@ -52,6 +53,10 @@ void ZeveInitialize();
 [[nodiscard]] ZeveDialog* ZeveNew(const ZeveInitRecord* record);
 // Appends to the view text; may be called several times before the dialog is made.
 void ZeveAddViewText(ZeveDialog* dialog, const char* text);
+// Defines a text variable that the view text can read, such as the text of another view for `eval`. The last
+// text of a name counts; the toolkit's own names cannot be defined. Throws std::logic_error for a dialog that
+// has its boxes already.
+void ZeveDefineText(ZeveDialog* dialog, std::string_view name, std::string_view text);
 // To be called by the host's callback for kWhatViewMade, with its record: makes a static control in the place
 // of a `hyperlink` view, with the name as its text. Like any other control it is shown, hidden, enabled,
 // translated and mirrored with its box. Returns null for a view of any other class, and if the system refused

@@ -121,6 +121,31 @@ TEST_F(ZeveDialogTest, TheViewTextMayBeAddedInPieces) {
     EXPECT_EQ(platform::TextOf(window), u"Pieces");
 }
 
+TEST_F(ZeveDialogTest, TheViewReadsATextThatWasDefined) {
+    DialogOwner dialog = NewDialog("eval(part); dialog(name: title) { eval(buttons); }");
+    ZeveDefineText(dialog.get(), "title", "never seen");
+    ZeveDefineText(dialog.get(), "title", "Defined");
+    ZeveDefineText(dialog.get(), "part", "ok = 'Yes';");
+    ZeveDefineText(dialog.get(), "buttons", "button(name: ok, view_id: 7);");
+    const NativeWindow window = ZeveMakeDialog(dialog.get(), &host);
+    EXPECT_EQ(platform::TextOf(window), u"Defined");
+    EXPECT_EQ(ControlOf(dialog.get(), 7).text, u"Yes");
+}
+
+TEST_F(ZeveDialogTest, ATextCannotTakeTheNameOfAnAttributeOfTheToolkit) {
+    DialogOwner dialog = NewDialog(kTwoButtons);
+    ZeveDefineText(dialog.get(), "__callback", "text");
+    EXPECT_NE(ZeveMakeDialog(dialog.get(), &host), nullptr);
+    EXPECT_FALSE(host.OfWhat(kWhatViewMade).empty());
+}
+
+TEST_F(ZeveDialogTest, ATextIsDefinedBeforeTheDialogIsMade) {
+    DialogOwner dialog = MadeDialog(host);
+    EXPECT_EQ(ErrorOf([&] { ZeveDefineText(dialog.get(), "title", "late"); }),
+              "You have already used this instance to create a dialog.");
+    EXPECT_EQ(ErrorOf([] { ZeveDefineText(nullptr, "title", "nowhere"); }), "nil pointer");
+}
+
 TEST_F(ZeveDialogTest, ARootThatIsNoDialogHasNoWindow) {
     DialogOwner dialog = NewDialog("column(name: 'Nothing');");
     EXPECT_EQ(ZeveMakeDialog(dialog.get(), &host), nullptr);

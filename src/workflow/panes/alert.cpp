@@ -33,9 +33,11 @@ std::string LocaleOfRun(PVNWorkFlowContext* context) {
 // An alert on the screen. The constructor throws if it cannot be made.
 class AlertDialog {
 public:
-    AlertDialog(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context)
+    AlertDialog(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context,
+                std::span<const AlertText> texts)
         : dialog(NewDialog(&AlertEventCallback, parent, LocaleOfRun(context))) {
         params.dialog = dialog.get();
+        for (const AlertText& text : texts) zeve::ZeveDefineText(dialog.get(), text.name, text.text);
         const std::string view(alert.view);
         const zeve::NativeWindow window = MakeDialog(*dialog, LoadViewDescription(view), view, &params);
         if (alert.isError) {
@@ -79,10 +81,11 @@ bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowCont
     return ShowAlert(FindAlert(name), parent, context);
 }
 
-bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context) {
+bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context,
+               std::span<const AlertText> texts) {
     std::optional<AlertDialog> shown;
     try {
-        shown.emplace(alert, parent, context);
+        shown.emplace(alert, parent, context, texts);
     } catch (...) {
         PvnLog("%s: %s: Alert not shown(Name: %.*s)\n", kLogComponent, kLogInfo,
                static_cast<int>(alert.name.size()), alert.name.data());

@@ -4,6 +4,7 @@
 #include "toolkit/platform/native_types.h"
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace brixen::zeve {
@@ -24,6 +25,12 @@ struct AlertEntry {
     bool isError;          // whether it shows the error picture
 };
 
+// A text variable of an alert's view.
+struct AlertText {
+    std::string_view name;
+    std::string_view text; // or the key of one
+};
+
 // Returns the entry of an alert of the library. The entry of any other name is no error, and its view has the
 // same name.
 AlertEntry FindAlert(std::string_view name);
@@ -41,7 +48,8 @@ inline constexpr std::uint16_t kAlertPicture = 1001; // of an error alert
 // here: it is no answer of the user.
 [[nodiscard]] bool ShowAlert(std::string_view name, zeve::NativeWindow parent, PVNWorkFlowContext* context);
 // The same for an alert that is not one of the library's.
-[[nodiscard]] bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context);
+[[nodiscard]] bool ShowAlert(const AlertEntry& alert, zeve::NativeWindow parent, PVNWorkFlowContext* context,
+                             std::span<const AlertText> texts = {});
 
 // The callback parameter of an alert's dialog.
 struct AlertParams {

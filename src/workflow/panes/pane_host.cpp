@@ -100,6 +100,7 @@ void PVNPaneHost::OpenDialog() {
     GetString(*context, PvnWFKey_Language, language);
 
     zeveRef = NewDialog(&HostEventCallback, static_cast<zeve::NativeWindow>(mainWindow), language);
+    DefineTexts(*zeveRef);
     callbackParams.host = this;
     window = callbackParams.window = MakeDialog(*zeveRef, viewText, viewName, &callbackParams);
     ClipChildren(window);

@@ -89,6 +89,8 @@ protected:
     std::intptr_t Press(std::uint16_t id);
     // Does what the current pane has put off until it is on screen: it posted kMessageFirstFocus.
     virtual void OnFirstFocus() {}
+    // Defines the text variables of the view, see ZeveDefineText. Called by Init, before the dialog is made.
+    virtual void DefineTexts(zeve::ZeveDialog&) {}
     // Whether a host of this class was painted again after a changed product name: one flag for each class
     // and process.
     virtual bool& RepaintedFlag() = 0;

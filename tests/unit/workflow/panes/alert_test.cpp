@@ -50,6 +50,19 @@ TEST_F(Alert, TheFirstButtonAgreesAndTheOthersDoNot) {
     EXPECT_FALSE(ShowAndTell(zeve::kMessageClose, 0));
 }
 
+TEST_F(Alert, TakesTheTextsOfItsView) {
+    files.Write("words.exv", "dialog(name: title) { static_text(view_id: 5, name: words); "
+                             "button(view_id: 101, name: 'OK'); }");
+    Then([] {
+        EXPECT_EQ(zeve::platform::TextOf(TopDialog()), u"Look");
+        EXPECT_EQ(Control(5)->text, u"There is more.");
+    });
+    Then([] { Tell(TopDialog(), zeve::kMessageCommand, 101); });
+    const AlertText texts[] = {{"title", "Look"}, {"words", "There is more."}};
+    EXPECT_TRUE(ShowAlert({"Words", "words", false}, parent, &context, texts));
+    EXPECT_TRUE(System().script.empty());
+}
+
 TEST_F(Alert, AQuitOfTheApplicationAnswersAsTheSecondButton) {
     Then([] { zeve::platform::PostQuit(0); });
     EXPECT_FALSE(Show());

@@ -26,7 +26,7 @@ inline constexpr char kView[] = R"(
 dialog(name: 'Test', width: 300, height: 200, close_box: true) {
     page(view_id: 100, visible: false, enabled: false) { edit_text(view_id: 31, width: 80); }
     page(view_id: 200, visible: false, enabled: false) { picture(view_id: 201, width: 16, height: 16); }
-    button(view_id: 21, name: next_name); button(view_id: 22, name: 'Back');
+    button(view_id: 21, name: 'Next'); button(view_id: 22, name: 'Back');
     labeled(placement: place_row) {
         static_text(name: 'Size:');
         edit_text(view_id: 33, width: 80, check_box_aware: true);
@@ -97,7 +97,7 @@ private:
     std::intptr_t OnThrow() { throw std::runtime_error("handler"); }
     void OnFirstFocus() override { ++firstFocus; }
     void DefineTexts(zeve::ZeveDialog& dialog) override {
-        zeve::ZeveDefineText(&dialog, "next_name", "Next");
+        zeve::ZeveDefineText(&dialog, "host_title", "Titled by its host");
     }
 };
 

@@ -19,6 +19,13 @@ using testing::HasSubstr;
 using testing::Not;
 using zeve::headless::CallsOf;
 
+TEST_F(PaneHost, DefinesTheTextsOfItsViewBeforeTheDialogIsMade) {
+    TestHost titled("dialog(name: host_title) { button(view_id: 21, name: 'OK'); }");
+    titled.Connect(machine, context);
+    titled.Init();
+    EXPECT_EQ(zeve::platform::TextOf(titled.Window()), u"Titled by its host");
+}
+
 TEST_F(PaneHost, EachStateShowsItsPane) {
     ThenPress(kNext);
     Then([&] {

@@ -11,10 +11,11 @@
 
 namespace brixen::pvn {
 
-// Reports progress: percent from 0 to 100, and a status that counts at 100. Called on the worker's thread.
-using WorkerCallback = void (*)(std::int32_t percent, Status status);
-// The body of a worker. It calls callback(100, status) exactly once, and its result becomes the exit code of
-// the thread.
+// Reports progress: percent from 0 to 100, and a status that counts at 100. Returns whether the worker is to
+// go on; false is its only news of a cancel. Called on the worker's thread.
+using WorkerCallback = bool (*)(std::uint16_t percent, Status status);
+// The body of a worker. It calls callback(100, status) exactly once, as the very last thing, and its result
+// becomes the exit code of the thread.
 using WorkerEntry = Status (*)(void* arg, WorkerCallback callback);
 
 // Base of a helper object that lives as long as the context.

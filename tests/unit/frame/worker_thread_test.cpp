@@ -38,19 +38,25 @@ struct Door {
 };
 
 struct Report {
-    std::int32_t percent = -1;
+    std::uint16_t percent = 0xFFFF;
     Status status = 0;
     pthread_t thread = {};
 };
 Report gReport;
 
-void KeepReport(std::int32_t percent, Status status) { gReport = {percent, status, pthread_self()}; }
+bool gGoesOn = true;
+
+bool KeepReport(std::uint16_t percent, Status status) {
+    gReport = {percent, status, pthread_self()};
+    return gGoesOn;
+}
 
 class WorkerThread : public testing::Test {
 protected:
     void SetUp() override {
         OpenLog(false);
         gReport = {};
+        gGoesOn = true;
         GetFrameState().gPavaneContext = &context;
     }
     void TearDown() override {
@@ -101,9 +107,19 @@ TEST_F(WorkerThread, ARefusedStartIsLoggedAndLeavesTheSlotFilled) {
     EXPECT_EQ(context.slot.threadEntry, &ReportDone);
     EXPECT_EQ(context.slot.threadArg, &outcome);
     EXPECT_EQ(context.slot.threadCallback, &KeepReport);
-    EXPECT_EQ(gReport.percent, -1) << "only the caller reports a refused start";
+    EXPECT_EQ(gReport.percent, 0xFFFF) << "only the caller reports a refused start";
     EXPECT_THAT(log.Bodies(), ElementsAre("PVN: __req_: (func: brixen::pvn::Pavane_Pri_RunPlatformThread, "
                                           "line: 1928)"));
+}
+
+Status ReportWhetherToGoOn(void*, WorkerCallback callback) { return callback(50, 0) ? 1 : 2; }
+
+TEST_F(WorkerThread, TheAnswerOfTheCallbackReachesTheWorker) {
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(ReportWhetherToGoOn, nullptr, KeepReport), kStatusSuccess);
+    EXPECT_EQ(ExitCode(), 1u);
+    gGoesOn = false;
+    EXPECT_EQ(Pavane_Pri_RunPlatformThread(ReportWhetherToGoOn, nullptr, KeepReport), kStatusSuccess);
+    EXPECT_EQ(ExitCode(), 2u);
 }
 
 Status PassTheDoor(void* arg, WorkerCallback) {

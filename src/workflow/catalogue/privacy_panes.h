@@ -1,8 +1,8 @@
 // The panes of Privacy.
 #pragma once
 
-#include "workflow/catalogue/page_pane.h"
 #include "workflow/catalogue/privacy_views.h"
+#include "workflow/panes/page_pane.h"
 #include "workflow/panes/window_message.h"
 
 #include <cstdint>

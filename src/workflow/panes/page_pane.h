@@ -1,4 +1,4 @@
-// The panes of the shipped workflows: a page of the view, with its buttons in the row below it.
+// A pane that is a page of the view, with its buttons in the row below it.
 #pragma once
 
 #include "workflow/panes/pane.h"

@@ -1,4 +1,4 @@
-#include "workflow/catalogue/page_pane.h"
+#include "workflow/panes/page_pane.h"
 
 #include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/panes/pane_helpers.h"

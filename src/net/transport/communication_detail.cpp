@@ -1,16 +1,12 @@
 #include "net/transport/communication_detail.h"
 
 #include "values/fixed_text.h"
+#include "values/wipe.h"
 
 #include <cstddef>
 
 namespace brixen::pvn {
 namespace {
-
-// The compiler may not drop these stores, although nothing reads them.
-void Overwrite(char* bytes, std::size_t size) noexcept {
-    for (volatile char* byte = bytes; size > 0; --size) *byte++ = '\0';
-}
 
 // Copies the bag's own text, so that no other copy of it remains.
 template <std::size_t size>
@@ -22,9 +18,9 @@ void CopyText(T_StorageInterface& bag, const char* key, char (&field)[size]) {
 } // namespace
 
 CommunicationDetail::~CommunicationDetail() {
-    Overwrite(proxyHost, sizeof proxyHost);
-    Overwrite(proxyUserName, sizeof proxyUserName);
-    Overwrite(proxyPassword, sizeof proxyPassword);
+    Wipe(proxyHost, sizeof proxyHost);
+    Wipe(proxyUserName, sizeof proxyUserName);
+    Wipe(proxyPassword, sizeof proxyPassword);
 }
 
 void ReadCommunicationDetail(CommunicationDetail& out, T_StorageInterface& bag) {

@@ -1,4 +1,4 @@
-// Letters of ASCII, the same in every locale.
+// Letters and digits of ASCII, the same in every locale.
 #pragma once
 
 namespace brixen::lyr::gen {
@@ -7,6 +7,16 @@ namespace brixen::lyr::gen {
 template <class Unit>
 constexpr Unit ToAsciiLower(Unit unit) {
     return unit >= 'A' && unit <= 'Z' ? static_cast<Unit>(unit - 'A' + 'a') : unit;
+}
+
+template <class Unit>
+constexpr bool IsAsciiLetter(Unit unit) {
+    return ToAsciiLower(unit) >= 'a' && ToAsciiLower(unit) <= 'z';
+}
+
+template <class Unit>
+constexpr bool IsAsciiDigit(Unit unit) {
+    return unit >= '0' && unit <= '9';
 }
 
 } // namespace brixen::lyr::gen

@@ -21,24 +21,24 @@ std::uint16_t StoredResult(PVNWorkFlowContext& context) {
     return static_cast<std::uint16_t>(result);
 }
 
-std::uint16_t RunInside(T_StorageInterface& bag, WorkFlowMaker make) {
+std::uint16_t RunInside(T_StorageInterface& bag, const WorkFlowMaker& maker) {
     std::string language;
     GetString(bag, PvnWFKey_Language, language);
     SelectLanguage(language);
-    PVNWorkFlowContext context(bag);
+    const auto context = maker.makeContext(bag);
     // The result until the run sets another one.
-    SetLong(context, PvnWFKey_WorkFlowResult, kStatusUserCancel);
+    SetLong(*context, PvnWFKey_WorkFlowResult, kStatusUserCancel);
     const zeve::DpiUnawareScope scope; // before anything is measured, and until Cleanup
-    const auto workFlow = make(context);
-    const std::uint16_t status = workFlow->Run(false) ? kStatusSuccess : StoredResult(context);
+    const auto workFlow = maker.makeWorkFlow(*context);
+    const std::uint16_t status = workFlow->Run(false) ? kStatusSuccess : StoredResult(*context);
     ShutDownResources();
     return status;
 }
 
 } // namespace
 
-std::uint16_t MakeAndRunWorkFlow(T_StorageInterface& bag, WorkFlowMaker make) noexcept {
-    return StatusAtBoundary([&] { return RunInside(bag, make); });
+std::uint16_t MakeAndRunWorkFlow(T_StorageInterface& bag, const WorkFlowMaker& maker) noexcept {
+    return StatusAtBoundary([&] { return RunInside(bag, maker); });
 }
 
 } // namespace brixen::pvn::pvn_workflow

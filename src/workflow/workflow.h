@@ -17,6 +17,10 @@ class PVNWorkFlowContext;
 
 class PVNWorkFlow : public PVNWorkFlowObject<PVNWorkFlowContext> {
 public:
+    // The class of the run's context. A workflow with keys or actions of its own names a class derived from
+    // it, and takes that in its constructor.
+    using Context = PVNWorkFlowContext;
+
     // The context is borrowed and must outlive this.
     explicit PVNWorkFlow(PVNWorkFlowContext& context);
     ~PVNWorkFlow() override;

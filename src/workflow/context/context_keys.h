@@ -24,11 +24,19 @@ inline constexpr char PvnWFKey_ZeveRef[] = "PvnWFKey_ZeveRef";
 inline constexpr char PvnWFKey_AppDialog[] = "PvnWFKey_AppDialog";
 // Ptr: the pane that shows a running action, null otherwise. Written by busy panes.
 inline constexpr char PvnWFKey_CurrentPane[] = "PvnWFKey_CurrentPane";
-// Long: write only. Never reaches the bag: it sets or clears the engine's cancel flag.
+// Ptr: the WorkerCallback through which a worker reports, ProgressNotifier. Written by the context.
+inline constexpr char PvnWFKey_ProgressNotifierProc[] = "PvnWFKey_ProgressNotifierProc";
+// Long: 1 after a call to the service has failed. Kept: the presence of a proxy's host and port decides
+// whether they are used, not this key.
+inline constexpr char PvnWFKey_UseUserProxySetting[] = "PvnWFKey_UseUserProxySetting";
+// String: the address of the service. Written into the worker's bag only.
+inline constexpr char PvnWFKey_ServiceUrl[] = "PvnWFKey_ServiceUrl";
+// Long: write only. Never reaches the bag: it sets or clears the engine's cancel flag, and 1 also ends the
+// call that a worker waits for.
 inline constexpr char PvnWFKey_CancelFlag[] = "PvnWFKey_CancelFlag";
-// Long: not 0 after an action has changed the display name, so that the window is painted again.
-// Name of the bitmap of the product label.
+// String: name of the bitmap of the product label.
 inline constexpr char PvnWFKey_ProductLabelName[] = "PvnWFKey_ProductLabelName";
+// Long: not 0 after an action has changed the display name, so that the window is painted again.
 inline constexpr char PvnWFKey_HasChangedProductName[] = "PvnWFKey_HasChangedProductName";
 
 // Returns the folder of the service layer, or the empty text.

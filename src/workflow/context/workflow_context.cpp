@@ -1,14 +1,28 @@
 #include "workflow/context/workflow_context.h"
 
 #include "dictionaries/translation.h"
+#include "net/transport/call_limit.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
 
 namespace brixen::pvn::pvn_workflow {
 
+PVNWorkFlowContext::PVNWorkFlowContext(T_StorageInterface& bag)
+    : PVNContextStorage(bag), progressTimer(std::make_unique<PVNProgressTimer>()) {
+    SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(&ProgressNotifier));
+}
+
+PVNWorkFlowContext::~PVNWorkFlowContext() {
+    if (!workerBag) return;
+    EndWorkerRun();
+    // The worker gives its share back before it reports its end.
+    if (workerBag.use_count() > 1) CancelTransaction();
+}
+
 bool PVNWorkFlowContext::Set(std::string_view key, std::string_view typeName, const void* value) {
     if (typeName == kValueTypeLong && key == PvnWFKey_CancelFlag) {
         gProgressCancel = *static_cast<const std::uint32_t*>(value) == 1;
+        if (gProgressCancel) CancelTransaction();
         return true;
     }
     // The key is write only: a value of another type has no effect, and never reaches the bag either.

@@ -6,14 +6,24 @@
 #pragma once
 
 #include "workflow/context/context_storage.h"
+#include "workflow/context/progress_timer.h"
+#include "workflow/context/worker_bag.h"
+
+#include <memory>
 
 namespace brixen::pvn::pvn_workflow {
 
 class PVNWorkFlowContext : public PVNContextStorage {
 public:
-    using PVNContextStorage::PVNContextStorage;
+    // `bag` is borrowed and must outlive this. It gets the notifier of workers.
+    explicit PVNWorkFlowContext(T_StorageInterface& bag);
+    // What a worker of this run reports from now on is dropped.
+    ~PVNWorkFlowContext() override;
+    PVNWorkFlowContext(const PVNWorkFlowContext&) = delete;
+    PVNWorkFlowContext& operator=(const PVNWorkFlowContext&) = delete;
 
-    // PvnWFKey_CancelFlag never reaches the bag: a Long there sets or clears the engine's cancel flag.
+    // PvnWFKey_CancelFlag never reaches the bag: a Long there sets or clears the engine's cancel flag, and 1
+    // also ends the call that a worker waits for.
     bool Set(std::string_view key, std::string_view typeName, const void* value) override;
     // An absent value of a computed key is computed once and stored.
     bool Get(std::string_view key, std::string_view typeName, void* out) override;
@@ -22,6 +32,10 @@ public:
 
     // Called once, after the dialog was made: sets the dictionary variables whose values are in the context.
     virtual void RefreshDictionaryVariables() {}
+
+    PVNProgressTimer& ProgressTimer() { return *progressTimer; }
+    // The bag of the latest worker; null before the first one.
+    std::shared_ptr<WorkerBag> workerBag;
 
 protected:
     // Acts on a key instead of storing it. Returns whether the key is one of these.
@@ -35,6 +49,8 @@ protected:
 private:
     std::string GetServicePath();
     std::string GetFormattedWorkflowResult();
+
+    std::unique_ptr<PVNProgressTimer> progressTimer;
 };
 
 } // namespace brixen::pvn::pvn_workflow

@@ -97,6 +97,8 @@ protected:
 
     // Returns the pane of the state last entered, or null.
     PVNPane* CurrentPane() const { return currentPane; }
+    // Returns the run: null until Init.
+    PVNWorkFlowContext* ActiveContext() const { return activeContext; }
 
     PVNWorkFlowContext* context = nullptr; // borrowed
     PVNNavStateMachine* machine = nullptr; // borrowed

@@ -1,0 +1,97 @@
+#include "workflow/service/service_call.h"
+
+#include "net/envelope/method_call.h"
+#include "net/envelope/method_response.h"
+#include "net/transport/http_send.h"
+#include "values/unicode/ascii.h"
+#include "workflow/context/context_keys.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr char kRequestParam[] = "request";
+constexpr char kResponseParam[] = "response";
+constexpr std::string_view kStatusParam = "status";
+constexpr std::string_view kStatusType = "integer";
+
+constexpr Status kFirstReply = 0x8501;
+constexpr Status kLastReply = 0x85FF;
+constexpr std::size_t kReplyDigits = 5;
+
+// The whole text decides. No number has more digits or a leading zero.
+Status StatusOfText(std::string_view text) {
+    if (text == "0") return kStatusSuccess;
+    if (text.size() != kReplyDigits) return kStatusUnexpectedContent;
+    std::uint32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end || number < kFirstReply || number > kLastReply) {
+        return kStatusUnexpectedContent;
+    }
+    return static_cast<Status>(number);
+}
+
+Status ReadAnswer(const std::string& response, std::string& answer) {
+    Status status = ReadServiceStatus(response);
+    if (status == kStatusSuccess) {
+        status = ReadPayloadResponse(response.c_str(), kResponseParam, answer);
+    }
+    if (status == kStatusUnexpectedContent) LogUnknownResponse(response);
+    return status;
+}
+
+bool SkipPrefix(std::string_view& text, std::string_view prefix) {
+    const bool isThere =
+        std::ranges::equal(text.substr(0, prefix.size()), prefix, {}, lyr::gen::ToAsciiLower<char>);
+    if (isThere) text.remove_prefix(prefix.size());
+    return isThere;
+}
+
+// A reader of URLs may see another host in these, or drop them.
+bool IsSuspect(char byte) { return byte <= ' ' || byte > '~' || byte == '@' || byte == '\\'; }
+
+} // namespace
+
+bool IsAllowedAddress(std::string_view url) {
+    const bool isSecure = SkipPrefix(url, "https://");
+    if (!isSecure && !SkipPrefix(url, "http://")) return false;
+    std::string_view host = url.substr(0, url.find_first_of("/?#"));
+    if (host.empty() || std::ranges::any_of(host, IsSuspect)) return false;
+    if (isSecure) return true;
+    if (!SkipPrefix(host, "127.0.0.1") && !SkipPrefix(host, "localhost") && !SkipPrefix(host, "[::1]")) {
+        return false;
+    }
+    return host.empty() ||
+           (host.front() == ':' && std::ranges::all_of(host.substr(1), lyr::gen::IsAsciiDigit<char>));
+}
+
+Status ReadServiceStatus(const std::string& response) {
+    PVN_RPCParamVector params;
+    if (ParseMethodResponse(response.c_str(), params) != kResponseParsed) return kStatusUnexpectedContent;
+    const auto found = std::ranges::find_if(params, [](const PVN_RPCParam* param) {
+        return param->GetName() == kStatusParam && param->GetType() == kStatusType;
+    });
+    return found != params.end() ? StatusOfText((*found)->GetValue()) : kStatusSuccess;
+}
+
+Status CallService(T_StorageInterface& workerBag, const char* method, const std::string& payload,
+                   std::string& answer, const WorkerNotifier& notifier) {
+    answer.clear();
+    std::string url;
+    GetString(workerBag, PvnWFKey_ServiceUrl, url);
+    if (!IsAllowedAddress(url)) return kStatusInvalidUrl;
+    std::string call;
+    if (const Status status = BuildPayloadCall(payload.c_str(), method, kRequestParam, call)) return status;
+    CommunicationDetail detail;
+    ReadCommunicationDetail(detail, workerBag);
+    if (!notifier.Report(1)) return kStatusCallCanceled;
+    std::string response;
+    if (const Status status = PVN_HTTPSend(url.c_str(), detail, call.c_str(), response)) return status;
+    return ReadAnswer(response, answer);
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,113 @@
+#include "workflow/worker/operation_context.h"
+
+#include "dictionaries/translation.h"
+#include "net/transport/communication_detail.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/worker/worker_start.h"
+
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr char kServiceUrlKey[] = "$$$/pvn/service/url";
+constexpr std::string_view kAsync = "Async";
+constexpr std::string_view kAsyncDone = "AsyncDone";
+
+// The family of the service's own replies.
+constexpr unsigned kReplyFamily = 0x85;
+constexpr unsigned kReplyDenied = 0x01;
+
+void CopyProxySettings(T_StorageInterface& from, T_StorageInterface& to) {
+    CopyString(from, to, PvnWFKey_ProxyHost);
+    CopyLong(from, to, PvnWFKey_ProxyPort);
+    CopyString(from, to, PvnWFKey_ProxyUserName);
+    CopySecret(from, to, PvnWFKey_ProxyPassword);
+}
+
+} // namespace
+
+WorkerBag& BuildWorkerBag(PVNWorkFlowContext& context) {
+    context.workerBag = std::make_shared<WorkerBag>();
+    WorkerBag& bag = *context.workerBag;
+    CopyLong(context, bag.values, PvnWFKey_UseUserProxySetting);
+    CopyProxySettings(context, bag.values);
+    return bag;
+}
+
+std::string OperationContext::ResultToEvent(Status status) {
+    const unsigned family = status >> 8;
+    const unsigned reply = status & 0xFF;
+    if (family != kReplyFamily || reply == 0) return kEventNoConnection;
+    return reply == kReplyDenied ? kEventTransactionDenied : kEventServerUnavailable;
+}
+
+void OperationContext::FillWorkerBag(T_StorageInterface& workerValues) {
+    SetString(workerValues, PvnWFKey_ServiceUrl, zeve::ZeveTranslate(kServiceUrlKey));
+}
+
+bool OperationContext::RunAction(std::string_view name, std::string& result) {
+    for (const OperationTraits& operation : Operations()) {
+        if (!name.starts_with(operation.name)) continue;
+        const std::string_view form = name.substr(std::string_view(operation.name).size());
+        if (form == kAsync) return result = StartAsync(operation), true;
+        if (form == kAsyncDone) return result = Evaluate(operation), true;
+        if (form.empty()) return result = RunAtOnce(operation), true;
+    }
+    return false;
+}
+
+std::string OperationContext::StartAsync(const OperationTraits& operation) {
+    started = &operation;
+    const WorkerRun run = BeginWorkerRun();
+    const WorkerCallback notifier = Notifier();
+    FillWorkerBag(BuildWorkerBag(*this).values);
+    StartWorker(std::make_unique<WorkerTask>(WorkerTask{operation.entry, workerBag, run}), notifier);
+    StartTimer();
+    return kActionInProgress;
+}
+
+// The dialog is deaf until the work has ended.
+std::string OperationContext::RunAtOnce(const OperationTraits& operation) {
+    started = &operation;
+    const WorkerRun run = BeginWorkerRun();
+    if (!operation.evaluatesAtOnce) StartTimer();
+    const WorkerCallback notifier = Notifier();
+    FillWorkerBag(BuildWorkerBag(*this).values);
+    RunWorkerHere(std::make_unique<WorkerTask>(WorkerTask{operation.entry, workerBag, run}), notifier);
+    if (!operation.evaluatesAtOnce) return kActionInProgress;
+    ClearProgressPercent();
+    return Evaluate(operation);
+}
+
+std::string OperationContext::Evaluate(const OperationTraits& operation) {
+    const Status status = gProgressStatus();
+    SetLong(*this, PvnWFKey_WorkFlowResult, status);
+    if (status == kStatusSuccess) {
+        if (workerBag) TakeResults(workerBag->values);
+        return operation.successEvent;
+    }
+    if (gProgressCancel) return kEventCanceledByUser;
+    std::string event = ResultToEvent(status);
+    if (workerBag) CopyProxySettings(workerBag->values, *this);
+    SetLong(*this, PvnWFKey_UseUserProxySetting, 1);
+    return event;
+}
+
+WorkerCallback OperationContext::Notifier() {
+    void* notifier = nullptr;
+    GetPtr(*this, PvnWFKey_ProgressNotifierProc, notifier);
+    return notifier ? reinterpret_cast<WorkerCallback>(notifier) : &ProgressNotifier;
+}
+
+// Without its timer the dialog would never learn of the end.
+void OperationContext::StartTimer() {
+    void* dialog = nullptr;
+    GetPtr(*this, PvnWFKey_ZeveRef, dialog);
+    if (!ProgressTimer().Start(static_cast<zeve::ZeveDialog*>(dialog))) {
+        throw std::runtime_error("no timer for the poll of a worker");
+    }
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -63,7 +63,7 @@ std::string OperationContext::StartAsync(const OperationTraits& operation) {
     const WorkerRun run = BeginWorkerRun();
     const WorkerCallback notifier = Notifier();
     FillWorkerBag(BuildWorkerBag(*this).values);
-    StartWorker(std::make_unique<WorkerTask>(WorkerTask{operation.entry, workerBag, run}), notifier);
+    StartWorker({operation.entry, workerBag, run}, notifier);
     StartTimer();
     return kActionInProgress;
 }
@@ -75,7 +75,7 @@ std::string OperationContext::RunAtOnce(const OperationTraits& operation) {
     if (!operation.evaluatesAtOnce) StartTimer();
     const WorkerCallback notifier = Notifier();
     FillWorkerBag(BuildWorkerBag(*this).values);
-    RunWorkerHere(std::make_unique<WorkerTask>(WorkerTask{operation.entry, workerBag, run}), notifier);
+    RunWorkerHere({operation.entry, workerBag, run}, notifier);
     if (!operation.evaluatesAtOnce) return kActionInProgress;
     ClearProgressPercent();
     return Evaluate(operation);

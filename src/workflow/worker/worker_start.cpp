@@ -15,8 +15,20 @@ namespace {
 
 constexpr std::uint32_t kPauseBetweenSignals = 10; // milliseconds
 
-// The workers that have started and not ended; more than one only while an earlier one is being refused.
-constinit std::atomic<int> gWorkers = 0;
+constinit std::atomic<int> gWorkers = 0; // that work; never more than one on a thread of its own
+
+// A worker that works, owned by its thread.
+struct Worker {
+    explicit Worker(WorkerTask its) noexcept : task(std::move(its)) { ++gWorkers; }
+    ~Worker() {
+        task.bag.reset();
+        --gWorkers;
+    }
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+
+    WorkerTask task;
+};
 
 // The event is made and cleared before the first question, and is held until the work has ended: a cancel
 // before the question is its answer, and a later one leaves a signal that ends the next wait.
@@ -36,22 +48,22 @@ Status StatusOfWork(const WorkerTask& task, WorkerCallback callback) noexcept {
     }
 }
 
-Status RunToItsEnd(std::unique_ptr<WorkerTask> task, WorkerCallback callback) noexcept {
-    const Status status = StatusOfWork(*task, callback);
-    const WorkerRun run = task->run;
-    task.reset(); // the bag is not touched after the report
+// The bag is not touched after the report.
+Status RunToItsEnd(std::unique_ptr<Worker> worker, WorkerCallback callback) noexcept {
+    const Status status = StatusOfWork(worker->task, callback);
+    const WorkerRun run = worker->task.run;
+    worker.reset();
     NotifyOfRun(run, callback, kPercentFinished, status);
     return status;
 }
 
-Status RunOnThread(void* task, WorkerCallback callback) {
-    const Status status = RunToItsEnd(std::unique_ptr<WorkerTask>(static_cast<WorkerTask*>(task)), callback);
-    --gWorkers;
-    return status;
+Status RunOnThread(void* worker, WorkerCallback callback) {
+    return RunToItsEnd(std::unique_ptr<Worker>(static_cast<Worker*>(worker)), callback);
 }
 
 // Returns whether no earlier worker works any longer. A signal ends one wait, so each pause has its own.
 bool EndEarlierWorker() noexcept {
+    if (!IsWorkerRunning()) return true;
     const EventHandle never(MakeEvent(nullptr));
     const std::uint32_t start = TickCount();
     while (IsWorkerRunning()) {
@@ -64,27 +76,33 @@ bool EndEarlierWorker() noexcept {
     return true;
 }
 
+Status Start(WorkerTask task, WorkerCallback notifier) noexcept {
+    if (!EndEarlierWorker()) return kStatusNoThread;
+    std::unique_ptr<Worker> worker(new (std::nothrow) Worker(std::move(task)));
+    if (!worker) return kStatusNoMemory;
+    const Status status = Pavane_Pri_RunPlatformThread(RunOnThread, worker.get(), notifier);
+    if (status == kStatusSuccess) static_cast<void>(worker.release()); // belongs to the thread now
+    return status;
+}
+
 } // namespace
 
 bool IsWorkerRunning() noexcept { return gWorkers != 0; }
 
-void StartWorker(std::unique_ptr<WorkerTask> task, WorkerCallback notifier) noexcept {
-    const WorkerRun run = task->run;
-    Status status = kStatusNoThread;
-    if (EndEarlierWorker()) {
-        ++gWorkers;
-        status = Pavane_Pri_RunPlatformThread(RunOnThread, task.get(), notifier);
-        if (status == kStatusSuccess) {
-            static_cast<void>(task.release()); // belongs to the thread now
-            return;
-        }
-        --gWorkers;
-    }
-    NotifyOfRun(run, notifier, kPercentFinished, status);
+void StartWorker(WorkerTask task, WorkerCallback notifier) noexcept {
+    const WorkerRun run = task.run;
+    const Status status = Start(std::move(task), notifier);
+    if (status != kStatusSuccess) NotifyOfRun(run, notifier, kPercentFinished, status);
 }
 
-void RunWorkerHere(std::unique_ptr<WorkerTask> task, WorkerCallback notifier) noexcept {
-    RunToItsEnd(std::move(task), notifier);
+void RunWorkerHere(WorkerTask task, WorkerCallback notifier) noexcept {
+    const WorkerRun run = task.run;
+    std::unique_ptr<Worker> worker(new (std::nothrow) Worker(std::move(task)));
+    if (worker) {
+        RunToItsEnd(std::move(worker), notifier);
+    } else {
+        NotifyOfRun(run, notifier, kPercentFinished, kStatusNoMemory);
+    }
 }
 
 } // namespace brixen::pvn::pvn_workflow

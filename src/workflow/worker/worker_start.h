@@ -10,22 +10,25 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// What a worker gets, owned by its thread.
+// What a worker gets.
 struct WorkerTask {
     WorkerEntryOfBag entry;
     std::shared_ptr<WorkerBag> bag;
     WorkerRun run;
 };
 
-// Starts a worker. If none can be started, the end is reported at once, with the status of the refusal. Ends
-// an earlier worker first; if that still works after kLongestWaitForWorker, the start counts as refused.
-inline constexpr std::uint32_t kLongestWaitForWorker = 2000; // milliseconds
-void StartWorker(std::unique_ptr<WorkerTask> task, WorkerCallback notifier) noexcept;
+// How long a start waits for an earlier worker, in milliseconds.
+inline constexpr std::uint32_t kLongestWaitForWorker = 2000;
 
-// Does the same on this thread, to its end.
-void RunWorkerHere(std::unique_ptr<WorkerTask> task, WorkerCallback notifier) noexcept;
+// Starts a worker, after the end of an earlier one: that is told to stop and waited for. If none can be
+// started, the end is reported at once, with the status of the refusal; kStatusNoThread also if the earlier
+// one still works.
+void StartWorker(WorkerTask task, WorkerCallback notifier) noexcept;
 
-// Whether a worker works, of this run or of an earlier one.
+// Does the same work on this thread, to its end.
+void RunWorkerHere(WorkerTask task, WorkerCallback notifier) noexcept;
+
+// Whether a worker works, of this run or of an earlier one. It does so no longer when it reports its end.
 [[nodiscard]] bool IsWorkerRunning() noexcept;
 
 } // namespace brixen::pvn::pvn_workflow

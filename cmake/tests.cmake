@@ -57,6 +57,12 @@ function(pavane_test name folder)
     if(TARGET pavane)
         add_dependencies(${name} pavane)
     endif()
+    # A program that needs other programs around it is started by the script of its folder, all tests at once.
+    if(EXISTS ${CMAKE_SOURCE_DIR}/${folder}/run)
+        add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/${folder}/run ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 120 LABELS ${name} ${locks})
+        return()
+    endif()
     # A process takes long to start under Wine, so a program that shows no window runs all its tests at once.
     if(WIN32 AND name MATCHES "^unit_")
         # On Windows the C library of a twin takes names of files in the code page.
@@ -104,10 +110,12 @@ else()
     set_tests_properties(example_service PROPERTIES TIMEOUT 120)
 endif()
 
-# The tests of the transport are their own servers.
-if(TARGET windows_transport)
-    target_link_libraries(windows_transport PRIVATE ws2_32)
-endif()
+# The tests of the transport are their own servers, and those of the network bring certificates.
+foreach(name windows_transport windows_network)
+    if(TARGET ${name})
+        target_link_libraries(${name} PRIVATE ws2_32 crypt32)
+    endif()
+endforeach()
 
 # The tests of compiled dictionaries write their own.
 if(TARGET unit_dictionaries)

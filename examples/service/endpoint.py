@@ -1,11 +1,13 @@
 """The HTTP side: takes calls on the loopback interface, answers them, and fails where it is told to."""
 
+import contextlib
 import os
 import select
 import socket
 import ssl
 import struct
 import threading
+import urllib.parse
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 
 import envelope
@@ -51,13 +53,23 @@ class Conversation:
         os.close(self._connection.detach())  # the server would close it politely
 
 
+def _path_of(target):
+    """The path of a request. A client behind a proxy may name the whole address."""
+    if target.startswith("/"):
+        return target
+    with contextlib.suppress(ValueError):
+        return urllib.parse.urlsplit(target).path or "/"
+    return target
+
+
 class _Handler(BaseHTTPRequestHandler):
     timeout = SECONDS_FOR_A_CALL
 
     def do_POST(self):
         self.close_connection = True
-        fault = self.server.choose_fault(self.path)
-        if fault is None and self.path != "/":
+        path = _path_of(self.path)
+        fault = self.server.choose_fault(path)
+        if fault is None and path != "/":
             self._send(http_answer(b"", "404 Not Found"))
         elif fault is not None and fault not in FAULTS:
             self.server.log(f"there is no fault {fault!r}")

@@ -114,6 +114,13 @@ class Calls(unittest.TestCase):
         self.assertTrue(self.service.post("/other").startswith(b"HTTP/1.1 404 "))
         self.assertTrue(self.service.send(b"GET / HTTP/1.1\r\n\r\n").startswith(b"HTTP/1.1 405 "))
 
+    def test_takes_a_whole_address_as_a_path(self):
+        for address in ("http://ops/", "https://localhost:1/", "http://ops"):
+            self.assertEqual(split(self.service.post(address))[1], REACHED)
+        self.assertIn(b"34049", self.service.post("http://ops/fail/denied"))
+        for address in ("http://ops/other", "http://[", "ops", "*"):
+            self.assertTrue(self.service.post(address).startswith(b"HTTP/1.1 404 "))
+
     def test_a_silent_connection_holds_up_nobody(self):
         with socket.create_connection(("127.0.0.1", self.service.port)):
             self.assertEqual(split(self.service.post())[1], REACHED)

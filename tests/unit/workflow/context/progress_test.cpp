@@ -10,13 +10,13 @@
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
-class Progress : public testing::Test {
+class ProgressReports : public testing::Test {
 protected:
-    Progress() { EndWorkerRun(); }
-    ~Progress() override { EndWorkerRun(); }
+    ProgressReports() { EndWorkerRun(); }
+    ~ProgressReports() override { EndWorkerRun(); }
 };
 
-TEST_F(Progress, TheNotifierStoresPercentAndStatus) {
+TEST_F(ProgressReports, TheNotifierStoresPercentAndStatus) {
     EXPECT_TRUE(ProgressNotifier(50, 0));
     EXPECT_EQ(gProgressPercent(), 50);
     EXPECT_EQ(gProgressStatus(), 0);
@@ -28,7 +28,7 @@ TEST_F(Progress, TheNotifierStoresPercentAndStatus) {
     EXPECT_EQ(gProgressStatus(), 0xFFFF);
 }
 
-TEST_F(Progress, TheNotifierAnswersFalseAfterTheCancel) {
+TEST_F(ProgressReports, TheNotifierAnswersFalseAfterTheCancel) {
     gProgressCancel = true;
     EXPECT_FALSE(ProgressNotifier(50, 0));
     EXPECT_EQ(gProgressPercent(), 50) << "it stores all the same";
@@ -36,7 +36,7 @@ TEST_F(Progress, TheNotifierAnswersFalseAfterTheCancel) {
     EXPECT_TRUE(ProgressNotifier(50, 0));
 }
 
-TEST_F(Progress, ANewRunClearsEverything) {
+TEST_F(ProgressReports, ANewRunClearsEverything) {
     ProgressNotifier(100, 7);
     gProgressCancel = true;
     BeginWorkerRun();
@@ -45,14 +45,14 @@ TEST_F(Progress, ANewRunClearsEverything) {
     EXPECT_FALSE(gProgressCancel);
 }
 
-TEST_F(Progress, TheStatusStaysWhenTheEndIsTaken) {
+TEST_F(ProgressReports, TheStatusStaysWhenTheEndIsTaken) {
     ProgressNotifier(100, 0x8501);
     ClearProgressPercent();
     EXPECT_EQ(gProgressPercent(), 0);
     EXPECT_EQ(gProgressStatus(), 0x8501);
 }
 
-TEST_F(Progress, OnlyTheLatestRunReports) {
+TEST_F(ProgressReports, OnlyTheLatestRunReports) {
     const WorkerRun first = BeginWorkerRun();
     EXPECT_TRUE(NotifyOfRun(first, ProgressNotifier, 10, 1));
     const WorkerRun second = BeginWorkerRun();
@@ -68,7 +68,7 @@ TEST_F(Progress, OnlyTheLatestRunReports) {
     EXPECT_EQ(gProgressPercent(), 0);
 }
 
-TEST_F(Progress, AWorkersOwnReportIsNeverItsEnd) {
+TEST_F(ProgressReports, AWorkersOwnReportIsNeverItsEnd) {
     const WorkerNotifier notifier(BeginWorkerRun(), ProgressNotifier);
     for (const int percent : {0, 1, 99, 100, 101, 65535}) {
         EXPECT_TRUE(notifier.Report(static_cast<std::uint16_t>(percent)));
@@ -82,7 +82,7 @@ TEST_F(Progress, AWorkersOwnReportIsNeverItsEnd) {
     EXPECT_EQ(gProgressPercent(), 0);
 }
 
-TEST_F(Progress, NobodySeesTheEndWithAnEarlierStatus) {
+TEST_F(ProgressReports, NobodySeesTheEndWithAnEarlierStatus) {
     constexpr int kRounds = 2000;
     std::atomic<WorkerRun> latest = BeginWorkerRun();
     const WorkerRun first = latest;
@@ -100,7 +100,7 @@ TEST_F(Progress, NobodySeesTheEndWithAnEarlierStatus) {
     worker.join();
 }
 
-TEST_F(Progress, NoReportOfAnEarlierRunFallsIntoALaterOne) {
+TEST_F(ProgressReports, NoReportOfAnEarlierRunFallsIntoALaterOne) {
     for (int round = 0; round < 200; ++round) {
         const WorkerRun run = BeginWorkerRun();
         std::thread worker([run] { NotifyOfRun(run, ProgressNotifier, 100, 9); });

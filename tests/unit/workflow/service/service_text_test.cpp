@@ -1,0 +1,65 @@
+#include "workflow/service/service_text.h"
+
+#include "values/unicode/text_conversion.h"
+
+#include <gtest/gtest.h>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+TEST(Showable, OneLineOfOrdinaryTextIs) {
+    for (const char* const text :
+         {"a", "A text, with marks: & < > % $$$/pvn", "ünï € 😀", "אבג عربي 日本語", "tab-less"}) {
+        EXPECT_TRUE(IsShowable(text, 100)) << text;
+    }
+}
+
+TEST(Showable, AnEmptyOrLongTextIsNot) {
+    EXPECT_FALSE(IsShowable("", 10));
+    EXPECT_TRUE(IsShowable("1234567890", 10));
+    EXPECT_FALSE(IsShowable("12345678901", 10));
+    EXPECT_TRUE(IsShowable("😀😀", 2)) << "characters count, not units";
+    EXPECT_FALSE(IsShowable("😀😀", 1));
+}
+
+TEST(Showable, TextThatIsNoUtf8IsNot) {
+    for (const char* const text : {"\xFF", "a\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80"}) {
+        EXPECT_FALSE(IsShowable(text, 100)) << text;
+    }
+}
+
+TEST(Showable, ControlAndDirectionCharactersAreNot) {
+    for (const char16_t unit :
+         {u'\x01',   u'\t',     u'\n',     u'\r',     u'\x1F',   u'\x7F',   u'\x80',   u'\x9F',   u'\xAD',
+          u'\x061C', u'\x200B', u'\x200E', u'\x200F', u'\x2028', u'\x2029', u'\x202A', u'\x202E', u'\x2060',
+          u'\x2066', u'\x2069', u'\x206F', u'\xFEFF', u'\xFFF9', u'\xFFFE', u'\xFFFF'}) {
+        EXPECT_FALSE(IsShowable(lyr::gen::ToUtf8(std::u16string(u"a") + unit + u"b"), 100)) << int(unit);
+    }
+    EXPECT_FALSE(IsShowable(std::string_view("a\0b", 3), 100));
+    EXPECT_FALSE(IsShowable(lyr::gen::ToUtf8(u"a\U000E0041"), 100)) << "an invisible tag";
+    for (const char16_t unit : {u' ', u'~', u'\xA0', u'\xAE', u'\x061B', u'\x061D', u'\x200A', u'\x2010',
+                                u'\x2027', u'\x202F', u'\x205F', u'\x2070', u'\xFFEF', u'\xFFFD'}) {
+        EXPECT_TRUE(IsShowable(lyr::gen::ToUtf8(std::u16string(u"a") + unit + u"b"), 100)) << int(unit);
+    }
+}
+
+TEST(ConfirmationNumber, IsOneTo32LettersDigitsAndHyphens) {
+    for (const char* const text : {"A", "7C2F-91D0", "-", "azAZ09", "12345678901234567890123456789012"}) {
+        EXPECT_TRUE(IsConfirmationNumber(text)) << text;
+    }
+    for (const char* const text : {"", "123456789012345678901234567890123", "A B", "A_B", "A\n", "\xC3\x84",
+                                   "A&B", "@", "[", "`", "{", "/", ":"}) {
+        EXPECT_FALSE(IsConfirmationNumber(text)) << text;
+    }
+    EXPECT_FALSE(IsConfirmationNumber(std::string_view("A\0", 2)));
+}
+
+TEST(TextForStatic, DoublesTheMarkOfAccessKeys) {
+    EXPECT_EQ(TextForStatic("Smith & Sons && Co"), "Smith && Sons &&&& Co");
+    EXPECT_EQ(TextForStatic("&"), "&&");
+    EXPECT_EQ(TextForStatic("plain"), "plain");
+    EXPECT_EQ(TextForStatic(""), "");
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

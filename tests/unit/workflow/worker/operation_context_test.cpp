@@ -1,0 +1,443 @@
+#include "workflow/worker/operation_context.h"
+
+#include "net/platform/posix/net_twin.h"
+#include "net/transport/call_limit.h"
+#include "unit/workflow/worker/fake_operation.h"
+
+#include <gmock/gmock.h>
+
+#include <new>
+#include <stdexcept>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using testing::UnorderedElementsAre;
+
+class OperationActions : public OperationFixture {
+protected:
+    // Runs the operation to its end and returns the result of the done action.
+    std::string RunToItsEnd() {
+        EXPECT_EQ(context.Action("PvnWF_FakeAsync"), "InProgress");
+        AwaitEnd();
+        return context.Action("PvnWF_FakeAsyncDone");
+    }
+    void SetProxy(T_StorageInterface& to, const std::string& word) {
+        SetString(to, PvnWFKey_ProxyHost, word + ".host");
+        SetLong(to, PvnWFKey_ProxyPort, static_cast<std::uint32_t>(word.size()));
+        SetString(to, PvnWFKey_ProxyUserName, word + " user");
+        SetString(to, PvnWFKey_ProxyPassword, word + " password");
+    }
+    void ExpectProxy(T_StorageInterface& in, const std::string& word) {
+        EXPECT_EQ(TextOf(in, PvnWFKey_ProxyHost), word + ".host");
+        EXPECT_EQ(LongOf(in, PvnWFKey_ProxyPort), word.size());
+        EXPECT_EQ(TextOf(in, PvnWFKey_ProxyUserName), word + " user");
+        EXPECT_EQ(TextOf(in, PvnWFKey_ProxyPassword), word + " password");
+    }
+
+    T_Storage bag;
+    FakeContext context{bag};
+};
+
+TEST_F(OperationActions, TheContextHoldsTheNotifier) {
+    void* notifier = nullptr;
+    ASSERT_TRUE(GetPtr(bag, PvnWFKey_ProgressNotifierProc, notifier));
+    EXPECT_EQ(notifier, reinterpret_cast<void*>(&ProgressNotifier));
+    EXPECT_EQ(context.workerBag, nullptr);
+    EXPECT_EQ(context.StartedOperation(), nullptr);
+}
+
+TEST_F(OperationActions, AnUnknownFormIsNoAction) {
+    for (const char* const name : {"PvnWF_FakeAsyn", "PvnWF_FakeAsyncDon", "PvnWF_FakeAsyncDone2",
+                                   "PvnWF_Fak", "PvnWF_fake", "PvnWF_FakeAtOnceX", "Async", ""}) {
+        EXPECT_EQ(context.Action(name), "") << name;
+    }
+    EXPECT_EQ(gFakeWork.calls, 0);
+    EXPECT_EQ(context.StartedOperation(), nullptr);
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), std::nullopt);
+}
+
+TEST_F(OperationActions, TheWorkersBagIsACopyOfWhatItNeeds) {
+    SetProxy(bag, "own");
+    SetLong(bag, PvnWFKey_UseUserProxySetting, 1);
+    SetString(bag, "other", "not for the worker");
+    T_Storage& values = BuildWorkerBag(context).values;
+    ExpectProxy(values, "own");
+    EXPECT_EQ(LongOf(values, PvnWFKey_UseUserProxySetting), 1u);
+    EXPECT_EQ(TextOf(values, "other"), std::nullopt);
+    SetProxy(values, "changed");
+    ExpectProxy(bag, "own");
+}
+
+TEST_F(OperationActions, AnAbsentKeyStaysAbsent) {
+    T_Storage& values = BuildWorkerBag(context).values;
+    for (const char* const key : {PvnWFKey_ProxyHost, PvnWFKey_ProxyUserName, PvnWFKey_ProxyPassword}) {
+        EXPECT_EQ(TextOf(values, key), std::nullopt) << key;
+    }
+    EXPECT_EQ(LongOf(values, PvnWFKey_ProxyPort), std::nullopt);
+    EXPECT_EQ(LongOf(values, PvnWFKey_UseUserProxySetting), std::nullopt);
+}
+
+TEST_F(OperationActions, ASecondStartMakesANewBag) {
+    std::weak_ptr<WorkerBag> first;
+    RunToItsEnd();
+    first = context.workerBag;
+    SetString(context.workerBag->values, "left", "behind");
+    RunToItsEnd();
+    EXPECT_TRUE(first.expired());
+    EXPECT_EQ(TextOf(context.workerBag->values, "left"), std::nullopt);
+}
+
+TEST_F(OperationActions, TheWorkerGetsItsBagOnAThreadOfItsOwn) {
+    const std::thread::id dialog = std::this_thread::get_id();
+    gFakeWork.work = [dialog](T_StorageInterface& values, const WorkerNotifier& notifier) {
+        EXPECT_NE(std::this_thread::get_id(), dialog);
+        EXPECT_EQ(TextOf(values, "input"), "of the operation");
+        EXPECT_TRUE(TextOf(values, PvnWFKey_ServiceUrl).has_value());
+        EXPECT_TRUE(notifier.Report(50));
+        SetString(values, "output", "of the worker");
+        return kStatusSuccess;
+    };
+    EXPECT_EQ(RunToItsEnd(), "Succeeded");
+    EXPECT_EQ(context.taken, 1);
+    EXPECT_EQ(context.output, "of the worker");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 0u);
+    EXPECT_EQ(context.StartedOperation(), &kFakeOperations[0]);
+}
+
+TEST_F(OperationActions, AReportBelowAHundredIsNoEnd) {
+    Gate gate;
+    std::atomic<bool> hasReported = false;
+    gFakeWork.work = [&](auto&, const WorkerNotifier& notifier) {
+        notifier.Report(50);
+        hasReported = true;
+        gate.Pass();
+        return kStatusSuccess;
+    };
+    context.Action("PvnWF_FakeAsync");
+    while (!hasReported) std::this_thread::yield();
+    EXPECT_EQ(gProgressPercent(), 50);
+    gate.Open();
+    AwaitEnd();
+}
+
+TEST_F(OperationActions, AStartClearsTheResultOfAnEarlierOne) {
+    WorkReturns(kStatusHttpError);
+    RunToItsEnd();
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    Gate gate;
+    gFakeWork.work = [&gate](auto&, const WorkerNotifier& notifier) {
+        gate.Pass();
+        return notifier.Report(1) ? kStatusSuccess : kStatusCallCanceled;
+    };
+    context.Action("PvnWF_FakeAsync");
+    EXPECT_EQ(gProgressPercent(), 0);
+    EXPECT_EQ(gProgressStatus(), 0);
+    EXPECT_FALSE(gProgressCancel);
+    gate.Open();
+    AwaitEnd();
+    EXPECT_EQ(gProgressStatus(), 0);
+}
+
+TEST_F(OperationActions, EachResultHasAnEvent) {
+    EXPECT_EQ(context.ResultToEvent(0x8501), "TransactionDenied");
+    for (unsigned status = 0x8502; status <= 0x85FF; ++status) {
+        EXPECT_EQ(context.ResultToEvent(static_cast<Status>(status)), "ServerUnavailable") << status;
+    }
+    for (const int status : {1, 0x8401, 0x84FF, 0x8500, 0x8600, 0x8601, 0x8206, 0x8209, 0x8282, 0xD001,
+                             0xD002, 0xD003, 0xD0A1, 0xD0B3, 0x0101, 0x8902, 0xFFFF}) {
+        EXPECT_EQ(context.ResultToEvent(static_cast<Status>(status)), "NoInternetConnection") << status;
+    }
+    EXPECT_THAT(EventsOfResults(context), UnorderedElementsAre("CancelButton", "NoInternetConnection",
+                                                               "ServerUnavailable", "TransactionDenied"));
+}
+
+TEST_F(OperationActions, AFailureIsTheOutcomeAndBringsTheProxyBack) {
+    gFakeWork.work = [this](T_StorageInterface& values, auto&) {
+        SetProxy(values, "learned");
+        return Status(0x8501);
+    };
+    SetProxy(bag, "own");
+    EXPECT_EQ(RunToItsEnd(), "TransactionDenied");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 0x8501u);
+    ExpectProxy(bag, "learned");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), 1u);
+    EXPECT_EQ(context.taken, 0);
+}
+
+TEST_F(OperationActions, ASuccessBringsNoProxyBack) {
+    gFakeWork.work = [this](T_StorageInterface& values, auto&) {
+        SetProxy(values, "learned");
+        return kStatusSuccess;
+    };
+    SetProxy(bag, "own");
+    RunToItsEnd();
+    ExpectProxy(bag, "own");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), std::nullopt);
+}
+
+TEST_F(OperationActions, ACanceledOperationBringsNoProxyBack) {
+    gFakeWork.work = [this](T_StorageInterface& values, auto&) {
+        SetProxy(values, "learned");
+        return kStatusCallCanceled;
+    };
+    SetProxy(bag, "own");
+    context.Action("PvnWF_FakeAsync");
+    AwaitEnd();
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "CancelButton");
+    ExpectProxy(bag, "own");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), std::nullopt);
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), kStatusCallCanceled);
+}
+
+TEST_F(OperationActions, ASuccessInSpiteOfTheCancelIsASuccess) {
+    context.Action("PvnWF_FakeAsync");
+    AwaitEnd();
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "Succeeded");
+    EXPECT_EQ(context.taken, 1);
+}
+
+TEST_F(OperationActions, ACancelStopsTheWorker) {
+    std::atomic<bool> works = false;
+    gFakeWork.work = [&](auto&, const WorkerNotifier& notifier) {
+        works = true;
+        while (notifier.Report(1)) std::this_thread::yield();
+        return kStatusCallCanceled;
+    };
+    context.Action("PvnWF_FakeAsync");
+    while (!works) std::this_thread::yield();
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    AwaitEnd();
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "CancelButton");
+}
+
+TEST_F(OperationActions, ARefusedThreadIsReportedAtOnce) {
+    GetFrameTwin().startsUntilRefusal = 1;
+    EXPECT_EQ(context.Action("PvnWF_FakeAsync"), "InProgress");
+    EXPECT_EQ(gProgressPercent(), 100);
+    EXPECT_EQ(gProgressStatus(), 33410);
+    EXPECT_EQ(gFakeWork.calls, 0);
+    EXPECT_FALSE(IsWorkerRunning());
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "NoInternetConnection");
+    EXPECT_EQ(RunToItsEnd(), "Succeeded") << "the next start works";
+}
+
+TEST_F(OperationActions, EveryRefusalOfAStartIsReported) {
+    GetFrameState().gPavaneContext = nullptr;
+    context.Action("PvnWF_FakeAsync");
+    EXPECT_EQ(gProgressPercent(), 100);
+    EXPECT_EQ(gProgressStatus(), kStatusNotInitialized);
+    GetFrameState().gPavaneContext = &frame;
+}
+
+TEST_F(OperationActions, TheNotifierOfTheBagIsCalled) {
+    static std::atomic<int> calls = 0;
+    calls = 0;
+    const WorkerCallback counting = [](std::uint16_t percent, Status status) {
+        ++calls;
+        return ProgressNotifier(percent, status);
+    };
+    SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(counting));
+    RunToItsEnd();
+    EXPECT_EQ(calls, 2) << "the first question and the end";
+    bag.Remove(PvnWFKey_ProgressNotifierProc, kValueTypePtr);
+    EXPECT_EQ(RunToItsEnd(), "Succeeded") << "without one it is the engine's own";
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(OperationActions, ThrowingWorkIsAStatus) {
+    gFakeWork.work = [](auto&, auto&) -> Status { throw std::runtime_error("work"); };
+    EXPECT_EQ(RunToItsEnd(), "NoInternetConnection");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33289u);
+    gFakeWork.work = [](auto&, auto&) -> Status { throw std::bad_alloc(); };
+    RunToItsEnd();
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33286u);
+    gFakeWork.work = [](auto&, auto&) -> Status { throw 1; };
+    RunToItsEnd();
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33289u);
+}
+
+TEST_F(OperationActions, TheSynchronousFormWorksOnThisThread) {
+    const std::thread::id dialog = std::this_thread::get_id();
+    gFakeWork.work = [dialog](T_StorageInterface& values, auto&) {
+        EXPECT_EQ(std::this_thread::get_id(), dialog);
+        SetString(values, "output", "of the work");
+        return kStatusSuccess;
+    };
+    EXPECT_EQ(context.Action("PvnWF_Fake"), "InProgress");
+    EXPECT_EQ(gProgressPercent(), 100) << "the poll will take it";
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), std::nullopt);
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "Succeeded");
+    EXPECT_EQ(context.output, "of the work");
+}
+
+TEST_F(OperationActions, TheVariantEvaluatesAtOnce) {
+    EXPECT_EQ(context.Action("PvnWF_FakeAtOnce"), "SucceededAtOnce");
+    EXPECT_EQ(gProgressPercent(), 0) << "nothing is left for a poll";
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 0u);
+    EXPECT_EQ(context.taken, 1);
+    WorkReturns(0x8502);
+    EXPECT_EQ(context.Action("PvnWF_FakeAtOnce"), "ServerUnavailable");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 0x8502u);
+}
+
+TEST_F(OperationActions, ADoneActionWithoutAStartTakesNothing) {
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "Succeeded");
+    EXPECT_EQ(context.taken, 0);
+    ProgressNotifier(100, 0x8501);
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "TransactionDenied");
+}
+
+TEST_F(OperationActions, TheBagOfTheWorkerIsWiped) {
+    SetProxy(bag, "own");
+    const char* password = nullptr;
+    BuildWorkerBag(context).values.Get(PvnWFKey_ProxyPassword, kValueTypeString, &password);
+    EXPECT_STREQ(password, "own password");
+    // The destructor removes the overwritten text, so the test looks at a bag that is still there.
+    RemoveSecret(context.workerBag->values, PvnWFKey_ProxyPassword);
+    EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyPassword), std::nullopt);
+}
+
+// A worker that waits for `gate`, and what it found in its bag after that.
+struct Outliving {
+    Gate gate;
+    std::atomic<bool> works = false;
+    std::optional<std::string> found;
+    std::optional<bool> goesOn;
+};
+
+class OutlivingWorker : public OperationActions {
+protected:
+    void Start(OperationContext& run) {
+        gFakeWork.work = [this](T_StorageInterface& values, const WorkerNotifier& notifier) {
+            outliving.works = true;
+            outliving.gate.Pass();
+            outliving.found = TextOf(values, "input");
+            outliving.goesOn = notifier.Report(50);
+            return kStatusHttpError;
+        };
+        run.Action("PvnWF_FakeAsync");
+        while (!outliving.works) std::this_thread::yield();
+    }
+
+    Outliving outliving;
+};
+
+TEST_F(OutlivingWorker, HasItsBagAfterTheRunAndReportsNothing) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        Start(other);
+    }
+    outliving.gate.Open();
+    AwaitWorkers();
+    EXPECT_EQ(outliving.found, "of the operation");
+    EXPECT_EQ(outliving.goesOn, false);
+    EXPECT_EQ(gProgressPercent(), 0);
+    EXPECT_EQ(gProgressStatus(), 0);
+}
+
+TEST_F(OutlivingWorker, IsAwaitedBeforeTheNextStart) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        gFakeWork.work = [this](auto&, const WorkerNotifier& notifier) {
+            outliving.works = true;
+            while (notifier.Report(50)) std::this_thread::yield();
+            return kStatusCallCanceled;
+        };
+        other.Action("PvnWF_FakeAsync");
+        while (!outliving.works) std::this_thread::yield();
+    }
+    WorkReturns(kStatusSuccess);
+    EXPECT_EQ(RunToItsEnd(), "Succeeded");
+}
+
+TEST_F(OutlivingWorker, ThatDoesNotEndRefusesTheNextStart) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        Start(other);
+    }
+    const std::uint32_t before = TickCount();
+    context.Action("PvnWF_FakeAsync");
+    EXPECT_GE(TickCount() - before, kLongestWaitForWorker);
+    EXPECT_EQ(gProgressPercent(), 100);
+    EXPECT_EQ(gProgressStatus(), 33410);
+    EXPECT_EQ(gFakeWork.calls, 1);
+    outliving.gate.Open();
+    AwaitWorkers();
+    EXPECT_EQ(gProgressStatus(), 33410) << "the earlier worker is dropped";
+}
+
+// The names of events are the process's, so a handle of the event shows its signals.
+class CancelSignals : public OutlivingWorker {
+protected:
+    CancelSignals() { ResetNetTwin(); }
+    bool TakeSignal() const { return WaitForEither(event.get(), nullptr, 0) == WaitResult::kFirst; }
+
+    EventHandle event = MakeClearCancelEvent();
+};
+
+TEST_F(CancelSignals, TheFlagSignalsTheCall) {
+    SetLong(context, PvnWFKey_CancelFlag, 0);
+    EXPECT_FALSE(TakeSignal());
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    EXPECT_TRUE(TakeSignal());
+    SetLong(context, PvnWFKey_CancelFlag, 2);
+    EXPECT_FALSE(TakeSignal());
+}
+
+TEST_F(CancelSignals, TheEndOfARunSignalsItsWorker) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        Start(other);
+        EXPECT_FALSE(TakeSignal());
+    }
+    EXPECT_TRUE(TakeSignal());
+    outliving.gate.Open();
+    AwaitWorkers();
+}
+
+TEST_F(CancelSignals, TheEndOfARunWithoutAWorkerSignalsNothing) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        other.Action("PvnWF_FakeAsync");
+        AwaitEnd();
+    }
+    EXPECT_FALSE(TakeSignal());
+}
+
+TEST_F(CancelSignals, AWorkerClearsAnEarlierSignal) {
+    SignalEvent(event.get());
+    gFakeWork.work = [this](auto&, auto&) { return TakeSignal() ? kStatusCallCanceled : kStatusSuccess; };
+    EXPECT_EQ(RunToItsEnd(), "Succeeded");
+}
+
+TEST_F(CancelSignals, AWorkerHoldsTheEventUntilItsWorkHasEnded) {
+    event.reset();
+    EXPECT_EQ(OpenNetHandles(), 0);
+    gFakeWork.work = [](auto&, auto&) { return OpenNetHandles() == 1 ? kStatusSuccess : kStatusException; };
+    EXPECT_EQ(RunToItsEnd(), "Succeeded");
+    AwaitWorkers();
+    EXPECT_EQ(OpenNetHandles(), 0);
+}
+
+TEST_F(CancelSignals, ACancelBeforeTheFirstQuestionIsItsAnswer) {
+    GetNetTwin().refusedCall = "";
+    const WorkerCallback refusing = [](std::uint16_t percent, Status status) {
+        if (percent == 0) gProgressCancel = true;
+        return ProgressNotifier(percent, status);
+    };
+    SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(refusing));
+    EXPECT_EQ(RunToItsEnd(), "CancelButton");
+    EXPECT_EQ(gFakeWork.calls, 0);
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), kStatusCallCanceled);
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

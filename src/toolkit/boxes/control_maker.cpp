@@ -92,7 +92,8 @@ void LoadIcon(const CEveBox& box, const ControlKind& kind) {
 }
 
 void Finish(CEveBox& box, const CExpressionScope& attributes) {
-    box.font = MakeBoxFont(attributes, platform::WindowResolution(box.control));
+    NativeFont& kept = box.Root().fontsOfTree.emplace_back(nullptr);
+    kept = box.font = MakeBoxFont(attributes, platform::WindowResolution(box.control));
     platform::Send(box.control, kMessageSetFont, reinterpret_cast<std::uintptr_t>(box.font), true);
     box.SetVisible(box.visible);
     box.SetEnabled(box.enabled);

@@ -37,7 +37,8 @@ void CEveBox::TearDown() noexcept {
     DeleteIconOf(std::exchange(control, nullptr));
     while (!children.empty()) children.pop_front();
     if (window) platform::CloseWindow(std::exchange(window, nullptr));
-    if (font) platform::DeleteFont(std::exchange(font, nullptr));
+    for (const NativeFont ofBox : fontsOfTree) platform::DeleteFont(ofBox);
+    fontsOfTree.clear();
 }
 
 void CEveBox::Prepare(CExpressionScope& viewAttributes, CExpressionScope& attributes) {

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brixen::zeve {
 
@@ -65,7 +66,7 @@ public:
     // Translates the names of this box and of all boxes below it again, and shows them.
     void Retranslate();
 
-    NativeFont font = nullptr;  // owned
+    NativeFont font = nullptr;  // of the control; the root owns it
     bool checkBoxAware = false; // asks for a sub check, a small check box in front of the control
     std::int16_t top = 0, left = 0, height = 0, width = 0; // pixels, in the dialog's client area
     std::uint16_t viewId = 0, subViewId = 0;
@@ -83,6 +84,8 @@ public:
     std::string nameKey;                          // as in the view, usually a dictionary key
     std::string nameText;                         // the same, translated
     std::list<std::unique_ptr<CEveBox>> children; // in creation order
+    // Of a root: the fonts of all boxes. They are deleted after the window, which paints with them.
+    std::vector<NativeFont> fontsOfTree;
 
 protected:
     // Does what the destructor does; a second call does nothing. A class whose own destructor needs the

@@ -8,6 +8,7 @@ namespace brixen::zeve {
 
 inline constexpr std::uint32_t kMessageActivate = 0x0006;          // WM_ACTIVATE
 inline constexpr std::uint32_t kMessageSetFocus = 0x0007;          // WM_SETFOCUS
+inline constexpr std::uint32_t kMessageSetText = 0x000C;           // WM_SETTEXT
 inline constexpr std::uint32_t kMessageGetTextLength = 0x000E;     // WM_GETTEXTLENGTH
 inline constexpr std::uint32_t kMessagePaint = 0x000F;             // WM_PAINT
 inline constexpr std::uint32_t kMessageClose = 0x0010;             // WM_CLOSE

@@ -83,7 +83,7 @@ std::intptr_t BusyBar::Answer(std::uint32_t message, std::uintptr_t wparam, std:
         return 0;
     case zeve::kMessageEraseBackground: return 1;
     case kMessageEnable:
-    case kMessageSetText:
+    case zeve::kMessageSetText:
     case zeve::kMessageSetFont:
     case kMessageUpdateUiState: return AnswerAsSystem(message, wparam, lparam);
     case zeve::kMessageTimer:

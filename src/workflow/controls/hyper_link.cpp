@@ -114,12 +114,9 @@ void HyperLink::TakeStyle() {
 }
 
 void HyperLink::TakeFirstTexts() {
-    if (label.empty()) {
-        label = toolkit::TextOf(window);
-    } else if (Is(kPaintsLabel)) {
-        toolkit::SetText(window, label.c_str());
-    }
     isUrlOfLabel = isUrlOfLabel || !HasTarget();
+    if (!label.empty()) return SetLabel(std::u16string(label));
+    label = toolkit::TextOf(window);
     LabelChanged();
 }
 
@@ -132,10 +129,11 @@ void HyperLink::ReadColors() noexcept {
     read(u"Anchor Color Visited", visitedColor);
 }
 
-void HyperLink::SetLabel(std::u16string text) {
-    label = std::move(text);
+void HyperLink::SetLabel(const std::u16string& text) {
+    label = text;
     if (window == nullptr) return;
-    if (Is(kPaintsLabel)) toolkit::SetText(window, label.c_str());
+    // The control's new text becomes the label, which changes then.
+    if (Is(kPaintsLabel)) return toolkit::SetText(window, text.c_str());
     LabelChanged();
 }
 

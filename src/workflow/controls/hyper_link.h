@@ -48,7 +48,7 @@ public:
     // control. Returns false if the control cannot be taken.
     bool Attach(zeve::NativeWindow control);
     // Sets the label, and the control's text, by which the system finds access keys.
-    void SetLabel(std::u16string text);
+    void SetLabel(const std::u16string& text);
     void SetHyperLink(std::u16string address);
     // Does what a click does: notifies the parent, or opens the address. An address that IsOpenable refuses
     // opens nothing. One that was opened makes the link visited. Throws what procedures of the host throw.

@@ -169,7 +169,7 @@ bool HyperLink::HandleLook(const Message& message, std::intptr_t& answer) {
     case kMessagePrintClient:
         Paint(platform::Painting(window, reinterpret_cast<zeve::NativeDrawing>(message.wparam)));
         return true;
-    case kMessageSetText:
+    case zeve::kMessageSetText:
         answer = message.AnswerOfSystem();
         label = toolkit::TextOf(window);
         LabelChanged();

@@ -42,7 +42,6 @@ inline constexpr std::uint32_t kMessageDestroy = 0x0002;         // WM_DESTROY
 inline constexpr std::uint32_t kMessageSize = 0x0005;            // WM_SIZE
 inline constexpr std::uint32_t kMessageLosesFocus = 0x0008;      // WM_KILLFOCUS
 inline constexpr std::uint32_t kMessageEnable = 0x000A;          // WM_ENABLE
-inline constexpr std::uint32_t kMessageSetText = 0x000C;         // WM_SETTEXT
 inline constexpr std::uint32_t kMessageSystemColors = 0x0015;    // WM_SYSCOLORCHANGE
 inline constexpr std::uint32_t kMessageSetCursor = 0x0020;       // WM_SETCURSOR
 inline constexpr std::uint32_t kMessageGetFont = 0x0031;         // WM_GETFONT

@@ -129,5 +129,8 @@ std::int64_t HandleNumber(Handle handle) noexcept {
 // Passes a message to the procedure of its window; returns 0 for a window that is gone. Throws what a window
 // of the host throws.
 std::intptr_t Deliver(const Message& message);
+// What the window's own class answers: the test's answer, or else one from the window's state, which the
+// message may change.
+std::intptr_t SystemAnswer(const Message& message);
 
 } // namespace brixen::zeve::headless

@@ -28,6 +28,11 @@ constexpr Setting kSettings[] = {
 };
 
 std::intptr_t AnswerFromState(Window& window, const Message& message) {
+    if (message.number == kMessageSetText) {
+        const auto* text = reinterpret_cast<const char16_t*>(message.lparam);
+        window.text = text != nullptr ? text : u"";
+        return 1;
+    }
     if (message.number == kMessageGetTextLength) return static_cast<std::intptr_t>(window.text.size());
     for (const Setting& setting : kSettings) {
         const auto kept = window.remembered.find(setting.set);
@@ -41,6 +46,8 @@ std::intptr_t AnswerFromState(Window& window, const Message& message) {
     return 0;
 }
 
+} // namespace
+
 std::intptr_t SystemAnswer(const Message& message) {
     if (State().answer) {
         const auto answer = platform::WithStandardExceptions([&] { return State().answer(message); });
@@ -53,6 +60,8 @@ std::intptr_t SystemAnswer(const Message& message) {
         return 0;
     }
 }
+
+namespace {
 
 constinit platform::WindowProcedures gProcedures;
 

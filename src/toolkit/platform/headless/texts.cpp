@@ -1,3 +1,4 @@
+#include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
 
 #include <algorithm>
@@ -22,10 +23,12 @@ Extent ExtentOf(std::size_t units) {
 
 void SetText(NativeWindow window, const char16_t* text) {
     Record("SetText", window, {}, text);
-    try {
-        if (headless::Window* found = FindWindow(window)) found->text = text;
-    } catch (const std::bad_alloc&) {
-        // The window keeps the text it had.
+    const headless::Message message{window, kMessageSetText, 0, reinterpret_cast<std::intptr_t>(text)};
+    const headless::Window* found = FindWindow(window);
+    if (found != nullptr && found->layer != nullptr) {
+        headless::Deliver(message);
+    } else {
+        headless::SystemAnswer(message);
     }
 }
 

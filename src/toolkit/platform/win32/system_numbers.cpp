@@ -67,7 +67,7 @@ static_assert(extended::kControlParent == WS_EX_CONTROLPARENT);
 
 static_assert(kMessageActivate == WM_ACTIVATE);
 static_assert(kMessageSetFocus == WM_SETFOCUS);
-static_assert(kMessageGetTextLength == WM_GETTEXTLENGTH);
+static_assert(kMessageSetText == WM_SETTEXT && kMessageGetTextLength == WM_GETTEXTLENGTH);
 static_assert(kMessagePaint == WM_PAINT);
 static_assert(kMessageClose == WM_CLOSE);
 static_assert(kMessageEraseBackground == WM_ERASEBKGND);

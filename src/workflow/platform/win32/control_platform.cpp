@@ -13,13 +13,13 @@ namespace brixen::pvn::pvn_workflow::platform {
 static_assert(kMessageCreate == WM_CREATE && kMessageSystemColors == WM_SYSCOLORCHANGE);
 static_assert(kMessageDestroy == WM_DESTROY && kMessageSize == WM_SIZE &&
               kMessageLosesFocus == WM_KILLFOCUS && kMessageEnable == WM_ENABLE &&
-              kMessageSetText == WM_SETTEXT && kMessageSetCursor == WM_SETCURSOR &&
-              kMessageGetFont == WM_GETFONT && kMessageNotify == WM_NOTIFY &&
-              kMessageDialogCode == WM_GETDLGCODE && kMessageUpdateUiState == WM_UPDATEUISTATE &&
-              kMessageQueryUiState == WM_QUERYUISTATE && kMessageLeftButtonUp == WM_LBUTTONUP &&
-              kMessageLeftDoubleClick == WM_LBUTTONDBLCLK && kMessageMouseFirst == WM_MOUSEFIRST &&
-              kMessageMouseLeave == WM_MOUSELEAVE && kMessagePrintClient == WM_PRINTCLIENT &&
-              kButtonClick == BM_CLICK && kTooltipActivate == TTM_ACTIVATE);
+              kMessageSetCursor == WM_SETCURSOR && kMessageGetFont == WM_GETFONT &&
+              kMessageNotify == WM_NOTIFY && kMessageDialogCode == WM_GETDLGCODE &&
+              kMessageUpdateUiState == WM_UPDATEUISTATE && kMessageQueryUiState == WM_QUERYUISTATE &&
+              kMessageLeftButtonUp == WM_LBUTTONUP && kMessageLeftDoubleClick == WM_LBUTTONDBLCLK &&
+              kMessageMouseFirst == WM_MOUSEFIRST && kMessageMouseLeave == WM_MOUSELEAVE &&
+              kMessagePrintClient == WM_PRINTCLIENT && kButtonClick == BM_CLICK &&
+              kTooltipActivate == TTM_ACTIVATE);
 // The headers of newer systems count the message of a second wheel, 0x20E, too.
 static_assert(kMessageMouseLast == WM_XBUTTONDBLCLK && kMessageMouseLast <= WM_MOUSELAST);
 static_assert(kWantsCharacters == DLGC_WANTCHARS && kIsAButton == DLGC_BUTTON &&

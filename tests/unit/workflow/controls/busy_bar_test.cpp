@@ -95,7 +95,7 @@ TEST_F(BusyBars, EndsQuietlyIfTheParentEndsTheBarDuringThePaint) {
 
 TEST_F(BusyBars, ChangesThatTheControlWouldPaintAreTheSystems) {
     for (const std::uint32_t message :
-         {kMessageEnable, kMessageSetText, zeve::kMessageSetFont, kMessageUpdateUiState}) {
+         {kMessageEnable, zeve::kMessageSetText, zeve::kMessageSetFont, kMessageUpdateUiState}) {
         zeve::headless::State().calls.clear();
         Tell(message);
         EXPECT_EQ(CallsOf("DefaultAnswer").size(), 1u) << message;

@@ -403,8 +403,7 @@ TEST_F(LabelOfLink, BeforeTheControlOnlyWaits) {
 
 TEST_F(LabelOfLink, FollowsTheTextOfTheControl) {
     Attach();
-    zeve::headless::FindWindow(control)->text = u"ne&w";
-    Tell(kMessageSetText);
+    toolkit::SetText(control, u"ne&w");
     EXPECT_EQ(link->label, u"ne&w");
     EXPECT_EQ(link->linkRect.right, 24);
     EXPECT_EQ(link->url, u"new") << "the address was the label";
@@ -1091,6 +1090,22 @@ TEST_F(SpokenLink, AnnouncesItsChanges) {
     EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kState), 2u);
     link->SetLabel(u"new");
     EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kName), 1u);
+}
+
+TEST_F(SpokenLink, AnnouncesItsFirstNameOnce) {
+    link->label = u"first";
+    AttachCommand();
+    EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kName), 1u);
+    EXPECT_EQ(Control().text, u"first");
+}
+
+TEST_F(SpokenLink, OnAPictureIsNamedWithoutATextOfTheControl) {
+    zeve::headless::FindWindow(control)->style |= 0xE; // a bitmap
+    AttachCommand();
+    link->SetLabel(u"new");
+    EXPECT_EQ(TimesAnnounced(platform::AccessibleChange::kName), 2u) << "at the start and now";
+    EXPECT_EQ(link->label, u"new");
+    EXPECT_NE(Control().text, u"new");
 }
 
 TEST_F(SpokenLink, OpensByItsDefaultActionAfterTheQuestion) {

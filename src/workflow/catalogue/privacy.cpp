@@ -44,7 +44,7 @@ void PVNPrivacyWorkFlow::SetTransitions() {
 }
 
 void PVNPrivacyWorkFlow::SetPanes() {
-    SetPane(kStateChoose, std::make_unique<privacy::ChoosePane>(*data));
+    SetPane(kStateChoose, std::make_unique<privacy::ChoosePane>(*host, *data));
     SetPane(kStateStatement, std::make_unique<privacy::StatementPane>(*data));
     SetPane(kStateMissing, std::make_unique<privacy::PrivacyPane>(privacy::kMissingTraits));
     SetPane(kStateNone, std::make_unique<privacy::PrivacyPane>(privacy::kNoneTraits));

@@ -8,6 +8,7 @@
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/panes/pane_helpers.h"
+#include "workflow/panes/pane_host.h"
 #include "workflow/platform/message_numbers.h"
 #include "workflow/platform/pane_platform.h"
 #include "workflow/resources/resource_layer.h"
@@ -63,10 +64,14 @@ void PrivacyPane::OnNotification(Notification notification) {
                          zeve::kPaintAnew);
 }
 
-ChoosePane::ChoosePane(PrivacyData& runData) : PrivacyPane(kChooseTraits, kLanguagePopup), data(runData) {}
+ChoosePane::ChoosePane(PVNPaneHost& paneHost, PrivacyData& runData)
+    : PrivacyPane(kChooseTraits, kLanguagePopup), host(paneHost), data(runData) {}
 
 void ChoosePane::Enter() {
-    if (!isFilled) FillPopup();
+    if (!isFilled) {
+        FillPopup();
+        if (!platform::IsHighContrast()) ShowBitmapInControl(host, "highlight3", kChoosePicture);
+    }
     isFilled = true;
     PrivacyPane::Enter();
 }

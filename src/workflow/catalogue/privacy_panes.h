@@ -10,6 +10,7 @@
 
 namespace brixen::pvn::pvn_workflow {
 
+class PVNPaneHost;
 struct PrivacyData;
 
 namespace privacy {
@@ -46,8 +47,8 @@ protected:
 // A popup of the languages.
 class ChoosePane final : public PrivacyPane {
 public:
-    // `runData` is borrowed.
-    explicit ChoosePane(PrivacyData& runData);
+    // Both are borrowed.
+    ChoosePane(PVNPaneHost& paneHost, PrivacyData& runData);
 
     void Enter() override;
     // Stores the language in the bag, and loads its statement.
@@ -57,6 +58,7 @@ private:
     void FillPopup();
     std::string WantedLanguage() const;
 
+    PVNPaneHost& host;
     PrivacyData& data;
     bool isFilled = false;
 };

@@ -15,6 +15,7 @@ inline constexpr std::uint16_t kCancelButton = 16;
 
 inline constexpr std::uint16_t kChoosePage = 100;
 inline constexpr std::uint16_t kLanguagePopup = 101;
+inline constexpr std::uint16_t kChoosePicture = 102;
 
 // One field for each reading direction, because a control keeps the direction that it was made with. Each is
 // in a group with a label of its own: a label names the field that was made after it.

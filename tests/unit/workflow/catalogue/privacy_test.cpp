@@ -62,6 +62,7 @@ protected:
     std::uint16_t Run() {
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
         const std::uint16_t status = RunWorkFlowFromBag<PVNPrivacyWorkFlow>(bag);
+        ExpectNoUseOfClosedWindows();
         // Without an end state the status would be the stored result all the same.
         if (status != kStatusException) {
             EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
@@ -191,6 +192,19 @@ TEST_F(Privacy, ThePopupHoldsTheLanguagesByTheirNamesAndTheUsersOwnIsSelected) {
         EXPECT_EQ(added, names) << locale;
         System().answer = nullptr;
     }
+}
+
+TEST_F(Privacy, TheChoiceHasItsPictureUnlessInHighContrast) {
+    for (const bool isHighContrast : {false, true}) {
+        platform::ThePaneRecorder().isHighContrast = isHighContrast;
+        Then([isHighContrast] {
+            EXPECT_TRUE(IsControlShown(kChoosePicture));
+            EXPECT_EQ(Control(kChoosePicture)->remembered[zeve::kStaticSetImage] == 0, isHighContrast);
+        });
+        ThenPress(kCancelButton);
+        Run();
+    }
+    EXPECT_TRUE(platform::TheResourceRecorder().liveBitmaps.empty());
 }
 
 TEST_F(Privacy, TheFieldShowsTheStatementOfTheLanguageThatWasChosen) {

@@ -39,6 +39,7 @@ protected:
     std::uint16_t Run() {
         SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
         const std::uint16_t status = RunWorkFlowFromBag<PVNWelcomeWorkFlow>(bag);
+        ExpectNoUseOfClosedWindows();
         // Without an end state the status would be the stored result all the same.
         if (status != kStatusException) {
             EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);

@@ -10,6 +10,11 @@
 #include "unit/workflow/resources/resource_fixture.h"
 #include "workflow/platform/headless/painting_recorder.h"
 #include "workflow/platform/headless/pane_recorder.h"
+#include "workflow/platform/message_numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -62,6 +67,20 @@ protected:
     static void Then(std::function<void()> action) { System().script.push_back(std::move(action)); }
     static void ThenPress(std::uint16_t id) {
         Then([id] { Tell(TopDialog(), zeve::kMessageCommand, id); });
+    }
+
+    // For the end of a run: panes and their controls are destroyed after the dialog, and must leave its
+    // windows alone.
+    static void ExpectNoUseOfClosedWindows() {
+        const auto& calls = System().calls;
+        const auto isClosing = [](const auto& call) { return call.name == "CloseWindow"; };
+        const auto lastClosing = std::find_if(calls.rbegin(), calls.rend(), isClosing).base();
+        for (auto call = lastClosing; call != calls.end(); ++call) {
+            const std::int64_t number = call->numbers.empty() ? 0 : call->numbers[0];
+            const bool isOfClosing = number == kMessageDestroy || number == zeve::kMessageWindowGone;
+            if (!call->window || isOfClosing) continue;
+            EXPECT_TRUE(zeve::headless::FindWindow(call->window)) << call->name << " " << number;
+        }
     }
 
     PavaneContext frame;

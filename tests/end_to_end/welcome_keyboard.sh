@@ -50,6 +50,7 @@ wait_until "Space leads to Ready" title_is "Getting started: Everything is ready
 wait_until "Done has the focus" is_focused Done
 wait_until "Done is the default button" is_default Done
 
+wait_until "no pane that was shown again has opened the page" pages_opened 3 'en_US\welcome.html'
 press Escape
 wait_until "Esc asks whether to quit" title_is "Quit"
 press Escape

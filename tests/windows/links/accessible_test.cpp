@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace brixen::pvn::pvn_workflow {
@@ -200,20 +201,35 @@ TEST_F(SpokenLink, AnnouncesItsChanges) {
     Attach(HyperLink::kCommandButton);
     const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_STATECHANGE, EVENT_OBJECT_VALUECHANGE, nullptr,
                                                &NoteEvent, GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
-    platform::Announce(Opaque(control), platform::AccessibleChange::kValue);
+    const auto heard = [this](DWORD event) {
+        return std::count_if(gEvents.begin(), gEvents.end(), [this, event](const HeardEvent& one) {
+            return one.event == event && one.window == control;
+        });
+    };
     link->SetLabel(u"new");
-    for (int i = 0; i < 500 && gEvents.size() < 2; ++i) {
+    platform::Announce(Opaque(control), platform::AccessibleChange::kValue);
+    for (int i = 0; i < 500 && heard(EVENT_OBJECT_VALUECHANGE) == 0; ++i) {
         HandleMessages();
         Sleep(10);
     }
     UnhookWinEvent(hook);
-    const auto heard = [this](DWORD event) {
-        return std::any_of(gEvents.begin(), gEvents.end(), [this, event](const HeardEvent& one) {
-            return one.event == event && one.window == control;
-        });
-    };
-    EXPECT_TRUE(heard(EVENT_OBJECT_VALUECHANGE));
-    EXPECT_TRUE(heard(EVENT_OBJECT_NAMECHANGE));
+    EXPECT_EQ(heard(EVENT_OBJECT_VALUECHANGE), 1);
+    EXPECT_EQ(heard(EVENT_OBJECT_NAMECHANGE), 1) << "the value's event came after it";
+}
+
+TEST_F(SpokenLink, AnswersOnlyOnTheThreadOfItsControl) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    HRESULT name = S_OK, action = S_OK;
+    std::thread([&] {
+        BSTR text = nullptr;
+        name = object->get_accName(Self(), &text);
+        action = object->accDoDefaultAction(Self());
+    }).join();
+    EXPECT_EQ(name, RPC_E_WRONG_THREAD);
+    EXPECT_EQ(action, RPC_E_WRONG_THREAD);
+    HandleMessages();
+    EXPECT_EQ(Commands(kLinkId), 0);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <map>
 
 namespace brixen::pvn::pvn_workflow {
@@ -93,6 +94,65 @@ TEST_F(RealLink, AtTheRightIsDrawnWhereItReacts) {
     EXPECT_EQ(link->linkRect.right, 200);
     EXPECT_GE(Printed(LinkPart())[kBlue], link->linkRect.Width());
     EXPECT_EQ(Printed({0, 0, link->linkRect.left, link->linkRect.bottom}).size(), 1u);
+}
+
+TEST_F(RealLink, ReadFromRightHasItsFirstPartAtTheRight) {
+    SetWindowLongW(control, GWL_STYLE, GetWindowLongW(control, GWL_STYLE) | SS_RIGHT);
+    SetWindowLongW(control, GWL_EXSTYLE, GetWindowLongW(control, GWL_EXSTYLE) | WS_EX_RTLREADING);
+    SetWindowTextW(control, L"\u05E7\u05E8\u05D0\u05D5 \u05D0\u05EA <A>\u05D6\u05D4</A>");
+    Attach(HyperLink::kCommandButton | HyperLink::kHasTags);
+    EXPECT_LT(link->linkRect.right, 190) << "the link is read last";
+    EXPECT_GE(Printed(LinkPart())[kBlue], link->linkRect.Width());
+    auto first = Printed(Rest());
+    EXPECT_GT(first[kText], 0);
+    EXPECT_EQ(first[kBlue], 0);
+    EXPECT_EQ(Printed({0, 0, link->linkRect.left, link->linkRect.bottom}).size(), 1u) << "nothing follows it";
+}
+
+TEST_F(RealLink, MayHaveABoldLinkPart) {
+    SetWindowTextW(control, L"Please <A>read</A> it");
+    Attach(HyperLink::kCommandButton | HyperLink::kHasTags | HyperLink::kBoldLink);
+    LOGFONTW font = {};
+    GetObjectW(reinterpret_cast<HFONT>(link->linkFont), sizeof font, &font);
+    EXPECT_EQ(font.lfWeight, FW_BOLD);
+    EXPECT_FALSE(font.lfUnderline);
+    EXPECT_GT(Printed(LinkPart())[kBlue], 0);
+    int mostInARow = 0;
+    for (LONG y = 0; y < link->linkRect.bottom; ++y) {
+        mostInARow =
+            std::max(mostInARow, Printed({link->linkRect.left, y, link->linkRect.right, y + 1})[kBlue]);
+    }
+    EXPECT_LT(mostInARow, link->linkRect.Width()) << "no line below the text";
+}
+
+TEST_F(RealLink, HasTheColorsOfTheUsersSettings) {
+    const wchar_t* const kKey = L"Software\\Microsoft\\Internet Explorer\\Settings";
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
+    RegSetValueExW(key, L"Anchor Color", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"1,128,3"), 16);
+    RegSetValueExW(key, L"Anchor Color Visited", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"4,5,160"), 16);
+    Attach(HyperLink::kCommandButton);
+    RegDeleteValueW(key, L"Anchor Color");
+    RegDeleteValueW(key, L"Anchor Color Visited");
+    RegCloseKey(key);
+    EXPECT_GE(Printed(LinkPart())[RGB(1, 128, 3)], link->linkRect.Width());
+    link->state |= HyperLink::kVisited;
+    EXPECT_GE(Printed(LinkPart())[RGB(4, 5, 160)], link->linkRect.Width());
+}
+
+TEST_F(RealLink, FillsThePlaceOfAView) {
+    control = GetDlgItem(window, kPlaceId);
+    ASSERT_NE(control, nullptr);
+    Attach(HyperLink::kCommandButton);
+    EXPECT_EQ(link->label, u"Read &all");
+    EXPECT_GE(Printed(LinkPart())[kBlue], link->linkRect.Width());
+    Click(MiddleX(), MiddleY());
+    EXPECT_EQ(Commands(kPlaceId), 1);
+    SetFocus(GetDlgItem(window, kFieldId));
+    PostMessageW(window, WM_SYSCHAR, L'a', 0x20000001);
+    HandleMessages();
+    EXPECT_EQ(Commands(kPlaceId), 2) << "its access key";
 }
 
 TEST_F(RealLink, HasAFocusFrame) {
@@ -195,6 +255,25 @@ TEST_F(RealLink, HasATooltipWithItsAddress) {
     SendMessageW(control, WM_MOUSEMOVE, 0, MAKELPARAM(2, 2)); // relayed
     DestroyWindow(control);
     EXPECT_FALSE(IsWindow(tooltip));
+}
+
+TEST_F(RealLink, ShowsItsTooltipUnderAMouseThatRests) {
+    link->url = u"http://example.com/a";
+    Attach(0);
+    const auto tooltip = reinterpret_cast<HWND>(link->toolTip);
+    POINT place = {MiddleX(), MiddleY()};
+    ClientToScreen(control, &place);
+    ASSERT_TRUE(MoveMouse(place));
+    EXPECT_FALSE(IsWindowVisible(tooltip));
+    SendMessageW(control, WM_MOUSEMOVE, 0, MAKELPARAM(MiddleX(), MiddleY()));
+    for (int i = 0; i < 500 && !IsWindowVisible(tooltip); ++i) {
+        HandleMessages();
+        Sleep(10);
+    }
+    EXPECT_TRUE(IsWindowVisible(tooltip));
+    SendMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(MiddleX(), MiddleY()));
+    EXPECT_FALSE(IsWindowVisible(tooltip)) << "a press takes it away";
+    ReleaseCapture();
 }
 
 // --- Keyboard ---

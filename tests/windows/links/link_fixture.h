@@ -18,7 +18,7 @@ namespace brixen::pvn::pvn_workflow {
 
 class LinkFixture : public testing::Test {
 protected:
-    static constexpr int kLinkId = 70, kButtonId = 71, kFieldId = 72;
+    static constexpr int kLinkId = 70, kButtonId = 71, kFieldId = 72, kPlaceId = 73;
     static constexpr COLORREF kBackground = RGB(250, 250, 250), kText = RGB(10, 20, 30);
 
     LinkFixture() : background(CreateSolidBrush(kBackground)) {
@@ -31,6 +31,7 @@ protected:
                                       "  edit_text(view_id: 72, width: 100);"
                                       "  static_text(name: 'Read &more', view_id: 70, width: 200);"
                                       "  button(name: 'Button', view_id: 71);"
+                                      "  hyperlink(name: 'Read &all', view_id: 73, width: 200, height: 20);"
                                       "}");
         window = reinterpret_cast<HWND>(zeve::ZeveMakeDialog(dialog, this));
         control = GetDlgItem(window, kLinkId);
@@ -84,6 +85,7 @@ protected:
 private:
     static std::uint64_t Hear(std::int32_t what, zeve::EventRecord& record, void* params) {
         auto& test = *static_cast<LinkFixture*>(params);
+        if (what == zeve::kWhatViewMade) zeve::ZeveFillPlace(record);
         if (what != zeve::kWhatMessage) return zeve::kAnswerDefault;
         const auto wparam = static_cast<WPARAM>(record.Read(zeve::kKeyWparam));
         switch (record.Read(zeve::kKeyEventRecord)) {

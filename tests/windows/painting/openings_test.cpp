@@ -6,10 +6,13 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "values/storage.h"
 #include "windows/painting/real_window.h"
+#include "windows/toolkit/patched_import.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/controls/busy_bar.h"
+#include "workflow/controls/hyper_link.h"
 #include "workflow/controls/my_prog_bar.h"
+#include "workflow/panes/alert.h"
 #include "workflow/panes/concrete_host.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
@@ -30,24 +33,29 @@
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
-constexpr std::uint16_t kDone = 24, kText = 30, kBar = 31, kPicture = 32;
+constexpr std::uint16_t kDone = 24, kText = 30, kBar = 31, kPicture = 32, kGauge = 33, kLink = 34;
 constexpr char kView[] = R"(
 dialog(name: 'Painting', width: 300, height: 200) {
     static_text(view_id: 30, name: 'A text over the backdrop', width: 200);
     static_text(view_id: 31, width: 100, height: 13);
     picture(view_id: 32, width: 64, height: 64);
+    static_text(view_id: 34, name: 'A &link', width: 100);
     button(view_id: 24, name: 'Done');
 })";
 constexpr UINT kTick = 10; // milliseconds
 
 class PaintedPane : public PVNPane {
 public:
+    explicit PaintedPane(PVNPaneHost& itsHost) : host(itsHost) {}
     std::span<const MarkedControl> MarkedControls() const override { return marked; }
     void Enter() override {
         const zeve::NativeWindow dialog = zeve::ZeveTopWindow(ref);
         EXPECT_TRUE(bar.Attach(zeve::platform::ChildWithId(dialog, kBar)));
         bar.Start();
-        gauge = MakeGauge(dialog, 33, {10, 150, 210, 190});
+        link.url = u"http://example.com";
+        EXPECT_TRUE(link.Attach(zeve::platform::ChildWithId(dialog, kLink)));
+        ShowBitmapInControl(host, "highlight1", kPicture);
+        gauge = MakeGauge(dialog, kGauge, {10, 150, 210, 190});
         zeve::platform::Send(gauge, kGaugeSetRange, 0, 100);
         zeve::platform::Send(gauge, kGaugeSetPosition, 0, 40);
     }
@@ -55,7 +63,9 @@ public:
     std::vector<MarkedControl> marked;
 
 private:
+    PVNPaneHost& host;
     BusyBar bar;
+    HyperLink link;
     zeve::NativeWindow gauge = nullptr;
 };
 
@@ -119,9 +129,9 @@ protected:
     // Opens the dialog, does that once it is shown and painted, and ends it.
     void Open(std::function<void()> then = [] {}) {
         action = std::move(then);
-        PaintedPane pane;
-        pane.marked = marked;
         PaintedHost host(kView);
+        PaintedPane pane(host);
+        pane.marked = marked;
         PVNDialogStateMachine machine(host);
         machine.SetTransition(1, kWFState_Done, "DoneButton");
         machine.SetProperty(1, kPropertyPaneObject, &pane);
@@ -211,11 +221,69 @@ TEST_F(Openings, AMarkedTextIsRedOrGreen) {
     Open([this] { EXPECT_FALSE(ShowsColor(GetDlgItem(Dialog(), kText), 255)); });
 }
 
+// The system in high contrast.
+BOOL WINAPI AnswerHighContrast(UINT action, UINT, void* out, UINT) {
+    if (action != SPI_GETHIGHCONTRAST) return FALSE;
+    static_cast<HIGHCONTRASTW*>(out)->dwFlags = HCF_HIGHCONTRASTON;
+    return TRUE;
+}
+
+TEST_F(Openings, InHighContrastEverythingHasTheSystemsColors) {
+    const pavane_test::PatchedImport contrast("SystemParametersInfoW", &AnswerHighContrast);
+    ASSERT_TRUE(contrast.IsPatched());
+    marked = {{kText, Mark::kError}};
+    Open([this] {
+        RECT client{};
+        GetClientRect(Dialog(), &client);
+        const Color face = GetSysColor(COLOR_BTNFACE);
+        for (int x = 0; x < client.right; x += 7) {
+            EXPECT_EQ(OnScreen(Dialog(), x, client.bottom - 2), face) << "no backdrop";
+            EXPECT_EQ(OnScreen(Dialog(), x, 1), face) << "no label and no logo";
+        }
+        const HWND text = GetDlgItem(Dialog(), kText);
+        EXPECT_TRUE(ShowsColor(text, face));
+        EXPECT_TRUE(ShowsColor(text, GetSysColor(COLOR_WINDOWTEXT)));
+        EXPECT_FALSE(ShowsColor(text, 255)) << "no color of ours";
+        const HWND link = GetDlgItem(Dialog(), kLink);
+        EXPECT_TRUE(ShowsColor(link, GetSysColor(COLOR_HOTLIGHT)));
+        EXPECT_TRUE(ShowsColor(link, face));
+    });
+}
+
 TEST_F(Openings, TwoHundredLeaveNoObjectBehind) {
     for (int i = 0; i < 3; ++i) Open(); // what the system makes once
     const int objects = GraphicObjects(), windows = Windows();
     EXPECT_GT(objects, 0);
     for (int i = 0; i < 200; ++i) Open();
+    EXPECT_EQ(GraphicObjects(), objects);
+    EXPECT_EQ(Windows(), windows);
+}
+
+// --- Alerts ---
+
+HWND gAlert = nullptr; // the window that a search has found
+
+BOOL CALLBACK FindAlertWindow(HWND window, LPARAM) {
+    const bool isFound = GetDlgItem(window, kAlertSecondButton) != nullptr && IsWindowVisible(window);
+    if (isFound) gAlert = window;
+    return !isFound;
+}
+void CALLBACK AnswerAlert(HWND, UINT, UINT_PTR, DWORD) {
+    gAlert = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindAlertWindow, 0);
+    if (gAlert == nullptr) return;
+    RedrawWindow(gAlert, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    PostMessageW(gAlert, WM_COMMAND, kAlertSecondButton, 0);
+}
+
+TEST_F(Openings, TwoHundredAlertsLeaveNoObjectBehind) {
+    const AlertEntry alert{"Test", "quit_alert", true};
+    const auto show = [this, &alert] { EXPECT_FALSE(ShowAlert(alert, nullptr, &context)); };
+    const UINT_PTR timer = SetTimer(nullptr, 0, kTick, AnswerAlert);
+    for (int i = 0; i < 3; ++i) show();
+    const int objects = GraphicObjects(), windows = Windows();
+    for (int i = 0; i < 200; ++i) show();
+    KillTimer(nullptr, timer);
     EXPECT_EQ(GraphicObjects(), objects);
     EXPECT_EQ(Windows(), windows);
 }

@@ -61,6 +61,24 @@ TEST_P(PaintedPixels, TheLogoIsBlendedAtTheTopRightAndNeverReflected) {
     EXPECT_EQ(platform::LayoutOf(canvas.Device()), IsMirrored() ? platform::kLayoutMirrored : 0u);
 }
 
+// Its rows have a byte more than their pixels.
+TEST_P(PaintedPixels, ALogoOf24BitsIsCopied) {
+    const Canvas canvas(100, 60, kGround);
+    Mirror(canvas);
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof info.bmiHeader, 5, 3, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HBITMAP logo = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    ASSERT_NE(logo, nullptr);
+    FillWithPattern(reinterpret_cast<zeve::NativeBitmap>(logo));
+    DrawOverlay(canvas.Device(), {0, 0, 100, 60}, {reinterpret_cast<zeve::NativeBitmap>(logo), nullptr});
+    for (int y = 0; y < 3; ++y) {
+        for (int x = 0; x < 5; ++x) EXPECT_EQ(canvas.At(88 + x, 10 + y), Pixel(x, y, 0)) << x << ", " << y;
+    }
+    EXPECT_EQ(canvas.At(93, 11), kGround);
+    DeleteObject(logo);
+}
+
 TEST_P(PaintedPixels, TheLabelIsCopiedWithoutItsWhite) {
     const Canvas canvas(100, 60, kGround);
     Mirror(canvas);
@@ -225,6 +243,10 @@ TEST_P(BarInWindow, TheCellIsBlendedWhereItIs) {
     EXPECT_EQ(canvas.At(FromLeft(50, 100), 0), GetSysColor(COLOR_3DDKSHADOW));
     EXPECT_EQ(canvas.At(FromLeft(50, 100), 12), GetSysColor(COLOR_3DDKSHADOW));
     EXPECT_EQ(canvas.At(FromLeft(99, 100), 6), GetSysColor(COLOR_3DDKSHADOW));
+    for (const auto& [x, y] : {std::pair(0, 0), {99, 0}, {0, 12}, {99, 12}}) {
+        EXPECT_NE(canvas.At(x, y), GetSysColor(COLOR_3DDKSHADOW)) << "the corners are round";
+        EXPECT_NE(canvas.At(x, y), GetSysColor(COLOR_WINDOW));
+    }
 }
 
 TEST_P(BarInWindow, TheTimerMovesTheCell) {

@@ -26,6 +26,7 @@ public:
     RootCertificate(const RootCertificate&) = delete;
     RootCertificate& operator=(const RootCertificate&) = delete;
     ~RootCertificate() {
+        if (!isTrusted) return;
         const PCCERT_CONTEXT wanted = CertCreateCertificateContext(X509_ASN_ENCODING, Data(), Size());
         Store([wanted](HCERTSTORE store) {
             const PCCERT_CONTEXT found =

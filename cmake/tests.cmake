@@ -113,7 +113,7 @@ endif()
 # The tests of the transport are their own servers, and those of the network bring certificates.
 foreach(name windows_transport windows_network)
     if(TARGET ${name})
-        target_link_libraries(${name} PRIVATE ws2_32 crypt32)
+        target_link_libraries(${name} PRIVATE ws2_32 crypt32 ntdll)
     endif()
 endforeach()
 

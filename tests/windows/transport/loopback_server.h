@@ -108,6 +108,9 @@ public:
         const std::lock_guard guard(lock);
         return requests;
     }
+    void AwaitConnections(int count) const {
+        while (connections < count) std::this_thread::yield();
+    }
     void AwaitRequests(std::size_t count) {
         while (Requests().size() < count) std::this_thread::yield();
     }
@@ -117,6 +120,7 @@ private:
         while (AwaitSocket(listener, false, isOver)) {
             const SOCKET client = accept(listener, nullptr, nullptr);
             if (client == INVALID_SOCKET) continue;
+            ++connections;
             unsigned long doesNotBlock = 1;
             ioctlsocket(client, static_cast<long>(FIONBIO), &doesNotBlock);
             Handle(client);
@@ -151,6 +155,7 @@ private:
     Handler handler;
     SOCKET listener = INVALID_SOCKET;
     std::atomic<bool> isOver = false;
+    std::atomic<int> connections = 0;
     int port = 0;
     std::mutex lock;
     std::vector<std::string> requests;

@@ -8,6 +8,7 @@
 #include "workflow/panes/pane.h"
 #include "workflow/worker/busy_pane.h"
 #include "workflow/worker/operation_context.h"
+#include "workflow/worker/worker_start.h"
 
 #include <string>
 
@@ -27,7 +28,7 @@ std::intptr_t OperationHost::OnTimer() {
     if (!window) return 0;
     if (gProgressPercent() == kPercentFinished) return TakeWorkersEnd();
     // The click has signaled once, but the worker may have begun its wait after another one took the signal.
-    if (gProgressCancel) CancelTransaction();
+    if (gProgressCancel && IsWorkerRunning()) CancelTransaction();
     return 0;
 }
 

@@ -468,6 +468,8 @@ TEST_F(BusyPanes, EachTickSignalsAgainWhileItCancels) {
         AwaitEnd();
         Tick();
         EXPECT_FALSE(takesSignal()) << "the worker has reported";
+        Tell(TopDialog(), zeve::kMessageTimer, kProgressTimer);
+        EXPECT_FALSE(takesSignal()) << "and its end was taken";
     });
     ThenPress(kDone);
     Run();

@@ -30,8 +30,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" OR PAVANE_PRECOMPILED_TEST_HEADERS)
     target_precompile_headers(test_support PRIVATE ${precompiledHeaders})
 endif()
 
-# pavane_test(NAME FOLDER library...): a test program of all sources and resources of FOLDER; each test is one of
-# CTest's. Programs that show windows have the screen to themselves.
+# pavane_test(NAME FOLDER library...): a test program of all sources and resources of FOLDER; each native test is one
+# of CTest's. Programs that show windows have the screen to themselves.
 function(pavane_test name folder)
     set(locks)
     if(WIN32 AND name MATCHES "^(windows|platform_toolkit|platform_workflow)")
@@ -63,11 +63,12 @@ function(pavane_test name folder)
         set_tests_properties(${name} PROPERTIES TIMEOUT 120 LABELS ${name} ${locks})
         return()
     endif()
-    # A process takes long to start under Wine, so a program that shows no window runs all its tests at once.
-    if(WIN32 AND name MATCHES "^unit_")
+    # A process takes long to start under Wine, so a program runs all its tests at once.
+    if(WIN32)
         # On Windows the C library of a twin takes names of files in the code page.
         add_test(NAME ${name} COMMAND ${name} $<$<BOOL:${PAVANE_TWINS}>:--gtest_filter=-*AnyName:*AnyLetter>
             WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS ${name} ${locks})
         return()
     endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."

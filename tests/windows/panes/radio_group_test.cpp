@@ -62,6 +62,8 @@ protected:
         const UINT_PTR timer = SetTimer(nullptr, 0, kTick, Tick);
         static_cast<void>(zeve::ZeveRunModal(dialog.get()));
         KillTimer(nullptr, timer);
+        MSG quit; // left for the application, whose loop this is not
+        PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
         EXPECT_TRUE(steps.empty());
     }
 

@@ -5,6 +5,7 @@
 #include "unit/workflow/resources/shipped_texts.h"
 
 #include "dictionaries/translation.h"
+#include "toolkit/boxes/item_list.h"
 
 #include <gmock/gmock.h>
 
@@ -20,7 +21,10 @@ namespace {
 
 // What a locale means to say as English does, by locale and key.
 const std::set<std::pair<std::string, std::string>> kMeantAsInEnglish = {
-    {"fr_FR", "$$$/pvn/common/window_title"}};
+    {"fr_FR", "$$$/pvn/common/window_title"},
+    {"de_DE", "$$$/pvn/dlg/common/button/ok"},
+    {"fr_FR", "$$$/pvn/dlg/common/button/ok"},
+    {"de_DE", "$$$/pvn/registration/details/name"}};
 
 // The `^n` of a text, sorted.
 std::vector<std::string> Placeholders(const std::string& text) {
@@ -90,14 +94,47 @@ TEST_P(ShippedDictionaries, HoldNoEnglishInDisguise) {
 TEST_P(ShippedDictionaries, UseThePunctuationOfTheirLanguage) {
     ForEachDictionary([](const Words&, const Words& words) {
         for (const auto& [key, value] : words)
-            EXPECT_TRUE(IsAddress(value) || HasNoForeignMarks(value, GetParam())) << key;
+            EXPECT_TRUE(IsAddress(value) || HasNoForeignMarks(ReadByUser(value), GetParam())) << key;
     });
 }
 
 TEST(FrenchDictionaries, KeepMarksOnTheLineOfTheirWord) {
     for (const std::string& name : NamesIn(kSources / "dictionaries/fr_FR"))
         for (const auto& [key, value] : ReadWords(kSources / "dictionaries/fr_FR" / name))
-            EXPECT_TRUE(IsAddress(value) || HasFrenchSpacing(value)) << key;
+            EXPECT_TRUE(IsAddress(value) || HasFrenchSpacing(ReadByUser(value))) << key;
+}
+
+// A process reads the dictionaries of all workflows that it runs into one.
+TEST_P(ShippedDictionaries, SayTheSameForAKeyThatTheyShare) {
+    int shared = 0;
+    Words all;
+    for (const std::string& name : NamesIn(kSources / "dictionaries" / GetParam())) {
+        for (const auto& [key, value] : ReadWords(kSources / "dictionaries" / GetParam() / name)) {
+            const auto [entry, isNew] = all.emplace(key, value);
+            EXPECT_EQ(value, entry->second) << name << ": " << key;
+            shared += !isNew;
+        }
+    }
+    EXPECT_GE(shared, 10);
+}
+
+// The codes of ISO 3166-1, after one entry without a code for no choice.
+TEST_P(ShippedDictionaries, NameTheSameCountriesOnceEach) {
+    const auto listOf = [](const std::string& locale) {
+        const Words words = ReadWords(kSources / "dictionaries" / locale / "service.txt");
+        return zeve::ParseItemList(words.at("$$$/pvn/registration/details/countries"),
+                                   zeve::Separators::kKeep);
+    };
+    const auto codesOf = [](const std::vector<zeve::ListItem>& list) {
+        std::set<std::string> codes;
+        for (const zeve::ListItem& item : list) codes.insert(item.value);
+        return codes;
+    };
+    const std::vector<zeve::ListItem> countries = listOf(GetParam());
+    EXPECT_EQ(countries.size(), 1u + 249u);
+    EXPECT_EQ(countries.at(0).value, "");
+    EXPECT_EQ(codesOf(countries).size(), countries.size());
+    EXPECT_EQ(codesOf(countries), codesOf(listOf("en_US")));
 }
 
 TEST_P(ShippedDictionaries, HaveTheirPage) {
@@ -122,12 +159,16 @@ TEST(ShippedLocales, IncludeThoseOfTheFirstRelease) {
 class BuiltDictionaries : public ResourceFixture {};
 
 TEST_F(BuiltDictionaries, GiveEveryTextBackAsItIsWritten) {
+    const std::pair<const char*, const char*> kWorkflows[] = {{"Welcome", "guide.txt"},
+                                                              {"Registration", "service.txt"}};
     for (const std::string& locale : Locales()) {
-        SelectLanguage(locale);
-        LoadWorkFlowDictionary("Welcome");
-        for (const auto& [key, value] : ReadWords(kSources / "dictionaries" / locale / "guide.txt"))
-            EXPECT_EQ(zeve::ZeveTranslate(key), value) << locale << " " << key;
-        ShutDownResources();
+        for (const auto& [workflow, name] : kWorkflows) {
+            SelectLanguage(locale);
+            LoadWorkFlowDictionary(workflow);
+            for (const auto& [key, value] : ReadWords(kSources / "dictionaries" / locale / name))
+                EXPECT_EQ(zeve::ZeveTranslate(key), value) << locale << " " << key;
+            ShutDownResources();
+        }
     }
 }
 

@@ -94,6 +94,7 @@ TEST(KeysOfTheViews, AreInEveryLocale) {
 TEST(KeysOfTheViews, CarryTheEnglishTextAsDefault) {
     const Words english = WordsOf("en_US");
     for (const std::string& keyText : KeyTextsOfTheViews()) {
+        if (IsHook(keyText)) continue; // a list that only a dictionary can hold
         const auto word = english.find(KeyOf(keyText));
         ASSERT_NE(word, english.end()) << keyText;
         EXPECT_EQ(keyText, word->first + "=" + word->second);

@@ -49,6 +49,19 @@ inline Words ReadWords(const std::filesystem::path& path) {
     return words;
 }
 
+// The words of a text that a user reads. Those of a list for a popup, `label{value};label{value}`, are its
+// labels, one a line.
+inline std::string ReadByUser(const std::string& text) {
+    std::string words;
+    std::size_t from = 0;
+    for (std::size_t open = text.find('{'); open != text.npos; open = text.find('{', from)) {
+        words += text.substr(from, open - from) + "\n";
+        const std::size_t end = text.find("};", open);
+        from = end == text.npos ? text.size() : end + 2;
+    }
+    return words + text.substr(from);
+}
+
 // Whether a text is free of typewriter quotes and, in Arabic, of the marks that have an Arabic form.
 inline bool HasNoForeignMarks(const std::string& text, const std::string& locale) {
     return text.find_first_of(locale == "ar_AE" ? "\"'?,;" : "\"'") == text.npos;

@@ -2,10 +2,12 @@
 
 #include "frame/exception_boundary.h"
 #include "frame/exports/host_configuration.h"
+#include "frame/exports/kept_proxy.h"
 #include "frame/frame_state.h"
 #include "frame/log.h"
 #include "frame/pavane_context.h"
 #include "frame/stop_watch.h"
+#include "values/scope_guard.h"
 #include "workflow/context/context_keys.h"
 
 namespace brixen::pvn {
@@ -30,6 +32,7 @@ void FillBag(T_StorageInterface& bag, const WorkflowRow& workflow, const std::st
         const bool isWithheld = context.hostOptions & kOptionWithholdCancel;
         SetLong(bag, PvnWFKey_AllowCancel, isWithheld ? 0 : 1);
     }
+    if (workflow.keepsProxy) PutKeptProxy(bag);
 }
 
 void LogUserDecision(Status status) noexcept {
@@ -47,6 +50,9 @@ Status LaunchWorkflow(const WorkflowRow& workflow, const std::string& language, 
     const Status status = StatusAtBoundary([&] {
         T_Storage bag;
         FillBag(bag, workflow, language, parentWindow);
+        const ScopeGuard keep([&]() noexcept {
+            if (workflow.keepsProxy) KeepProxyOf(bag);
+        });
         return workflow.run(bag);
     });
     LogUserDecision(status);

@@ -2,7 +2,9 @@
 
 #include "frame/frame_state.h"
 #include "toolkit/dialog/abandon_dialogs.h"
+#include "workflow/catalogue/connection.h"
 #include "workflow/catalogue/privacy.h"
+#include "workflow/catalogue/registration.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/run_workflow.h"
@@ -19,20 +21,28 @@ namespace {
 constexpr WorkflowRow kWorkflows[] = {
     {.name = "Welcome", .run = RunWorkFlowFromBag<PVNWelcomeWorkFlow>, .type = 1, .number = 1},
     {.name = "Registration",
-     .run = nullptr,
+     .run = RunWorkFlowFromBag<PVNRegistrationWorkFlow>,
      .preloadView = "registration",
      .type = 2,
      .number = 2,
      .showsHostName = true,
-     .offersCancel = true},
+     .offersCancel = true,
+     .keepsProxy = true},
     {.name = "Privacy", .run = RunWorkFlowFromBag<PVNPrivacyWorkFlow>, .type = 3, .number = 3},
     {.name = "Connection",
-     .run = nullptr,
+     .run = RunWorkFlowFromBag<PVNConnectionWorkFlow>,
      .type = 4,
      .number = 4,
      .showsHostName = true,
-     .offersCancel = true},
-    {.name = "Feedback", .run = nullptr, .type = 5, .number = 5, .showsHostName = true, .offersCancel = true},
+     .offersCancel = true,
+     .keepsProxy = true},
+    {.name = "Feedback",
+     .run = nullptr,
+     .type = 5,
+     .number = 5,
+     .showsHostName = true,
+     .offersCancel = true,
+     .keepsProxy = true},
 };
 
 } // namespace

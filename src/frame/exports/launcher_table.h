@@ -22,6 +22,7 @@ struct WorkflowRow {
     std::uint16_t number = 0;          // the host asks for the workflow by it
     bool showsHostName = false;        // refreshes the host's strings and puts its name into the bag
     bool offersCancel = false;         // the bag says whether busy panes may be canceled
+    bool keepsProxy = false;           // starts with the proxy server of the run before, and leaves its own
 };
 
 // The workflows, and the calls of the engine that the exports need. Each of the functions

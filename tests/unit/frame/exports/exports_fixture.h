@@ -58,7 +58,8 @@ inline constexpr WorkflowRow kTestWorkflows[] = {
      .type = 12,
      .number = 2,
      .showsHostName = true,
-     .offersCancel = true},
+     .offersCancel = true,
+     .keepsProxy = true},
     {.name = "Third", .run = nullptr, .type = 13, .number = 3},
     {.name = "Fourth", .run = RecordRun, .type = 14, .number = 4, .showsHostName = true},
 };

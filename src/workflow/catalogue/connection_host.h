@@ -1,0 +1,45 @@
+// The dialog window of Connection.
+#pragma once
+
+#include "workflow/catalogue/connection_settings_host.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace connection {
+
+inline constexpr std::uint16_t kStateSettings = 1;
+inline constexpr std::uint16_t kStateTesting = 2;
+inline constexpr std::uint16_t kStateReached = 3;
+inline constexpr std::uint16_t kStateUnreached = 4;
+
+inline constexpr std::string_view kEventTest = "Continue";
+inline constexpr std::string_view kEventBack = "Back";
+inline constexpr std::string_view kEventTryAgain = "DoItAgain";
+inline constexpr std::string_view kEventDone = "DoneButton";
+inline constexpr std::string_view kEventCancel = "CancelButton";
+
+} // namespace connection
+
+class PVNConnectionHost final : public PVNConcreteHost<PVNConnectionHost, PagePane, ConnectionSettingsHost> {
+public:
+    // See ConnectionSettingsHost.
+    PVNConnectionHost(std::string text, std::string settingsText, bool demo);
+
+    static std::span<const Command> Commands();
+
+private:
+    std::intptr_t OnTest();
+    std::intptr_t OnBack();
+    std::intptr_t OnTryAgain();
+    std::intptr_t OnDone();
+    std::intptr_t OnCancel();
+    std::intptr_t OnEnterKey();
+    std::intptr_t OnEscapeKey();
+};
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,63 @@
+#include "workflow/catalogue/connection_panes.h"
+
+#include "dictionaries/translation.h"
+#include "workflow/catalogue/connection_data.h"
+#include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/connection_views.h"
+#include "workflow/catalogue/failure_words.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
+#include "workflow/panes/pane_helpers.h"
+#include "workflow/service/service_text.h"
+
+namespace brixen::pvn::pvn_workflow::connection {
+
+namespace {
+
+constexpr std::uint16_t kSettingsButtons[] = {kTestButton, kCancelButton};
+constexpr std::uint16_t kReachedButtons[] = {kReachedBackButton, kReachedDoneButton};
+constexpr std::uint16_t kUnreachedButtons[] = {kUnreachedBackButton, kTryAgainButton, kUnreachedDoneButton};
+
+constexpr PageTraits kReachedTraits{"$$$/pvn/connection/reached/window_title", kReachedPage, kReachedButtons,
+                                    kReachedDoneButton};
+constexpr PageTraits kUnreachedTraits{"$$$/pvn/connection/unreached/window_title", kUnreachedPage,
+                                      kUnreachedButtons, kUnreachedBackButton};
+
+constexpr FailureWords kDeniedWords{"$$$/pvn/failure/connection_denied/what",
+                                    "$$$/pvn/failure/connection_denied/try"};
+
+} // namespace
+
+constexpr PageTraits kSettingsTraits{"$$$/pvn/connection/settings/window_title", connection_settings::kPage,
+                                     kSettingsButtons, kNoButton};
+constexpr PageTraits kTestingTraits{"$$$/pvn/connection/testing/window_title", kTestingPage, {}, kNoButton};
+constexpr BusyTraits kTestingBusy{kTestOperation,    kBusyBar,    kBusyText,
+                                  kCancelTestButton, kCancelNote, kMessageStartSecondWorker};
+
+ReachedPane::ReachedPane() : FieldPane(kReachedTraits) {}
+
+void ReachedPane::Enter() {
+    std::string product;
+    GetString(*context, PvnWFKey_ProductName, product);
+    std::uint32_t milliseconds = 0;
+    GetLong(*context, PvnWFKey_ConnectionTime, milliseconds);
+    SetControlText(ref, kReachedText,
+                   zeve::ZeveTranslate("$$$/pvn/connection/reached/text",
+                                       {TextForStatic(product), std::to_string(milliseconds)}) +
+                       "\n\n" + zeve::ZeveTranslate("$$$/pvn/connection/reached/kept"));
+    FieldPane::Enter();
+}
+
+UnreachedPane::UnreachedPane() : FieldPane(kUnreachedTraits) {}
+
+void UnreachedPane::Enter() {
+    std::uint32_t result = 0;
+    GetLong(*context, PvnWFKey_WorkFlowResult, result);
+    SetControlText(
+        ref, kUnreachedText,
+        TextOfFailure(static_cast<Status>(result), kDeniedWords, "$$$/pvn/connection/unreached/kept"));
+    SetControlText(ref, kErrorCodeField, context->Action(PvnWF_GetFormattedWorkflowResult));
+    FieldPane::Enter();
+}
+
+} // namespace brixen::pvn::pvn_workflow::connection

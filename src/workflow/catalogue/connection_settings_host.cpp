@@ -1,0 +1,69 @@
+#include "workflow/catalogue/connection_settings_host.h"
+
+#include "toolkit/dialog/zeve_dialog.h"
+#include "workflow/catalogue/connection_settings_pane.h"
+#include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
+#include "workflow/machine/nav_state_machine.h"
+#include "workflow/platform/message_numbers.h"
+
+#include <utility>
+
+namespace brixen::pvn::pvn_workflow {
+
+using namespace connection_settings;
+
+ConnectionSettingsHost::ConnectionSettingsHost(std::string text, std::string name, std::string settingsText,
+                                               bool demo)
+    : PVNConcreteHost(std::move(text), std::move(name)), settings(std::move(settingsText)), isTour(demo) {}
+
+std::span<const ConnectionSettingsHost::Command> ConnectionSettingsHost::Commands() {
+    static constexpr Command kCommands[] = {
+        {kSystemProxy, &ConnectionSettingsHost::OnSystemProxy},
+        {kSystemProxy, &ConnectionSettingsHost::OnSystemProxy, kNotificationButtonHasFocus},
+        {kOwnProxy, &ConnectionSettingsHost::OnOwnProxy},
+        {kOwnProxy, &ConnectionSettingsHost::OnOwnProxy, kNotificationButtonHasFocus},
+    };
+    return kCommands;
+}
+
+bool ConnectionSettingsHost::ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) {
+    const bool isHandled = OperationHost::ProcessWindowMessage(message, result);
+    FieldPane* const pane = window ? CurrentFieldPane() : nullptr;
+    if (pane) pane->OnMessage(message);
+    return isHandled;
+}
+
+FieldPane* ConnectionSettingsHost::CurrentFieldPane() const {
+    return dynamic_cast<FieldPane*>(CurrentPane());
+}
+
+void ConnectionSettingsHost::OnFirstFocus() {
+    if (CurrentFieldPane()) CurrentFieldPane()->TakeFirstFocus();
+}
+
+void ConnectionSettingsHost::DefineTexts(zeve::ZeveDialog& dialog) {
+    zeve::ZeveDefineText(&dialog, "connection_settings", settings);
+}
+
+bool ConnectionSettingsHost::TakeSettings() {
+    auto* const pane = dynamic_cast<ConnectionSettingsPane*>(CurrentPane());
+    return isTour || (pane && pane->TakeSettings());
+}
+
+std::intptr_t ConnectionSettingsHost::OnSystemProxy() { return Choose(kSystemProxy); }
+std::intptr_t ConnectionSettingsHost::OnOwnProxy() { return Choose(kOwnProxy); }
+
+std::intptr_t ConnectionSettingsHost::Choose(std::uint16_t button) {
+    if (auto* const pane = dynamic_cast<ConnectionSettingsPane*>(CurrentPane())) pane->Choose(button);
+    return 0;
+}
+
+std::intptr_t ConnectionSettingsHost::Leave(std::uint32_t status, std::string_view event) {
+    if (!machine->CanHandleEvent(event)) return 0;
+    SetLong(*context, PvnWFKey_WorkFlowResult, status);
+    return DeliverEvent(event);
+}
+
+} // namespace brixen::pvn::pvn_workflow

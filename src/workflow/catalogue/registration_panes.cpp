@@ -1,0 +1,121 @@
+#include "workflow/catalogue/registration_panes.h"
+
+#include "dictionaries/translation.h"
+#include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/platform/toolkit_platform.h"
+#include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/failure_words.h"
+#include "workflow/catalogue/registration_views.h"
+#include "workflow/catalogue/text_checks.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/context/workflow_context.h"
+#include "workflow/panes/pane_helpers.h"
+#include "workflow/platform/region.h"
+#include "workflow/service/service_text.h"
+
+namespace brixen::pvn::pvn_workflow::registration {
+
+namespace {
+
+constexpr Status kDenied = 0x8501;
+
+constexpr std::uint16_t kIntroductionButtons[] = {kContinueButton, kLaterButton, kQuitButton};
+constexpr std::uint16_t kDetailsButtons[] = {kBackButton, kRegisterButton, kLaterButton, kQuitButton};
+constexpr std::uint16_t kRegisteredButtons[] = {kDoneButton};
+constexpr std::uint16_t kProblemButtons[] = {kProblemBackButton, kTryAgainButton, kProblemLaterButton};
+constexpr std::uint16_t kSettingsButtons[] = {kSettingsBackButton, kUseSettingsButton};
+
+constexpr PageTraits kIntroductionTraits{"$$$/pvn/registration/introduction/window_title", kIntroductionPage,
+                                         kIntroductionButtons, kContinueButton};
+constexpr PageTraits kDetailsTraits{"$$$/pvn/registration/details/window_title", kDetailsPage,
+                                    kDetailsButtons, kNoButton};
+constexpr PageTraits kRegisteredTraits{"$$$/pvn/registration/registered/window_title", kRegisteredPage,
+                                       kRegisteredButtons, kDoneButton};
+constexpr PageTraits kProblemTraits{"$$$/pvn/registration/problem/window_title", kProblemPage,
+                                    kProblemButtons, kProblemBackButton};
+
+constexpr FailureWords kDeniedWords{"$$$/pvn/failure/registration_denied/what",
+                                    "$$$/pvn/failure/registration_denied/try"};
+
+Status ResultOf(PVNWorkFlowContext& context) {
+    std::uint32_t result = 0;
+    GetLong(context, PvnWFKey_WorkFlowResult, result);
+    return static_cast<Status>(result);
+}
+
+} // namespace
+
+constexpr PageTraits kSettingsTraits{"$$$/pvn/connection/settings/window_title", connection_settings::kPage,
+                                     kSettingsButtons, kUseSettingsButton};
+constexpr PageTraits kRegisteringTraits{
+    "$$$/pvn/registration/registering/window_title", kRegisteringPage, {}, kNoButton};
+constexpr BusyTraits kRegisteringBusy{kRegisterOperation, kBusyBar,    kBusyText,
+                                      kCancelButton,      kCancelNote, kMessageStartWorker};
+
+IntroductionPane::IntroductionPane() : FieldPane(kIntroductionTraits) {}
+
+void IntroductionPane::Enter() {
+    AttachLink(privacyLink, kPrivacyLink);
+    AttachLink(connectionLink, kConnectionLink);
+    std::string product;
+    GetString(*context, PvnWFKey_ProductName, product);
+    SetControlText(
+        ref, kProductText,
+        zeve::ZeveTranslate("$$$/pvn/registration/introduction/product", 0, TextForStatic(product)));
+    FieldPane::Enter();
+}
+
+DetailsPane::DetailsPane() : FieldPane(kDetailsTraits, kNameField) {}
+
+void DetailsPane::Enter() {
+    if (!isCountrySelected) SetControlText(ref, kCountryPopup, platform::UserCountry());
+    isCountrySelected = true;
+    firstFocus = ResultOf(*context) == kDenied ? kSerialField : kNameField;
+    FieldPane::Enter();
+}
+
+bool DetailsPane::TakeDetails() {
+    const RegistrationDetails details = ReadDetails();
+    if (const std::optional<FieldFault> fault = FaultOfDetails(details)) {
+        ShowFault(*fault);
+        return false;
+    }
+    StoreDetails(*context, details);
+    return true;
+}
+
+RegistrationDetails DetailsPane::ReadDetails() const {
+    return {
+        .name = TrimmedTextOf(kNameField),
+        .organization = TrimmedTextOf(kOrganizationField),
+        .email = TrimmedTextOf(kEmailField),
+        .serial = TrimmedTextOf(kSerialField),
+        .country = zeve::ZeveGetValue(ref, kCountryPopup, false).text.value_or(""),
+        .wantsNews = zeve::ZeveGetValue(ref, kNewsCheckBox, false).number.value_or(0) == 1,
+    };
+}
+
+std::u16string DetailsPane::TrimmedTextOf(std::uint16_t field) const {
+    return std::u16string(Trimmed(zeve::platform::TextOf(ControlOf(field))));
+}
+
+RegisteredPane::RegisteredPane() : FieldPane(kRegisteredTraits) {}
+
+void RegisteredPane::Enter() {
+    std::string number;
+    GetString(*context, PvnWFKey_ConfirmationNumber, number);
+    SetControlText(ref, kNumberField, number);
+    FieldPane::Enter();
+}
+
+ProblemPane::ProblemPane() : FieldPane(kProblemTraits) {}
+
+void ProblemPane::Enter() {
+    AttachLink(connectionLink, kProblemConnectionLink);
+    SetControlText(ref, kProblemText,
+                   TextOfFailure(ResultOf(*context), kDeniedWords, "$$$/pvn/registration/problem/kept"));
+    SetControlText(ref, kErrorCodeField, context->Action(PvnWF_GetFormattedWorkflowResult));
+    FieldPane::Enter();
+}
+
+} // namespace brixen::pvn::pvn_workflow::registration

@@ -1,0 +1,59 @@
+#include "workflow/catalogue/text_checks.h"
+
+#include <algorithm>
+
+namespace brixen::pvn::pvn_workflow {
+
+namespace {
+
+constexpr std::size_t kLongestMailAddress = 254, kLongestMailName = 64; // units
+
+struct Range {
+    char16_t first, last;
+};
+constexpr Range kBlanksAndControls[] = {
+    {0x0000, 0x0020}, {0x007F, 0x00A0}, {0x00AD, 0x00AD}, {0x061C, 0x061C},
+    {0x1680, 0x1680}, {0x180E, 0x180E}, {0x2000, 0x200F}, {0x2028, 0x202F},
+    {0x205F, 0x206F}, {0x3000, 0x3000}, {0xFEFF, 0xFEFF},
+};
+
+bool IsLetterOrDigit(char16_t unit) {
+    return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+}
+
+} // namespace
+
+bool IsBlankOrControl(char16_t unit) {
+    return std::ranges::any_of(kBlanksAndControls,
+                               [unit](Range range) { return unit >= range.first && unit <= range.last; });
+}
+
+std::u16string_view Trimmed(std::u16string_view text) {
+    while (!text.empty() && IsBlankOrControl(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlankOrControl(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+bool IsMailAddress(std::u16string_view text) {
+    const std::size_t at = text.find(u'@');
+    if (at == text.npos || at == 0 || at > kLongestMailName || text.size() > kLongestMailAddress)
+        return false;
+    const std::u16string_view host = text.substr(at + 1);
+    if (host.find(u'@') != host.npos || host.find(u'.') == host.npos) return false;
+    if (host.front() == u'.' || host.back() == u'.' || host.find(u"..") != host.npos) return false;
+    return std::ranges::none_of(text, IsBlankOrControl);
+}
+
+bool IsSerialNumber(std::u16string_view text) {
+    return !text.empty() &&
+           std::ranges::all_of(text, [](char16_t unit) { return unit == u'-' || IsLetterOrDigit(unit); });
+}
+
+bool IsHostName(std::u16string_view text) {
+    if (text.empty() || std::ranges::any_of(text, IsBlankOrControl)) return false;
+    if (text.find_first_of(u"@/;=\\") != text.npos) return false;
+    const bool isNumeric = text.front() == u'[' && text.back() == u']';
+    return isNumeric || text.find(u':') == text.npos;
+}
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,26 @@
+// Checks of what a user has typed.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace brixen::pvn::pvn_workflow {
+
+// Whether a unit is a blank of any width, a control character, or a mark that changes the direction of text.
+[[nodiscard]] bool IsBlankOrControl(char16_t unit);
+
+// Returns the text without the blanks and control characters at its ends.
+[[nodiscard]] std::u16string_view Trimmed(std::u16string_view text);
+
+// Whether it may be a mail address: one `@` after a name of at most 64 units, a host with a period inside, no
+// blanks, at most 254 units.
+[[nodiscard]] bool IsMailAddress(std::u16string_view text);
+
+// Whether it is letters, digits and `-` of ASCII.
+[[nodiscard]] bool IsSerialNumber(std::u16string_view text);
+
+// Whether it can be the name of a proxy server: no blank or control character, none of `@/;=\`, and no colon
+// but in the brackets of a numeric address.
+[[nodiscard]] bool IsHostName(std::u16string_view text);
+
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,450 @@
+#include "workflow/catalogue/registration.h"
+
+#include "net/transport/communication_detail.h"
+#include "support/languages.h"
+#include "toolkit/control_styles.h"
+#include "unit/workflow/catalogue/service_workflow_fixture.h"
+#include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/registration_views.h"
+#include "workflow/run_workflow.h"
+
+#include <map>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using namespace registration;
+using namespace connection_settings;
+
+constexpr Status kDenied = 0x8501, kUnavailable = 0x8502;
+
+class Registration : public ServiceWorkFlow<PVNRegistrationWorkFlow> {
+protected:
+    static void ThenFillDetails() {
+        ThenType(kNameField, u" Ann Example ");
+        ThenType(kOrganizationField, u"Example");
+        ThenType(kEmailField, u"ann@example.com");
+        ThenSelectCountry("FR");
+        ThenType(kSerialField, u"ABC-123");
+        Then([] {
+            zeve::platform::Send(Control(kNewsCheckBox)->handle, zeve::kButtonSetCheck, zeve::kChecked, 0);
+        });
+    }
+    static void ThenSelectCountry(std::string code) {
+        Then([code] { SetControlValue(kCountryPopup, code); });
+    }
+    static void SetControlValue(std::uint16_t id, const std::string& value) {
+        zeve::EventRecord record;
+        record.StorePointer(zeve::kKeySetValue, value.c_str());
+        zeve::ZeveSetValue(OpenDialog(), id, record);
+    }
+    static zeve::ZeveDialog* OpenDialog() { return openDialog; }
+
+    // Goes on to the busy pane.
+    void ThenRegister() {
+        Then([this] {
+            void* dialog = nullptr;
+            GetPtr(bag, PvnWFKey_ZeveRef, dialog);
+            openDialog = static_cast<zeve::ZeveDialog*>(dialog);
+        });
+        ThenPress(kContinueButton);
+        ThenFillDetails();
+        ThenStart(kRegisterButton);
+    }
+    void ThenFail(Status status) {
+        ThenRegister();
+        ThenEndWith(status);
+    }
+    void ThenLeave() { ThenPressEsc(); }
+
+    static inline zeve::ZeveDialog* openDialog = nullptr;
+};
+
+TEST_F(Registration, WalkedToItsEndIsASuccessWithTheNumberOfTheService) {
+    ThenExpectPane("registration/introduction");
+    ThenExpectText(kProductText, "Product: Salt && Sugar");
+    ThenExpectShown({kContinueButton, kLaterButton, kQuitButton, kPrivacyLink, kConnectionLink});
+    ThenExpectHidden({kBackButton, kRegisterButton, kDoneButton, kTryAgainButton, kCancelButton, kNameField});
+    ThenRegister();
+    ThenExpectPane("registration/registering");
+    ThenExpectShown({kBusyBar, kBusyText, kCancelButton, kCancelNote});
+    ThenEndWith(kStatusSuccess, [](T_StorageInterface& workerBag) {
+        SetString(workerBag, PvnWFKey_ConfirmationNumber, "R-2026-17");
+    });
+    ThenExpectPane("registration/registered");
+    ThenExpectText(kNumberField, "R-2026-17");
+    ThenExpectShown({kDoneButton, kNumberField});
+    ThenExpectHidden({kBackButton, kLaterButton, kQuitButton, kCancelButton});
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_EQ(StoredText(PvnWFKey_ConfirmationNumber), "R-2026-17");
+}
+
+TEST_F(Registration, TheWorkerGetsTheDetailsWithoutBlanksAtTheirEnds) {
+    ThenRegister();
+    Then([this] {
+        T_StorageInterface& values = context->workerBag->values;
+        const std::map<const char*, std::string> expected = {
+            {PvnWFKey_RegistrationName, "Ann Example"},
+            {PvnWFKey_RegistrationOrganization, "Example"},
+            {PvnWFKey_RegistrationEmail, "ann@example.com"},
+            {PvnWFKey_RegistrationCountry, "FR"},
+            {PvnWFKey_RegistrationSerial, "ABC-123"},
+            {PvnWFKey_RegistrationNews, "1"},
+            {PvnWFKey_Language, "en_US"},
+            {PvnWFKey_ProductName, "Salt & Sugar"},
+            {PvnWFKey_ServiceUrl, Word("service/url")},
+        };
+        for (const auto& [key, text] : expected) {
+            std::string stored = "none";
+            GetString(values, key, stored);
+            EXPECT_EQ(stored, text) << key;
+        }
+    });
+    ThenEndWith(kStatusNoThread);
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, EachFieldIsCheckedInTheOrderOfThePageAndTakesTheFocus) {
+    ThenRegister();
+    ThenEndWith(kStatusCallTimedOut);
+    ThenPress(kProblemBackButton);
+    const auto thenRefuse = [](std::uint16_t field, std::u16string text, std::string alert) {
+        ThenType(field, text);
+        ThenPress(kRegisterButton);
+        ThenExpectAlert(alert, field);
+    };
+    // From the last field to the first, so that each fault is before those found earlier.
+    thenRefuse(kSerialField, u"ABC 1", "serial_malformed");
+    thenRefuse(kSerialField, u"  ", "serial_missing");
+    ThenSelectCountry("");
+    ThenPress(kRegisterButton);
+    ThenExpectAlert("country_missing", kCountryPopup);
+    thenRefuse(kEmailField, u"ann@example", "email_malformed");
+    thenRefuse(kEmailField, u"", "email_missing");
+    thenRefuse(kNameField, u"\u3000 ", "name_missing");
+    ThenExpectPane("registration/details");
+    ThenLeave();
+    EXPECT_EQ(Run(), kStatusUserCancel);
+}
+
+TEST_F(Registration, TheTextToCorrectIsSelected) {
+    std::vector<std::pair<std::uintptr_t, std::intptr_t>> selected;
+    System().answer = [&](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number == zeve::kEditSetSelection && message.window == Control(kNameField)->handle) {
+            selected.emplace_back(message.wparam, message.lparam);
+        }
+        return std::nullopt;
+    };
+    ThenPress(kContinueButton);
+    ThenPress(kRegisterButton);
+    ThenPress(101);
+    Then([&selected] {
+        EXPECT_THAT(selected, testing::ElementsAre(testing::Pair(std::uintptr_t{0}, std::intptr_t{-1})));
+    });
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, EnterNeverSendsTheDetails) {
+    ThenRegister();
+    ThenEndWith(kDenied);
+    ThenPress(kProblemBackButton);
+    Then([] {
+        for (const std::uint16_t id : {kBackButton, kRegisterButton, kLaterButton, kQuitButton})
+            EXPECT_EQ(Control(id)->style & 0xF, zeve::style::kPushButton) << id;
+    });
+    ThenPressEnter();
+    ThenExpectPane("registration/details");
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, EnterOnProblemLeadsBackAndSendsNothing) {
+    ThenFail(kUnavailable);
+    ThenPressEnter();
+    ThenExpectPane("registration/details");
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, EnterOnTheFirstAndTheLastPaneGoesOn) {
+    ThenPressEnter();
+    ThenExpectPane("registration/details");
+    ThenPress(kBackButton);
+    ThenExpectPane("registration/introduction");
+    ThenRegister();
+    ThenEndWith(kStatusSuccess);
+    ThenPressEnter();
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Registration, TheFocusBeginsInTheNameAndAfterARefusalInTheSerialNumber) {
+    ThenPress(kContinueButton);
+    ThenExpectFocus(kNameField);
+    ThenPress(kBackButton);
+    ThenFail(kDenied);
+    ThenPress(kProblemBackButton);
+    ThenExpectFocus(kSerialField);
+    ThenStart(kRegisterButton);
+    ThenEndWith(kStatusCallTimedOut);
+    ThenPress(kProblemBackButton);
+    ThenExpectFocus(kNameField);
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, WhatWasEnteredIsStillThereAfterAProblem) {
+    ThenFail(kStatusHttpError);
+    ThenPress(kProblemBackButton);
+    ThenExpectText(kNameField, " Ann Example ");
+    ThenExpectText(kSerialField, "ABC-123");
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, EveryFailureHasWordsAndItsCode) {
+    struct {
+        Status status;
+        const char* words;
+        const char* code;
+    } const kFailures[] = {
+        {53250, "timed_out", "208:2"},    {53411, "refused", "208:163"},
+        {53426, "name", "208:178"},       {53427, "secure", "208:179"},
+        {53251, "content", "208:3"},      {53425, "address", "208:177"},
+        {53410, "memory", "208:162"},     {33286, "memory", "130:6"},
+        {33410, "thread", "130:130"},     {0x8501, "registration_denied", "133:1"},
+        {0x8502, "unavailable", "133:2"}, {0x85FF, "unavailable", "133:255"},
+        {33289, "other", "130:9"},        {53409, "other", "208:161"},
+        {53249, "other", "208:1"},
+    };
+    for (const auto& failure : kFailures) {
+        SCOPED_TRACE(failure.status);
+        ThenFail(failure.status);
+        ThenExpectPane("registration/problem");
+        const std::string words = std::string("failure/") + failure.words;
+        ThenExpectText(kProblemText, Word(words + "/what") + "\n\n" + Word(words + "/try") + "\n\n" +
+                                         Word("registration/problem/kept"));
+        ThenExpectText(kErrorCodeField, std::string("Error code ") + failure.code);
+        ThenExpectShown({kProblemBackButton, kTryAgainButton, kProblemLaterButton, kProblemConnectionLink});
+        ThenExpectHidden({kQuitButton, kCancelButton, kBackButton});
+        ThenPressEsc();
+        EXPECT_EQ(Run(), failure.status) << "Esc keeps the failure";
+    }
+}
+
+TEST_F(Registration, TryAgainSendsOnceMore) {
+    ThenFail(kUnavailable);
+    ThenStart(kTryAgainButton);
+    ThenExpectPane("registration/registering");
+    ThenEndWith(kStatusSuccess);
+    ThenExpectPane("registration/registered");
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Registration, LaterHasAStatusOfItsOwn) {
+    ThenPress(kLaterButton);
+    EXPECT_EQ(Run(), 35075);
+    ThenPress(kContinueButton);
+    ThenPress(kLaterButton);
+    EXPECT_EQ(Run(), 35075);
+    ThenFail(kUnavailable);
+    ThenPress(kProblemLaterButton);
+    EXPECT_EQ(Run(), 35075) << "not the failure";
+}
+
+TEST_F(Registration, QuitAsksFirst) {
+    ThenPress(kQuitButton);
+    ThenPress(102);
+    ThenExpectPane("registration/introduction");
+    ThenPress(kContinueButton);
+    ThenPress(kQuitButton);
+    ThenPress(102);
+    ThenExpectPane("registration/details");
+    ThenPress(kQuitButton);
+    ThenPress(101);
+    EXPECT_EQ(Run(), 35073);
+}
+
+TEST_F(Registration, EscBeforeTheCallCancelsTheRun) {
+    ThenPressEsc();
+    EXPECT_EQ(Run(), 35074);
+    ThenFail(kUnavailable);
+    ThenPress(kProblemBackButton);
+    ThenPressEsc();
+    EXPECT_EQ(Run(), 35074) << "not the failure";
+}
+
+TEST_F(Registration, ACanceledCallLeadsBackToTheDetails) {
+    for (const std::uint16_t cancel : {kCancelButton, kIdEscape}) {
+        ThenRegister();
+        ThenPress(cancel);
+        ThenExpectPane("registration/registering");
+        Then([] { EXPECT_TRUE(gProgressCancel); });
+        ThenExpectText(kBusyText, Word("busy/canceling"));
+        ThenEndWith(kStatusCallCanceled);
+        ThenExpectPane("registration/details");
+        ThenExpectText(kSerialField, "ABC-123");
+        ThenExpectFocus(kNameField);
+        ThenPress(kLaterButton);
+        EXPECT_EQ(Run(), 35075);
+    }
+}
+
+TEST_F(Registration, WithoutTheHostsLeaveThereIsNoCancel) {
+    SetLong(bag, PvnWFKey_AllowCancel, 0);
+    ThenRegister();
+    ThenExpectHidden({kCancelButton, kCancelNote});
+    ThenPress(kCancelButton);
+    ThenPressEsc();
+    Then([] { EXPECT_FALSE(gProgressCancel); });
+    ThenEndWith(kStatusSuccess);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Registration, AHiddenButtonChangesNothing) {
+    const auto thenPressAllBut = [](std::vector<std::uint16_t> shown) {
+        for (std::uint16_t id = kBackButton; id <= kUseSettingsButton; ++id)
+            if (std::ranges::find(shown, id) == shown.end()) ThenPress(id);
+    };
+    thenPressAllBut({kContinueButton, kLaterButton, kQuitButton});
+    ThenExpectPane("registration/introduction");
+    ThenRegister();
+    thenPressAllBut({kCancelButton});
+    ThenExpectPane("registration/registering");
+    ThenEndWith(kUnavailable);
+    thenPressAllBut({kProblemBackButton, kTryAgainButton, kProblemLaterButton, kBackButton, kLaterButton});
+    ThenExpectPane("registration/problem");
+    Then([this] { EXPECT_EQ(StoredLong(PvnWFKey_WorkFlowResult), kUnavailable); });
+    ThenPress(kProblemConnectionLink);
+    thenPressAllBut({kSettingsBackButton, kUseSettingsButton});
+    ThenExpectPane("connection/settings");
+    ThenPress(kSettingsBackButton);
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kUnavailable);
+}
+
+TEST_F(Registration, TheSettingsLeadBackToWhereTheyWereOpened) {
+    ThenPress(kConnectionLink);
+    ThenExpectPane("connection/settings");
+    ThenExpectShown({kSystemProxy, kOwnProxy, kSettingsBackButton, kUseSettingsButton});
+    ThenPress(kSettingsBackButton);
+    ThenExpectPane("registration/introduction");
+    ThenPress(kConnectionLink);
+    ThenPress(kUseSettingsButton);
+    ThenExpectPane("registration/introduction");
+    ThenFail(kStatusNameNotResolved);
+    ThenPress(kProblemConnectionLink);
+    ThenPressEsc();
+    ThenExpectPane("registration/problem");
+    ThenPress(kProblemConnectionLink);
+    ThenPressEnter();
+    ThenExpectPane("registration/problem");
+    ThenExpectFocus(kProblemBackButton);
+    ThenPress(kProblemBackButton);
+    ThenExpectPane("registration/details");
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, SettingsThatAreUsedReachTheWorkerAndTheBag) {
+    ThenPress(kConnectionLink);
+    ThenPress(kOwnProxy);
+    ThenType(kHostField, u"proxy.example.com");
+    ThenType(kPortField, u"8080");
+    ThenPress(kUseSettingsButton);
+    ThenRegister();
+    Then([this] {
+        std::uint32_t port = 0;
+        GetLong(context->workerBag->values, PvnWFKey_ProxyPort, port);
+        EXPECT_EQ(port, 8080u);
+    });
+    ThenEndWith(kUnavailable);
+    ThenLeave();
+    Run();
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyHost), "proxy.example.com");
+    EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), 8080u);
+}
+
+TEST_F(Registration, ThePrivacyStatementOpensInTheBrowser) {
+    ThenPress(kPrivacyLink);
+    ThenExpectPane("registration/introduction");
+    ThenLeave();
+    Run();
+    ASSERT_EQ(platform::ThePaneRecorder().started.size(), 1u);
+    EXPECT_THAT(lyr::gen::ToUtf8(platform::ThePaneRecorder().started[0].arguments),
+                testing::HasSubstr(Word("service/privacy_url")));
+}
+
+TEST_F(Registration, TheCountryOfTheUserIsSelectedOnce) {
+    platform::TheRegionRecorder().country = "JP";
+    std::string selected;
+    const auto thenReadCountry = [&] {
+        Then([&] { selected = zeve::ZeveGetValue(openDialog, kCountryPopup, false).text.value_or("none"); });
+    };
+    Then([this] {
+        void* dialog = nullptr;
+        GetPtr(bag, PvnWFKey_ZeveRef, dialog);
+        openDialog = static_cast<zeve::ZeveDialog*>(dialog);
+    });
+    ThenPress(kContinueButton);
+    thenReadCountry();
+    Then([&selected] { EXPECT_EQ(selected, "JP"); });
+    ThenSelectCountry("DE");
+    ThenPress(kBackButton);
+    ThenPress(kContinueButton);
+    thenReadCountry();
+    Then([&selected] { EXPECT_EQ(selected, "DE"); });
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, TheCountriesAreSortedAsTheLanguageSorts) {
+    SetLanguage("de_DE");
+    platform::TheRegionRecorder().sortKeys[u"Zypern"] = "!";
+    std::vector<std::u16string> added;
+    System().answer = [&added](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+        if (message.number == zeve::kComboAddString)
+            added.emplace_back(reinterpret_cast<const char16_t*>(message.lparam));
+        return std::nullopt;
+    };
+    ThenLeave();
+    Run();
+    EXPECT_EQ(platform::TheRegionRecorder().locale, "de_DE");
+    ASSERT_EQ(added.size(), 250u);
+    EXPECT_EQ(added[1], u"Zypern");
+    EXPECT_EQ(added[2], u"Afghanistan");
+}
+
+TEST_F(Registration, ATourVisitsThePanesInOrderAndStartsNoWorker) {
+    GetFrameTwin().startsUntilRefusal = 1;
+    for (const auto& [pane, button] : std::initializer_list<std::pair<const char*, std::uint16_t>>{
+             {"registration/introduction", kContinueButton},
+             {"registration/details", kRegisterButton},
+             {"registration/registering", kCancelButton},
+             {"registration/registered", kDoneButton},
+             {"registration/problem", kTryAgainButton},
+             {"connection/settings", kUseSettingsButton}}) {
+        ThenExpectPane(pane);
+        ThenPress(button);
+    }
+    EXPECT_EQ(Run(true), kStatusSuccess);
+    EXPECT_EQ(GetFrameTwin().startsUntilRefusal, 1) << "no worker was started";
+}
+
+TEST_F(Registration, RunsFromABagInEveryLanguage) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        SetLanguage(locale);
+        ThenExpectPane("registration/introduction");
+        ThenPress(kLaterButton);
+        EXPECT_EQ(RunWorkFlowFromBag<PVNRegistrationWorkFlow>(bag), 35075) << locale;
+        EXPECT_TRUE(System().script.empty());
+        ShutDownResources();
+    }
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

@@ -1,0 +1,152 @@
+// A run of a workflow that calls the service, with the shipped resources. No worker starts: the test reports
+// how the call ended, and what the worker left in its bag.
+#pragma once
+
+#include "frame/platform/posix/frame_twin.h"
+#include "frame/status.h"
+#include "unit/workflow/panes/dialog_fixture.h"
+#include "unit/workflow/resources/shipped_texts.h"
+#include "values/unicode/text_conversion.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/context/progress.h"
+#include "workflow/context/progress_timer.h"
+#include "workflow/panes/window_message.h"
+#include "workflow/platform/headless/region_recorder.h"
+#include "workflow/platform/message_numbers.h"
+#include "workflow/worker/operation_context.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace brixen::pvn::pvn_workflow {
+
+template <class WorkFlow>
+class ServiceWorkFlow : public DialogFixture {
+protected:
+    ServiceWorkFlow() {
+        ResetFrameTwin();
+        platform::TheRegionRecorder().Reset();
+        SetLanguage("en_US");
+        SetLong(bag, PvnWFKey_AllowCancel, 1);
+        SetString(bag, PvnWFKey_ProductName, "Salt & Sugar");
+        SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
+    }
+    ~ServiceWorkFlow() override {
+        ResetFrameTwin();
+        platform::TheRegionRecorder().Reset();
+        EndWorkerRun();
+    }
+
+    void SetLanguage(const std::string& language) { SetString(bag, PvnWFKey_Language, language); }
+
+    // Returns the status of the run, as the engine's entry does.
+    std::uint16_t Run(bool demo = false) {
+        SetLong(bag, PvnWFKey_WorkFlowResult, kStatusUserCancel);
+        std::string language;
+        GetString(bag, PvnWFKey_Language, language);
+        SelectLanguage(language);
+        typename WorkFlow::Context runContext(bag);
+        context = &runContext;
+        const bool isDone = WorkFlow(runContext).Run(demo);
+        context = nullptr;
+        EXPECT_TRUE(System().script.empty());
+        System().script.clear();
+        return isDone ? kStatusSuccess : static_cast<std::uint16_t>(StoredLong(PvnWFKey_WorkFlowResult));
+    }
+
+    std::uint32_t StoredLong(const char* key) {
+        std::uint32_t number = 0xFFFFFFFF;
+        GetLong(bag, key, number);
+        return number;
+    }
+    std::string StoredText(const char* key) {
+        std::string text = "none";
+        GetString(bag, key, text);
+        return text;
+    }
+
+    // --- What the user does
+
+    static void ThenType(std::uint16_t field, std::u16string text) {
+        Then([=] { zeve::platform::SetText(Control(field)->handle, text.c_str()); });
+    }
+    static void ThenNotify(std::uint16_t id, std::uint16_t notification) {
+        Then([=] { Tell(TopDialog(), zeve::kMessageCommand, std::uintptr_t{notification} << 16 | id); });
+    }
+    static void ThenPressEsc() { ThenPress(kIdEscape); }
+    static void ThenPressEnter() { ThenPress(kIdEnter); }
+
+    // --- What the worker does
+
+    // Presses a button that starts a worker, which is refused a thread. Its end is not taken yet.
+    static void ThenStart(std::uint16_t button) {
+        Then([] { GetFrameTwin().startsUntilRefusal = 1; });
+        ThenPress(button);
+        Then([] { EXPECT_EQ(gProgressPercent(), kPercentFinished) << "no worker was started"; });
+    }
+    // The worker has ended with the status, and the dialog notices.
+    void ThenEndWith(Status status, std::function<void(T_StorageInterface&)> leaveResults = {}) {
+        Then([this, status, leaveResults] {
+            ASSERT_TRUE(context->workerBag);
+            if (leaveResults) leaveResults(context->workerBag->values);
+            ProgressNotifier(kPercentFinished, status);
+            EXPECT_TRUE(zeve::headless::FireTimer(TopDialog(), kProgressTimer));
+        });
+    }
+
+    // --- What the dialog shows
+
+    // The pane with that title is on screen; `words` is its key in the dictionary, without the beginning.
+    void ThenExpectPane(std::string words) {
+        Then([this, words] {
+            std::string language;
+            GetString(bag, PvnWFKey_Language, language);
+            const Words shipped = ReadWords(kSources / "dictionaries" / language / "service.txt");
+            const std::string title = shipped.at("$$$/pvn/dlg/common/window_title/prefix") +
+                                      shipped.at("$$$/pvn/" + words + "/window_title");
+            EXPECT_EQ(lyr::gen::ToUtf8(zeve::platform::TextOf(TopDialog())), title);
+        });
+    }
+    static void ThenExpectShown(std::vector<std::uint16_t> ids) {
+        Then([ids] {
+            for (const std::uint16_t id : ids) EXPECT_TRUE(IsControlShown(id)) << id;
+        });
+    }
+    static void ThenExpectHidden(std::vector<std::uint16_t> ids) {
+        Then([ids] {
+            for (const std::uint16_t id : ids) EXPECT_FALSE(IsControlShown(id)) << id;
+        });
+    }
+    static void ThenExpectFocus(std::uint16_t id) {
+        Then([id] { EXPECT_EQ(System().focus, Control(id)->handle) << id; });
+    }
+    static void ThenExpectText(std::uint16_t id, std::string text) {
+        Then([id, text] { EXPECT_EQ(lyr::gen::ToUtf8(Control(id)->text), text); });
+    }
+    static std::string Word(const std::string& key) {
+        static const Words english = ReadWords(kSources / "dictionaries/en_US/service.txt");
+        return english.at("$$$/pvn/" + key);
+    }
+    // The alert of a field is on top, with those words. Closes it; the field then has the focus.
+    static void ThenExpectAlert(std::string name, std::uint16_t field) {
+        Then([name] {
+            EXPECT_EQ(lyr::gen::ToUtf8(zeve::platform::TextOf(TopDialog())), Word("alert/window_title"));
+            std::vector<std::string> texts;
+            for (const auto& window : System().windows)
+                if (window->parent == TopDialog()) texts.push_back(lyr::gen::ToUtf8(window->text));
+            EXPECT_THAT(texts, testing::Contains(Word("alert/" + name + "/title")));
+            EXPECT_THAT(texts, testing::Contains(Word("alert/" + name + "/text")));
+        });
+        ThenPress(101);
+        ThenExpectFocus(field);
+    }
+
+    T_Storage bag;
+    Window mainWindow = MakeMainWindow();
+    typename WorkFlow::Context* context = nullptr; // of the run
+};
+
+} // namespace brixen::pvn::pvn_workflow

@@ -11,7 +11,8 @@
 enum {
     kTimer = 1,
     kMilliseconds = 100,
-    kMostPanes = 50, /* a walk that meets more goes in a circle */
+    kMostPanes = 50,  /* a walk that meets more goes in a circle */
+    kMostWaits = 900, /* looks at a pane that has no button to press, such as one that waits for an answer */
 };
 
 /* A hash of what is visible of a pane. Two panes differ in it. */
@@ -25,6 +26,7 @@ static struct {
     Look seen;              /* at the latest look */
     Look saved;             /* of the latest picture */
     int panes;
+    int waits; /* looks at the present pane without a button to press */
 } gWatcher;
 
 static bool BelongsToHost(HWND window) {
@@ -88,14 +90,18 @@ static void GiveUp(const char* why) {
     ExitProcess(EXIT_STUCK);
 }
 
-/* The button of the next id in the list; of a list that has ended, the default one. */
+/* The button of the next id in the list; of a list that has ended, the default one. NULL if it cannot be
+ * pressed now. */
 static HWND NextButton(HWND dialog) {
     HWND button = NULL;
     if (gWatcher.presses && *gWatcher.presses) {
         wchar_t* end;
         button = GetDlgItem(dialog, (int)wcstol(gWatcher.presses, &end, 10));
+        if (!button || !IsWindowVisible(button)) {
+            return NULL;
+        }
         gWatcher.presses = *end == L',' ? end + 1 : end;
-        return button && IsWindowVisible(button) ? button : NULL;
+        return button;
     }
     EnumChildWindows(dialog, TakeDefaultButton, (LPARAM)&button);
     return button;
@@ -103,10 +109,12 @@ static HWND NextButton(HWND dialog) {
 
 static void PressNextButton(HWND dialog) {
     const HWND button = NextButton(dialog);
-    if (!button) {
+    if (button) {
+        PostMessageW(button, BM_CLICK, 0, 0); /* posted: the click may open a dialog of its own */
+        gWatcher.waits = 0;
+    } else if (++gWatcher.waits > kMostWaits) {
         GiveUp("no button to press");
     }
-    PostMessageW(button, BM_CLICK, 0, 0); /* posted: the click may open a dialog of its own */
 }
 
 static void SavePane(HWND dialog) {
@@ -123,10 +131,17 @@ static void CALLBACK LookForPane(HWND window, UINT message, UINT_PTR timer, DWOR
     const Look look = dialog ? LookOf(dialog) : 0;
     const bool isSteady = look == gWatcher.seen; /* not in the middle of a change */
     gWatcher.seen = look;
-    if (!dialog || !isSteady || look == gWatcher.saved) {
+    if (!dialog || !isSteady) {
+        return;
+    }
+    if (look == gWatcher.saved) {
+        if (gWatcher.waits > 0) {
+            PressNextButton(dialog);
+        }
         return;
     }
     gWatcher.saved = look;
+    gWatcher.waits = 0;
     if (++gWatcher.panes > kMostPanes) {
         GiveUp("no end");
     }

@@ -12,7 +12,6 @@ using namespace registration;
 
 void PVNRegistrationWorkFlow::Build(bool demo) {
     LoadWorkFlowDictionary("Registration");
-    // Intentional: in this order, because the layer keeps the view that was loaded ahead until another is.
     std::string view = LoadViewDescription("registration");
     std::string settings = LoadViewDescription("connection_settings");
     SetHost(std::make_unique<PVNRegistrationHost>(std::move(view), std::move(settings), demo));

@@ -1,10 +1,15 @@
 // What holds on every pane of every workflow in every language: the keyboard reaches each control, no access
 // key is used twice, and each field has its label directly in front of it.
+#include "net/transport/communication_detail.h"
 #include "support/languages.h"
 #include "toolkit/control_styles.h"
 #include "unit/workflow/panes/dialog_fixture.h"
+#include "workflow/catalogue/connection.h"
+#include "workflow/catalogue/connection_views.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/privacy_views.h"
+#include "workflow/catalogue/registration.h"
+#include "workflow/catalogue/registration_views.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/catalogue/welcome_views.h"
 #include "workflow/context/context_keys.h"
@@ -49,6 +54,13 @@ bool IsPressed(const HeadlessWindow& control) {
     return control.className == u"button" && (control.style & 0xF) != style::kGroupBox;
 }
 
+// The arrow keys reach it from the marked one of its group.
+bool IsUnmarkedRadio(const HeadlessWindow& control) {
+    const auto check = control.remembered.find(zeve::kButtonSetCheck);
+    return control.className == u"button" && (control.style & 0xF) == style::kRadioButton &&
+           (check == control.remembered.end() || check->second != static_cast<std::int64_t>(zeve::kChecked));
+}
+
 class EveryPane : public DialogFixture {
 protected:
     // Visits each pane of a workflow in each language by those buttons.
@@ -63,7 +75,10 @@ protected:
             T_Storage bag;
             SetString(bag, PvnWFKey_Language, locale);
             SetPtr(bag, PvnWFKey_MainWindow, MakeMainWindow());
-            PVNWorkFlowContext context(bag);
+            SetLong(bag, PvnWFKey_AllowCancel, 1);
+            SetString(bag, PvnWFKey_ProxyHost, "proxy.example.com"); // so that its fields are enabled
+            SetLong(bag, PvnWFKey_ProxyPort, 8080);
+            typename WorkFlow::Context context(bag);
             SelectLanguage(locale);
             static_cast<void>(WorkFlow(context).Run(true));
             EXPECT_TRUE(System().script.empty());
@@ -96,7 +111,7 @@ private:
         }
         if (!IsPressed(control) && !IsField(control)) return;
         ++controls;
-        EXPECT_NE(control.style & style::kTabStop, 0u) << "Tab does not reach " << control.id;
+        EXPECT_EQ((control.style & style::kTabStop) != 0, !IsUnmarkedRadio(control)) << control.id;
         if (IsPressed(control)) {
             EXPECT_NE(AccessKeyOf(control.text), 0) << "no access key: " << control.id;
             return;
@@ -129,6 +144,23 @@ TEST_F(EveryPane, OfPrivacyIsReachedByTheKeyboard) {
     EXPECT_EQ(panes, 4 * 6);
     EXPECT_EQ(controls, (3 + 5 + 2 + 1) * 6);
     EXPECT_EQ(fields, (1 + 1) * 6);
+}
+
+TEST_F(EveryPane, OfRegistrationIsReachedByTheKeyboard) {
+    using namespace registration;
+    Visit<PVNRegistrationWorkFlow>(
+        {kContinueButton, kRegisterButton, kCancelButton, kDoneButton, kTryAgainButton, kUseSettingsButton});
+    EXPECT_EQ(panes, 6 * 6);
+    EXPECT_EQ(controls, (5 + 10 + 1 + 2 + 5 + 8) * 6);
+    EXPECT_EQ(fields, (5 + 1 + 1 + 4) * 6);
+}
+
+TEST_F(EveryPane, OfConnectionIsReachedByTheKeyboard) {
+    using namespace connection;
+    Visit<PVNConnectionWorkFlow>({kTestButton, kCancelTestButton, kReachedDoneButton, kUnreachedDoneButton});
+    EXPECT_EQ(panes, 4 * 6);
+    EXPECT_EQ(controls, (8 + 1 + 2 + 4) * 6);
+    EXPECT_EQ(fields, (4 + 1) * 6);
 }
 
 TEST_F(EveryPane, OfTheQuitAlertIsReachedByTheKeyboard) {

@@ -310,7 +310,7 @@ TEST_F(Registration, AHiddenButtonChangesNothing) {
         for (std::uint16_t id = kBackButton; id <= kUseSettingsButton; ++id)
             if (std::ranges::find(shown, id) == shown.end()) ThenPress(id);
     };
-    thenPressAllBut({kContinueButton, kLaterButton, kQuitButton});
+    thenPressAllBut({kContinueButton, kLaterButton, kQuitButton, kProblemLaterButton});
     ThenExpectPane("registration/introduction");
     ThenRegister();
     thenPressAllBut({kCancelButton});
@@ -404,7 +404,7 @@ TEST_F(Registration, TheCountryOfTheUserIsSelectedOnce) {
 
 TEST_F(Registration, TheCountriesAreSortedAsTheLanguageSorts) {
     SetLanguage("de_DE");
-    platform::TheRegionRecorder().sortKeys[u"Zypern"] = "!";
+    platform::TheRegionRecorder().sortKeys[u"Zypern"] = std::string(1, '\0');
     std::vector<std::u16string> added;
     System().answer = [&added](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
         if (message.number == zeve::kComboAddString)

@@ -1,10 +1,13 @@
 // The distances in the shipped dialogs: one gap between paragraphs, one below titles, and all texts on the
 // sheet of paper that the backdrop shows.
 #include "support/languages.h"
+#include "toolkit/control_styles.h"
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
 #include "values/unicode/text_conversion.h"
+#include "workflow/catalogue/connection.h"
 #include "workflow/catalogue/privacy.h"
+#include "workflow/catalogue/registration.h"
 #include "workflow/catalogue/welcome.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/run_workflow.h"
@@ -28,8 +31,12 @@ bool IsStatic(const zeve::headless::Window& control) { return control.className 
 bool IsText(const zeve::headless::Window& control) { return IsStatic(control) && !control.text.empty(); }
 bool IsRowButton(const zeve::headless::Window& control) { return control.id <= kLastButton; }
 bool IsPopup(const zeve::headless::Window& control) { return control.className == u"combobox"; }
+// Of a text that is filled in later, too.
+bool IsLabel(const zeve::headless::Window& control) {
+    return IsStatic(control) && (control.style & 0x1F) <= zeve::style::kStaticRight;
+}
 int TopOf(const zeve::headless::Window& control) {
-    return control.frame.top + (IsText(control) ? kTextRise : 0);
+    return control.frame.top + (IsLabel(control) ? kTextRise : 0);
 }
 bool IsPicture(const zeve::headless::Window& control) {
     return control.frame.Width() == 64 && control.frame.Height() == 64;
@@ -58,8 +65,10 @@ protected:
     // The controls of each page, from its title to its last control.
     static std::vector<Controls> PagesOf(const Controls& controls, const std::string& locale) {
         std::set<std::u16string> titles;
-        for (const auto& [key, text] : ReadWords(kSources / "dictionaries" / locale / "guide.txt")) {
-            if (key.ends_with("/title")) titles.insert(lyr::gen::ToUtf16(text, true));
+        for (const char* dictionary : {"guide.txt", "service.txt"}) {
+            for (const auto& [key, text] : ReadWords(kSources / "dictionaries" / locale / dictionary)) {
+                if (key.ends_with("/title")) titles.insert(lyr::gen::ToUtf16(text, true));
+            }
         }
         std::vector<Controls> pages;
         for (const auto& control : controls) {
@@ -85,13 +94,19 @@ protected:
         ForEachLayout<PVNWelcomeWorkFlow>(3, check);
         ForEachLayout<PVNPrivacyWorkFlow>(4, check);
     }
+    // Those with fields beside each other too.
+    void ForEveryLayout(const std::function<void(const Controls&, const std::vector<Controls>&)>& check) {
+        ForEachLayout(check);
+        ForEachLayout<PVNRegistrationWorkFlow>(6, check);
+        ForEachLayout<PVNConnectionWorkFlow>(4, check);
+    }
 
 private:
     struct EndOfTest : std::exception {};
 };
 
 TEST_F(ShippedLayout, ATitleIsFollowedByTheTitleGap) {
-    ForEachLayout([](const Controls&, const std::vector<Controls>& pages) {
+    ForEveryLayout([](const Controls&, const std::vector<Controls>& pages) {
         for (const Controls& page : pages) {
             ASSERT_GE(page.size(), 2u);
             // A text beside a picture that is higher begins lower than its row.
@@ -134,7 +149,7 @@ TEST_F(ShippedLayout, TextsAreCenteredOnTheirPictures) {
 }
 
 TEST_F(ShippedLayout, AllPagesAreOnTheSheetAndAllButtonsBelowIt) {
-    ForEachLayout([](const Controls& controls, const std::vector<Controls>& pages) {
+    ForEveryLayout([](const Controls& controls, const std::vector<Controls>& pages) {
         for (const Controls& page : pages) {
             EXPECT_EQ(TopOf(page[0]), kSheetTop + kSheetMargin);
             for (const auto& control : page) {
@@ -153,7 +168,7 @@ TEST_F(ShippedLayout, AllPagesAreOnTheSheetAndAllButtonsBelowIt) {
 }
 
 TEST_F(ShippedLayout, TheLastButtonEndsWithTheColumn) {
-    ForEachLayout([](const Controls& controls, const std::vector<Controls>& pages) {
+    ForEveryLayout([](const Controls& controls, const std::vector<Controls>& pages) {
         const auto first = std::ranges::find_if(controls, IsRowButton);
         const auto last = std::ranges::find_if(controls.rbegin(), controls.rend(), IsRowButton);
         ASSERT_NE(last, controls.rend());

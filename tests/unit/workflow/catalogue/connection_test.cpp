@@ -1,0 +1,353 @@
+#include "workflow/catalogue/connection.h"
+
+#include "net/transport/communication_detail.h"
+#include "support/languages.h"
+#include "toolkit/control_styles.h"
+#include "unit/workflow/catalogue/service_workflow_fixture.h"
+#include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/connection_views.h"
+#include "workflow/run_workflow.h"
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using namespace connection;
+using namespace connection_settings;
+
+class Connection : public ServiceWorkFlow<PVNConnectionWorkFlow> {
+protected:
+    static void ThenEnterProxy() {
+        ThenPress(kOwnProxy);
+        ThenType(kHostField, u"proxy.example.com");
+        ThenType(kPortField, u"3128");
+        ThenType(kUserNameField, u"ann");
+        ThenType(kPasswordField, u"secret");
+    }
+    void SetProxy() {
+        SetString(bag, PvnWFKey_ProxyHost, "old.example.com");
+        SetLong(bag, PvnWFKey_ProxyPort, 8080);
+        SetString(bag, PvnWFKey_ProxyUserName, "bob");
+        SetString(bag, PvnWFKey_ProxyPassword, "hidden");
+    }
+    bool HasText(const char* key) {
+        std::string text;
+        return GetString(bag, key, text);
+    }
+    static void ThenExpectMarked(std::uint16_t marked) {
+        Then([marked] {
+            for (const std::uint16_t id : {kSystemProxy, kOwnProxy}) {
+                const auto check = zeve::platform::Send(Control(id)->handle, zeve::kButtonGetCheck, 0, 0);
+                EXPECT_EQ(check == zeve::kChecked, id == marked) << id;
+            }
+            for (const std::uint16_t id : {kHostField, kPortField, kUserNameField, kPasswordField})
+                EXPECT_EQ(zeve::platform::IsEnabled(Control(id)->handle), marked == kOwnProxy) << id;
+        });
+    }
+    // Enters a text, and expects the alert.
+    static void ThenRefuse(std::uint16_t field, std::u16string text, std::string alert) {
+        ThenType(field, std::move(text));
+        ThenPress(kTestButton);
+        ThenExpectAlert(alert, field);
+    }
+};
+
+TEST_F(Connection, AReachedServiceIsShownWithTheTimeThatTheAnswerTook) {
+    ThenExpectPane("connection/settings");
+    ThenExpectShown({kSystemProxy, kOwnProxy, kHostField, kTestButton, kCancelButton});
+    ThenExpectHidden({kReachedDoneButton, kUnreachedDoneButton, kTryAgainButton, kCancelTestButton});
+    ThenStart(kTestButton);
+    ThenExpectPane("connection/testing");
+    ThenExpectShown({kBusyBar, kBusyText, kCancelTestButton, kCancelNote});
+    ThenEndWith(kStatusSuccess,
+                [](T_StorageInterface& workerBag) { SetLong(workerBag, PvnWFKey_ConnectionTime, 142); });
+    ThenExpectPane("connection/reached");
+    ThenExpectText(kReachedText, "Salt && Sugar reached the service. The answer took 142 ms.\n\n" +
+                                     Word("connection/reached/kept"));
+    ThenExpectShown({kReachedBackButton, kReachedDoneButton});
+    ThenPress(kReachedBackButton);
+    ThenExpectPane("connection/settings");
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusSuccess);
+    ThenPressEnter();
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Connection, EscAfterSuccessIsASuccess) {
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusSuccess);
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Connection, EveryFailureHasWordsAndItsCode) {
+    struct {
+        Status status;
+        const char* words;
+        const char* code;
+    } const kFailures[] = {
+        {53250, "timed_out", "208:2"},    {53411, "refused", "208:163"},
+        {53427, "secure", "208:179"},     {0x8501, "connection_denied", "133:1"},
+        {0x8502, "unavailable", "133:2"}, {33410, "thread", "130:130"},
+    };
+    for (const auto& failure : kFailures) {
+        SCOPED_TRACE(failure.status);
+        ThenStart(kTestButton);
+        ThenEndWith(failure.status);
+        ThenExpectPane("connection/unreached");
+        const std::string words = std::string("failure/") + failure.words;
+        ThenExpectText(kUnreachedText, Word(words + "/what") + "\n\n" + Word(words + "/try") + "\n\n" +
+                                           Word("connection/unreached/kept"));
+        ThenExpectText(kErrorCodeField, std::string("Error code ") + failure.code);
+        ThenExpectShown({kUnreachedBackButton, kTryAgainButton, kUnreachedDoneButton, kErrorCodeField});
+        ThenPressEsc();
+        EXPECT_EQ(Run(), failure.status) << "Esc keeps the failure";
+    }
+}
+
+TEST_F(Connection, DoneAfterAFailureIsASuccess) {
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusCallTimedOut);
+    ThenPress(kUnreachedDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Connection, AFailedTestCanBeRepeatedOrItsSettingsChanged) {
+    ThenEnterProxy();
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusNameNotResolved);
+    ThenStart(kTryAgainButton);
+    ThenExpectPane("connection/testing");
+    ThenEndWith(kStatusNameNotResolved);
+    ThenPressEnter();
+    ThenExpectPane("connection/settings");
+    ThenExpectFocus(kHostField);
+    ThenExpectText(kHostField, "proxy.example.com");
+    ThenPress(kCancelButton);
+    EXPECT_EQ(Run(), 35074) << "not the failure";
+}
+
+TEST_F(Connection, CanBeCanceledBeforeTheTest) {
+    for (const std::uint16_t cancel : {kCancelButton, kIdEscape}) {
+        ThenPress(cancel);
+        EXPECT_EQ(Run(), 35074);
+    }
+}
+
+TEST_F(Connection, ACanceledTestLeadsBackToTheSettings) {
+    for (const std::uint16_t cancel : {kCancelTestButton, kIdEscape}) {
+        ThenEnterProxy();
+        ThenStart(kTestButton);
+        ThenPress(cancel);
+        ThenExpectText(kBusyText, Word("busy/canceling"));
+        ThenEndWith(kStatusCallCanceled);
+        ThenExpectPane("connection/settings");
+        ThenExpectMarked(kOwnProxy);
+        ThenExpectText(kPasswordField, "secret");
+        ThenExpectFocus(kHostField);
+        ThenPressEsc();
+        EXPECT_EQ(Run(), 35074);
+    }
+}
+
+TEST_F(Connection, EnterNeverSendsTheTest) {
+    Then([] {
+        for (const std::uint16_t id : {kTestButton, kCancelButton})
+            EXPECT_EQ(Control(id)->style & 0xF, zeve::style::kPushButton) << id;
+    });
+    ThenPressEnter();
+    ThenExpectPane("connection/settings");
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, WhatWasEnteredIsInTheWorkersBagAndInTheBagOfTheRun) {
+    ThenEnterProxy();
+    ThenStart(kTestButton);
+    Then([this] {
+        std::string host, password;
+        GetString(context->workerBag->values, PvnWFKey_ProxyHost, host);
+        GetString(context->workerBag->values, PvnWFKey_ProxyPassword, password);
+        EXPECT_EQ(host, "proxy.example.com");
+        EXPECT_EQ(password, "secret");
+    });
+    ThenEndWith(kStatusSuccess);
+    ThenPress(kReachedDoneButton);
+    Run();
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyHost), "proxy.example.com");
+    EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), 3128u);
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyUserName), "ann");
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyPassword), "secret");
+}
+
+TEST_F(Connection, TheWorkerHasNoPasswordWhereNoneWasEntered) {
+    SetProxy();
+    ThenType(kUserNameField, u"");
+    ThenType(kPasswordField, u"");
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusSuccess);
+    ThenPress(kReachedDoneButton);
+    Run();
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyUserName));
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyPassword));
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyHost), "old.example.com");
+}
+
+TEST_F(Connection, TheSettingsOfTheBagAreShown) {
+    SetProxy();
+    ThenExpectMarked(kOwnProxy);
+    ThenExpectText(kHostField, "old.example.com");
+    ThenExpectText(kPortField, "8080");
+    ThenExpectText(kUserNameField, "bob");
+    ThenExpectText(kPasswordField, "hidden");
+    ThenExpectFocus(kHostField);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, WithoutHostOrPortTheProxyIsTheSystems) {
+    SetProxy();
+    bag.Remove(PvnWFKey_ProxyPort, kValueTypeLong);
+    SetLong(bag, PvnWFKey_UseUserProxySetting, 1);
+    ThenExpectMarked(kSystemProxy);
+    ThenExpectFocus(kSystemProxy);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, AFailureWithTheProxyOfTheSystemLeavesTheChoiceAsItWas) {
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusHttpError);
+    ThenPress(kUnreachedBackButton);
+    Then([this] { EXPECT_EQ(StoredLong(PvnWFKey_UseUserProxySetting), 1u); });
+    ThenExpectMarked(kSystemProxy);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, ChoosingTheProxyOfTheSystemRemovesTheKeysAndKeepsWhatWasTyped) {
+    SetProxy();
+    ThenPress(kSystemProxy);
+    ThenExpectMarked(kSystemProxy);
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusHttpError);
+    ThenPress(kUnreachedBackButton);
+    ThenExpectMarked(kSystemProxy);
+    ThenExpectText(kHostField, "old.example.com");
+    ThenExpectText(kPasswordField, "hidden");
+    ThenPressEsc();
+    Run();
+    for (const char* key : {PvnWFKey_ProxyHost, PvnWFKey_ProxyUserName, PvnWFKey_ProxyPassword})
+        EXPECT_FALSE(HasText(key)) << key;
+    EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), 0xFFFFFFFFu);
+}
+
+TEST_F(Connection, TheArrowKeysChooseToo) {
+    ThenNotify(kOwnProxy, kNotificationButtonHasFocus);
+    ThenExpectMarked(kOwnProxy);
+    ThenNotify(kSystemProxy, kNotificationButtonHasFocus);
+    ThenExpectMarked(kSystemProxy);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, EachFieldIsCheckedAndTakesTheFocus) {
+    ThenEnterProxy();
+    ThenRefuse(kPasswordField, std::u16string(33, u'x'), "password_long");
+    ThenRefuse(kUserNameField, std::u16string(17, u'\u00E4'), "user_name_long");
+    ThenRefuse(kPortField, u"", "port_missing");
+    ThenRefuse(kHostField, u"https://proxy.example.com", "host_malformed");
+    ThenRefuse(kHostField, std::u16string(129, u'x'), "host_long");
+    ThenRefuse(kHostField, u"", "host_missing");
+    ThenExpectPane("connection/settings");
+    ThenPressEsc();
+    Run();
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyHost));
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyPassword));
+}
+
+TEST_F(Connection, TheLongestTextsAreTaken) {
+    ThenEnterProxy();
+    ThenType(kHostField, std::u16string(128, u'x'));
+    ThenType(kUserNameField, std::u16string(32, u'u'));
+    ThenType(kPasswordField, std::u16string(16, u'\u00E4'));
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusSuccess);
+    ThenPress(kReachedDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyHost).size(), 128u);
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyPassword).size(), 32u);
+}
+
+TEST_F(Connection, APortBeyondItsLimitsIsCorrectedBeforeAnythingIsSent) {
+    ThenEnterProxy();
+    ThenType(kPortField, u"70000");
+    ThenPress(kTestButton);
+    ThenExpectPane("connection/settings");
+    ThenExpectText(kPortField, "65535");
+    ThenExpectFocus(kPortField);
+    ThenPressEsc();
+    Run();
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyHost));
+}
+
+TEST_F(Connection, AHiddenButtonChangesNothing) {
+    const auto thenPressAllBut = [](std::vector<std::uint16_t> shown) {
+        for (std::uint16_t id = kTestButton; id <= kUnreachedDoneButton; ++id)
+            if (std::ranges::find(shown, id) == shown.end()) ThenPress(id);
+    };
+    thenPressAllBut({kTestButton, kCancelButton});
+    ThenExpectPane("connection/settings");
+    ThenStart(kTestButton);
+    thenPressAllBut({kCancelTestButton});
+    ThenExpectPane("connection/testing");
+    ThenEndWith(kStatusHttpError);
+    thenPressAllBut({kUnreachedBackButton, kTryAgainButton, kUnreachedDoneButton, kReachedBackButton,
+                     kReachedDoneButton});
+    ThenExpectPane("connection/unreached");
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusHttpError);
+}
+
+TEST_F(Connection, ThePasswordIsInAFieldThatHidesIt) {
+    Then([] {
+        EXPECT_NE(Control(kPasswordField)->style & zeve::style::kEditPassword, 0u);
+        EXPECT_EQ(Control(kUserNameField)->style & zeve::style::kEditPassword, 0u);
+    });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, ThePasswordIsInNoLineOfTheLog) {
+    ThenEnterProxy();
+    ThenStart(kTestButton);
+    ThenEndWith(kStatusUnexpectedContent);
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(Logged(), testing::Not(testing::HasSubstr("secret")));
+}
+
+TEST_F(Connection, ATourVisitsThePanesInOrder) {
+    for (const auto& [pane, button] : std::initializer_list<std::pair<const char*, std::uint16_t>>{
+             {"connection/settings", kTestButton},
+             {"connection/testing", kCancelTestButton},
+             {"connection/reached", kReachedDoneButton},
+             {"connection/unreached", kUnreachedDoneButton}}) {
+        ThenExpectPane(pane);
+        ThenPress(button);
+    }
+    EXPECT_EQ(Run(true), kStatusSuccess);
+}
+
+TEST_F(Connection, RunsFromABagInEveryLanguage) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        SetLanguage(locale);
+        ThenExpectPane("connection/settings");
+        ThenPress(kCancelButton);
+        EXPECT_EQ(RunWorkFlowFromBag<PVNConnectionWorkFlow>(bag), 35074) << locale;
+        EXPECT_TRUE(System().script.empty());
+        ShutDownResources();
+    }
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

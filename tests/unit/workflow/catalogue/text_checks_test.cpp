@@ -1,0 +1,87 @@
+#include "workflow/catalogue/text_checks.h"
+
+#include "unit/workflow/panes/dialog_fixture.h"
+#include "workflow/catalogue/connection_settings_pane.h"
+#include "workflow/catalogue/country_list.h"
+#include "workflow/platform/headless/region_recorder.h"
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+TEST(TextChecks, BlanksAndControlsAreOfEveryKind) {
+    for (const char16_t unit :
+         u"\t\r\n \u00A0\u061C\u1680\u2003\u200B\u200F\u2028\u202E\u2066\u3000\uFEFF\x7F\x85")
+        EXPECT_TRUE(IsBlankOrControl(unit)) << static_cast<int>(unit);
+    for (const char16_t unit : std::u16string_view(u"!a~\u00A1\u00E4\u05D0\u3042\u4E2D"))
+        EXPECT_FALSE(IsBlankOrControl(unit)) << static_cast<int>(unit);
+}
+
+TEST(TextChecks, TrimmingKeepsBlanksInside) {
+    EXPECT_EQ(Trimmed(u" \u3000Ann Example\t"), u"Ann Example");
+    EXPECT_EQ(Trimmed(u" \t "), u"");
+    EXPECT_EQ(Trimmed(u""), u"");
+    EXPECT_EQ(Trimmed(u"x"), u"x");
+}
+
+TEST(TextChecks, AMailAddressHasANameAndAHostWithAPeriod) {
+    for (const char16_t* good : {u"a@b.c", u"ann.example+news@mail.example.com", u"\u3042@\u4F8B.jp"})
+        EXPECT_TRUE(IsMailAddress(good));
+    for (const char16_t* bad : {u"", u"@", u"a@", u"@b.c", u"a@b", u"a@.b", u"a@b.", u"a@b..c", u"a@b@c.d",
+                                u"a b@c.d", u"a@b .c", u"a.b", u"a@b\u3000.c"})
+        EXPECT_FALSE(IsMailAddress(bad)) << std::string(bad, bad + std::u16string_view(bad).size());
+}
+
+TEST(TextChecks, AMailAddressIsNotTooLong) {
+    EXPECT_TRUE(IsMailAddress(std::u16string(64, u'a') + u"@b.c"));
+    EXPECT_FALSE(IsMailAddress(std::u16string(65, u'a') + u"@b.c"));
+    EXPECT_TRUE(IsMailAddress(u"a@b." + std::u16string(250, u'c')));
+    EXPECT_FALSE(IsMailAddress(u"a@b." + std::u16string(251, u'c')));
+}
+
+TEST(TextChecks, ASerialNumberIsLettersDigitsAndHyphensOfAscii) {
+    for (const char16_t* good : {u"A", u"z", u"0", u"9", u"-", u"ABC-123-xyz"})
+        EXPECT_TRUE(IsSerialNumber(good));
+    for (const char16_t* bad :
+         {u"", u"A B", u"A_B", u"A.B", u"\u00C4", u"\uFF21", u"@", u"[", u"`", u"{", u"/", u":"})
+        EXPECT_FALSE(IsSerialNumber(bad));
+}
+
+TEST(TextChecks, AHostHasNoneOfTheForbiddenCharacters) {
+    for (const char16_t* good :
+         {u"proxy", u"proxy.example.com", u"10.0.0.1", u"[::1]", u"proxy-2", u"\u4F8B.jp"})
+        EXPECT_TRUE(IsHostName(good));
+    for (const char16_t* bad :
+         {u"", u" ", u"a b", u"a@b", u"a/b", u"a;b", u"a=b", u"a\\b", u"a\tb", u"a\nb", u"a:80", u"::1",
+          u"[::1", u"::1]", u"http://a", u"a\u00A0b", u"a\u202Eb", u" a", u"a "})
+        EXPECT_FALSE(IsHostName(bad)) << std::string(bad, bad + std::u16string_view(bad).size());
+}
+
+TEST(ProxyHost, IsRefusedAndNeverCutWhenItIsTooLong) {
+    EXPECT_FALSE(FaultOfProxyHost(std::u16string(128, u'a')));
+    EXPECT_TRUE(FaultOfProxyHost(std::u16string(129, u'a')));
+    EXPECT_FALSE(FaultOfProxyHost(std::u16string(64, u'\u00E4')));
+    EXPECT_TRUE(FaultOfProxyHost(std::u16string(65, u'\u00E4'))) << "its bytes count";
+    EXPECT_TRUE(FaultOfProxyHost(u""));
+}
+
+class CountryList : public testing::Test {
+protected:
+    CountryList() { platform::TheRegionRecorder().Reset(); }
+    ~CountryList() override { platform::TheRegionRecorder().Reset(); }
+};
+
+TEST_F(CountryList, IsSortedBehindTheEntryForNoChoice) {
+    EXPECT_EQ(SortedCountries("Zaire{ZZ};Choose{};Cuba{CU};Chad{TD}", "en_US"),
+              "Choose{};Chad{TD};Cuba{CU};Zaire{ZZ}");
+}
+
+TEST_F(CountryList, IsSortedByTheKeysOfTheSystem) {
+    platform::TheRegionRecorder().sortKeys = {{u"Chile", "3"}, {u"Cuba", "1"}, {u"Chad", "2"}};
+    EXPECT_EQ(SortedCountries("Chad{TD};Chile{CL};Cuba{CU}", "es_ES"), "Cuba{CU};Chad{TD};Chile{CL}");
+    EXPECT_EQ(platform::TheRegionRecorder().locale, "es_ES");
+}
+
+TEST_F(CountryList, OfNothingIsEmpty) { EXPECT_EQ(SortedCountries("", "en_US"), ""); }
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

@@ -49,7 +49,7 @@ def country(text):
 
 
 def email(text):
-    line(254, required=True)(text)
+    line(254)(text)
     local, at, domain = text.partition("@")
     labels = domain.split(".")
     if not local or not at or "@" in domain or len(labels) < 2 or not all(labels) or re.search(r"\s", text):

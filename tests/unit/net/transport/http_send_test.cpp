@@ -147,6 +147,27 @@ TEST_F(HttpSend, ReplacesTheEarlierAnswerAlsoAfterAFailure) {
     EXPECT_EQ(response, "");
 }
 
+TEST_F(HttpSend, TheCallAfterEachFaultWorks) {
+    const struct {
+        Script script;
+        Status status;
+    } kFaults[] = {
+        {{Notice(HttpNotice::kSecureFailure, 0x1A), Notice(HttpNotice::kError, 12175)}, kStatusSecureFailure},
+        {{Notice(HttpNotice::kError, 12007)}, kStatusNameNotResolved},
+        {{Notice(HttpNotice::kError, 12029)}, kStatusHttpError},
+        {{Notice(HttpNotice::kSent), Notice(HttpNotice::kError, 10054)}, kStatusSystemError},
+        {{Notice(HttpNotice::kSent), Cancel()}, kStatusCallCanceled},
+    };
+    for (const auto& fault : kFaults) {
+        GetNetTwin().script = fault.script;
+        EXPECT_EQ(Send(), fault.status);
+        EXPECT_EQ(response, "");
+        GetNetTwin().script = Answer({"the next answer"});
+        EXPECT_EQ(Send(), kStatusSuccess) << "after " << fault.status;
+        EXPECT_EQ(response, "the next answer");
+    }
+}
+
 TEST_F(HttpSend, LeavesNothingOpenAfterTwoHundredCalls) {
     for (int i = 0; i < 200; ++i) {
         GetNetTwin().script = i % 2 == 0 ? Answer({"answer"}) : Script{Cancel()};

@@ -11,6 +11,8 @@
  *   line=FIRST_VISIBLE/LINES selection=START-END direction=ltr|rtl
  *   row=SELECTED/ROWS list=open|closed row_height=PIXELS
  *
+ * The state of a read-only edit control of one line ends with text=TEXT.
+ *
  * Exit code 1 if there is no dialog. */
 #include <stdio.h>
 #include <windows.h>
@@ -53,10 +55,17 @@ static void PrintStates(HWND control, HWND focus) {
 }
 
 static void PrintEditState(HWND edit) {
+    const LONG style = GetWindowLongW(edit, GWL_STYLE);
     DWORD selection = (DWORD)SendMessageW(edit, EM_GETSEL, 0, 0);
-    printf("line=%d/%d selection=%d-%d direction=%s\n", (int)SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0),
+    wchar_t text[512] = L"";
+    printf("line=%d/%d selection=%d-%d direction=%s ", (int)SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0),
            (int)SendMessageW(edit, EM_GETLINECOUNT, 0, 0), LOWORD(selection), HIWORD(selection),
            GetWindowLongW(edit, GWL_EXSTYLE) & WS_EX_RTLREADING ? "rtl" : "ltr");
+    if ((style & ES_READONLY) && !(style & ES_MULTILINE)) {
+        SendMessageW(edit, WM_GETTEXT, 512, (LPARAM)text);
+        printf("text=");
+    }
+    PrintText(text);
 }
 
 static void PrintPopupState(HWND popup) {

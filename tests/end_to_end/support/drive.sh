@@ -5,6 +5,7 @@
 set -euo pipefail
 build=$1
 bin=$build/bin
+hostFolder=$bin
 output=$(mktemp)
 openedPages=$(mktemp)
 browserKey='HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths\iexplore.exe'
@@ -29,7 +30,7 @@ fail() {
 # start_host ARGUMENT...: starts the sample host in the background and keeps its output.
 start_host() {
     : >"$output"
-    (cd "$bin" && exec timeout 240 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
+    (cd "$hostFolder" && exec timeout 240 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
     hostProcess=$!
 }
 
@@ -117,6 +118,8 @@ left_of() {
     shift
     [ $# = 1 ] || left_of "$@"
 }
+# says TEXT: a visible control has a text with TEXT in it.
+says() { probe | tail -n +2 | sed 's/&//g' | grep -qF "$1"; }
 is_no_default() { shows "$1" && ! is_default "$1"; }
 title_is() { [ "$(probe | sed -n '1s/^dialog [^ ]* [^ ]* [^ ]* [^ ]* //p')" = "$1" ]; }
 

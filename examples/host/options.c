@@ -5,12 +5,14 @@
 
 static const char kUsage[] =
     "usage: pavane-host [--workflow N] [--language xx_YY] [--screenshot-dir DIR]\n"
-    "                   [--auto-walk] [--press ID,...] [--print-menu]\n"
+    "                   [--auto-walk] [--press ENTRY,...] [--print-menu]\n"
     "  --workflow N          run workflow N, print its status and end; exit code 0 for status 0, else 1\n"
     "  --language xx_YY      the language of the dialogs, such as he_IL\n"
     "  --screenshot-dir DIR  with --workflow: save each pane and alert as DIR\\pane-1.png, pane-2.png, ...\n"
     "  --auto-walk           with --workflow: press the default button of each pane until the run ends\n"
-    "  --press ID,...        as --auto-walk, but press the buttons of these ids first, one a pane\n"
+    "  --press ENTRY,...     as --auto-walk, but press these buttons first, one a pane: an entry is the id "
+    "of a\n"
+    "                        button, or ID=TEXT for what a field is to hold before the next press\n"
     "  --print-menu          print the items of the menu and end\n";
 
 static bool Refuse(const char* why, const wchar_t* what) {

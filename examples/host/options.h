@@ -19,7 +19,7 @@ struct Options {
     const wchar_t* screenshotFolder; /* null: take no pictures */
     bool autoWalk;                   /* press a button of each pane until the run ends */
     bool printMenu;                  /* print the items of the menu and end */
-    const wchar_t* presses;          /* ids of the first buttons to press; null: default ones only */
+    const wchar_t* presses; /* "ID,ID=TEXT,ID": the first buttons to press; null: default ones only */
 };
 
 /* Returns false, after printing what is wrong to stderr. */

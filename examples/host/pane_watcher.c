@@ -90,10 +90,43 @@ static void GiveUp(const char* why) {
     ExitProcess(EXIT_STUCK);
 }
 
+/* A popup selects the row of that number, a field has that text. */
+static void Fill(HWND control, const wchar_t* text) {
+    wchar_t className[20];
+    GetClassNameW(control, className, sizeof className / sizeof className[0]);
+    if (_wcsicmp(className, L"ComboBox") == 0) {
+        SendMessageW(control, CB_SETCURSEL, (WPARAM)wcstol(text, NULL, 10), 0);
+    } else {
+        SendMessageW(control, WM_SETTEXT, 0, (LPARAM)text);
+    }
+}
+
+/* Takes the entries ID=TEXT at the beginning of the list. Returns false if such a field is not visible. */
+static bool FillFields(HWND dialog) {
+    for (;;) {
+        wchar_t* end;
+        const HWND field = GetDlgItem(dialog, (int)wcstol(gWatcher.presses, &end, 10));
+        if (*end != L'=') {
+            return true;
+        }
+        if (!field || !IsWindowVisible(field)) {
+            return false;
+        }
+        wchar_t text[100];
+        const size_t length = wcscspn(end + 1, L",");
+        swprintf(text, sizeof text / sizeof text[0], L"%.*ls", (int)length, end + 1);
+        Fill(field, text);
+        gWatcher.presses = end + 1 + length + (end[1 + length] == L',');
+    }
+}
+
 /* The button of the next id in the list; of a list that has ended, the default one. NULL if it cannot be
  * pressed now. */
 static HWND NextButton(HWND dialog) {
     HWND button = NULL;
+    if (gWatcher.presses && !FillFields(dialog)) {
+        return NULL;
+    }
     if (gWatcher.presses && *gWatcher.presses) {
         wchar_t* end;
         button = GetDlgItem(dialog, (int)wcstol(gWatcher.presses, &end, 10));

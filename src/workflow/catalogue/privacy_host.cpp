@@ -29,10 +29,7 @@ bool PVNPrivacyHost::ProcessWindowMessage(const WindowMessage& message, std::int
     const bool isHandled = PVNPaneHost::ProcessWindowMessage(message, result);
     PrivacyPane* const pane = CurrentPane();
     if (!window || !pane) return isHandled;
-    if (message.number == zeve::kMessageNextDialogControl) pane->OnTab();
-    if (message.number == zeve::kMessageCommand) {
-        pane->OnNotification(NotificationOf(message.wparam));
-    }
+    pane->OnMessage(message);
     const bool isNewKey = message.number == zeve::kMessageKeyDown && (message.lparam & kKeyRepeats) == 0;
     if (isNewKey && pane->HasFieldOfLines()) result = OnKeyInField(message.wparam);
     return isHandled;

@@ -1,6 +1,5 @@
 #include "workflow/catalogue/privacy_panes.h"
 
-#include "toolkit/control_styles.h"
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -32,37 +31,6 @@ constexpr PageTraits kStatementTraits{"$$$/pvn/privacy/statement/window_title", 
 constexpr PageTraits kMissingTraits{"$$$/pvn/privacy/missing/window_title", kMissingPage, kMissingButtons,
                                     kReturnButton};
 constexpr PageTraits kNoneTraits{"$$$/pvn/privacy/none/window_title", kNonePage, kNoneButtons, kCancelButton};
-
-zeve::NativeWindow PrivacyPane::ControlOf(std::uint16_t viewId) const {
-    return zeve::platform::ChildWithId(zeve::ZeveTopWindow(ref), viewId);
-}
-
-void PrivacyPane::Enter() {
-    PagePane::Enter();
-    if (firstFocus != kNoControl) {
-        zeve::platform::Post(zeve::ZeveTopWindow(ref), kMessageFirstFocus, 0, 0);
-    }
-}
-
-void PrivacyPane::TakeFirstFocus() {
-    if (firstFocus != kNoControl) zeve::platform::Focus(ControlOf(firstFocus));
-}
-
-// The keyboard rules frame the button that has the focus, and none when another control has it. Enter presses
-// the default button there, so it is framed here. The rules look for the frame that they take away, so the
-// default button must not have it while the focus moves.
-void PrivacyPane::OnTab() {
-    if (DefaultButton() == kNoButton) return;
-    zeve::platform::Send(ControlOf(DefaultButton()), zeve::kButtonSetStyle, zeve::style::kPushButton,
-                         zeve::kPaintAnew);
-}
-
-void PrivacyPane::OnNotification(Notification notification) {
-    const bool isPopup = notification.id == kLanguagePopup && notification.code == kNotificationPopupHasFocus;
-    if (!isPopup || DefaultButton() == kNoButton) return;
-    zeve::platform::Post(ControlOf(DefaultButton()), zeve::kButtonSetStyle, zeve::style::kDefaultPushButton,
-                         zeve::kPaintAnew);
-}
 
 ChoosePane::ChoosePane(PVNPaneHost& paneHost, PrivacyData& runData)
     : PrivacyPane(kChooseTraits, kLanguagePopup), host(paneHost), data(runData) {}

@@ -1,8 +1,8 @@
 // The panes of Privacy.
 #pragma once
 
+#include "workflow/catalogue/field_pane.h"
 #include "workflow/catalogue/privacy_views.h"
-#include "workflow/panes/page_pane.h"
 #include "workflow/panes/window_message.h"
 
 #include <cstdint>
@@ -18,30 +18,14 @@ namespace privacy {
 extern const PageTraits kMissingTraits; // the statement cannot be shown
 extern const PageTraits kNoneTraits;    // there are no languages to choose from
 
-class PrivacyPane : public PagePane {
+class PrivacyPane : public FieldPane {
 public:
-    // `control` takes the focus once the pane is on screen; without one the default button has it.
-    explicit PrivacyPane(const PageTraits& pageTraits, std::uint16_t control = kNoControl)
-        : PagePane(pageTraits), firstFocus(control) {}
+    using FieldPane::FieldPane;
 
-    void Enter() override;
     // Takes the choice that the pane offers into the run, before the user goes on.
     virtual void TakeChoice() {}
-    // Gives the focus to the first control. The pane is on screen.
-    void TakeFirstFocus();
     // Whether Enter and Esc arrive as keys: a field of several lines keeps them from the dialog.
     virtual bool HasFieldOfLines() const { return false; }
-    // A control of the pane sent a notification to its dialog.
-    virtual void OnNotification(Notification notification);
-    // Tab is about to move the focus, and the frame of the default button with it.
-    void OnTab();
-
-protected:
-    static constexpr std::uint16_t kNoControl = 0;
-
-    zeve::NativeWindow ControlOf(std::uint16_t viewId) const;
-
-    std::uint16_t firstFocus; // a view id, or kNoControl
 };
 
 // A popup of the languages.
@@ -73,9 +57,10 @@ public:
     void Enter() override;
     void Leave() override;
     bool HasFieldOfLines() const override { return true; }
-    void OnNotification(Notification notification) override;
 
 private:
+    void OnNotification(Notification notification) override;
+
     struct Selection {
         std::uint32_t start = 0, end = 0; // UTF-16 units
     };

@@ -5,6 +5,9 @@
 
 settings="Getting started: Connection settings"
 failed="Getting started: The connection test failed"
+passwordField=914 # of connection_settings.exv
+password_ends_at() { probe | grep -q "^$passwordField .*selection=$1-$1 "; }
+logFile=$(echo "$WINEPREFIX"/drive_c/users/*/Temp/pvn.log)
 
 start_host --workflow 4 --language en_US
 wait_until "the settings are shown" title_is "$settings"
@@ -29,11 +32,20 @@ wait_until "Alt+A leads to the server" focus_is edit
 xdotool type "localhost"
 press alt+o
 xdotool type "1"
+press alt+e
+xdotool type "ada"
+press alt+w
+xdotool type "Top9secret"
+wait_until "the password is typed" password_ends_at 10
 fail_with
 press alt+t
 wait_until "a proxy that is down is a failure" title_is "$failed"
 wait_until "the words are about the connection" says "The connection could not be made"
 wait_until "the code is shown" says "text=Error code 208:163"
+grep -qF "proxy server  : localhost" "$logFile" || fail "the log does not name the proxy"
+for file in "$logFile" "$serviceLog"; do
+    grep -qF "Top9secret" "$file" && fail "the password is in $file"
+done
 press alt+b
 wait_until "Back leads to the settings again" title_is "$settings"
 

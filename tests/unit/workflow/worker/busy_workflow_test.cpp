@@ -547,19 +547,31 @@ TEST_F(BusyPanes, ADialogThatIsDestroyedLeavesItsWorkerBehind) {
 }
 
 TEST_F(BusyPanes, ATimerAfterTheEndOfTheRunChangesNothing) {
-    WorkReturns(0);
     ThenPress(kGo);
     ThenAwaitTheEnd();
     Then([] {
         const Window dialog = TopDialog();
-        zeve::platform::Post(dialog, zeve::kMessageCommand, kDone, 0);
+        Tell(dialog, zeve::kMessageCommand, kDone);
         ProgressNotifier(100, 0x8501);
-        zeve::platform::Post(dialog, zeve::kMessageTimer, kProgressTimer, 0);
-        zeve::platform::Post(dialog, kMessageStartWorker, 0, 0);
-        zeve::platform::Post(dialog, zeve::kMessageCommand, kCancel, 0);
+        Tell(dialog, zeve::kMessageTimer, kProgressTimer);
+        EXPECT_EQ(gProgressPercent(), 100) << "nobody has taken it";
+        Tell(dialog, kMessageStartWorker);
+        Tell(dialog, zeve::kMessageCommand, kCancel);
+        EXPECT_FALSE(gProgressCancel);
     });
     EXPECT_EQ(Run(), 0);
     EXPECT_EQ(Result(), 0u);
+}
+
+TEST_F(BusyPanes, ADoneActionMayEndTheRun) {
+    ThenPress(kGo);
+    Then([] {
+        AwaitEnd();
+        gPlan.context->whileTaken = [] { Tell(TopDialog(), zeve::kMessageCommand, kLeave); };
+        EXPECT_TRUE(Tick());
+        EXPECT_EQ(gPlan.machine->CurrentState(), kWFState_Exit);
+    });
+    EXPECT_EQ(Run(), 0) << "the status of the operation";
 }
 
 TEST_F(BusyPanes, WithoutATimerTheRunFails) {

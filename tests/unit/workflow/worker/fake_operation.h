@@ -52,12 +52,14 @@ public:
 
     int taken = 0;
     std::string output;
+    std::function<void()> whileTaken;
 
 protected:
     std::span<const OperationTraits> Operations() const override { return kFakeOperations; }
     void TakeResults(T_StorageInterface& values) override {
         ++taken;
         GetString(values, "output", output);
+        if (whileTaken) whileTaken();
     }
 };
 

@@ -402,6 +402,27 @@ TEST_F(CancelSignals, TheEndOfARunSignalsItsWorker) {
     AwaitWorkers();
 }
 
+TEST_F(CancelSignals, TheNextStartSignalsAgain) {
+    event.reset();
+    std::atomic<int> waits = 0;
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        gFakeWork.work = [&waits](auto&, auto&) {
+            const EventHandle cancel = MakeCancelEvent();
+            for (; waits < 3; ++waits) {
+                EXPECT_EQ(WaitForEither(cancel.get(), nullptr, 60'000), WaitResult::kFirst);
+            }
+            return kStatusCallCanceled;
+        };
+        other.Action("PvnWF_FakeAsync");
+        while (gFakeWork.calls == 0) std::this_thread::yield();
+    }
+    WorkReturns(kStatusSuccess);
+    EXPECT_EQ(RunToItsEnd(), "Succeeded");
+    EXPECT_EQ(waits, 3);
+}
+
 TEST_F(CancelSignals, TheEndOfARunWithoutAWorkerSignalsNothing) {
     {
         T_Storage otherBag;

@@ -164,6 +164,12 @@ protected:
             EXPECT_TRUE(Tick());
         });
     }
+    // A cancel before the work has begun would end it at once.
+    static void ThenAwaitTheWork() {
+        Then([] {
+            while (gFakeWork.calls == 0) std::this_thread::yield();
+        });
+    }
     static void ThenExpectState(std::uint16_t state) {
         Then([state] { EXPECT_EQ(gPlan.machine->CurrentState(), state); });
     }
@@ -413,6 +419,7 @@ TEST_F(BusyPanes, ACancelLeadsBackToThePaneBefore) {
 TEST_F(BusyPanes, TheClickSaysThatItCancels) {
     WorkWaits();
     ThenPress(kGo);
+    ThenAwaitTheWork();
     ThenPress(kCancel);
     Then([] {
         EXPECT_TRUE(gProgressCancel);

@@ -29,8 +29,10 @@ struct FakeWork {
 inline FakeWork gFakeWork;
 
 inline Status FakeEntry(T_StorageInterface& bag, const WorkerNotifier& notifier) {
+    // The test may choose other work while this one runs.
+    const auto work = gFakeWork.work;
     ++gFakeWork.calls;
-    return gFakeWork.work(bag, notifier);
+    return work(bag, notifier);
 }
 inline void WorkReturns(Status status) {
     gFakeWork.work = [status](auto&, auto&) { return status; };

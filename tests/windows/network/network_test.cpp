@@ -8,6 +8,10 @@
 #include "net/envelope/method_call.h"
 #include "net/envelope/method_response.h"
 #include "net/transport/http_send.h"
+#include "values/storage.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/context/progress.h"
+#include "workflow/service/service_call.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,6 +31,8 @@ using pavane_test::RootCertificate;
 using testing::AnyOf;
 using testing::HasSubstr;
 using testing::StartsWith;
+
+constexpr char kConnectionTest[] = "<connectionTest><locale>en_US</locale></connectionTest>";
 
 // Empty, and a failure, without the script.
 std::string Around(const char* name) {
@@ -77,8 +83,8 @@ protected:
     // A whole call; `payload` is what the service answered.
     Status Call(const std::string& url) {
         std::string call;
-        const char* const request = "<connectionTest><locale>en_US</locale></connectionTest>";
-        if (const Status status = BuildPayloadCall(request, "testConnection", "request", call)) return status;
+        if (const Status status = BuildPayloadCall(kConnectionTest, "testConnection", "request", call))
+            return status;
         payload.clear();
         if (const Status status = PVN_HTTPSend(url.c_str(), detail, call.c_str(), answer)) return status;
         return ReadPayloadResponse(answer.c_str(), "response", payload);
@@ -149,6 +155,45 @@ TEST_F(Network, AnAnswerThatNeverEndsIsEndedByTheLimit) {
     for (const char* const fault : {"silent", "stalls_in_body"}) {
         EXPECT_EQ(Call(service + "fail/" + fault), kStatusCallTimedOut) << fault;
         EXPECT_EQ(answer, "");
+    }
+}
+
+// --- The faults, as a worker sees them
+
+struct Reply {
+    const char* path;
+    Status status;
+    const char* payload = "";
+};
+
+TEST_F(Network, TheCallOfAWorkerHasTheStatusOfTheService) {
+    constexpr Reply kReplies[] = {
+        {"", kStatusSuccess, "<reached/>"},
+        {"fail/chunked", kStatusSuccess, "<reached/>"},
+        {"fail/odd_digits", kStatusSuccess, ""},
+        {"fail/denied", 0x8501},
+        {"fail/unavailable", 0x8502},
+        {"fail/unknown_status", kStatusUnexpectedContent},
+        {"fail/empty", kStatusUnexpectedContent},
+        {"fail/sign_in", kStatusUnexpectedContent},
+        {"fail/malformed", kStatusUnexpectedContent},
+        {"fail/deep", kStatusUnexpectedContent},
+        {"fail/cut_in_body", kStatusUnexpectedContent},
+        {"fail/cut_in_head", kStatusHttpError},
+        {"fail/reset_in_body", kStatusSystemError},
+        {"", kStatusSuccess, "<reached/>"},
+    };
+    for (const Reply& reply : kReplies) {
+        T_Storage bag;
+        SetString(bag, pvn_workflow::PvnWFKey_ServiceUrl, service + reply.path);
+        const pvn_workflow::WorkerNotifier notifier(pvn_workflow::BeginWorkerRun(),
+                                                    [](std::uint16_t, Status) { return true; });
+        payload = "an earlier payload";
+        EXPECT_EQ(pvn_workflow::CallService(bag, "testConnection", kConnectionTest, payload, notifier),
+                  reply.status)
+            << reply.path;
+        EXPECT_EQ(payload, reply.payload) << reply.path;
+        pvn_workflow::EndWorkerRun();
     }
 }
 

@@ -56,6 +56,7 @@ int WriteMethodCall(const char* methodName, const PVN_RPCParamVector& params, st
 
 Status BuildPayloadCall(const char* payload, const char* methodName, const char* requestParamName,
                         std::string& out) {
+    out.clear();
     const std::size_t length = payload ? std::strlen(payload) : 0;
     PVN_RPCUtf8Param param(requestParamName, payload, static_cast<std::ptrdiff_t>(length));
     if (length > 0 && !param.IsValid()) return kStatusNoMemory;

@@ -13,7 +13,8 @@ namespace brixen::pvn {
 int WriteMethodCall(const char* methodName, const PVN_RPCParamVector& params, std::string& out);
 
 // Replaces `out` by a call with one parameter, the payload as hexadecimal text. A null payload is the same as
-// an empty one. Returns kStatusNoMemory when there is no memory for that text, and otherwise 0. Throws
+// an empty one. Returns kStatusNoMemory, with an empty `out`, when there is no memory for that text, and
+// otherwise 0. Throws
 // std::bad_alloc when there is none for the call.
 [[nodiscard]] Status BuildPayloadCall(const char* payload, const char* methodName,
                                       const char* requestParamName, std::string& out);

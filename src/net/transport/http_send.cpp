@@ -29,15 +29,17 @@ std::u16string WideText(std::string_view text, std::size_t longest) {
     return wide;
 }
 
-// A host without a port is no proxy.
-std::u16string UserProxy(const CommunicationDetail& detail) {
+// A host without a port is no proxy. A host that is no text has no address, and the call must not go past it.
+Status UseUserProxy(const CommunicationDetail& detail, std::u16string& proxy) {
+    proxy.clear();
     PvnLog("%s: %s: Use User Proxy Setting:\n", kLogComponent, kLogInfo);
-    if (detail.proxyHost[0] == '\0' || detail.proxyPort == 0) return {};
+    if (detail.proxyHost[0] == '\0' || detail.proxyPort == 0) return kStatusSuccess;
     PvnLog("%s: %s:      proxy server  : %s\n", kLogComponent, kLogInfo, detail.proxyHost);
     PvnLog("%s: %s:      proxy port    : %d\n", kLogComponent, kLogInfo, detail.proxyPort);
     char text[kProxyTextSize];
     lyr::gen::SafePrintf(text, sizeof text, "%s:%d", detail.proxyHost, detail.proxyPort);
-    return WideText(text, kLongestProxy);
+    proxy = WideText(text, kLongestProxy);
+    return proxy.empty() ? kStatusNameNotResolved : kStatusSuccess;
 }
 
 // Returns early with the status of a look-up that the limit ended.
@@ -49,8 +51,7 @@ Status ChooseProxy(const char* url, const CommunicationDetail& detail, const Cal
         PvnLog("%s: %s: Use OS Proxy Setting:\n", kLogComponent, kLogInfo);
         return LookUpSystemProxy(url, limit, proxy);
     }
-    proxy = UserProxy(detail);
-    return kStatusSuccess;
+    return UseUserProxy(detail, proxy);
 }
 
 Status Send(const char* url, const CommunicationDetail& detail, const char* body, std::string& response) {

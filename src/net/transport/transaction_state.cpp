@@ -74,8 +74,9 @@ TransactionState::Step TransactionState::MakeRoom(std::uint32_t available) noexc
 // The memory at least doubles, so that a long answer is not copied for each of its parts.
 void TransactionState::Reallocate(std::uint32_t newCapacity) noexcept {
     if (newCapacity > allocated) {
-        const std::uint32_t size = std::max(newCapacity, std::min(2 * allocated, kLongestAnswer));
+        std::uint32_t size = std::max(newCapacity, std::min(2 * allocated, kLongestAnswer));
         std::unique_ptr<char[]> larger(new (std::nothrow) char[size]);
+        if (!larger && size > newCapacity) larger.reset(new (std::nothrow) char[size = newCapacity]);
         if (!larger) return;
         if (length > 0) std::memcpy(larger.get(), buffer.get(), length);
         buffer = std::move(larger);

@@ -257,11 +257,16 @@ TEST_F(Transport, CancelWhileTheServerIsSilent) {
 }
 
 TEST_F(Transport, CancelInTheMiddleOfTheAnswer) {
-    LoopbackServer server([](const Conversation& client) {
+    std::atomic<bool> isHalfSent = false;
+    LoopbackServer server([&isHalfSent](const Conversation& client) {
         client.Send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n" + Bytes(50000));
+        isHalfSent = true;
         client.AwaitClose();
     });
-    ExpectCancelAtOnce(server.Url(), server);
+    ExpectCancelAtOnce(server.Url(), [&isHalfSent] {
+        while (!isHalfSent) std::this_thread::yield();
+        Sleep(50); // for the client to read it
+    });
 }
 
 TEST_F(Transport, CancelWhileTheScriptOfTheProxySettingsStalls) {

@@ -1,4 +1,5 @@
 #include "net/platform/posix/net_twin.h"
+#include "values/unicode/lenient_text.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -43,7 +44,8 @@ bool Take(NativeEvent event) noexcept { return event && std::exchange(event->sha
 } // namespace
 
 NativeEvent MakeEvent(const char16_t* name) noexcept try {
-    if (IsNetCallRefused(name ? "MakeNamedEvent" : "MakeEvent")) return nullptr;
+    if (IsNetCallRefused(name ? "MakeNamedEvent " + lyr::gen::LenientUtf8(name) : "MakeEvent"))
+        return nullptr;
     const std::lock_guard guard(GetEvents().lock);
     std::shared_ptr<SharedEvent> shared;
     if (name) shared = GetEvents().named[name].lock();

@@ -32,9 +32,9 @@ TEST_F(HttpSend, MakesItsCallsInTheirOrder) {
     EXPECT_EQ(Send("http://service.test/call", "the body"), kStatusSuccess);
     EXPECT_EQ(response, "answer");
     EXPECT_THAT(NetTwinCalls(),
-                ElementsAre("MakeNamedEvent", "SplitUrl http://service.test/call", "ReadProxySettings",
-                            "OpenLookUpSession WinHTTP AutoProxy", "CloseHttp", "MakeEvent",
-                            "OpenSession PVN_CLIENT -", "SetPhaseLimits 61000",
+                ElementsAre("MakeNamedEvent CancelTransactionEvent", "SplitUrl http://service.test/call",
+                            "ReadProxySettings", "OpenLookUpSession WinHTTP AutoProxy", "CloseHttp",
+                            "MakeEvent", "OpenSession PVN_CLIENT -", "SetPhaseLimits 61000",
                             "OpenConnection service.test 80", "OpenRequest POST /call", "AddHeader Host: ops",
                             "AddHeader User-Agent: PVN", "AddHeader Content-Type: text/xml; charset=utf-8",
                             "AddHeader Connection: close", "AddHeader SOAPAction: urn:#pvnCallRequest",
@@ -109,6 +109,31 @@ TEST_F(HttpSend, AHostOrAPortAloneIsNoProxy) {
     }
     EXPECT_THAT(Calls("OpenSession"), ElementsAre("PVN_CLIENT -", "PVN_CLIENT -", "PVN_CLIENT -"));
     EXPECT_EQ(Log().back(), "PVN: _info_: Use User Proxy Setting:");
+}
+
+TEST_F(HttpSend, TheTimeOfALookUpIsPartOfTheLimit) {
+    GetFrameTwin().tickCount = 1000;
+    detail.timeoutSeconds = 10;
+    detail.useOsProxy = 0;
+    GetNetTwin().settings.detectsScript = true;
+    GetNetTwin().whileAsked = [] { GetFrameTwin().tickCount = 4000; };
+    EXPECT_EQ(Send(), kStatusSuccess);
+    EXPECT_EQ(Calls("WaitForEither").back(), "7000");
+}
+
+TEST_F(HttpSend, ACancelInTheSecondLookUpEndsTheCall) {
+    detail.useOsProxy = 1;
+    GetNetTwin().settings.detectsScript = true;
+    std::atomic<int> questions = 0;
+    GetNetTwin().whileAsked = [&] {
+        if (++questions < 2) return;
+        CancelTransaction();
+        door.Pass();
+    };
+    EXPECT_EQ(Send(), kStatusCallCanceled);
+    EXPECT_EQ(questions, 2);
+    EXPECT_THAT(Calls("OpenSession"), testing::IsEmpty());
+    door.isOpen = true;
 }
 
 TEST_F(HttpSend, TheLongestHostOfAProxyFits) {

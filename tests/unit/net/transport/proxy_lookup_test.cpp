@@ -53,7 +53,7 @@ TEST_F(ProxyLookUp, AFixedProxyNeedsNoQuestion) {
     GetNetTwin().settings = {u"http=p:80;https=q:81", u"http://script.test/", true};
     EXPECT_EQ(LookUp(), kStatusSuccess);
     EXPECT_EQ(proxy, u"q:81");
-    EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent", "ReadProxySettings"));
+    EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent CancelTransactionEvent", "ReadProxySettings"));
 }
 
 TEST_F(ProxyLookUp, AnEmptyFixedProxyIsNoneAndAsksNoScript) {
@@ -84,7 +84,7 @@ TEST_F(ProxyLookUp, WithoutASettingNothingIsAsked) {
     GetNetTwin().proxyForUrl = u"p:80";
     EXPECT_EQ(LookUp(), kStatusSuccess);
     EXPECT_EQ(proxy, u"");
-    EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent", "ReadProxySettings",
+    EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent CancelTransactionEvent", "ReadProxySettings",
                                             "OpenLookUpSession WinHTTP AutoProxy", "CloseHttp"));
 }
 
@@ -109,7 +109,7 @@ TEST_F(ProxyLookUp, AUrlThatIsNoUtf8HasNoProxy) {
     GetNetTwin().proxyForUrl = u"p:80";
     EXPECT_EQ(LookUp("https://service.test/\xE9"), kStatusSuccess);
     EXPECT_EQ(proxy, u"");
-    EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent", "ReadProxySettings"));
+    EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent CancelTransactionEvent", "ReadProxySettings"));
 }
 
 TEST_F(ProxyLookUp, AProxyThatDoesNotFitIsNone) {

@@ -256,6 +256,17 @@ TEST_F(Transaction, WithoutMemoryForTheAnswerNoReadFollows) {
     EXPECT_THAT(Calls("ReadData"), IsEmpty());
 }
 
+TEST_F(Transaction, WithoutMemoryForTwiceAsMuchItTakesWhatItNeeds) {
+    std::optional<pavane_test::FailNthAllocation> failure;
+    Script script = HeadersOfAnswer();
+    AddPart(script, Bytes(16000));
+    script.push_back(After([&] { failure.emplace(1); }, Notice(HttpNotice::kDataAvailable, 500)));
+    script.push_back(After([&] { failure.reset(); }, Read(Bytes(500))));
+    AddPart(script, "");
+    EXPECT_EQ(Run(script), kStatusSuccess);
+    EXPECT_EQ(response.size(), 16500u);
+}
+
 TEST_F(Transaction, WithoutMemoryForTheResponseItThrows) {
     std::optional<pavane_test::FailNthAllocation> failure;
     Script script = Answer({Bytes(1000)});

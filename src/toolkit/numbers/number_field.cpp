@@ -107,8 +107,7 @@ NumberField::Reading NumberField::Read(std::string_view controlText, std::string
     if (setValue.empty()) valueFormat = form;
     // The whole text is compared too: the end mark of a scale, or a stray add-in, can hold what reads as a
     // suffix or as the decimal sign.
-    const bool isUnchanged = text == WithoutBlanks(shownNumber) ||
-                             WithoutBlanks(std::string(controlText)) == WithoutBlanks(shownText);
+    const bool isUnchanged = text == WithoutBlanks(shownNumber) || controlText == shownText;
     if (isUnchanged) return {setValue, std::nullopt, {}};
 
     Reading reading;

@@ -141,6 +141,13 @@ TEST(NumberField, KnowsAnUnchangedTextWhateverTheAddInIs) {
     EXPECT_EQ(Read(time, "1/60", "/"), "6/1") << "a decimal sign that stands in the number";
 }
 
+TEST(NumberField, ReadsATextThatDiffersFromTheShownOneInItsBlanks) {
+    NumberField field = Field("whole", 0, "^0 5");
+    EXPECT_EQ(field.SetValue("1"), "1 5");
+    EXPECT_EQ(Read(field, "1 5"), "1") << "unchanged";
+    EXPECT_EQ(Read(field, "15"), "15") << "a number without the suffix";
+}
+
 TEST(NumberField, SkipsTheCharacterAfterTheCaretOfTheAddIn) {
     EXPECT_EQ(Field("whole", 0, "^\u00E9%").SetValue("3"), "3%");
     EXPECT_EQ(Field("whole", 0, "^^^").SetValue("3"), "3^");
@@ -258,6 +265,30 @@ TEST(NumberField, ReturnsTheClosestValueInTheFormOfTheValue) {
     NumberField fraction = Limited("1/2", "");
     fraction.SetValue("3/4");
     EXPECT_EQ(fraction.Read("1/4", ".").value, "0500000/1000000");
+}
+
+TEST(NumberField, RoundsALimitForAWholeValue) {
+    NumberField field = Limited("2.4", "", "whole");
+    field.SetValue("5");
+    const NumberField::Reading reading = field.Read("1", ".");
+    EXPECT_EQ(reading.closest, "2.400000");
+    EXPECT_EQ(reading.value, "2");
+}
+
+TEST(NumberField, WritesTheClosestNumberUncut) {
+    NumberField field = Limited("1e308", "");
+    const NumberField::Reading reading = field.Read("1", ".");
+    EXPECT_EQ(reading.closest.size(), 316u);
+    EXPECT_LE(reading.value.size(), kLongestNumberText);
+}
+
+TEST(NumberField, ChecksTheRangeOfBlanksAfterAnEmptyValue) {
+    NumberField field = Limited("1", "");
+    field.SetValue("5");
+    field.SetValue("");
+    const NumberField::Reading reading = field.Read("  ", ".");
+    EXPECT_TRUE(reading.outOfRange.has_value());
+    EXPECT_EQ(reading.closest, "1.000000");
 }
 
 TEST(NumberField, TakesAValueAtItsLimit) {

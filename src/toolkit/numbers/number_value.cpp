@@ -21,6 +21,7 @@ std::string_view SkipBlanks(std::string_view text) {
 std::int64_t ReadExponent(std::string_view text) {
     if (text.empty() || (text.front() != 'e' && text.front() != 'E')) return 0;
     text.remove_prefix(1);
+    if (text.starts_with("+-")) return 0;
     if (text.starts_with('+')) text.remove_prefix(1);
     std::int64_t exponent = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), exponent);

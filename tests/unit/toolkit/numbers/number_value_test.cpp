@@ -49,6 +49,8 @@ TEST(NumberValue, BeyondTheRangeOfDoubleIsTheLargestOrZero) {
     EXPECT_EQ(ParseNumber("0." + std::string(400, '0') + "1e+10"), 0);
     EXPECT_EQ(ParseNumber("0." + std::string(400, '0') + "1e+800"), kLargest);
     EXPECT_EQ(ParseNumber(std::string(500, '0')), 0);
+    EXPECT_EQ(ParseNumber("1" + std::string(400, '0') + "e+-500"), kLargest) << "two signs are no exponent";
+    EXPECT_EQ(ParseNumber("1" + std::string(400, '0') + "e--500"), kLargest);
 }
 
 TEST(NumberValue, OfAFractionDividesItsParts) {

@@ -8,8 +8,7 @@
 #include "values/unicode/text_conversion.h"
 #include "view/scope/expression_scope.h"
 
-#include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace brixen::zeve {
 namespace {
@@ -17,10 +16,8 @@ namespace {
 constexpr std::size_t kRoomForNumber =
     kLongestNumberText + 1; // bytes; the reader of the record may rely on it
 
-std::int32_t CutTo32(std::int64_t number) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
-}
+// Kept: the further bits of the number do not count.
+std::int32_t LowBits(std::int64_t number) { return static_cast<std::int32_t>(number); }
 
 void ShowRangeMessage(NativeWindow owner, const OutOfRange& outOfRange) {
     const std::string message = RangeMessage(ShownText(outOfRange.messageKeyText), outOfRange);
@@ -41,12 +38,18 @@ void CEveEditNumber::Prepare(CExpressionScope& viewAttributes, CExpressionScope&
     field = NumberField({.minimum = minimum,
                          .maximum = maximum,
                          .format = format,
-                         .precision = CutTo32(viewAttributes.GetLongOr("precision"_name, 1)),
+                         .precision = LowBits(viewAttributes.GetLongOr("precision"_name, 1)),
                          .addIn = addIn});
 }
 
 void CEveEditNumber::SetValue(const EventRecord& record) {
-    if (control) SetTextById(field.SetValue(ReadText(record, kKeySetValue)));
+    if (!control) return;
+    NumberField changed = field;
+    const std::string shown = changed.SetValue(ReadText(record, kKeySetValue));
+    const std::u16string text = lyr::gen::ToUtf16(shown, true);
+    // The host may read or delete the field while the control takes the text, so nothing is changed after it.
+    field = std::move(changed);
+    platform::SetControlText(platform::TopLevelOf(control), viewId, text.c_str());
 }
 
 void CEveEditNumber::GetValue(EventRecord& record, bool honorSubCheck) {

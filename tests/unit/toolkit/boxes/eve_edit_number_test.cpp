@@ -2,8 +2,11 @@
 #include "support/failing_allocator.h"
 #include "toolkit/event_record.h"
 #include "unit/toolkit/boxes/box_fixture.h"
+#include "values/unicode/text_conversion.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -107,6 +110,25 @@ TEST_F(EveEditNumber, StoresItsValueInRoomFor255Bytes) {
     }
 }
 
+TEST_F(EveEditNumber, KeepsItsValueIfTheNewOneCannotBeShown) {
+    CEveBox& field = Make("edit_number", {{"format", "whole"}});
+    SetText(field, "1.5");
+    EXPECT_THROW(SetText(field, "\xFF"), std::exception);
+    EXPECT_EQ(WindowOf(field).text, u"2");
+    EXPECT_EQ(Value(field), "1.5") << "unchanged";
+    Type(field, u"3");
+    EXPECT_EQ(Value(field), "3.0") << "in the form of the value that is shown";
+}
+
+TEST_F(EveEditNumber, HasNoLimitIfTheViewWritesItAsANumber) {
+    CEveBox& field = Make("edit_number", {{"min_value", 1}, {"max_value", 9}});
+    for (const char16_t* const text : {u"0", u"10"}) {
+        Type(field, text);
+        EXPECT_EQ(Value(field), lyr::gen::ToUtf8(text));
+    }
+    EXPECT_TRUE(TextsOf("ShowErrorMessage").empty());
+}
+
 TEST_F(EveEditNumber, ShowsNoMessageForATextWithoutNumber) {
     CEveBox& field = Make("edit_number", {{"max_value", "10"}});
     SetText(field, "1.5");
@@ -156,6 +178,25 @@ TEST_F(EveEditNumber, AnUncheckedSubCheckAloneWithholdsTheNumber) {
     EXPECT_EQ(Value(aware, true), "5");
     CEveBox& plain = Make("edit_number", {{"name", "5"}});
     EXPECT_EQ(Value(plain, true), "5") << "there is no sub check";
+}
+
+TEST_F(EveEditNumber, ARefusedSubCheckWithholdsNothing) {
+    MakeDialog();
+    headless::State().refuseWindow = 2; // the field is the first
+    CEveBox& field = Make("edit_number", {{"name", "5"}, {"check_box_aware", 1}});
+    ASSERT_NE(field.control, nullptr);
+    ASSERT_EQ(field.subControl, nullptr);
+    EXPECT_EQ(Value(field, true), "5");
+}
+
+TEST_F(EveEditNumber, TakesTheLow32BitsOfItsPrecision) {
+    constexpr std::int64_t k33Bits = std::int64_t{1} << 32;
+    CEveBox& two = Make("edit_number", {{"format", "decimal"}, {"precision", k33Bits + 2}});
+    SetText(two, "1");
+    EXPECT_EQ(WindowOf(two).text, u"1.00");
+    CEveBox& negative = Make("edit_number", {{"format", "decimal"}, {"precision", k33Bits - 1}});
+    SetText(negative, "1");
+    EXPECT_EQ(WindowOf(negative).text, u"1.0") << "-1 counts as 1";
 }
 
 TEST_F(EveEditNumber, TakesAnyNumberAsItsPrecision) {

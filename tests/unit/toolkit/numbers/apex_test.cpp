@@ -36,6 +36,7 @@ TEST(ApexFormat, ShowsAnApertureAsAnFNumber) {
                                              {"6/1", "8"},
                                              {"7/1", "11"},
                                              {"8/1", "16"},
+                                             {"9/1", "23"},
                                              {"20/1", "1024"},
                                              {"2001/100", ">f/1024", true},
                                              {"-1/100", ">f/1024", true},
@@ -112,6 +113,31 @@ TEST(SnapShutterTime, TriesALittleLongerTimesBelowATenth) {
     EXPECT_EQ(SnapShutterTime(1.0 / 1024), 1.0 / 1000) << "1/1024 times 1.024";
     EXPECT_DOUBLE_EQ(SnapShutterTime(0.95 / 1000), 0.1 / 105) << "still too short";
     EXPECT_DOUBLE_EQ(SnapShutterTime(0.92), 0.9) << "not below a tenth";
+}
+
+// Each value has another result on the other side of its border.
+TEST(SnapShutterTime, TriesALongerTimeByTheSizeOfTheTime) {
+    EXPECT_EQ(SnapShutterTime(0.094), 0.1) << "below 0.1: times 16/15";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.117), 1.0 / 9);
+    EXPECT_EQ(SnapShutterTime(0.0104), 1.0 / 90) << "not below 0.01: times 16/15";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.0094), 0.2 / 21);
+}
+
+TEST(SnapShutterTime, ChangesItsRoundingAtEachBorder) {
+    EXPECT_EQ(SnapShutterTime(10.4), 10) << "10";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(9.26), 9.3);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.55), 0.6) << "0.5";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.35), 1.0 / 3);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.0516), 1.0 / 19) << "0.05";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.0485), 0.2 / 4);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.00855), 0.2 / 23) << "0.00769";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.00751), 0.1 / 13);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.001364), 0.1 / 73) << "0.00133";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.001276), 0.02 / 16);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.000855), 0.02 / 23) << "0.000769";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(0.000751), 0.01 / 13);
+    EXPECT_DOUBLE_EQ(SnapShutterTime(6.7e-5), 0.01 / 149) << "0.0000667";
+    EXPECT_DOUBLE_EQ(SnapShutterTime(6.64e-5), 0.001 / 15);
 }
 
 TEST(SnapShutterTime, RoundsOtherTimesByTheirSize) {

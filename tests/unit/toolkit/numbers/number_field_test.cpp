@@ -64,6 +64,12 @@ TEST(NumberField, IsWholeWithoutDecimalsIfTheViewNamesNoFormat) {
     EXPECT_EQ(Read(field, "4"), "4");
 }
 
+TEST(NumberField, IgnoresThePrecisionIfTheViewNamesNoFormat) {
+    NumberField field = Field("", 3);
+    field.SetValue("");
+    EXPECT_EQ(Read(field, "2.5"), "2.5");
+}
+
 TEST(NumberField, TakesANegativePrecisionAsOne) {
     NumberField field = Field("decimal", -2);
     EXPECT_EQ(field.SetValue("2"), "2.0");
@@ -92,6 +98,13 @@ TEST(NumberField, AnEmptyValueKeepsTheNumberThatWasShown) {
     field.SetValue("");
     EXPECT_EQ(Read(field, "6"), "6");
     EXPECT_EQ(Read(field, "5"), "") << "counts as unchanged, and the value is empty";
+}
+
+TEST(NumberField, KeepsTheDecimalsOfAnEarlierValueForAWholeOne) {
+    NumberField field = Field("whole");
+    field.SetValue("1.2345");
+    field.SetValue("5");
+    EXPECT_EQ(Read(field, "5.25"), "5.2500");
 }
 
 TEST(NumberField, ReturnsAsManyDecimalsAsWereEverTyped) {
@@ -171,6 +184,12 @@ TEST(NumberField, TakesTheUsersDecimalSign) {
     EXPECT_EQ(Read(field, "2,5,5", ","), "2.5,5") << "a second sign stays";
     field.SetValue("1.0000");
     EXPECT_EQ(Read(field, "2,5,5", ","), "2.5000") << "and ends the number";
+}
+
+TEST(NumberField, TakesTheUsersDecimalSignAfterAPrefixWithThatSign) {
+    NumberField field = Field("decimal", 1, "x, ^0");
+    EXPECT_EQ(field.SetValue("1"), "x, 1.0");
+    EXPECT_EQ(Read(field, "x, 1,5", ","), "1.5");
 }
 
 TEST(NumberField, IgnoresBlanks) {

@@ -53,6 +53,14 @@ TEST(ConvertNumberText, WritesNothingFromAFormToItselfThatIsOnlyShown) {
     }
 }
 
+TEST(ConvertNumberText, RoundsHalvesAwayFromZero) {
+    ExpectAll({
+        {"2.5", {kDecimal, kWhole, 1}, "3"},
+        {"5/2", {kFraction, kWhole}, "3"},
+        {"1/8", {kFraction, kDecimal, 0, 2}, "0.13"},
+    });
+}
+
 TEST(ConvertNumberText, ConvertsAWholeNumber) {
     ExpectAll({
         {"1", {kWhole, kDecimal, 0, 2}, "1.00"},

@@ -31,7 +31,6 @@ zeve::NativeWindow FieldPane::ControlOf(std::uint16_t viewId) const {
 
 void FieldPane::Enter() {
     PagePane::Enter();
-    fieldToCorrect = kNoControl;
     if (firstFocus != kNoControl) {
         zeve::platform::Post(zeve::ZeveTopWindow(ref), kMessageFirstFocus, 0, 0);
     }

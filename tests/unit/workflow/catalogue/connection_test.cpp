@@ -104,6 +104,20 @@ TEST_F(Connection, EveryFailureHasWordsAndItsCode) {
     }
 }
 
+TEST_F(Connection, TheWorkerGetsTheLocaleAndNoNameOfTheProduct) {
+    SetLanguage("de_DE");
+    ThenStart(kTestButton);
+    Then([this] {
+        std::string locale, product;
+        GetString(context->workerBag->values, PvnWFKey_Language, locale);
+        EXPECT_EQ(locale, "de_DE");
+        EXPECT_FALSE(GetString(context->workerBag->values, PvnWFKey_ProductName, product));
+    });
+    ThenEndWith(kStatusSuccess);
+    ThenPressEsc();
+    Run();
+}
+
 TEST_F(Connection, DoneAfterAFailureIsASuccess) {
     ThenStart(kTestButton);
     ThenEndWith(kStatusCallTimedOut);

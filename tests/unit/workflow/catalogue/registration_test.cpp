@@ -147,6 +147,18 @@ TEST_F(Registration, TheTextToCorrectIsSelected) {
     Run();
 }
 
+TEST_F(Registration, AfterACorrectionThePageBeginsInItsFirstFieldAgain) {
+    ThenPress(kContinueButton);
+    ThenType(kNameField, u"Ann");
+    ThenPress(kRegisterButton);
+    ThenExpectAlert("email_missing", kEmailField);
+    ThenPress(kBackButton);
+    ThenPress(kContinueButton);
+    ThenExpectFocus(kNameField);
+    ThenLeave();
+    Run();
+}
+
 TEST_F(Registration, EnterNeverSendsTheDetails) {
     ThenRegister();
     ThenEndWith(kDenied);

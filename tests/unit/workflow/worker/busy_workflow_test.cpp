@@ -264,6 +264,7 @@ TEST_F(BusyPanes, TheEnteredPaneIsShownAndItsBarRuns) {
         void* pane = nullptr;
         EXPECT_TRUE(GetPtr(bag, PvnWFKey_CurrentPane, pane));
         EXPECT_EQ(pane, static_cast<PVNPane*>(gPlan.pane));
+        zeve::headless::FindWindow(TopDialog())->closeGrayed = false;
         gate.Open();
     });
     ThenAwaitTheEnd();
@@ -306,8 +307,10 @@ TEST_F(BusyPanes, APaintIsPostedBeforeTheStart) {
 
 TEST_F(BusyPanes, TheFocusIsOnTheDialog) {
     WorkWaits();
+    Then([] { System().calls.clear(); });
     ThenPress(kGo);
     Then([this] {
+        EXPECT_EQ(std::ranges::count(CallsOf("Focus"), TopDialog(), &zeve::headless::Call::window), 1);
         EXPECT_EQ(CallsOf("Focus").back().window, WindowOf(kCancel))
             << "the dialog passes it to its only button";
         gate.Open();
@@ -408,6 +411,7 @@ TEST_F(BusyPanes, ACancelLeadsBackToThePaneBefore) {
     ThenPress(kGo);
     Then([] {
         EXPECT_TRUE(zeve::platform::IsEnabled(WindowOf(kCancel))) << "it can be canceled again";
+        EXPECT_FALSE(gPlan.pane->IsCanceling());
         EXPECT_EQ(Control(kStatusText)->text, u"Waiting");
     });
     ThenAwaitTheEnd();

@@ -1,5 +1,6 @@
-// Catches what the shell starts, in a system folder without a browser of its own. This program itself is registered as the browser and as the handler of web
-// addresses; started so, it writes its command line into a file and ends before any test.
+// Catches what the shell starts, in a system folder without a browser of its own. This program itself is
+// registered as the browser and as the handler of web addresses; started so, it writes its command line into
+// a file and ends before any test.
 #pragma once
 
 #include <windows.h>

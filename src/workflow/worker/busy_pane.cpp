@@ -58,10 +58,11 @@ bool BusyPane::TakeStart() { return std::exchange(startsWorker, false); }
 
 void BusyPane::ShowFinished() { bar.SetFinished(); }
 
+// In a tour the button is the way on.
 bool BusyPane::OffersCancel() const {
+    if (traits.cancelButton == kNoBusyControl || isDemo) return traits.cancelButton != kNoBusyControl;
     std::uint32_t allowed = 0;
-    return traits.cancelButton != kNoBusyControl && GetLong(*context, PvnWFKey_AllowCancel, allowed) &&
-           allowed == 1;
+    return GetLong(*context, PvnWFKey_AllowCancel, allowed) && allowed == 1;
 }
 
 void BusyPane::Cancel() {

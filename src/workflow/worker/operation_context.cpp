@@ -2,6 +2,7 @@
 
 #include "dictionaries/translation.h"
 #include "net/transport/communication_detail.h"
+#include "values/wipe.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/worker/worker_start.h"
 
@@ -82,6 +83,13 @@ std::string OperationContext::RunAtOnce(const OperationTraits& operation) {
 }
 
 std::string OperationContext::Evaluate(const OperationTraits& operation) {
+    std::string event = EventOfEnd(operation);
+    // The bag stays until the next start, and the user may stay on a pane for long.
+    if (workerBag) RemoveSecret(workerBag->values, PvnWFKey_ProxyPassword);
+    return event;
+}
+
+std::string OperationContext::EventOfEnd(const OperationTraits& operation) {
     const Status status = gProgressStatus();
     SetLong(*this, PvnWFKey_WorkFlowResult, status);
     if (status == kStatusSuccess) {

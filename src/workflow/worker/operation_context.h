@@ -40,6 +40,7 @@ private:
     std::string StartAsync(const OperationTraits& operation);
     std::string RunAtOnce(const OperationTraits& operation);
     std::string Evaluate(const OperationTraits& operation);
+    std::string EventOfEnd(const OperationTraits& operation);
     WorkerCallback Notifier();
     void StartTimer();
 

@@ -13,9 +13,10 @@ namespace brixen::pvn::pvn_workflow {
 
 namespace {
 
-constexpr std::uint32_t kPauseBetweenSignals = 10; // milliseconds
+// In milliseconds. A signal can end a call of another process, so there are few of them.
+constexpr std::uint32_t kPauseBetweenLooks = 10, kPauseBetweenSignals = 250;
 
-constinit std::atomic<int> gWorkers = 0; // that work; never more than one on a thread of its own
+constinit std::atomic<int> gWorkers = 0; // that work; never more than one
 
 // A worker that works, owned by its thread.
 struct Worker {
@@ -61,15 +62,19 @@ Status RunOnThread(void* worker, WorkerCallback callback) {
     return RunToItsEnd(std::unique_ptr<Worker>(static_cast<Worker*>(worker)), callback);
 }
 
-// Returns whether no earlier worker works any longer. A signal ends one wait, so each pause has its own.
+// Returns whether no earlier worker works any longer. A signal ends one wait, so there is more than one.
 bool EndEarlierWorker() noexcept {
     if (!IsWorkerRunning()) return true;
     const EventHandle never(MakeEvent(nullptr));
     const std::uint32_t start = TickCount();
-    while (IsWorkerRunning()) {
-        if (TickCount() - start >= kLongestWaitForWorker) return false;
-        CancelTransaction();
-        if (!never || WaitForEither(never.get(), nullptr, kPauseBetweenSignals) == WaitResult::kFailed) {
+    for (std::uint32_t nextSignal = 0; IsWorkerRunning();) {
+        const std::uint32_t passed = TickCount() - start;
+        if (passed >= kLongestWaitForWorker) return false;
+        if (passed >= nextSignal) {
+            CancelTransaction();
+            nextSignal = passed + kPauseBetweenSignals;
+        }
+        if (!never || WaitForEither(never.get(), nullptr, kPauseBetweenLooks) == WaitResult::kFailed) {
             YieldThread();
         }
     }
@@ -97,6 +102,10 @@ void StartWorker(WorkerTask task, WorkerCallback notifier) noexcept {
 
 void RunWorkerHere(WorkerTask task, WorkerCallback notifier) noexcept {
     const WorkerRun run = task.run;
+    if (!EndEarlierWorker()) {
+        NotifyOfRun(run, notifier, kPercentFinished, kStatusNoThread);
+        return;
+    }
     std::unique_ptr<Worker> worker(new (std::nothrow) Worker(std::move(task)));
     if (worker) {
         RunToItsEnd(std::move(worker), notifier);

@@ -106,6 +106,7 @@ public:
         machine->SetTransition(kBusyState, kUnavailableState, kEventServerUnavailable);
         machine->SetTransition(kBusyState, kDeniedState, kEventTransactionDenied);
         machine->SetTransition(kBusyState, kFormState, kEventCanceledByUser);
+        machine->SetTransition(kBusyState, kDeniedState, kActionInProgress); // no answer of a start
         for (std::uint16_t state = kSuccessState; state <= kDeniedState; ++state) {
             machine->SetTransition(state, kBusyState, "Continue");
             machine->SetTransition(state, kWFState_Done, "DoneButton");
@@ -593,27 +594,31 @@ TEST_F(BusyPanes, WithoutATimerTheRunFails) {
     EXPECT_EQ(gProgressPercent(), 0);
 }
 
+// Also where the host has withheld the button: it is the way on.
 TEST_F(BusyPanes, ATourStartsNoWorker) {
-    ThenExpectState(kFormState);
-    ThenPress(kGo);
-    ThenExpectState(kBusyState);
-    Then([] {
-        for (const auto& call : CallsOf("Post")) {
-            EXPECT_NE(call.numbers[0], kMessageStartWorker);
-            EXPECT_NE(call.numbers[0], 15);
-        }
-        Tell(TopDialog(), kMessageStartWorker);
-        EXPECT_EQ(gPlan.context->StartedOperation(), nullptr);
-    });
-    ThenPress(kCancel);
-    Then([] { EXPECT_FALSE(gProgressCancel); });
-    ThenExpectState(kSuccessState);
-    for (int state = kSuccessState; state <= kDeniedState; ++state) ThenPress(kDone);
-    Select("en_US");
-    FakeContext context(bag);
-    EXPECT_TRUE(BusyWorkFlow(context).Run(true));
-    EXPECT_TRUE(System().script.empty());
-    EXPECT_EQ(gFakeWork.calls, 0);
+    for (const bool mayCancel : {true, false}) {
+        SetLong(bag, PvnWFKey_AllowCancel, mayCancel);
+        ThenExpectState(kFormState);
+        ThenPress(kGo);
+        ThenExpectState(kBusyState);
+        Then([] {
+            for (const auto& call : CallsOf("Post")) {
+                EXPECT_NE(call.numbers[0], kMessageStartWorker);
+                EXPECT_NE(call.numbers[0], 15);
+            }
+            Tell(TopDialog(), kMessageStartWorker);
+            EXPECT_EQ(gPlan.context->StartedOperation(), nullptr);
+        });
+        ThenPress(kCancel);
+        Then([] { EXPECT_FALSE(gProgressCancel); });
+        ThenExpectState(kSuccessState);
+        for (int state = kSuccessState; state <= kDeniedState; ++state) ThenPress(kDone);
+        Select("en_US");
+        FakeContext context(bag);
+        EXPECT_TRUE(BusyWorkFlow(context).Run(true));
+        EXPECT_TRUE(System().script.empty());
+        EXPECT_EQ(gFakeWork.calls, 0);
+    }
 }
 
 } // namespace

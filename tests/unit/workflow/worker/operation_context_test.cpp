@@ -290,6 +290,17 @@ TEST_F(OperationActions, ADoneActionWithoutAStartTakesNothing) {
     EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "TransactionDenied");
 }
 
+TEST_F(OperationActions, ThePasswordLeavesTheBagOfTheWorkerAfterItsEnd) {
+    SetProxy(bag, "own");
+    for (const Status status : {kStatusSuccess, kStatusHttpError}) {
+        WorkReturns(status);
+        RunToItsEnd();
+        EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyPassword), std::nullopt);
+        EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyHost), "own.host");
+    }
+    ExpectProxy(bag, "own");
+}
+
 TEST_F(OperationActions, TheBagOfTheWorkerIsWiped) {
     SetProxy(bag, "own");
     const char* password = nullptr;
@@ -364,12 +375,26 @@ TEST_F(OutlivingWorker, ThatDoesNotEndRefusesTheNextStart) {
     const std::uint32_t before = TickCount();
     context.Action("PvnWF_FakeAsync");
     EXPECT_GE(TickCount() - before, kLongestWaitForWorker);
+    EXPECT_LT(TickCount() - before, 10 * kLongestWaitForWorker);
     EXPECT_EQ(gProgressPercent(), 100);
     EXPECT_EQ(gProgressStatus(), 33410);
     EXPECT_EQ(gFakeWork.calls, 1);
     outliving.gate.Open();
     AwaitWorkers();
     EXPECT_EQ(gProgressStatus(), 33410) << "the earlier worker is dropped";
+}
+
+TEST_F(OutlivingWorker, ThatDoesNotEndRefusesASynchronousOneToo) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        Start(other);
+    }
+    EXPECT_EQ(context.Action("PvnWF_FakeAtOnce"), "NoInternetConnection");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33410u);
+    EXPECT_EQ(gFakeWork.calls, 1);
+    outliving.gate.Open();
+    AwaitWorkers();
 }
 
 // The names of events are the process's, so a handle of the event shows its signals.

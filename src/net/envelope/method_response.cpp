@@ -117,7 +117,12 @@ Status ReadPayloadResponse(const char* responseText, const char* responseParamNa
 }
 
 void LogUnknownResponse(const std::string& responseText) noexcept {
-    const std::string_view shown = lyr::gen::CutToBytes(responseText, kLongestLoggedResponse);
+    std::string_view shown = lyr::gen::CutToBytes(responseText, kLongestLoggedResponse);
+    // More bytes than a character has are none, and stay.
+    constexpr std::size_t kLongestCharacter = 4;
+    if (std::min(responseText.size(), kLongestLoggedResponse) - shown.size() >= kLongestCharacter) {
+        shown = std::string_view(responseText).substr(0, kLongestLoggedResponse);
+    }
     char rest[64] = "";
     const std::size_t hidden = responseText.size() - shown.size();
     if (hidden > 0) std::snprintf(rest, sizeof rest, "\n... and %zu more bytes", hidden);

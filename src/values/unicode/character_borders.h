@@ -3,7 +3,6 @@
 
 #include "values/unicode/code_point.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -25,14 +24,11 @@ constexpr std::u16string_view CutToUnits(std::u16string_view text, std::size_t c
     return text.substr(0, IsHighSurrogate(text[count - 1]) ? count - 1 : count);
 }
 
-// The first `count` bytes of a text in UTF-8, or all of a shorter one. Up to three fewer where a character
-// would be cut.
+// The first `count` bytes of a text in UTF-8, or all of a shorter one. Fewer where a character would be cut.
 constexpr std::string_view CutToBytes(std::string_view text, std::size_t count) {
     if (text.size() <= count) return text;
-    for (std::size_t fewer = 0; fewer <= std::min<std::size_t>(count, 3); ++fewer) {
-        if (BeginsCharacter(text[count - fewer])) return text.substr(0, count - fewer);
-    }
-    return text.substr(0, count); // no UTF-8
+    while (count > 0 && !BeginsCharacter(text[count])) --count;
+    return text.substr(0, count);
 }
 
 // The first character of a text in UTF-8; nothing of an empty one.

@@ -324,6 +324,11 @@ TEST_F(UnknownResponse, IsLoggedAsItIs) {
               std::string(kLogStart) + "<html>\n100 % of %s\n</html>" + kLogEnd);
 }
 
+TEST_F(UnknownResponse, OfBytesThatAreNoCharactersIsLoggedToo) {
+    const std::string bytes(kLongestLoggedResponse, '\x80');
+    EXPECT_EQ(Logged(bytes + "\x80\x80"), kLogStart + bytes + "\n... and 2 more bytes" + kLogEnd);
+}
+
 TEST_F(UnknownResponse, MayBeEmpty) { EXPECT_EQ(Logged(""), std::string(kLogStart) + kLogEnd); }
 
 TEST_F(UnknownResponse, EndsAtItsFirstZeroByte) {

@@ -245,7 +245,12 @@ TEST_F(Transaction, AnAnswerThatLandsOnItsCapacityStalls) {
 TEST_F(Transaction, WithoutMemoryForTheAnswerNoReadFollows) {
     std::optional<pavane_test::FailNthAllocation> failure;
     Script script = HeadersOfAnswer();
-    script.push_back(After([&] { failure.emplace(1); }, Notice(HttpNotice::kDataAvailable, 100)));
+    script.push_back(After(
+        [&] {
+            AwaitWaiter();
+            failure.emplace(1);
+        },
+        Notice(HttpNotice::kDataAvailable, 100)));
     script.push_back(After(
         [&] {
             failure.reset();
@@ -260,7 +265,12 @@ TEST_F(Transaction, WithoutMemoryForTwiceAsMuchItTakesWhatItNeeds) {
     std::optional<pavane_test::FailNthAllocation> failure;
     Script script = HeadersOfAnswer();
     AddPart(script, Bytes(16000));
-    script.push_back(After([&] { failure.emplace(1); }, Notice(HttpNotice::kDataAvailable, 500)));
+    script.push_back(After(
+        [&] {
+            AwaitWaiter();
+            failure.emplace(1);
+        },
+        Notice(HttpNotice::kDataAvailable, 500)));
     script.push_back(After([&] { failure.reset(); }, Read(Bytes(500))));
     AddPart(script, "");
     EXPECT_EQ(Run(script), kStatusSuccess);
@@ -270,14 +280,20 @@ TEST_F(Transaction, WithoutMemoryForTwiceAsMuchItTakesWhatItNeeds) {
 TEST_F(Transaction, WithoutMemoryForTheResponseItThrows) {
     std::optional<pavane_test::FailNthAllocation> failure;
     Script script = Answer({Bytes(1000)});
-    script.back().before = [&] { failure.emplace(1); };
+    script.back().before = [&] {
+        AwaitWaiter();
+        failure.emplace(1);
+    };
     EXPECT_THROW(static_cast<void>(Run(script)), std::bad_alloc);
 }
 
 TEST_F(Transaction, HttpSendReportsMissingMemoryAsAStatusWithoutMemory) {
     std::optional<pavane_test::FailNthAllocation> failure;
     GetNetTwin().script = Answer({Bytes(1000)});
-    GetNetTwin().script.back().before = [&] { failure.emplace(1); };
+    GetNetTwin().script.back().before = [&] {
+        AwaitWaiter();
+        failure.emplace(1);
+    };
     EXPECT_EQ(Send(), 53410);
     EXPECT_EQ(response, "");
 }

@@ -102,6 +102,12 @@ protected:
         return found;
     }
 
+    // From then on the waiting thread allocates nothing until the call has ended. For the thread of the
+    // script.
+    static void AwaitWaiter() {
+        while (Calls("WaitForEither").empty()) std::this_thread::yield();
+    }
+
     pavane_test::LogFile log;
     Door door; // outlives whatever waits at it
     CommunicationDetail detail;

@@ -9,8 +9,8 @@ host_ends 0 "&Welcome"
 
 installed=$(mktemp -d)
 trap 'finish; rm -rf "$installed"' EXIT
-cp -r "$bin"/{pavane.dll,pavane-host.exe,window-probe.exe,PVResources} "$installed"
-bin=$installed
+cp -r "$bin"/{pavane.dll,pavane-host.exe,PVResources} "$installed"
+hostFolder=$installed
 view=$installed/PVResources/welcome.exv
 
 printf 'dialog(name: 1) {\n  button(width: unheardOf);\n}\n' >"$view"

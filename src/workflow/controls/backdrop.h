@@ -1,4 +1,4 @@
-// The painted backdrop of a dialog, and the brush that paints the same backdrop behind text controls.
+// Paints the backdrop of a dialog, and makes the brush that continues it behind text controls.
 #pragma once
 
 #include "workflow/controls/panel_renderer.h"

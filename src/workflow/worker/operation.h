@@ -7,9 +7,9 @@
 
 namespace brixen::pvn::pvn_workflow {
 
-// Does the work and returns its status, 0 for success. Runs on the worker's thread and may block, so it uses
-// nothing but the bag and the notifier. It may throw: memory that runs out becomes kStatusNoMemory, any other
-// exception kStatusException. It need not ask the notifier first.
+// Does the work and returns its status, 0 for success. Runs on the worker's thread and may block. It uses
+// only the bag and the notifier. It may throw: std::bad_alloc becomes kStatusNoMemory, and any other
+// exception becomes kStatusException. It need not ask the notifier first.
 using WorkerEntryOfBag = Status (*)(T_StorageInterface& workerBag, const WorkerNotifier& notifier);
 
 // An operation of a workflow. Its context has three actions for it, "<name>Async", "<name>AsyncDone" and

@@ -4,7 +4,7 @@
 #include "frame/status.h"
 #include "support/languages.h"
 #include "toolkit/control_styles.h"
-#include "unit/workflow/panes/dialog_fixture.h"
+#include "unit/workflow/catalogue/shipped_workflow_fixture.h"
 #include "unit/workflow/without_memory.h"
 #include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/privacy_data.h"
@@ -53,27 +53,8 @@ std::u16string Statement(const std::string& locale) {
 }
 
 // With the shipped resources.
-class Privacy : public DialogFixture {
+class Privacy : public ShippedWorkFlow<PVNPrivacyWorkFlow> {
 protected:
-    Privacy() { SetLanguage("en_US"); }
-
-    void SetLanguage(const std::string& language) { SetString(bag, PvnWFKey_Language, language); }
-
-    std::uint16_t Run() {
-        SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
-        const std::uint16_t status = RunWorkFlowFromBag<PVNPrivacyWorkFlow>(bag);
-        ExpectNoUseOfClosedWindows();
-        // Without an end state the status would be the stored result all the same.
-        if (status != kStatusException) {
-            EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
-        }
-        return status;
-    }
-    std::uint32_t StoredResult() {
-        std::uint32_t result = 0;
-        GetLong(bag, PvnWFKey_WorkFlowResult, result);
-        return result;
-    }
     std::string StoredLanguage() {
         std::string language = "none";
         GetString(bag, PvnWFKey_PrivacyLanguage, language);
@@ -138,10 +119,6 @@ protected:
             Tell(TopDialog(), zeve::kMessageCommand, std::uintptr_t{notification} << 16 | id);
         });
     }
-
-    T_Storage bag;
-    Window mainWindow = MakeMainWindow();
-    bool isEndedFromOutside = false;
 };
 
 TEST_F(Privacy, AcceptedIsASuccess) {
@@ -441,31 +418,6 @@ TEST_F(Privacy, NothingIsDeliveredAfterTheEnd) {
     });
     EXPECT_EQ(Run(), kStatusSuccess);
     EXPECT_EQ(StoredResult(), 35074u) << "as it was";
-}
-
-TEST_F(Privacy, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
-    for (const std::string& language : Locales()) {
-        SetLanguage(language);
-        Then([language] {
-            const auto area = zeve::platform::ClientArea(TopDialog());
-            EXPECT_EQ(area.Width(), 560);
-            EXPECT_EQ(area.Height(), 420);
-            for (const auto& window : System().windows) {
-                if (window->parent != TopDialog() || window->className == u"combobox") continue;
-                EXPECT_GE(window->frame.left, 8) << language << window->id;
-                EXPECT_GE(window->frame.top, 8) << language << window->id;
-                EXPECT_LE(window->frame.right, area.right - 8) << language << window->id;
-                EXPECT_LE(window->frame.bottom, area.bottom - 8) << language << window->id;
-                const bool hasText = window->className == u"button" ||
-                                     (window->className == u"static" && (window->style & 0xFF) == 0);
-                if (hasText) {
-                    EXPECT_FALSE(window->text.empty()) << language << window->id;
-                }
-            }
-        });
-        ThenPress(kCancelButton);
-        EXPECT_EQ(Run(), 35074);
-    }
 }
 
 TEST_F(Privacy, TheButtonsOfAPaneAreSideBySideWithBackApart) {

@@ -22,6 +22,7 @@ namespace {
 using Controls = std::vector<zeve::headless::Window>;
 
 constexpr int kTitleGap = 17, kGroupGap = 12, kLabelGap = 6;
+constexpr int kDialogWidth = 560, kDialogHeight = 420, kDialogMargin = 8;
 constexpr int kSheetTop = 62, kSheetBottom = 358; // in background.svg
 constexpr int kSheetMargin = 18, kButtonGap = 20;
 constexpr std::uint16_t kLastButton = 99; // the ids of the buttons below the pages end here
@@ -49,6 +50,9 @@ protected:
     Controls ControlsOf(const std::string& locale) {
         Controls controls;
         Then([&controls] {
+            const auto area = zeve::platform::ClientArea(TopDialog());
+            EXPECT_EQ(area.Width(), kDialogWidth);
+            EXPECT_EQ(area.Height(), kDialogHeight);
             for (const auto& window : System().windows) {
                 if (window->parent == TopDialog()) controls.push_back(*window);
             }
@@ -104,6 +108,36 @@ protected:
 private:
     struct EndOfTest : std::exception {};
 };
+
+TEST_F(ShippedLayout, EveryControlLiesInsideTheDialog) {
+    ForEveryLayout([](const Controls& controls, const std::vector<Controls>&) {
+        for (const auto& control : controls) {
+            EXPECT_GE(control.frame.left, kDialogMargin) << control.id;
+            EXPECT_GE(control.frame.top, kDialogMargin) << control.id;
+            EXPECT_LE(control.frame.right, kDialogWidth - kDialogMargin) << control.id;
+            if (IsPopup(control)) continue; // its frame is that of the open list
+            EXPECT_LE(control.frame.bottom, kDialogHeight - kDialogMargin) << control.id;
+        }
+    });
+}
+
+TEST_F(ShippedLayout, EveryButtonHasAText) {
+    ForEveryLayout([](const Controls& controls, const std::vector<Controls>&) {
+        for (const auto& control : controls) {
+            if (control.className != u"button") continue;
+            EXPECT_FALSE(control.text.empty()) << control.id;
+        }
+    });
+}
+
+TEST_F(ShippedLayout, NoTextOfAWorkflowWithoutServiceIsEmpty) {
+    ForEachLayout([](const Controls& controls, const std::vector<Controls>&) {
+        for (const auto& control : controls) {
+            if (!IsLabel(control)) continue;
+            EXPECT_FALSE(control.text.empty()) << control.id;
+        }
+    });
+}
 
 TEST_F(ShippedLayout, ATitleIsFollowedByTheTitleGap) {
     ForEveryLayout([](const Controls&, const std::vector<Controls>& pages) {

@@ -3,7 +3,7 @@
 #include "frame/status.h"
 #include "support/languages.h"
 #include "toolkit/control_styles.h"
-#include "unit/workflow/panes/dialog_fixture.h"
+#include "unit/workflow/catalogue/shipped_workflow_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
 #include "unit/workflow/without_memory.h"
 #include "values/unicode/text_conversion.h"
@@ -30,27 +30,8 @@ using pavane_test::Locales;
 constexpr std::uint16_t kAlertQuitButton = 101, kAlertStayButton = 102;
 
 // With the shipped resources.
-class Welcome : public DialogFixture {
+class Welcome : public ShippedWorkFlow<PVNWelcomeWorkFlow> {
 protected:
-    Welcome() { SetLanguage("en_US"); }
-
-    void SetLanguage(const std::string& language) { SetString(bag, PvnWFKey_Language, language); }
-
-    std::uint16_t Run() {
-        SetPtr(bag, PvnWFKey_MainWindow, mainWindow);
-        const std::uint16_t status = RunWorkFlowFromBag<PVNWelcomeWorkFlow>(bag);
-        ExpectNoUseOfClosedWindows();
-        // Without an end state the status would be the stored result all the same.
-        if (status != kStatusException) {
-            EXPECT_EQ(frame.workflowPhase == kPhaseEnded, !isEndedFromOutside);
-        }
-        return status;
-    }
-    std::uint32_t StoredResult() {
-        std::uint32_t result = 0;
-        GetLong(bag, PvnWFKey_WorkFlowResult, result);
-        return result;
-    }
     static std::u16string Title() { return zeve::platform::TextOf(TopDialog()); }
 
     static void ThenExpectPane(std::u16string title, std::uint16_t shown, std::vector<std::uint16_t> hidden) {
@@ -69,10 +50,6 @@ protected:
     static void ThenExpectReady(std::u16string title = u"Getting started: Everything is ready") {
         ThenExpectPane(title, kDoneButton, {kContinueButton, kStepsPicture, kLearnMoreLink});
     }
-
-    T_Storage bag;
-    Window mainWindow = MakeMainWindow();
-    bool isEndedFromOutside = false;
 };
 
 TEST_F(Welcome, WalkedToItsEndIsASuccess) {
@@ -338,31 +315,6 @@ TEST_F(Welcome, HighContrastDropsThePictures) {
     ThenPress(kContinueButton);
     ThenPress(kDoneButton);
     EXPECT_EQ(Run(), kStatusSuccess);
-}
-
-TEST_F(Welcome, EveryControlLiesInsideTheDialogAndNoTextIsEmpty) {
-    for (const std::string& language : Locales()) {
-        SetLanguage(language);
-        Then([language] {
-            const auto area = zeve::platform::ClientArea(TopDialog());
-            EXPECT_EQ(area.Width(), 560);
-            EXPECT_EQ(area.Height(), 420);
-            for (const auto& window : System().windows) {
-                if (window->parent != TopDialog()) continue;
-                EXPECT_GE(window->frame.left, 8) << language << window->id;
-                EXPECT_GE(window->frame.top, 8) << language << window->id;
-                EXPECT_LE(window->frame.right, area.right - 8) << language << window->id;
-                EXPECT_LE(window->frame.bottom, area.bottom - 8) << language << window->id;
-                const bool hasText = window->className == u"button" || (window->style & 0xFF) == 0;
-                if (hasText) {
-                    EXPECT_FALSE(window->text.empty()) << language << window->id;
-                }
-            }
-        });
-        ThenPress(kQuitButton);
-        ThenPress(kAlertQuitButton);
-        EXPECT_EQ(Run(), kStatusUserQuit);
-    }
 }
 
 TEST_F(Welcome, ButtonsAreMirroredInHebrewAndArabic) {

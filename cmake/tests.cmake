@@ -30,6 +30,9 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" OR PAVANE_PRECOMPILED_TEST_HEADERS)
     target_precompile_headers(test_support PRIVATE ${precompiledHeaders})
 endif()
 
+# Tests of threads have programs of their own, so that ThreadSanitizer need not build all tests of the room around them.
+set(programsOfTheirOwn tests/unit/workflow/context tests/unit/workflow/worker)
+
 # pavane_test(NAME FOLDER library...): a test program of all sources and resources of FOLDER; each native test is one
 # of CTest's. Programs that show windows have the screen to themselves.
 function(pavane_test name folder)
@@ -38,6 +41,11 @@ function(pavane_test name folder)
         set(locks RESOURCE_LOCK display)
     endif()
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.rc)
+    foreach(own IN LISTS programsOfTheirOwn)
+        if(NOT folder STREQUAL "${CMAKE_SOURCE_DIR}/${own}")
+            list(FILTER sources EXCLUDE REGEX "/${own}/")
+        endif()
+    endforeach()
     if(NOT sources)
         return()
     endif()
@@ -89,6 +97,11 @@ function(pavane_test_folders kind)
             set(seen pavane_core)
         endif()
         pavane_test(${kind}_${room} ${folder} ${seen})
+        foreach(own IN LISTS programsOfTheirOwn)
+            if(own MATCHES "^tests/${kind}/${room}/(.*)")
+                pavane_test(${kind}_${room}_${CMAKE_MATCH_1} ${CMAKE_SOURCE_DIR}/${own} ${seen})
+            endif()
+        endforeach()
     endforeach()
 endfunction()
 

@@ -85,7 +85,7 @@ Status PreloadWorkflow(std::uint16_t number) {
 }
 
 void AbandonRun() noexcept {
-    GetLaunchers().abandonDialogs();
+    GetLaunchers().abandonRun();
     StoreLastError(kStatusException);
     GetFrameState().gPreloadedWorkflow = 0;
     ClearRunMark();

@@ -8,6 +8,7 @@
 #include "workflow/catalogue/welcome.h"
 #include "workflow/resources/resource_layer.h"
 #include "workflow/run_workflow.h"
+#include "workflow/worker/worker_start.h"
 
 #include <algorithm>
 
@@ -45,10 +46,15 @@ constexpr WorkflowRow kWorkflows[] = {
      .keepsProxy = true},
 };
 
+void AbandonRunOfEngine() noexcept {
+    zeve::AbandonDialogs();
+    pvn_workflow::AbandonWorker();
+}
+
 } // namespace
 
 constinit const LauncherTable kLauncherTable = {
-    kWorkflows, SelectLanguage, LoadViewDescription, ShutDownResources, zeve::AbandonDialogs,
+    kWorkflows, SelectLanguage, LoadViewDescription, ShutDownResources, AbandonRunOfEngine,
 };
 
 const LauncherTable& GetLaunchers() noexcept {

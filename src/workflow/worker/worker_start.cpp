@@ -1,5 +1,6 @@
 #include "workflow/worker/worker_start.h"
 
+#include "frame/log.h"
 #include "frame/platform/frame_platform.h"
 #include "frame/worker_thread.h"
 #include "net/platform/net_platform.h"
@@ -17,6 +18,7 @@ namespace {
 constexpr std::uint32_t kPauseBetweenLooks = 10, kPauseBetweenSignals = 250;
 
 constinit std::atomic<int> gWorkers = 0; // that work; never more than one
+constinit bool gWorksHere = false;       // the dialog's own thread works
 
 // A worker that works, owned by its thread.
 struct Worker {
@@ -69,7 +71,10 @@ bool EndEarlierWorker() noexcept {
     const std::uint32_t start = TickCount();
     for (std::uint32_t nextSignal = 0; IsWorkerRunning();) {
         const std::uint32_t passed = TickCount() - start;
-        if (passed >= kLongestWaitForWorker) return false;
+        if (passed >= kLongestWaitForWorker) {
+            LogRequirement(kThreadRefused);
+            return false;
+        }
         if (passed >= nextSignal) {
             CancelTransaction();
             nextSignal = passed + kPauseBetweenSignals;
@@ -94,6 +99,12 @@ Status Start(WorkerTask task, WorkerCallback notifier) noexcept {
 
 bool IsWorkerRunning() noexcept { return gWorkers != 0; }
 
+void AbandonWorker() noexcept {
+    EndWorkerRun();
+    if (std::exchange(gWorksHere, false)) --gWorkers; // it was left, too
+    if (IsWorkerRunning()) CancelTransaction();
+}
+
 void StartWorker(WorkerTask task, WorkerCallback notifier) noexcept {
     const WorkerRun run = task.run;
     const Status status = Start(std::move(task), notifier);
@@ -107,11 +118,13 @@ void RunWorkerHere(WorkerTask task, WorkerCallback notifier) noexcept {
         return;
     }
     std::unique_ptr<Worker> worker(new (std::nothrow) Worker(std::move(task)));
-    if (worker) {
-        RunToItsEnd(std::move(worker), notifier);
-    } else {
+    if (!worker) {
         NotifyOfRun(run, notifier, kPercentFinished, kStatusNoMemory);
+        return;
     }
+    gWorksHere = true;
+    RunToItsEnd(std::move(worker), notifier);
+    gWorksHere = false;
 }
 
 } // namespace brixen::pvn::pvn_workflow

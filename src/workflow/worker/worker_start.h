@@ -21,12 +21,15 @@ struct WorkerTask {
 inline constexpr std::uint32_t kLongestWaitForWorker = 2000;
 
 // Starts a worker, after the end of an earlier one: that is told to stop and waited for. If none can be
-// started, the end is reported at once, with the status of the refusal; kStatusNoThread also if the earlier
-// one still works.
+// started, the end is reported at once, with the status of the refusal; kStatusNoThread, logged, also if the
+// earlier one still works.
 void StartWorker(WorkerTask task, WorkerCallback notifier) noexcept;
 
-// Does the same work on this thread, to its end.
+// Does the same work on this thread, the dialog's, to its end.
 void RunWorkerHere(WorkerTask task, WorkerCallback notifier) noexcept;
+
+// For a run that was left without destructors: its worker is told to stop, and its reports are dropped.
+void AbandonWorker() noexcept;
 
 // Whether a worker works, of this run or of an earlier one. It does so no longer when it reports its end.
 [[nodiscard]] bool IsWorkerRunning() noexcept;

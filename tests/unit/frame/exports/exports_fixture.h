@@ -48,7 +48,7 @@ inline void RecordShutDown() {
     if (gEngine.onShutDown) gEngine.onShutDown();
 }
 
-inline void RecordAbandon() noexcept { gEngine.calls.push_back("abandon dialogs"); }
+inline void RecordAbandon() noexcept { gEngine.calls.push_back("abandon run"); }
 
 inline constexpr WorkflowRow kTestWorkflows[] = {
     {.name = "First", .run = RecordRun, .type = 11, .number = 1},

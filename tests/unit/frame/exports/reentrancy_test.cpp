@@ -129,7 +129,7 @@ TEST_F(Exports, AnAbandonedRunLeavesNothingOfItself) {
     Pavane_Initialize(0, 0);
     gEngine.run = [&](T_StorageInterface&) -> Status {
         AbandonRun();
-        EXPECT_EQ(gEngine.calls.back(), "abandon dialogs");
+        EXPECT_EQ(gEngine.calls.back(), "abandon run");
         EXPECT_FALSE(IsRunUnderWay());
         EXPECT_EQ(Pavane_Info_GetErrorCode(), PAVANE_EXCEPTION);
         EXPECT_EQ(GetFrameState().gPreloadedWorkflow, 0);
@@ -151,7 +151,7 @@ TEST_F(Exports, AnAbandonedRunCarriesOutADeferredTerminate) {
     };
     Pavane_Initialize(0, 0);
     Pavane_RunWorkflow(1, nullptr);
-    EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "abandon dialogs", "shut down"));
+    EXPECT_THAT(gEngine.calls, ElementsAre("select en_US", "run", "abandon run", "shut down"));
 }
 
 // A thread that makes calls to be refused from the mark of each run until the workflow itself runs.

@@ -427,6 +427,18 @@ TEST_F(CancelSignals, TheEndOfARunSignalsItsWorker) {
     AwaitWorkers();
 }
 
+TEST_F(CancelSignals, AnAbandonedRunSignalsItsWorkerAndDropsItsReports) {
+    Start(context);
+    AbandonWorker();
+    EXPECT_TRUE(TakeSignal());
+    outliving.gate.Open();
+    AwaitWorkers();
+    EXPECT_EQ(outliving.goesOn, false);
+    EXPECT_EQ(gProgressPercent(), 0);
+    AbandonWorker();
+    EXPECT_FALSE(TakeSignal()) << "nobody works";
+}
+
 TEST_F(CancelSignals, TheNextStartSignalsAgain) {
     event.reset();
     std::atomic<int> waits = 0;

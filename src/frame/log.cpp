@@ -1,5 +1,6 @@
 #include "frame/log.h"
 
+#include "frame/brief_lock.h"
 #include "frame/frame_state.h"
 #include "frame/platform/frame_platform.h"
 
@@ -27,21 +28,11 @@ LogPath MakeLogPath() noexcept {
     return path;
 }
 
-// Has the stream to itself for its own lifetime.
-class LogLock {
-public:
-    LogLock() noexcept {
-        while (GetFrameState().isLogBusy.test_and_set()) YieldThread();
-    }
-    ~LogLock() { GetFrameState().isLogBusy.clear(); }
-    LogLock(const LogLock&) = delete;
-    LogLock& operator=(const LogLock&) = delete;
-};
-
 void ReplaceStream(std::FILE* stream) noexcept {
     FrameState& frame = GetFrameState();
-    const LogLock lock;
-    if (std::FILE* const replaced = std::exchange(frame.gLogStream, stream)) std::fclose(replaced);
+    const BriefLock lock(frame.isLogBusy);
+    std::FILE* const unused = lock.IsHeld() ? std::exchange(frame.gLogStream, stream) : stream;
+    if (unused) std::fclose(unused);
 }
 
 void WritePrefixTo(std::FILE* stream) noexcept {
@@ -63,14 +54,14 @@ void CloseLog() noexcept { ReplaceStream(nullptr); }
 
 void WriteLogPrefix() noexcept {
     FrameState& frame = GetFrameState();
-    const LogLock lock;
-    if (frame.gLogStream) WritePrefixTo(frame.gLogStream);
+    const BriefLock lock(frame.isLogBusy);
+    if (lock.IsHeld() && frame.gLogStream) WritePrefixTo(frame.gLogStream);
 }
 
 void PvnLog(const char* format, ...) noexcept {
     FrameState& frame = GetFrameState();
-    const LogLock lock;
-    if (!frame.gLogStream) return;
+    const BriefLock lock(frame.isLogBusy);
+    if (!lock.IsHeld() || !frame.gLogStream) return;
     WritePrefixTo(frame.gLogStream);
     std::va_list arguments;
     va_start(arguments, format);

@@ -2,7 +2,8 @@
 //
 // Every line is "YYYY-MM-DD hh:mm:ss [process id] PVN: key: ..." and is on disk when the writer returns. The
 // log never reports a failure: without an open file the writers do nothing, and a failed write is ignored.
-// Every function may be called on any thread; a lock keeps lines whole and a stream open while it is used.
+// Every function may be called on any thread; a lock keeps lines whole and a stream open while it is used. If
+// another thread keeps the lock for kLongestWaitForLock (frame/brief_lock.h), the call does nothing.
 #pragma once
 
 #include "compiler.h"

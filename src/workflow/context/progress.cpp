@@ -1,6 +1,6 @@
 #include "workflow/context/progress.h"
 
-#include "frame/platform/frame_platform.h"
+#include "frame/brief_lock.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -13,22 +13,13 @@ constexpr std::uint32_t kStatusMask = 0xFFFF;
 
 constinit std::atomic<std::uint32_t> gProgress = 0; // the percent in the high half, the status in the low one
 
-// The number of the latest run. It changes only while no report of a worker is being made.
+// The number of the latest run. It changes only while no report of a worker is being made; a thread that does
+// not get the lock goes on, because the other one has ended inside.
 struct LatestRun {
-    WorkerRun number = 0;
+    std::atomic<WorkerRun> number = 0;
     std::atomic_flag isTaken;
 };
 constinit LatestRun gLatestRun;
-
-class RunLock {
-public:
-    RunLock() noexcept {
-        while (gLatestRun.isTaken.test_and_set()) YieldThread();
-    }
-    ~RunLock() { gLatestRun.isTaken.clear(); }
-    RunLock(const RunLock&) = delete;
-    RunLock& operator=(const RunLock&) = delete;
-};
 
 } // namespace
 
@@ -42,7 +33,7 @@ bool ProgressNotifier(std::uint16_t percent, Status status) noexcept {
 }
 
 WorkerRun BeginWorkerRun() noexcept {
-    const RunLock lock;
+    const BriefLock lock(gLatestRun.isTaken);
     gProgress = 0;
     gProgressCancel = false;
     return ++gLatestRun.number;
@@ -53,7 +44,7 @@ void EndWorkerRun() noexcept { BeginWorkerRun(); }
 void ClearProgressPercent() noexcept { gProgress &= kStatusMask; }
 
 bool NotifyOfRun(WorkerRun run, WorkerCallback notifier, std::uint16_t percent, Status status) noexcept {
-    const RunLock lock;
+    const BriefLock lock(gLatestRun.isTaken);
     return run == gLatestRun.number && notifier(percent, status);
 }
 

@@ -1,5 +1,6 @@
 #include "frame/log.h"
 
+#include "frame/brief_lock.h"
 #include "frame/frame_state.h"
 
 #include "support/log_file.h"
@@ -176,16 +177,17 @@ TEST_F(LogInCurrentDirectory, AFolderThatTheSystemRefusesCountsAsNone) {
     EXPECT_THAT(log.Bodies(), ElementsAre("here"));
 }
 
+std::ptrdiff_t OpenFiles() {
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return std::distance(begin(files), end(files));
+}
+
 TEST_F(Log, ASecondOpenAppendsAndClosesTheStreamThatItReplaces) {
-    const auto openFiles = [] {
-        const std::filesystem::directory_iterator files("/proc/self/fd");
-        return std::distance(begin(files), end(files));
-    };
     OpenLog(false);
     PvnLog("one\n");
-    const auto before = openFiles();
+    const auto before = OpenFiles();
     for (int i = 0; i < 600; ++i) OpenLog(false);
-    EXPECT_EQ(openFiles(), before);
+    EXPECT_EQ(OpenFiles(), before);
     PvnLog("two\n");
     EXPECT_THAT(log.Bodies(), ElementsAre("one", "two"));
 }
@@ -236,6 +238,47 @@ TEST_F(Log, LinesStayWholeWhenTwoThreadsWriteAtOnce) {
     EXPECT_TRUE(WaitForThread(writer, 60'000, &code));
     CloseThread(writer);
     ExpectWholeLines();
+}
+
+TEST_F(Log, ClosesUnderAThreadThatWrites) {
+    std::atomic<bool> stop = false;
+    const NativeThread writer = StartThread(WriteLines, &stop);
+    ASSERT_NE(writer, nullptr);
+    for (int i = 0; i < 100; ++i) {
+        OpenLog(false);
+        const auto size = std::filesystem::file_size(log.Path());
+        while (std::filesystem::file_size(log.Path()) == size) YieldThread();
+        CloseLog();
+        EXPECT_EQ(GetFrameState().gLogStream, nullptr);
+    }
+    stop = true;
+    unsigned long code = 1;
+    EXPECT_TRUE(WaitForThread(writer, 60'000, &code));
+    CloseThread(writer);
+    ExpectWholeLines();
+}
+
+// The end of a process ends its other threads wherever they are, before the libraries are told.
+TEST_F(Log, DoesNotHangAfterAThreadThatEndedInsideAWriter) {
+    constexpr std::uint32_t kStart = 0xFFFFFF00, kPerLook = 100; // the count wraps meanwhile
+    OpenLog(false);
+    PvnLog("before\n");
+    std::FILE* const stream = GetFrameState().gLogStream;
+    const auto files = OpenFiles();
+    GetFrameState().isLogBusy.test_and_set();
+    GetFrameTwin().tickCount = kStart;
+    GetFrameTwin().ticksPerLook = kPerLook;
+    PvnLog("lost\n");
+    EXPECT_EQ(GetFrameTwin().tickCount, kStart + kLongestWaitForLock + kPerLook);
+    WriteLogPrefix();
+    OpenLog(false);
+    CloseLog();
+    EXPECT_EQ(GetFrameState().gLogStream, stream) << "its writer may have left it in any state";
+    EXPECT_EQ(OpenFiles(), files);
+    EXPECT_EQ(GetFrameTwin().tickCount, kStart + 4 * (kLongestWaitForLock + kPerLook));
+    GetFrameState().isLogBusy.clear();
+    PvnLog("after\n");
+    EXPECT_THAT(log.Bodies(), ElementsAre("before", "after"));
 }
 
 TEST_F(Log, AFolderMayHaveAnyName) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace brixen::pvn {
 
@@ -45,7 +46,8 @@ std::int64_t SizeOfFile(const char16_t* path) noexcept try {
 }
 
 std::uint32_t TickCount() noexcept {
-    if (GetFrameTwin().tickCount) return *GetFrameTwin().tickCount;
+    FrameTwin& twin = GetFrameTwin();
+    if (twin.tickCount) return std::exchange(*twin.tickCount, *twin.tickCount + twin.ticksPerLook);
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }

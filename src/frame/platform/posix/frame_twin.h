@@ -14,6 +14,8 @@ struct FrameTwin {
     std::optional<std::u16string> temporaryFolder;
     // Unset: the system's clock.
     std::optional<std::uint32_t> tickCount;
+    // Added to tickCount after each look.
+    std::uint32_t ticksPerLook = 0;
     // Counts down with each thread start; the start that takes it to 0 is refused. 0 refuses none.
     int startsUntilRefusal = 0;
     int openThreadHandles = 0;

@@ -1,5 +1,7 @@
 #include "workflow/context/progress.h"
 
+#include "frame/brief_lock.h"
+#include "frame/platform/posix/frame_twin.h"
 #include "workflow/context/worker_notifier.h"
 
 #include <gtest/gtest.h>
@@ -109,6 +111,33 @@ TEST_F(ProgressReports, NoReportOfAnEarlierRunFallsIntoALaterOne) {
         worker.join();
         EXPECT_EQ(gProgressPercent(), 0);
     }
+}
+
+std::atomic<bool> gIsInside, gMayLeave;
+
+bool StayInside(std::uint16_t, Status) {
+    gIsInside = true;
+    while (!gMayLeave) std::this_thread::yield();
+    return true;
+}
+
+// As one that the end of the process has ended there.
+TEST_F(ProgressReports, NobodyHangsOnAReportThatNeverReturns) {
+    constexpr std::uint32_t kPerLook = 100;
+    gIsInside = gMayLeave = false;
+    const WorkerRun first = BeginWorkerRun();
+    std::thread worker([first] { NotifyOfRun(first, StayInside, 1, 0); });
+    while (!gIsInside) std::this_thread::yield();
+    GetFrameTwin().tickCount = 0;
+    GetFrameTwin().ticksPerLook = kPerLook;
+    const WorkerRun second = BeginWorkerRun();
+    EXPECT_EQ(GetFrameTwin().tickCount, kLongestWaitForLock + kPerLook);
+    EXPECT_TRUE(NotifyOfRun(second, ProgressNotifier, 100, 7));
+    EXPECT_EQ(gProgressStatus(), 7);
+    EXPECT_EQ(GetFrameTwin().tickCount, 2 * (kLongestWaitForLock + kPerLook));
+    gMayLeave = true;
+    worker.join();
+    ResetFrameTwin();
 }
 
 } // namespace

@@ -4,7 +4,10 @@
 
 #include "compiler.h"
 
+#include <atomic>
 #include <cstdarg>
+#include <cstdint>
+#include <mutex>
 
 namespace brixen::pvn {
 
@@ -15,23 +18,40 @@ inline constexpr int kLoaderLevelMissing = 3;  // a library could not be found
 inline constexpr int kLoaderLevelPath = 4;     // a folder is searched from now on
 inline constexpr int kLoaderLevelProgress = 5;
 
-// The entry of the logging service. `argumentFormats` lists the formats of the arguments, such as "%s %s".
-using LogvEntry = void (*)(void* session, const char* component, int level, const char* argumentFormats,
-                           const char* format, std::va_list arguments);
+// Writes a line of the logging service. `argumentFormats` lists the formats of the arguments, such as
+// "%s %s".
+using LogvFunction = void (*)(void* session, const char* component, int level, const char* argumentFormats,
+                              const char* format, std::va_list arguments);
 
-struct LoaderLogChannel {
-    // True after the base service library has been loaded.
-    bool useLoggingService = false;
-    // Finds the entry "C_SVHLogv" of the service; may return null.
-    LogvEntry (*findLogv)() = nullptr;
+// A message on its way to the service.
+struct MessageUnderWay {
+    std::uint32_t thread;
+    MessageUnderWay* next;
 };
 
-// Writes one message, printf-style, without a line end of its own. With the logging service every level goes
-// there; a message that cannot reach it becomes a line to the debugger that says so. Without the service, a
-// message of level 1 to 3 goes to the debugger as component, ": ", text and CR LF, the text cut at 4093
-// bytes; other levels are dropped. Never fails. Any thread.
-void LoaderLog(const LoaderLogChannel& channel, int level, const char* argumentFormats, const char* format,
-               ...) PVN_PRINTF_LIKE(4, 5);
+struct LoaderLogChannel {
+    // Without `logvOfService` no message reaches a service.
+    explicit LoaderLogChannel(LogvFunction logvOfService = nullptr) noexcept : logv(logvOfService) {}
+
+    const LogvFunction logv;
+    // True: messages go to `logv`.
+    std::atomic<bool> useLoggingService = false;
+
+    std::mutex messagesLock;             // guards `messages`
+    MessageUnderWay* messages = nullptr; // one a thread
+};
+
+// Writes one message, printf-style, without a line end of its own. Never fails. Any thread.
+//
+// With the logging service every level goes there. Without it, a message of level 1 to 3 goes to the debugger
+// as component, ": ", text and CR LF, the text cut at 4093 bytes; other levels are dropped. The same is true
+// of a message that is made while the thread has another one on its way to the service: this one would never
+// arrive either.
+void LoaderLog(LoaderLogChannel& channel, int level, const char* argumentFormats, const char* format,
+               ...) noexcept PVN_PRINTF_LIKE(4, 5);
+
+// Shows the debugger the line COMPONENT: TEXT, ended by CR LF.
+void ShowToDebugger(const char* component, const char* text) noexcept;
 
 // The settings of the logging service. This library neither reads nor applies them.
 inline constexpr char kLogLevelSetting[] = "SVHLogLevel";

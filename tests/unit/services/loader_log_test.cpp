@@ -1,12 +1,15 @@
 #include "services/loader_log.h"
 
+#include "frame/platform/frame_platform.h"
 #include "services/platform/posix/services_twin.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace brixen::pvn {
 namespace {
@@ -15,6 +18,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::string gLogged;
+
+struct Channel : LoaderLogChannel {
+    explicit Channel(LogvFunction function) : LoaderLogChannel(function) { useLoggingService = true; }
+};
 
 void Logv(void* session, const char* component, int level, const char* argumentFormats, const char* format,
           std::va_list arguments) {
@@ -60,18 +67,66 @@ TEST_F(LoaderLogChannelTest, CutsTheTextAt4093Bytes) {
 }
 
 TEST_F(LoaderLogChannelTest, PassesEveryLevelToTheService) {
-    channel = {true, [] { return LogvEntry(Logv); }};
-    LoaderLog(channel, kLoaderLevelProgress, "%s", "looking for library %s", "c.dll");
+    Channel service(Logv);
+    LoaderLog(service, kLoaderLevelProgress, "%s", "looking for library %s", "c.dll");
     EXPECT_EQ(gLogged, "null ServiceLoader 5 [%s] looking for library c.dll");
-    LoaderLog(channel, 0, "%s %s", "%s %s", "one", "two");
+    LoaderLog(service, 0, "%s %s", "%s %s", "one", "two");
     EXPECT_EQ(gLogged, "null ServiceLoader 0 [%s %s] one two");
     EXPECT_THAT(GetServicesTwin().debuggerTexts, IsEmpty());
 }
 
-TEST_F(LoaderLogChannelTest, ShowsTheDebuggerThatTheServiceHasNoEntry) {
-    channel = {true, [] { return LogvEntry(nullptr); }};
-    LoaderLog(channel, kLoaderLevelProgress, "", "using logging service now");
-    EXPECT_THAT(GetServicesTwin().debuggerTexts, ElementsAre("Logging: failed to find C_SVHLogv\n\r\n"));
+TEST_F(LoaderLogChannelTest, StaysWithTheDebuggerIfThereIsNoFunctionOfAService) {
+    Channel service(nullptr);
+    LoaderLog(service, kLoaderLevelMissing, "%s", "Failed to find %s", "a.dll");
+    LoaderLog(service, kLoaderLevelProgress, "%s", "Found library %s", "a.dll");
+    EXPECT_THAT(GetServicesTwin().debuggerTexts, ElementsAre("ServiceLoader: Failed to find a.dll\r\n"));
+}
+
+Channel* gReentered = nullptr;
+int gDepth = 0, gDeepest = 0;
+
+void LogvThatLogs(void*, const char*, int, const char*, const char*, std::va_list) {
+    gDeepest = std::max(gDeepest, ++gDepth);
+    LoaderLog(*gReentered, kLoaderLevelUnusable, "%d", "inside %d", gDepth);
+    LoaderLog(*gReentered, kLoaderLevelProgress, "", "dropped");
+    --gDepth;
+}
+
+TEST_F(LoaderLogChannelTest, ShowsAMessageInsideAMessageToTheDebugger) {
+    Channel service(LogvThatLogs);
+    gReentered = &service;
+    gDeepest = 0;
+    LoaderLog(service, kLoaderLevelProgress, "", "one");
+    LoaderLog(service, kLoaderLevelProgress, "", "two");
+    EXPECT_EQ(gDeepest, 1);
+    EXPECT_THAT(GetServicesTwin().debuggerTexts,
+                ElementsAre("ServiceLoader: inside 1\r\n", "ServiceLoader: inside 1\r\n"));
+}
+
+std::vector<std::string> gFromOtherThreads;
+
+void LogvWithOtherThreads(void*, const char*, int, const char*, const char* format, std::va_list) {
+    gFromOtherThreads.push_back(format);
+    if (std::string(format) != "first") return;
+    const auto log = [](void*) -> unsigned long {
+        LoaderLog(*gReentered, kLoaderLevelProgress, "", "of another thread");
+        return 0;
+    };
+    const NativeThread thread = StartThread(log, nullptr);
+    unsigned long code = 0;
+    EXPECT_TRUE(WaitForThread(thread, 10000, &code));
+    CloseThread(thread);
+    LoaderLog(*gReentered, kLoaderLevelMissing, "", "of this thread");
+}
+
+TEST_F(LoaderLogChannelTest, TellsTheMessagesOfThreadsApart) {
+    Channel service(LogvWithOtherThreads);
+    gReentered = &service;
+    gFromOtherThreads.clear();
+    LoaderLog(service, kLoaderLevelProgress, "", "first");
+    LoaderLog(service, kLoaderLevelProgress, "", "last");
+    EXPECT_THAT(gFromOtherThreads, ElementsAre("first", "of another thread", "last"));
+    EXPECT_THAT(GetServicesTwin().debuggerTexts, ElementsAre("ServiceLoader: of this thread\r\n"));
 }
 
 TEST_F(LoaderLogChannelTest, HoldsTheSettingsOfTheService) {

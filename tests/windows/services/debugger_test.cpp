@@ -24,7 +24,8 @@ LONG CALLBACK CatchText(EXCEPTION_POINTERS* pointers) {
 
 TEST(LoaderLogOnWindows, ReachesTheDebugger) {
     void* const handler = AddVectoredExceptionHandler(1, CatchText);
-    LoaderLog({}, kLoaderLevelMissing, "%s", "Failed to find %s", "a.dll");
+    LoaderLogChannel channel;
+    LoaderLog(channel, kLoaderLevelMissing, "%s", "Failed to find %s", "a.dll");
     RemoveVectoredExceptionHandler(handler);
     EXPECT_THAT(gTexts, testing::ElementsAre("ServiceLoader: Failed to find a.dll\r\n"));
 }

@@ -1,0 +1,36 @@
+#include "services/folder_rules.h"
+
+#include "values/unicode/ascii.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace brixen::pvn {
+namespace {
+
+// Folders that differ in the case of other letters than those of ASCII are told apart.
+bool IsInside(std::string_view folder, std::string_view outer) {
+    if (outer.ends_with('\\')) outer.remove_suffix(1);
+    if (outer.empty() || folder.size() < outer.size()) return false;
+    const auto isSame = [](char one, char other) {
+        return lyr::gen::ToAsciiLower(one) == lyr::gen::ToAsciiLower(other);
+    };
+    return std::ranges::equal(folder.substr(0, outer.size()), outer, isSame) &&
+           (folder.size() == outer.size() || folder[outer.size()] == '\\');
+}
+
+} // namespace
+
+std::string FolderOfFile(const std::string& path) {
+    const std::size_t end = path.find_last_of("\\/");
+    if (end == std::string::npos) return {};
+    const bool isDrive = end > 0 && path[end - 1] == ':';
+    return path.substr(0, isDrive ? end + 1 : end);
+}
+
+bool IsTrusted(const FolderPlace& workingDirectory, const FolderPlace& temporaryFolder) {
+    if (workingDirectory.path.empty() || workingDirectory.isOnNetwork) return false;
+    return !IsInside(workingDirectory.path, temporaryFolder.path);
+}
+
+} // namespace brixen::pvn

@@ -131,6 +131,14 @@ foreach(name windows_transport windows_network)
     endif()
 endforeach()
 
+# The tests of the service loader bring libraries.
+if(TARGET windows_services)
+    include(cmake/companions.cmake)
+    add_dependencies(windows_services companion_good companion_without_entry_points companion_slow
+        companion_calling_back companion_helper companion_in_need)
+    target_compile_definitions(windows_services PRIVATE PAVANE_COMPANIONS="${companionFolder}")
+endif()
+
 # The tests of compiled dictionaries write their own.
 if(TARGET unit_dictionaries)
     target_link_libraries(unit_dictionaries PRIVATE pavane_tools)

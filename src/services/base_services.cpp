@@ -90,17 +90,17 @@ void ResetServiceLoader() noexcept {
     new (&loader) ServiceLoader(&SVHLogv);
 }
 
-void SVHRelease(ServiceHandle handle) noexcept { CallService(kRelease, handle); }
+void SVHRelease(ServiceHandle handle) noexcept { CallServiceEntry(kRelease, handle); }
 
 void SVHLogv(void* session, const char* component, int level, const char* argumentFormats, const char* format,
              std::va_list arguments) noexcept {
-    CallService(kLogv, session, component, level, argumentFormats, format, arguments);
+    CallServiceEntry(kLogv, session, component, level, argumentFormats, format, arguments);
 }
 
-ServiceHandle SVHErrnoServiceCreate() noexcept { return CallService(kErrnoServiceCreate); }
+ServiceHandle SVHErrnoServiceCreate() noexcept { return CallServiceEntry(kErrnoServiceCreate); }
 
 void SVHErrnoServiceSetErrno(ServiceHandle service, std::uint32_t number) noexcept {
-    CallService(kErrnoServiceSetErrno, service, number);
+    CallServiceEntry(kErrnoServiceSetErrno, service, number);
 }
 
 void ReportMissingService(const char* component, const char* missing) noexcept {

@@ -54,7 +54,7 @@ struct ServiceEntry {
 
 // Returns null if the entry point cannot be had.
 template <class Function>
-[[nodiscard]] Function* FindService(const ServiceEntry<Function>& service) noexcept {
+[[nodiscard]] Function* FindServiceEntry(const ServiceEntry<Function>& service) noexcept {
     return reinterpret_cast<Function*>(FindSymbol(GetServiceLoader(), kBaseServices, service.symbol));
 }
 
@@ -75,18 +75,18 @@ Result CallGuarded(Result (*function)(Parameters...), Parameters... arguments) n
 // The form of all wrappers: calls the entry point and returns its result. Without it, or if it throws,
 // returns 0, null or nothing.
 template <class Result, class... Parameters>
-Result CallService(const ServiceEntry<Result(Parameters...)>& service,
-                   std::type_identity_t<Parameters>... arguments) noexcept {
-    if (const auto function = FindService(service)) return CallGuarded(function, arguments...);
+Result CallServiceEntry(const ServiceEntry<Result(Parameters...)>& service,
+                        std::type_identity_t<Parameters>... arguments) noexcept {
+    if (const auto function = FindServiceEntry(service)) return CallGuarded(function, arguments...);
     ReportMissingService(service.component, service.missing);
     return Result();
 }
 
 // The form of a wrapper that creates a service. SVHErrnoServiceCreate is not one, or it would never end.
 template <class... Parameters>
-[[nodiscard]] ServiceHandle CreateService(const ServiceEntry<ServiceHandle(Parameters...)>& service,
-                                          std::type_identity_t<Parameters>... arguments) noexcept {
-    if (const auto function = FindService(service)) return CallGuarded(function, arguments...);
+[[nodiscard]] ServiceHandle CreateServiceObject(const ServiceEntry<ServiceHandle(Parameters...)>& service,
+                                                std::type_identity_t<Parameters>... arguments) noexcept {
+    if (const auto function = FindServiceEntry(service)) return CallGuarded(function, arguments...);
     ReportServiceNotCreated(service.component, service.missing);
     return nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "frame/exception_boundary.h"
 #include "frame/status.h"
+#include "services/base_services.h"
 #include "toolkit/dialog/dpi_unaware_scope.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
@@ -25,6 +26,7 @@ std::uint16_t RunInside(T_StorageInterface& bag, const WorkFlowMaker& maker) {
     std::string language;
     GetString(bag, PvnWFKey_Language, language);
     SelectLanguage(language);
+    ResolveBaseServices(); // on the host's thread, and before a worker needs one
     const auto context = maker.makeContext(bag);
     // The result until the run sets another one.
     SetLong(*context, PvnWFKey_WorkFlowResult, kStatusUserCancel);

@@ -2,6 +2,7 @@
 
 #include "dictionaries/translation.h"
 #include "net/transport/call_limit.h"
+#include "services/base_services.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
 
@@ -47,8 +48,7 @@ std::string PVNWorkFlowContext::Action(std::string_view name) {
     return RunAction(name, result) ? result : std::string();
 }
 
-// The library has no service layer beside it, so there is no folder to name.
-std::string PVNWorkFlowContext::GetServicePath() { return std::string(); }
+std::string PVNWorkFlowContext::GetServicePath() { return BaseServicesFolder(); }
 
 std::string PVNWorkFlowContext::GetFormattedWorkflowResult() {
     std::uint32_t code = 0;

@@ -47,6 +47,7 @@ protected:
     virtual bool RunAction(std::string_view name, std::string& result);
 
 private:
+    // The folder of the base service library, or nothing.
     std::string GetServicePath();
     std::string GetFormattedWorkflowResult();
 

@@ -257,7 +257,7 @@ TEST_F(BaseServices, RecordAnErrorNumberForAServiceThatCannotBeCreated) {
     Install(kBesideTheLibrary);
     ResolveBaseServices();
     gAsked.clear();
-    EXPECT_EQ(CreateService(kWordServiceCreate, 7), nullptr);
+    EXPECT_EQ(CreateServiceObject(kWordServiceCreate, 7), nullptr);
     EXPECT_THAT(gAsked,
                 ElementsAre("ServiceLoader 2 [%s %s] Unable to locate symbol C_SVHWordServiceCreate in "
                             "svhservices.dll",
@@ -269,7 +269,7 @@ TEST_F(BaseServices, RecordAnErrorNumberForAServiceThatCannotBeCreated) {
 TEST_F(BaseServices, ReturnNullForAServiceEvenWithoutTheWholeLibrary) {
     ResolveBaseServices();
     twin.debuggerTexts.clear();
-    EXPECT_EQ(CreateService(kWordServiceCreate, 7), nullptr);
+    EXPECT_EQ(CreateServiceObject(kWordServiceCreate, 7), nullptr);
     EXPECT_THAT(Shown(),
                 ElementsAre("Errno Service: failed to find SVHErrnoServiceCreate\n\r\n",
                             "Errno Service: failed to find SVHErrnoServiceSetErrno\n\r\n",
@@ -280,7 +280,7 @@ TEST_F(BaseServices, CreateAServiceThatIsThere) {
     TwinEntries entries = AllEntries();
     entries["C_SVHWordServiceCreate"] = Entry(WordServiceCreate);
     Install(kBesideTheLibrary, entries);
-    EXPECT_EQ(CreateService(kWordServiceCreate, 7), &gErrorService);
+    EXPECT_EQ(CreateServiceObject(kWordServiceCreate, 7), &gErrorService);
     EXPECT_EQ(gAsked.back(), "create of 7");
     EXPECT_THAT(Shown(), IsEmpty());
 }
@@ -290,9 +290,9 @@ int ThrowAnError(int) { throw std::runtime_error("of the service"); }
 TEST_F(BaseServices, TurnAnExceptionOfAServiceIntoTheNeutralResult) {
     constexpr ServiceEntry<int(int)> kThrowing = {"C_SVHThrow", "Throwing", "failed to find C_SVHThrow"};
     Install(kBesideTheLibrary, {{"C_SVHThrow", Entry(ThrowAnError)}});
-    EXPECT_EQ(CallService(kThrowing, 3), 0);
+    EXPECT_EQ(CallServiceEntry(kThrowing, 3), 0);
     constexpr ServiceEntry<bool()> kMissing = {"C_SVHIsThere", "Asking", "failed to find C_SVHIsThere"};
-    EXPECT_FALSE(CallService(kMissing));
+    EXPECT_FALSE(CallServiceEntry(kMissing));
 }
 
 TEST_F(BaseServices, AnswerAServiceThatCallsBack) {

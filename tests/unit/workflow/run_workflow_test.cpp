@@ -1,12 +1,15 @@
 #include "workflow/run_workflow.h"
 
 #include "frame/status.h"
+#include "services/base_services.h"
+#include "services/platform/posix/services_twin.h"
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/panes/concrete_host.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
+#include "workflow/resources/resource_manager.h"
 #include "workflow/workflow.h"
 
 #include <gmock/gmock.h>
@@ -97,6 +100,59 @@ protected:
     T_Storage bag;
     Window mainWindow = MakeMainWindow();
 };
+
+// The entry points of the base services, found while a run was built.
+std::size_t EntryPointsFound() {
+    const auto& libraries = GetServiceLoader().libraries;
+    const auto entry = libraries.find(kBaseServices);
+    return entry == libraries.end() ? 0 : entry->second.symbols.size();
+}
+
+class RunWithServices : public RunWorkFlow {
+protected:
+    RunWithServices() {
+        ResetServicesTwin();
+        ResetServiceLoader();
+    }
+    ~RunWithServices() override {
+        ResetServicesTwin();
+        ResetServiceLoader();
+    }
+};
+
+TEST_F(RunWithServices, FindsThemAfterTheLanguageIsSelectedAndBeforeBuild) {
+    class Looking : public PlannedWorkFlow {
+    public:
+        using PlannedWorkFlow::PlannedWorkFlow;
+        void Build(bool demo) override {
+            EXPECT_EQ(EntryPointsFound(), 4u);
+            PlannedWorkFlow::Build(demo);
+        }
+    };
+    const auto doNothing =
+        reinterpret_cast<EntryPoint>(+[](void*, const char*, int, const char*, const char*, void*) {});
+    ServicesTwin& twin = GetServicesTwin();
+    twin.files = {"C:\\App\\svhservices.dll"};
+    for (const char* symbol :
+         {"C_SVHRelease", "C_SVHLogv", "C_SVHErrnoServiceCreate", "C_SVHErrnoServiceSetErrno"}) {
+        twin.modules["C:\\App\\svhservices.dll"][symbol] = doNothing;
+    }
+    bool wasLanguageSelected = false;
+    twin.duringLoad = [&] { wasLanguageSelected = TheResourceState().isSetUp; };
+    ThenPress(kGo);
+    EXPECT_EQ(RunWorkFlowFromBag<Looking>(bag), 0);
+    EXPECT_EQ(gPlan.built, 1);
+    EXPECT_TRUE(wasLanguageSelected);
+}
+
+TEST_F(RunWithServices, EndsAsWellWithoutThemAndLooksOnce) {
+    EXPECT_EQ(Run(), 0);
+    const std::vector<std::string> calls = GetServicesTwin().calls;
+    EXPECT_EQ(calls.size(), 2u) << "a look into each folder";
+    EXPECT_EQ(Run(), 0);
+    EXPECT_EQ(GetServicesTwin().calls, calls);
+    EXPECT_EQ(GetServicesTwin().debuggerTexts.size(), 2u);
+}
 
 TEST_F(RunWorkFlow, DoneIsZeroEvenWithAnotherResultInTheBag) {
     EXPECT_EQ(Run(), 0);

@@ -1,6 +1,8 @@
 #include "dictionaries/translation.h"
 #include "frame/frame_state.h"
 #include "frame/pavane_context.h"
+#include "services/base_services.h"
+#include "services/platform/posix/services_twin.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
 #include "workflow/context/workflow_context.h"
@@ -104,6 +106,17 @@ TEST_F(WorkFlowContext, AnUnknownActionReturnsTheEmptyText) {
          {"", "PvnWF_Unknown", "pvnwf_getformattedworkflowresult", "PvnWF_GetFormattedWorkflowResult "}) {
         EXPECT_EQ(context.Action(name), "") << name;
     }
+}
+
+TEST_F(WorkFlowContext, TheServicePathIsTheFolderOfTheBaseServicesOrNothing) {
+    ResetServicesTwin();
+    ResetServiceLoader();
+    EXPECT_EQ(context.Action("PvnWFAction_GetSVHPath"), "");
+    ResetServiceLoader();
+    GetServicesTwin().files = {"C:\\Work\\svhservices.dll"};
+    EXPECT_EQ(context.Action("PvnWFAction_GetSVHPath"), "C:\\Work");
+    ResetServicesTwin();
+    ResetServiceLoader();
 }
 
 TEST_F(WorkFlowContext, TheResultIsFormattedAsTwoDecimalBytes) {

@@ -1,0 +1,88 @@
+// What the service loader asks of Windows.
+#include "services/platform/services_platform.h"
+
+#include "services/service_loader.h"
+#include "windows/services/companion_fixture.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace brixen::pvn {
+namespace {
+
+TEST(ServicesPlatform, KnowsTheFileThatHoldsThisCode) {
+    const std::string file = ModuleFile();
+    EXPECT_TRUE(file.ends_with("\\windows_services.exe")) << file;
+    EXPECT_TRUE(IsExistingFile(file));
+    EXPECT_EQ(ResolvePath(file), file);
+}
+
+TEST(ServicesPlatform, TellsFilesFromFoldersAndFromNothing) {
+    const pavane_test::TemporaryFolder folder(u"caf\u00E9 \u65E5\u672C");
+    const std::string path = Utf8(folder.Path());
+    EXPECT_FALSE(IsExistingFile(path));
+    EXPECT_FALSE(IsExistingFile(path + "\\a.txt"));
+    WriteBytes(folder / "a.txt", "a");
+    EXPECT_TRUE(IsExistingFile(path + "\\a.txt"));
+    EXPECT_FALSE(IsExistingFile(path + "\\\xFF.txt")) << "no UTF-8";
+    EXPECT_FALSE(IsExistingFile(""));
+}
+
+TEST(ServicesPlatform, MakesPathsAbsoluteUpTo1024Units) {
+    EXPECT_EQ(ResolvePath("C:\\one\\.\\two\\..\\three"), "C:\\one\\three");
+    EXPECT_EQ(ResolvePath("a.dll"), WorkingDirectory() + "\\a.dll");
+    EXPECT_EQ(ResolvePath(""), "");
+    EXPECT_EQ(ResolvePath("\xFF"), "");
+    const std::string longest = "C:\\" + std::string(kServicePathLimit - 3, 'a');
+    EXPECT_EQ(ResolvePath(longest), longest);
+    EXPECT_EQ(ResolvePath(longest + "a"), "");
+    std::string accents = "C:\\";
+    for (std::size_t i = 3; i < kServicePathLimit; ++i) accents += "\xC3\xA9";
+    EXPECT_EQ(ResolvePath(accents), accents) << "2048 bytes, 1024 units";
+}
+
+TEST(ServicesPlatform, GivesAFolderOnePlace) {
+    const pavane_test::TemporaryFolder folder;
+    const std::string path = Utf8(folder.Path());
+    std::filesystem::create_directories(folder / "inside");
+    const FolderPlace place = PlaceOf(path);
+    EXPECT_NE(place.path, "");
+    EXPECT_FALSE(place.isOnNetwork);
+    EXPECT_EQ(PlaceOf(path + "\\").path, place.path);
+    EXPECT_EQ(PlaceOf(path + "\\inside\\..").path, place.path);
+    EXPECT_EQ(PlaceOf(path + "\\inside").path, place.path + "\\inside");
+    EXPECT_EQ(PlaceOf(path + "\\nothing").path, "");
+    EXPECT_EQ(PlaceOf("").path, "");
+}
+
+TEST(ServicesPlatform, LoadsNothingThatIsNoLibrary) {
+    EXPECT_EQ(LoadModule(""), nullptr);
+    EXPECT_EQ(LoadModule("C:\\nothing\\a.dll"), nullptr);
+    EXPECT_EQ(LoadModule("\xFF"), nullptr);
+}
+
+TEST(ServicesPlatform, TellsThreadsApart) {
+    const auto ofThread = [](void* other) -> DWORD {
+        *static_cast<std::uint32_t*>(other) = CurrentThreadNumber();
+        return 0;
+    };
+    std::uint32_t other = CurrentThreadNumber();
+    EXPECT_EQ(CurrentThreadNumber(), other);
+    const HANDLE thread = CreateThread(nullptr, 0, ofThread, &other, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+    EXPECT_NE(CurrentThreadNumber(), other);
+}
+
+TEST(LoaderVersion, IsInTheFileOfTheLibraryOnce) {
+    const std::string bytes = BytesOf("pavane.dll");
+    const std::string_view version = kServiceLoaderVersion;
+    const auto found = std::search(bytes.begin(), bytes.end(), version.begin(), version.end());
+    ASSERT_NE(found, bytes.end());
+    EXPECT_EQ(std::search(found + 1, bytes.end(), version.begin(), version.end()), bytes.end());
+    EXPECT_EQ(*(found + static_cast<std::ptrdiff_t>(version.size())), '\0');
+}
+
+} // namespace
+} // namespace brixen::pvn

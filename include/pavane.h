@@ -66,18 +66,21 @@ extern "C" {
 #define PAVANE_WORKFLOW_CONNECTION 4
 #define PAVANE_WORKFLOW_FEEDBACK 5
 
-/* Status codes. Families by the top byte. */
-#define PAVANE_SUCCESS 0x0000
+/*
+ * Status codes, each with the words that a host may show. Families by the top byte. docs/statuses.md has the
+ * same words, and what to do about each.
+ */
+#define PAVANE_SUCCESS 0x0000 /* Done. */
 
 /* 0x81: the caller broke a precondition. */
-#define PAVANE_NOT_INITIALIZED 0x8101 /* there was no successful Pavane_Initialize */
-#define PAVANE_NULL_ARGUMENT 0x8102   /* a required pointer was null */
-#define PAVANE_BAD_ARGUMENT 0x8106    /* hostApp 2, an unknown workflow, or a workflow call during a run */
+#define PAVANE_NOT_INITIALIZED 0x8101 /* The library is not initialized. */
+#define PAVANE_NULL_ARGUMENT 0x8102   /* A required pointer was null. */
+#define PAVANE_BAD_ARGUMENT 0x8106    /* An argument is outside its set, or a workflow is running. */
 
 /* 0x82: the system refused a resource, or an exception was caught. */
-#define PAVANE_NO_MEMORY 0x8206
-#define PAVANE_EXCEPTION 0x8209 /* see below */
-#define PAVANE_NO_THREAD 0x8282
+#define PAVANE_NO_MEMORY 0x8206 /* There is not enough memory. */
+#define PAVANE_EXCEPTION 0x8209 /* The workflow failed by an exception. */
+#define PAVANE_NO_THREAD 0x8282 /* The system refused a thread. */
 
 /*
  * PAVANE_EXCEPTION says that a run or its preparing failed by an exception, and nothing more. What the log
@@ -96,25 +99,30 @@ extern "C" {
 /* 0x83: stored data or a configuration value is missing or wrong. The generic code returns none of them. */
 
 /* 0x84: the workflow reached an outcome that has no status. */
-#define PAVANE_UNMAPPED_OUTCOME 0x8401
+#define PAVANE_UNMAPPED_OUTCOME 0x8401 /* The workflow reached an outcome that has no status. */
 
-/* 0x89: decisions of the user. These are no faults. */
-#define PAVANE_USER_QUIT 0x8901     /* quit the host application: the host is expected to close */
-#define PAVANE_USER_CANCEL 0x8902   /* canceled the workflow */
-#define PAVANE_USER_OUTCOME3 0x8903 /* each workflow defines its meaning */
-#define PAVANE_USER_OUTCOME4 0x8904 /* each workflow defines its meaning */
+/* 0x85: the service's own replies. Those without a name mean the same as PAVANE_SERVICE_UNAVAILABLE. */
+#define PAVANE_SERVICE_DENIED 0x8501      /* The service denied the request. */
+#define PAVANE_SERVICE_UNAVAILABLE 0x8502 /* The service is not available now. */
+#define PAVANE_IS_SERVICE_REPLY(status) (((unsigned)(status) >> 8) == 0x85u)
+
+/* 0x89: decisions of the user. These are no faults. Each workflow defines the meaning of the last two. */
+#define PAVANE_USER_QUIT 0x8901     /* The user chose to quit the application. */
+#define PAVANE_USER_CANCEL 0x8902   /* The user canceled the workflow. */
+#define PAVANE_USER_OUTCOME3 0x8903 /* The user decided otherwise: the workflow's third outcome. */
+#define PAVANE_USER_OUTCOME4 0x8904 /* The user decided otherwise: the workflow's fourth outcome. */
 #define PAVANE_IS_USER_DECISION(status) (((unsigned)(status) >> 8) == 0x89u)
 
 /* 0xD0: the call to the service failed. */
-#define PAVANE_CALL_CANCELED 0xD001
-#define PAVANE_CALL_TIMED_OUT 0xD002
-#define PAVANE_CALL_BAD_ANSWER 0xD003   /* the answer has not the expected content */
-#define PAVANE_CALL_SYSTEM_ERROR 0xD0A1 /* any error of the system without a code of its own */
-#define PAVANE_CALL_NO_MEMORY 0xD0A2
-#define PAVANE_CALL_HTTP_ERROR 0xD0A3 /* any error of the HTTP layer without a code of its own */
-#define PAVANE_CALL_INVALID_URL 0xD0B1
-#define PAVANE_CALL_NAME_UNRESOLVED 0xD0B2
-#define PAVANE_CALL_SECURE_FAILURE 0xD0B3
+#define PAVANE_CALL_CANCELED 0xD001        /* The call to the service was canceled. */
+#define PAVANE_CALL_TIMED_OUT 0xD002       /* The service did not answer in time. */
+#define PAVANE_CALL_BAD_ANSWER 0xD003      /* The service's answer could not be read. */
+#define PAVANE_CALL_SYSTEM_ERROR 0xD0A1    /* The system refused the call to the service. */
+#define PAVANE_CALL_NO_MEMORY 0xD0A2       /* There is not enough memory for the call to the service. */
+#define PAVANE_CALL_HTTP_ERROR 0xD0A3      /* The call to the service failed. */
+#define PAVANE_CALL_INVALID_URL 0xD0B1     /* The service's address is not valid. */
+#define PAVANE_CALL_NAME_UNRESOLVED 0xD0B2 /* The service's name is unknown. */
+#define PAVANE_CALL_SECURE_FAILURE 0xD0B3  /* The service's certificate is not trusted. */
 
 /*
  * Host options: a Windows language identifier in the high word and flags in the low word.

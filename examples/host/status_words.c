@@ -5,6 +5,7 @@
 
 #include <stddef.h>
 
+/* The words of pavane.h. */
 static const struct {
     uint16_t status;
     const char* words;
@@ -17,6 +18,8 @@ static const struct {
     {PAVANE_EXCEPTION, "The workflow failed by an exception."},
     {PAVANE_NO_THREAD, "The system refused a thread."},
     {PAVANE_UNMAPPED_OUTCOME, "The workflow reached an outcome that has no status."},
+    {PAVANE_SERVICE_DENIED, "The service denied the request."},
+    {PAVANE_SERVICE_UNAVAILABLE, "The service is not available now."},
     {PAVANE_USER_QUIT, "The user chose to quit the application."},
     {PAVANE_USER_CANCEL, "The user canceled the workflow."},
     {PAVANE_USER_OUTCOME3, "The user decided otherwise: the workflow's third outcome."},
@@ -43,15 +46,22 @@ static const char* WordsFromLog(const struct LogLines* lines) {
     return NULL;
 }
 
-const char* StatusWords(uint16_t status, const struct LogLines* lines) {
-    const char* const fromLog = status == PAVANE_EXCEPTION ? WordsFromLog(lines) : NULL;
-    if (fromLog) {
-        return fromLog;
-    }
+static const char* WordsOf(uint16_t status) {
     for (size_t i = 0; i < sizeof kWords / sizeof kWords[0]; ++i) {
         if (kWords[i].status == status) {
             return kWords[i].words;
         }
     }
-    return "A status of the workflow's own.";
+    return NULL;
+}
+
+const char* StatusWords(uint16_t status, const struct LogLines* lines) {
+    const char* words = status == PAVANE_EXCEPTION ? WordsFromLog(lines) : NULL;
+    if (!words) {
+        words = WordsOf(status);
+    }
+    if (!words && PAVANE_IS_SERVICE_REPLY(status)) {
+        words = WordsOf(PAVANE_SERVICE_UNAVAILABLE);
+    }
+    return words ? words : "A status of the workflow's own.";
 }

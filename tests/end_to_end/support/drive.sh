@@ -6,6 +6,7 @@ set -euo pipefail
 build=$1
 bin=$build/bin
 hostFolder=$bin
+hostProgram=pavane-host.exe
 output=$(mktemp)
 openedPages=$(mktemp)
 browserKey='HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths\iexplore.exe'
@@ -27,10 +28,10 @@ fail() {
     exit 1
 }
 
-# start_host ARGUMENT...: starts the sample host in the background and keeps its output.
+# start_host ARGUMENT...: starts the sample host in the background, in the folder $hostFolder, and keeps its output.
 start_host() {
     : >"$output"
-    (cd "$hostFolder" && exec timeout 240 wine pavane-host.exe "$@" >"$output" 2>/dev/null) &
+    (cd "$hostFolder" && exec timeout 240 wine "$hostProgram" "$@" >"$output" 2>/dev/null) &
     hostProcess=$!
 }
 

@@ -130,7 +130,7 @@ TEST_F(RunWithServices, FindsThemAfterTheLanguageIsSelectedAndBeforeBuild) {
         }
     };
     const auto doNothing =
-        reinterpret_cast<EntryPoint>(+[](void*, const char*, int, const char*, const char*, void*) {});
+        reinterpret_cast<EntryPoint>(+[](void*, const char*, int, const char*, const char*, std::va_list) {});
     ServicesTwin& twin = GetServicesTwin();
     twin.files = {"C:\\App\\svhservices.dll"};
     for (const char* symbol :

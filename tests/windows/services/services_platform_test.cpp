@@ -56,6 +56,15 @@ TEST(ServicesPlatform, GivesAFolderOnePlace) {
     EXPECT_EQ(PlaceOf("").path, "");
 }
 
+TEST(ServicesPlatform, KnowsADriveOfTheNetwork) {
+    ASSERT_EQ(GetDriveTypeW(L"N:\\"), UINT(DRIVE_REMOTE)) << "scripts/wine_prefix makes this drive";
+    EXPECT_TRUE(PlaceOf("N:\\").isOnNetwork);
+    std::filesystem::create_directories("N:\\below");
+    EXPECT_TRUE(PlaceOf("N:\\below").isOnNetwork);
+    EXPECT_FALSE(PlaceOf("C:\\windows").isOnNetwork);
+    std::filesystem::remove("N:\\below");
+}
+
 TEST(ServicesPlatform, LoadsNothingThatIsNoLibrary) {
     EXPECT_EQ(LoadModule(""), nullptr);
     EXPECT_EQ(LoadModule("C:\\nothing\\a.dll"), nullptr);

@@ -19,6 +19,8 @@ struct DialogLink {
     CEveBox* rootBox = nullptr;
     ZeveCallback callback = nullptr;
     void* callbackParams = nullptr;
+    // The control that had the focus when the user went to another window; null before.
+    NativeWindow focusWhenInactive = nullptr;
     // Attributes that the generator copies onto every view after its own list, in this order.
     std::vector<std::string> extraAttributeNames;
 };

@@ -10,6 +10,8 @@
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
 
+#include <utility>
+
 namespace brixen::zeve {
 
 namespace {
@@ -32,6 +34,25 @@ bool IsColorMessage(std::uint32_t message) {
     return message >= kMessageColorEdit && message <= kMessageColorStatic;
 }
 
+// Notes the focus of a dialog that is no longer active. Returns whether a dialog that is active again has the
+// focus back; the system's answer would give it to the dialog itself.
+bool KeepFocusOver(NativeWindow window, std::uintptr_t wparam) {
+    DialogLink* const dialog = DialogOfWindow(window);
+    if (dialog == nullptr) return false;
+    const bool isActive = (wparam & 0xFFFF) != 0;
+    if (!isActive) {
+        const NativeWindow focused = platform::FocusedWindow();
+        if (platform::ParentOf(focused) == window) dialog->focusWhenInactive = focused;
+        return false;
+    }
+    const NativeWindow kept = std::exchange(dialog->focusWhenInactive, nullptr);
+    if (platform::ParentOf(kept) != window || !platform::IsShown(kept) || !platform::IsEnabled(kept)) {
+        return false;
+    }
+    platform::Focus(kept);
+    return true;
+}
+
 std::intptr_t AnswerOfSystem(NativeWindow window, std::uint32_t message, std::uintptr_t wparam,
                              std::intptr_t lparam) {
     // The keyboard rules of the system's dialogs ask the dialog itself to move the focus, and only the
@@ -39,6 +60,7 @@ std::intptr_t AnswerOfSystem(NativeWindow window, std::uint32_t message, std::ui
     if (message == kMessageNextDialogControl) {
         return platform::DefaultDialogAnswer(window, message, wparam, lparam);
     }
+    if (message == kMessageActivate && KeepFocusOver(window, wparam)) return 0;
     return platform::DefaultAnswer(window, message, wparam, lparam);
 }
 

@@ -176,6 +176,22 @@ TEST_F(Dialog, TabMovesThroughTheControlsInTheOrderOfTheView) {
     EXPECT_EQ(visited, (std::vector<int>{1, 2, 11, 10}));
 }
 
+TEST_F(Dialog, HasTheFocusWhereTheUserLeftItForAnotherWindow) {
+    other = PlainWindow();
+    Make();
+    int found = 0;
+    user.Does([this] { SetFocus(Control(10)); });
+    user.Does([this] { SetForegroundWindow(other); });
+    user.Does([this] {
+        EXPECT_EQ(GetActiveWindow(), other);
+        SetForegroundWindow(window);
+    });
+    user.Does([&] { found = GetDlgCtrlID(GetFocus()); });
+    Press(1);
+    EXPECT_TRUE(ZeveRunModal(dialog));
+    EXPECT_EQ(found, 10);
+}
+
 void HoldShift(bool down) {
     BYTE keys[256] = {};
     keys[VK_SHIFT] = down ? 0x80 : 0;

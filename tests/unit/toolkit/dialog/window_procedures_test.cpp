@@ -107,6 +107,81 @@ TEST_F(WindowProcedures, MovingTheFocusCanBeConsumedLikeAnyMessage) {
     EXPECT_TRUE(CallsOf("DefaultDialogAnswer").empty());
 }
 
+class ActivatedDialog : public WindowProcedures {
+protected:
+    ActivatedDialog() {
+        AnswerMessages(1);
+        platform::ShowOrHide(root.window, true);
+        platform::ShowOrHide(field, true);
+        platform::Focus(field);
+    }
+
+    void GoElsewhereAndComeBack() {
+        DialogProcedure(root.window, kMessageActivate, 0, 0);
+        platform::Focus(nullptr);
+        State().calls.clear();
+        DialogProcedure(root.window, kMessageActivate, kByClick, 0);
+    }
+    void ExpectSystemsAnswer() {
+        EXPECT_TRUE(CallsOf("Focus").empty());
+        EXPECT_EQ(CallsOf("DefaultAnswer").size(), 1u);
+    }
+
+    static constexpr std::uintptr_t kByClick = 2;
+    NativeWindow field = Control();
+};
+
+TEST_F(ActivatedDialog, HasTheFocusWhereTheUserLeftIt) {
+    GoElsewhereAndComeBack();
+    const auto calls = CallsOf("Focus");
+    ASSERT_EQ(calls.size(), 1u);
+    EXPECT_EQ(calls[0].window, field);
+    EXPECT_TRUE(CallsOf("DefaultAnswer").empty());
+}
+
+TEST_F(ActivatedDialog, LeavesItsFirstFocusToTheSystem) {
+    State().calls.clear();
+    DialogProcedure(root.window, kMessageActivate, 1, 0);
+    ExpectSystemsAnswer();
+}
+
+TEST_F(ActivatedDialog, RestoresTheFocusOnce) {
+    GoElsewhereAndComeBack();
+    State().calls.clear();
+    DialogProcedure(root.window, kMessageActivate, 1, 0);
+    ExpectSystemsAnswer();
+}
+
+TEST_F(ActivatedDialog, LeavesItToTheSystemIfTheControlIsHidden) {
+    DialogProcedure(root.window, kMessageActivate, 0, 0);
+    platform::ShowOrHide(field, false);
+    State().calls.clear();
+    DialogProcedure(root.window, kMessageActivate, 1, 0);
+    ExpectSystemsAnswer();
+}
+
+TEST_F(ActivatedDialog, LeavesItToTheSystemIfTheControlIsDisabled) {
+    DialogProcedure(root.window, kMessageActivate, 0, 0);
+    platform::Enable(field, false);
+    State().calls.clear();
+    DialogProcedure(root.window, kMessageActivate, 1, 0);
+    ExpectSystemsAnswer();
+}
+
+TEST_F(ActivatedDialog, LeavesItToTheSystemIfTheControlIsGone) {
+    DialogProcedure(root.window, kMessageActivate, 0, 0);
+    platform::CloseWindow(field);
+    State().calls.clear();
+    DialogProcedure(root.window, kMessageActivate, 1, 0);
+    ExpectSystemsAnswer();
+}
+
+TEST_F(ActivatedDialog, KeepsNoFocusOfAnotherWindow) {
+    platform::Focus(PlainWindow());
+    GoElsewhereAndComeBack();
+    ExpectSystemsAnswer();
+}
+
 TEST_F(WindowProcedures, AnswersTwoAndThreeAreConsumedAndPostNoQuit) {
     for (const std::uint64_t answer : {2u, 3u}) {
         AnswerMessages(answer);

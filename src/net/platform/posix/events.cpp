@@ -82,7 +82,9 @@ void SignalEventNamed(const char16_t* name) noexcept {
 }
 
 WaitResult WaitForEither(NativeEvent first, NativeEvent second, std::uint32_t milliseconds) noexcept {
-    if (IsNetCallRefused("WaitForEither " + std::to_string(milliseconds))) return WaitResult::kFailed;
+    const bool isRefused = IsNetCallRefused("WaitForEither " + std::to_string(milliseconds));
+    if (const auto& before = GetNetTwin().beforeWait) before();
+    if (isRefused) return WaitResult::kFailed;
     std::unique_lock guard(GetEvents().lock);
     WaitResult result = WaitResult::kTimeOut;
     GetEvents().changed.wait_for(guard, std::chrono::milliseconds(milliseconds), [&] {
@@ -92,6 +94,8 @@ WaitResult WaitForEither(NativeEvent first, NativeEvent second, std::uint32_t mi
             result = WaitResult::kSecond;
         return result != WaitResult::kTimeOut;
     });
+    guard.unlock();
+    if (const auto& after = GetNetTwin().afterWait) after();
     return result;
 }
 

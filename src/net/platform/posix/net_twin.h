@@ -29,6 +29,9 @@ struct NetTwin {
     std::vector<ScriptedNotice> script;
     bool readsNeedACall = true; // false: kRead is played when the request has been sent
     std::function<void(std::string_view body)> onSend; // called inside SendRequest
+    // Called inside WaitForEither, on the thread that waits: before the wait, and after it.
+    std::function<void()> beforeWait;
+    std::function<void()> afterWait;
 
     // The function of this name fails with this error, each time.
     std::string refusedCall;

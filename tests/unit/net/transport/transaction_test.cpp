@@ -148,6 +148,47 @@ TEST_F(Transaction, AFailedWaitHasTheStatusOfTheState) {
     EXPECT_EQ(response, "");
 }
 
+TEST_F(Transaction, AFailedWaitAfterAnErrorHasTheStatusOfTheError) {
+    GetNetTwin().refusedCall = "WaitForEither";
+    std::atomic<bool> isOver = false;
+    GetNetTwin().beforeWait = [&] {
+        while (!isOver) std::this_thread::yield();
+    };
+    EXPECT_EQ(
+        Run({Notice(HttpNotice::kError, 12007), After([&] { isOver = true; }, Notice(HttpNotice::kError))}),
+        kStatusNameNotResolved);
+    EXPECT_EQ(response, "");
+}
+
+TEST_F(Transaction, AFailedWaitAfterTheWholeAnswerIsASuccess) {
+    GetNetTwin().refusedCall = "WaitForEither";
+    std::atomic<bool> isOver = false;
+    GetNetTwin().beforeWait = [&] {
+        while (!isOver) std::this_thread::yield();
+    };
+    Script script = Answer({"answer"});
+    script.push_back(After([&] { isOver = true; }, Notice(HttpNotice::kError)));
+    EXPECT_EQ(Run(script), kStatusSuccess);
+    EXPECT_EQ(response, "answer");
+}
+
+// The answer is complete when the waiter knows of the cancel and has not yet left.
+TEST_F(Transaction, AnAnswerThatIsCompleteAfterACancelIsTaken) {
+    std::atomic<bool> hasWaited = false, isOver = false;
+    GetNetTwin().afterWait = [&] {
+        hasWaited = true;
+        while (!isOver) std::this_thread::yield();
+    };
+    Script script = Answer({"answer"});
+    script.back().before = [&] {
+        CancelTransaction();
+        while (!hasWaited) std::this_thread::yield();
+    };
+    script.push_back(After([&] { isOver = true; }, Notice(HttpNotice::kError)));
+    EXPECT_EQ(Run(script), kStatusCallCanceled);
+    EXPECT_EQ(response, "answer");
+}
+
 TEST_F(Transaction, CancelEndsItInEachPhase) {
     Script script{After(CancelTransaction, Notice(HttpNotice::kSent))};
     EXPECT_EQ(Run({After(CancelTransaction, Notice(HttpNotice::kSent))}), kStatusCallCanceled);

@@ -102,11 +102,14 @@ protected:
         return found;
     }
 
+    // Waits for a call of another thread.
+    static void AwaitCalls(const std::string& name, std::size_t count) {
+        while (Calls(name).size() < count) std::this_thread::yield();
+    }
+
     // From then on the waiting thread allocates nothing until the call has ended. For the thread of the
     // script.
-    static void AwaitWaiter() {
-        while (Calls("WaitForEither").empty()) std::this_thread::yield();
-    }
+    static void AwaitWaiter() { AwaitCalls("WaitForEither", 1); }
 
     pavane_test::LogFile log;
     Door door; // outlives whatever waits at it

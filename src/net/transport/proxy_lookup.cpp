@@ -3,69 +3,27 @@
 #include "frame/platform/frame_platform.h"
 #include "values/unicode/text_conversion.h"
 
-#include <memory>
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace brixen::pvn {
-namespace {
 
-// A question to a configuration script. The caller and the thread that asks share it, so that a thread that
-// outlives the call still has all that it uses.
-struct Question {
+// The look-up and the thread that asks share it, so that a thread that outlives the call still has all that
+// it uses.
+struct ProxyLookUp::Question {
     HttpHandle session;
     std::u16string url;
     std::optional<std::u16string> scriptUrl;
     EventHandle answered;
-    std::optional<std::u16string> proxy; // the caller reads it only after `answered`
+    std::u16string proxy; // read only after `answered`
 };
-using SharedQuestion = std::shared_ptr<Question>;
 
-unsigned long Ask(void* argument) {
-    const std::unique_ptr<SharedQuestion> held(static_cast<SharedQuestion*>(argument));
-    Question& question = **held;
-    try {
-        const char16_t* const scriptUrl = question.scriptUrl ? question.scriptUrl->c_str() : nullptr;
-        question.proxy = AskForProxy(question.session.get(), question.url.c_str(), scriptUrl);
-    } catch (const std::bad_alloc&) { // no proxy then
-    }
-    SignalEvent(question.answered.get());
-    return 0;
-}
+namespace {
 
-bool StartAsking(const SharedQuestion& question) {
-    auto forThread = std::make_unique<SharedQuestion>(question);
-    const NativeThread thread = StartThread(Ask, forThread.get());
-    if (!thread) return false;
-    static_cast<void>(forThread.release()); // belongs to the thread now
-    CloseThread(thread);
-    return true;
-}
-
-std::optional<std::u16string> WideUrl(const char* url) {
-    try {
-        return lyr::gen::ToUtf16(url);
-    } catch (const lyr::gen::illegal_utf_sequence&) {
-        return std::nullopt;
-    }
-}
-
-// Asks the script of the settings, if there is one.
-Status AskScript(const char* url, ProxySettings settings, const CallLimit& limit,
-                 std::optional<std::u16string>& proxy) {
-    std::optional<std::u16string> wideUrl = WideUrl(url);
-    if (!wideUrl) return kStatusSuccess;
-    HttpHandle session(OpenLookUpSession(u"WinHTTP AutoProxy"));
-    if (!session || (!settings.scriptUrl && !settings.detectsScript)) return kStatusSuccess;
-    const auto question = std::make_shared<Question>();
-    question->session = std::move(session);
-    question->url = std::move(*wideUrl);
-    question->scriptUrl = std::move(settings.scriptUrl);
-    question->answered.reset(MakeEvent(nullptr));
-    if (!question->answered || !StartAsking(question)) return kStatusSuccess;
-    const WaitResult end = limit.Await(question->answered.get());
-    if (end == WaitResult::kFirst) proxy = std::move(question->proxy);
-    return StatusOfWait(end);
+// A proxy that does not fit is none.
+std::u16string Fitting(std::u16string_view proxy) {
+    return std::u16string(proxy.size() <= kLongestProxy ? proxy : std::u16string_view());
 }
 
 } // namespace
@@ -85,17 +43,55 @@ std::u16string_view ProxyInSettings(std::u16string_view text) noexcept {
     return text.substr(start);
 }
 
-Status LookUpSystemProxy(const char* url, const CallLimit& limit, std::u16string& proxy) {
-    proxy.clear();
-    ProxySettings settings = ReadProxySettings();
-    std::optional<std::u16string> found;
-    Status status = kStatusSuccess;
-    if (settings.proxy)
-        found = ProxyInSettings(*settings.proxy);
-    else
-        status = AskScript(url, std::move(settings), limit, found);
-    if (found && found->size() <= kLongestProxy) proxy = std::move(*found);
-    return status;
+// The settings are read on the caller's thread: the system keeps them on this computer and asks nobody for
+// them, and a thread for each look-up would take longer than the whole call (2 ms and more under Wine).
+ProxyLookUp::ProxyLookUp(const char* url) noexcept {
+    try {
+        ProxySettings settings = ReadProxySettings();
+        if (settings.proxy)
+            proxy = Fitting(ProxyInSettings(*settings.proxy));
+        else
+            StartAsking(url, std::move(settings));
+    } catch (const lyr::gen::illegal_utf_sequence&) { // no proxy then
+    } catch (const std::bad_alloc&) {
+    }
+}
+
+void ProxyLookUp::StartAsking(const char* url, ProxySettings settings) {
+    std::u16string wideUrl = lyr::gen::ToUtf16(url);
+    HttpHandle session(OpenLookUpSession(u"WinHTTP AutoProxy"));
+    if (!session || (!settings.scriptUrl && !settings.detectsScript)) return;
+    EventHandle answered(MakeEvent(nullptr));
+    if (!answered) return;
+    auto asked = std::make_shared<Question>(Question{
+        std::move(session), std::move(wideUrl), std::move(settings.scriptUrl), std::move(answered), {}});
+    auto forThread = std::make_unique<std::shared_ptr<Question>>(asked);
+    const NativeThread thread = StartThread(Ask, forThread.get());
+    if (!thread) return;
+    static_cast<void>(forThread.release()); // belongs to the thread now
+    CloseThread(thread);
+    question = std::move(asked);
+}
+
+unsigned long ProxyLookUp::Ask(void* question) noexcept {
+    const std::unique_ptr<std::shared_ptr<Question>> held(static_cast<std::shared_ptr<Question>*>(question));
+    Question& asked = **held;
+    try {
+        const char16_t* const scriptUrl = asked.scriptUrl ? asked.scriptUrl->c_str() : nullptr;
+        const std::optional<std::u16string> found =
+            AskForProxy(asked.session.get(), asked.url.c_str(), scriptUrl);
+        if (found) asked.proxy = Fitting(*found);
+    } catch (const std::bad_alloc&) { // no proxy then
+    }
+    SignalEvent(asked.answered.get());
+    return 0;
+}
+
+Status ProxyLookUp::Await(const CallLimit& limit, std::u16string& result) noexcept {
+    result.clear();
+    const WaitResult end = question ? limit.Await(question->answered.get()) : WaitResult::kFirst;
+    if (end == WaitResult::kFirst) result = std::move(question ? question->proxy : proxy);
+    return StatusOfWait(end);
 }
 
 } // namespace brixen::pvn

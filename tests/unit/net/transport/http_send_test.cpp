@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 
 namespace brixen::pvn {
 namespace {
@@ -26,9 +27,7 @@ protected:
 };
 
 TEST_F(HttpSend, MakesItsCallsInTheirOrder) {
-    GetNetTwin().script[0].before = [] {
-        while (Calls("WaitForEither").empty()) std::this_thread::yield();
-    };
+    GetNetTwin().script[0].before = [] { AwaitCalls("WaitForEither", 1); };
     EXPECT_EQ(Send("http://service.test/call", "the body"), kStatusSuccess);
     EXPECT_EQ(response, "answer");
     EXPECT_THAT(NetTwinCalls(),
@@ -114,7 +113,7 @@ TEST_F(HttpSend, AHostOrAPortAloneIsNoProxy) {
 TEST_F(HttpSend, TheTimeOfALookUpIsPartOfTheLimit) {
     GetFrameTwin().tickCount = 1000;
     detail.timeoutSeconds = 10;
-    detail.useOsProxy = 0;
+    detail.useOsProxy = 1;
     GetNetTwin().settings.detectsScript = true;
     GetNetTwin().whileAsked = [] { GetFrameTwin().tickCount = 4000; };
     EXPECT_EQ(Send(), kStatusSuccess);
@@ -134,6 +133,90 @@ TEST_F(HttpSend, ACancelInTheSecondLookUpEndsTheCall) {
     EXPECT_EQ(questions, 2);
     EXPECT_THAT(Calls("OpenSession"), testing::IsEmpty());
     door.isOpen = true;
+}
+
+TEST_F(HttpSend, AStalledScriptDoesNotHoldUpACallThroughTheUsersProxy) {
+    GetNetTwin().settings.detectsScript = true;
+    GetNetTwin().whileAsked = [this] { door.Pass(); };
+    UseProxy("proxy.test", 3128);
+    EXPECT_EQ(Send(), kStatusSuccess);
+    EXPECT_EQ(response, "answer");
+    EXPECT_EQ(ProxyOfSession(), "proxy.test:3128");
+    AwaitCalls("AskForProxy", 1); // the first look-up is made all the same
+    EXPECT_EQ(Calls("WaitForEither").size(), 1u);
+    door.isOpen = true;
+}
+
+TEST_F(HttpSend, TextsAreInTheCodePageOfTheProcessAndForALookUpInUtf8) {
+    GetNetTwin().settings.detectsScript = true;
+    UseProxy("pr\xF6xy.test", 3128);
+    EXPECT_EQ(Send("http://service.test/caf\xC3\xA9"), kStatusSuccess);
+    EXPECT_THAT(Calls("SplitUrl"), ElementsAre("http://service.test/caf\xC3\x83\xC2\xA9"));
+    EXPECT_EQ(ProxyOfSession(), "pr\xC3\xB6xy.test:3128");
+    AwaitCalls("AskForProxy", 1);
+    EXPECT_THAT(Calls("AskForProxy"), ElementsAre("http://service.test/caf\xC3\xA9 -"));
+    EXPECT_EQ(Send("http://service.test/caf\xE9"), kStatusSuccess);
+    EXPECT_EQ(Calls("SplitUrl").back(), "http://service.test/caf\xC3\xA9");
+    EXPECT_EQ(Calls("AskForProxy").size(), 1u) << "no UTF-8";
+}
+
+TEST_F(HttpSend, AProxyHostWithASignThatNoHostHasGetsNothing) {
+    for (const char* const host : {"proxy test", " proxy.test", "user@proxy.test", "proxy.test/", "a;b.test",
+                                   "http=proxy.test", "proxy\t.test", "proxy\x7F.test", "proxy\x1F.test"}) {
+        UseProxy(host, 3128);
+        EXPECT_EQ(Send(), 53426) << host;
+        EXPECT_EQ(response, "") << host;
+    }
+    EXPECT_THAT(Calls("OpenSession"), testing::IsEmpty());
+    for (const char* const host : {"[2001:db8::1]", "10.0.0.1", "PROXY-1.test", "~.test"}) {
+        UseProxy(host, 3128);
+        EXPECT_EQ(Send(), kStatusSuccess) << host;
+    }
+}
+
+// --- This computer itself
+
+struct PlainCall {
+    const char16_t* host;
+    const char16_t* proxy;
+    bool isSent;
+};
+
+TEST_F(HttpSend, APlainCallToThisComputerGoesThroughNoProxyElsewhere) {
+    constexpr PlainCall kCases[] = {
+        {u"127.0.0.1", u"proxy.test:80", false},
+        {u"localhost", u"proxy.test:80", false},
+        {u"LOCALHOST", u"10.0.0.1:80", false},
+        {u"[::1]", u"proxy.test:80", false},
+        {u"::1", u"proxy.test:80", false},
+        {u"127.0.0.1", u"localhost:80;proxy.test:80", false},
+        {u"127.0.0.1", u"proxy.test:80;localhost:80", false},
+        {u"127.0.0.1", u"localhost.test:80", false},
+        {u"127.0.0.1", u"127.0.0.12:80", false},
+        {u"127.0.0.1", u"localhost:80 proxy.test:80", false},
+        {u"127.0.0.1", u"", true},
+        {u"127.0.0.1", u"localhost:80", true},
+        {u"127.0.0.1", u"127.0.0.1:8080", true},
+        {u"127.0.0.1", u"[::1]:8080;LocalHost", true},
+        {u"127.0.0.1", u"localhost:80;", true},
+        {u"service.test", u"proxy.test:80", true},
+        {u"127.0.0.12", u"proxy.test:80", true},
+    };
+    detail.useOsProxy = 1;
+    for (const PlainCall& call : kCases) {
+        GetNetTwin().urlParts = {call.host, u"/call", 80, false};
+        GetNetTwin().settings.proxy = call.proxy;
+        const std::size_t before = Calls("OpenSession").size();
+        EXPECT_EQ(Send(), call.isSent ? kStatusSuccess : 53425) << std::filesystem::path(call.proxy);
+        EXPECT_EQ(Calls("OpenSession").size() > before, call.isSent) << std::filesystem::path(call.proxy);
+    }
+}
+
+TEST_F(HttpSend, ASecureCallToThisComputerGoesThroughAnyProxy) {
+    GetNetTwin().urlParts = {u"localhost", u"/call", 443, true};
+    UseProxy("proxy.test", 3128);
+    EXPECT_EQ(Send(), kStatusSuccess);
+    EXPECT_EQ(ProxyOfSession(), "proxy.test:3128");
 }
 
 TEST_F(HttpSend, TheLongestHostOfAProxyFits) {
@@ -164,6 +247,31 @@ TEST_F(HttpSend, LogsItsDurationFromOneMillisecondUp) {
     EXPECT_EQ(Send(), kStatusSuccess);
     EXPECT_EQ(std::ranges::count_if(log.Bodies(), [](auto& line) { return line.starts_with("PVN: _time_"); }),
               1);
+}
+
+TEST_F(HttpSend, LogsTheDurationOfACallThatEndsEarlyToo) {
+    const std::string line = "PVN: _time_: (func: brixen::pvn::PVN_HTTPSend, duration: 0.001 sec)";
+    GetFrameTwin().tickCount = 5000;
+    GetNetTwin().settings.detectsScript = true;
+    detail.useOsProxy = 1;
+    GetNetTwin().whileAsked = [this] {
+        GetFrameTwin().tickCount = 5001;
+        CancelTransaction();
+        door.Pass();
+    };
+    EXPECT_EQ(Send(), kStatusCallCanceled);
+    EXPECT_EQ(log.Bodies().back(), line);
+    door.isOpen = true;
+}
+
+TEST_F(HttpSend, LogsTheDurationOfACallThatIsRefusedToo) {
+    GetFrameTwin().tickCount = 5000;
+    GetNetTwin().refusedCall = "OpenSession";
+    GetNetTwin().settings.detectsScript = true;
+    detail.useOsProxy = 1;
+    GetNetTwin().whileAsked = [] { GetFrameTwin().tickCount = 5002; };
+    EXPECT_EQ(Send(), kStatusSystemError);
+    EXPECT_EQ(log.Bodies().back(), "PVN: _time_: (func: brixen::pvn::PVN_HTTPSend, duration: 0.002 sec)");
 }
 
 TEST_F(HttpSend, ReplacesTheEarlierAnswerAlsoAfterAFailure) {

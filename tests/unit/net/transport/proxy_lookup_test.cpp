@@ -1,6 +1,9 @@
 #include "net/transport/proxy_lookup.h"
 
+#include "support/failing_allocator.h"
 #include "unit/net/transport/transport_fixture.h"
+
+#include <new>
 
 namespace brixen::pvn {
 namespace {
@@ -39,31 +42,32 @@ TEST(ProxyInSettings, IsTheEntryForHttpsOrTheOneForEverything) {
         EXPECT_EQ(ProxyInSettings(each.text), each.proxy) << std::filesystem::path(each.text);
 }
 
-class ProxyLookUp : public TransportTest {
+class SystemProxy : public TransportTest {
 protected:
     Status LookUp(const char* url = "https://service.test/") {
         proxy = u"an earlier proxy";
-        return LookUpSystemProxy(url, CallLimit(detail.timeoutSeconds), proxy);
+        const CallLimit limit(detail.timeoutSeconds);
+        return ProxyLookUp(url).Await(limit, proxy);
     }
 
     std::u16string proxy;
 };
 
-TEST_F(ProxyLookUp, AFixedProxyNeedsNoQuestion) {
+TEST_F(SystemProxy, AFixedProxyNeedsNoQuestion) {
     GetNetTwin().settings = {u"http=p:80;https=q:81", u"http://script.test/", true};
     EXPECT_EQ(LookUp(), kStatusSuccess);
     EXPECT_EQ(proxy, u"q:81");
     EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent CancelTransactionEvent", "ReadProxySettings"));
 }
 
-TEST_F(ProxyLookUp, AnEmptyFixedProxyIsNoneAndAsksNoScript) {
+TEST_F(SystemProxy, AnEmptyFixedProxyIsNoneAndAsksNoScript) {
     GetNetTwin().settings = {u"", u"http://script.test/", true};
     EXPECT_EQ(LookUp(), kStatusSuccess);
     EXPECT_EQ(proxy, u"");
     EXPECT_THAT(Calls("AskForProxy"), IsEmpty());
 }
 
-TEST_F(ProxyLookUp, AsksTheConfigurationScriptFirst) {
+TEST_F(SystemProxy, AsksTheConfigurationScriptFirst) {
     GetNetTwin().settings = {std::nullopt, u"http://script.test/", true};
     GetNetTwin().proxyForUrl = u"p:80;q:81";
     EXPECT_EQ(LookUp("https://service.test/caf\xC3\xA9"), kStatusSuccess);
@@ -72,7 +76,7 @@ TEST_F(ProxyLookUp, AsksTheConfigurationScriptFirst) {
     EXPECT_THAT(Calls("AskForProxy"), ElementsAre("https://service.test/caf\xC3\xA9 http://script.test/"));
 }
 
-TEST_F(ProxyLookUp, OtherwiseDetectsAScript) {
+TEST_F(SystemProxy, OtherwiseDetectsAScript) {
     GetNetTwin().settings.detectsScript = true;
     GetNetTwin().proxyForUrl = u"p:80";
     EXPECT_EQ(LookUp(), kStatusSuccess);
@@ -80,7 +84,7 @@ TEST_F(ProxyLookUp, OtherwiseDetectsAScript) {
     EXPECT_THAT(Calls("AskForProxy"), ElementsAre("https://service.test/ -"));
 }
 
-TEST_F(ProxyLookUp, WithoutASettingNothingIsAsked) {
+TEST_F(SystemProxy, WithoutASettingNothingIsAsked) {
     GetNetTwin().proxyForUrl = u"p:80";
     EXPECT_EQ(LookUp(), kStatusSuccess);
     EXPECT_EQ(proxy, u"");
@@ -88,7 +92,7 @@ TEST_F(ProxyLookUp, WithoutASettingNothingIsAsked) {
                                             "OpenLookUpSession WinHTTP AutoProxy", "CloseHttp"));
 }
 
-TEST_F(ProxyLookUp, EveryFailureIsNoProxy) {
+TEST_F(SystemProxy, EveryFailureIsNoProxy) {
     GetNetTwin().proxyForUrl = u"p:80";
     for (const char* const call : {"ReadProxySettings", "OpenLookUpSession", "MakeEvent", "AskForProxy"}) {
         GetNetTwin().settings = {std::nullopt, u"http://script.test/", false};
@@ -104,7 +108,7 @@ TEST_F(ProxyLookUp, EveryFailureIsNoProxy) {
     EXPECT_EQ(proxy, u"p:80") << "with a thread";
 }
 
-TEST_F(ProxyLookUp, AUrlThatIsNoUtf8HasNoProxy) {
+TEST_F(SystemProxy, AUrlThatIsNoUtf8HasNoProxy) {
     GetNetTwin().settings.detectsScript = true;
     GetNetTwin().proxyForUrl = u"p:80";
     EXPECT_EQ(LookUp("https://service.test/\xE9"), kStatusSuccess);
@@ -112,7 +116,7 @@ TEST_F(ProxyLookUp, AUrlThatIsNoUtf8HasNoProxy) {
     EXPECT_THAT(NetTwinCalls(), ElementsAre("MakeNamedEvent CancelTransactionEvent", "ReadProxySettings"));
 }
 
-TEST_F(ProxyLookUp, AProxyThatDoesNotFitIsNone) {
+TEST_F(SystemProxy, AProxyThatDoesNotFitIsNone) {
     for (const std::size_t length : {255u, 256u}) {
         const std::u16string text(length, u'p');
         const std::u16string expected = length == 255 ? text : std::u16string();
@@ -126,7 +130,7 @@ TEST_F(ProxyLookUp, AProxyThatDoesNotFitIsNone) {
     }
 }
 
-TEST_F(ProxyLookUp, AStalledScriptEndsByTheLimitAndIsLeftBehind) {
+TEST_F(SystemProxy, AStalledScriptEndsByTheLimitAndIsLeftBehind) {
     GetNetTwin().settings.detectsScript = true;
     GetNetTwin().proxyForUrl = u"p:80";
     GetNetTwin().whileAsked = [this] { door.Pass(); };
@@ -136,7 +140,8 @@ TEST_F(ProxyLookUp, AStalledScriptEndsByTheLimitAndIsLeftBehind) {
     door.isOpen = true;
 }
 
-TEST_F(ProxyLookUp, CancelEndsAStalledScript) {
+TEST_F(SystemProxy, CancelEndsAStalledScript) {
+    detail.useOsProxy = 1;
     GetNetTwin().settings.detectsScript = true;
     GetNetTwin().whileAsked = [&] {
         CancelTransaction();
@@ -147,7 +152,38 @@ TEST_F(ProxyLookUp, CancelEndsAStalledScript) {
     door.isOpen = true;
 }
 
-TEST_F(ProxyLookUp, AFailedWaitIsNoProxy) {
+TEST_F(SystemProxy, ALookUpThatNobodyWaitsForEndsByItself) {
+    GetNetTwin().settings.detectsScript = true;
+    GetNetTwin().whileAsked = [this] { door.Pass(); };
+    { const ProxyLookUp unneeded("https://service.test/"); }
+    AwaitCalls("AskForProxy", 1);
+    EXPECT_THAT(Calls("WaitForEither"), IsEmpty());
+    door.isOpen = true;
+}
+
+TEST_F(SystemProxy, MissingMemoryIsNoProxy) {
+    GetNetTwin().proxyForUrl = u"p:80";
+    GetNetTwin().settings.detectsScript = true;
+    GetNetTwin().whileAsked = [] { throw std::bad_alloc(); };
+    EXPECT_EQ(LookUp(), kStatusSuccess);
+    EXPECT_EQ(proxy, u"");
+    GetNetTwin().whileAsked = {};
+    GetNetTwin().settings = {std::u16string(200, u'p'), std::nullopt, false};
+    const CallLimit limit(60);
+    for (std::size_t n = 1;; ++n) {
+        proxy = u"an earlier proxy";
+        bool hasFailed = false;
+        {
+            const pavane_test::FailNthAllocation failure(n);
+            EXPECT_EQ(ProxyLookUp("https://service.test/").Await(limit, proxy), kStatusSuccess);
+            hasFailed = failure.HasFailed();
+        }
+        EXPECT_EQ(proxy, hasFailed ? u"" : std::u16string(200, u'p')) << n;
+        if (!hasFailed) break;
+    }
+}
+
+TEST_F(SystemProxy, AFailedWaitIsNoProxy) {
     GetNetTwin().settings.detectsScript = true;
     GetNetTwin().proxyForUrl = u"p:80";
     GetNetTwin().whileAsked = [this] { door.Pass(); };

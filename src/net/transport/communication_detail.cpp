@@ -4,6 +4,7 @@
 #include "values/wipe.h"
 
 #include <cstddef>
+#include <cstring>
 
 namespace brixen::pvn {
 namespace {
@@ -23,7 +24,7 @@ CommunicationDetail::~CommunicationDetail() {
     Wipe(proxyPassword, sizeof proxyPassword);
 }
 
-void ReadCommunicationDetail(CommunicationDetail& out, T_StorageInterface& bag) {
+Status ReadCommunicationDetail(CommunicationDetail& out, T_StorageInterface& bag) {
     const char* host = nullptr;
     std::uint32_t port = 0;
     const bool hasHost = bag.Get(PvnWFKey_ProxyHost, kValueTypeString, &host);
@@ -31,11 +32,12 @@ void ReadCommunicationDetail(CommunicationDetail& out, T_StorageInterface& bag) 
     out = CommunicationDetail();
     out.timeoutSeconds = kDefaultTimeoutSeconds;
     out.useOsProxy = hasHost && hasPort ? 0 : 1;
-    if (out.useOsProxy == 1) return;
+    if (out.useOsProxy == 1) return kStatusSuccess;
     out.proxyPort = static_cast<std::int32_t>(port);
     CopyText(bag, PvnWFKey_ProxyHost, out.proxyHost);
     CopyText(bag, PvnWFKey_ProxyUserName, out.proxyUserName);
     CopyText(bag, PvnWFKey_ProxyPassword, out.proxyPassword);
+    return std::strlen(host) < sizeof out.proxyHost ? kStatusSuccess : kStatusNameNotResolved;
 }
 
 } // namespace brixen::pvn

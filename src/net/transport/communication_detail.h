@@ -1,6 +1,7 @@
 // How a call gets out: its time limit and the user's proxy.
 #pragma once
 
+#include "frame/status.h"
 #include "values/storage.h"
 
 #include <cstdint>
@@ -32,7 +33,8 @@ struct CommunicationDetail {
 
 // Replaces `out` by the settings of the bag. With both a host and a port in the bag these are the proxy, and
 // the texts are cut to their fields; without either the system's settings count, and all texts stay empty.
-// The time limit is kDefaultTimeoutSeconds. Throws std::bad_alloc.
-void ReadCommunicationDetail(CommunicationDetail& out, T_StorageInterface& bag);
+// The time limit is kDefaultTimeoutSeconds. Returns 0, or kStatusNameNotResolved for a host that was cut: it
+// is another host, which must not be called. Throws std::bad_alloc.
+[[nodiscard]] Status ReadCommunicationDetail(CommunicationDetail& out, T_StorageInterface& bag);
 
 } // namespace brixen::pvn

@@ -3,6 +3,7 @@
 #include "net/envelope/method_call.h"
 #include "net/envelope/method_response.h"
 #include "net/transport/http_send.h"
+#include "net/transport/this_computer.h"
 #include "values/unicode/ascii.h"
 #include "workflow/context/context_keys.h"
 
@@ -59,14 +60,9 @@ bool IsSuspect(char byte) { return byte <= ' ' || byte > '~' || byte == '@' || b
 bool IsAllowedAddress(std::string_view url) {
     const bool isSecure = SkipPrefix(url, "https://");
     if (!isSecure && !SkipPrefix(url, "http://")) return false;
-    std::string_view host = url.substr(0, url.find_first_of("/?#"));
+    const std::string_view host = url.substr(0, url.find_first_of("/?#"));
     if (host.empty() || std::ranges::any_of(host, IsSuspect)) return false;
-    if (isSecure) return true;
-    if (!SkipPrefix(host, "127.0.0.1") && !SkipPrefix(host, "localhost") && !SkipPrefix(host, "[::1]")) {
-        return false;
-    }
-    return host.empty() ||
-           (host.front() == ':' && std::ranges::all_of(host.substr(1), lyr::gen::IsAsciiDigit<char>));
+    return isSecure || IsThisComputer(host);
 }
 
 Status ReadServiceStatus(const std::string& response) {
@@ -87,7 +83,7 @@ Status CallService(T_StorageInterface& workerBag, const char* method, const std:
     std::string call;
     if (const Status status = BuildPayloadCall(payload.c_str(), method, kRequestParam, call)) return status;
     CommunicationDetail detail;
-    ReadCommunicationDetail(detail, workerBag);
+    if (const Status status = ReadCommunicationDetail(detail, workerBag)) return status;
     if (!notifier.Report(1)) return kStatusCallCanceled;
     std::string response;
     if (const Status status = PVN_HTTPSend(url.c_str(), detail, call.c_str(), response)) return status;

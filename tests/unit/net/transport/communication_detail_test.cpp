@@ -25,11 +25,12 @@ protected:
         std::memset(detail.proxyHost, 'x', sizeof detail.proxyHost);
         std::memset(detail.proxyPassword, 'x', sizeof detail.proxyPassword);
         detail.proxyPort = 7;
-        ReadCommunicationDetail(detail, bag);
+        status = ReadCommunicationDetail(detail, bag);
         return detail;
     }
     void ExpectSystemsProxy() {
         const CommunicationDetail detail = Read();
+        EXPECT_EQ(status, kStatusSuccess);
         EXPECT_EQ(detail.useOsProxy, 1);
         EXPECT_EQ(detail.proxyPort, 0);
         EXPECT_STREQ(detail.proxyHost, "");
@@ -39,11 +40,13 @@ protected:
     }
 
     T_Storage bag;
+    Status status = 1;
 };
 
 TEST_F(ReadDetail, WithHostAndPortTheUsersProxyCounts) {
     FillBag();
     const CommunicationDetail detail = Read();
+    EXPECT_EQ(status, kStatusSuccess);
     EXPECT_EQ(detail.useOsProxy, 0);
     EXPECT_EQ(detail.proxyPort, 3128);
     EXPECT_STREQ(detail.proxyHost, "proxy.test");
@@ -86,6 +89,21 @@ TEST_F(ReadDetail, TextsAreCutToTheirFields) {
     EXPECT_EQ(detail.proxyUserName, std::string(32, 'u'));
     EXPECT_EQ(detail.proxyPassword, std::string(32, 'p'));
     EXPECT_EQ(detail.proxyPort, -1);
+}
+
+TEST_F(ReadDetail, AHostThatWasCutIsAnotherHost) {
+    FillBag();
+    SetString(bag, "PvnWFKey_ProxyHost", std::string(129, 'h'));
+    static_cast<void>(Read());
+    EXPECT_EQ(status, kStatusNameNotResolved);
+    SetString(bag, "PvnWFKey_ProxyHost", std::string(128, 'h'));
+    SetString(bag, "PvnWFKey_ProxyUserName", std::string(33, 'u'));
+    SetString(bag, "PvnWFKey_ProxyPassword", std::string(33, 'p'));
+    EXPECT_EQ(Read().proxyHost, std::string(128, 'h'));
+    EXPECT_EQ(status, kStatusSuccess) << "the other texts are not sent";
+    bag.Remove("PvnWFKey_ProxyPort", kValueTypeLong);
+    SetString(bag, "PvnWFKey_ProxyHost", std::string(129, 'h'));
+    ExpectSystemsProxy();
 }
 
 TEST(CommunicationDetail, OverwritesItsTextsAtItsEnd) {

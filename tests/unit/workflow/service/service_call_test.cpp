@@ -223,6 +223,23 @@ TEST_F(ServiceCall, ACancelEndsTheWait) {
     EXPECT_EQ(Call(), kStatusCallCanceled);
 }
 
+TEST_F(ServiceCall, AProxyHostThatIsTooLongGetsNothing) {
+    SetString(bag, PvnWFKey_ProxyHost, std::string(129, 'h'));
+    SetLong(bag, PvnWFKey_ProxyPort, 3128);
+    EXPECT_EQ(Call(), kStatusNameNotResolved);
+    EXPECT_EQ(answer, "");
+    EXPECT_THAT(NetTwinCalls(), IsEmpty());
+}
+
+TEST_F(ServiceCall, APlainCallToThisComputerGetsNoProxyElsewhere) {
+    GetNetTwin().urlParts = {u"127.0.0.1", u"/call", 80, false};
+    SetString(bag, PvnWFKey_ServiceUrl, "http://127.0.0.1/call");
+    SetString(bag, PvnWFKey_ProxyHost, "proxy.test");
+    SetLong(bag, PvnWFKey_ProxyPort, 3128);
+    EXPECT_EQ(Call(), 53425);
+    EXPECT_THAT(Calls("OpenSession"), IsEmpty());
+}
+
 TEST_F(ServiceCall, GoesOutByTheProxyOfTheBag) {
     SetString(bag, PvnWFKey_ProxyHost, "proxy.test");
     SetLong(bag, PvnWFKey_ProxyPort, 3128);

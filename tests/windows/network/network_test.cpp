@@ -272,7 +272,16 @@ TEST_F(Network, AProxyThatIsDownEndsTheCall) {
 TEST_F(Network, AProxyWhoseNameIsUnknownEndsTheCall) {
     UseProxy(proxy);
     std::snprintf(detail.proxyHost, sizeof detail.proxyHost, "proxy.invalid");
-    EXPECT_EQ(Call(serviceByName), kStatusNameNotResolved);
+    EXPECT_EQ(Call(Around("HTTPS_TRUSTED")), kStatusNameNotResolved);
+}
+
+TEST_F(Network, APlainCallToThisComputerGoesThroughNoProxyElsewhere) {
+    UseProxy(proxy);
+    std::snprintf(detail.proxyHost, sizeof detail.proxyHost, "proxy.invalid");
+    for (const std::string& url : {service, serviceByName}) {
+        EXPECT_EQ(Call(url), kStatusInvalidUrl) << url;
+        EXPECT_EQ(answer, "") << url;
+    }
 }
 
 TEST_F(Network, AProxyThatWantsALogInAnswersTheCallItself) {

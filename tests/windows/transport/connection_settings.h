@@ -33,8 +33,9 @@ public:
         RegCloseKey(key);
     }
 
-    void Write(const std::string& proxy, const std::string& scriptUrl) const {
-        const std::uint32_t flags = 1u | (proxy.empty() ? 0 : 2) | (scriptUrl.empty() ? 0 : 4);
+    void Write(const std::string& proxy, const std::string& scriptUrl, bool detectsScript = false) const {
+        const std::uint32_t flags =
+            1u | (proxy.empty() ? 0 : 2) | (scriptUrl.empty() ? 0 : 4) | (detectsScript ? 8 : 0);
         std::vector<BYTE> bytes;
         for (const std::uint32_t number : {0x46u, 0u, flags}) PutNumber(bytes, number);
         for (const std::string& text : {proxy, std::string(), scriptUrl}) {

@@ -44,13 +44,11 @@ std::string TemporaryFolder() {
     return length > 0 && length < kPathLimit ? lyr::gen::LenientUtf8(folder) : std::string();
 }
 
+// A folder that the system does not name is empty, and ignored.
 void AddFirstSearchPaths(ServiceLoader& loader) try {
-    const std::string moduleFile = ModuleFile();
-    if (!moduleFile.empty()) AddSearchPath(loader, FolderOfFile(moduleFile));
+    AddSearchPath(loader, FolderOfFile(ModuleFile()));
     const std::string directory = WorkingDirectory();
-    if (!directory.empty() && IsTrusted(PlaceOf(directory), PlaceOf(TemporaryFolder()))) {
-        AddSearchPath(loader, directory);
-    }
+    if (IsTrusted(PlaceOf(directory), PlaceOf(TemporaryFolder()))) AddSearchPath(loader, directory);
 } catch (const std::bad_alloc&) { // as a path that the system refuses
 }
 
@@ -74,11 +72,9 @@ ServiceLoader& GetServiceLoader() noexcept {
 }
 
 void ResolveBaseServices() noexcept {
-    ServiceLoader& loader = GetServiceLoader();
-    if (!loader.baseLoaded) return;
     for (const char* symbol :
          {kLogv.symbol, kRelease.symbol, kErrnoServiceCreate.symbol, kErrnoServiceSetErrno.symbol}) {
-        static_cast<void>(FindSymbol(loader, kBaseServices, symbol));
+        static_cast<void>(FindSymbol(GetServiceLoader(), kBaseServices, symbol));
     }
 }
 

@@ -22,7 +22,7 @@ inline constexpr char kBaseServices[] = "svhservices.dll";
 [[nodiscard]] ServiceLoader& GetServiceLoader() noexcept;
 
 // Loads the base service library and finds all entry points of this header, so that a worker finds them
-// ready. Call it on the host's thread. Does nothing without the library.
+// ready. Call it on the host's thread.
 void ResolveBaseServices() noexcept;
 
 // Returns the folder in which the base service library was found. Empty if it was not. Throws std::bad_alloc.

@@ -54,7 +54,7 @@ fail_with denied
 press alt+t
 wait_until "a denied test is a failure" says "The service answered, but it turned the test down."
 press Escape # the failure stays the outcome
-host_ends 1 "status 0x8501"
+host_ends 1 "status 0x8501: The service denied the request."
 
 fail_with
 start_host --workflow 4 --language en_US

@@ -53,7 +53,8 @@ TEST(TrustedFolder, IsNotOnTheNetworkAndExists) {
 
 TEST(TrustedFolder, NeedsNoTemporaryFolder) {
     EXPECT_TRUE(IsTrustedOnDisk("C:\\App", ""));
-    EXPECT_TRUE(IsTrustedOnDisk("C:\\App", "\\"));
+    EXPECT_TRUE(IsTrustedOnDisk("\\\\?\\C:\\App", ""));
+    EXPECT_TRUE(IsTrustedOnDisk("\\\\?\\C:\\App", "\\"));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -127,6 +128,38 @@ TEST_F(LoaderLogChannelTest, TellsTheMessagesOfThreadsApart) {
     LoaderLog(service, kLoaderLevelProgress, "", "last");
     EXPECT_THAT(gFromOtherThreads, ElementsAre("first", "of another thread", "last"));
     EXPECT_THAT(GetServicesTwin().debuggerTexts, ElementsAre("ServiceLoader: of this thread\r\n"));
+}
+
+std::atomic<bool> gIsOtherInside, gMayOtherLeave;
+NativeThread gOther = nullptr;
+
+// The message of the first thread begins before that of the other thread, and ends before it.
+void LogvThatOverlaps(void*, const char*, int, const char*, const char* format, std::va_list) {
+    if (std::string(format) == "of the other") {
+        gIsOtherInside = true;
+        while (!gMayOtherLeave) YieldThread();
+        return;
+    }
+    const auto log = [](void*) -> unsigned long {
+        LoaderLog(*gReentered, kLoaderLevelProgress, "", "of the other");
+        return 0;
+    };
+    gOther = StartThread(log, nullptr);
+    while (!gIsOtherInside) YieldThread();
+}
+
+TEST_F(LoaderLogChannelTest, LetsMessagesOfThreadsEndInAnyOrder) {
+    Channel service(LogvThatOverlaps);
+    gReentered = &service;
+    LoaderLog(service, kLoaderLevelProgress, "", "of the first");
+    ASSERT_NE(service.messages, nullptr);
+    EXPECT_NE(service.messages->thread, CurrentThreadNumber());
+    EXPECT_EQ(service.messages->next, nullptr);
+    gMayOtherLeave = true;
+    unsigned long code = 0;
+    EXPECT_TRUE(WaitForThread(gOther, 10000, &code));
+    CloseThread(gOther);
+    EXPECT_EQ(service.messages, nullptr);
 }
 
 TEST_F(LoaderLogChannelTest, HoldsTheSettingsOfTheService) {

@@ -61,7 +61,8 @@ def flags_of(name, native):
         return own
     if "/win32/" in name or name.startswith(("tests/windows/", "bench/windows/")):
         return [*windows_flags(), *own, "-isystem/usr/src/googletest/googletest/include",
-                "-isystem/usr/src/googletest/googlemock/include", '-DPAVANE_TEST_DATA="."']
+                "-isystem/usr/src/googletest/googlemock/include", '-DPAVANE_TEST_DATA="."',
+                '-DPAVANE_COMPANIONS="."']
     return native.get(name)
 
 

@@ -144,10 +144,12 @@ if(TARGET unit_dictionaries)
     target_link_libraries(unit_dictionaries PRIVATE pavane_tools)
 endif()
 
-# The public header is plain C11.
-add_library(pavane_header_in_c OBJECT ${CMAKE_SOURCE_DIR}/tests/unit/frame/exports/pavane_header.c)
+# The public header is plain C11, and so are the words of the sample host, which is otherwise built for Windows alone.
+add_library(pavane_header_in_c OBJECT ${CMAKE_SOURCE_DIR}/tests/unit/frame/exports/pavane_header.c
+    ${CMAKE_SOURCE_DIR}/examples/host/status_words.c)
 target_include_directories(pavane_header_in_c PRIVATE ${CMAKE_SOURCE_DIR}/include)
 target_compile_options(pavane_header_in_c PRIVATE -Wstrict-prototypes)
 if(TARGET unit_frame)
     target_link_libraries(unit_frame PRIVATE pavane_header_in_c)
+    target_include_directories(unit_frame PRIVATE ${CMAKE_SOURCE_DIR}/examples)
 endif()

@@ -1,5 +1,5 @@
 // The base service library, "svhservices.dll": the loader of the process, and the library's entry points as
-// ordinary functions. Without the library each of them does nothing but tell the debugger.
+// ordinary functions. Without the library each of them only shows a line to the debugger.
 //
 // Nothing here throws unless its comment says so. Any thread may call.
 #pragma once
@@ -34,7 +34,7 @@ void ResetServiceLoader() noexcept;
 // A thing that a service has made. Null is none; SVHRelease frees it.
 using ServiceHandle = void*;
 
-// Releases a handle that any service has given out.
+// Releases a handle that any service has returned.
 void SVHRelease(ServiceHandle handle) noexcept;
 // Writes a line of the logging service. See LogvFunction.
 void SVHLogv(void* session, const char* component, int level, const char* argumentFormats, const char* format,

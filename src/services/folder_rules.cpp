@@ -8,7 +8,7 @@
 namespace brixen::pvn {
 namespace {
 
-// Folders that differ in the case of other letters than those of ASCII are told apart.
+// The case of letters counts, except in ASCII.
 bool IsInside(std::string_view folder, std::string_view outer) {
     if (outer.ends_with('\\')) outer.remove_suffix(1);
     if (outer.empty() || folder.size() < outer.size()) return false;

@@ -98,7 +98,7 @@ SymbolPlace LookUp(ServiceLoader& loader, const char* libraryName, const char* s
             .entry = symbol == entry.symbols.end() ? nullptr : symbol->second};
 }
 
-// Loading twice, on two threads, gives the same module.
+// Two threads that load the library at once get the same module.
 NativeModule Load(ServiceLoader& loader, const char* libraryName, const std::string& path) {
     const std::string resolved = ResolvePath(path);
     const NativeModule module = resolved.empty() ? nullptr : LoadModule(resolved);

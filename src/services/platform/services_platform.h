@@ -11,7 +11,7 @@ namespace brixen::pvn {
 // Shows a text to the debugger of the process, if there is one.
 void WriteToDebugger(const char* text) noexcept;
 
-// Tells the threads of the process apart.
+// Returns a number that no other running thread of the process has.
 [[nodiscard]] std::uint32_t CurrentThreadNumber() noexcept;
 
 // The longest path that the loader handles, in UTF-16 units without the terminator.
@@ -38,8 +38,9 @@ struct FolderPlace {
 using NativeModule = struct NativeModuleTag*;
 using EntryPoint = void (*)(); // cast to the type of the function before the call
 
-// Loads a library by its absolute path, or returns null. Libraries that it needs come from its own folder and
-// from the system's, and nowhere else. The system shows no message to the user. Nothing unloads the library.
+// Loads a library by its absolute path, or returns null. Libraries that it needs are searched in its own
+// folder and in the system's, and nowhere else. The system shows no message to the user. Nothing unloads the
+// library.
 [[nodiscard]] NativeModule LoadModule(const std::string& path);
 // Returns null for a name that the library does not export.
 [[nodiscard]] EntryPoint FindEntry(NativeModule module, const char* name) noexcept;

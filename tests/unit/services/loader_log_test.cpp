@@ -120,7 +120,7 @@ void LogvWithOtherThreads(void*, const char*, int, const char*, const char* form
     LoaderLog(*gReentered, kLoaderLevelMissing, "", "of this thread");
 }
 
-TEST_F(LoaderLogChannelTest, TellsTheMessagesOfThreadsApart) {
+TEST_F(LoaderLogChannelTest, KnowsWhichThreadAMessageIsOf) {
     Channel service(LogvWithOtherThreads);
     gReentered = &service;
     gFromOtherThreads.clear();

@@ -18,7 +18,7 @@ TEST(ServicesPlatform, KnowsTheFileThatHoldsThisCode) {
     EXPECT_EQ(ResolvePath(file), file);
 }
 
-TEST(ServicesPlatform, TellsFilesFromFoldersAndFromNothing) {
+TEST(ServicesPlatform, SeesFilesAndNoFolders) {
     const pavane_test::TemporaryFolder folder(u"caf\u00E9 \u65E5\u672C");
     const std::string path = Utf8(folder.Path());
     EXPECT_FALSE(IsExistingFile(path));
@@ -42,7 +42,7 @@ TEST(ServicesPlatform, MakesPathsAbsoluteUpTo1024Units) {
     EXPECT_EQ(ResolvePath(accents), accents) << "2048 bytes, 1024 units";
 }
 
-TEST(ServicesPlatform, GivesAFolderOnePlace) {
+TEST(ServicesPlatform, HasOnePlaceForAFolder) {
     const pavane_test::TemporaryFolder folder;
     const std::string path = Utf8(folder.Path());
     std::filesystem::create_directories(folder / "inside");
@@ -71,7 +71,7 @@ TEST(ServicesPlatform, LoadsNothingThatIsNoLibrary) {
     EXPECT_EQ(LoadModule("\xFF"), nullptr);
 }
 
-TEST(ServicesPlatform, TellsThreadsApart) {
+TEST(ServicesPlatform, HasANumberForEachThread) {
     const auto ofThread = [](void* other) -> DWORD {
         *static_cast<std::uint32_t*>(other) = CurrentThreadNumber();
         return 0;

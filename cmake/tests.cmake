@@ -76,7 +76,7 @@ function(pavane_test name folder)
         # On Windows the C library of a twin takes names of files in the code page.
         add_test(NAME ${name} COMMAND ${name} $<$<BOOL:${PAVANE_TWINS}>:--gtest_filter=-*AnyName:*AnyLetter>
             WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-        set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS ${name} ${locks})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS ${name} ${locks})
         return()
     endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."

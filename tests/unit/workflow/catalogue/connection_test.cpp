@@ -1,12 +1,11 @@
 #include "workflow/catalogue/connection.h"
 
 #include "net/transport/communication_detail.h"
-#include "support/languages.h"
 #include "toolkit/control_styles.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
+#include "unit/workflow/without_memory.h"
 #include "workflow/catalogue/connection_settings_views.h"
 #include "workflow/catalogue/connection_views.h"
-#include "workflow/run_workflow.h"
 
 namespace brixen::pvn::pvn_workflow {
 namespace {
@@ -80,24 +79,16 @@ TEST_F(Connection, EscAfterSuccessIsASuccess) {
 }
 
 TEST_F(Connection, EveryFailureHasWordsAndItsCode) {
-    struct {
-        Status status;
-        const char* words;
-        const char* code;
-    } const kFailures[] = {
+    constexpr Failure kFailures[] = {
         {53250, "timed_out", "208:2"},    {53411, "refused", "208:163"},
         {53427, "secure", "208:179"},     {0x8501, "connection_denied", "133:1"},
         {0x8502, "unavailable", "133:2"}, {33410, "thread", "130:130"},
     };
-    for (const auto& failure : kFailures) {
+    for (const Failure& failure : kFailures) {
         SCOPED_TRACE(failure.status);
         ThenStart(kTestButton);
         ThenEndWith(failure.status);
-        ThenExpectPane("connection/unreached");
-        const std::string words = std::string("failure/") + failure.words;
-        ThenExpectText(kUnreachedText, Word(words + "/what") + "\n\n" + Word(words + "/try") + "\n\n" +
-                                           Word("connection/unreached/kept"));
-        ThenExpectText(kErrorCodeField, std::string("Error code ") + failure.code);
+        ThenExpectFailure(failure, "connection/unreached", kUnreachedText, kErrorCodeField);
         ThenExpectShown({kUnreachedBackButton, kTryAgainButton, kUnreachedDoneButton, kErrorCodeField});
         ThenPressEsc();
         EXPECT_EQ(Run(), failure.status) << "Esc keeps the failure";
@@ -305,9 +296,8 @@ TEST_F(Connection, APortBeyondItsLimitsIsCorrectedBeforeAnythingIsSent) {
 }
 
 TEST_F(Connection, AHiddenButtonChangesNothing) {
-    const auto thenPressAllBut = [](std::vector<std::uint16_t> shown) {
-        for (std::uint16_t id = kTestButton; id <= kUnreachedDoneButton; ++id)
-            if (std::ranges::find(shown, id) == shown.end()) ThenPress(id);
+    const auto thenPressAllBut = [](const std::vector<std::uint16_t>& shown) {
+        ThenPressAllBut(shown, kTestButton, kUnreachedDoneButton);
     };
     thenPressAllBut({kTestButton, kCancelButton});
     ThenExpectPane("connection/settings");
@@ -341,26 +331,31 @@ TEST_F(Connection, ThePasswordIsInNoLineOfTheLog) {
 }
 
 TEST_F(Connection, ATourVisitsThePanesInOrder) {
-    for (const auto& [pane, button] : std::initializer_list<std::pair<const char*, std::uint16_t>>{
-             {"connection/settings", kTestButton},
-             {"connection/testing", kCancelTestButton},
-             {"connection/reached", kReachedDoneButton},
-             {"connection/unreached", kUnreachedDoneButton}}) {
-        ThenExpectPane(pane);
-        ThenPress(button);
-    }
+    ThenVisit({{"connection/settings", kTestButton},
+               {"connection/testing", kCancelTestButton},
+               {"connection/reached", kReachedDoneButton},
+               {"connection/unreached", kUnreachedDoneButton}});
     EXPECT_EQ(Run(true), kStatusSuccess);
 }
 
 TEST_F(Connection, RunsFromABagInEveryLanguage) {
-    for (const std::string& locale : pavane_test::Locales()) {
-        SetLanguage(locale);
-        ThenExpectPane("connection/settings");
-        ThenPress(kCancelButton);
-        EXPECT_EQ(RunWorkFlowFromBag<PVNConnectionWorkFlow>(bag), 35074) << locale;
-        EXPECT_TRUE(System().script.empty());
-        ShutDownResources();
+    ExpectToRunInEveryLanguage("connection/settings", kCancelButton, kStatusUserCancel);
+}
+
+// With a failure in the middle of the run.
+class ConnectionWithoutMemory : public WithoutMemory<Connection, PVNConnectionWorkFlow> {
+protected:
+    void WriteScript() override {
+        ThenEnterProxy();
+        ThenRunWorker(kTestButton, kStatusCallTimedOut);
+        ThenRunWorker(kTryAgainButton, kStatusSuccess);
+        ThenPress(kReachedDoneButton);
     }
+};
+
+TEST_F(ConnectionWithoutMemory, EndsInAStatusLeavesNothingAndRunsAgain) {
+    constexpr std::size_t kStride = 53;
+    ExpectToHoldOut({kStatusUserCancel}, kStride);
 }
 
 } // namespace

@@ -1,12 +1,11 @@
 #include "workflow/catalogue/registration.h"
 
 #include "net/transport/communication_detail.h"
-#include "support/languages.h"
 #include "toolkit/control_styles.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
+#include "unit/workflow/without_memory.h"
 #include "workflow/catalogue/connection_settings_views.h"
 #include "workflow/catalogue/registration_views.h"
-#include "workflow/run_workflow.h"
 
 #include <map>
 
@@ -27,7 +26,9 @@ protected:
         ThenSelectCountry("FR");
         ThenType(kSerialField, u"ABC-123");
         Then([] {
-            zeve::platform::Send(Control(kNewsCheckBox)->handle, zeve::kButtonSetCheck, zeve::kChecked, 0);
+            if (const auto* const box = Control(kNewsCheckBox)) {
+                zeve::platform::Send(box->handle, zeve::kButtonSetCheck, zeve::kChecked, 0);
+            }
         });
     }
     static void ThenSelectCountry(std::string code) {
@@ -40,14 +41,17 @@ protected:
     }
     static zeve::ZeveDialog* OpenDialog() { return openDialog; }
 
-    // Goes on to the busy pane.
-    void ThenRegister() {
+    void ThenOpenDetails() {
         Then([this] {
             void* dialog = nullptr;
             GetPtr(bag, PvnWFKey_ZeveRef, dialog);
             openDialog = static_cast<zeve::ZeveDialog*>(dialog);
         });
         ThenPress(kContinueButton);
+    }
+    // Goes on to the busy pane.
+    void ThenRegister() {
+        ThenOpenDetails();
         ThenFillDetails();
         ThenStart(kRegisterButton);
     }
@@ -217,11 +221,7 @@ TEST_F(Registration, WhatWasEnteredIsStillThereAfterAProblem) {
 }
 
 TEST_F(Registration, EveryFailureHasWordsAndItsCode) {
-    struct {
-        Status status;
-        const char* words;
-        const char* code;
-    } const kFailures[] = {
+    constexpr Failure kFailures[] = {
         {53250, "timed_out", "208:2"},    {53411, "refused", "208:163"},
         {53426, "name", "208:178"},       {53427, "secure", "208:179"},
         {53251, "content", "208:3"},      {53425, "address", "208:177"},
@@ -231,14 +231,10 @@ TEST_F(Registration, EveryFailureHasWordsAndItsCode) {
         {33289, "other", "130:9"},        {53409, "other", "208:161"},
         {53249, "other", "208:1"},
     };
-    for (const auto& failure : kFailures) {
+    for (const Failure& failure : kFailures) {
         SCOPED_TRACE(failure.status);
         ThenFail(failure.status);
-        ThenExpectPane("registration/problem");
-        const std::string words = std::string("failure/") + failure.words;
-        ThenExpectText(kProblemText, Word(words + "/what") + "\n\n" + Word(words + "/try") + "\n\n" +
-                                         Word("registration/problem/kept"));
-        ThenExpectText(kErrorCodeField, std::string("Error code ") + failure.code);
+        ThenExpectFailure(failure, "registration/problem", kProblemText, kErrorCodeField);
         ThenExpectShown({kProblemBackButton, kTryAgainButton, kProblemLaterButton, kProblemConnectionLink});
         ThenExpectHidden({kQuitButton, kCancelButton, kBackButton});
         ThenPressEsc();
@@ -318,9 +314,8 @@ TEST_F(Registration, WithoutTheHostsLeaveThereIsNoCancel) {
 }
 
 TEST_F(Registration, AHiddenButtonChangesNothing) {
-    const auto thenPressAllBut = [](std::vector<std::uint16_t> shown) {
-        for (std::uint16_t id = kBackButton; id <= kUseSettingsButton; ++id)
-            if (std::ranges::find(shown, id) == shown.end()) ThenPress(id);
+    const auto thenPressAllBut = [](const std::vector<std::uint16_t>& shown) {
+        ThenPressAllBut(shown, kBackButton, kUseSettingsButton);
     };
     thenPressAllBut({kContinueButton, kLaterButton, kQuitButton, kProblemLaterButton});
     ThenExpectPane("registration/introduction");
@@ -397,12 +392,7 @@ TEST_F(Registration, TheCountryOfTheUserIsSelectedOnce) {
     const auto thenReadCountry = [&] {
         Then([&] { selected = zeve::ZeveGetValue(openDialog, kCountryPopup, false).text.value_or("none"); });
     };
-    Then([this] {
-        void* dialog = nullptr;
-        GetPtr(bag, PvnWFKey_ZeveRef, dialog);
-        openDialog = static_cast<zeve::ZeveDialog*>(dialog);
-    });
-    ThenPress(kContinueButton);
+    ThenOpenDetails();
     thenReadCountry();
     Then([&selected] { EXPECT_EQ(selected, "JP"); });
     ThenSelectCountry("DE");
@@ -433,29 +423,35 @@ TEST_F(Registration, TheCountriesAreSortedAsTheLanguageSorts) {
 
 TEST_F(Registration, ATourVisitsThePanesInOrderAndStartsNoWorker) {
     GetFrameTwin().startsUntilRefusal = 1;
-    for (const auto& [pane, button] : std::initializer_list<std::pair<const char*, std::uint16_t>>{
-             {"registration/introduction", kContinueButton},
-             {"registration/details", kRegisterButton},
-             {"registration/registering", kCancelButton},
-             {"registration/registered", kDoneButton},
-             {"registration/problem", kTryAgainButton},
-             {"connection/settings", kUseSettingsButton}}) {
-        ThenExpectPane(pane);
-        ThenPress(button);
-    }
+    ThenVisit({{"registration/introduction", kContinueButton},
+               {"registration/details", kRegisterButton},
+               {"registration/registering", kCancelButton},
+               {"registration/registered", kDoneButton},
+               {"registration/problem", kTryAgainButton},
+               {"connection/settings", kUseSettingsButton}});
     EXPECT_EQ(Run(true), kStatusSuccess);
     EXPECT_EQ(GetFrameTwin().startsUntilRefusal, 1) << "no worker was started";
 }
 
 TEST_F(Registration, RunsFromABagInEveryLanguage) {
-    for (const std::string& locale : pavane_test::Locales()) {
-        SetLanguage(locale);
-        ThenExpectPane("registration/introduction");
-        ThenPress(kLaterButton);
-        EXPECT_EQ(RunWorkFlowFromBag<PVNRegistrationWorkFlow>(bag), 35075) << locale;
-        EXPECT_TRUE(System().script.empty());
-        ShutDownResources();
+    ExpectToRunInEveryLanguage("registration/introduction", kLaterButton, kStatusUserOutcome3);
+}
+
+// With a failure in the middle of the run.
+class RegistrationWithoutMemory : public WithoutMemory<Registration, PVNRegistrationWorkFlow> {
+protected:
+    void WriteScript() override {
+        ThenOpenDetails();
+        ThenFillDetails();
+        ThenRunWorker(kRegisterButton, kUnavailable);
+        ThenRunWorker(kTryAgainButton, kStatusSuccess);
+        ThenPress(kDoneButton);
     }
+};
+
+TEST_F(RegistrationWithoutMemory, EndsInAStatusLeavesNothingAndRunsAgain) {
+    constexpr std::size_t kStride = 53;
+    ExpectToHoldOut({kStatusUserCancel}, kStride);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "frame/platform/posix/frame_twin.h"
 #include "frame/status.h"
+#include "support/languages.h"
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
 #include "values/unicode/text_conversion.h"
@@ -13,12 +14,16 @@
 #include "workflow/panes/window_message.h"
 #include "workflow/platform/headless/region_recorder.h"
 #include "workflow/platform/message_numbers.h"
+#include "workflow/run_workflow.h"
 #include "workflow/worker/operation_context.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace brixen::pvn::pvn_workflow {
@@ -68,10 +73,41 @@ protected:
         return text;
     }
 
+    // The first pane is shown, and the button leaves it with that outcome.
+    void ExpectToRunInEveryLanguage(const std::string& firstPane, std::uint16_t button, Status outcome) {
+        for (const std::string& locale : pavane_test::Locales()) {
+            SetLanguage(locale);
+            ThenExpectPane(firstPane);
+            ThenPress(button);
+            EXPECT_EQ(RunWorkFlowFromBag<WorkFlow>(bag), outcome) << locale;
+            EXPECT_TRUE(System().script.empty());
+            ShutDownResources();
+        }
+    }
+
     // --- What the user does
 
+    // Presses all buttons with ids from `first` to `last`, whether they are shown or not.
+    static void ThenPressAllBut(const std::vector<std::uint16_t>& spared, std::uint16_t first,
+                                std::uint16_t last) {
+        for (std::uint16_t id = first; id <= last; ++id)
+            if (std::ranges::find(spared, id) == spared.end()) ThenPress(id);
+    }
+    // The panes of a tour, each with the button that leads to the next one.
+    void ThenVisit(std::initializer_list<std::pair<const char*, std::uint16_t>> panes) {
+        for (const auto& [pane, button] : panes) {
+            ThenExpectPane(pane);
+            ThenPress(button);
+        }
+    }
+
+    // A field that the system has refused gets nothing.
     static void ThenType(std::uint16_t field, std::u16string text) {
-        Then([=] { zeve::platform::SetText(Control(field)->handle, text.c_str()); });
+        Then([=] {
+            if (const auto* const control = Control(field)) {
+                zeve::platform::SetText(control->handle, text.c_str());
+            }
+        });
     }
     static void ThenNotify(std::uint16_t id, std::uint16_t notification) {
         Then([=] { Tell(TopDialog(), zeve::kMessageCommand, std::uintptr_t{notification} << 16 | id); });
@@ -97,6 +133,16 @@ protected:
         });
     }
 
+    // Both in one, for runs that may end before: expects nothing, and no worker starts in such a run either.
+    static void ThenRunWorker(std::uint16_t button, Status status) {
+        Then([] { GetFrameTwin().startsUntilRefusal = 1; });
+        ThenPress(button);
+        Then([status] {
+            ProgressNotifier(kPercentFinished, status);
+            Tell(TopDialog(), zeve::kMessageTimer, kProgressTimer);
+        });
+    }
+
     // --- What the dialog shows
 
     // The pane with that title is on screen; `words` is its key in the dictionary, without the beginning.
@@ -109,6 +155,21 @@ protected:
                                       shipped.at("$$$/pvn/" + words + "/window_title");
             EXPECT_EQ(lyr::gen::ToUtf8(zeve::platform::TextOf(TopDialog())), title);
         });
+    }
+    struct Failure {
+        Status status;
+        const char* words; // keys of the dictionary
+        const char* code;  // as it is shown
+    };
+    // The page of failures is on screen, in that state: what happened, what to try, what is kept, and the
+    // code, in these two fields.
+    void ThenExpectFailure(const Failure& failure, const std::string& page, std::uint16_t textField,
+                           std::uint16_t codeField) {
+        ThenExpectPane(page);
+        const std::string words = std::string("failure/") + failure.words;
+        ThenExpectText(textField,
+                       Word(words + "/what") + "\n\n" + Word(words + "/try") + "\n\n" + Word(page + "/kept"));
+        ThenExpectText(codeField, std::string("Error code ") + failure.code);
     }
     static void ThenExpectShown(std::vector<std::uint16_t> ids) {
         Then([ids] {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace pavane_test {
@@ -13,6 +14,11 @@ std::atomic<std::size_t> gAllocations = 0;
 std::atomic<std::size_t> gBytes = 0;
 std::atomic<std::size_t> gFailingAllocation = 0; // the number of the one that fails, counted as gAllocations
 std::atomic<bool> gHasFailed = false;
+
+// The block whose deletion is awaited; null after it.
+std::atomic<const void*> gKeptBlock = nullptr;
+char* gKeptBytes = nullptr;
+std::size_t gKeptSize = 0;
 
 bool IsToFail(std::size_t size) noexcept {
     gBytes += size;
@@ -44,6 +50,10 @@ void* AllocateAligned(std::size_t size, std::size_t alignment) noexcept {
 
 void Release(void* block) noexcept {
     if (block) --gLiveBlocks;
+    if (block && block == gKeptBlock) {
+        std::memcpy(gKeptBytes, block, gKeptSize);
+        gKeptBlock = nullptr;
+    }
     std::free(block);
 }
 
@@ -70,6 +80,16 @@ FailNthAllocation::FailNthAllocation(std::size_t n) noexcept {
 FailNthAllocation::~FailNthAllocation() { gFailingAllocation = 0; }
 
 bool FailNthAllocation::HasFailed() const noexcept { return gHasFailed; }
+
+KeepDeletedBytes::KeepDeletedBytes(const void* block, std::size_t size) : kept(size, '\0') {
+    gKeptBytes = kept.data();
+    gKeptSize = size;
+    gKeptBlock = block;
+}
+
+KeepDeletedBytes::~KeepDeletedBytes() { gKeptBlock = nullptr; }
+
+std::string KeepDeletedBytes::Bytes() const { return gKeptBlock ? std::string() : kept; }
 
 } // namespace pavane_test
 

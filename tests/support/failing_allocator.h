@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -29,6 +30,22 @@ public:
 
     // Returns whether the n-th allocation was reached.
     bool HasFailed() const noexcept;
+};
+
+// While it lives, keeps the bytes of one block as they are when it is deleted. One at a time.
+class KeepDeletedBytes {
+public:
+    // `block` is what operator new returned, of at least `size` bytes.
+    KeepDeletedBytes(const void* block, std::size_t size);
+    ~KeepDeletedBytes();
+    KeepDeletedBytes(const KeepDeletedBytes&) = delete;
+    KeepDeletedBytes& operator=(const KeepDeletedBytes&) = delete;
+
+    // Returns the first `size` bytes; none until the block is deleted.
+    std::string Bytes() const;
+
+private:
+    std::string kept;
 };
 
 // Calls `run` once without a failure (so that objects that are made once exist), then with its first

@@ -66,6 +66,7 @@ struct Plan {
     PVNDialogStateMachine* machine = nullptr;
     FakeContext* context = nullptr;
     BusyPane* pane = nullptr;
+    zeve::NativeWindow dialog = nullptr;
 };
 Plan gPlan;
 
@@ -526,14 +527,56 @@ TEST_F(BusyPanes, TheSynchronousFormIsTakenByThePoll) {
     EXPECT_EQ(Run(), 0);
 }
 
-TEST_F(BusyPanes, AStaleEndWithoutAnOperationIsDropped) {
+TEST_F(BusyPanes, TheTimerIsSetBeforeSynchronousWork) {
+    gFakeWork.work = [](auto&, auto&) {
+        EXPECT_THAT(TimersOf(TopDialog()), ElementsAre(Pair(kProgressTimer, kProgressPeriod)));
+        return kStatusSuccess;
+    };
+    ThenPress(kHere);
+    Then([] { EXPECT_TRUE(Tick()); });
+    ThenPress(kDone);
+    Run();
+    EXPECT_EQ(gFakeWork.calls, 1);
+}
+
+bool ExpectNoTimer(std::uint16_t percent, Status status) {
+    EXPECT_TRUE(zeve::headless::FindWindow(gPlan.dialog)->timers.empty());
+    return ProgressNotifier(percent, status);
+}
+
+TEST_F(BusyPanes, TheTimerIsSetAfterTheStartOfAThread) {
+    GetFrameTwin().startsUntilRefusal = 1;
+    Then([] {
+        gPlan.dialog = TopDialog();
+        SetPtr(*gPlan.context, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(&ExpectNoTimer));
+    });
+    ThenPress(kGo);
+    Then([] {
+        EXPECT_EQ(gProgressPercent(), 100);
+        EXPECT_TRUE(Tick());
+    });
+    ThenPress(kLeave);
+    Run();
+}
+
+TEST_F(BusyPanes, ATimerBeforeTheDialogIsMadeChangesNothing) {
+    BusyHost host(kView);
+    ProgressNotifier(100, 0x8501);
+    std::intptr_t result = 7;
+    EXPECT_TRUE(host.ProcessWindowMessage({.number = zeve::kMessageTimer}, result));
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(gProgressPercent(), 100) << "nobody has taken it";
+}
+
+TEST_F(BusyPanes, AStaleEndWithoutAnOperationIsAnEmptyEvent) {
     Then([this] {
+        gPlan.machine->SetTransition(kFormState, kDeniedState, "");
         ProgressNotifier(100, 0x8501);
         Tell(TopDialog(), zeve::kMessageTimer);
         EXPECT_EQ(gProgressPercent(), 0);
         EXPECT_EQ(Result(), kStatusUserCancel);
     });
-    ThenExpectState(kFormState);
+    ThenExpectState(kDeniedState);
     ThenPress(kLeave);
     EXPECT_EQ(Run(), kStatusUserCancel);
 }

@@ -52,7 +52,12 @@ public:
         SetString(values, "input", "of the operation");
     }
 
-    int taken = 0;
+    std::string ResultToEvent(Status status) override {
+        ++consulted;
+        return OperationContext::ResultToEvent(status);
+    }
+
+    int taken = 0, consulted = 0;
     std::string output;
     std::function<void()> whileTaken;
 

@@ -2,6 +2,7 @@
 
 #include "net/platform/posix/net_twin.h"
 #include "net/transport/call_limit.h"
+#include "support/failing_allocator.h"
 #include "unit/workflow/worker/fake_operation.h"
 
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@
 namespace brixen::pvn::pvn_workflow {
 namespace {
 
+using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
 class OperationActions : public OperationFixture {
@@ -163,6 +165,7 @@ TEST_F(OperationActions, AFailureIsTheOutcomeAndBringsTheProxyBack) {
     ExpectProxy(bag, "learned");
     EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), 1u);
     EXPECT_EQ(context.taken, 0);
+    EXPECT_EQ(context.consulted, 1);
 }
 
 TEST_F(OperationActions, ASuccessBringsNoProxyBack) {
@@ -174,6 +177,7 @@ TEST_F(OperationActions, ASuccessBringsNoProxyBack) {
     RunToItsEnd();
     ExpectProxy(bag, "own");
     EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), std::nullopt);
+    EXPECT_EQ(context.consulted, 0);
 }
 
 TEST_F(OperationActions, ACanceledOperationBringsNoProxyBack) {
@@ -189,6 +193,7 @@ TEST_F(OperationActions, ACanceledOperationBringsNoProxyBack) {
     ExpectProxy(bag, "own");
     EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), std::nullopt);
     EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), kStatusCallCanceled);
+    EXPECT_EQ(context.consulted, 0);
 }
 
 TEST_F(OperationActions, ASuccessInSpiteOfTheCancelIsASuccess) {
@@ -197,6 +202,7 @@ TEST_F(OperationActions, ASuccessInSpiteOfTheCancelIsASuccess) {
     SetLong(context, PvnWFKey_CancelFlag, 1);
     EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "Succeeded");
     EXPECT_EQ(context.taken, 1);
+    EXPECT_EQ(context.consulted, 0);
 }
 
 TEST_F(OperationActions, ACancelStopsTheWorker) {
@@ -259,6 +265,19 @@ TEST_F(OperationActions, ThrowingWorkIsAStatus) {
     EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33289u);
 }
 
+TEST_F(OperationActions, ThrowingWorkIsAStatusOfTheSynchronousFormsToo) {
+    gFakeWork.work = [](auto&, auto&) -> Status { throw std::runtime_error("work"); };
+    EXPECT_EQ(context.Action("PvnWF_Fake"), "InProgress");
+    EXPECT_EQ(gProgressPercent(), 100);
+    EXPECT_EQ(gProgressStatus(), 33289);
+    gFakeWork.work = [](auto&, auto&) -> Status { throw std::bad_alloc(); };
+    EXPECT_EQ(context.Action("PvnWF_FakeAtOnce"), "NoInternetConnection");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33286u);
+    EXPECT_FALSE(IsWorkerRunning());
+    EXPECT_EQ(RunToItsEnd(), "NoInternetConnection") << "the next start is no refused one";
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33286u);
+}
+
 TEST_F(OperationActions, TheSynchronousFormWorksOnThisThread) {
     const std::thread::id dialog = std::this_thread::get_id();
     gFakeWork.work = [dialog](T_StorageInterface& values, auto&) {
@@ -301,14 +320,34 @@ TEST_F(OperationActions, ThePasswordLeavesTheBagOfTheWorkerAfterItsEnd) {
     ExpectProxy(bag, "own");
 }
 
-TEST_F(OperationActions, TheBagOfTheWorkerIsWiped) {
-    SetProxy(bag, "own");
+// Needs the counting allocator.
+TEST(DeletedBytes, OfTheBagOfAWorkerHoldNoPassword) {
+    const std::string secret = "a password that is too long for a short text";
+    auto bag = std::make_unique<WorkerBag>();
+    SetString(bag->values, PvnWFKey_ProxyPassword, secret.c_str());
     const char* password = nullptr;
-    BuildWorkerBag(context).values.Get(PvnWFKey_ProxyPassword, kValueTypeString, &password);
-    EXPECT_STREQ(password, "own password");
-    // The destructor removes the overwritten text, so the test looks at a bag that is still there.
-    RemoveSecret(context.workerBag->values, PvnWFKey_ProxyPassword);
-    EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyPassword), std::nullopt);
+    ASSERT_TRUE(bag->values.Get(PvnWFKey_ProxyPassword, kValueTypeString, &password));
+    const pavane_test::KeepDeletedBytes deleted(password, secret.size());
+    bag.reset();
+    EXPECT_EQ(deleted.Bytes(), std::string(secret.size(), '\0'));
+}
+
+// Needs the allocator that fails.
+class WorkerStartWithoutMemory : public OperationFixture {};
+
+TEST_F(WorkerStartWithoutMemory, IsReported) {
+    for (const auto start : {StartWorker, RunWorkerHere}) {
+        WorkerTask task{FakeEntry, std::make_shared<WorkerBag>(), BeginWorkerRun()};
+        {
+            const pavane_test::FailNthAllocation failure(1);
+            start(std::move(task), ProgressNotifier);
+            EXPECT_TRUE(failure.HasFailed());
+        }
+        EXPECT_EQ(gProgressPercent(), 100);
+        EXPECT_EQ(gProgressStatus(), 33286);
+        EXPECT_EQ(gFakeWork.calls, 0);
+        EXPECT_FALSE(IsWorkerRunning());
+    }
 }
 
 // A worker that waits for `gate`, and what it found in its bag after that.
@@ -366,35 +405,55 @@ TEST_F(OutlivingWorker, IsAwaitedBeforeTheNextStart) {
     EXPECT_EQ(RunToItsEnd(), "Succeeded");
 }
 
-TEST_F(OutlivingWorker, ThatDoesNotEndRefusesTheNextStart) {
-    {
+// The clock goes on by `perLook` milliseconds with each look at it.
+class WorkerThatDoesNotEnd : public OutlivingWorker {
+protected:
+    WorkerThatDoesNotEnd() {
         T_Storage otherBag;
         FakeContext other(otherBag);
         Start(other);
     }
-    const std::uint32_t before = TickCount();
-    context.Action("PvnWF_FakeAsync");
-    EXPECT_GE(TickCount() - before, kLongestWaitForWorker);
-    EXPECT_LT(TickCount() - before, 10 * kLongestWaitForWorker);
+    void StartAnotherOne(std::uint32_t perLook) {
+        GetFrameTwin().tickCount = kStart;
+        GetFrameTwin().ticksPerLook = perLook;
+        context.Action("PvnWF_FakeAsync");
+    }
+    std::uint32_t Passed() const { return *GetFrameTwin().tickCount - kStart; }
+    void End() {
+        outliving.gate.Open();
+        AwaitWorkers();
+    }
+
+    static constexpr std::uint32_t kStart = 0xFFFFFF00; // the count wraps meanwhile
+};
+
+TEST_F(WorkerThatDoesNotEnd, RefusesTheNextStartAfterTwoSeconds) {
+    StartAnotherOne(500);
+    EXPECT_EQ(Passed(), 5 * 500u) << "the start, and each half of a second";
     EXPECT_EQ(gProgressPercent(), 100);
     EXPECT_EQ(gProgressStatus(), 33410);
     EXPECT_EQ(gFakeWork.calls, 1);
-    outliving.gate.Open();
-    AwaitWorkers();
+    EXPECT_THAT(Logged(), HasSubstr("PVN: __req_: (func: brixen::pvn::Pavane_Pri_RunPlatformThread, "
+                                    "line: 1928)"));
+    End();
     EXPECT_EQ(gProgressStatus(), 33410) << "the earlier worker is dropped";
 }
 
-TEST_F(OutlivingWorker, ThatDoesNotEndRefusesASynchronousOneToo) {
-    {
-        T_Storage otherBag;
-        FakeContext other(otherBag);
-        Start(other);
-    }
+TEST_F(WorkerThatDoesNotEnd, IsGivenTheWholeTime) {
+    StartAnotherOne(1999);
+    EXPECT_EQ(Passed(), 3 * 1999u);
+    StartAnotherOne(2000);
+    EXPECT_EQ(Passed(), 2 * 2000u);
+    End();
+}
+
+TEST_F(WorkerThatDoesNotEnd, RefusesASynchronousOneToo) {
+    GetFrameTwin().tickCount = kStart;
+    GetFrameTwin().ticksPerLook = kLongestWaitForWorker;
     EXPECT_EQ(context.Action("PvnWF_FakeAtOnce"), "NoInternetConnection");
     EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33410u);
     EXPECT_EQ(gFakeWork.calls, 1);
-    outliving.gate.Open();
-    AwaitWorkers();
+    End();
 }
 
 // The names of events are the process's, so a handle of the event shows its signals.
@@ -460,6 +519,29 @@ TEST_F(CancelSignals, TheNextStartSignalsAgain) {
     EXPECT_EQ(waits, 3);
 }
 
+// A signal can end the call of another process.
+TEST_F(CancelSignals, AStartThatWaitsSendsFewSignals) {
+    event.reset();
+    std::atomic<int> signals = 0;
+    std::atomic<bool> mayEnd = false;
+    gFakeWork.work = [&](auto&, auto&) {
+        const EventHandle cancel = MakeCancelEvent();
+        while (!mayEnd)
+            if (WaitForEither(cancel.get(), nullptr, 1) == WaitResult::kFirst) ++signals;
+        return kStatusCallCanceled;
+    };
+    context.Action("PvnWF_FakeAsync");
+    while (gFakeWork.calls == 0) std::this_thread::yield();
+    GetFrameTwin().tickCount = 0;
+    GetFrameTwin().ticksPerLook = 50;
+    EXPECT_EQ(context.Action("PvnWF_FakeAsync"), "InProgress");
+    EXPECT_EQ(gProgressStatus(), 33410);
+    mayEnd = true;
+    AwaitWorkers();
+    EXPECT_GE(signals, 2);
+    EXPECT_LE(signals, 8) << "four in a second";
+}
+
 TEST_F(CancelSignals, TheEndOfARunWithoutAWorkerSignalsNothing) {
     {
         T_Storage otherBag;
@@ -485,8 +567,29 @@ TEST_F(CancelSignals, AWorkerHoldsTheEventUntilItsWorkHasEnded) {
     EXPECT_EQ(OpenNetHandles(), 0);
 }
 
+TEST_F(CancelSignals, WithoutAnEventACancelEndsNoCall) {
+    event.reset();
+    GetNetTwin().refusedCall = "MakeNamedEvent";
+    const EventHandle done(MakeEvent(nullptr));
+    std::atomic<bool> waits = false;
+    std::atomic<WaitResult> result = WaitResult::kFailed;
+    gFakeWork.work = [&](auto&, auto&) {
+        const CallLimit limit(60);
+        waits = true;
+        result = limit.Await(done.get());
+        return kStatusSuccess;
+    };
+    context.Action("PvnWF_FakeAsync");
+    while (!waits) std::this_thread::yield();
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    EXPECT_NE(gProgressPercent(), 100);
+    SignalEvent(done.get());
+    AwaitEnd();
+    EXPECT_EQ(result, WaitResult::kFirst);
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "Succeeded");
+}
+
 TEST_F(CancelSignals, ACancelBeforeTheFirstQuestionIsItsAnswer) {
-    GetNetTwin().refusedCall = "";
     const WorkerCallback refusing = [](std::uint16_t percent, Status status) {
         if (percent == 0) gProgressCancel = true;
         return ProgressNotifier(percent, status);

@@ -19,7 +19,9 @@
  *     temporary folder.
  *  8. Loading: calls use the C convention of the platform. The folder "PVResources" is beside the library.
  *     The first successful Pavane_Initialize keeps the library loaded until the process ends; FreeLibrary
- *     does not unload it from then on. Loading it and Pavane_GetVersion alone do not.
+ *     does not unload it from then on. Loading it and Pavane_GetVersion alone do not. The first run also
+ *     loads svhservices.dll, if that is beside the library or in the working directory of the process. A
+ *     working directory on the network or inside the user's temporary folder is not searched.
  *
  * While a dialog is open
  *

@@ -40,7 +40,11 @@ static const char* WordsFromLog(const struct LogLines* lines) {
     if (LogMentions(lines, "View cannot be read")) {
         return "A view of the workflow cannot be read.";
     }
-    if (LogMentions(lines, "Missing Resource")) {
+    /* A view or a dictionary. A missing bitmap only leaves its place empty. */
+    if (LogMentions(lines, "Missing Resource(Type: Exvw")) {
+        return "A file of the workflow is missing. Is PVResources beside the library?";
+    }
+    if (LogMentions(lines, "Missing Resource(Type: Zdct")) {
         return "A file of the workflow is missing. Is PVResources beside the library?";
     }
     return NULL;

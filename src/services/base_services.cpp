@@ -72,9 +72,12 @@ ServiceLoader& GetServiceLoader() noexcept {
 }
 
 void ResolveBaseServices() noexcept {
+    ServiceLoader& loader = GetServiceLoader();
+    // The first message has loaded it. A file that could not be loaded then may have taken long to fail.
+    if (!IsLoaded(loader, kBaseServices)) return;
     for (const char* symbol :
          {kLogv.symbol, kRelease.symbol, kErrnoServiceCreate.symbol, kErrnoServiceSetErrno.symbol}) {
-        static_cast<void>(FindSymbol(GetServiceLoader(), kBaseServices, symbol));
+        static_cast<void>(FindSymbol(loader, kBaseServices, symbol));
     }
 }
 

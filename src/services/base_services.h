@@ -15,14 +15,14 @@ namespace brixen::pvn {
 
 inline constexpr char kBaseServices[] = "svhservices.dll";
 
-// Returns the loader of the process, which is never destroyed. The first call searches the base service
-// library, once, in the folder of this library's file and then in the working directory. A working directory
-// on the network or inside the user's temporary folder is not searched: anyone may have put files there.
-// Another thread that calls meanwhile gets the loader before the search is over.
+// Returns the loader of the process, which is never destroyed. The first call searches for the base
+// service library, once, in the folder of this library's file and then in the working directory. A working
+// directory on the network or inside the user's temporary folder is not searched: anyone may have put files
+// there. Another thread that calls meanwhile gets the loader before the search is over.
 [[nodiscard]] ServiceLoader& GetServiceLoader() noexcept;
 
-// Loads the base service library and finds all entry points of this header, so that a worker finds them
-// ready. Call it on the host's thread.
+// Finds all entry points of this header, so that a worker finds them ready. Call it on the host's thread.
+// Does nothing without the library, also if that was found and could not be loaded.
 void ResolveBaseServices() noexcept;
 
 // Returns the folder in which the base service library was found. Empty if it was not. Throws std::bad_alloc.

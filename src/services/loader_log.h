@@ -45,8 +45,8 @@ struct LoaderLogChannel {
 //
 // With the logging service every level goes there. Without it, a message of level 1 to 3 goes to the debugger
 // as component, ": ", text and CR LF, the text cut at 4093 bytes; other levels are dropped. The same is true
-// of a message that is made while the thread has another one on its way to the service: this one would never
-// arrive either.
+// of a message that is made while the thread has another one on its way to the service: it
+// could not arrive either.
 void LoaderLog(LoaderLogChannel& channel, int level, const char* argumentFormats, const char* format,
                ...) noexcept PVN_PRINTF_LIKE(4, 5);
 

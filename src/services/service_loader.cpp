@@ -174,6 +174,12 @@ EntryPoint FindSymbol(ServiceLoader& loader, const char* libraryName, const char
     return nullptr;
 }
 
+bool IsLoaded(ServiceLoader& loader, const char* name) noexcept {
+    const Lock lock(loader.tablesLock);
+    const auto entry = loader.libraries.find(name);
+    return entry != loader.libraries.end() && entry->second.module;
+}
+
 std::string FolderOfLibrary(ServiceLoader& loader, const char* name) {
     const Lock lock(loader.tablesLock);
     const auto entry = loader.libraries.find(name);

@@ -18,7 +18,7 @@
 
 namespace brixen::pvn {
 
-// Identifies the loader to tools that search a file for such lines. No code reads it.
+// Identifies the loader to tools that search a file for such lines. No code uses what it says.
 inline constexpr char kServiceLoaderVersion[] =
     "@(#) SVHServiceLoader: 2.0.1.10077 (BuildVersion: 53.352460; BuildDate: Tue Jul 29 2008 16:32:22)";
 
@@ -58,6 +58,9 @@ void AddSearchPath(ServiceLoader& loader, const std::string& path) noexcept;
 // Only hits are remembered: the next call tries again what failed.
 [[nodiscard]] EntryPoint FindSymbol(ServiceLoader& loader, const char* libraryName,
                                     const char* symbolName) noexcept;
+
+// Returns whether a library that was added has been loaded.
+[[nodiscard]] bool IsLoaded(ServiceLoader& loader, const char* name) noexcept;
 
 // Returns the folder in which a library was found. Empty if it was not. Throws std::bad_alloc.
 [[nodiscard]] std::string FolderOfLibrary(ServiceLoader& loader, const char* name);

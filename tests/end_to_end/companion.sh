@@ -1,6 +1,6 @@
 #!/bin/bash
 # A library of services beside the library or in the working directory is loaded and logs, and the bitmaps of its folder
-# win. A missing or corrupt one changes no run.
+# win. A missing one changes no run, and a corrupt one ends none.
 . "$(dirname "$0")/support/drive.sh"
 
 companions=$build/companions

@@ -242,7 +242,12 @@ TEST_F(BaseServices, FailSoftlyAtEveryCallIfTheFileIsCorrupt) {
     EXPECT_THAT(Shown(),
                 ElementsAre(once[0], once[1], "Errno Service: failed to find SVHErrnoServiceCreate\n\r\n"));
     EXPECT_EQ(CallsThatBegin("Load"), 2u) << "for the symbol, and for the message about it";
-    ResolveBaseServices();
+}
+
+TEST_F(BaseServices, AreLoadedOnceForAllRunsIfTheFileIsCorrupt) {
+    twin.files.insert(kBesideTheLibrary);
+    for (int run = 0; run < 3; ++run) ResolveBaseServices();
+    EXPECT_EQ(CallsThatBegin("Load"), 1u) << "each try may take long";
 }
 
 // A wrapper that creates a service, as a later entry point would have one.

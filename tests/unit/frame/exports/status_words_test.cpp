@@ -47,6 +47,10 @@ TEST(StatusWords, OfAnExceptionNameTheCauseThatTheLogNames) {
               "A view of the workflow cannot be read.");
     EXPECT_EQ(WordsOf(PAVANE_EXCEPTION, "Missing Resource(Type: Exvw, Name: a)"),
               "A file of the workflow is missing. Is PVResources beside the library?");
+    EXPECT_EQ(WordsOf(PAVANE_EXCEPTION, "Missing Resource(Type: Zdct, Name: a)"),
+              "A file of the workflow is missing. Is PVResources beside the library?");
+    EXPECT_EQ(WordsOf(PAVANE_EXCEPTION, "Missing Resource(Type: Bitmap, Name: a)"),
+              "The workflow failed by an exception.");
     EXPECT_EQ(WordsOf(PAVANE_USER_CANCEL, "Missing Resource(Type: Bitmap, Name: a)"),
               "The user canceled the workflow.");
 }

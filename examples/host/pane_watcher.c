@@ -3,6 +3,8 @@
 #include "options.h"
 #include "window_picture.h"
 
+#include <commctrl.h>
+
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -90,12 +92,15 @@ static void GiveUp(const char* why) {
     ExitProcess(EXIT_STUCK);
 }
 
-/* A popup selects the row of that number, a field has that text. */
+/* A popup selects the row of that number, a slider goes to that position, a field has that text. */
 static void Fill(HWND control, const wchar_t* text) {
     wchar_t className[20];
     GetClassNameW(control, className, sizeof className / sizeof className[0]);
     if (_wcsicmp(className, L"ComboBox") == 0) {
         SendMessageW(control, CB_SETCURSEL, (WPARAM)wcstol(text, NULL, 10), 0);
+    } else if (_wcsicmp(className, TRACKBAR_CLASSW) == 0) {
+        SendMessageW(control, TBM_SETPOS, TRUE, wcstol(text, NULL, 10));
+        SendMessageW(GetParent(control), WM_HSCROLL, TB_ENDTRACK, (LPARAM)control);
     } else {
         SendMessageW(control, WM_SETTEXT, 0, (LPARAM)text);
     }

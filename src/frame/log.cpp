@@ -50,6 +50,8 @@ void OpenLog(bool trimIfLarge) noexcept {
     ReplaceStream(OpenSharedFile(path.data(), !empty));
 }
 
+std::u16string LogFilePath() { return MakeLogPath().data(); }
+
 void CloseLog() noexcept { ReplaceStream(nullptr); }
 
 void WriteLogPrefix() noexcept {

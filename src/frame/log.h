@@ -9,6 +9,8 @@
 #include "compiler.h"
 #include "frame/status.h"
 
+#include <string>
+
 namespace brixen::pvn {
 
 // The component word and the keys that begin a body.
@@ -43,6 +45,9 @@ inline constexpr LogSource kThreadRefused{kRunPlatformThreadName, 1928};
 // 256,000 bytes is emptied first. A temporary folder of 253 or more UTF-16 units counts as none, and the file
 // is then in the current directory.
 void OpenLog(bool trimIfLarge) noexcept;
+
+// Returns the path of the file, whether or not it is open. Throws std::bad_alloc.
+[[nodiscard]] std::u16string LogFilePath();
 
 // Closes the stream, if one is open.
 void CloseLog() noexcept;

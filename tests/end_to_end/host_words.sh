@@ -5,7 +5,7 @@
 
 start_host --print-menu
 host_ends 0 "&Welcome"
-[ "$(tr -d '\r' <"$output" | tr '\n' ' ')" = "&Welcome &Registration &Privacy &Connection E&xit " ] || fail "the menu is: $(cat "$output")"
+[ "$(tr -d '\r' <"$output" | tr '\n' ' ')" = "&Welcome &Registration &Privacy &Connection &Feedback E&xit " ] || fail "the menu is: $(cat "$output")"
 
 installed=$(mktemp -d)
 trap 'finish; rm -rf "$installed"' EXIT

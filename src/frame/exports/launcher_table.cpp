@@ -3,6 +3,7 @@
 #include "frame/frame_state.h"
 #include "toolkit/dialog/abandon_dialogs.h"
 #include "workflow/catalogue/connection.h"
+#include "workflow/catalogue/feedback.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/registration.h"
 #include "workflow/catalogue/welcome.h"
@@ -38,7 +39,7 @@ constexpr WorkflowRow kWorkflows[] = {
      .offersCancel = true,
      .keepsProxy = true},
     {.name = "Feedback",
-     .run = nullptr,
+     .run = RunWorkFlowFromBag<PVNFeedbackWorkFlow>,
      .type = 5,
      .number = 5,
      .showsHostName = true,

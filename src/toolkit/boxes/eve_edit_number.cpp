@@ -68,4 +68,8 @@ void CEveEditNumber::GetValue(EventRecord& record, bool honorSubCheck) {
     StoreNewTextWithRoom(record, reading.value, kRoomForNumber);
 }
 
+NumberField::Shown CEveEditNumber::ShownNumber() const {
+    return field.ReadShown(TextById(), platform::DecimalSign());
+}
+
 } // namespace brixen::zeve

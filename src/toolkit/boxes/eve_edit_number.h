@@ -15,6 +15,8 @@ public:
     // read-only or has a sub check that is not set. For a number beyond a limit it shows a message, waits for
     // the user and puts the closest number into the field.
     void GetValue(EventRecord& record, bool honorSubCheck) override;
+    // Returns what the control shows as a number.
+    [[nodiscard]] NumberField::Shown ShownNumber() const;
 
 private:
     NumberField field{{}};

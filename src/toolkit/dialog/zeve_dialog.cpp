@@ -2,6 +2,7 @@
 
 #include "toolkit/boxes/box_makers.h"
 #include "toolkit/boxes/eve_box.h"
+#include "toolkit/boxes/eve_edit_number.h"
 #include "toolkit/boxes/eve_hyperlink.h"
 #include "toolkit/dialog/dialog_registry.h"
 #include "toolkit/dialog/modal_run.h"
@@ -204,6 +205,15 @@ BoxValue ZeveGetValue(ZeveDialog* dialog, std::uint16_t viewId, bool honorSubChe
         EventRecord record;
         box->GetValue(record, honorSubCheck);
         return TakeValue(record);
+    });
+}
+
+std::optional<ShownNumber> ZeveShownNumber(ZeveDialog* dialog, std::uint16_t viewId) {
+    return PassingStandardExceptions([&]() -> std::optional<ShownNumber> {
+        const auto* field = dynamic_cast<CEveEditNumber*>(FindBox(dialog, viewId));
+        if (field == nullptr) return {};
+        auto [text, isEdited] = field->ShownNumber();
+        return ShownNumber{std::move(text), isEdited};
     });
 }
 

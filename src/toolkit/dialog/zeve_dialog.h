@@ -83,6 +83,13 @@ bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& r
 // value. With `honorSubCheck`, a box whose sub check is not set returns nothing; see the classes of the
 // boxes. A field can show a message about its text, and then this waits for the user.
 [[nodiscard]] BoxValue ZeveGetValue(ZeveDialog* dialog, std::uint16_t viewId, bool honorSubCheck);
+// The number that a number field shows: see NumberField::ReadShown.
+struct ShownNumber {
+    std::string text;
+    bool isEdited = false; // by the user, since the last value was set
+};
+// Returns what the number field with that view id shows; nothing if there is no such field.
+[[nodiscard]] std::optional<ShownNumber> ZeveShownNumber(ZeveDialog* dialog, std::uint16_t viewId);
 // Returns the sub check of the box with that view id; null without one, or without such a box.
 [[nodiscard]] NativeWindow ZeveSubControl(ZeveDialog* dialog, std::uint16_t viewId);
 void ZeveShow(ZeveDialog* dialog, std::uint16_t viewId);

@@ -5,6 +5,7 @@
 #include "values/unicode/character_borders.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brixen::zeve {
 namespace {
@@ -94,9 +95,17 @@ std::string NumberField::WithoutAddIn(std::string_view text) const {
     return std::string(text.substr(0, end));
 }
 
-NumberField::Reading NumberField::Read(std::string_view controlText, std::string_view decimalSign) {
+// The whole text is compared too: the end mark of a scale, or a stray add-in, can hold what reads as a
+// suffix or as the decimal sign.
+NumberField::Shown NumberField::ReadShown(std::string_view controlText, std::string_view decimalSign) const {
     std::string text = WithoutBlanks(WithoutAddIn(controlText));
     ReplaceFirst(text, lyr::gen::FirstCharacter(decimalSign), ".");
+    const bool isUnchanged = text == WithoutBlanks(shownNumber) || controlText == shownText;
+    return {std::move(text), !isUnchanged};
+}
+
+NumberField::Reading NumberField::Read(std::string_view controlText, std::string_view decimalSign) {
+    auto [text, isEdited] = ReadShown(controlText, decimalSign);
     auto [form, position] = ClassifyNumberText(text);
     std::int32_t decimals = 0;
     if (form == NumberForm::kDecimal) {
@@ -105,10 +114,7 @@ NumberField::Reading NumberField::Read(std::string_view controlText, std::string
         if (valueFormat == NumberForm::kWhole) valueFormat = NumberForm::kDecimal;
     }
     if (setValue.empty()) valueFormat = form;
-    // The whole text is compared too: the end mark of a scale, or a stray add-in, can hold what reads as a
-    // suffix or as the decimal sign.
-    const bool isUnchanged = text == WithoutBlanks(shownNumber) || controlText == shownText;
-    if (isUnchanged) return {setValue, std::nullopt, {}};
+    if (!isEdited) return {setValue, std::nullopt, {}};
 
     Reading reading;
     if (!IsApex(format)) reading.outOfRange = RangeCheck(text);

@@ -54,6 +54,14 @@ public:
     // typed in place of the point. A text that was not changed since SetValue has the value of that call.
     Reading Read(std::string_view controlText, std::string_view decimalSign);
 
+    struct Shown {
+        // Without the add-in and blanks, with a point as the decimal sign. May be no number.
+        std::string number;
+        bool isEdited; // since SetValue
+    };
+    // Reads the number that the control shows, which in a photographic field is not the value.
+    Shown ReadShown(std::string_view controlText, std::string_view decimalSign) const;
+
 private:
     std::string WithoutAddIn(std::string_view text) const;
     // Replaces the text by the closest number if its own is beyond a limit.

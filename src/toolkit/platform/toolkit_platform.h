@@ -66,6 +66,8 @@ void MoveTo(NativeWindow window, std::int32_t left, std::int32_t top, std::int32
             std::int32_t height);
 [[nodiscard]] Rectangle OuterFrame(NativeWindow window) noexcept; // screen coordinates
 [[nodiscard]] Rectangle ClientArea(NativeWindow window) noexcept;
+// Returns the outer frame of a child in the client area of its parent, where MoveTo and MakeWindow place it.
+[[nodiscard]] Rectangle FrameInParent(NativeWindow window) noexcept;
 [[nodiscard]] Extent WorkArea() noexcept; // the size of a full-screen client area
 [[nodiscard]] NativeWindow ParentOf(NativeWindow window) noexcept;
 [[nodiscard]] NativeWindow TopLevelOf(NativeWindow window) noexcept; // its root ancestor

@@ -5,6 +5,7 @@
 #include "workflow/catalogue/connection_settings_pane.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/resources/resource_layer.h"
+#include "workflow/worker/busy_row.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -21,13 +22,13 @@ void PVNConnectionWorkFlow::Build(bool demo) {
 }
 
 void PVNConnectionWorkFlow::SetTransitions() {
-    machine->SetTransition(kStateSettings, kStateTesting, kEventTest);
+    machine->SetTransition(kStateSettings, kStateTesting, kEventContinue);
     machine->SetTransition(kStateSettings, kWFState_Exit, kEventCancel);
-    machine->SetTransition(kStateTesting, kStateReached, kTestOperation.successEvent);
-    machine->SetTransition(kStateTesting, kStateSettings, kEventCanceledByUser);
-    for (const char* failure : {kEventNoConnection, kEventServerUnavailable, kEventTransactionDenied}) {
-        machine->SetTransition(kStateTesting, kStateUnreached, failure);
-    }
+    SetBusyRow(*machine, kTestOperation,
+               {.busy = kStateTesting,
+                .success = kStateReached,
+                .cancel = kStateSettings,
+                .failure = kStateUnreached});
     for (const std::uint16_t state : {kStateReached, kStateUnreached}) {
         machine->SetTransition(state, kStateSettings, kEventBack);
         machine->SetTransition(state, kWFState_Done, kEventDone);
@@ -40,7 +41,7 @@ void PVNConnectionWorkFlow::SetPanes(bool demo) {
     SetPane(kStateSettings, std::make_unique<ConnectionSettingsPane>(kSettingsTraits));
     SetPane(kStateTesting, std::make_unique<BusyPane>(kTestingTraits, kTestingBusy, demo));
     SetPane(kStateReached, std::make_unique<ReachedPane>());
-    SetPane(kStateUnreached, std::make_unique<UnreachedPane>());
+    SetPane(kStateUnreached, std::make_unique<ProblemPane>(kUnreachedTraits));
 }
 
 } // namespace brixen::pvn::pvn_workflow

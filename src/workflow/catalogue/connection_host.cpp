@@ -15,7 +15,7 @@ PVNConnectionHost::PVNConnectionHost(std::string text, std::string settingsText,
 std::span<const PVNConnectionHost::Command> PVNConnectionHost::Commands() {
     using Host = PVNConnectionHost;
     static constexpr Command kCommands[] = {
-        {kTestButton, &Host::OnTest},
+        {kTestButton, &Host::OnContinue},
         {kCancelButton, &Host::OnCancel},
         {kCancelTestButton, &Host::OnCancelOfBusyPane},
         {kReachedBackButton, &Host::OnBack},
@@ -28,12 +28,6 @@ std::span<const PVNConnectionHost::Command> PVNConnectionHost::Commands() {
     };
     return kCommands;
 }
-
-std::intptr_t PVNConnectionHost::OnTest() { return TakeSettings() ? DeliverEvent(kEventTest) : 0; }
-std::intptr_t PVNConnectionHost::OnBack() { return DeliverEvent(kEventBack); }
-std::intptr_t PVNConnectionHost::OnTryAgain() { return DeliverEvent(kEventTryAgain); }
-std::intptr_t PVNConnectionHost::OnDone() { return DeliverEvent(kEventDone); }
-std::intptr_t PVNConnectionHost::OnEnterKey() { return Press(CurrentPane()->DefaultButton()); }
 
 // Only of the settings: the other rows of this event keep the outcome.
 std::intptr_t PVNConnectionHost::OnCancel() {

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <string_view>
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -16,12 +15,6 @@ inline constexpr std::uint16_t kStateSettings = 1;
 inline constexpr std::uint16_t kStateTesting = 2;
 inline constexpr std::uint16_t kStateReached = 3;
 inline constexpr std::uint16_t kStateUnreached = 4;
-
-inline constexpr std::string_view kEventTest = "Continue";
-inline constexpr std::string_view kEventBack = "Back";
-inline constexpr std::string_view kEventTryAgain = "DoItAgain";
-inline constexpr std::string_view kEventDone = "DoneButton";
-inline constexpr std::string_view kEventCancel = "CancelButton";
 
 } // namespace connection
 
@@ -33,12 +26,7 @@ public:
     static std::span<const Command> Commands();
 
 private:
-    std::intptr_t OnTest();
-    std::intptr_t OnBack();
-    std::intptr_t OnTryAgain();
-    std::intptr_t OnDone();
     std::intptr_t OnCancel();
-    std::intptr_t OnEnterKey();
     std::intptr_t OnEscapeKey();
 };
 

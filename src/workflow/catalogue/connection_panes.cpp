@@ -4,7 +4,6 @@
 #include "workflow/catalogue/connection_data.h"
 #include "workflow/catalogue/connection_settings_views.h"
 #include "workflow/catalogue/connection_views.h"
-#include "workflow/catalogue/failure_words.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/panes/pane_helpers.h"
@@ -20,11 +19,6 @@ constexpr std::uint16_t kUnreachedButtons[] = {kUnreachedBackButton, kTryAgainBu
 
 constexpr PageTraits kReachedTraits{"$$$/pvn/connection/reached/window_title", kReachedPage, kReachedButtons,
                                     kReachedDoneButton};
-constexpr PageTraits kUnreachedTraits{"$$$/pvn/connection/unreached/window_title", kUnreachedPage,
-                                      kUnreachedButtons, kUnreachedBackButton};
-
-constexpr FailureWords kDeniedWords{"$$$/pvn/failure/connection_denied/what",
-                                    "$$$/pvn/failure/connection_denied/try"};
 
 } // namespace
 
@@ -33,6 +27,16 @@ constexpr PageTraits kSettingsTraits{"$$$/pvn/connection/settings/window_title",
 constexpr PageTraits kTestingTraits{"$$$/pvn/connection/testing/window_title", kTestingPage, {}, kNoButton};
 constexpr BusyTraits kTestingBusy{kTestOperation,    kBusyBar,    kBusyText,
                                   kCancelTestButton, kCancelNote, kMessageStartSecondWorker};
+
+constexpr ProblemTraits kUnreachedTraits{
+    .page = {"$$$/pvn/connection/unreached/window_title", kUnreachedPage, kUnreachedButtons,
+             kUnreachedBackButton},
+    .text = kUnreachedText,
+    .errorCode = kErrorCodeField,
+    .denied = {"$$$/pvn/failure/connection_denied/what", "$$$/pvn/failure/connection_denied/try"},
+    .kept = "$$$/pvn/connection/unreached/kept",
+    .settingsLink = FieldPane::kNoControl,
+};
 
 ReachedPane::ReachedPane() : FieldPane(kReachedTraits) {}
 
@@ -45,18 +49,6 @@ void ReachedPane::Enter() {
                    zeve::ZeveTranslate("$$$/pvn/connection/reached/text",
                                        {TextForStatic(product), std::to_string(milliseconds)}) +
                        "\n\n" + zeve::ZeveTranslate("$$$/pvn/connection/reached/kept"));
-    FieldPane::Enter();
-}
-
-UnreachedPane::UnreachedPane() : FieldPane(kUnreachedTraits) {}
-
-void UnreachedPane::Enter() {
-    std::uint32_t result = 0;
-    GetLong(*context, PvnWFKey_WorkFlowResult, result);
-    SetControlText(
-        ref, kUnreachedText,
-        TextOfFailure(static_cast<Status>(result), kDeniedWords, "$$$/pvn/connection/unreached/kept"));
-    SetControlText(ref, kErrorCodeField, context->Action(PvnWF_GetFormattedWorkflowResult));
     FieldPane::Enter();
 }
 

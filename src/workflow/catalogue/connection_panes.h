@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workflow/catalogue/field_pane.h"
+#include "workflow/catalogue/problem_pane.h"
 #include "workflow/worker/busy_pane.h"
 
 namespace brixen::pvn::pvn_workflow::connection {
@@ -10,19 +11,12 @@ namespace brixen::pvn::pvn_workflow::connection {
 extern const PageTraits kSettingsTraits;
 extern const PageTraits kTestingTraits; // of the busy pane
 extern const BusyTraits kTestingBusy;
+extern const ProblemTraits kUnreachedTraits;
 
 // How long the answer took.
 class ReachedPane final : public FieldPane {
 public:
     ReachedPane();
-
-    void Enter() override;
-};
-
-// What went wrong, and the code of it, which can be copied. The default button sends nothing.
-class UnreachedPane final : public FieldPane {
-public:
-    UnreachedPane();
 
     void Enter() override;
 };

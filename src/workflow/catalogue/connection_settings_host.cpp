@@ -47,10 +47,20 @@ void ConnectionSettingsHost::DefineTexts(zeve::ZeveDialog& dialog) {
     zeve::ZeveDefineText(&dialog, "connection_settings", settings);
 }
 
-bool ConnectionSettingsHost::TakeSettings() {
-    auto* const pane = dynamic_cast<ConnectionSettingsPane*>(CurrentPane());
-    return isTour || (pane && pane->TakeSettings());
+std::intptr_t ConnectionSettingsHost::GoOn(std::string_view event) {
+    if (!machine->CanHandleEvent(event)) return 0;
+    FieldPane* const pane = CurrentFieldPane();
+    return isTour || (pane && pane->TakeEntries()) ? DeliverEvent(event) : 0;
 }
+
+std::intptr_t ConnectionSettingsHost::OnContinue() { return GoOn(kEventContinue); }
+std::intptr_t ConnectionSettingsHost::OnBack() { return DeliverEvent(kEventBack); }
+std::intptr_t ConnectionSettingsHost::OnTryAgain() { return DeliverEvent(kEventTryAgain); }
+std::intptr_t ConnectionSettingsHost::OnSettings() { return DeliverEvent(kEventSettings); }
+std::intptr_t ConnectionSettingsHost::OnBackFromSettings() { return DeliverEvent(kEventGoBack); }
+std::intptr_t ConnectionSettingsHost::OnUseSettings() { return GoOn(kEventGoBack); }
+std::intptr_t ConnectionSettingsHost::OnDone() { return DeliverEvent(kEventDone); }
+std::intptr_t ConnectionSettingsHost::OnEnterKey() { return Press(CurrentPane()->DefaultButton()); }
 
 std::intptr_t ConnectionSettingsHost::OnSystemProxy() { return Choose(kSystemProxy); }
 std::intptr_t ConnectionSettingsHost::OnOwnProxy() { return Choose(kOwnProxy); }

@@ -1,5 +1,5 @@
-// What the dialog windows of Registration and Connection share: the page of the connection settings, and the
-// focus of their fields.
+// What the dialog windows of the workflows that call the service share: their events, the page of the
+// connection settings, and the focus of their fields.
 #pragma once
 
 #include "workflow/panes/concrete_host.h"
@@ -15,6 +15,13 @@ namespace brixen::pvn::pvn_workflow {
 
 class FieldPane;
 
+inline constexpr std::string_view kEventContinue = "Continue";
+inline constexpr std::string_view kEventBack = "Back";
+inline constexpr std::string_view kEventTryAgain = "DoItAgain";
+inline constexpr std::string_view kEventSettings = "ConnectionSettings";
+inline constexpr std::string_view kEventDone = "DoneButton";
+inline constexpr std::string_view kEventCancel = "CancelButton";
+
 class ConnectionSettingsHost : public PVNConcreteHost<ConnectionSettingsHost, PagePane, OperationHost> {
 public:
     // Takes the view description of the workflow, which evaluates the text `connection_settings`, and that
@@ -29,9 +36,20 @@ protected:
     void OnFirstFocus() override;
     void DefineTexts(zeve::ZeveDialog& dialog) override;
 
-    // Returns whether the user may go on from the page of the settings: they are taken into the run.
-    [[nodiscard]] bool TakeSettings();
     bool IsTour() const { return isTour; }
+    // Has the pane take what was entered into the run, then delivers the event. Does nothing where the event
+    // leads nowhere, or if the pane has found a fault.
+    std::intptr_t GoOn(std::string_view event);
+
+    // Handlers for the tables of commands.
+    std::intptr_t OnContinue();
+    std::intptr_t OnBack();
+    std::intptr_t OnTryAgain();
+    std::intptr_t OnSettings();
+    std::intptr_t OnBackFromSettings();
+    std::intptr_t OnUseSettings();
+    std::intptr_t OnDone();
+    std::intptr_t OnEnterKey(); // presses the default button of the pane
 
     // Stores the outcome, then delivers the event. Does nothing where the event leads nowhere.
     std::intptr_t Leave(std::uint32_t status, std::string_view event);

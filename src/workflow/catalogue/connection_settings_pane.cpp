@@ -89,7 +89,7 @@ void ConnectionSettingsPane::Choose(std::uint16_t button) {
     SetEnabled(ref, kProxyGroup, button == kOwnProxy);
 }
 
-bool ConnectionSettingsPane::TakeSettings() {
+bool ConnectionSettingsPane::TakeEntries() {
     if (MarkedRadioButton(ref, kChoices) == kOwnProxy) return TakeOwnProxy();
     TakeSystemProxy();
     return true;

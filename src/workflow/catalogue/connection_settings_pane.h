@@ -23,9 +23,7 @@ public:
     void Enter() override;
     // Marks the choice, and enables the fields of the user's own proxy.
     void Choose(std::uint16_t button);
-    // Takes the settings into the run. Shows what is wrong with the first bad field instead, and returns
-    // false.
-    [[nodiscard]] bool TakeSettings();
+    [[nodiscard]] bool TakeEntries() override;
 
 private:
     bool HasOwnProxy() const;

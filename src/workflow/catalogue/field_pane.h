@@ -34,7 +34,10 @@ public:
     void Enter() override;
 
     // To be called by the host with each message after its own handlers, while the pane is on screen.
-    void OnMessage(const WindowMessage& message);
+    virtual void OnMessage(const WindowMessage& message);
+    // Takes what was entered into the run. Shows what is wrong with the first bad field instead, and returns
+    // false.
+    [[nodiscard]] virtual bool TakeEntries() { return true; }
     // Gives the focus to the first control. The pane is on screen.
     void TakeFirstFocus();
 

@@ -5,6 +5,7 @@
 #include "workflow/catalogue/registration_panes.h"
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/resources/resource_layer.h"
+#include "workflow/worker/busy_row.h"
 
 namespace brixen::pvn::pvn_workflow {
 
@@ -28,11 +29,11 @@ void PVNRegistrationWorkFlow::SetTransitions() {
     for (const std::uint16_t state : {kStateIntroduction, kStateDetails}) {
         machine->SetTransition(state, kWFState_Exit, kEventQuit);
     }
-    machine->SetTransition(kStateRegistering, kStateRegistered, kRegisterOperation.successEvent);
-    machine->SetTransition(kStateRegistering, kStateDetails, kEventCanceledByUser);
-    for (const char* failure : {kEventNoConnection, kEventServerUnavailable, kEventTransactionDenied}) {
-        machine->SetTransition(kStateRegistering, kStateProblem, failure);
-    }
+    SetBusyRow(*machine, kRegisterOperation,
+               {.busy = kStateRegistering,
+                .success = kStateRegistered,
+                .cancel = kStateDetails,
+                .failure = kStateProblem});
     machine->SetTransition(kStateRegistered, kWFState_Done, kEventDone);
     machine->SetTransition(kStateProblem, kStateDetails, kEventBack);
     machine->SetTransition(kStateProblem, kStateRegistering, kEventTryAgain);
@@ -49,7 +50,7 @@ void PVNRegistrationWorkFlow::SetPanes(bool demo) {
     SetPane(kStateDetails, std::make_unique<DetailsPane>());
     SetPane(kStateRegistering, std::make_unique<BusyPane>(kRegisteringTraits, kRegisteringBusy, demo));
     SetPane(kStateRegistered, std::make_unique<RegisteredPane>());
-    SetPane(kStateProblem, std::make_unique<ProblemPane>());
+    SetPane(kStateProblem, std::make_unique<ProblemPane>(kProblemTraits));
     SetPane(kStateSettings, std::make_unique<ConnectionSettingsPane>(kSettingsTraits));
 }
 

@@ -4,7 +4,6 @@
 #include "frame/status.h"
 #include "toolkit/dialog/zeve_dialog.h"
 #include "workflow/catalogue/country_list.h"
-#include "workflow/catalogue/registration_panes.h"
 #include "workflow/catalogue/registration_views.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
@@ -52,21 +51,8 @@ void PVNRegistrationHost::DefineTexts(zeve::ZeveDialog& dialog) {
     zeve::ZeveDefineText(&dialog, "countries", SortedCountries(list, locale));
 }
 
-std::intptr_t PVNRegistrationHost::OnContinue() { return DeliverEvent(kEventContinue); }
-std::intptr_t PVNRegistrationHost::OnBack() { return DeliverEvent(kEventBack); }
-std::intptr_t PVNRegistrationHost::OnTryAgain() { return DeliverEvent(kEventTryAgain); }
-std::intptr_t PVNRegistrationHost::OnSettings() { return DeliverEvent(kEventSettings); }
-std::intptr_t PVNRegistrationHost::OnBackFromSettings() { return DeliverEvent(kEventGoBack); }
-std::intptr_t PVNRegistrationHost::OnDone() { return DeliverEvent(kEventDone); }
+std::intptr_t PVNRegistrationHost::OnRegister() { return GoOn(kEventRegister); }
 std::intptr_t PVNRegistrationHost::OnLater() { return Leave(kStatusUserOutcome3, kEventLater); }
-
-std::intptr_t PVNRegistrationHost::OnRegister() {
-    auto* const pane = dynamic_cast<DetailsPane*>(CurrentPane());
-    const bool mayGoOn = IsTour() || (pane && pane->TakeDetails());
-    return mayGoOn ? DeliverEvent(kEventRegister) : 0;
-}
-
-std::intptr_t PVNRegistrationHost::OnUseSettings() { return TakeSettings() ? DeliverEvent(kEventGoBack) : 0; }
 
 std::intptr_t PVNRegistrationHost::OnReadPrivacy() {
     OpenTextAddress("$$$/pvn/service/privacy_url");
@@ -77,8 +63,6 @@ std::intptr_t PVNRegistrationHost::OnQuit() {
     if (!machine->CanHandleEvent(kEventQuit)) return 0;
     return ShowAlert(kAlertQuit, Window(), context) ? Leave(kStatusUserQuit, kEventQuit) : 0;
 }
-
-std::intptr_t PVNRegistrationHost::OnEnterKey() { return Press(CurrentPane()->DefaultButton()); }
 
 // On Problem the failure stays the outcome of the run.
 std::intptr_t PVNRegistrationHost::OnEscapeKey() {

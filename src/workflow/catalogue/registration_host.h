@@ -19,15 +19,9 @@ inline constexpr std::uint16_t kStateRegistered = 4;
 inline constexpr std::uint16_t kStateProblem = 5;
 inline constexpr std::uint16_t kStateSettings = 6;
 
-inline constexpr std::string_view kEventContinue = "Continue";
-inline constexpr std::string_view kEventBack = "Back";
 inline constexpr std::string_view kEventRegister = "RegisterButton";
-inline constexpr std::string_view kEventTryAgain = "DoItAgain";
-inline constexpr std::string_view kEventSettings = "ConnectionSettings";
-inline constexpr std::string_view kEventDone = "DoneButton";
 inline constexpr std::string_view kEventLater = "Skip";
 inline constexpr std::string_view kEventQuit = "QuitButton";
-inline constexpr std::string_view kEventCancel = "CancelButton";
 
 } // namespace registration
 
@@ -42,18 +36,10 @@ public:
 private:
     void DefineTexts(zeve::ZeveDialog& dialog) override;
 
-    std::intptr_t OnContinue();
-    std::intptr_t OnBack();
     std::intptr_t OnRegister();
-    std::intptr_t OnTryAgain();
-    std::intptr_t OnSettings();
-    std::intptr_t OnBackFromSettings();
-    std::intptr_t OnUseSettings();
     std::intptr_t OnReadPrivacy();
     std::intptr_t OnLater();
     std::intptr_t OnQuit();
-    std::intptr_t OnDone();
-    std::intptr_t OnEnterKey();
     std::intptr_t OnEscapeKey();
 };
 

@@ -4,7 +4,6 @@
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "workflow/catalogue/connection_settings_views.h"
-#include "workflow/catalogue/failure_words.h"
 #include "workflow/catalogue/registration_views.h"
 #include "workflow/catalogue/text_checks.h"
 #include "workflow/context/context_keys.h"
@@ -31,18 +30,6 @@ constexpr PageTraits kDetailsTraits{"$$$/pvn/registration/details/window_title",
                                     kDetailsButtons, kNoButton};
 constexpr PageTraits kRegisteredTraits{"$$$/pvn/registration/registered/window_title", kRegisteredPage,
                                        kRegisteredButtons, kDoneButton};
-constexpr PageTraits kProblemTraits{"$$$/pvn/registration/problem/window_title", kProblemPage,
-                                    kProblemButtons, kProblemBackButton};
-
-constexpr FailureWords kDeniedWords{"$$$/pvn/failure/registration_denied/what",
-                                    "$$$/pvn/failure/registration_denied/try"};
-
-Status ResultOf(PVNWorkFlowContext& context) {
-    std::uint32_t result = 0;
-    GetLong(context, PvnWFKey_WorkFlowResult, result);
-    return static_cast<Status>(result);
-}
-
 } // namespace
 
 constexpr PageTraits kSettingsTraits{"$$$/pvn/connection/settings/window_title", connection_settings::kPage,
@@ -51,6 +38,15 @@ constexpr PageTraits kRegisteringTraits{
     "$$$/pvn/registration/registering/window_title", kRegisteringPage, {}, kNoButton};
 constexpr BusyTraits kRegisteringBusy{kRegisterOperation, kBusyBar,    kBusyText,
                                       kCancelButton,      kCancelNote, kMessageStartWorker};
+
+constexpr ProblemTraits kProblemTraits{
+    .page = {"$$$/pvn/registration/problem/window_title", kProblemPage, kProblemButtons, kProblemBackButton},
+    .text = kProblemText,
+    .errorCode = kErrorCodeField,
+    .denied = {"$$$/pvn/failure/registration_denied/what", "$$$/pvn/failure/registration_denied/try"},
+    .kept = "$$$/pvn/registration/problem/kept",
+    .settingsLink = kProblemConnectionLink,
+};
 
 IntroductionPane::IntroductionPane() : FieldPane(kIntroductionTraits) {}
 
@@ -74,7 +70,7 @@ void DetailsPane::Enter() {
     FieldPane::Enter();
 }
 
-bool DetailsPane::TakeDetails() {
+bool DetailsPane::TakeEntries() {
     const RegistrationDetails details = ReadDetails();
     if (const std::optional<FieldFault> fault = FaultOfDetails(details)) {
         ShowFault(*fault);
@@ -105,16 +101,6 @@ void RegisteredPane::Enter() {
     std::string number;
     GetString(*context, PvnWFKey_ConfirmationNumber, number);
     SetControlText(ref, kNumberField, number);
-    FieldPane::Enter();
-}
-
-ProblemPane::ProblemPane() : FieldPane(kProblemTraits) {}
-
-void ProblemPane::Enter() {
-    AttachLink(connectionLink, kProblemConnectionLink);
-    SetControlText(ref, kProblemText,
-                   TextOfFailure(ResultOf(*context), kDeniedWords, "$$$/pvn/registration/problem/kept"));
-    SetControlText(ref, kErrorCodeField, context->Action(PvnWF_GetFormattedWorkflowResult));
     FieldPane::Enter();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workflow/catalogue/field_pane.h"
+#include "workflow/catalogue/problem_pane.h"
 #include "workflow/catalogue/registration_data.h"
 #include "workflow/controls/hyper_link.h"
 #include "workflow/worker/busy_pane.h"
@@ -11,6 +12,7 @@ namespace brixen::pvn::pvn_workflow::registration {
 extern const PageTraits kSettingsTraits;    // of the page of connection settings
 extern const PageTraits kRegisteringTraits; // of the busy pane
 extern const BusyTraits kRegisteringBusy;
+extern const ProblemTraits kProblemTraits;
 
 // Names the product.
 class IntroductionPane final : public FieldPane {
@@ -30,9 +32,7 @@ public:
 
     // Begins in the serial number if the service has refused the registration.
     void Enter() override;
-    // Takes the details into the run. Shows what is wrong with the first bad field instead, and returns
-    // false.
-    [[nodiscard]] bool TakeDetails();
+    [[nodiscard]] bool TakeEntries() override;
 
 private:
     RegistrationDetails ReadDetails() const;
@@ -47,17 +47,6 @@ public:
     RegisteredPane();
 
     void Enter() override;
-};
-
-// What went wrong, and the code of it, which can be copied. The default button sends nothing.
-class ProblemPane final : public FieldPane {
-public:
-    ProblemPane();
-
-    void Enter() override;
-
-private:
-    HyperLink connectionLink;
 };
 
 } // namespace brixen::pvn::pvn_workflow::registration

@@ -1,5 +1,7 @@
 #include "workflow/catalogue/text_checks.h"
 
+#include "values/unicode/code_point.h"
+
 #include <algorithm>
 
 namespace brixen::pvn::pvn_workflow {
@@ -19,6 +21,15 @@ constexpr Range kBlanksAndControls[] = {
 
 bool IsLetterOrDigit(char16_t unit) {
     return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+}
+
+bool IsUnsendable(char16_t unit) {
+    const bool isControl = (unit < 0x20 && unit != u'\t' && unit != u'\n') || (unit >= 0x7F && unit <= 0x9F);
+    return isControl || unit >= 0xFFFE;
+}
+
+bool IsBreakOrTab(char16_t unit) {
+    return unit == u'\t' || unit == u'\n' || unit == 0x2028 || unit == 0x2029;
 }
 
 } // namespace
@@ -47,6 +58,31 @@ bool IsMailAddress(std::u16string_view text) {
 bool IsSerialNumber(std::u16string_view text) {
     return !text.empty() &&
            std::ranges::all_of(text, [](char16_t unit) { return unit == u'-' || IsLetterOrDigit(unit); });
+}
+
+std::u16string SendableText(std::u16string_view text) {
+    std::u16string sendable;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i];
+        const char16_t next = i + 1 < text.size() ? text[i + 1] : u'\0';
+        if (unit == u'\r') {
+            if (next != u'\n') sendable += u'\n';
+        } else if (lyr::gen::IsHighSurrogate(unit) && lyr::gen::IsLowSurrogate(next)) {
+            sendable.append({unit, next});
+            ++i;
+        } else if (lyr::gen::IsSurrogate(unit)) {
+            sendable += static_cast<char16_t>(lyr::gen::kReplacementCharacter);
+        } else if (!IsUnsendable(unit)) {
+            sendable += unit;
+        }
+    }
+    return sendable;
+}
+
+std::u16string SendableLine(std::u16string_view text) {
+    std::u16string line = SendableText(text);
+    std::ranges::replace_if(line, IsBreakOrTab, u' ');
+    return std::u16string(Trimmed(line));
 }
 
 bool IsHostName(std::u16string_view text) {

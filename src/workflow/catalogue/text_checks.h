@@ -1,4 +1,4 @@
-// Checks of what a user has typed.
+// Checks of what a user has typed, and what a service gets of it.
 #pragma once
 
 #include <string>
@@ -22,5 +22,12 @@ namespace brixen::pvn::pvn_workflow {
 // Whether it can be the name of a proxy server: no blank or control character, none of `@/;=\`, and no colon
 // but in the brackets of a numeric address.
 [[nodiscard]] bool IsHostName(std::u16string_view text);
+
+// Returns the text as a service takes it: lines end with a line feed, tabs stay, all other control characters
+// and everything that markup cannot hold are gone. Half a surrogate pair becomes the replacement character.
+[[nodiscard]] std::u16string SendableText(std::u16string_view text);
+
+// The same on one line: a blank takes the place of each tab and line break, none are at the ends.
+[[nodiscard]] std::u16string SendableLine(std::u16string_view text);
 
 } // namespace brixen::pvn::pvn_workflow

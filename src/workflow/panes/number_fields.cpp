@@ -5,6 +5,8 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "workflow/panes/pane_helpers.h"
 
+#include <utility>
+
 namespace brixen::pvn::pvn_workflow {
 
 namespace toolkit_platform = zeve::platform;
@@ -23,6 +25,12 @@ std::optional<std::string> NumberFieldReader::Read(std::uint16_t viewId) {
     toolkit_platform::Focus(field);
     zeve::ThrowKeptException();
     return std::nullopt;
+}
+
+std::optional<std::string> NumberFieldReader::ReadShown(std::uint16_t viewId) {
+    if (!Read(viewId)) return std::nullopt;
+    std::optional<zeve::ShownNumber> shown = zeve::ZeveShownNumber(dialog, viewId);
+    return shown ? std::optional(std::move(shown->text)) : std::nullopt;
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -29,6 +29,10 @@ public:
     // Returns the value in the form in which it was set. Returns no value for a field that is blank or
     // read-only or has a sub check that is not set, for an unknown id, and after a correction.
     [[nodiscard]] std::optional<std::string> Read(std::uint16_t viewId);
+    // Reads the field in the same way, but returns the number that it shows, as the user sees it: without the
+    // add-in and blanks, with a point as the decimal sign. In a photographic field this is a time or an
+    // f-number, and the value may be a logarithm. It may be no number.
+    [[nodiscard]] std::optional<std::string> ReadShown(std::uint16_t viewId);
     [[nodiscard]] bool HasCorrected() const { return hasCorrected; }
 
 private:

@@ -58,6 +58,18 @@ inline constexpr std::uint32_t kMessagePrintClient = 0x0318;     // WM_PRINTCLIE
 inline constexpr std::uint32_t kButtonClick = 0x00F5;            // BM_CLICK
 inline constexpr std::uint32_t kTooltipActivate = 0x0401;        // TTM_ACTIVATE
 
+// To and from sliders and lists.
+inline constexpr std::uint32_t kMessageHorizontalScroll = 0x0114; // WM_HSCROLL; lparam is the slider
+inline constexpr std::uint32_t kMessageSetRedraw = 0x000B;        // WM_SETREDRAW
+inline constexpr std::uint32_t kSliderGetPosition = 0x0400;       // TBM_GETPOS
+inline constexpr std::uint32_t kSliderSetPosition = 0x0405;       // TBM_SETPOS; wparam kPaintAnew or 0
+inline constexpr std::uint32_t kSliderSetLargest = 0x0408;        // TBM_SETRANGEMAX
+inline constexpr std::uint32_t kSliderSetTickDistance = 0x0414;   // TBM_SETTICFREQ
+inline constexpr std::uint32_t kSliderSetPage = 0x0415;           // TBM_SETPAGESIZE
+inline constexpr std::uint32_t kListAddString = 0x0180;           // LB_ADDSTRING
+inline constexpr std::uint32_t kListResetContent = 0x0184;        // LB_RESETCONTENT
+inline constexpr std::uint32_t kListSetExtent = 0x0194;           // LB_SETHORIZONTALEXTENT
+
 inline constexpr std::int32_t kNotificationClick = -2; // NM_CLICK, the code of WM_NOTIFY
 
 // The answers to WM_GETDLGCODE, added up.

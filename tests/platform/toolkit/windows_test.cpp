@@ -184,6 +184,7 @@ TEST_F(Windows, ChildrenAreInTheClientAreaAndHaveNoFrame) {
     EXPECT_EQ(moved.top - first.top, 20);
     EXPECT_EQ(ClientArea(one).Width(), 71);
     EXPECT_EQ(ClientArea(one).Height(), 21);
+    EXPECT_EQ(FrameInParent(one), (Rectangle{15, 26, 15 + 71, 26 + 21}));
     EXPECT_GT(first.top - OuterFrame(top).top, 6) << "below the caption";
 }
 
@@ -240,6 +241,7 @@ TEST(NoWindow, IsHarmlessEverywhere) {
     EXPECT_EQ(TextOf(nullptr), u"");
     EXPECT_EQ(OuterFrame(nullptr).Width(), 0);
     EXPECT_EQ(ClientArea(nullptr).Width(), 0);
+    EXPECT_EQ(FrameInParent(nullptr), Rectangle{});
     EXPECT_EQ(WindowResolution(nullptr), 0);
     EXPECT_EQ(EditBoxOf(nullptr), nullptr);
     EXPECT_EQ(Send(nullptr, 0x0400, 0, 0), 0);

@@ -181,6 +181,12 @@ Rectangle ClientArea(NativeWindow window) noexcept {
     return {0, 0, frame.Width() - 2 * kFrameSide, frame.Height() - kFrameTop - kFrameSide};
 }
 
+Rectangle FrameInParent(NativeWindow window) noexcept {
+    Record("FrameInParent", window);
+    const Window* found = FindWindow(window);
+    return found != nullptr ? found->frame : Rectangle{};
+}
+
 Extent WorkArea() noexcept {
     Record("WorkArea");
     return {1024, 740};

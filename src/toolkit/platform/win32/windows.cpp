@@ -117,6 +117,14 @@ Rectangle ClientArea(NativeWindow window) noexcept {
     return FromSystem(area);
 }
 
+Rectangle FrameInParent(NativeWindow window) noexcept {
+    RECT area = {};
+    GetWindowRect(Handle(window), &area);
+    // Both corners at once, so that left stays left in a mirrored parent.
+    MapWindowPoints(nullptr, GetParent(Handle(window)), reinterpret_cast<POINT*>(&area), 2);
+    return FromSystem(area);
+}
+
 Extent WorkArea() noexcept { return {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)}; }
 
 NativeWindow ParentOf(NativeWindow window) noexcept { return Opaque(GetParent(Handle(window))); }

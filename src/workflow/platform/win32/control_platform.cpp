@@ -25,6 +25,11 @@ static_assert(kMessageMouseLast == WM_XBUTTONDBLCLK && kMessageMouseLast <= WM_M
 static_assert(kWantsCharacters == DLGC_WANTCHARS && kIsAButton == DLGC_BUTTON &&
               kHidesAccessKeys == UISF_HIDEACCEL && kStaticNotify == SS_NOTIFY &&
               kDefaultPlace == static_cast<std::int32_t>(CW_USEDEFAULT) && kKeySpace == VK_SPACE);
+static_assert(kMessageHorizontalScroll == WM_HSCROLL && kMessageSetRedraw == WM_SETREDRAW &&
+              kSliderGetPosition == TBM_GETPOS && kSliderSetPosition == TBM_SETPOS &&
+              kSliderSetLargest == TBM_SETRANGEMAX && kSliderSetTickDistance == TBM_SETTICFREQ &&
+              kSliderSetPage == TBM_SETPAGESIZE && kListAddString == LB_ADDSTRING &&
+              kListResetContent == LB_RESETCONTENT && kListSetExtent == LB_SETHORIZONTALEXTENT);
 static_assert(kNotificationClick == static_cast<std::int32_t>(NM_CLICK));
 static_assert(kSettingText == REG_SZ && kSettingExpandableText == REG_EXPAND_SZ);
 static_assert(sizeof(NotificationHeader) == sizeof(NMHDR) &&

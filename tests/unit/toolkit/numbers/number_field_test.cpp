@@ -225,6 +225,18 @@ TEST(NumberField, ReturnsATextTypedIntoAPhotographicFieldAsAFraction) {
     EXPECT_EQ(Read(field, "8"), "8/1");
 }
 
+TEST(NumberField, TellsTheShownNumberFromTheValue) {
+    NumberField field = Field("apex_aperture", 1, "f/^0");
+    EXPECT_EQ(field.SetValue("3"), "f/2.8");
+    EXPECT_EQ(field.ReadShown("f/2.8", ".").number, "2.8");
+    EXPECT_FALSE(field.ReadShown("f/2.8", ".").isEdited);
+    EXPECT_FALSE(field.ReadShown(" 2,8 ", ",").isEdited) << "only written in another way";
+    EXPECT_EQ(field.ReadShown("f/ 5,6", ",").number, "5.6");
+    EXPECT_TRUE(field.ReadShown("f/ 5,6", ",").isEdited);
+    EXPECT_EQ(field.ReadShown("wide", ".").number, "wide");
+    EXPECT_EQ(Read(field, "f/2.8"), "3");
+}
+
 TEST(NumberField, ShowsTheEndOfAScaleWithoutTheAddInFromThenOn) {
     NumberField field = Field("apex_shutterspeed", 1, "^0 s");
     EXPECT_EQ(field.SetValue("6/1"), "1/60 s");

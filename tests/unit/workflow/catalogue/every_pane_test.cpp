@@ -6,6 +6,8 @@
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "workflow/catalogue/connection.h"
 #include "workflow/catalogue/connection_views.h"
+#include "workflow/catalogue/feedback.h"
+#include "workflow/catalogue/feedback_views.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/privacy_views.h"
 #include "workflow/catalogue/registration.h"
@@ -26,7 +28,7 @@ namespace {
 using HeadlessWindow = zeve::headless::Window;
 namespace style = zeve::style;
 
-constexpr std::uint32_t kStaticNotifies = 0x100, kStaticKind = 0x1F;
+constexpr std::uint32_t kStaticNotifies = 0x100, kStaticKind = 0x1F, kAutoRadioButton = 9;
 constexpr std::u16string_view kFields[] = {u"edit", u"combobox", u"listbox", u"msctls_trackbar32"};
 
 // The access key of a text: the character after its first single `&`, in lower case; 0 without one.
@@ -57,7 +59,8 @@ bool IsPressed(const HeadlessWindow& control) {
 // The arrow keys reach it from the marked one of its group.
 bool IsUnmarkedRadio(const HeadlessWindow& control) {
     const auto check = control.remembered.find(zeve::kButtonSetCheck);
-    return control.className == u"button" && (control.style & 0xF) == style::kRadioButton &&
+    const std::uint32_t kind = control.style & 0xF;
+    return control.className == u"button" && (kind == style::kRadioButton || kind == kAutoRadioButton) &&
            (check == control.remembered.end() || check->second != static_cast<std::int64_t>(zeve::kChecked));
 }
 
@@ -161,6 +164,15 @@ TEST_F(EveryPane, OfConnectionIsReachedByTheKeyboard) {
     EXPECT_EQ(panes, 4 * 6);
     EXPECT_EQ(controls, (8 + 1 + 2 + 4) * 6);
     EXPECT_EQ(fields, (4 + 1) * 6);
+}
+
+TEST_F(EveryPane, OfFeedbackIsReachedByTheKeyboard) {
+    using namespace feedback;
+    Visit<PVNFeedbackWorkFlow>({kContinueButton, kContinueButton, kSendButton, kCancelSendingButton,
+                                kDoneButton, kTryAgainButton, kUseSettingsButton});
+    EXPECT_EQ(panes, 7 * 6);
+    EXPECT_EQ(controls, (8 + 17 + 5 + 1 + 1 + 5 + 8) * 6);
+    EXPECT_EQ(fields, (3 + 7 + 2 + 1 + 4) * 6);
 }
 
 TEST_F(EveryPane, OfTheQuitAlertIsReachedByTheKeyboard) {

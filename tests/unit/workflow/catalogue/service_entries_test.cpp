@@ -1,7 +1,8 @@
-// The worker entries of Registration and Connection over a scripted transport.
+// The worker entries of the workflows that call the service, over a scripted transport.
 #include "net/envelope/hexadecimal.h"
 #include "unit/net/transport/transport_fixture.h"
 #include "workflow/catalogue/connection_data.h"
+#include "workflow/catalogue/feedback_data.h"
 #include "workflow/catalogue/registration_data.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
@@ -81,7 +82,7 @@ TEST_F(ServiceEntries, ARegistrationCountsOnlyWithANumber) {
 }
 
 TEST_F(ServiceEntries, AStatusOfTheServiceOrOfTheTransportIsTheResult) {
-    for (const WorkerEntryOfBag entry : {&RegisterProduct, &TestConnection}) {
+    for (const WorkerEntryOfBag entry : {&RegisterProduct, &TestConnection, &SendFeedback}) {
         AnswerIsStatus("34049");
         EXPECT_EQ(Run(entry), 34049);
         GetNetTwin().script = {Notice(HttpNotice::kError, 12007)};
@@ -91,7 +92,7 @@ TEST_F(ServiceEntries, AStatusOfTheServiceOrOfTheTransportIsTheResult) {
 
 TEST_F(ServiceEntries, AnAddressThatIsNotSecureGetsNothing) {
     SetString(bag, PvnWFKey_ServiceUrl, "http://service.test/call");
-    for (const WorkerEntryOfBag entry : {&RegisterProduct, &TestConnection}) {
+    for (const WorkerEntryOfBag entry : {&RegisterProduct, &TestConnection, &SendFeedback}) {
         EXPECT_EQ(Run(entry), 53425);
     }
     EXPECT_TRUE(Calls("SendRequest").empty());
@@ -118,6 +119,59 @@ TEST_F(ServiceEntries, ATestCountsOnlyWithItsAnswer) {
     for (const char* payload : {"", "<other/>", "reached"}) {
         AnswerIs(payload);
         EXPECT_EQ(Run(TestConnection), kStatusUnexpectedContent) << payload;
+    }
+}
+
+TEST_F(ServiceEntries, FeedbackSendsTheFieldsAndStoresWhatWasConfirmed) {
+    SetString(bag, PvnWFKey_FeedbackSubject, "Gray & dull");
+    SetString(bag, PvnWFKey_FeedbackCategory, "quality");
+    SetString(bag, PvnWFKey_FeedbackFrequency, "always");
+    SetString(bag, PvnWFKey_FeedbackComment, "two\nlines");
+    SetString(bag, PvnWFKey_FeedbackPixelWidth, "6000");
+    SetString(bag, PvnWFKey_FeedbackResolution, "300.0");
+    SetString(bag, PvnWFKey_FeedbackFocalLength, "50/1");
+    SetString(bag, PvnWFKey_FeedbackAspectRatio, "3/2");
+    SetString(bag, PvnWFKey_FeedbackAperture, "2.8");
+    SetString(bag, PvnWFKey_FeedbackExposureTime, "1/250");
+    SetString(bag, PvnWFKey_FeedbackBrightness, "");
+    SetString(bag, PvnWFKey_FeedbackLog, "end <of> log");
+    SetString(bag, PvnWFKey_ProductName, "Salt");
+    AnswerIs("<received><fields>13</fields><bytes>4711</bytes></received>");
+    EXPECT_EQ(Run(SendFeedback), kStatusSuccess);
+    ASSERT_EQ(Calls("SendRequest").size(), 1u);
+    const std::string sent = Calls("SendRequest")[0];
+    EXPECT_THAT(sent, HasSubstr("<methodName>sendFeedback</methodName>"));
+    const std::string payload = PayloadOf(sent);
+    for (const char* field :
+         {"<feedback>", "<subject>Gray &amp; dull</subject>", "<category>quality</category>",
+          "<frequency>always</frequency>", "<comment>two\nlines</comment>", "<pixelWidth>6000</pixelWidth>",
+          "<resolution>300.0</resolution>", "<focalLength>50/1</focalLength>",
+          "<aspectRatio>3/2</aspectRatio>", "<aperture>2.8</aperture>", "<exposureTime>1/250</exposureTime>",
+          "<brightness", "<log>end &lt;of> log</log>", "<locale>de_DE</locale>", "<product>Salt</product>"})
+        EXPECT_THAT(payload, HasSubstr(field));
+    for (const auto& [key, number] :
+         {std::pair{PvnWFKey_FeedbackSentFields, 13u},
+          std::pair{PvnWFKey_FeedbackSentBytes, static_cast<std::uint32_t>(payload.size())},
+          std::pair{PvnWFKey_FeedbackConfirmedFields, 13u},
+          std::pair{PvnWFKey_FeedbackConfirmedBytes, 4711u}}) {
+        std::uint32_t stored = 0;
+        EXPECT_TRUE(GetLong(bag, key, stored));
+        EXPECT_EQ(stored, number) << key;
+    }
+}
+
+TEST_F(ServiceEntries, FeedbackCountsOnlyWithBothNumbers) {
+    for (const char* payload :
+         {"", "<received/>", "<received><fields>1</fields></received>",
+          "<received><bytes>1</bytes></received>", "<received><fields>1</fields><bytes>-1</bytes></received>",
+          "<received><fields>1 </fields><bytes>1</bytes></received>",
+          "<received><fields>0x1</fields><bytes>1</bytes></received>",
+          "<received><fields>1</fields><bytes>1234567890</bytes></received>",
+          "<reached><fields>1</fields><bytes>1</bytes></reached>"}) {
+        AnswerIs(payload);
+        EXPECT_EQ(Run(SendFeedback), kStatusUnexpectedContent) << payload;
+        std::uint32_t number = 0;
+        EXPECT_FALSE(GetLong(bag, PvnWFKey_FeedbackConfirmedFields, number)) << payload;
     }
 }
 

@@ -6,6 +6,7 @@
 #include "unit/workflow/resources/shipped_texts.h"
 #include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/connection.h"
+#include "workflow/catalogue/feedback.h"
 #include "workflow/catalogue/privacy.h"
 #include "workflow/catalogue/registration.h"
 #include "workflow/catalogue/welcome.h"
@@ -103,6 +104,7 @@ protected:
         ForEachLayout(check);
         ForEachLayout<PVNRegistrationWorkFlow>(6, check);
         ForEachLayout<PVNConnectionWorkFlow>(4, check);
+        ForEachLayout<PVNFeedbackWorkFlow>(7, check);
     }
 
 private:

@@ -83,5 +83,24 @@ TEST_F(CountryList, IsSortedByTheKeysOfTheSystem) {
 
 TEST_F(CountryList, OfNothingIsEmpty) { EXPECT_EQ(SortedCountries("", "en_US"), ""); }
 
+TEST(SendableText, EndsItsLinesWithALineFeed) {
+    EXPECT_EQ(SendableText(u"a\r\nb\rc\nd\r\r\ne\r"), u"a\nb\nc\nd\n\ne\n");
+}
+
+TEST(SendableText, KeepsTabsAndDropsOtherControls) {
+    EXPECT_EQ(SendableText(u"a\tb\x01\x1F\x7F\x80\x9F\xFFFE\xFFFF\xA0-c"), u"a\tb\xA0-c");
+    EXPECT_EQ(SendableText(std::u16string_view(u"a\0b", 3)), u"ab");
+}
+
+TEST(SendableText, ReplacesHalfASurrogatePair) {
+    EXPECT_EQ(SendableText(u"\U0001F4F7"), u"\U0001F4F7");
+    EXPECT_EQ(SendableText(u"\xD83D!\xDCF7\xD83D"), u"\xFFFD!\xFFFD\xFFFD");
+}
+
+TEST(SendableLine, IsOneLineWithoutBlanksAtItsEnds) {
+    EXPECT_EQ(SendableLine(u" \u3000a\tb\r\nc\u2028d\u2029 "), u"a b c d");
+    EXPECT_EQ(SendableLine(u"\t\n"), u"");
+}
+
 } // namespace
 } // namespace brixen::pvn::pvn_workflow

@@ -56,6 +56,31 @@ TEST_F(NumberFields, AreReadOneByOne) {
     EXPECT_EQ(Control(kPort)->text, u"8080") << "the text stays as it was typed";
 }
 
+TEST_F(NumberFields, CanBeReadAsTheyAreShown) {
+    Type(kWeight, u"about 3,50 kg");
+    System().decimalSign = ",";
+    NumberFieldReader fields(dialog.get());
+    EXPECT_EQ(fields.ReadShown(kWeight), "3.50");
+    EXPECT_EQ(fields.ReadShown(kPort), "80");
+    EXPECT_EQ(fields.ReadShown(kTitle), std::nullopt) << "its check box is not set";
+    EXPECT_EQ(fields.ReadShown(99), std::nullopt);
+    EXPECT_FALSE(fields.HasCorrected());
+    Type(kPort, u"70000");
+    EXPECT_EQ(fields.ReadShown(kPort), std::nullopt);
+    EXPECT_TRUE(fields.HasCorrected());
+    EXPECT_EQ(Messages(), 1u);
+}
+
+TEST_F(NumberFields, KnowWhatTheUserHasEdited) {
+    const auto isEdited = [this] { return zeve::ZeveShownNumber(dialog.get(), kWeight)->isEdited; };
+    EXPECT_FALSE(isEdited());
+    Type(kWeight, u"about 3.5 kg");
+    EXPECT_TRUE(isEdited());
+    SetControlText(dialog.get(), kWeight, "4");
+    EXPECT_FALSE(isEdited());
+    EXPECT_FALSE(zeve::ZeveShownNumber(dialog.get(), 99).has_value());
+}
+
 TEST_F(NumberFields, AnUnknownIdABlankFieldAndAnUncheckedSubCheckHaveNoValue) {
     Type(kPort, u"");
     Type(kTitle, u"4");

@@ -21,10 +21,12 @@ namespace {
 
 // What a locale means to say as English does, by locale and key.
 const std::set<std::pair<std::string, std::string>> kMeantAsInEnglish = {
-    {"fr_FR", "$$$/pvn/common/window_title"},
-    {"de_DE", "$$$/pvn/dlg/common/button/ok"},
-    {"fr_FR", "$$$/pvn/dlg/common/button/ok"},
-    {"de_DE", "$$$/pvn/registration/details/name"}};
+    {"fr_FR", "$$$/pvn/common/window_title"},  {"de_DE", "$$$/pvn/dlg/common/button/ok"},
+    {"fr_FR", "$$$/pvn/dlg/common/button/ok"}, {"de_DE", "$$$/pvn/registration/details/name"},
+    {"de_DE", "$$$/pvn/feedback/storage/kib"}, {"de_DE", "$$$/pvn/feedback/unit/mib"},
+    {"de_DE", "$$$/pvn/feedback/unit/gib"},    {"de_DE", "$$$/pvn/feedback/unit/tib"},
+    {"ja_JP", "$$$/pvn/feedback/storage/kib"}, {"ja_JP", "$$$/pvn/feedback/unit/mib"},
+    {"ja_JP", "$$$/pvn/feedback/unit/gib"},    {"ja_JP", "$$$/pvn/feedback/unit/tib"}};
 
 // The `^n` of a text, sorted.
 std::vector<std::string> Placeholders(const std::string& text) {
@@ -135,6 +137,17 @@ TEST_P(ShippedDictionaries, NameTheSameCountriesOnceEach) {
     EXPECT_EQ(countries.at(0).value, "");
     EXPECT_EQ(codesOf(countries).size(), countries.size());
     EXPECT_EQ(codesOf(countries), codesOf(listOf("en_US")));
+}
+
+// In the words of the service, in the same order, after one entry for no choice.
+TEST_P(ShippedDictionaries, NameTheSameCategories) {
+    const Words words = ReadWords(kSources / "dictionaries" / GetParam() / "service.txt");
+    std::vector<std::string> values;
+    for (const zeve::ListItem& item :
+         zeve::ParseItemList(words.at("$$$/pvn/feedback/picture/categories"), zeve::Separators::kKeep)) {
+        values.push_back(item.value);
+    }
+    EXPECT_THAT(values, testing::ElementsAre("", "fault", "quality", "speed", "wish", "praise", "other"));
 }
 
 TEST_P(ShippedDictionaries, HaveTheirPage) {

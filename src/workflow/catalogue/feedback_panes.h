@@ -1,0 +1,64 @@
+// The panes of Feedback that show or take something. That of the storage has a file of its own.
+#pragma once
+
+#include "workflow/catalogue/field_pane.h"
+#include "workflow/catalogue/problem_pane.h"
+#include "workflow/worker/busy_pane.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace brixen::pvn::pvn_workflow::feedback {
+
+extern const PageTraits kSettingsTraits; // of the page of connection settings
+extern const PageTraits kSendingTraits;  // of the busy pane
+extern const BusyTraits kSendingBusy;
+extern const ProblemTraits kProblemTraits;
+
+// What the feedback is about.
+class PicturePane final : public FieldPane {
+public:
+    PicturePane();
+
+    void Enter() override;
+    [[nodiscard]] bool TakeEntries() override;
+
+private:
+    std::optional<FieldFault> FaultOfEntries() const;
+    std::string Subject() const;
+    std::string Category() const;
+
+    bool isFrequencyMarked = false;
+};
+
+// Numbers of the camera, each of which may be left out: only those whose check box is set are sent. The
+// fields begin with usual values, so that their units are seen.
+class CapturePane final : public FieldPane {
+public:
+    CapturePane();
+
+    void Enter() override;
+    [[nodiscard]] bool TakeEntries() override;
+
+protected:
+    // Sets the check box of a field in which the user types.
+    void OnNotification(Notification notification) override;
+
+private:
+    void ShowUsualValues();
+    bool IsChosen(std::uint16_t field) const;
+    void Choose(std::uint16_t field);
+
+    bool isFilled = false;
+};
+
+// How much of it the service has got.
+class ReceivedPane final : public FieldPane {
+public:
+    ReceivedPane();
+
+    void Enter() override;
+};
+
+} // namespace brixen::pvn::pvn_workflow::feedback

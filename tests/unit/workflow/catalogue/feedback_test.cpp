@@ -1,0 +1,726 @@
+#include "workflow/catalogue/feedback.h"
+
+#include "frame/log.h"
+#include "net/transport/communication_detail.h"
+#include "support/languages.h"
+#include "support/log_file.h"
+#include "toolkit/control_styles.h"
+#include "unit/workflow/catalogue/service_workflow_fixture.h"
+#include "unit/workflow/without_memory.h"
+#include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/feedback_views.h"
+#include "workflow/controls/my_prog_bar.h"
+#include "workflow/platform/headless/control_class_recorder.h"
+#include "workflow/platform/headless/drive_recorder.h"
+#include "workflow/run_workflow.h"
+
+#include <fstream>
+#include <map>
+#include <set>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using namespace feedback;
+using connection_settings::kHostField;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr Status kDenied = 0x8501, kUnavailable = 0x8502;
+constexpr std::uint16_t kNumberFields[] = {kPixelWidthField,  kResolutionField, kAspectRatioField,
+                                           kFocalLengthField, kApertureField,   kExposureTimeField,
+                                           kBrightnessField};
+
+// The twin keeps no lists and no sliders: the test does.
+class Feedback : public ServiceWorkFlow<PVNFeedbackWorkFlow> {
+protected:
+    Feedback() {
+        platform::TheDriveRecorder().Reset();
+        platform::TheControlClassRecorder().Reset();
+        TheGaugeData() = {};
+        TakeTemporaryFolder();
+        System().answer = [this](const zeve::headless::Message& message) { return Answer(message); };
+    }
+    ~Feedback() override {
+        platform::TheDriveRecorder().Reset();
+        platform::TheControlClassRecorder().Reset();
+    }
+
+    // ServiceWorkFlow has set the twin of the frame anew.
+    void TakeTemporaryFolder() { GetFrameTwin().temporaryFolder = (log.Folder() / "").u16string(); }
+    void WriteLog(const std::string& text) { std::ofstream(log.Path(), std::ios::binary) << text; }
+
+    std::optional<std::intptr_t> Answer(const zeve::headless::Message& message) {
+        switch (message.number) {
+        case kListResetContent: list.clear(); return 0;
+        case kListAddString:
+            list.push_back(lyr::gen::ToUtf8(reinterpret_cast<const char16_t*>(message.lparam)));
+            return 0;
+        case kSliderSetLargest: largest = message.lparam; return 0;
+        case kSliderSetPosition: position = message.lparam; return 0;
+        case kSliderGetPosition: return position;
+        default: return std::nullopt;
+        }
+    }
+
+    // --- What the user does
+
+    void ThenFindDialog() {
+        Then([this] {
+            void* found = nullptr;
+            GetPtr(bag, PvnWFKey_ZeveRef, found);
+            dialog = static_cast<zeve::ZeveDialog*>(found);
+        });
+    }
+    void ThenSelectCategory(std::string category) {
+        Then([this, category] {
+            zeve::EventRecord record;
+            record.StorePointer(zeve::kKeySetValue, category.c_str());
+            zeve::ZeveSetValue(dialog, kCategoryPopup, record);
+        });
+    }
+    void ThenFillPicture() {
+        ThenFindDialog();
+        ThenType(kSubjectField, u" Gray sky ");
+        ThenSelectCategory("quality");
+        ThenType(kCommentField, u"Too gray.\r\nSee the corner.");
+    }
+    void ThenSetCheckBox(std::uint16_t field, bool isSet = true) {
+        Then([this, field, isSet] {
+            zeve::platform::Send(zeve::ZeveSubControl(dialog, field), zeve::kButtonSetCheck,
+                                 isSet ? zeve::kChecked : 0, 0);
+        });
+    }
+    void ThenTypeNumber(std::uint16_t field, std::u16string text) {
+        ThenType(field, std::move(text));
+        ThenNotify(field, kNotificationEditChanged);
+    }
+    void ThenMoveSliderTo(std::intptr_t kib) {
+        Then([this, kib] {
+            position = kib;
+            Tell(TopDialog(), kMessageHorizontalScroll, 4,
+                 reinterpret_cast<std::intptr_t>(Control(kLogSlider)->handle));
+        });
+    }
+    void ThenGoToCapture() {
+        ThenFillPicture();
+        ThenPress(kContinueButton);
+    }
+    void ThenGoToStorage() {
+        ThenGoToCapture();
+        ThenPress(kContinueButton);
+    }
+    void ThenSend() {
+        ThenGoToStorage();
+        ThenStart(kSendButton);
+    }
+    void ThenFail(Status status) {
+        ThenSend();
+        ThenEndWith(status);
+    }
+    void ThenReceive(std::uint32_t confirmedFields, std::uint32_t confirmedBytes) {
+        ThenEndWith(kStatusSuccess, [=](T_StorageInterface& workerBag) {
+            SetLong(workerBag, PvnWFKey_FeedbackSentFields, 6);
+            SetLong(workerBag, PvnWFKey_FeedbackSentBytes, 300);
+            SetLong(workerBag, PvnWFKey_FeedbackConfirmedFields, confirmedFields);
+            SetLong(workerBag, PvnWFKey_FeedbackConfirmedBytes, confirmedBytes);
+        });
+    }
+    // Does something on the page of the capture data, goes on, and returns the lines of the list.
+    std::vector<std::string> ListAfter(const std::function<void()>& thenAct) {
+        ThenGoToCapture();
+        thenAct();
+        ThenPress(kContinueButton);
+        ThenExpectPane("feedback/storage");
+        ThenPressEsc();
+        EXPECT_EQ(Run(), kStatusUserCancel);
+        return list;
+    }
+    // The same with one number, and returns the text of its line; "none" without one.
+    std::string SentNumber(std::uint16_t field, std::u16string text, const std::string& word) {
+        const std::string start =
+            Word("feedback/field/" + word).substr(0, Word("feedback/field/" + word).find('^'));
+        for (const std::string& line : ListAfter([&] { ThenTypeNumber(field, text); })) {
+            if (line.starts_with(start)) return line.substr(start.size());
+        }
+        return "none";
+    }
+
+    const pavane_test::LogFile log;
+    std::vector<std::string> list;
+    std::intptr_t largest = -1, position = 0; // of the slider
+    zeve::ZeveDialog* dialog = nullptr;
+};
+
+TEST_F(Feedback, WalkedToItsEndIsASuccessWithWhatTheServiceConfirmed) {
+    ThenExpectPane("feedback/picture");
+    ThenExpectShown(
+        {kSubjectField, kCategoryPopup, kOnceRadio, kCommentField, kContinueButton, kCancelButton});
+    ThenExpectHidden({kBackButton, kSendButton, kPixelWidthField, kLogSlider, kBusyBar, kDoneButton});
+    ThenGoToCapture();
+    ThenExpectPane("feedback/capture");
+    ThenExpectShown({kBackButton, kContinueButton, kCancelButton, kPixelWidthField, kBrightnessField});
+    ThenExpectHidden({kSubjectField, kSendButton, kLogSlider});
+    ThenPress(kContinueButton);
+    ThenExpectPane("feedback/storage");
+    ThenExpectShown({kBackButton, kSendButton, kCancelButton, kLogSlider, kSentList, kDriveGauge});
+    ThenExpectHidden({kContinueButton, kPixelWidthField});
+    ThenStart(kSendButton);
+    ThenExpectPane("feedback/sending");
+    ThenExpectShown({kBusyBar, kBusyText, kCancelSendingButton, kCancelNote});
+    ThenExpectHidden({kDriveGauge, kLogSlider, kSendButton, kCancelButton});
+    ThenReceive(6, 300);
+    ThenExpectPane("feedback/received");
+    ThenExpectText(kReceivedText, "Thank you. The service has confirmed 6 fields and 300 bytes.\n\n" +
+                                      Word("feedback/received/whole"));
+    ThenExpectShown({kDoneButton});
+    ThenExpectHidden({kBackButton, kCancelSendingButton});
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+    EXPECT_EQ(StoredLong(PvnWFKey_FeedbackConfirmedBytes), 300u);
+}
+
+TEST_F(Feedback, ALossIsShown) {
+    for (const auto& [fields, bytes] : {std::pair{5u, 300u}, std::pair{6u, 299u}}) {
+        ThenSend();
+        ThenReceive(fields, bytes);
+        ThenExpectText(kReceivedText,
+                       "Thank you. The service has confirmed " + std::to_string(fields) + " fields and " +
+                           std::to_string(bytes) +
+                           " bytes.\n\nThat is not the same as what was sent: 6 fields and 300 bytes. "
+                           "If it matters, send your feedback again later.");
+        ThenPressEsc();
+        EXPECT_EQ(Run(), kStatusSuccess);
+    }
+}
+
+TEST_F(Feedback, TheWorkerGetsExactlyWhatTheListShows) {
+    WriteLog("first\nlast\n");
+    ThenGoToCapture();
+    ThenSetCheckBox(kApertureField);
+    ThenTypeNumber(kPixelWidthField, u"4000 px");
+    ThenPress(kContinueButton);
+    ThenMoveSliderTo(1);
+    ThenStart(kSendButton);
+    Then([this] {
+        const std::map<const char*, std::string> expected = {
+            {PvnWFKey_FeedbackSubject, "Gray sky"},
+            {PvnWFKey_FeedbackCategory, "quality"},
+            {PvnWFKey_FeedbackFrequency, "once"},
+            {PvnWFKey_FeedbackComment, "Too gray.\nSee the corner."},
+            {PvnWFKey_FeedbackPixelWidth, "4000"},
+            {PvnWFKey_FeedbackResolution, ""},
+            {PvnWFKey_FeedbackFocalLength, ""},
+            {PvnWFKey_FeedbackAspectRatio, ""},
+            {PvnWFKey_FeedbackAperture, "2.8"},
+            {PvnWFKey_FeedbackExposureTime, ""},
+            {PvnWFKey_FeedbackBrightness, ""},
+            {PvnWFKey_FeedbackLog, "first\nlast\n"},
+            {PvnWFKey_Language, "en_US"},
+            {PvnWFKey_ProductName, "Salt & Sugar"},
+            {PvnWFKey_ServiceUrl, Word("service/url")},
+        };
+        for (const auto& [key, text] : expected) {
+            std::string stored = "none";
+            GetString(context->workerBag->values, key, stored);
+            EXPECT_EQ(stored, text) << key;
+        }
+    });
+    ThenEndWith(kUnavailable);
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(list, ElementsAre("Subject: Gray sky", "Category: quality", "How often: once",
+                                  "Comment: Too gray.", "    See the corner.", "Image width in pixels: 4000",
+                                  "Aperture, f-number: 2.8", "Language of this assistant: en_US",
+                                  "Product: Salt & Sugar", "Log: first", "    last", "    "));
+}
+
+TEST_F(Feedback, ASubjectAndACategoryAreNeeded) {
+    ThenFindDialog();
+    ThenType(kSubjectField, u" \u3000\t");
+    ThenPress(kContinueButton);
+    ThenExpectAlert("subject_missing", kSubjectField);
+    ThenType(kSubjectField, u"Gray");
+    ThenPress(kContinueButton);
+    ThenExpectAlert("category_missing", kCategoryPopup);
+    ThenSelectCategory("wish");
+    ThenPress(kContinueButton);
+    ThenExpectPane("feedback/capture");
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusUserCancel);
+}
+
+TEST_F(Feedback, TheMarkedFrequencyIsSent) {
+    for (const auto& [radio, word] : std::initializer_list<std::pair<std::uint16_t, std::string>>{
+             {kOnceRadio, "once"}, {kSometimesRadio, "sometimes"}, {kAlwaysRadio, "always"}}) {
+        ThenFillPicture();
+        Then([radio = radio] {
+            for (const std::uint16_t id : {kOnceRadio, kSometimesRadio, kAlwaysRadio})
+                zeve::platform::Send(Control(id)->handle, zeve::kButtonSetCheck, id == radio, 0);
+        });
+        ThenPress(kContinueButton);
+        ThenPress(kBackButton);
+        ThenPress(kContinueButton);
+        ThenPress(kContinueButton);
+        ThenPressEsc();
+        Run();
+        EXPECT_THAT(list, Contains("How often: " + word)) << "the mark is still there after a step back";
+    }
+}
+
+// The system moves the mark and the tab stop of automatic radio buttons.
+TEST_F(Feedback, TheRadioButtonsAreAutomaticAndOneGroup) {
+    Then([] {
+        constexpr std::uint32_t kAutomatic = 9;
+        for (const std::uint16_t id : {kOnceRadio, kSometimesRadio, kAlwaysRadio}) {
+            EXPECT_EQ(Control(id)->style & 0xF, kAutomatic) << id;
+            EXPECT_EQ((Control(id)->style & zeve::style::kGroup) != 0, id == kOnceRadio) << id;
+            EXPECT_EQ((Control(id)->style & zeve::style::kTabStop) != 0, id == kOnceRadio) << id;
+        }
+        const Window next = zeve::platform::NextSibling(Control(kAlwaysRadio)->handle);
+        EXPECT_NE(zeve::platform::StyleOf(next) & zeve::style::kGroup, 0u) << "the group ends";
+    });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, TheFieldsBeginWithTheirUnitsAndAreLeftOut) {
+    ThenGoToCapture();
+    ThenExpectText(kPixelWidthField, "6000 px");
+    ThenExpectText(kResolutionField, "300.0 ppi");
+    ThenExpectText(kAspectRatioField, "3:2");
+    ThenExpectText(kFocalLengthField, "50/1 mm");
+    ThenExpectText(kApertureField, "f/2.8");
+    ThenExpectText(kExposureTimeField, "1/250 s");
+    ThenExpectText(kBrightnessField, "5.00 EV");
+    ThenPress(kContinueButton);
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(list, Not(Contains(HasSubstr("Image width"))));
+    EXPECT_EQ(list.size(), 7u);
+}
+
+TEST_F(Feedback, ValuesThatAreChosenAsTheyAreAreSentAsTheyAreShown) {
+    const std::vector<std::string> lines = ListAfter([this] {
+        for (const std::uint16_t field : kNumberFields) ThenSetCheckBox(field);
+    });
+    for (const char* line :
+         {"Image width in pixels: 6000", "Resolution in pixels per inch: 300.0", "Aspect ratio: 3/2",
+          "Focal length in millimeters: 50/1", "Aperture, f-number: 2.8", "Exposure time in seconds: 1/250",
+          "Brightness in EV: 5.00"})
+        EXPECT_THAT(lines, Contains(line));
+}
+
+TEST_F(Feedback, TypingInAFieldSetsItsCheckBox) {
+    EXPECT_EQ(SentNumber(kResolutionField, u"72.5 ppi", "resolution"), "72.5");
+    EXPECT_EQ(SentNumber(kApertureField, u"f/4", "aperture"), "4");
+    EXPECT_EQ(SentNumber(kExposureTimeField, u"1/60", "exposure_time"), "1/60");
+    EXPECT_EQ(SentNumber(kFocalLengthField, u"35", "focal_length"), "35");
+    EXPECT_EQ(SentNumber(kAspectRatioField, u"16:9", "aspect_ratio"), "16/9");
+    EXPECT_EQ(SentNumber(kAspectRatioField, u"1.85:1", "aspect_ratio"), "1.85");
+    EXPECT_EQ(SentNumber(kBrightnessField, u"-0.5 EV", "brightness"), "-0.5");
+    System().decimalSign = ",";
+    EXPECT_EQ(SentNumber(kApertureField, u"f/3,5", "aperture"), "3.5");
+}
+
+TEST_F(Feedback, AValueWhoseCheckBoxIsClearedIsLeftOut) {
+    const auto lines = ListAfter([this] {
+        ThenTypeNumber(kPixelWidthField, u"0 nonsense");
+        ThenSetCheckBox(kPixelWidthField, false);
+    });
+    EXPECT_THAT(lines, Not(Contains(HasSubstr("Image width"))));
+}
+
+TEST_F(Feedback, ANumberThatTheServiceWouldRefuseIsNamed) {
+    ThenGoToCapture();
+    const auto thenRefuse = [this](std::uint16_t field, std::u16string text, const char* alert) {
+        ThenTypeNumber(field, std::move(text));
+        ThenPress(kContinueButton);
+        ThenExpectAlert(alert, field);
+        ThenSetCheckBox(field, false);
+    };
+    thenRefuse(kBrightnessField, u"1001", "number_outside");
+    thenRefuse(kBrightnessField, u"bright", "number_malformed");
+    thenRefuse(kExposureTimeField, u"0", "number_outside");
+    thenRefuse(kExposureTimeField, u"1/0", "number_malformed");
+    thenRefuse(kApertureField, u"1e3", "number_malformed");
+    thenRefuse(kAspectRatioField, u"3:2:1", "number_malformed");
+    thenRefuse(kAspectRatioField, u"0:1", "number_outside");
+    thenRefuse(kResolutionField, u"", "number_missing");
+    thenRefuse(kPixelWidthField, u"60.5", "number_outside");
+    ThenExpectPane("feedback/capture");
+    ThenPress(kContinueButton);
+    ThenExpectPane("feedback/storage");
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, ANumberBeyondALimitIsCorrectedAndNotSentYet) {
+    ThenGoToCapture();
+    ThenTypeNumber(kPixelWidthField, u"2000000");
+    ThenPress(kContinueButton);
+    ThenExpectPane("feedback/capture");
+    ThenExpectText(kPixelWidthField, "1000000 px");
+    ThenExpectFocus(kPixelWidthField);
+    ThenPress(kContinueButton);
+    ThenExpectPane("feedback/storage");
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(list, Contains("Image width in pixels: 1000000"));
+}
+
+TEST_F(Feedback, ValuesAreStillThereAfterAStepBack) {
+    ThenGoToCapture();
+    ThenTypeNumber(kApertureField, u"f/8");
+    ThenPress(kBackButton);
+    ThenExpectPane("feedback/picture");
+    ThenExpectText(kSubjectField, " Gray sky ");
+    ThenPress(kContinueButton);
+    ThenExpectText(kApertureField, "f/8");
+    ThenPress(kContinueButton);
+    ThenPress(kBackButton);
+    ThenExpectPane("feedback/capture");
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(list, Contains("Aperture, f-number: 8"));
+}
+
+TEST_F(Feedback, TheCheckBoxesHaveNamesAndAccessKeys) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        SetLanguage(locale);
+        ThenGoToCapture();
+        Then([this, locale] {
+            std::set<std::u16string> names;
+            for (std::size_t i = 0; i < std::size(kNumberFields); ++i) {
+                const std::u16string name =
+                    zeve::platform::TextOf(zeve::ZeveSubControl(dialog, kNumberFields[i]));
+                const std::u16string key = {u'&', static_cast<char16_t>(u'1' + i)};
+                EXPECT_NE(name.find(key), name.npos) << locale << i;
+                EXPECT_EQ(std::ranges::count(name, u'&'), 1) << locale << i;
+                EXPECT_EQ(name.find(u"()"), name.npos) << locale << i;
+                names.insert(name);
+            }
+            EXPECT_EQ(names.size(), std::size(kNumberFields)) << locale;
+        });
+        ThenPressEsc();
+        Run();
+    }
+}
+
+TEST_F(Feedback, TheLogIsSentOnlyAsFarAsTheUserChooses) {
+    WriteLog(std::string(3000, 'x') + "\nend");
+    ThenGoToStorage();
+    ThenExpectText(kLogText, "0 KB");
+    ThenExpectFocus(kLogSlider);
+    Then([this] {
+        EXPECT_EQ(largest, 3);
+        EXPECT_EQ(position, 0);
+        EXPECT_THAT(list, Not(Contains(HasSubstr("Log:"))));
+    });
+    ThenMoveSliderTo(1);
+    ThenExpectText(kLogText, "1 KB");
+    Then([this] {
+        EXPECT_THAT(list, Contains("Log: " + std::string(1020, 'x')));
+        EXPECT_THAT(list, Contains("    end"));
+    });
+    ThenMoveSliderTo(3);
+    Then([this] { EXPECT_THAT(list, Contains("Log: " + std::string(3000, 'x'))); });
+    ThenMoveSliderTo(0);
+    ThenExpectText(kLogText, "0 KB");
+    Then([this] { EXPECT_THAT(list, Not(Contains(HasSubstr("Log:")))); });
+    ThenPressEsc();
+    Run();
+    EXPECT_EQ(StoredText(PvnWFKey_FeedbackLog), "");
+}
+
+TEST_F(Feedback, AScrollMessageWithoutAMoveLeavesTheListAlone) {
+    WriteLog(std::string(3000, 'x'));
+    ThenGoToStorage();
+    Then([this] { list.clear(); });
+    ThenMoveSliderTo(0);
+    Then([this] { EXPECT_TRUE(list.empty()); });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, TheChoiceOfTheLogStaysAfterAStepBackAndTheLogIsReadAnew) {
+    WriteLog(std::string(3000, 'x'));
+    ThenGoToStorage();
+    ThenMoveSliderTo(2);
+    ThenPress(kBackButton);
+    Then([this] { WriteLog("short"); });
+    ThenPress(kContinueButton);
+    ThenExpectText(kLogText, "1 KB");
+    Then([this] {
+        EXPECT_EQ(position, 1);
+        EXPECT_THAT(list, Contains("Log: short"));
+    });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, WithoutALogTheSliderIsDisabledAndTheListHasTheFocus) {
+    ThenGoToStorage();
+    Then([] { EXPECT_NE(Control(kLogSlider)->style & zeve::style::kDisabled, 0u); });
+    ThenExpectFocus(kSentList);
+    ThenExpectText(kLogText, "0 KB");
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, TheGaugeShowsTheDriveOfTheLog) {
+    GetFrameTwin().temporaryFolder = u"C:\\Temp\\";
+    platform::TheDriveRecorder().space = platform::DriveSpace{500ull << 30, 200ull << 30};
+    ThenGoToStorage();
+    ThenExpectText(kDriveText, "Temporary files and the log are on C:, where 300 of 500 GB are used:");
+    Then([] {
+        EXPECT_EQ(platform::TheDriveRecorder().folder, u"C:\\Temp\\");
+        EXPECT_EQ(TheGaugeData().range, 500u);
+        EXPECT_EQ(TheGaugeData().position, 300);
+        EXPECT_EQ(std::u16string(TheGaugeData().caption), u"GB");
+        EXPECT_EQ(Control(kDriveGauge)->frame, Control(kDrivePlace)->frame);
+        EXPECT_EQ(zeve::platform::PreviousSibling(Control(kDriveGauge)->handle), Control(kDriveText)->handle);
+    });
+    ThenPress(kBackButton);
+    ThenExpectHidden({kDriveGauge});
+    Then([] { platform::TheDriveRecorder().space = platform::DriveSpace{500ull << 30, 100ull << 30}; });
+    ThenPress(kContinueButton);
+    ThenExpectShown({kDriveGauge});
+    Then([] { EXPECT_EQ(TheGaugeData().position, 400); });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, ADriveThatCannotBeReadHasWordsAndNoGauge) {
+    GetFrameTwin().temporaryFolder = u"/tm&p/";
+    platform::TheDriveRecorder().space.reset();
+    ThenGoToStorage();
+    ThenExpectText(kDriveText, "Temporary files and the log are on /tm&&p/. Its free space cannot be read.");
+    Then([] { EXPECT_EQ(Control(kDriveGauge), nullptr); });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, WithoutTheGaugesClassTheRunGoesOn) {
+    platform::TheControlClassRecorder().refuseClass = true;
+    ThenSend();
+    ThenReceive(6, 300);
+    ThenPressEnter();
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Feedback, EnterNeverSendsAnything) {
+    ThenGoToStorage();
+    Then([] {
+        for (const std::uint16_t id : {kBackButton, kSendButton, kCancelButton})
+            EXPECT_EQ(Control(id)->style & 0xF, zeve::style::kPushButton) << id;
+    });
+    ThenPressEnter();
+    ThenExpectPane("feedback/storage");
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusUserCancel);
+    ThenFail(kUnavailable);
+    ThenPressEnter();
+    ThenExpectPane("feedback/storage");
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusUserCancel);
+}
+
+TEST_F(Feedback, TheFocusBeginsWhereTheFirstActIs) {
+    ThenExpectFocus(kSubjectField);
+    ThenGoToCapture();
+    ThenExpectFocus(kPixelWidthField);
+    ThenPress(kBackButton);
+    ThenExpectFocus(kSubjectField);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, AFailureHasWordsItsCodeAndWaysOn) {
+    for (const auto& [status, words, code] :
+         {std::tuple{kDenied, "feedback_denied", "133:1"}, std::tuple{kUnavailable, "unavailable", "133:2"},
+          std::tuple{kStatusCallTimedOut, "timed_out", "208:2"},
+          std::tuple{kStatusUnexpectedContent, "content", "208:3"}}) {
+        ThenFail(status);
+        ThenExpectPane("feedback/problem");
+        const std::string key = std::string("failure/") + words;
+        ThenExpectText(kProblemText, Word(key + "/what") + "\n\n" + Word(key + "/try") + "\n\n" +
+                                         Word("feedback/problem/kept"));
+        ThenExpectText(kErrorCodeField, std::string("Error code ") + code);
+        ThenExpectShown({kProblemBackButton, kTryAgainButton, kProblemCancelButton, kProblemConnectionLink});
+        ThenExpectHidden({kCancelSendingButton, kBackButton, kDriveGauge});
+        ThenExpectFocus(kProblemBackButton);
+        ThenPressEsc();
+        EXPECT_EQ(Run(), status) << "Esc keeps the failure";
+    }
+}
+
+TEST_F(Feedback, TryAgainSendsTheSameOnceMore) {
+    ThenFail(kUnavailable);
+    ThenStart(kTryAgainButton);
+    ThenExpectPane("feedback/sending");
+    Then([this] {
+        std::string subject;
+        GetString(context->workerBag->values, PvnWFKey_FeedbackSubject, subject);
+        EXPECT_EQ(subject, "Gray sky");
+    });
+    ThenReceive(6, 300);
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Feedback, CancelHasAStatusOfItsOwnOnEveryPaneThatOffersIt) {
+    ThenPress(kCancelButton);
+    EXPECT_EQ(Run(), 35074);
+    ThenGoToCapture();
+    ThenPress(kCancelButton);
+    EXPECT_EQ(Run(), 35074);
+    ThenGoToStorage();
+    ThenPress(kCancelButton);
+    EXPECT_EQ(Run(), 35074);
+    ThenFail(kUnavailable);
+    ThenPress(kProblemCancelButton);
+    EXPECT_EQ(Run(), 35074) << "not the failure";
+    ThenFail(kUnavailable);
+    ThenPress(kProblemBackButton);
+    ThenPressEsc();
+    EXPECT_EQ(Run(), 35074) << "not the failure";
+}
+
+TEST_F(Feedback, ACanceledCallLeadsBackToTheListWithWhatWasEntered) {
+    WriteLog("last line");
+    for (const std::uint16_t cancel : {kCancelSendingButton, kIdEscape}) {
+        position = 0;
+        ThenGoToStorage();
+        ThenMoveSliderTo(1);
+        ThenStart(kSendButton);
+        ThenPress(cancel);
+        ThenExpectPane("feedback/sending");
+        Then([] { EXPECT_TRUE(gProgressCancel); });
+        ThenExpectText(kBusyText, Word("busy/canceling"));
+        ThenEndWith(kStatusCallCanceled);
+        ThenExpectPane("feedback/storage");
+        ThenExpectText(kLogText, "1 KB");
+        Then([this] { EXPECT_THAT(list, Contains("Log: last line")); });
+        ThenPress(kCancelButton);
+        EXPECT_EQ(Run(), 35074);
+    }
+}
+
+TEST_F(Feedback, WithoutTheHostsLeaveThereIsNoCancel) {
+    SetLong(bag, PvnWFKey_AllowCancel, 0);
+    ThenSend();
+    ThenExpectHidden({kCancelSendingButton, kCancelNote});
+    ThenPress(kCancelSendingButton);
+    ThenPressEsc();
+    Then([] { EXPECT_FALSE(gProgressCancel); });
+    ThenReceive(6, 300);
+    ThenPress(kDoneButton);
+    EXPECT_EQ(Run(), kStatusSuccess);
+}
+
+TEST_F(Feedback, AHiddenButtonChangesNothing) {
+    const auto thenPressAllBut = [](std::vector<std::uint16_t> shown) {
+        for (std::uint16_t id = kBackButton; id <= kUseSettingsButton; ++id)
+            if (std::ranges::find(shown, id) == shown.end()) ThenPress(id);
+    };
+    thenPressAllBut({kContinueButton, kCancelButton, kProblemCancelButton});
+    ThenExpectPane("feedback/picture");
+    ThenGoToCapture();
+    thenPressAllBut({kBackButton, kContinueButton, kCancelButton, kProblemCancelButton, kProblemBackButton});
+    ThenExpectPane("feedback/capture");
+    ThenPress(kContinueButton);
+    thenPressAllBut({kBackButton, kSendButton, kCancelButton, kProblemCancelButton, kProblemBackButton});
+    ThenExpectPane("feedback/storage");
+    ThenStart(kSendButton);
+    thenPressAllBut({kCancelSendingButton});
+    ThenExpectPane("feedback/sending");
+    Then([this] { EXPECT_NE(StoredLong(PvnWFKey_WorkFlowResult), kUnavailable); });
+    ThenEndWith(kUnavailable);
+    thenPressAllBut({kProblemBackButton, kTryAgainButton, kProblemCancelButton, kBackButton, kCancelButton});
+    ThenExpectPane("feedback/problem");
+    Then([this] { EXPECT_EQ(StoredLong(PvnWFKey_WorkFlowResult), kUnavailable); });
+    ThenPress(kProblemConnectionLink);
+    thenPressAllBut({kSettingsBackButton, kUseSettingsButton});
+    ThenExpectPane("connection/settings");
+    ThenPress(kSettingsBackButton);
+    ThenPressEsc();
+    EXPECT_EQ(Run(), kUnavailable);
+}
+
+TEST_F(Feedback, SettingsThatAreUsedReachTheWorkerAndLeadBackToTheProblem) {
+    ThenFail(kStatusNameNotResolved);
+    ThenPress(kProblemConnectionLink);
+    ThenExpectPane("connection/settings");
+    ThenPress(connection_settings::kOwnProxy);
+    ThenType(kHostField, u"proxy.example.com");
+    ThenType(connection_settings::kPortField, u"8080");
+    ThenPress(kUseSettingsButton);
+    ThenExpectPane("feedback/problem");
+    ThenStart(kTryAgainButton);
+    Then([this] {
+        std::uint32_t port = 0;
+        GetLong(context->workerBag->values, PvnWFKey_ProxyPort, port);
+        EXPECT_EQ(port, 8080u);
+    });
+    ThenEndWith(kUnavailable);
+    ThenPress(kProblemConnectionLink);
+    ThenPressEsc();
+    ThenExpectPane("feedback/problem");
+    ThenPressEsc();
+    Run();
+    EXPECT_EQ(StoredText(PvnWFKey_ProxyHost), "proxy.example.com");
+}
+
+TEST_F(Feedback, ATourVisitsThePanesInOrderAndStartsNoWorker) {
+    GetFrameTwin().startsUntilRefusal = 1;
+    for (const auto& [pane, button] : std::initializer_list<std::pair<const char*, std::uint16_t>>{
+             {"feedback/picture", kContinueButton},
+             {"feedback/capture", kContinueButton},
+             {"feedback/storage", kSendButton},
+             {"feedback/sending", kCancelSendingButton},
+             {"feedback/received", kDoneButton},
+             {"feedback/problem", kTryAgainButton},
+             {"connection/settings", kUseSettingsButton}}) {
+        ThenExpectPane(pane);
+        ThenPress(button);
+    }
+    EXPECT_EQ(Run(true), kStatusSuccess);
+    EXPECT_EQ(GetFrameTwin().startsUntilRefusal, 1) << "no worker was started";
+}
+
+TEST_F(Feedback, RunsFromABagInEveryLanguage) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        SetLanguage(locale);
+        ThenGoToStorage();
+        ThenExpectPane("feedback/storage");
+        ThenPress(kCancelButton);
+        EXPECT_EQ(RunWorkFlowFromBag<PVNFeedbackWorkFlow>(bag), 35074) << locale;
+        EXPECT_TRUE(System().script.empty());
+        ShutDownResources();
+    }
+}
+
+class FeedbackWithoutMemory : public WithoutMemory<Feedback, PVNFeedbackWorkFlow> {
+protected:
+    void WriteScript() override {
+        ThenFillPicture();
+        for (const std::uint16_t button : {kContinueButton, kContinueButton}) ThenPress(button);
+        Then([] { GetFrameTwin().startsUntilRefusal = 1; });
+        ThenPress(kSendButton);
+        Then([] {
+            ProgressNotifier(kPercentFinished, kStatusSuccess);
+            zeve::headless::FireTimer(TopDialog(), kProgressTimer);
+        });
+        ThenPress(kDoneButton);
+    }
+};
+
+TEST_F(FeedbackWithoutMemory, EndsInAStatusLeavesNothingAndRunsAgain) {
+    ExpectToHoldOut({kStatusUserCancel});
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

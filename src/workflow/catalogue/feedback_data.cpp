@@ -85,9 +85,10 @@ constexpr OperationTraits kSendFeedbackOperation{"PvnWF_SendFeedback", &SendFeed
 std::optional<std::string> SendableNumber(std::string_view shown) {
     std::string number(shown);
     if (number.starts_with('+')) number.erase(0, 1);
-    if (number.ends_with(":1")) number.resize(number.size() - 2);
+    const std::size_t colon = number.find(':');
+    if (colon != number.npos && number.substr(colon) == ":1") number.resize(colon);
     std::ranges::replace(number, ':', '/');
-    if (number.starts_with('.')) number.insert(0, 1, '0');
+    if (number.starts_with('.') && number.size() > 1) number.insert(0, 1, '0');
     if (number.ends_with('.')) number.pop_back();
     const std::string_view digits = std::string_view(number).substr(number.starts_with('-') ? 1 : 0);
     if (IsDecimal(digits) || IsFraction(number)) return number;

@@ -3,6 +3,7 @@
 #include "dictionaries/translation.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/language_tag.h"
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
 #include "values/unicode/text_conversion.h"
@@ -10,6 +11,7 @@
 #include "workflow/catalogue/feedback_data.h"
 #include "workflow/catalogue/feedback_views.h"
 #include "workflow/catalogue/text_checks.h"
+#include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/panes/number_fields.h"
 #include "workflow/panes/pane_helpers.h"
@@ -150,6 +152,15 @@ void PicturePane::Enter() {
     FieldPane::Enter();
 }
 
+// Kept: under Wine the frame of a field of several lines is not drawn when its dialog appears. A field that
+// is shown anew has it.
+void PicturePane::OnMessage(const WindowMessage& message) {
+    FieldPane::OnMessage(message);
+    if (message.number != kMessageFirstFocus) return;
+    zeve::platform::ShowOrHide(ControlOf(kCommentField), false);
+    zeve::platform::ShowOrHide(ControlOf(kCommentField), true);
+}
+
 bool PicturePane::TakeEntries() {
     if (const std::optional<FieldFault> fault = FaultOfEntries()) {
         ShowFault(*fault);
@@ -182,15 +193,31 @@ CapturePane::CapturePane() : FieldPane(kCaptureTraits, kPixelWidthField) {}
 void CapturePane::Enter() {
     if (!isFilled) ShowUsualValues();
     FieldPane::Enter();
+    ShowCheckBoxes(true);
+}
+
+void CapturePane::Leave() {
+    ShowCheckBoxes(false);
+    FieldPane::Leave();
+}
+
+void CapturePane::ShowCheckBoxes(bool visible) {
+    for (const NumberRow& row : kNumbers) {
+        zeve::platform::ShowOrHide(zeve::ZeveSubControl(ref, row.field), visible);
+    }
 }
 
 void CapturePane::ShowUsualValues() {
+    std::string language;
+    GetString(*context, PvnWFKey_Language, language);
+    const bool isRightToLeft = zeve::IsRightToLeftLanguage(language);
     for (const NumberRow& row : kNumbers) {
         SetControlText(ref, row.field, row.usual);
         NameSubCheck(ref, row.field,
                      zeve::ZeveTranslate("$$$/pvn/feedback/capture/send",
                                          {std::to_string(&row - kNumbers + 1),
                                           WithoutAccessKey(zeve::ZeveTranslate(row.label))}));
+        PlaceSubCheck(ref, row.field, isRightToLeft);
     }
     isFilled = true;
 }

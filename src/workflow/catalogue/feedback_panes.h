@@ -22,6 +22,7 @@ public:
     PicturePane();
 
     void Enter() override;
+    void OnMessage(const WindowMessage& message) override;
     [[nodiscard]] bool TakeEntries() override;
 
 private:
@@ -39,6 +40,7 @@ public:
     CapturePane();
 
     void Enter() override;
+    void Leave() override;
     [[nodiscard]] bool TakeEntries() override;
 
 protected:
@@ -47,6 +49,7 @@ protected:
 
 private:
     void ShowUsualValues();
+    void ShowCheckBoxes(bool visible);
     bool IsChosen(std::uint16_t field) const;
     void Choose(std::uint16_t field);
 

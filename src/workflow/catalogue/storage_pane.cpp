@@ -56,11 +56,11 @@ void StoragePane::Enter() {
     firstFocus = log.empty() ? kSentList : kLogSlider;
     FieldPane::Enter();
     SetEnabled(ref, kLogSlider, !log.empty());
-    if (gauge) toolkit_platform::ShowOrHide(gauge, true);
+    toolkit_platform::ShowOrHide(gauge, true);
 }
 
 void StoragePane::Leave() {
-    if (gauge) toolkit_platform::ShowOrHide(gauge, false);
+    toolkit_platform::ShowOrHide(gauge, false);
     FieldPane::Leave();
 }
 
@@ -93,6 +93,7 @@ void StoragePane::ShowGauge(std::uint16_t used, std::uint16_t total, const std::
         gauge = MakeGauge(zeve::ZeveTopWindow(ref), kDriveGauge, toolkit_platform::FrameInParent(place));
         toolkit_platform::PutBefore(gauge, place);
     }
+    SetVisible(ref, kDrivePlace, false); // it would paint over the gauge
     Send(gauge, kGaugeSetRange, 0, total);
     Send(gauge, kGaugeSetPosition, 0, used);
 }

@@ -77,6 +77,16 @@ void NameSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::str
     toolkit_platform::PutBefore(check, IsLabel(label) ? label : field);
 }
 
+void PlaceSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool isRightToLeft) {
+    const NativeWindow check = zeve::ZeveSubControl(dialog, viewId), field = ControlOf(dialog, viewId);
+    const toolkit_platform::Rectangle mark = toolkit_platform::FrameInParent(check);
+    const toolkit_platform::Rectangle old = toolkit_platform::FrameInParent(field);
+    const std::int32_t top = old.top + (old.Height() - mark.Height()) / 2;
+    const std::int32_t left = isRightToLeft ? old.right - mark.Width() : mark.left;
+    toolkit_platform::MoveTo(check, left, top, mark.Width(), mark.Height());
+    if (isRightToLeft) toolkit_platform::MoveTo(field, mark.left, old.top, old.Width(), old.Height());
+}
+
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     const NativeWindow control = ControlOf(dialog, viewId);
     toolkit_platform::SetStyle(control, toolkit_platform::StyleOf(control) | zeve::style::kTabStop);

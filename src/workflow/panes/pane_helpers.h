@@ -26,6 +26,9 @@ void MakeNormalButton(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 // Names the small check box in front of a field, and gives it an access key: `text` is UTF-8, and none of it
 // is visible. For the keyboard and for screen readers the check box is then before the field and its label.
 void NameSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::string& text);
+// Centers the small check box in front of a field on it. In a right-to-left dialog both change places, so
+// that the check box is on the side where reading begins.
+void PlaceSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool isRightToLeft);
 
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible);

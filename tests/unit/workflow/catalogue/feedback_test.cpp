@@ -5,7 +5,6 @@
 #include "support/temporary_folder.h"
 #include "toolkit/control_styles.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
-#include "unit/workflow/without_memory.h"
 #include "workflow/catalogue/connection_settings_views.h"
 #include "workflow/catalogue/feedback_views.h"
 #include "workflow/controls/my_prog_bar.h"
@@ -703,34 +702,6 @@ TEST_F(Feedback, RunsFromABagInEveryLanguage) {
         EXPECT_TRUE(System().script.empty());
         ShutDownResources();
     }
-}
-
-class FeedbackWithoutMemory : public WithoutMemory<Feedback, PVNFeedbackWorkFlow> {
-protected:
-    void WriteScript() override {
-        Then([this] { FillPicture(); });
-        for (const std::uint16_t button : {kContinueButton, kContinueButton}) ThenPress(button);
-        Then([] { GetFrameTwin().startsUntilRefusal = 1; });
-        ThenPress(kSendButton);
-        Then([] {
-            ProgressNotifier(kPercentFinished, kStatusSuccess);
-            zeve::headless::FireTimer(TopDialog(), kProgressTimer);
-        });
-        ThenPress(kDoneButton);
-    }
-
-private:
-    // In the way of a user: a window that is not there takes no text.
-    void FillPicture() {
-        const auto* const subject = Control(kSubjectField);
-        if (!subject) return;
-        zeve::platform::SetText(subject->handle, u"Gray sky");
-        Tell(Control(kCategoryPopup)->handle, zeve::kComboSetSelection, 2);
-    }
-};
-
-TEST_F(FeedbackWithoutMemory, EndsInAStatusLeavesNothingAndRunsAgain) {
-    ExpectToHoldOut({kStatusUserCancel});
 }
 
 } // namespace

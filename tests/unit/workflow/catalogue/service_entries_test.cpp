@@ -147,7 +147,8 @@ TEST_F(ServiceEntries, FeedbackSendsTheFieldsAndStoresWhatWasConfirmed) {
           "<frequency>always</frequency>", "<comment>two\nlines</comment>", "<pixelWidth>6000</pixelWidth>",
           "<resolution>300.0</resolution>", "<focalLength>50/1</focalLength>",
           "<aspectRatio>3/2</aspectRatio>", "<aperture>2.8</aperture>", "<exposureTime>1/250</exposureTime>",
-          "<brightness", "<log>end &lt;of> log</log>", "<locale>de_DE</locale>", "<product>Salt</product>"})
+          "<brightness", "<log>end &lt;of&gt; log</log>", "<locale>de_DE</locale>",
+          "<product>Salt</product>"})
         EXPECT_THAT(payload, HasSubstr(field));
     for (const auto& [key, number] :
          {std::pair{PvnWFKey_FeedbackSentFields, 13u},

@@ -40,6 +40,7 @@ public:
     void Send(std::string_view bytes) const {
         while (!bytes.empty() && AwaitSocket(socket, true, isOver)) {
             const int sent = send(socket, bytes.data(), static_cast<int>(bytes.size()), 0);
+            if (sent < 0 && WSAGetLastError() == WSAEWOULDBLOCK) continue;
             if (sent <= 0) return;
             bytes.remove_prefix(static_cast<std::size_t>(sent));
         }

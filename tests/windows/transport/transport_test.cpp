@@ -305,7 +305,7 @@ TEST_F(Transport, CancelsAtRandomMomentsOfALongAnswer) {
         // The whole answer may arrive between the signal and the end of the call.
         if (status == kStatusCallCanceled && response.empty()) continue;
         EXPECT_THAT(status, AnyOf(kStatusSuccess, kStatusCallCanceled));
-        EXPECT_EQ(response.size(), body.size());
+        EXPECT_EQ(response.size(), body.size()) << "status " << status;
     }
 }
 

@@ -30,7 +30,7 @@ constexpr PageTraits kTraits{"$$$/pvn/feedback/storage/window_title", kStoragePa
 
 constexpr std::size_t kSliderPages = 8;
 constexpr std::uint32_t kCaptionPercent = 84; // the rest of the width is enough for the longest number
-constexpr std::int32_t kListMargin = 8;       // pixels
+constexpr std::size_t kListMargin = 8;        // pixels
 
 // With its last separator.
 std::u16string FolderOf(const std::u16string& path) { return path.substr(0, path.find_last_of(u"\\/") + 1); }
@@ -136,7 +136,7 @@ void StoragePane::FillList() {
         Send(list, kListAddString, 0, reinterpret_cast<std::intptr_t>(wide.c_str()));
         width = std::max(width, meter.MeasureText(wide).width);
     }
-    Send(list, kListSetExtent, static_cast<std::size_t>(width + kListMargin));
+    Send(list, kListSetExtent, static_cast<std::size_t>(width) + kListMargin);
     Send(list, kMessageSetRedraw, true);
     toolkit_platform::Invalidate(list);
 }

@@ -11,7 +11,7 @@ constexpr OperationTraits kTestOperation{"PvnWF_TestConnection", &TestConnection
 
 Status TestConnection(T_StorageInterface& workerBag, const WorkerNotifier& notifier) {
     std::string locale;
-    GetString(workerBag, PvnWFKey_Language, locale);
+    GetString(workerBag, PvnWFKey_PageLocale, locale);
     PayloadWriter payload("connectionTest");
     payload.Add("locale", locale);
     std::string answer;
@@ -25,7 +25,7 @@ Status TestConnection(T_StorageInterface& workerBag, const WorkerNotifier& notif
 
 void ConnectionContext::FillWorkerBag(T_StorageInterface& workerValues) {
     OperationContext::FillWorkerBag(workerValues);
-    CopyString(*this, workerValues, PvnWFKey_Language);
+    CopyString(*this, workerValues, PvnWFKey_PageLocale);
 }
 
 std::span<const OperationTraits> ConnectionContext::Operations() const { return {&kTestOperation, 1}; }

@@ -7,6 +7,7 @@
 #include "workflow/context/workflow_context.h"
 #include "workflow/machine/nav_state_machine.h"
 #include "workflow/platform/message_numbers.h"
+#include "workflow/resources/resource_layer.h"
 
 #include <utility>
 
@@ -45,6 +46,7 @@ void ConnectionSettingsHost::OnFirstFocus() {
 
 void ConnectionSettingsHost::DefineTexts(zeve::ZeveDialog& dialog) {
     zeve::ZeveDefineText(&dialog, "connection_settings", settings);
+    SetString(*context, PvnWFKey_PageLocale, LocaleOfWords());
 }
 
 std::intptr_t ConnectionSettingsHost::GoOn(std::string_view event) {

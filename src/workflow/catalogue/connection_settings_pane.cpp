@@ -14,8 +14,6 @@
 #include "workflow/panes/pane_helpers.h"
 #include "workflow/panes/radio_group.h"
 
-#include <charconv>
-
 namespace brixen::pvn::pvn_workflow {
 
 using namespace connection_settings;
@@ -29,14 +27,10 @@ constexpr FieldAlert kHostMalformed{"$$$/pvn/alert/host_malformed/title",
                                     "$$$/pvn/alert/host_malformed/text"};
 constexpr FieldAlert kHostLong{"$$$/pvn/alert/host_long/title", "$$$/pvn/alert/host_long/text"};
 constexpr FieldAlert kPortMissing{"$$$/pvn/alert/port_missing/title", "$$$/pvn/alert/port_missing/text"};
+constexpr FieldAlert kPortMalformed{"$$$/pvn/alert/port_malformed/title",
+                                    "$$$/pvn/alert/port_malformed/text"};
 constexpr FieldAlert kUserNameLong{"$$$/pvn/alert/user_name_long/title", "$$$/pvn/alert/user_name_long/text"};
 constexpr FieldAlert kPasswordLong{"$$$/pvn/alert/password_long/title", "$$$/pvn/alert/password_long/text"};
-
-std::uint32_t NumberOf(const std::string& text) {
-    std::uint32_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
 
 } // namespace
 
@@ -104,12 +98,17 @@ void ConnectionSettingsPane::TakeSystemProxy() {
 
 bool ConnectionSettingsPane::TakeOwnProxy() {
     std::optional<FieldFault> fault = FaultOfHost();
-    NumberFieldReader fields(ref);
-    std::optional<std::string> port;
+    std::optional<std::uint16_t> port;
     if (!fault) {
-        port = fields.Read(kPortField);
+        NumberFieldReader fields(ref);
+        const bool isFilled = fields.Read(kPortField).has_value();
         if (fields.HasCorrected()) return false;
-        fault = port ? FaultOfLogIn() : FieldFault{kPortField, kPortMissing};
+        // A number field takes other forms too, such as `5e4`, and ignores what follows a number.
+        port = PortOf(zeve::platform::TextOf(ControlOf(kPortField)));
+        if (port)
+            fault = FaultOfLogIn();
+        else
+            fault = FieldFault{kPortField, isFilled ? kPortMalformed : kPortMissing};
     }
     if (fault) {
         ShowFault(*fault);
@@ -118,7 +117,7 @@ bool ConnectionSettingsPane::TakeOwnProxy() {
     StoreText(kHostField, PvnWFKey_ProxyHost);
     StoreText(kUserNameField, PvnWFKey_ProxyUserName);
     StoreText(kPasswordField, PvnWFKey_ProxyPassword);
-    SetLong(*context, PvnWFKey_ProxyPort, NumberOf(*port));
+    SetLong(*context, PvnWFKey_ProxyPort, *port);
     return true;
 }
 

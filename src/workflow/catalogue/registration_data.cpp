@@ -33,7 +33,7 @@ constexpr struct {
     {"name", PvnWFKey_RegistrationName},     {"organization", PvnWFKey_RegistrationOrganization},
     {"email", PvnWFKey_RegistrationEmail},   {"country", PvnWFKey_RegistrationCountry},
     {"serial", PvnWFKey_RegistrationSerial}, {"news", PvnWFKey_RegistrationNews},
-    {"locale", PvnWFKey_Language},           {"product", PvnWFKey_ProductName},
+    {"locale", PvnWFKey_PageLocale},         {"product", PvnWFKey_ProductName},
 };
 
 std::string TextOf(T_StorageInterface& bag, const char* key) {

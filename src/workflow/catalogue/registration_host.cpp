@@ -46,7 +46,7 @@ std::span<const PVNRegistrationHost::Command> PVNRegistrationHost::Commands() {
 void PVNRegistrationHost::DefineTexts(zeve::ZeveDialog& dialog) {
     ConnectionSettingsHost::DefineTexts(dialog);
     std::string locale;
-    GetString(*context, PvnWFKey_Language, locale);
+    GetString(*context, PvnWFKey_PageLocale, locale);
     const std::string list = zeve::ZeveTranslate("$$$/pvn/registration/details/countries");
     zeve::ZeveDefineText(&dialog, "countries", SortedCountries(list, locale));
 }

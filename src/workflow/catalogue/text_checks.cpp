@@ -9,6 +9,8 @@ namespace brixen::pvn::pvn_workflow {
 namespace {
 
 constexpr std::size_t kLongestMailAddress = 254, kLongestMailName = 64; // units
+constexpr std::size_t kLongestSerialNumber = 40;
+constexpr std::uint32_t kLargestPort = 65535;
 
 struct Range {
     char16_t first, last;
@@ -31,6 +33,8 @@ bool IsUnsendable(char16_t unit) {
 bool IsBreakOrTab(char16_t unit) {
     return unit == u'\t' || unit == u'\n' || unit == 0x2028 || unit == 0x2029;
 }
+
+bool IsPrintableAscii(char16_t unit) { return unit > u' ' && unit < 0x7F; }
 
 } // namespace
 
@@ -56,7 +60,7 @@ bool IsMailAddress(std::u16string_view text) {
 }
 
 bool IsSerialNumber(std::u16string_view text) {
-    return !text.empty() &&
+    return !text.empty() && text.size() <= kLongestSerialNumber &&
            std::ranges::all_of(text, [](char16_t unit) { return unit == u'-' || IsLetterOrDigit(unit); });
 }
 
@@ -86,10 +90,24 @@ std::u16string SendableLine(std::u16string_view text) {
 }
 
 bool IsHostName(std::u16string_view text) {
-    if (text.empty() || std::ranges::any_of(text, IsBlankOrControl)) return false;
+    if (text.empty() || !std::ranges::all_of(text, IsPrintableAscii)) return false;
     if (text.find_first_of(u"@/;=\\") != text.npos) return false;
-    const bool isNumeric = text.front() == u'[' && text.back() == u']';
-    return isNumeric || text.find(u':') == text.npos;
+    if (text.find_first_of(u"[]:") == text.npos) return true;
+    // A numeric address.
+    const std::u16string_view inside = text.substr(1, std::max<std::size_t>(text.size(), 2) - 2);
+    return text.starts_with(u'[') && text.ends_with(u']') && !inside.empty() &&
+           inside.find_first_of(u"[]") == inside.npos;
+}
+
+std::optional<std::uint16_t> PortOf(std::u16string_view text) {
+    std::uint32_t port = 0;
+    for (const char16_t unit : Trimmed(text)) {
+        if (unit < u'0' || unit > u'9') return std::nullopt;
+        port = port * 10 + (unit - u'0');
+        if (port > kLargestPort) return std::nullopt;
+    }
+    if (port == 0) return std::nullopt;
+    return static_cast<std::uint16_t>(port);
 }
 
 } // namespace brixen::pvn::pvn_workflow

@@ -1,6 +1,8 @@
 // Checks of what a user has typed, and what a service gets of it.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,11 +18,11 @@ namespace brixen::pvn::pvn_workflow {
 // blanks, at most 254 units.
 [[nodiscard]] bool IsMailAddress(std::u16string_view text);
 
-// Whether it is letters, digits and `-` of ASCII.
+// Whether it is 1 to 40 letters, digits and `-` of ASCII.
 [[nodiscard]] bool IsSerialNumber(std::u16string_view text);
 
-// Whether it can be the name of a proxy server: no blank or control character, none of `@/;=\`, and no colon
-// but in the brackets of a numeric address.
+// Whether it can be the name of a proxy server: ASCII without blanks, control characters and `@/;=\`, and
+// with a colon only in the brackets of a numeric address.
 [[nodiscard]] bool IsHostName(std::u16string_view text);
 
 // Returns the text as a service takes it: lines end with a line feed, tabs stay, all other control characters
@@ -29,5 +31,8 @@ namespace brixen::pvn::pvn_workflow {
 
 // The same on one line: a blank takes the place of each tab and line break, none are at the ends.
 [[nodiscard]] std::u16string SendableLine(std::u16string_view text);
+
+// Returns the port that a text of digits alone names, 1 to 65535. There may be blanks at its ends.
+[[nodiscard]] std::optional<std::uint16_t> PortOf(std::u16string_view text);
 
 } // namespace brixen::pvn::pvn_workflow

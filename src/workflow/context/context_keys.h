@@ -12,6 +12,9 @@ inline constexpr char PvnWFKey_MainWindow[] = "PvnWFKey_MainWindow";
 inline constexpr char PvnWFKey_HostApp[] = "PvnWFKey_HostApp";
 // String: a locale such as "en_US". Written by the launcher.
 inline constexpr char PvnWFKey_Language[] = "PvnWFKey_Language";
+// String: the locale of the pages, which are English where the language of the run has no words. Written by
+// the host of a workflow that calls the service.
+inline constexpr char PvnWFKey_PageLocale[] = "PvnWFKey_PageLocale";
 // Long: 1 if the busy panes offer cancel. Written by the launcher.
 inline constexpr char PvnWFKey_AllowCancel[] = "PvnWFKey_AllowCancel";
 // String: display name of the application, used in titles. Written by the launcher, or found by the context.

@@ -2,6 +2,7 @@
 
 #include "dictionaries/translation.h"
 #include "values/platform/values_platform.h"
+#include "values/unicode/text_conversion.h"
 
 #include <algorithm>
 #include <iterator>
@@ -21,6 +22,12 @@ constexpr struct {
     {"Connection", "service"}, {"Feedback", "service"},
 };
 
+// Returns the name of the folder that holds the file.
+std::string FolderOf(std::u16string_view path) {
+    path = path.substr(0, path.rfind(u'\\'));
+    return lyr::gen::ToUtf8(path.substr(path.rfind(u'\\') + 1));
+}
+
 } // namespace
 
 void* PVNDictionaryHandler::Load(const std::string& name, const std::string& locale, std::uint32_t) {
@@ -37,6 +44,7 @@ bool PVNDictionaryHandler::LoadBase(const std::string& base, const std::string& 
     const std::optional<std::string> bytes = lyr::gen::ReadWholeFile(path.get());
     if (!bytes) return false;
     zeve::PopulateDictionary(bytes->data(), static_cast<std::int64_t>(bytes->size()));
+    TheResourceState().localeOfWords = FolderOf(path.get());
     loaded.insert(base);
     return true;
 }

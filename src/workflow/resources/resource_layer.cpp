@@ -33,6 +33,7 @@ void TearDown() {
     }
     state.handlers.clear();
     state.foundPages.clear();
+    state.localeOfWords.clear();
     PVNResourceManager::Destroy();
     state.isSetUp = false;
 }
@@ -97,6 +98,8 @@ std::string FindViewDescription(const std::string& name) {
 void LoadWorkFlowDictionary(const std::string& name) {
     if (!PVNResourceManager::Get().Load(kTypeDictionary, name, kDefaultLocale, 1)) FailMissing("Zdct", name);
 }
+
+const std::string& LocaleOfWords() { return TheResourceState().localeOfWords; }
 
 zeve::NativeBitmap LoadBitmapResource(const std::string& name, std::uint32_t mode) {
     void* bitmap = PVNResourceManager::Get().Load(kTypeBitmap, name, kDefaultLocale, mode);

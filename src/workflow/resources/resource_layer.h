@@ -33,6 +33,10 @@ std::string FindViewDescription(const std::string& name);
 // std::runtime_error("missing resource").
 void LoadWorkFlowDictionary(const std::string& name);
 
+// Returns the locale in which the pages are written: that of the dictionary read last, which is en_US if the
+// language has none. Empty before the first one.
+[[nodiscard]] const std::string& LocaleOfWords();
+
 // The mode that the engine itself passes for a bitmap.
 inline constexpr std::uint32_t kBitmapMode = 3;
 

@@ -95,6 +95,7 @@ struct ResourceState {
     std::vector<OwnedHandler> handlers;               // of the run, in the order of registration
     PVNPrivacyStatementHandler* statements = nullptr; // one of them, or null
     bool isSetUp = false;
+    std::string localeOfWords;           // see LocaleOfWords
     std::set<std::u16string> foundPages; // paths, see WasPageFound
     std::mutex decoderLock; // guards decoderUsers: handlers may be on other threads of the application
     int decoderUsers = 0;

@@ -100,9 +100,22 @@ TEST_F(Connection, TheWorkerGetsTheLocaleAndNoNameOfTheProduct) {
     ThenStart(kTestButton);
     Then([this] {
         std::string locale, product;
-        GetString(context->workerBag->values, PvnWFKey_Language, locale);
+        GetString(context->workerBag->values, PvnWFKey_PageLocale, locale);
         EXPECT_EQ(locale, "de_DE");
         EXPECT_FALSE(GetString(context->workerBag->values, PvnWFKey_ProductName, product));
+    });
+    ThenEndWith(kStatusSuccess);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, TheLocaleIsThatOfThePagesWhereTheLanguageHasNoWords) {
+    SetLanguage("es_ES");
+    ThenStart(kTestButton);
+    Then([this] {
+        std::string locale;
+        GetString(context->workerBag->values, PvnWFKey_PageLocale, locale);
+        EXPECT_EQ(locale, "en_US");
     });
     ThenEndWith(kStatusSuccess);
     ThenPressEsc();
@@ -261,6 +274,7 @@ TEST_F(Connection, EachFieldIsCheckedAndTakesTheFocus) {
     ThenRefuse(kUserNameField, std::u16string(17, u'\u00E4'), "user_name_long");
     ThenRefuse(kPortField, u"", "port_missing");
     ThenRefuse(kHostField, u"https://proxy.example.com", "host_malformed");
+    ThenRefuse(kHostField, u"m\u00FCller.example.com", "host_malformed");
     ThenRefuse(kHostField, std::u16string(129, u'x'), "host_long");
     ThenRefuse(kHostField, u"", "host_missing");
     ThenExpectPane("connection/settings");
@@ -281,6 +295,80 @@ TEST_F(Connection, TheLongestTextsAreTaken) {
     EXPECT_EQ(Run(), kStatusSuccess);
     EXPECT_EQ(StoredText(PvnWFKey_ProxyHost).size(), 128u);
     EXPECT_EQ(StoredText(PvnWFKey_ProxyPassword).size(), 32u);
+}
+
+TEST_F(Connection, ATextThatIsTooLongToPasteIsRefusedAndNotCut) {
+    constexpr struct {
+        std::uint16_t field;
+        std::size_t longest;
+        const char* alert;
+    } kPastes[] = {
+        {kPasswordField, 32, "password_long"},
+        {kUserNameField, 32, "user_name_long"},
+        {kHostField, 128, "host_long"},
+    };
+    ThenEnterProxy();
+    for (const auto& paste : kPastes) {
+        for (const std::size_t length : {paste.longest + 1, std::size_t{1001}}) {
+            ThenPaste(paste.field, std::u16string(length, u'x'));
+            ThenPress(kTestButton);
+            ThenExpectAlert(paste.alert, paste.field);
+        }
+    }
+    ThenPressEsc();
+    Run();
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyHost));
+}
+
+TEST_F(Connection, APastedPortIsNotCutToAnotherOne) {
+    ThenEnterProxy();
+    ThenPaste(kPortField, u"312899");
+    ThenPress(kTestButton);
+    ThenExpectPane("connection/settings");
+    ThenExpectText(kPortField, "65535");
+    ThenPressEsc();
+    Run();
+}
+
+// A number field takes them.
+TEST_F(Connection, APortThatIsNoWholeNumberInDigitsIsRefused) {
+    ThenEnterProxy();
+    for (const char16_t* port : {u"+80", u"5e4", u".5e5", u"3,128", u"8.8", u"80ab", u"80/2", u"3:128"}) {
+        ThenRefuse(kPortField, port, "port_malformed");
+    }
+    ThenPressEsc();
+    Run();
+    EXPECT_FALSE(HasText(PvnWFKey_ProxyHost));
+    EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), 0xFFFFFFFFu);
+}
+
+TEST_F(Connection, APortIsRefusedInTheSameWayWhereOneWasShown) {
+    SetProxy();
+    for (const char16_t* port : {u"8.8", u"80/2", u"3:128"}) ThenRefuse(kPortField, port, "port_malformed");
+    ThenPressEsc();
+    Run();
+    EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), 8080u);
+}
+
+TEST_F(Connection, AStoredPortIsThatOfTheFieldAndIsShownAgain) {
+    const std::pair<const char16_t*, std::uint32_t> kPorts[] = {
+        {u"1", 1}, {u"0080", 80}, {u" 443 ", 443}, {u"65535", 65535}};
+    for (const auto& [text, port] : kPorts) {
+        ThenEnterProxy();
+        ThenType(kPortField, text);
+        ThenStart(kTestButton);
+        Then([this, port = port] {
+            std::uint32_t sent = 0;
+            GetLong(context->workerBag->values, PvnWFKey_ProxyPort, sent);
+            EXPECT_EQ(sent, port);
+        });
+        ThenEndWith(kStatusSuccess);
+        ThenPress(kReachedBackButton);
+        ThenExpectText(kPortField, std::to_string(port));
+        ThenPressEsc();
+        Run();
+        EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), port);
+    }
 }
 
 TEST_F(Connection, APortBeyondItsLimitsIsCorrectedBeforeAnythingIsSent) {

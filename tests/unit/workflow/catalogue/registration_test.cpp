@@ -95,7 +95,7 @@ TEST_F(Registration, TheWorkerGetsTheDetailsWithoutBlanksAtTheirEnds) {
             {PvnWFKey_RegistrationCountry, "FR"},
             {PvnWFKey_RegistrationSerial, "ABC-123"},
             {PvnWFKey_RegistrationNews, "1"},
-            {PvnWFKey_Language, "en_US"},
+            {PvnWFKey_PageLocale, "en_US"},
             {PvnWFKey_ProductName, "Salt & Sugar"},
             {PvnWFKey_ServiceUrl, Word("service/url")},
         };
@@ -131,6 +131,38 @@ TEST_F(Registration, EachFieldIsCheckedInTheOrderOfThePageAndTakesTheFocus) {
     ThenExpectPane("registration/details");
     ThenLeave();
     EXPECT_EQ(Run(), kStatusUserCancel);
+}
+
+TEST_F(Registration, ATextThatIsTooLongToPasteIsRefusedAndNotCut) {
+    ThenRegister();
+    ThenEndWith(kStatusCallTimedOut);
+    ThenPress(kProblemBackButton);
+    for (const std::size_t length : {std::size_t{41}, std::size_t{1001}}) {
+        ThenPaste(kSerialField, std::u16string(length, u'1'));
+        ThenPress(kRegisterButton);
+        ThenExpectAlert("serial_malformed", kSerialField);
+    }
+    const std::u16string name = u"ann@example.";
+    for (const std::size_t length : {std::size_t{255}, std::size_t{1001}}) {
+        ThenPaste(kEmailField, name + std::u16string(length - name.size(), u'c'));
+        ThenPress(kRegisterButton);
+        ThenExpectAlert("email_malformed", kEmailField);
+    }
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, TheLocaleIsThatOfThePagesWhereTheLanguageHasNoWords) {
+    SetLanguage("es_ES");
+    ThenRegister();
+    Then([this] {
+        std::string locale;
+        GetString(context->workerBag->values, PvnWFKey_PageLocale, locale);
+        EXPECT_EQ(locale, "en_US");
+    });
+    ThenEndWith(kStatusNoThread);
+    ThenLeave();
+    Run();
 }
 
 TEST_F(Registration, TheTextToCorrectIsSelected) {

@@ -19,7 +19,7 @@ protected:
     ServiceEntries() {
         EndWorkerRun();
         SetString(bag, PvnWFKey_ServiceUrl, "https://service.test/call");
-        SetString(bag, PvnWFKey_Language, "de_DE");
+        SetString(bag, PvnWFKey_PageLocale, "de_DE");
     }
     ~ServiceEntries() override { EndWorkerRun(); }
 

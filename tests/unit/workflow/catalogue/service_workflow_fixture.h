@@ -109,6 +109,18 @@ protected:
             }
         });
     }
+    // Pastes a text into an empty field, which keeps no more of it than its limit lets in.
+    static void ThenPaste(std::uint16_t field, std::u16string text) {
+        Then([=] {
+            const Window window = Control(field)->handle;
+            std::int64_t limit = 0;
+            for (const auto& call : zeve::headless::CallsOf("Send"))
+                if (call.window == window && call.numbers[0] == zeve::kEditSetLimitText)
+                    limit = call.numbers[1];
+            ASSERT_GT(limit, 0) << field;
+            zeve::platform::SetText(window, text.substr(0, static_cast<std::size_t>(limit)).c_str());
+        });
+    }
     static void ThenNotify(std::uint16_t id, std::uint16_t notification) {
         Then([=] { Tell(TopDialog(), zeve::kMessageCommand, std::uintptr_t{notification} << 16 | id); });
     }

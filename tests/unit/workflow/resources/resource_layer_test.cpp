@@ -106,8 +106,10 @@ TEST_F(ResourceLayer, ViewFromTheRootAndDictionaryFromTheLanguageFolder) {
     files.Write("de_DE/guide.zdct", Dictionary("\"$$$/resource/one=eins\"\r\n"));
     files.Write("en_US/guide.zdct", Dictionary("\"$$$/resource/one=one\"\r\n"));
     Select("de_DE");
+    EXPECT_EQ(LocaleOfWords(), "");
     EXPECT_EQ(LoadViewDescription("welcome"), "root");
     LoadWorkFlowDictionary("Welcome");
+    EXPECT_EQ(LocaleOfWords(), "de_DE");
     EXPECT_EQ(zeve::ZeveTranslate("$$$/resource/one=default"), "eins");
 }
 
@@ -116,6 +118,9 @@ TEST_F(ResourceLayer, ADictionaryFallsBackToEnUs) {
     Select("fr_FR");
     LoadWorkFlowDictionary("Welcome");
     EXPECT_EQ(zeve::ZeveTranslate("$$$/resource/two=default"), "two");
+    EXPECT_EQ(LocaleOfWords(), "en_US");
+    ShutDownResources();
+    EXPECT_EQ(LocaleOfWords(), "");
 }
 
 TEST_F(ResourceLayer, ADictionaryIsNeverTakenFromTheRoot) {

@@ -16,7 +16,7 @@ struct UnitRange {
     char16_t first, last;
 };
 
-// Controls, marks and overrides of direction, separators of lines, invisible operators, the byte-order mark
+// Controls, marks and overrides of direction, separators of lines, invisible operators, the byte-order mark,
 // the notes between characters, and the first half of every invisible tag.
 constexpr UnitRange kUnshowable[] = {
     {0x0000, 0x001F}, {0x007F, 0x009F}, {0x00AD, 0x00AD}, {0x061C, 0x061C},

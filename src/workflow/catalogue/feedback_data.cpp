@@ -30,7 +30,7 @@ constexpr struct {
     {"aperture", PvnWFKey_FeedbackAperture, "$$$/pvn/feedback/field/aperture"},
     {"exposureTime", PvnWFKey_FeedbackExposureTime, "$$$/pvn/feedback/field/exposure_time"},
     {"brightness", PvnWFKey_FeedbackBrightness, "$$$/pvn/feedback/field/brightness"},
-    {"locale", PvnWFKey_Language, "$$$/pvn/feedback/field/locale"},
+    {"locale", PvnWFKey_PageLocale, "$$$/pvn/feedback/field/locale"},
     {"product", PvnWFKey_ProductName, "$$$/pvn/feedback/field/product"},
     {"log", PvnWFKey_FeedbackLog, "$$$/pvn/feedback/field/log"},
 };

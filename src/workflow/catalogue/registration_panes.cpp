@@ -82,17 +82,17 @@ bool DetailsPane::TakeEntries() {
 
 RegistrationDetails DetailsPane::ReadDetails() const {
     return {
-        .name = TrimmedTextOf(kNameField),
-        .organization = TrimmedTextOf(kOrganizationField),
-        .email = TrimmedTextOf(kEmailField),
-        .serial = TrimmedTextOf(kSerialField),
+        .name = LineOf(kNameField),
+        .organization = LineOf(kOrganizationField),
+        .email = LineOf(kEmailField),
+        .serial = LineOf(kSerialField),
         .country = zeve::ZeveGetValue(ref, kCountryPopup, false).text.value_or(""),
         .wantsNews = zeve::ZeveGetValue(ref, kNewsCheckBox, false).number.value_or(0) == 1,
     };
 }
 
-std::u16string DetailsPane::TrimmedTextOf(std::uint16_t field) const {
-    return std::u16string(Trimmed(zeve::platform::TextOf(ControlOf(field))));
+std::u16string DetailsPane::LineOf(std::uint16_t field) const {
+    return SendableLine(zeve::platform::TextOf(ControlOf(field)));
 }
 
 RegisteredPane::RegisteredPane() : FieldPane(kRegisteredTraits) {}

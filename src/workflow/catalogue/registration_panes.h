@@ -36,7 +36,7 @@ public:
 
 private:
     RegistrationDetails ReadDetails() const;
-    std::u16string TrimmedTextOf(std::uint16_t field) const;
+    std::u16string LineOf(std::uint16_t field) const;
 
     bool isCountrySelected = false;
 };

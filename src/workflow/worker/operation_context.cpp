@@ -6,6 +6,7 @@
 #include "workflow/context/context_keys.h"
 #include "workflow/worker/worker_start.h"
 
+#include <new>
 #include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
@@ -59,12 +60,20 @@ bool OperationContext::RunAction(std::string_view name, std::string& result) {
     return false;
 }
 
+// Missing memory is the end of the work, as it is in the worker.
+bool OperationContext::MakeWorkerBag(WorkerRun run, WorkerCallback notifier) try {
+    FillWorkerBag(BuildWorkerBag(*this).values);
+    return true;
+} catch (const std::bad_alloc&) {
+    NotifyOfRun(run, notifier, kPercentFinished, kStatusNoMemory);
+    return false;
+}
+
 std::string OperationContext::StartAsync(const OperationTraits& operation) {
     started = &operation;
     const WorkerRun run = BeginWorkerRun();
     const WorkerCallback notifier = Notifier();
-    FillWorkerBag(BuildWorkerBag(*this).values);
-    StartWorker({operation.entry, workerBag, run}, notifier);
+    if (MakeWorkerBag(run, notifier)) StartWorker({operation.entry, workerBag, run}, notifier);
     StartTimer();
     return kActionInProgress;
 }
@@ -75,8 +84,7 @@ std::string OperationContext::RunAtOnce(const OperationTraits& operation) {
     const WorkerRun run = BeginWorkerRun();
     if (!operation.evaluatesAtOnce) StartTimer();
     const WorkerCallback notifier = Notifier();
-    FillWorkerBag(BuildWorkerBag(*this).values);
-    RunWorkerHere({operation.entry, workerBag, run}, notifier);
+    if (MakeWorkerBag(run, notifier)) RunWorkerHere({operation.entry, workerBag, run}, notifier);
     if (!operation.evaluatesAtOnce) return kActionInProgress;
     ClearProgressPercent();
     return Evaluate(operation);

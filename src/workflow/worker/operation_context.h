@@ -37,6 +37,8 @@ protected:
     bool RunAction(std::string_view name, std::string& result) override;
 
 private:
+    // Returns whether there is a bag for a worker; without memory it reports the end.
+    bool MakeWorkerBag(WorkerRun run, WorkerCallback notifier);
     std::string StartAsync(const OperationTraits& operation);
     std::string RunAtOnce(const OperationTraits& operation);
     std::string Evaluate(const OperationTraits& operation);

@@ -219,7 +219,7 @@ TEST_F(Feedback, TheWorkerGetsExactlyWhatTheListShows) {
             {PvnWFKey_FeedbackExposureTime, ""},
             {PvnWFKey_FeedbackBrightness, ""},
             {PvnWFKey_FeedbackLog, "first\nlast\n"},
-            {PvnWFKey_Language, "en_US"},
+            {PvnWFKey_PageLocale, "en_US"},
             {PvnWFKey_ProductName, "Salt & Sugar"},
             {PvnWFKey_ServiceUrl, Word("service/url")},
         };

@@ -152,6 +152,24 @@ TEST_F(Registration, ATextThatIsTooLongToPasteIsRefusedAndNotCut) {
     Run();
 }
 
+TEST_F(Registration, APastedTabIsABlankAndAControlCharacterIsGone) {
+    ThenOpenDetails();
+    ThenFillDetails();
+    ThenType(kNameField, u"Ann\tExample");
+    ThenType(kOrganizationField, u"Exam\1ple\tInc.");
+    ThenStart(kRegisterButton);
+    Then([this] {
+        std::string name, organization;
+        GetString(context->workerBag->values, PvnWFKey_RegistrationName, name);
+        GetString(context->workerBag->values, PvnWFKey_RegistrationOrganization, organization);
+        EXPECT_EQ(name, "Ann Example");
+        EXPECT_EQ(organization, "Example Inc.");
+    });
+    ThenEndWith(kStatusNoThread);
+    ThenLeave();
+    Run();
+}
+
 TEST_F(Registration, TheLocaleIsThatOfThePagesWhereTheLanguageHasNoWords) {
     SetLanguage("es_ES");
     ThenRegister();

@@ -72,6 +72,14 @@ TEST(PayloadField, MissingOrEmptyIsEmpty) {
     }
 }
 
+TEST(PayloadField, OfAMalformedPayloadIsAFailure) {
+    for (const char* const text : {"<registered><number>A-1</number>", "<registered><number>A-1</registered>",
+                                   "<registered><number>A-1</number><number></registered>"}) {
+        EXPECT_EQ(Field(text), std::nullopt) << text;
+        EXPECT_FALSE(IsPayload(text, "registered")) << text;
+    }
+}
+
 TEST(PayloadField, OfAnythingElseIsAFailure) {
     for (const char* const text :
          {"", "no markup", "<reached/>", "<Registered><number>1</number></Registered>",

@@ -180,19 +180,21 @@ TEST_F(OperationActions, ASuccessBringsNoProxyBack) {
     EXPECT_EQ(context.consulted, 0);
 }
 
-TEST_F(OperationActions, ACanceledOperationBringsNoProxyBack) {
-    gFakeWork.work = [this](T_StorageInterface& values, auto&) {
-        SetProxy(values, "learned");
-        return kStatusCallCanceled;
-    };
+TEST_F(OperationActions, ACanceledOperationBringsNoProxyBackWhateverItsStatus) {
     SetProxy(bag, "own");
-    context.Action("PvnWF_FakeAsync");
-    AwaitEnd();
-    SetLong(context, PvnWFKey_CancelFlag, 1);
-    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "CancelButton");
-    ExpectProxy(bag, "own");
-    EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), std::nullopt);
-    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), kStatusCallCanceled);
+    for (const Status status : {kStatusCallCanceled, kStatusCallTimedOut, Status(0x8501), kStatusException}) {
+        gFakeWork.work = [&](T_StorageInterface& values, auto&) {
+            SetProxy(values, "learned");
+            return status;
+        };
+        context.Action("PvnWF_FakeAsync");
+        AwaitEnd();
+        SetLong(context, PvnWFKey_CancelFlag, 1);
+        EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "CancelButton") << status;
+        ExpectProxy(bag, "own");
+        EXPECT_EQ(LongOf(bag, PvnWFKey_UseUserProxySetting), std::nullopt);
+        EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), status);
+    }
     EXPECT_EQ(context.consulted, 0);
 }
 
@@ -347,6 +349,25 @@ TEST_F(WorkerStartWithoutMemory, IsReported) {
         EXPECT_EQ(gProgressStatus(), 33286);
         EXPECT_EQ(gFakeWork.calls, 0);
         EXPECT_FALSE(IsWorkerRunning());
+    }
+}
+
+TEST_F(WorkerStartWithoutMemory, IsReportedIfTheBagCannotBeMade) {
+    T_Storage bag;
+    FakeContext context(bag);
+    SetString(bag, PvnWFKey_ProxyHost, "a host that is too long for a short text");
+    for (const char* const action : {"PvnWF_FakeAsync", "PvnWF_Fake"}) {
+        for (std::size_t n = 1; n <= 3; ++n) {
+            {
+                const pavane_test::FailNthAllocation failure(n);
+                EXPECT_EQ(context.Action(action), "InProgress");
+                EXPECT_TRUE(failure.HasFailed());
+            }
+            EXPECT_EQ(gProgressPercent(), 100);
+            EXPECT_EQ(gProgressStatus(), 33286);
+            EXPECT_EQ(gFakeWork.calls, 0);
+            EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "NoInternetConnection");
+        }
     }
 }
 

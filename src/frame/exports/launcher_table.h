@@ -32,7 +32,8 @@ struct LauncherTable {
     void (*selectLanguage)(const std::string& language);
     std::string (*loadViewDescription)(const std::string& name);
     void (*shutDownResources)();
-    void (*abandonRun)() noexcept; // ends the dialogs and the worker of a stack that was left without destructors
+    void (*abandonRun)() noexcept; // ends the dialogs and the worker of a stack that was left without
+                                   // destructors
 
     // Returns null when the library does not have that workflow.
     [[nodiscard]] const WorkflowRow* Find(std::uint16_t number) const noexcept;

@@ -35,7 +35,7 @@ struct FolderPlace {
 };
 [[nodiscard]] FolderPlace PlaceOf(const std::string& folder);
 
-using NativeModule = struct NativeModuleTag*;
+using NativeModule = struct ServiceModuleTag*;
 using EntryPoint = void (*)(); // cast to the type of the function before the call
 
 // Loads a library by its absolute path, or returns null. Libraries that it needs are searched in its own

@@ -150,15 +150,8 @@ void PicturePane::Enter() {
     if (!isFrequencyMarked) MarkRadioButton(ref, kFrequencies, kOnceRadio);
     isFrequencyMarked = true;
     FieldPane::Enter();
-}
-
-// Kept: under Wine the frame of a field of several lines is not drawn when its dialog appears. A field that
-// is shown anew has it.
-void PicturePane::OnMessage(const WindowMessage& message) {
-    FieldPane::OnMessage(message);
-    if (message.number != kMessageFirstFocus) return;
-    zeve::platform::ShowOrHide(ControlOf(kCommentField), false);
-    zeve::platform::ShowOrHide(ControlOf(kCommentField), true);
+    // The empty window of the page would paint over the frames of its fields.
+    zeve::platform::ShowOrHide(ControlOf(kPicturePage), false);
 }
 
 bool PicturePane::TakeEntries() {

@@ -22,7 +22,6 @@ public:
     PicturePane();
 
     void Enter() override;
-    void OnMessage(const WindowMessage& message) override;
     [[nodiscard]] bool TakeEntries() override;
 
 private:

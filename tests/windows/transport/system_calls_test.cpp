@@ -65,7 +65,7 @@ wchar_t* SystemText(const wchar_t* text) {
 
 // --- The replacements. Those of a request also make the call.
 
-#define PAVANE_REPLACED(name) ReplacedImport<decltype(&name)>
+#define PAVANE_REPLACED(name) ReplacedImport<decltype(&(name))>
 
 template <class Function>
 Function& Original() {

@@ -18,7 +18,7 @@ Status TestConnection(T_StorageInterface& workerBag, const WorkerNotifier& notif
     const std::uint32_t start = TickCount();
     const Status status = CallService(workerBag, "testConnection", payload.Text(), answer, notifier);
     if (status != kStatusSuccess) return status;
-    if (!IsPayload(answer, "reached")) return kStatusUnexpectedContent;
+    if (!IsPayload(answer, "reached")) return RefuseAnswer(answer);
     SetLong(workerBag, PvnWFKey_ConnectionTime, TickCount() - start);
     return kStatusSuccess;
 }

@@ -1,6 +1,8 @@
 #include "workflow/catalogue/connection_settings_host.h"
 
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/message_numbers.h"
+#include "toolkit/platform/toolkit_platform.h"
 #include "workflow/catalogue/connection_settings_pane.h"
 #include "workflow/catalogue/connection_settings_views.h"
 #include "workflow/context/context_keys.h"
@@ -15,6 +17,20 @@ namespace brixen::pvn::pvn_workflow {
 
 using namespace connection_settings;
 
+namespace {
+
+// The text would stay in the memory of the field.
+void WipeField(zeve::NativeWindow field) noexcept try {
+    const auto length = zeve::platform::Send(field, zeve::kMessageGetTextLength, 0, 0);
+    const std::u16string blanks(static_cast<std::size_t>(length), u' ');
+    zeve::platform::SetText(field, blanks.c_str());
+    zeve::platform::SetText(field, u"");
+} catch (...) {
+    // Without memory for the blanks, or if the window of the host throws, the text stays as it is.
+}
+
+} // namespace
+
 ConnectionSettingsHost::ConnectionSettingsHost(std::string text, std::string name, std::string settingsText,
                                                bool demo)
     : PVNConcreteHost(std::move(text), std::move(name)), settings(std::move(settingsText)), isTour(demo) {}
@@ -27,6 +43,11 @@ std::span<const ConnectionSettingsHost::Command> ConnectionSettingsHost::Command
         {kOwnProxy, &ConnectionSettingsHost::OnOwnProxy, kNotificationButtonHasFocus},
     };
     return kCommands;
+}
+
+void ConnectionSettingsHost::Destroy() noexcept {
+    if (window) WipeField(zeve::platform::ChildWithId(window, kPasswordField));
+    PVNConcreteHost::Destroy();
 }
 
 bool ConnectionSettingsHost::ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) {

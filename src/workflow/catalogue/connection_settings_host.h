@@ -30,6 +30,8 @@ public:
 
     static std::span<const Command> Commands();
 
+    // Wipes the password in its field first.
+    void Destroy() noexcept override;
     bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override;
 
 protected:

@@ -133,7 +133,7 @@ Status SendFeedback(T_StorageInterface& workerBag, const WorkerNotifier& notifie
     if (status != kStatusSuccess) return status;
     std::uint32_t confirmedFields = 0, confirmedBytes = 0;
     if (!ReadCount(answer, "fields", confirmedFields) || !ReadCount(answer, "bytes", confirmedBytes)) {
-        return kStatusUnexpectedContent;
+        return RefuseAnswer(answer);
     }
     SetLong(workerBag, PvnWFKey_FeedbackSentFields, fields);
     SetLong(workerBag, PvnWFKey_FeedbackSentBytes, static_cast<std::uint32_t>(payload.Text().size()));

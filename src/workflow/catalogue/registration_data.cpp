@@ -76,7 +76,7 @@ Status RegisterProduct(T_StorageInterface& workerBag, const WorkerNotifier& noti
     if (status != kStatusSuccess) return status;
     std::string number;
     if (!ReadPayloadField(answer, "registered", "number", number) || !IsConfirmationNumber(number)) {
-        return kStatusUnexpectedContent;
+        return RefuseAnswer(answer);
     }
     SetString(workerBag, PvnWFKey_ConfirmationNumber, number);
     return kStatusSuccess;

@@ -74,6 +74,11 @@ Status ReadServiceStatus(const std::string& response) {
     return found != params.end() ? StatusOfText((*found)->GetValue()) : kStatusSuccess;
 }
 
+Status RefuseAnswer(const std::string& answer) noexcept {
+    LogUnknownResponse(answer);
+    return kStatusUnexpectedContent;
+}
+
 Status CallService(T_StorageInterface& workerBag, const char* method, const std::string& payload,
                    std::string& answer, const WorkerNotifier& notifier) {
     answer.clear();

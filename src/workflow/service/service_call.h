@@ -25,6 +25,10 @@ namespace brixen::pvn::pvn_workflow {
                                  const std::string& payload, std::string& answer,
                                  const WorkerNotifier& notifier);
 
+// What an entry returns for a payload that is not the answer to its call: logs it and returns
+// kStatusUnexpectedContent.
+[[nodiscard]] Status RefuseAnswer(const std::string& answer) noexcept;
+
 // Whether an address may get what a user has typed: `https:`, or `http:` on this computer itself.
 [[nodiscard]] bool IsAllowedAddress(std::string_view url);
 

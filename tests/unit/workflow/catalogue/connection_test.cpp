@@ -409,6 +409,23 @@ TEST_F(Connection, ThePasswordIsInAFieldThatHidesIt) {
     Run();
 }
 
+TEST_F(Connection, ThePasswordIsOverwrittenInItsFieldBeforeTheWindowGoes) {
+    Window field = nullptr;
+    ThenEnterProxy();
+    Then([&field] { field = Control(kPasswordField)->handle; });
+    ThenPressEsc();
+    Run();
+    std::vector<std::u16string> texts;
+    bool isClosed = false;
+    for (const auto& call : System().calls) {
+        if (call.name == "CloseWindow") isClosed = true;
+        if (call.name != "SetText" || call.window != field) continue;
+        EXPECT_FALSE(isClosed);
+        texts.push_back(call.text);
+    }
+    EXPECT_THAT(texts, testing::ElementsAre(u"secret", u"      ", u""));
+}
+
 TEST_F(Connection, ThePasswordIsInNoLineOfTheLog) {
     ThenEnterProxy();
     ThenStart(kTestButton);

@@ -81,6 +81,17 @@ TEST_F(ServiceEntries, ARegistrationCountsOnlyWithANumber) {
     }
 }
 
+TEST_F(ServiceEntries, APayloadThatIsNoAnswerToTheCallIsLogged) {
+    for (const WorkerEntryOfBag entry : {&RegisterProduct, &TestConnection, &SendFeedback}) {
+        const std::string before = log.Text();
+        AnswerIs("<surprise/>");
+        EXPECT_EQ(Run(entry), kStatusUnexpectedContent);
+        const std::string lines = log.Text().substr(before.size());
+        EXPECT_THAT(lines, HasSubstr("----- unknown rpc response -----"));
+        EXPECT_THAT(lines, HasSubstr("<surprise/>"));
+    }
+}
+
 TEST_F(ServiceEntries, AStatusOfTheServiceOrOfTheTransportIsTheResult) {
     for (const WorkerEntryOfBag entry : {&RegisterProduct, &TestConnection, &SendFeedback}) {
         AnswerIsStatus("34049");

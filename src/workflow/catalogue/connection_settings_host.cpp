@@ -20,13 +20,16 @@ using namespace connection_settings;
 namespace {
 
 // The text would stay in the memory of the field.
-void WipeField(zeve::NativeWindow field) noexcept try {
+void WipePassword(zeve::ZeveDialog* dialog) noexcept try {
+    const zeve::NativeWindow field =
+        dialog ? zeve::platform::ChildWithId(zeve::ZeveTopWindow(dialog), kPasswordField) : nullptr;
+    if (!field) return;
     const auto length = zeve::platform::Send(field, zeve::kMessageGetTextLength, 0, 0);
     const std::u16string blanks(static_cast<std::size_t>(length), u' ');
     zeve::platform::SetText(field, blanks.c_str());
     zeve::platform::SetText(field, u"");
 } catch (...) {
-    // Without memory for the blanks, or if the window of the host throws, the text stays as it is.
+    // Without memory for the blanks, or if a window of the application throws, the text stays as it is.
 }
 
 } // namespace
@@ -46,7 +49,7 @@ std::span<const ConnectionSettingsHost::Command> ConnectionSettingsHost::Command
 }
 
 void ConnectionSettingsHost::Destroy() noexcept {
-    if (window) WipeField(zeve::platform::ChildWithId(window, kPasswordField));
+    WipePassword(zeveRef.get());
     PVNConcreteHost::Destroy();
 }
 

@@ -269,13 +269,13 @@ TEST_F(Log, DoesNotHangAfterAThreadThatEndedInsideAWriter) {
     GetFrameTwin().tickCount = kStart;
     GetFrameTwin().ticksPerLook = kPerLook;
     PvnLog("lost\n");
-    EXPECT_EQ(GetFrameTwin().tickCount, kStart + kLongestWaitForLock + kPerLook);
+    EXPECT_EQ(*GetFrameTwin().tickCount, kStart + kLongestWaitForLock + kPerLook);
     WriteLogPrefix();
     OpenLog(false);
     CloseLog();
     EXPECT_EQ(GetFrameState().gLogStream, stream) << "its writer may have left it in any state";
     EXPECT_EQ(OpenFiles(), files);
-    EXPECT_EQ(GetFrameTwin().tickCount, kStart + 4 * (kLongestWaitForLock + kPerLook));
+    EXPECT_EQ(*GetFrameTwin().tickCount, kStart + 4 * (kLongestWaitForLock + kPerLook));
     GetFrameState().isLogBusy.clear();
     PvnLog("after\n");
     EXPECT_THAT(log.Bodies(), ElementsAre("before", "after"));

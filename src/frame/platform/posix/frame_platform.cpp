@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <string_view>
 #include <unistd.h>
-#include <utility>
 
 namespace brixen::pvn {
 
@@ -47,7 +46,7 @@ std::int64_t SizeOfFile(const char16_t* path) noexcept try {
 
 std::uint32_t TickCount() noexcept {
     FrameTwin& twin = GetFrameTwin();
-    if (twin.tickCount) return std::exchange(*twin.tickCount, *twin.tickCount + twin.ticksPerLook);
+    if (twin.tickCount) return twin.tickCount.Look(twin.ticksPerLook);
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }

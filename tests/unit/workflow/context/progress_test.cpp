@@ -131,10 +131,10 @@ TEST_F(ProgressReports, NobodyHangsOnAReportThatNeverReturns) {
     GetFrameTwin().tickCount = 0;
     GetFrameTwin().ticksPerLook = kPerLook;
     const WorkerRun second = BeginWorkerRun();
-    EXPECT_EQ(GetFrameTwin().tickCount, kLongestWaitForLock + kPerLook);
+    EXPECT_EQ(*GetFrameTwin().tickCount, kLongestWaitForLock + kPerLook);
     EXPECT_TRUE(NotifyOfRun(second, ProgressNotifier, 100, 7));
     EXPECT_EQ(gProgressStatus(), 7);
-    EXPECT_EQ(GetFrameTwin().tickCount, 2 * (kLongestWaitForLock + kPerLook));
+    EXPECT_EQ(*GetFrameTwin().tickCount, 2 * (kLongestWaitForLock + kPerLook));
     gMayLeave = true;
     worker.join();
     ResetFrameTwin();

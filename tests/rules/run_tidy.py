@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""run_tidy.py BUILD: runs clang-tidy with the checked-in configuration over all C++ code; BUILD holds a compilation
-database of the native build.
+"""run_tidy.py BUILD FOLDER...: runs clang-tidy with the checked-in configuration over the C++ code of these folders;
+BUILD holds a compilation database of the native build.
 
 Most of clang-tidy's time goes into system headers, so the files of a folder are checked together as one translation
 unit. A unit that does not compile is checked in halves."""
@@ -19,7 +19,6 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "cmake"))
 import group_sources  # noqa: E402
 
-FOLDERS = ("src", "tools", "tests", "bench", "examples")
 # The static analyzer follows every path through the macros of the tests and the loops of the benchmarks, which takes
 # eight times as long as all other checks and finds nothing there but these macros and loops. Speed and
 # overflow mean nothing for the small texts and numbers there.
@@ -38,8 +37,8 @@ def windows_flags():
             "-DUNICODE", "-D_UNICODE", "-DNOMINMAX", "-DWIN32_LEAN_AND_MEAN", "-D_WIN32_WINNT=0x0601"]
 
 
-def own_files():
-    listed = subprocess.run(["git", "ls-files", *FOLDERS], cwd=ROOT, check=True, capture_output=True, text=True).stdout
+def own_files(folders):
+    listed = subprocess.run(["git", "ls-files", *folders], cwd=ROOT, check=True, capture_output=True, text=True).stdout
     return [name for name in listed.split() if name.endswith(".cpp")]
 
 
@@ -61,7 +60,8 @@ def flags_of(name, native):
         return own
     if "/win32/" in name or name.startswith(("tests/windows/", "bench/windows/")):
         return [*windows_flags(), *own, "-isystem/usr/src/googletest/googletest/include",
-                "-isystem/usr/src/googletest/googlemock/include", '-DPAVANE_TEST_DATA="."']
+                "-isystem/usr/src/googletest/googlemock/include", '-DPAVANE_TEST_DATA="."',
+                '-DPAVANE_COMPANIONS="."']
     return native.get(name)
 
 
@@ -111,8 +111,8 @@ def check_unit(unit):
 
 
 def main():
-    build = sys.argv[1]
-    units = units_of(own_files(), native_flags(build))
+    build, *folders = sys.argv[1:]
+    units = units_of(own_files(folders), native_flags(build))
     problems = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         for unit in concurrent.futures.as_completed([pool.submit(check_unit, unit) for unit in units]):

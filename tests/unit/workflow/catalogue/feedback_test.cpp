@@ -234,8 +234,8 @@ TEST_F(Feedback, TheWorkerGetsExactlyWhatTheListShows) {
     Run();
     EXPECT_THAT(list, ElementsAre("Subject: Gray sky", "Category: quality", "How often: once",
                                   "Comment: Too gray.", "    See the corner.", "Image width in pixels: 4000",
-                                  "Aperture, f-number: 2.8", "Language of this assistant: en_US",
-                                  "Product: Salt & Sugar", "Log: first", "    last", "    "));
+                                  "Aperture, f-number: 2.8", "Language of these pages: en_US",
+                                  "Application: Salt & Sugar", "Log: first", "    last", "    "));
 }
 
 TEST_F(Feedback, ASubjectAndACategoryAreNeeded) {

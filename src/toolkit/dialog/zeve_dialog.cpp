@@ -212,8 +212,8 @@ std::optional<ShownNumber> ZeveShownNumber(ZeveDialog* dialog, std::uint16_t vie
     return PassingStandardExceptions([&]() -> std::optional<ShownNumber> {
         const auto* field = dynamic_cast<CEveEditNumber*>(FindBox(dialog, viewId));
         if (field == nullptr) return {};
-        auto [text, isEdited] = field->ShownNumber();
-        return ShownNumber{std::move(text), isEdited};
+        auto [text, isEdited, mayBeGrouped] = field->ShownNumber();
+        return ShownNumber{std::move(text), isEdited, mayBeGrouped};
     });
 }
 

@@ -86,7 +86,8 @@ bool ZeveSetValue(ZeveDialog* dialog, std::uint16_t viewId, const EventRecord& r
 // The number that a number field shows: see NumberField::ReadShown.
 struct ShownNumber {
     std::string text;
-    bool isEdited = false; // by the user, since the last value was set
+    bool isEdited = false;     // by the user, since the last value was set
+    bool mayBeGrouped = false; // its point may separate thousands: the user's decimal sign is another one
 };
 // Returns what the number field with that view id shows; nothing if there is no such field.
 [[nodiscard]] std::optional<ShownNumber> ZeveShownNumber(ZeveDialog* dialog, std::uint16_t viewId);

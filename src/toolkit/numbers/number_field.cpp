@@ -2,6 +2,7 @@
 
 #include "toolkit/numbers/number_text.h"
 #include "toolkit/numbers/number_value.h"
+#include "values/unicode/ascii.h"
 #include "values/unicode/character_borders.h"
 
 #include <algorithm>
@@ -32,6 +33,24 @@ std::int32_t DecimalsAfter(std::string_view text, std::size_t position) {
 std::string WithoutBlanks(std::string text) {
     std::erase(text, ' ');
     return text;
+}
+
+std::string InSmallLetters(std::string_view text) {
+    std::string small(text);
+    std::ranges::transform(small, small.begin(), lyr::gen::ToAsciiLower<char>);
+    return small;
+}
+
+// Whether the first point has up to three digits before it, which do not begin with 0, and three after it.
+bool IsGrouped(std::string_view text) {
+    constexpr std::size_t kGroup = 3;
+    const std::size_t point = text.find('.');
+    if (point == std::string_view::npos) return false;
+    std::size_t begin = point, end = point + 1;
+    while (begin > 0 && lyr::gen::IsAsciiDigit(text[begin - 1])) --begin;
+    while (end < text.size() && lyr::gen::IsAsciiDigit(text[end])) ++end;
+    const std::size_t before = point - begin, after = end - point - 1;
+    return before > 0 && before <= kGroup && text[begin] != '0' && after == kGroup;
 }
 
 void ReplaceFirst(std::string& text, std::string_view wanted, std::string_view replacement) {
@@ -95,17 +114,35 @@ std::string NumberField::WithoutAddIn(std::string_view text) const {
     return std::string(text.substr(0, end));
 }
 
+// Expects a text without blanks.
+std::string NumberField::WithoutLooseAddIn(std::string_view text) const {
+    const std::string small = InSmallLetters(text);
+    const std::string before = InSmallLetters(WithoutBlanks(prefix));
+    const std::string after = InSmallLetters(WithoutBlanks(suffix));
+    if (small.ends_with(after)) text.remove_suffix(after.size());
+    if (small.starts_with(before)) text.remove_prefix(std::min(before.size(), text.size()));
+    return std::string(text);
+}
+
 // The whole text is compared too: the end mark of a scale, or a stray add-in, can hold what reads as a
 // suffix or as the decimal sign.
+bool NumberField::IsEdited(std::string_view controlText, std::string_view number) const {
+    return number != WithoutBlanks(shownNumber) && controlText != shownText;
+}
+
 NumberField::Shown NumberField::ReadShown(std::string_view controlText, std::string_view decimalSign) const {
-    std::string text = WithoutBlanks(WithoutAddIn(controlText));
-    ReplaceFirst(text, lyr::gen::FirstCharacter(decimalSign), ".");
-    const bool isUnchanged = text == WithoutBlanks(shownNumber) || controlText == shownText;
-    return {std::move(text), !isUnchanged};
+    const std::string_view sign = lyr::gen::FirstCharacter(decimalSign);
+    std::string number = WithoutBlanks(WithoutAddIn(controlText));
+    const bool isGrouped = sign != "." && IsGrouped(number);
+    ReplaceFirst(number, sign, ".");
+    if (!IsEdited(controlText, number)) return {std::move(number), false, false};
+    return {WithoutLooseAddIn(number), true, isGrouped};
 }
 
 NumberField::Reading NumberField::Read(std::string_view controlText, std::string_view decimalSign) {
-    auto [text, isEdited] = ReadShown(controlText, decimalSign);
+    std::string text = WithoutBlanks(WithoutAddIn(controlText));
+    ReplaceFirst(text, lyr::gen::FirstCharacter(decimalSign), ".");
+    const bool isEdited = IsEdited(controlText, text);
     auto [form, position] = ClassifyNumberText(text);
     std::int32_t decimals = 0;
     if (form == NumberForm::kDecimal) {

@@ -57,13 +57,18 @@ public:
     struct Shown {
         // Without the add-in and blanks, with a point as the decimal sign. May be no number.
         std::string number;
-        bool isEdited; // since SetValue
+        bool isEdited;     // since SetValue
+        bool mayBeGrouped; // `1.200` by a user whose decimal sign is no point: 1.2 for Read, perhaps 1200
     };
-    // Reads the number that the control shows, which in a photographic field is not the value.
+    // Reads the number that the control shows, which in a photographic field is not the value. The add-in may
+    // be typed in capitals and without its blanks here: `50mm`, `F/8`. Read does not know it then.
     Shown ReadShown(std::string_view controlText, std::string_view decimalSign) const;
 
 private:
     std::string WithoutAddIn(std::string_view text) const;
+    std::string WithoutLooseAddIn(std::string_view text) const;
+    // Whether the text of the control, of which `number` is the number, has changed since SetValue.
+    bool IsEdited(std::string_view controlText, std::string_view number) const;
     // Replaces the text by the closest number if its own is beyond a limit.
     std::optional<OutOfRange> RangeCheck(std::string& text) const;
 

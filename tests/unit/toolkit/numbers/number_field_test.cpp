@@ -237,6 +237,52 @@ TEST(NumberField, TellsTheShownNumberFromTheValue) {
     EXPECT_EQ(Read(field, "f/2.8"), "3");
 }
 
+TEST(NumberField, ShowsANumberWhoseAddInIsTypedLoosely) {
+    NumberField length = Field("fraction", 1, "^0 mm");
+    length.SetValue("50/1");
+    for (const char* typed : {"35", "35mm", "35 mm", "35 MM", "35  mm ", "3 5mm"})
+        EXPECT_EQ(length.ReadShown(typed, ".").number, "35") << typed;
+    for (const char* typed : {"35m", "35cm", "mm35", "35mmmm"})
+        EXPECT_NE(length.ReadShown(typed, ".").number, "35") << typed;
+    NumberField aperture = Field("apex_aperture", 1, "f/^0");
+    aperture.SetValue("3");
+    for (const char* typed : {"8", "f/8", "F/8", "f / 8", " F/ 8"})
+        EXPECT_EQ(aperture.ReadShown(typed, ".").number, "8") << typed;
+    EXPECT_EQ(aperture.ReadShown("F/", ".").number, "");
+    NumberField about = Field("whole", 0, "About ^0%");
+    about.SetValue("5");
+    EXPECT_EQ(about.ReadShown("about7%", ".").number, "7");
+    EXPECT_EQ(about.ReadShown("%", ".").number, "");
+    EXPECT_EQ(about.ReadShown("ABOUT", ".").number, "");
+}
+
+TEST(NumberField, ReadsNoAddInThatIsTypedLoosely) {
+    NumberField length = Field("fraction", 1, "^0 mm");
+    length.SetValue("50/1");
+    EXPECT_EQ(Read(length, "35mm"), "35mm/1");
+}
+
+TEST(NumberField, KnowsAPointThatMayBelongToGroups) {
+    NumberField field = Field("decimal", 1, "^0 ppi");
+    field.SetValue("300");
+    const auto mayBeGrouped = [&field](const char* typed, const char* sign) {
+        return field.ReadShown(typed, sign).mayBeGrouped;
+    };
+    for (const char* typed :
+         {"1.200", "12.000 ppi", "-123.456", "1.200.000", "1.200,5", "1.850:1", "1.200ppi"}) {
+        EXPECT_TRUE(mayBeGrouped(typed, ",")) << typed;
+        EXPECT_TRUE(mayBeGrouped(typed, "\u066B")) << typed;
+        EXPECT_FALSE(mayBeGrouped(typed, ".")) << typed;
+    }
+    for (const char* typed :
+         {"1,200", "1.2", "1.20", "1.2000", "0.125", "1234.567", ".125", "1200", "x.125", "1."})
+        EXPECT_FALSE(mayBeGrouped(typed, ",")) << typed;
+    EXPECT_EQ(Read(field, "1.200", ","), "1.200") << "the value is read as ever";
+    NumberField exact = Field("decimal", 3);
+    exact.SetValue("1.125");
+    EXPECT_FALSE(exact.ReadShown("1.125", ",").mayBeGrouped) << "the field itself has written it";
+}
+
 TEST(NumberField, ShowsTheEndOfAScaleWithoutTheAddInFromThenOn) {
     NumberField field = Field("apex_shutterspeed", 1, "^0 s");
     EXPECT_EQ(field.SetValue("6/1"), "1/60 s");

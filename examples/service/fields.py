@@ -7,7 +7,7 @@ import markup
 from countries import COUNTRIES
 from refusals import Denied, NotACall
 
-_NUMBER = re.compile(r"-?[0-9]{1,15}(?:\.[0-9]{1,15})?|[0-9]{1,9}/[0-9]{1,9}")
+_NUMBER = re.compile(r"-?(?!(?:[0-9]\.?){16})[0-9]+(?:\.[0-9]+)?|[0-9]{1,9}/[0-9]{1,9}")  # of up to 15 digits
 _WHOLE = re.compile(r"[0-9]{1,9}")
 _CONTROLS = re.compile(r"[\x00-\x1f\x7f-\x9f\u2028\u2029]")
 _CONTROLS_BUT_BREAKS = re.compile(r"[\x00-\x08\x0b\x0c\x0e-\x1f\x7f-\x9f]")

@@ -3,6 +3,7 @@
 import hashlib
 import json
 import unicodedata
+from fractions import Fraction
 
 import markup
 from envelope import Call
@@ -22,14 +23,16 @@ REGISTRATION = {
 
 CONNECTION_TEST = {"locale": LOCALE}
 
+_TENTH = Fraction(1, 10)
+
 FEEDBACK = {
     "subject": line(200, required=True),
     "category": WORD,
     "frequency": WORD,
     "comment": lines(16384),
     "pixelWidth": number(1, 1_000_000, whole=True),
-    "resolution": number(0, 100_000, above=True),
-    "focalLength": number(0, 100_000, above=True),
+    "resolution": number(_TENTH, 100_000),
+    "focalLength": number(_TENTH, 100_000),
     "aspectRatio": number(0, 1000, above=True),
     "aperture": number(0, 1000, above=True),
     "exposureTime": number(0, 1_000_000, above=True),

@@ -153,8 +153,11 @@ class Feedback(Method):
     def test_checks_numbers(self):
         decimals = ["resolution", "focalLength", "aspectRatio", "aperture", "exposureTime"]
         self.denied_text(decimals, "0", "0.0", "0/5", "-1", "1/0", "1e3", "1,5", ".5", "5.", " 1", "+1", "nan", "inf",
-                         "1/-2", "1.5/2", "\u0663", "9" * 16)
-        self.taken_text(decimals, "", "1", "0.001", "1/8000", "1000")
+                         "1/-2", "1.5/2", "\u0663", "9" * 16, "1." + "0" * 15, "0" * 15 + ".1", "1/" + "9" * 10)
+        self.taken_text(decimals, "", "1", "0.1", "1." + "0" * 14, "100/999", "1000")
+        self.taken_text(["aspectRatio", "aperture", "exposureTime"], "0.001", "1/8000")
+        self.denied_text(["resolution", "focalLength"], "0.09999", "1/11")
+        self.taken_text(["resolution", "focalLength"], "0.1", "1/10")
         self.denied_text(["aspectRatio", "aperture"], "1000.1", "1001")
         self.denied_text(["resolution", "focalLength"], "100000.01")
         self.taken_text(["resolution", "focalLength"], "100000")

@@ -42,19 +42,33 @@ xdotool type "See the corner."
 press alt+c
 
 wait_until "the capture data are shown" title_is "$capture"
-wait_until "the reader starts in the first field" focus_is edit
-press ctrl+a
-xdotool type "4000"
+wait_until "the reader starts on the first check box" is_focused "Send (1): Image width:"
+press Tab
+wait_until "Tab passes the disabled field" is_focused "Send (2): Resolution:"
+wait_until "Enter still goes on" is_default "Continue"
+press shift+Tab
+wait_until "Shift+Tab leads back" is_focused "Send (1): Image width:"
+wait_until "Enter still goes on there" is_default "Continue"
+press space
+wait_until "it leads into its field" focus_is edit
+xdotool type "4000" # in place of the example
 press alt+6 # the check box of the exposure time
-press alt+a # the aperture
-press ctrl+a
+wait_until "its field has the focus" focus_is edit
+press alt+a # the aperture, whose field is still disabled
+wait_until "the label leads to the check box" is_focused "Send (5): Aperture:"
+press space
+wait_until "it leads into its field" focus_is edit
+press alt+5
+wait_until "the check box takes the focus out of its field" is_focused "Send (5): Aperture:"
+press space
+wait_until "and gives it back" focus_is edit
 xdotool type "wide"
 press alt+c
 wait_until "a text that is no number is refused" says "This is not a number"
 press Return
 wait_until "the alert closes" title_is "$capture"
 wait_until "the focus is in the field" focus_is edit
-xdotool type "f/5.6"
+xdotool type "F/5.6"
 press alt+c
 
 wait_until "the list is shown" title_is "$storage"

@@ -37,7 +37,8 @@ constexpr struct {
 
 constexpr char kFurtherLine[] = "    ";
 
-constexpr std::size_t kDigitsOfDecimal = 15, kDigitsOfWhole = 9;
+constexpr std::size_t kDigitsOfDecimal = 15; // in all, so that no two numbers are the same double
+constexpr std::size_t kDigitsOfWhole = 9;
 constexpr std::size_t kDigitsOfCount = 9;
 
 std::string TextOf(T_StorageInterface& bag, const char* key) {
@@ -52,8 +53,9 @@ bool IsDigits(std::string_view text, std::size_t most) {
 
 bool IsDecimal(std::string_view text) {
     const std::size_t point = text.find('.');
-    const bool hasDecimals = point == text.npos || IsDigits(text.substr(point + 1), kDigitsOfDecimal);
-    return IsDigits(text.substr(0, point), kDigitsOfDecimal) && hasDecimals;
+    if (point == text.npos) return IsDigits(text, kDigitsOfDecimal);
+    return text.size() <= kDigitsOfDecimal + 1 && IsDigits(text.substr(0, point), kDigitsOfDecimal) &&
+           IsDigits(text.substr(point + 1), kDigitsOfDecimal);
 }
 
 bool IsFraction(std::string_view text) {
@@ -94,6 +96,8 @@ std::optional<std::string> SendableNumber(std::string_view shown) {
     if (IsDecimal(digits) || IsFraction(number)) return number;
     return std::nullopt;
 }
+
+bool IsWhole(std::string_view number) { return IsDigits(number, number.npos); }
 
 bool IsInLimits(std::string_view number, const NumberLimits& limits) {
     if (limits.isWhole && !IsDigits(number, kDigitsOfWhole)) return false;

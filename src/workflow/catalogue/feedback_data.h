@@ -43,6 +43,8 @@ struct NumberLimits {
 // two whole numbers: `3:2` becomes `3/2`. `shown` has a point as its decimal sign. Returns nothing for a text
 // that is no number.
 [[nodiscard]] std::optional<std::string> SendableNumber(std::string_view shown);
+// Whether such a number is written as a whole one, without a sign.
+[[nodiscard]] bool IsWhole(std::string_view number);
 // Whether a number that SendableNumber has returned is in the range.
 [[nodiscard]] bool IsInLimits(std::string_view number, const NumberLimits& limits);
 

@@ -46,6 +46,10 @@ constexpr FieldAlert kNumberMissing{"$$$/pvn/alert/number_missing/title",
                                     "$$$/pvn/alert/number_missing/text"};
 constexpr FieldAlert kNumberMalformed{"$$$/pvn/alert/number_malformed/title",
                                       "$$$/pvn/alert/number_malformed/text"};
+constexpr FieldAlert kNumberNotWhole{"$$$/pvn/alert/number_not_whole/title",
+                                     "$$$/pvn/alert/number_not_whole/text"};
+constexpr FieldAlert kNumberGrouped{"$$$/pvn/alert/number_grouped/title",
+                                    "$$$/pvn/alert/number_grouped/text"};
 constexpr FieldAlert kNumberOutside{"$$$/pvn/alert/number_outside/title",
                                     "$$$/pvn/alert/number_outside/text"};
 
@@ -77,7 +81,7 @@ constexpr struct NumberRow {
      PvnWFKey_FeedbackResolution,
      "$$$/pvn/feedback/capture/resolution",
      "300",
-     {.least = 0, .most = 100'000, .isAboveLeast = true}},
+     {.least = 0.1, .most = 100'000}},
     {kAspectRatioField,
      PvnWFKey_FeedbackAspectRatio,
      "$$$/pvn/feedback/capture/aspect_ratio",
@@ -87,7 +91,7 @@ constexpr struct NumberRow {
      PvnWFKey_FeedbackFocalLength,
      "$$$/pvn/feedback/capture/focal_length",
      "50/1",
-     {.least = 0, .most = 100'000, .isAboveLeast = true}},
+     {.least = 0.1, .most = 100'000}},
     {kApertureField,
      PvnWFKey_FeedbackAperture,
      "$$$/pvn/feedback/capture/aperture",
@@ -105,13 +109,13 @@ constexpr struct NumberRow {
      {.least = -1'000, .most = 1'000}},
 };
 
-// Returns what is wrong with the number that a chosen field shows.
-std::optional<FieldAlert> AlertAbout(const std::optional<std::string>& shown, const NumberLimits& limits) {
-    if (!shown) return kNumberMissing;
-    const std::optional<std::string> number = SendableNumber(*shown);
-    if (!number) return kNumberMalformed;
-    if (!IsInLimits(*number, limits)) return kNumberOutside;
-    return std::nullopt;
+// Returns what is wrong with the text of a chosen field as a number, whatever its range.
+std::optional<FieldAlert> AlertAboutForm(const zeve::ShownNumber& shown, const NumberLimits& limits) {
+    if (shown.text.empty()) return kNumberMissing;
+    if (shown.mayBeGrouped) return kNumberGrouped;
+    const std::optional<std::string> number = SendableNumber(shown.text);
+    if (limits.isWhole) return number && IsWhole(*number) ? std::nullopt : std::optional(kNumberNotWhole);
+    return number ? std::nullopt : std::optional(kNumberMalformed);
 }
 
 // Some languages have the key in parentheses after the words.
@@ -187,6 +191,7 @@ void CapturePane::Enter() {
     if (!isFilled) ShowUsualValues();
     FieldPane::Enter();
     ShowCheckBoxes(true);
+    for (const NumberRow& row : kNumbers) FollowSubCheck(ref, row.field);
 }
 
 void CapturePane::Leave() {
@@ -215,20 +220,23 @@ void CapturePane::ShowUsualValues() {
     isFilled = true;
 }
 
-bool CapturePane::IsChosen(std::uint16_t field) const {
-    const zeve::NativeWindow checkBox = zeve::ZeveSubControl(ref, field);
-    return zeve::platform::Send(checkBox, zeve::kButtonGetCheck, 0, 0) == zeve::kChecked;
+zeve::NativeWindow CapturePane::FirstControl() const {
+    return IsSubCheckSet(ref, firstFocus) ? ControlOf(firstFocus) : zeve::ZeveSubControl(ref, firstFocus);
 }
 
-void CapturePane::Choose(std::uint16_t field) {
-    zeve::platform::Send(zeve::ZeveSubControl(ref, field), zeve::kButtonSetCheck, zeve::kChecked, 0);
+void CapturePane::OnMessage(const WindowMessage& message) {
+    FieldPane::OnMessage(message);
+    if (message.number != zeve::kMessageCommand || message.lparam == 0) return;
+    if (NotificationOf(message.wparam).code != kNotificationPressed) return;
+    for (const NumberRow& row : kNumbers) {
+        const zeve::NativeWindow check = zeve::ZeveSubControl(ref, row.field);
+        if (reinterpret_cast<std::intptr_t>(check) == message.lparam) return OnChoice(row.field);
+    }
 }
 
-void CapturePane::OnNotification(Notification notification) {
-    FieldPane::OnNotification(notification);
-    const bool isNumber =
-        std::ranges::find(kNumbers, notification.id, &NumberRow::field) != std::end(kNumbers);
-    if (isFilled && isNumber && notification.code == kNotificationEditChanged) Choose(notification.id);
+void CapturePane::OnChoice(std::uint16_t field) {
+    FollowSubCheck(ref, field);
+    if (IsSubCheckSet(ref, field)) FocusWhole(field);
 }
 
 bool CapturePane::TakeEntries() {
@@ -236,14 +244,19 @@ bool CapturePane::TakeEntries() {
     std::vector<std::string> numbers; // of the rows, empty for those that are left out
     for (const NumberRow& row : kNumbers) {
         std::string& number = numbers.emplace_back();
-        if (!IsChosen(row.field)) continue;
-        const std::optional<std::string> shown = fields.ReadShown(row.field);
-        if (fields.HasCorrected()) return false;
-        if (const std::optional<FieldAlert> alert = AlertAbout(shown, row.limits)) {
+        if (!IsSubCheckSet(ref, row.field)) continue;
+        const zeve::ShownNumber shown = zeve::ZeveShownNumber(ref, row.field).value_or(zeve::ShownNumber{});
+        std::optional<FieldAlert> alert = AlertAboutForm(shown, row.limits);
+        if (!alert) {
+            static_cast<void>(fields.Read(row.field)); // for its correction
+            if (fields.HasCorrected()) return false;
+            number = SendableNumber(shown.text).value_or("");
+            if (!IsInLimits(number, row.limits)) alert = kNumberOutside;
+        }
+        if (alert) {
             ShowFault({row.field, *alert});
             return false;
         }
-        number = SendableNumber(*shown).value_or("");
     }
     for (std::size_t i = 0; i < numbers.size(); ++i) SetString(*context, kNumbers[i].key, numbers[i]);
     return true;

@@ -32,25 +32,26 @@ private:
     bool isFrequencyMarked = false;
 };
 
-// Numbers of the camera, each of which may be left out: only those whose check box is set are sent. The
-// fields begin with usual values, so that their units are seen.
+// Numbers of the camera, each of which may be left out: only those whose check box is set are sent, and the
+// other fields are disabled. The fields begin with usual values, so that their units are seen.
 class CapturePane final : public FieldPane {
 public:
     CapturePane();
 
     void Enter() override;
     void Leave() override;
+    void OnMessage(const WindowMessage& message) override;
     [[nodiscard]] bool TakeEntries() override;
 
 protected:
-    // Sets the check box of a field in which the user types.
-    void OnNotification(Notification notification) override;
+    // A disabled field cannot take the focus: its check box does.
+    zeve::NativeWindow FirstControl() const override;
 
 private:
     void ShowUsualValues();
     void ShowCheckBoxes(bool visible);
-    bool IsChosen(std::uint16_t field) const;
-    void Choose(std::uint16_t field);
+    // The user has pressed the check box of the field.
+    void OnChoice(std::uint16_t field);
 
     bool isFilled = false;
 };

@@ -31,16 +31,33 @@ zeve::NativeWindow FieldPane::ControlOf(std::uint16_t viewId) const {
 
 void FieldPane::Enter() {
     PagePane::Enter();
+    HaveFocusReported();
     if (firstFocus != kNoControl) {
         zeve::platform::Post(zeve::ZeveTopWindow(ref), kMessageFirstFocus, 0, 0);
     }
 }
 
+// Check boxes and radio buttons report the focus only with this style, and the frame of the default button
+// follows these reports. Push buttons have frames of their own, and the dialog knows them by their style.
+void FieldPane::HaveFocusReported() {
+    namespace style = zeve::style;
+    for (zeve::NativeWindow child = zeve::platform::TopChild(zeve::ZeveTopWindow(ref)); child;
+         child = zeve::platform::NextSibling(child)) {
+        const std::uint32_t old = zeve::platform::StyleOf(child);
+        const bool isMark = zeve::platform::IsOfClass(child, u"button") && (old & style::kButtonKinds) != 0;
+        if (isMark) zeve::platform::SetStyle(child, old | style::kButtonNotifies);
+    }
+}
+
 void FieldPane::TakeFirstFocus() {
     const std::uint16_t field = std::exchange(fieldToCorrect, kNoControl);
-    if (field == kNoControl && firstFocus == kNoControl) return;
-    zeve::platform::Focus(ControlOf(field != kNoControl ? field : firstFocus));
-    if (field != kNoControl) zeve::platform::Send(ControlOf(field), zeve::kEditSetSelection, 0, kToItsEnd);
+    if (field != kNoControl) return FocusWhole(field);
+    if (firstFocus != kNoControl) zeve::platform::Focus(FirstControl());
+}
+
+void FieldPane::FocusWhole(std::uint16_t field) const {
+    zeve::platform::Focus(ControlOf(field));
+    zeve::platform::Send(ControlOf(field), zeve::kEditSetSelection, 0, kToItsEnd);
 }
 
 void FieldPane::OnMessage(const WindowMessage& message) {

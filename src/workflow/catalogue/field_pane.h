@@ -50,10 +50,15 @@ protected:
     void AttachLink(HyperLink& link, std::uint16_t viewId);
     // Shows the alert, and gives the focus to the field, with all of its text selected.
     void ShowFault(const FieldFault& fault);
+    // Gives the focus to an edit field, with all of its text selected.
+    void FocusWhole(std::uint16_t field) const;
+    // Returns the control that takes the focus first, or null.
+    virtual zeve::NativeWindow FirstControl() const { return ControlOf(firstFocus); }
 
     std::uint16_t firstFocus; // a view id, or kNoControl
 
 private:
+    void HaveFocusReported();
     void OnTab();
 
     std::uint16_t fieldToCorrect = kNoControl; // takes the next focus

@@ -87,6 +87,24 @@ void PlaceSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool isRightT
     if (isRightToLeft) toolkit_platform::MoveTo(field, mark.left, old.top, old.Width(), old.Height());
 }
 
+bool IsSubCheckSet(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    return toolkit_platform::Send(zeve::ZeveSubControl(dialog, viewId), zeve::kButtonGetCheck, 0, 0) ==
+           zeve::kChecked;
+}
+
+// An access key leads from its label to the next control that can take the focus.
+void FollowSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
+    const NativeWindow check = zeve::ZeveSubControl(dialog, viewId), field = ControlOf(dialog, viewId);
+    if (!check || !field) return;
+    const bool isSet = IsSubCheckSet(dialog, viewId);
+    toolkit_platform::PutBefore(check, field);
+    const NativeWindow label = toolkit_platform::PreviousSibling(check);
+    if (isSet && IsLabel(label)) toolkit_platform::PutBefore(check, label);
+    if (!isSet && toolkit_platform::FocusedWindow() == field) toolkit_platform::Focus(check);
+    toolkit_platform::Enable(field, isSet);
+    zeve::ThrowKeptException();
+}
+
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId) {
     const NativeWindow control = ControlOf(dialog, viewId);
     toolkit_platform::SetStyle(control, toolkit_platform::StyleOf(control) | zeve::style::kTabStop);

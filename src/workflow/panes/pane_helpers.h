@@ -30,6 +30,12 @@ void NameSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, const std::str
 // that the check box is on the side where reading begins.
 void PlaceSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool isRightToLeft);
 
+// Returns whether the small check box in front of a field is set.
+[[nodiscard]] bool IsSubCheckSet(zeve::ZeveDialog* dialog, std::uint16_t viewId);
+// Enables or disables a field as its named check box is set or not. The access key of the field's label leads
+// to the check box while the field is disabled, and the focus does too.
+void FollowSubCheck(zeve::ZeveDialog* dialog, std::uint16_t viewId);
+
 void AddTabStop(zeve::ZeveDialog* dialog, std::uint16_t viewId);
 void SetVisible(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool visible);
 void SetEnabled(zeve::ZeveDialog* dialog, std::uint16_t viewId, bool enabled);

@@ -57,6 +57,11 @@ bool IsPressed(const HeadlessWindow& control) {
     return control.className == u"button" && (control.style & 0xF) != style::kGroupBox;
 }
 
+bool IsSmallCheckBox(const HeadlessWindow& control) {
+    return control.className == u"button" && (control.style & 0xF) == style::kAutoCheckBox &&
+           control.frame.Width() == 15;
+}
+
 // The arrow keys reach it from the marked one of its group.
 bool IsUnmarkedRadio(const HeadlessWindow& control) {
     const auto check = control.remembered.find(zeve::kButtonSetCheck);
@@ -90,8 +95,22 @@ protected:
         }
     }
 
+    // A field with a small check box in front of it is disabled until that is set.
+    static void SetSubChecks() {
+        std::vector<Window> checks;
+        for (const auto& window : System().windows)
+            if (window->parent == TopDialog() && IsUsable(*window) && IsSmallCheckBox(*window))
+                checks.push_back(window->handle);
+        for (const Window check : checks) {
+            zeve::platform::Send(check, zeve::kButtonSetCheck, zeve::kChecked, 0);
+            Tell(TopDialog(), zeve::kMessageCommand, zeve::headless::FindWindow(check)->id,
+                 reinterpret_cast<std::intptr_t>(check));
+        }
+    }
+
     void CheckPane() {
         SCOPED_TRACE(testing::Message() << "pane " << ++panes);
+        SetSubChecks();
         std::map<char16_t, std::u16string> texts; // by access key
         const HeadlessWindow* before = nullptr;
         for (const auto& window : System().windows) {

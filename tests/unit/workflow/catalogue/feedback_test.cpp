@@ -87,15 +87,61 @@ protected:
         ThenSelectCategory("quality");
         ThenType(kCommentField, u"Too gray.\r\nSee the corner.");
     }
+    Window CheckBoxOf(std::uint16_t field) const { return zeve::ZeveSubControl(dialog, field); }
+    // The check box reports it, and has changed by itself before.
     void ThenSetCheckBox(std::uint16_t field, bool isSet = true) {
         Then([this, field, isSet] {
-            zeve::platform::Send(zeve::ZeveSubControl(dialog, field), zeve::kButtonSetCheck,
-                                 isSet ? zeve::kChecked : 0, 0);
+            const Window check = CheckBoxOf(field);
+            zeve::platform::Send(check, zeve::kButtonSetCheck, isSet ? zeve::kChecked : 0, 0);
+            TellOf(check, kNotificationPressed);
         });
     }
+    static void TellOf(Window control, std::uint16_t notification) {
+        const std::uint16_t id = zeve::headless::FindWindow(control)->id;
+        Tell(TopDialog(), zeve::kMessageCommand, std::uintptr_t{notification} << 16 | id,
+             reinterpret_cast<std::intptr_t>(control));
+    }
     void ThenTypeNumber(std::uint16_t field, std::u16string text) {
+        ThenSetCheckBox(field);
         ThenType(field, std::move(text));
-        ThenNotify(field, kNotificationEditChanged);
+    }
+    // On the page of the capture data: the number is taken, and its line ends with `sent`. Clears the field.
+    void ThenTakeNumber(std::uint16_t field, std::u16string typed, std::string sent) {
+        ThenTypeNumber(field, std::move(typed));
+        ThenFindSent(field, std::move(sent));
+    }
+    void ThenFindSent(std::uint16_t field, std::string sent) {
+        ThenPress(kContinueButton);
+        ThenExpectPane("feedback/storage");
+        Then([this, sent] { EXPECT_THAT(list, Contains(testing::EndsWith(": " + sent))); });
+        ThenPress(kBackButton);
+        ThenSetCheckBox(field, false);
+    }
+    // The number is corrected once, and what the field then shows is taken.
+    void ThenCorrectNumber(std::uint16_t field, std::u16string typed, std::string shown, std::string sent) {
+        Then([] { System().calls.clear(); });
+        ThenTypeNumber(field, std::move(typed));
+        ThenPress(kContinueButton);
+        ThenExpectPane("feedback/capture");
+        ThenExpectText(field, std::move(shown));
+        ThenExpectFocus(field);
+        ThenFindSent(field, std::move(sent));
+        Then([] { EXPECT_EQ(zeve::headless::CallsOf("ShowErrorMessage").size(), 1u); });
+    }
+    // The text is refused in the pane's own words, and stays as it is.
+    void ThenRefuseNumber(std::uint16_t field, std::u16string typed, const char* alert) {
+        Then([] { System().calls.clear(); });
+        ThenTypeNumber(field, typed);
+        ThenPress(kContinueButton);
+        ThenExpectAlert(alert, field);
+        ThenExpectText(field, lyr::gen::ToUtf8(typed));
+        Then([] { EXPECT_TRUE(zeve::headless::CallsOf("ShowErrorMessage").empty()); });
+        ThenSetCheckBox(field, false);
+    }
+    void ThenEndOnCapture() {
+        ThenExpectPane("feedback/capture");
+        ThenPressEsc();
+        EXPECT_EQ(Run(), kStatusUserCancel);
     }
     void ThenMoveSliderTo(std::intptr_t kib) {
         Then([this, kib] {
@@ -314,7 +360,7 @@ TEST_F(Feedback, ValuesThatAreChosenAsTheyAreAreSentAsTheyAreShown) {
         EXPECT_THAT(lines, Contains(line));
 }
 
-TEST_F(Feedback, TypingInAFieldSetsItsCheckBox) {
+TEST_F(Feedback, ANumberIsSentInTheFormOfTheService) {
     EXPECT_EQ(SentNumber(kResolutionField, u"72.5 ppi", "resolution"), "72.5");
     EXPECT_EQ(SentNumber(kApertureField, u"f/4", "aperture"), "4");
     EXPECT_EQ(SentNumber(kExposureTimeField, u"1/60", "exposure_time"), "1/60");
@@ -326,6 +372,87 @@ TEST_F(Feedback, TypingInAFieldSetsItsCheckBox) {
     EXPECT_EQ(SentNumber(kApertureField, u"f/3,5", "aperture"), "3.5");
 }
 
+TEST_F(Feedback, AFieldIsDisabledUntilItsCheckBoxIsSet) {
+    ThenGoToCapture();
+    Then([this] {
+        for (const std::uint16_t field : kNumberFields) {
+            EXPECT_FALSE(zeve::platform::IsEnabled(Control(field)->handle)) << field;
+            EXPECT_TRUE(zeve::platform::IsEnabled(CheckBoxOf(field))) << field;
+            EXPECT_EQ(zeve::platform::NextSibling(CheckBoxOf(field)), Control(field)->handle)
+                << "the access key of the label leads to the check box";
+        }
+    });
+    for (const std::uint16_t field : kNumberFields) {
+        ThenSetCheckBox(field);
+        ThenExpectFocus(field);
+        Then([this, field] {
+            EXPECT_TRUE(zeve::platform::IsEnabled(Control(field)->handle));
+            const Window label = zeve::platform::NextSibling(CheckBoxOf(field));
+            EXPECT_EQ(zeve::platform::NextSibling(label), Control(field)->handle)
+                << "the access key of the label leads to the field";
+            const auto last = zeve::headless::CallsOf("Send").back();
+            EXPECT_EQ(last.window, Control(field)->handle);
+            EXPECT_THAT(last.numbers, ElementsAre(zeve::kEditSetSelection, 0, -1)) << "an example to replace";
+        });
+        ThenSetCheckBox(field, false); // by its access key, with the focus in the field
+        Then([this, field] {
+            EXPECT_FALSE(zeve::platform::IsEnabled(Control(field)->handle));
+            EXPECT_EQ(System().focus, CheckBoxOf(field)) << "not in a disabled field";
+        });
+    }
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, ACheckBoxThatOnlyGetsTheFocusChangesNothing) {
+    ThenGoToCapture();
+    Then([this] {
+        zeve::platform::Send(CheckBoxOf(kApertureField), zeve::kButtonSetCheck, zeve::kChecked, 0);
+        zeve::platform::Focus(CheckBoxOf(kApertureField));
+        TellOf(CheckBoxOf(kApertureField), kNotificationButtonHasFocus);
+        EXPECT_EQ(System().focus, CheckBoxOf(kApertureField));
+        EXPECT_FALSE(zeve::platform::IsEnabled(Control(kApertureField)->handle));
+    });
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, FieldsStayEnabledOrDisabledAfterAStepBack) {
+    ThenGoToCapture();
+    ThenTypeNumber(kApertureField, u"f/8");
+    ThenPress(kContinueButton);
+    ThenPress(kBackButton);
+    Then([] {
+        for (const std::uint16_t field : kNumberFields)
+            EXPECT_EQ(zeve::platform::IsEnabled(Control(field)->handle), field == kApertureField) << field;
+    });
+    ThenEndOnCapture();
+}
+
+// The keyboard rules take the frame away when the focus moves; without the report nothing brings it back.
+TEST_F(Feedback, TheDefaultButtonKeepsItsFrameWhileACheckBoxOrARadioButtonHasTheFocus) {
+    const auto expectFrame = [](Window control) {
+        EXPECT_NE(zeve::platform::StyleOf(control) & zeve::style::kButtonNotifies, 0u);
+        Tell(TopDialog(), zeve::kMessageNextDialogControl);
+        const auto last = zeve::headless::CallsOf("Send").back();
+        EXPECT_EQ(last.window, Control(kContinueButton)->handle);
+        EXPECT_THAT(last.numbers, ElementsAre(zeve::kButtonSetStyle, 0, 1));
+        System().posted.clear();
+        TellOf(control, kNotificationButtonHasFocus);
+        ASSERT_EQ(System().posted.size(), 1u);
+        EXPECT_EQ(System().posted[0].window, Control(kContinueButton)->handle);
+        EXPECT_EQ(System().posted[0].number, zeve::kButtonSetStyle);
+        EXPECT_EQ(System().posted[0].wparam, zeve::style::kDefaultPushButton);
+    };
+    Then([expectFrame] { expectFrame(Control(kSometimesRadio)->handle); });
+    ThenGoToCapture();
+    Then([this, expectFrame] {
+        for (const std::uint16_t field : kNumberFields) expectFrame(CheckBoxOf(field));
+        for (const std::uint16_t button : {kBackButton, kContinueButton})
+            EXPECT_EQ(Control(button)->style & zeve::style::kButtonNotifies, 0u)
+                << "the dialog knows its buttons by their exact style";
+    });
+    ThenEndOnCapture();
+}
+
 TEST_F(Feedback, AValueWhoseCheckBoxIsClearedIsLeftOut) {
     const auto lines = ListAfter([this] {
         ThenTypeNumber(kPixelWidthField, u"0 nonsense");
@@ -334,37 +461,155 @@ TEST_F(Feedback, AValueWhoseCheckBoxIsClearedIsLeftOut) {
     EXPECT_THAT(lines, Not(Contains(HasSubstr("Image width"))));
 }
 
-TEST_F(Feedback, ANumberThatTheServiceWouldRefuseIsNamed) {
+TEST_F(Feedback, APixelWidthIsAWholeNumberFromOneToAMillion) {
     ThenGoToCapture();
-    const auto thenRefuse = [this](std::uint16_t field, std::u16string text, const char* alert) {
-        ThenTypeNumber(field, std::move(text));
-        ThenPress(kContinueButton);
-        ThenExpectAlert(alert, field);
-        ThenSetCheckBox(field, false);
-    };
-    thenRefuse(kBrightnessField, u"1001", "number_outside");
-    thenRefuse(kBrightnessField, u"bright", "number_malformed");
-    thenRefuse(kExposureTimeField, u"0", "number_outside");
-    thenRefuse(kExposureTimeField, u"1/0", "number_malformed");
-    thenRefuse(kApertureField, u"1e3", "number_malformed");
-    thenRefuse(kAspectRatioField, u"3:2:1", "number_malformed");
-    thenRefuse(kAspectRatioField, u"0:1", "number_outside");
-    thenRefuse(kResolutionField, u"", "number_missing");
-    thenRefuse(kPixelWidthField, u"60.5", "number_outside");
-    ThenExpectPane("feedback/capture");
-    ThenPress(kContinueButton);
-    ThenExpectPane("feedback/storage");
-    ThenPressEsc();
-    Run();
+    ThenTakeNumber(kPixelWidthField, u"1", "1");
+    ThenTakeNumber(kPixelWidthField, u"1000000 px", "1000000");
+    ThenTakeNumber(kPixelWidthField, u"4000px", "4000");
+    ThenTakeNumber(kPixelWidthField, u"4 000 PX", "4000");
+    ThenCorrectNumber(kPixelWidthField, u"0", "1 px", "1");
+    ThenCorrectNumber(kPixelWidthField, u"1000001", "1000000 px", "1000000");
+    ThenRefuseNumber(kPixelWidthField, u"", "number_missing");
+    ThenRefuseNumber(kPixelWidthField, u" px", "number_missing");
+    for (const char16_t* typed : {u"wide", u"-1", u"60.5", u"6/2", u"3:2", u"4,000", u"1e3", u"4000 mm"})
+        ThenRefuseNumber(kPixelWidthField, typed, "number_not_whole");
+    ThenEndOnCapture();
 }
 
-TEST_F(Feedback, ANumberBeyondALimitIsCorrectedAndNotSentYet) {
+TEST_F(Feedback, AResolutionIsFromATenthToAHundredThousand) {
+    ThenGoToCapture();
+    ThenTakeNumber(kResolutionField, u"0.1", "0.1");
+    ThenTakeNumber(kResolutionField, u"100000", "100000");
+    ThenTakeNumber(kResolutionField, u"72ppi", "72");
+    ThenTakeNumber(kResolutionField, u"1/3", "1/3");
+    ThenCorrectNumber(kResolutionField, u"0", "0.1 ppi", "0.1");
+    ThenCorrectNumber(kResolutionField, u"0.09", "0.1 ppi", "0.1");
+    ThenCorrectNumber(kResolutionField, u"100000.1", "100000.0 ppi", "100000.0");
+    ThenRefuseNumber(kResolutionField, u"", "number_missing");
+    ThenRefuseNumber(kResolutionField, u"fine", "number_malformed");
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, AnAspectRatioIsAboveZeroAndUpToAThousand) {
+    ThenGoToCapture();
+    ThenTakeNumber(kAspectRatioField, u"0.001", "0.001");
+    ThenTakeNumber(kAspectRatioField, u"1000:1", "1000");
+    ThenTakeNumber(kAspectRatioField, u"2.39:1", "2.39");
+    for (const char16_t* typed : {u"0", u"0:1", u"-1", u"1001:1", u"1000.1"})
+        ThenRefuseNumber(kAspectRatioField, typed, "number_outside");
+    ThenRefuseNumber(kAspectRatioField, u"", "number_missing");
+    for (const char16_t* typed : {u"wide", u"3:2:1", u"3:0"})
+        ThenRefuseNumber(kAspectRatioField, typed, "number_malformed");
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, AFocalLengthIsFromATenthToAHundredThousand) {
+    ThenGoToCapture();
+    ThenTakeNumber(kFocalLengthField, u"1/10", "1/10");
+    ThenTakeNumber(kFocalLengthField, u"100000", "100000");
+    ThenTakeNumber(kFocalLengthField, u"50mm", "50");
+    ThenTakeNumber(kFocalLengthField, u"18.5 MM", "18.5");
+    ThenCorrectNumber(kFocalLengthField, u"0", "1/10 mm", "1/10");
+    ThenCorrectNumber(kFocalLengthField, u"1/11", "1/10 mm", "1/10");
+    ThenCorrectNumber(kFocalLengthField, u"-50mm", "1/10 mm", "1/10");
+    ThenCorrectNumber(kFocalLengthField, u"100000.1", "100000/1 mm", "100000/1");
+    ThenRefuseNumber(kFocalLengthField, u"mm", "number_missing");
+    ThenRefuseNumber(kFocalLengthField, u"50cm", "number_malformed");
+    ThenRefuseNumber(kFocalLengthField, u"long", "number_malformed");
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, AnApertureIsAboveZeroAndUpToAThousand) {
+    ThenGoToCapture();
+    ThenTakeNumber(kApertureField, u"0.001", "0.001");
+    ThenTakeNumber(kApertureField, u"f/1000", "1000");
+    for (const char16_t* typed : {u"8", u"f/8", u"F/8", u"f / 8", u"F/ 8"})
+        ThenTakeNumber(kApertureField, typed, "8");
+    for (const char16_t* typed : {u"0", u"F/0", u"-1", u"1000.1"})
+        ThenRefuseNumber(kApertureField, typed, "number_outside");
+    ThenRefuseNumber(kApertureField, u"F/", "number_missing");
+    for (const char16_t* typed : {u"wide", u"1e3", u"g/8"})
+        ThenRefuseNumber(kApertureField, typed, "number_malformed");
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, AnExposureTimeIsAboveZeroAndUpToAMillion) {
+    ThenGoToCapture();
+    ThenTakeNumber(kExposureTimeField, u"1/8000", "1/8000");
+    ThenTakeNumber(kExposureTimeField, u"1000000 s", "1000000");
+    ThenTakeNumber(kExposureTimeField, u"1/250s", "1/250");
+    for (const char16_t* typed : {u"0", u"0/5", u"-1", u"1000000.1"})
+        ThenRefuseNumber(kExposureTimeField, typed, "number_outside");
+    ThenRefuseNumber(kExposureTimeField, u"  ", "number_missing");
+    for (const char16_t* typed : {u"short", u"1/0"})
+        ThenRefuseNumber(kExposureTimeField, typed, "number_malformed");
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, ABrightnessIsFromMinusAThousandToAThousand) {
+    ThenGoToCapture();
+    ThenTakeNumber(kBrightnessField, u"-1000", "-1000");
+    ThenTakeNumber(kBrightnessField, u"1000ev", "1000");
+    ThenTakeNumber(kBrightnessField, u"0", "0");
+    for (const char16_t* typed : {u"-1000.1", u"1000.1"})
+        ThenRefuseNumber(kBrightnessField, typed, "number_outside");
+    ThenRefuseNumber(kBrightnessField, u"", "number_missing");
+    for (const char16_t* typed : {u"bright", u"--1"})
+        ThenRefuseNumber(kBrightnessField, typed, "number_malformed");
+    ThenEndOnCapture();
+}
+
+// With a comma as the decimal sign, as in German, a point is understood as one too.
+TEST_F(Feedback, NumbersWithADecimalCommaHaveTheSameBorders) {
+    System().decimalSign = ",";
+    ThenGoToCapture();
+    ThenTakeNumber(kPixelWidthField, u"1000000px", "1000000");
+    ThenTakeNumber(kResolutionField, u"0,1 ppi", "0.1");
+    ThenTakeNumber(kAspectRatioField, u"1,85:1", "1.85");
+    ThenTakeNumber(kFocalLengthField, u"18,5mm", "18.5");
+    ThenTakeNumber(kFocalLengthField, u"18.5mm", "18.5");
+    ThenTakeNumber(kApertureField, u"F/2,8", "2.8");
+    ThenTakeNumber(kExposureTimeField, u"0,125", "0.125");
+    ThenTakeNumber(kExposureTimeField, u"0.125", "0.125");
+    ThenTakeNumber(kBrightnessField, u"-999,9 EV", "-999.9");
+    ThenCorrectNumber(kPixelWidthField, u"0", "1 px", "1");
+    ThenCorrectNumber(kResolutionField, u"0,09", "0.1 ppi", "0.1");
+    ThenCorrectNumber(kFocalLengthField, u"100000,1", "100000/1 mm", "100000/1");
+    ThenRefuseNumber(kPixelWidthField, u"60,5", "number_not_whole");
+    ThenRefuseNumber(kAspectRatioField, u"1000,1", "number_outside");
+    ThenRefuseNumber(kApertureField, u"0,0", "number_outside");
+    ThenRefuseNumber(kExposureTimeField, u"1000000,1", "number_outside");
+    ThenRefuseNumber(kBrightnessField, u"-1000,1", "number_outside");
+    for (const std::uint16_t field : kNumberFields) ThenRefuseNumber(field, u"", "number_missing");
+    ThenEndOnCapture();
+}
+
+// Read as 1.2, it would be a value that the user did not mean.
+TEST_F(Feedback, APointThatMaySeparateThousandsIsNotGuessed) {
+    System().decimalSign = ",";
+    ThenGoToCapture();
+    for (const std::uint16_t field : kNumberFields) {
+        ThenRefuseNumber(field, u"1.200", "number_grouped");
+        ThenRefuseNumber(field, u"1.200,5", "number_grouped");
+    }
+    ThenTakeNumber(kResolutionField, u"1200", "1200");
+    ThenTakeNumber(kResolutionField, u"1,200", "1.200");
+    Then([] { System().decimalSign = "."; });
+    ThenTakeNumber(kResolutionField, u"1.200", "1.200");
+    ThenRefuseNumber(kResolutionField, u"1,200", "number_malformed");
+    ThenEndOnCapture();
+}
+
+TEST_F(Feedback, ACorrectedNumberIsNotSentYet) {
     ThenGoToCapture();
     ThenTypeNumber(kPixelWidthField, u"2000000");
+    ThenTypeNumber(kApertureField, u"wide");
     ThenPress(kContinueButton);
-    ThenExpectPane("feedback/capture");
     ThenExpectText(kPixelWidthField, "1000000 px");
     ThenExpectFocus(kPixelWidthField);
+    ThenPress(kContinueButton);
+    ThenExpectAlert("number_malformed", kApertureField);
+    ThenSetCheckBox(kApertureField, false);
     ThenPress(kContinueButton);
     ThenExpectPane("feedback/storage");
     ThenPressEsc();
@@ -532,9 +777,12 @@ TEST_F(Feedback, EnterNeverSendsAnything) {
 TEST_F(Feedback, TheFocusBeginsWhereTheFirstActIs) {
     ThenExpectFocus(kSubjectField);
     ThenGoToCapture();
-    ThenExpectFocus(kPixelWidthField);
+    Then([this] { EXPECT_EQ(System().focus, CheckBoxOf(kPixelWidthField)) << "the field is disabled"; });
+    ThenSetCheckBox(kPixelWidthField);
     ThenPress(kBackButton);
     ThenExpectFocus(kSubjectField);
+    ThenPress(kContinueButton);
+    ThenExpectFocus(kPixelWidthField);
     ThenPressEsc();
     Run();
 }
@@ -555,6 +803,16 @@ TEST_F(Feedback, AFailureHasWordsItsCodeAndWaysOn) {
         ThenExpectFocus(kProblemBackButton);
         ThenPressEsc();
         EXPECT_EQ(Run(), status) << "Esc keeps the failure";
+    }
+}
+
+// Back leads to the list of what was sent, which is one page after the numbers.
+TEST_F(Feedback, AfterARefusalTheWordsNameThePageOfTheNumbers) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        const Words words = ReadWords(kSources / "dictionaries" / locale / "service.txt");
+        EXPECT_THAT(words.at("$$$/pvn/failure/feedback_denied/try"),
+                    HasSubstr(words.at("$$$/pvn/feedback/capture/title")))
+            << locale;
     }
 }
 

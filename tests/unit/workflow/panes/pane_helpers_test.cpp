@@ -1,6 +1,7 @@
 #include "workflow/panes/pane_helpers.h"
 
 #include "dictionaries/translation.h"
+#include "toolkit/control_styles.h"
 #include "toolkit/kept_exception.h"
 #include "unit/workflow/panes/pane_host_fixture.h"
 
@@ -156,6 +157,46 @@ TEST_F(PaneHelpers, APictureOrALinkBeforeAFieldIsNoLabel) {
         EXPECT_EQ(zeve::platform::NextSibling(check), Control(kLabeled)->handle) << kind;
         zeve::platform::PutBefore(check, TopDialogsFirst());
     }
+}
+
+TEST_F(PaneHelpers, AFieldFollowsItsNamedSubCheck) {
+    NameSubCheck(dialog, kLabeled, "Send the &size");
+    const Window check = zeve::ZeveSubControl(dialog, kLabeled), field = Control(kLabeled)->handle;
+    const auto set = [check](std::uintptr_t mark) {
+        zeve::platform::Send(check, zeve::kButtonSetCheck, mark, 0);
+    };
+    System().focus = field;
+    FollowSubCheck(dialog, kLabeled);
+    EXPECT_FALSE(IsSubCheckSet(dialog, kLabeled));
+    EXPECT_FALSE(zeve::platform::IsEnabled(field));
+    EXPECT_EQ(System().focus, check);
+    EXPECT_EQ(zeve::platform::NextSibling(check), field) << "after the label";
+    FollowSubCheck(dialog, kLabeled);
+    EXPECT_EQ(zeve::platform::NextSibling(check), field) << "as before";
+    set(zeve::kChecked);
+    FollowSubCheck(dialog, kLabeled);
+    EXPECT_TRUE(IsSubCheckSet(dialog, kLabeled));
+    EXPECT_TRUE(zeve::platform::IsEnabled(field));
+    EXPECT_EQ(System().focus, check) << "the focus stays";
+    const Window label = zeve::platform::NextSibling(check);
+    EXPECT_EQ(zeve::platform::TextOf(label), u"Size:");
+    EXPECT_EQ(zeve::platform::NextSibling(label), field);
+    System().focus = TopDialog();
+    set(0);
+    FollowSubCheck(dialog, kLabeled);
+    EXPECT_EQ(System().focus, TopDialog()) << "it was not in the field";
+    FollowSubCheck(dialog, kUnlabeled);
+    EXPECT_EQ(zeve::platform::NextSibling(zeve::ZeveSubControl(dialog, kUnlabeled)),
+              Control(kUnlabeled)->handle);
+}
+
+TEST_F(PaneHelpers, AFieldWithoutASubCheckStaysAsItIs) {
+    zeve::platform::Enable(Control(kField)->handle, true);
+    FollowSubCheck(dialog, kField);
+    FollowSubCheck(dialog, 999);
+    EXPECT_TRUE(zeve::platform::IsEnabled(Control(kField)->handle));
+    EXPECT_FALSE(IsSubCheckSet(dialog, kField));
+    EXPECT_FALSE(IsSubCheckSet(dialog, 999));
 }
 
 TEST_F(PaneHelpers, AFieldWithoutASubCheckHasNoneToName) {

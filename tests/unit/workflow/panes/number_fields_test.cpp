@@ -129,7 +129,8 @@ TEST_F(NumberFields, ShowAClosestNumberThatIsReadableAndInRange) {
         {"format: 'fraction', min_value: '1/10'", "50/1", u"0", u"1/10", "1/10"},
         {"format: 'fraction', min_value: '-5/2'", "1/2", u"-3", u"-5/2", "-5/2"},
         {"format: 'fraction', max_value: '0'", "-1/2", u"3", u"0/1", "0/1"},
-        {"format: 'fraction', max_value: '1e300'", "1/2", u"1e301", nullptr, nullptr},
+        {"format: 'fraction', max_value: '1e20'", "1/2", u"1e21", u"100000000000000000000000000/1000000",
+         "100000000000000000000.000000"}, // too long to be reduced
         {"format: 'decimal', min_value: '0.1', format_addin: '^0 ppi'", "300", u"0", u"0.1 ppi", "0.1"},
         {"format: 'decimal', min_value: '0.25', precision: 2", "300.5", u"0", u"0.25", "0.25"},
         {"format: 'decimal', max_value: '9'", "2.5", u"10", u"9.0", "9.0"},
@@ -150,7 +151,6 @@ TEST_F(NumberFields, ShowAClosestNumberThatIsReadableAndInRange) {
         NumberFieldReader fields(dialog.get());
         EXPECT_EQ(fields.Read(kPort), std::nullopt) << attributes;
         EXPECT_TRUE(fields.HasCorrected()) << attributes;
-        if (!shown) continue; // too long for any form
         EXPECT_EQ(Control(kPort)->text, shown) << attributes;
         NumberFieldReader nextClick(dialog.get());
         EXPECT_EQ(nextClick.Read(kPort), read) << attributes;

@@ -31,19 +31,31 @@ void TransactionState::OnNotice(NativeHttp request, HttpNotice notice, std::uint
     {
         const std::lock_guard guard(lock);
         if (!abandoned) step = Advance(notice, number);
+        if (step == Step::kNone) return;
         if (step == Step::kRead) {
             target = buffer.get() + length;
             size = wanted;
         }
+        ++steps;
+        ++references;
     }
-    // Without the lock, because the system may notify inside of these calls. They come last, because the
-    // state may be gone when they return.
+    // Without the lock, because the system may notify inside of these calls.
     switch (step) {
-    case Step::kReceive: return ReceiveResponse(request);
-    case Step::kQuery: return QueryDataAvailable(request);
-    case Step::kRead: return ReadData(request, target, size);
-    case Step::kNone: return;
+    case Step::kReceive: ReceiveResponse(request); break;
+    case Step::kQuery: QueryDataAvailable(request); break;
+    case Step::kRead: ReadData(request, target, size); break;
+    case Step::kNone: break;
     }
+    EndStep();
+}
+
+// The waiter, and with it the request, may be gone as soon as the lock is free.
+void TransactionState::EndStep() noexcept {
+    {
+        const std::lock_guard guard(lock);
+        if (--steps == 0) stepsEnded.notify_all();
+    }
+    Release();
 }
 
 TransactionState::Step TransactionState::Advance(HttpNotice notice, std::uint32_t number) noexcept {
@@ -107,8 +119,10 @@ TransactionState::Step TransactionState::Finish(Status result) noexcept {
 }
 
 Status TransactionState::Abandon(std::string& response) {
-    const std::lock_guard guard(lock);
+    std::unique_lock guard(lock);
     abandoned = true;
+    // The system may give the number of a closed request to the next one, which a late step would then reach.
+    stepsEnded.wait(guard, [this] { return steps == 0; });
     if (complete == 1 && buffer) response.append(buffer.get());
     return status;
 }

@@ -5,6 +5,7 @@
 #include "net/platform/net_platform.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -34,7 +35,8 @@ public:
 
     void OnNotice(NativeHttp request, HttpNotice notice, std::uint32_t number) noexcept override;
 
-    // For the waiter, once, when it no longer waits: notifications do nothing from then on. Appends a
+    // For the waiter, once, when it no longer waits: notifications do nothing from then on, and no call for
+    // the request is on its way after the return, so that it can be closed. Appends a
     // complete answer to `response`, up to its first zero byte, and drops any other. Returns the status of
     // the request: 0 unless the system reported an error or the answer is too long. Throws std::bad_alloc.
     [[nodiscard]] Status Abandon(std::string& response);
@@ -50,6 +52,7 @@ private:
     ~TransactionState() = default;
 
     void Release() noexcept;
+    void EndStep() noexcept;
     [[nodiscard]] Step Advance(HttpNotice notice, std::uint32_t number) noexcept;
     [[nodiscard]] Step MakeRoom(std::uint32_t available) noexcept;
     [[nodiscard]] Step TakeRead(std::uint32_t count) noexcept;
@@ -63,6 +66,8 @@ private:
     // All that follows is guarded by the lock. A read that the system has begun writes to `buffer` without
     // it.
     std::mutex lock;
+    std::condition_variable stepsEnded;
+    int steps = 0;          // calls for the request that have not returned; each has a reference
     bool abandoned = false; // set when the request has finished or the waiter has left
     std::unique_ptr<char[]> buffer;
     std::uint32_t allocated = 0; // bytes of `buffer`, at least `capacity`

@@ -29,6 +29,7 @@ struct NetTwin {
     std::vector<ScriptedNotice> script;
     bool readsNeedACall = true; // false: kRead is played when the request has been sent
     std::function<void(std::string_view body)> onSend; // called inside SendRequest
+    std::function<void()> onReceive;                   // called inside ReceiveResponse, before its record
     // Called inside WaitForEither, on the thread that waits: before the wait, and after it.
     std::function<void()> beforeWait;
     std::function<void()> afterWait;

@@ -174,6 +174,7 @@ void SendRequest(NativeHttp request, HttpObserver&, std::string_view body) noexc
 }
 
 void ReceiveResponse(NativeHttp request) noexcept {
+    if (const auto& onReceive = GetNetTwin().onReceive) onReceive();
     Step(request, "ReceiveResponse", [](NativeHttpTag& http) { http.receives = true; });
 }
 

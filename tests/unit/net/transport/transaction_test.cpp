@@ -391,6 +391,24 @@ TEST_F(Transaction, ACanceledRequestHearsNothingMore) {
     EXPECT_THAT(Calls("ReadData"), IsEmpty());
 }
 
+// The system may give the number of a closed handle to the next request at once.
+TEST_F(Transaction, ACancelDoesNotCloseTheRequestInTheMiddleOfAStep) {
+    std::atomic<bool> hasWaited = false;
+    GetNetTwin().afterWait = [&] { hasWaited = true; };
+    GetNetTwin().onReceive = [&] {
+        CancelTransaction();
+        while (!hasWaited) std::this_thread::yield();
+        // The waiter has nothing else to do now than to close the request.
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(50);
+        while (Calls("CloseHttp").empty() && std::chrono::steady_clock::now() < end)
+            std::this_thread::yield();
+        EXPECT_THAT(Calls("CloseHttp"), IsEmpty());
+    };
+    EXPECT_EQ(Run({Notice(HttpNotice::kSent)}), kStatusCallCanceled);
+    EXPECT_EQ(Calls("CloseHttp").size(), 3u);
+    EXPECT_EQ(Calls("ReceiveResponse").size(), 1u);
+}
+
 TEST_F(Transaction, AReadInFlightMayEndAfterTheCallHasReturned) {
     Script script = HeadersOfAnswer();
     script.push_back(Notice(HttpNotice::kDataAvailable, 5000));

@@ -1,11 +1,7 @@
 #include "workflow/catalogue/registration_host.h"
 
-#include "dictionaries/translation.h"
 #include "frame/status.h"
-#include "toolkit/dialog/zeve_dialog.h"
-#include "workflow/catalogue/country_list.h"
 #include "workflow/catalogue/registration_views.h"
-#include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/controls/open_in_browser.h"
 #include "workflow/machine/nav_state_machine.h"
@@ -41,14 +37,6 @@ std::span<const PVNRegistrationHost::Command> PVNRegistrationHost::Commands() {
         {kIdEscape, &Host::OnEscapeKey},
     };
     return kCommands;
-}
-
-void PVNRegistrationHost::DefineTexts(zeve::ZeveDialog& dialog) {
-    ConnectionSettingsHost::DefineTexts(dialog);
-    std::string locale;
-    GetString(*context, PvnWFKey_PageLocale, locale);
-    const std::string list = zeve::ZeveTranslate("$$$/pvn/registration/details/countries");
-    zeve::ZeveDefineText(&dialog, "countries", SortedCountries(list, locale));
 }
 
 std::intptr_t PVNRegistrationHost::OnRegister() { return GoOn(kEventRegister); }

@@ -34,8 +34,6 @@ public:
     static std::span<const Command> Commands();
 
 private:
-    void DefineTexts(zeve::ZeveDialog& dialog) override;
-
     std::intptr_t OnRegister();
     std::intptr_t OnReadPrivacy();
     std::intptr_t OnLater();

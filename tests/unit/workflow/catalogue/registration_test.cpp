@@ -1,6 +1,7 @@
 #include "workflow/catalogue/registration.h"
 
 #include "net/transport/communication_detail.h"
+#include "toolkit/boxes/item_list.h"
 #include "toolkit/control_styles.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
 #include "unit/workflow/without_memory.h"
@@ -454,21 +455,46 @@ TEST_F(Registration, TheCountryOfTheUserIsSelectedOnce) {
     Run();
 }
 
-TEST_F(Registration, TheCountriesAreSortedAsTheLanguageSorts) {
-    SetLanguage("de_DE");
-    platform::TheRegionRecorder().sortKeys[u"Zypern"] = std::string(1, '\0');
-    std::vector<std::u16string> added;
-    System().answer = [&added](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
-        if (message.number == zeve::kComboAddString)
-            added.emplace_back(reinterpret_cast<const char16_t*>(message.lparam));
-        return std::nullopt;
-    };
-    ThenLeave();
-    Run();
-    EXPECT_EQ(platform::TheRegionRecorder().locale, "de_DE");
-    ASSERT_EQ(added.size(), 250u);
-    EXPECT_EQ(added[1], u"Zypern");
-    EXPECT_EQ(added[2], u"Afghanistan");
+// A field without a choice would not show that one is missing.
+TEST_F(Registration, WithoutTheCountryOfTheUserInTheListItAsksForOne) {
+    for (const char* const country : {"XK", "ZZ", "de", ""}) {
+        platform::TheRegionRecorder().country = country;
+        std::intptr_t selected = -1;
+        ThenOpenDetails();
+        Then([&selected] {
+            const Window popup = Control(kCountryPopup)->handle;
+            selected = zeve::platform::Send(popup, zeve::kComboGetSelection, 0, 0);
+        });
+        ThenType(kNameField, u"Ann");
+        ThenType(kEmailField, u"ann@example.com");
+        ThenPress(kRegisterButton);
+        ThenExpectAlert("country_missing", kCountryPopup);
+        ThenLeave();
+        Run();
+        EXPECT_EQ(selected, 0) << country;
+    }
+}
+
+TEST_F(Registration, TheCountriesHaveTheOrderOfTheDictionary) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        SetLanguage(locale);
+        std::vector<std::string> added;
+        System().answer = [&added](const zeve::headless::Message& message) -> std::optional<std::intptr_t> {
+            if (message.number == zeve::kComboAddString)
+                added.push_back(lyr::gen::ToUtf8(reinterpret_cast<const char16_t*>(message.lparam)));
+            return std::nullopt;
+        };
+        ThenLeave();
+        Run();
+        ShutDownResources();
+        const Words words = ReadWords(kSources / "dictionaries" / locale / "service.txt");
+        std::vector<std::string> labels;
+        for (const zeve::ListItem& item :
+             zeve::ParseItemList(words.at("$$$/pvn/registration/details/countries"), zeve::Separators::kKeep))
+            labels.push_back(item.label);
+        EXPECT_EQ(labels.size(), 250u);
+        EXPECT_EQ(added, labels) << locale;
+    }
 }
 
 TEST_F(Registration, ATourVisitsThePanesInOrderAndStartsNoWorker) {

@@ -2,8 +2,6 @@
 
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "workflow/catalogue/connection_settings_pane.h"
-#include "workflow/catalogue/country_list.h"
-#include "workflow/platform/headless/region_recorder.h"
 
 namespace brixen::pvn::pvn_workflow {
 namespace {
@@ -94,25 +92,6 @@ TEST(ProxyHost, IsRefusedAndNeverCutWhenItIsTooLong) {
     EXPECT_TRUE(FaultOfProxyHost(std::u16string(129, u'a')));
     EXPECT_TRUE(FaultOfProxyHost(u""));
 }
-
-class CountryList : public testing::Test {
-protected:
-    CountryList() { platform::TheRegionRecorder().Reset(); }
-    ~CountryList() override { platform::TheRegionRecorder().Reset(); }
-};
-
-TEST_F(CountryList, IsSortedBehindTheEntryForNoChoice) {
-    EXPECT_EQ(SortedCountries("Zaire{ZZ};Choose{};Cuba{CU};Chad{TD}", "en_US"),
-              "Choose{};Chad{TD};Cuba{CU};Zaire{ZZ}");
-}
-
-TEST_F(CountryList, IsSortedByTheKeysOfTheSystem) {
-    platform::TheRegionRecorder().sortKeys = {{u"Chile", "3"}, {u"Cuba", "1"}, {u"Chad", "2"}};
-    EXPECT_EQ(SortedCountries("Chad{TD};Chile{CL};Cuba{CU}", "es_ES"), "Cuba{CU};Chad{TD};Chile{CL}");
-    EXPECT_EQ(platform::TheRegionRecorder().locale, "es_ES");
-}
-
-TEST_F(CountryList, OfNothingIsEmpty) { EXPECT_EQ(SortedCountries("", "en_US"), ""); }
 
 TEST(SendableText, EndsItsLinesWithALineFeed) {
     EXPECT_EQ(SendableText(u"a\r\nb\rc\nd\r\r\ne\r"), u"a\nb\nc\nd\n\ne\n");

@@ -33,6 +33,13 @@ inline constexpr Status kStatusInvalidUrl = 0xD0B1;        // the URL is not val
 inline constexpr Status kStatusNameNotResolved = 0xD0B2;   // the host's name was not resolved
 inline constexpr Status kStatusSecureFailure = 0xD0B3;     // the secure connection failed
 
+// The service's own replies: with the first one it denies the request, with the others it is not available.
+inline constexpr Status kStatusServiceDenied = 0x8501;
+inline constexpr Status kLastServiceReply = 0x85FF;
+constexpr bool IsServiceReply(Status status) {
+    return status >= kStatusServiceDenied && status <= kLastServiceReply;
+}
+
 // The decisions of the user are no faults.
 constexpr bool IsUserDecision(Status status) { return status >> 8 == 0x89; }
 

@@ -16,8 +16,6 @@ namespace brixen::pvn::pvn_workflow::registration {
 
 namespace {
 
-constexpr Status kDenied = 0x8501;
-
 constexpr std::uint16_t kIntroductionButtons[] = {kContinueButton, kLaterButton, kQuitButton};
 constexpr std::uint16_t kDetailsButtons[] = {kBackButton, kRegisterButton, kLaterButton, kQuitButton};
 constexpr std::uint16_t kRegisteredButtons[] = {kDoneButton};
@@ -66,7 +64,7 @@ DetailsPane::DetailsPane() : FieldPane(kDetailsTraits, kNameField) {}
 void DetailsPane::Enter() {
     if (!isCountrySelected) SetControlText(ref, kCountryPopup, platform::UserCountry());
     isCountrySelected = true;
-    firstFocus = ResultOf(*context) == kDenied ? kSerialField : kNameField;
+    firstFocus = ResultOf(*context) == kStatusServiceDenied ? kSerialField : kNameField;
     FieldPane::Enter();
 }
 

@@ -19,21 +19,18 @@ constexpr char kResponseParam[] = "response";
 constexpr std::string_view kStatusParam = "status";
 constexpr std::string_view kStatusType = "integer";
 
-constexpr Status kFirstReply = 0x8501;
-constexpr Status kLastReply = 0x85FF;
 constexpr std::size_t kReplyDigits = 5;
 
 // The whole text decides. No number has more digits or a leading zero.
 Status StatusOfText(std::string_view text) {
     if (text == "0") return kStatusSuccess;
     if (text.size() != kReplyDigits) return kStatusUnexpectedContent;
-    std::uint32_t number = 0;
+    std::uint32_t number = 0; // wider than a status, so that nothing is cut
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end || number < kFirstReply || number > kLastReply) {
-        return kStatusUnexpectedContent;
-    }
-    return static_cast<Status>(number);
+    const bool isReply = error == std::errc() && stop == end && number <= kLastServiceReply &&
+                         IsServiceReply(static_cast<Status>(number));
+    return isReply ? static_cast<Status>(number) : kStatusUnexpectedContent;
 }
 
 Status ReadAnswer(const std::string& response, std::string& answer) {

@@ -17,10 +17,6 @@ constexpr char kServiceUrlKey[] = "$$$/pvn/service/url";
 constexpr std::string_view kAsync = "Async";
 constexpr std::string_view kAsyncDone = "AsyncDone";
 
-// The family of the service's own replies.
-constexpr unsigned kReplyFamily = 0x85;
-constexpr unsigned kReplyDenied = 0x01;
-
 void CopyProxySettings(T_StorageInterface& from, T_StorageInterface& to) {
     CopyString(from, to, PvnWFKey_ProxyHost);
     CopyLong(from, to, PvnWFKey_ProxyPort);
@@ -39,10 +35,8 @@ WorkerBag& BuildWorkerBag(PVNWorkFlowContext& context) {
 }
 
 std::string OperationContext::ResultToEvent(Status status) {
-    const unsigned family = status >> 8;
-    const unsigned reply = status & 0xFF;
-    if (family != kReplyFamily || reply == 0) return kEventNoConnection;
-    return reply == kReplyDenied ? kEventTransactionDenied : kEventServerUnavailable;
+    if (!IsServiceReply(status)) return kEventNoConnection;
+    return status == kStatusServiceDenied ? kEventTransactionDenied : kEventServerUnavailable;
 }
 
 void OperationContext::FillWorkerBag(T_StorageInterface& workerValues) {

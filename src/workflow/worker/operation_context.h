@@ -17,9 +17,9 @@ public:
     // The operation that was started last; null before the first one.
     const OperationTraits* StartedOperation() const { return started; }
 
-    // Returns the event of a failure that is no cancel. By default a status outside of 0x8501 to 0x85FF, the
-    // family of the service's own replies, gives kEventNoConnection; 0x8501 gives kEventTransactionDenied and
-    // the others kEventServerUnavailable.
+    // Returns the event of a failure that is no cancel. By default a status that is no reply of the service
+    // gives kEventNoConnection; kStatusServiceDenied gives kEventTransactionDenied, and the other replies
+    // give kEventServerUnavailable.
     virtual std::string ResultToEvent(Status status);
 
     // Puts what the worker needs beyond the settings of the proxy into its bag. By default this is the

@@ -280,7 +280,8 @@ TEST_F(Registration, EveryFailureHasWordsAndItsCode) {
         {33410, "thread", "130:130"},     {0x8501, "registration_denied", "133:1"},
         {0x8502, "unavailable", "133:2"}, {0x85FF, "unavailable", "133:255"},
         {33289, "other", "130:9"},        {53409, "other", "208:161"},
-        {53249, "other", "208:1"},
+        {53249, "other", "208:1"},        {0x8500, "other", "133:0"},
+        {0x8600, "other", "134:0"},
     };
     for (const Failure& failure : kFailures) {
         SCOPED_TRACE(failure.status);

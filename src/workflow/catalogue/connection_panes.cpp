@@ -17,8 +17,22 @@ constexpr std::uint16_t kSettingsButtons[] = {kTestButton, kCancelButton};
 constexpr std::uint16_t kReachedButtons[] = {kReachedBackButton, kReachedDoneButton};
 constexpr std::uint16_t kUnreachedButtons[] = {kUnreachedBackButton, kTryAgainButton, kUnreachedDoneButton};
 
+constexpr std::uint32_t kMillisecondsOfTenth = 100;
+
 constexpr PageTraits kReachedTraits{"$$$/pvn/connection/reached/window_title", kReachedPage, kReachedButtons,
                                     kReachedDoneButton};
+
+// From one second on in seconds; the words have the decimal mark of their language.
+std::string WordsOfTime(const std::string& product, std::uint32_t milliseconds) {
+    if (milliseconds < 1000) {
+        return zeve::ZeveTranslate("$$$/pvn/connection/reached/text",
+                                   {product, std::to_string(milliseconds)});
+    }
+    const std::uint32_t tenths = milliseconds / kMillisecondsOfTenth +
+                                 (milliseconds % kMillisecondsOfTenth >= kMillisecondsOfTenth / 2);
+    return zeve::ZeveTranslate("$$$/pvn/connection/reached/seconds",
+                               {product, std::to_string(tenths / 10), std::to_string(tenths % 10)});
+}
 
 } // namespace
 
@@ -46,9 +60,8 @@ void ReachedPane::Enter() {
     std::uint32_t milliseconds = 0;
     GetLong(*context, PvnWFKey_ConnectionTime, milliseconds);
     SetControlText(ref, kReachedText,
-                   zeve::ZeveTranslate("$$$/pvn/connection/reached/text",
-                                       {TextForStatic(product), std::to_string(milliseconds)}) +
-                       "\n\n" + zeve::ZeveTranslate("$$$/pvn/connection/reached/kept"));
+                   WordsOfTime(TextForStatic(product), milliseconds) + "\n\n" +
+                       zeve::ZeveTranslate("$$$/pvn/connection/reached/kept"));
     FieldPane::Enter();
 }
 

@@ -71,6 +71,50 @@ TEST_F(Connection, AReachedServiceIsShownWithTheTimeThatTheAnswerTook) {
     EXPECT_EQ(Run(), kStatusSuccess);
 }
 
+TEST_F(Connection, ATimeFromOneSecondOnIsInSeconds) {
+    const std::pair<std::uint32_t, const char*> kTimes[] = {
+        {0, "0 ms"},
+        {1, "1 ms"},
+        {999, "999 ms"},
+        {1000, "1.0 s"},
+        {1049, "1.0 s"},
+        {1050, "1.1 s"},
+        {9949, "9.9 s"},
+        {9950, "10.0 s"},
+        {45000, "45.0 s"},
+        {59999, "60.0 s"},
+        {4294967295, "4294967.3 s"},
+    };
+    for (const auto& [milliseconds, words] : kTimes) {
+        ThenStart(kTestButton);
+        ThenEndWith(kStatusSuccess, [time = milliseconds](T_StorageInterface& workerBag) {
+            SetLong(workerBag, PvnWFKey_ConnectionTime, time);
+        });
+        ThenExpectText(kReachedText, std::string("Salt && Sugar reached the service. The answer took ") +
+                                         words + ".\n\n" + Word("connection/reached/kept"));
+        ThenPressEsc();
+        Run();
+    }
+}
+
+TEST_F(Connection, ATimeHasTheDecimalMarkOfTheLanguage) {
+    const std::pair<const char*, std::u16string> kTimes[] = {
+        {"en_US", u"12.3 s"}, {"de_DE", u"12,3\u00A0s"}, {"fr_FR", u"12,3\u00A0s"},
+        {"ja_JP", u"12.3 "},  {"he_IL", u"12.3 "},       {"ar_AE", u"12.3 "},
+    };
+    for (const auto& [locale, words] : kTimes) {
+        SetLanguage(locale);
+        ThenStart(kTestButton);
+        ThenEndWith(kStatusSuccess, [](T_StorageInterface& workerBag) {
+            SetLong(workerBag, PvnWFKey_ConnectionTime, 12345);
+        });
+        Then([time = words] { EXPECT_NE(Control(kReachedText)->text.find(time), time.npos); });
+        ThenPressEsc();
+        Run();
+        ShutDownResources();
+    }
+}
+
 TEST_F(Connection, EscAfterSuccessIsASuccess) {
     ThenStart(kTestButton);
     ThenEndWith(kStatusSuccess);

@@ -13,13 +13,6 @@ PVNWorkFlowContext::PVNWorkFlowContext(T_StorageInterface& bag)
     SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(&ProgressNotifier));
 }
 
-PVNWorkFlowContext::~PVNWorkFlowContext() {
-    if (!workerBag) return;
-    EndWorkerRun();
-    // The worker gives its share back before it reports its end.
-    if (workerBag.use_count() > 1) CancelTransaction();
-}
-
 bool PVNWorkFlowContext::Set(std::string_view key, std::string_view typeName, const void* value) {
     if (typeName == kValueTypeLong && key == PvnWFKey_CancelFlag) {
         gProgressCancel = *static_cast<const std::uint32_t*>(value) == 1;

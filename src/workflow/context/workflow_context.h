@@ -17,8 +17,6 @@ class PVNWorkFlowContext : public PVNContextStorage {
 public:
     // `bag` is borrowed and must outlive this. It gets the notifier of workers.
     explicit PVNWorkFlowContext(T_StorageInterface& bag);
-    // What a worker of this run reports from now on is dropped.
-    ~PVNWorkFlowContext() override;
     PVNWorkFlowContext(const PVNWorkFlowContext&) = delete;
     PVNWorkFlowContext& operator=(const PVNWorkFlowContext&) = delete;
 

@@ -1,9 +1,11 @@
 #include "workflow/worker/operation_context.h"
 
 #include "dictionaries/translation.h"
+#include "net/transport/call_limit.h"
 #include "net/transport/communication_detail.h"
 #include "values/wipe.h"
 #include "workflow/context/context_keys.h"
+#include "workflow/context/progress.h"
 #include "workflow/worker/worker_start.h"
 
 #include <new>
@@ -32,6 +34,13 @@ WorkerBag& BuildWorkerBag(PVNWorkFlowContext& context) {
     CopyLong(context, bag.values, PvnWFKey_UseUserProxySetting);
     CopyProxySettings(context, bag.values);
     return bag;
+}
+
+// The worker that still works may be that of an earlier operation, for which the latest start was refused.
+OperationContext::~OperationContext() {
+    if (!started) return;
+    EndWorkerRun();
+    if (IsWorkerRunning()) CancelTransaction();
 }
 
 std::string OperationContext::ResultToEvent(Status status) {

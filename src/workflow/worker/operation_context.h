@@ -13,6 +13,8 @@ namespace brixen::pvn::pvn_workflow {
 class OperationContext : public PVNWorkFlowContext {
 public:
     using PVNWorkFlowContext::PVNWorkFlowContext;
+    // Tells every worker of this run that still works to stop. What it reports from now on is dropped.
+    ~OperationContext() override;
 
     // The operation that was started last; null before the first one.
     const OperationTraits* StartedOperation() const { return started; }

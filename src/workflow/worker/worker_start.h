@@ -28,7 +28,8 @@ void StartWorker(WorkerTask task, WorkerCallback notifier) noexcept;
 // Does the same work on this thread, the dialog's, to its end.
 void RunWorkerHere(WorkerTask task, WorkerCallback notifier) noexcept;
 
-// For a run that was left without destructors: its worker is told to stop, and its reports are dropped.
+// For a run that was left without destructors: its worker is told to stop, and its reports are dropped. What
+// the run has left is lost and is not wiped: a password stays in its bags and in its field.
 void AbandonWorker() noexcept;
 
 // Whether a worker works, of this run or of an earlier one. It does so no longer when it reports its end.

@@ -507,6 +507,22 @@ TEST_F(CancelSignals, TheEndOfARunSignalsItsWorker) {
     AwaitWorkers();
 }
 
+TEST_F(CancelSignals, TheEndOfARunSignalsAnEarlierWorkerForWhichAStartWasRefused) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        Start(other);
+        GetFrameTwin().tickCount = 0;
+        GetFrameTwin().ticksPerLook = kLongestWaitForWorker;
+        EXPECT_EQ(other.Action("PvnWF_FakeAsync"), "InProgress");
+        EXPECT_EQ(gProgressStatus(), 33410);
+        EXPECT_FALSE(TakeSignal()) << "the wait was over before its first signal";
+    }
+    EXPECT_TRUE(TakeSignal());
+    outliving.gate.Open();
+    AwaitWorkers();
+}
+
 TEST_F(CancelSignals, AnAbandonedRunSignalsItsWorkerAndDropsItsReports) {
     Start(context);
     AbandonWorker();

@@ -111,11 +111,12 @@ TEST(LauncherTable, BeginsWithTheWorkflowsThatTheHeaderNames) {
     EXPECT_EQ(kLauncherTable.Find(0xFFFF), nullptr);
 }
 
-TEST(LauncherTable, WorkflowsThatCallTheServiceShowTheHostAndOfferCancel) {
+TEST(LauncherTable, WorkflowsThatCallTheServiceShowTheHostOfferCancelAndKeepTheProxy) {
     for (const WorkflowRow& row : kLauncherTable.workflows) {
         const bool callsTheService = row.number == 2 || row.number == 4 || row.number == 5;
         EXPECT_EQ(row.showsHostName, callsTheService) << row.name;
         EXPECT_EQ(row.offersCancel, callsTheService) << row.name;
+        EXPECT_EQ(row.keepsProxy, callsTheService) << row.name;
         EXPECT_EQ(row.preloadView != nullptr, row.number == 2) << row.name;
     }
 }

@@ -139,6 +139,54 @@ TEST_F(Connection, EveryFailureHasWordsAndItsCode) {
     }
 }
 
+TEST_F(Connection, EveryFailureLeadsToUnreached) {
+    ExpectEveryFailureToLeadTo("connection/unreached", [] { ThenStart(kTestButton); });
+}
+
+TEST_F(Connection, EachPaneBeginsInItsFirstControl) {
+    ThenExpectFocus(kSystemProxy);
+    ThenStart(kTestButton);
+    ThenExpectFocus(kCancelTestButton);
+    ThenEndWith(kStatusHttpError);
+    ThenExpectFocus(kUnreachedBackButton);
+    ThenExpectLocked(kErrorCodeField);
+    ThenStart(kTryAgainButton);
+    ThenEndWith(kStatusSuccess);
+    ThenExpectFocus(kReachedDoneButton);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, CancelAfterTryAgainLeadsBackToTheSettings) {
+    for (const std::uint16_t cancel : {kCancelTestButton, kIdEscape}) {
+        ThenEnterProxy();
+        ThenStart(kTestButton);
+        ThenEndWith(kStatusHttpError);
+        ThenStart(kTryAgainButton);
+        ThenPress(cancel);
+        ThenEndWith(kStatusCallCanceled);
+        ThenExpectPane("connection/settings");
+        ThenExpectMarked(kOwnProxy);
+        ThenExpectFocus(kHostField);
+        ThenPressEsc();
+        EXPECT_EQ(Run(), 35074) << "neither the failure nor the cancel of the call";
+    }
+}
+
+TEST_F(Connection, ThePageSaysThatTheLogInIsNotSent) {
+    ThenExpectSentence("connection/settings/unsent");
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Connection, AFaultIsShownInEveryLanguage) {
+    const auto thenShow = [] {
+        ThenPress(kOwnProxy);
+        ThenPress(kTestButton);
+    };
+    ExpectAlertInEveryLanguage(thenShow, "connection/settings", kHostField);
+}
+
 TEST_F(Connection, TheWorkerGetsTheLocaleAndNoNameOfTheProduct) {
     SetLanguage("de_DE");
     ThenStart(kTestButton);

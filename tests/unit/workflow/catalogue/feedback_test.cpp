@@ -816,6 +816,10 @@ TEST_F(Feedback, AfterARefusalTheWordsNameThePageOfTheNumbers) {
     }
 }
 
+TEST_F(Feedback, EveryFailureLeadsToTheProblem) {
+    ExpectEveryFailureToLeadTo("feedback/problem", [this] { ThenSend(); });
+}
+
 TEST_F(Feedback, TryAgainSendsTheSameOnceMore) {
     ThenFail(kUnavailable);
     ThenStart(kTryAgainButton);

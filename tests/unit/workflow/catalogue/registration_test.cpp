@@ -262,6 +262,45 @@ TEST_F(Registration, TheFocusBeginsInTheNameAndAfterARefusalInTheSerialNumber) {
     Run();
 }
 
+TEST_F(Registration, EachPaneBeginsInItsFirstControl) {
+    ThenExpectFocus(kContinueButton);
+    ThenRegister();
+    ThenExpectFocus(kCancelButton);
+    ThenEndWith(kUnavailable);
+    ThenExpectFocus(kProblemBackButton);
+    ThenPress(kProblemConnectionLink);
+    ThenExpectFocus(kSystemProxy);
+    ThenPress(kSettingsBackButton);
+    ThenExpectFocus(kProblemBackButton);
+    ThenStart(kTryAgainButton);
+    ThenEndWith(kStatusSuccess);
+    ThenExpectFocus(kDoneButton);
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Registration, TheNumberAndTheErrorCodeCanBeCopiedAndNotChanged) {
+    ThenFail(kUnavailable);
+    ThenExpectLocked(kErrorCodeField);
+    ThenStart(kTryAgainButton);
+    ThenEndWith(kStatusSuccess);
+    ThenExpectLocked(kNumberField);
+    ThenPress(kDoneButton);
+    Run();
+}
+
+TEST_F(Registration, EveryFailureLeadsToTheProblem) {
+    ExpectEveryFailureToLeadTo("registration/problem", [this] { ThenRegister(); });
+}
+
+TEST_F(Registration, AFaultIsShownInEveryLanguage) {
+    const auto thenShow = [] {
+        ThenPress(kContinueButton);
+        ThenPress(kRegisterButton);
+    };
+    ExpectAlertInEveryLanguage(thenShow, "registration/details", kNameField);
+}
+
 TEST_F(Registration, WhatWasEnteredIsStillThereAfterAProblem) {
     ThenFail(kStatusHttpError);
     ThenPress(kProblemBackButton);
@@ -304,6 +343,24 @@ TEST_F(Registration, TryAgainSendsOnceMore) {
     EXPECT_EQ(Run(), kStatusSuccess);
 }
 
+TEST_F(Registration, CancelAfterTryAgainLeadsBackToTheDetails) {
+    for (const std::uint16_t cancel : {kCancelButton, kIdEscape}) {
+        ThenFail(kDenied);
+        ThenStart(kTryAgainButton);
+        ThenPress(cancel);
+        ThenExpectText(kBusyText, Word("busy/canceling"));
+        ThenEndWith(kStatusCallCanceled);
+        ThenExpectPane("registration/details");
+        ThenExpectFocus(kNameField);
+        ThenExpectText(kSerialField, "ABC-123");
+        ThenStart(kRegisterButton);
+        ThenExpectText(kBusyText, Word("busy/waiting"));
+        ThenEndWith(kStatusSuccess);
+        ThenPress(kDoneButton);
+        EXPECT_EQ(Run(), kStatusSuccess);
+    }
+}
+
 TEST_F(Registration, LaterHasAStatusOfItsOwn) {
     ThenPress(kLaterButton);
     EXPECT_EQ(Run(), 35075);
@@ -316,6 +373,9 @@ TEST_F(Registration, LaterHasAStatusOfItsOwn) {
 }
 
 TEST_F(Registration, QuitAsksFirst) {
+    ThenPress(kQuitButton);
+    ThenPress(101);
+    EXPECT_EQ(Run(), 35073) << "from the first pane";
     ThenPress(kQuitButton);
     ThenPress(102);
     ThenExpectPane("registration/introduction");
@@ -395,6 +455,9 @@ TEST_F(Registration, TheSettingsLeadBackToWhereTheyWereOpened) {
     ThenPress(kConnectionLink);
     ThenPress(kUseSettingsButton);
     ThenExpectPane("registration/introduction");
+    ThenPress(kConnectionLink);
+    ThenPressEsc();
+    ThenExpectPane("registration/introduction");
     ThenFail(kStatusNameNotResolved);
     ThenPress(kProblemConnectionLink);
     ThenPressEsc();
@@ -426,6 +489,52 @@ TEST_F(Registration, SettingsThatAreUsedReachTheWorkerAndTheBag) {
     Run();
     EXPECT_EQ(StoredText(PvnWFKey_ProxyHost), "proxy.example.com");
     EXPECT_EQ(StoredLong(PvnWFKey_ProxyPort), 8080u);
+}
+
+TEST_F(Registration, ChangedSettingsReachTheNextWorker) {
+    const auto thenExpectHost = [this](const std::string& expected) {
+        Then([this, expected] {
+            std::string host = "none";
+            GetString(context->workerBag->values, PvnWFKey_ProxyHost, host);
+            EXPECT_EQ(host, expected);
+        });
+    };
+    SetString(bag, PvnWFKey_ProxyHost, "old.example.com");
+    SetLong(bag, PvnWFKey_ProxyPort, 3128);
+    ThenRegister();
+    thenExpectHost("old.example.com");
+    ThenEndWith(kUnavailable);
+    ThenPress(kProblemConnectionLink);
+    ThenType(kHostField, u"new.example.com");
+    ThenPress(kUseSettingsButton);
+    ThenStart(kTryAgainButton);
+    thenExpectHost("new.example.com");
+    ThenEndWith(kUnavailable);
+    ThenLeave();
+    Run();
+}
+
+TEST_F(Registration, TheWorkerGetsNothingOfAProxyAfterThatOfTheSystemWasChosen) {
+    SetString(bag, PvnWFKey_ProxyHost, "old.example.com");
+    SetLong(bag, PvnWFKey_ProxyPort, 3128);
+    SetString(bag, PvnWFKey_ProxyUserName, "bob");
+    SetString(bag, PvnWFKey_ProxyPassword, "hidden");
+    ThenPress(kConnectionLink);
+    ThenExpectSentence("connection/settings/unsent");
+    ThenPress(kSystemProxy);
+    ThenPress(kUseSettingsButton);
+    ThenRegister();
+    Then([this] {
+        T_StorageInterface& values = context->workerBag->values;
+        std::string text;
+        for (const char* key : {PvnWFKey_ProxyHost, PvnWFKey_ProxyUserName, PvnWFKey_ProxyPassword})
+            EXPECT_FALSE(GetString(values, key, text)) << key;
+        std::uint32_t port = 0;
+        EXPECT_FALSE(GetLong(values, PvnWFKey_ProxyPort, port));
+    });
+    ThenEndWith(kUnavailable);
+    ThenLeave();
+    Run();
 }
 
 TEST_F(Registration, ThePrivacyStatementOpensInTheBrowser) {

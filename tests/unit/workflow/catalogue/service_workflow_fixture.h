@@ -5,6 +5,7 @@
 #include "frame/platform/posix/frame_twin.h"
 #include "frame/status.h"
 #include "support/languages.h"
+#include "toolkit/control_styles.h"
 #include "unit/workflow/panes/dialog_fixture.h"
 #include "unit/workflow/resources/shipped_texts.h"
 #include "values/unicode/text_conversion.h"
@@ -22,6 +23,7 @@
 #include <algorithm>
 #include <functional>
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -83,6 +85,74 @@ protected:
             EXPECT_TRUE(System().script.empty());
             ShutDownResources();
         }
+    }
+
+    // Every end of a worker that is no success and no cancel leads to that pane, from which Esc leaves.
+    // `thenStart` ends on the busy pane.
+    void ExpectEveryFailureToLeadTo(const std::string& pane, const std::function<void()>& thenStart) {
+        std::map<std::string, Status> statuses; // one for each event
+        {
+            typename WorkFlow::Context anyContext(bag);
+            for (unsigned status = 1; status <= 0xFFFF; ++status) {
+                const auto result = static_cast<Status>(status);
+                statuses.try_emplace(anyContext.ResultToEvent(result), result);
+            }
+        }
+        EXPECT_GE(statuses.size(), 3u);
+        for (const auto& [event, status] : statuses) {
+            SCOPED_TRACE(event);
+            thenStart();
+            ThenEndWith(status);
+            ThenExpectPane(pane);
+            ThenPressEsc();
+            EXPECT_EQ(Run(), status);
+        }
+    }
+
+    // The alert about a field has one button, which is the default one and has the focus, in every language.
+    // `thenShow` shows the alert on the pane; Esc closes it, and the field has the focus then.
+    void ExpectAlertInEveryLanguage(const std::function<void()>& thenShow, const std::string& pane,
+                                    std::uint16_t field) {
+        for (const std::string& locale : pavane_test::Locales()) {
+            SCOPED_TRACE(locale);
+            SetLanguage(locale);
+            thenShow();
+            Then([locale] {
+                const Words words = ReadWords(kSources / "dictionaries" / locale / "service.txt");
+                EXPECT_EQ(lyr::gen::ToUtf8(zeve::platform::TextOf(TopDialog())),
+                          words.at("$$$/pvn/alert/window_title"));
+                const auto* const button = Control(101);
+                EXPECT_EQ(lyr::gen::ToUtf8(button->text), words.at("$$$/pvn/dlg/common/button/ok"));
+                EXPECT_EQ(button->style & 0xF, zeve::style::kDefaultPushButton);
+                EXPECT_EQ(System().focus, button->handle);
+            });
+            ThenPressEsc();
+            ThenExpectPane(pane);
+            ThenExpectFocus(field);
+            ThenPressEsc();
+            EXPECT_EQ(Run(), kStatusUserCancel);
+            ShutDownResources(); // and with them the language
+        }
+    }
+
+    // The text of that key is on the pane, for its user to read.
+    static void ThenExpectSentence(const std::string& key) {
+        Then([key] {
+            const auto isIt = [&key](const auto& window) {
+                return window->parent == TopDialog() && window->text == lyr::gen::ToUtf16(Word(key)) &&
+                       (window->style & zeve::style::kVisible) != 0;
+            };
+            EXPECT_EQ(std::ranges::count_if(System().windows, isIt), 1) << key;
+        });
+    }
+    // The field can be reached and copied from, and not written to.
+    static void ThenExpectLocked(std::uint16_t field) {
+        Then([field] {
+            constexpr std::uint32_t kLocked = zeve::style::kEditReadOnly | zeve::style::kTabStop;
+            EXPECT_EQ(Control(field)->style & kLocked, kLocked);
+            EXPECT_TRUE(zeve::platform::IsEnabled(Control(field)->handle));
+            EXPECT_TRUE(IsControlShown(field));
+        });
     }
 
     // --- What the user does

@@ -100,6 +100,24 @@ TEST_P(ShippedDictionaries, UseThePunctuationOfTheirLanguage) {
     });
 }
 
+// The labels of fields, and the words above a list.
+TEST_P(ShippedDictionaries, EndLabelsAsTheirLanguageDoes) {
+    const std::string mark = GetParam() == "ja_JP" ? "\uFF1A" : GetParam() == "fr_FR" ? "\u00A0:" : ":";
+    int labels = 0;
+    ForEachDictionary([&](const Words& english, const Words& words) {
+        for (const auto& [key, value] : words) {
+            const auto original = english.find(key);
+            if (original == english.end()) continue; // a failure of HoldTheSameKeys
+            const bool hasMark = value.ends_with(mark);
+            const bool isLabel = original->second.ends_with(':');
+            EXPECT_TRUE(hasMark || !isLabel) << key;
+            EXPECT_TRUE(hasMark || !(value.ends_with(':') || value.ends_with("\uFF1A"))) << key;
+            labels += isLabel;
+        }
+    });
+    EXPECT_GE(labels, 15);
+}
+
 TEST(FrenchDictionaries, KeepMarksOnTheLineOfTheirWord) {
     for (const std::string& name : NamesIn(kSources / "dictionaries/fr_FR"))
         for (const auto& [key, value] : ReadWords(kSources / "dictionaries/fr_FR" / name))

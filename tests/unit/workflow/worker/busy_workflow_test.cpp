@@ -495,17 +495,43 @@ TEST_F(BusyPanes, NoCancelWhereTheHostWithheldIt) {
         } else {
             SetLong(bag, PvnWFKey_AllowCancel, static_cast<std::uint32_t>(allowed));
         }
+        Then([] { gPlan.machine->SetTransition(kBusyState, kDeniedState, "OKButton"); });
         ThenPress(kGo);
         Then([] {
             EXPECT_FALSE(IsControlShown(kCancel));
             EXPECT_FALSE(IsControlShown(kNote));
             Tell(TopDialog(), zeve::kMessageCommand, kCancel);
             EXPECT_FALSE(gProgressCancel);
+            EXPECT_EQ(gPlan.machine->CurrentState(), kBusyState);
         });
         ThenAwaitTheEnd();
         ThenPress(kDone);
         EXPECT_EQ(Run(), 0);
     }
+}
+
+TEST_F(BusyPanes, TheCancelButtonLeadsWhereTheTableSays) {
+    WorkWaitsForCancel();
+    Then([] { gPlan.machine->SetTransition(kBusyState, kSuccessState, "OKButton"); });
+    ThenPress(kGo);
+    ThenPress(kCancel);
+    ThenExpectState(kSuccessState);
+    ThenPress(kDone);
+    EXPECT_EQ(Run(), 0);
+}
+
+TEST_F(BusyPanes, TheEndOfAWorkerMayEndTheRun) {
+    WorkReturns(0x8502);
+    ThenPress(kGo);
+    Then([] {
+        gPlan.machine->SetTransition(kBusyState, kWFState_Exit, kEventServerUnavailable);
+        AwaitEnd();
+        EXPECT_TRUE(Tick());
+    });
+    Then([] { ADD_FAILURE() << "the dialog is still open"; });
+    EXPECT_EQ(RunWorkFlowFromBag<BusyWorkFlow>(bag), 0x8502);
+    EXPECT_EQ(System().script.size(), 1u);
+    System().script.clear();
 }
 
 TEST_F(BusyPanes, TheCancelOfAnotherPaneDoesNothing) {

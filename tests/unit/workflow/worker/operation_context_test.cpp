@@ -255,6 +255,30 @@ TEST_F(OperationActions, TheNotifierOfTheBagIsCalled) {
     EXPECT_EQ(calls, 2);
 }
 
+std::weak_ptr<WorkerBag> gBagAtEnd;
+
+bool ExpectNoWorkAtTheEnd(std::uint16_t percent, Status status) {
+    if (percent == kPercentFinished) {
+        EXPECT_FALSE(IsWorkerRunning());
+        EXPECT_EQ(gBagAtEnd.use_count(), 1) << "the context's share alone";
+    }
+    return ProgressNotifier(percent, status);
+}
+
+TEST_F(OperationActions, AWorkerHasGivenItsBagBackWhenItReportsItsEnd) {
+    SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(&ExpectNoWorkAtTheEnd));
+    std::atomic<bool> isKnown = false;
+    gFakeWork.work = [&isKnown](auto&, auto&) {
+        while (!isKnown) std::this_thread::yield();
+        return kStatusSuccess;
+    };
+    context.Action("PvnWF_FakeAsync");
+    gBagAtEnd = context.workerBag;
+    isKnown = true;
+    AwaitEnd();
+    AwaitWorkers();
+}
+
 TEST_F(OperationActions, ThrowingWorkIsAStatus) {
     gFakeWork.work = [](auto&, auto&) -> Status { throw std::runtime_error("work"); };
     EXPECT_EQ(RunToItsEnd(), "NoInternetConnection");
@@ -297,6 +321,7 @@ TEST_F(OperationActions, TheSynchronousFormWorksOnThisThread) {
 TEST_F(OperationActions, TheVariantEvaluatesAtOnce) {
     EXPECT_EQ(context.Action("PvnWF_FakeAtOnce"), "SucceededAtOnce");
     EXPECT_EQ(gProgressPercent(), 0) << "nothing is left for a poll";
+    EXPECT_EQ(context.ProgressTimer().TimerId(), 0u) << "and nothing polls";
     EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 0u);
     EXPECT_EQ(context.taken, 1);
     WorkReturns(0x8502);
@@ -519,6 +544,22 @@ TEST_F(CancelSignals, TheEndOfARunSignalsAnEarlierWorkerForWhichAStartWasRefused
         EXPECT_FALSE(TakeSignal()) << "the wait was over before its first signal";
     }
     EXPECT_TRUE(TakeSignal());
+    outliving.gate.Open();
+    AwaitWorkers();
+}
+
+TEST_F(CancelSignals, TheEndOfARunThatStartedNothingSignalsNothing) {
+    {
+        T_Storage otherBag;
+        FakeContext other(otherBag);
+        Start(other);
+    }
+    EXPECT_TRUE(TakeSignal());
+    {
+        T_Storage idleBag;
+        const FakeContext idle(idleBag);
+    }
+    EXPECT_FALSE(TakeSignal()) << "the earlier worker still works";
     outliving.gate.Open();
     AwaitWorkers();
 }

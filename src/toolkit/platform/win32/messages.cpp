@@ -1,6 +1,7 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "toolkit/platform/win32/foreign_procedures.h"
 #include "toolkit/platform/win32/handles.h"
+#include "toolkit/platform/win32/hasty_input.h"
 
 #include <utility>
 
@@ -75,7 +76,7 @@ LoopStep HandleNextMessage(NativeWindow dialog, std::int32_t& quitCode) {
         quitCode = static_cast<std::int32_t>(message.wParam);
         return LoopStep::kQuit;
     }
-    HandOut(message, Handle(dialog));
+    if (!IsHastyInput(message)) HandOut(message, Handle(dialog));
     return LoopStep::kHandled;
 }
 

@@ -53,6 +53,22 @@ bool IsGrouped(std::string_view text) {
     return before > 0 && before <= kGroup && text[begin] != '0' && after == kGroup;
 }
 
+bool HasDigitAt(std::string_view text, std::size_t place) {
+    return place < text.size() && lyr::gen::IsAsciiDigit(text[place]);
+}
+
+// Whether blanks separate two digits otherwise than before a group of three: `1 1/2`, `3 2`, but not `4 000`.
+bool IsSplit(std::string_view text) {
+    constexpr std::size_t kGroup = 3;
+    for (std::size_t blank = text.find(' '); blank != text.npos; blank = text.find(' ', blank)) {
+        const std::size_t next = std::min(text.find_first_not_of(' ', blank), text.size());
+        const std::size_t end = std::min(text.find_first_not_of("0123456789", next), text.size());
+        if (blank > 0 && HasDigitAt(text, blank - 1) && end > next && end - next != kGroup) return true;
+        blank = next;
+    }
+    return false;
+}
+
 void ReplaceFirst(std::string& text, std::string_view wanted, std::string_view replacement) {
     const std::size_t place = wanted.empty() ? std::string::npos : text.find(wanted);
     if (place != std::string::npos) text.replace(place, wanted.size(), replacement);
@@ -114,6 +130,14 @@ std::string NumberField::WithoutAddIn(std::string_view text) const {
     return std::string(text.substr(0, end));
 }
 
+bool NumberField::HasMoreThanAddIn(std::string_view text) const {
+    const auto isBlank = [](std::string_view part) { return part.find_first_not_of(' ') == part.npos; };
+    const std::size_t begin = prefix.empty() ? std::string_view::npos : text.find(prefix);
+    if (begin != std::string_view::npos && !isBlank(text.substr(0, begin))) return true;
+    const std::size_t end = suffix.empty() ? std::string_view::npos : text.find(suffix);
+    return end != std::string_view::npos && !isBlank(text.substr(end + suffix.size()));
+}
+
 // Expects a text without blanks.
 std::string NumberField::WithoutLooseAddIn(std::string_view text) const {
     const std::string small = InSmallLetters(text);
@@ -136,6 +160,8 @@ NumberField::Shown NumberField::ReadShown(std::string_view controlText, std::str
     const bool isGrouped = sign != "." && IsGrouped(number);
     ReplaceFirst(number, sign, ".");
     if (!IsEdited(controlText, number)) return {std::move(number), false, false};
+    if (IsSplit(WithoutAddIn(controlText)) || HasMoreThanAddIn(controlText))
+        return {std::string(controlText), true, false};
     return {WithoutLooseAddIn(number), true, isGrouped};
 }
 

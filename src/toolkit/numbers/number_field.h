@@ -55,7 +55,9 @@ public:
     Reading Read(std::string_view controlText, std::string_view decimalSign);
 
     struct Shown {
-        // Without the add-in and blanks, with a point as the decimal sign. May be no number.
+        // Without the add-in and blanks, with a point as the decimal sign. May be no number; it is none, but
+        // the whole text, if blanks part its digits otherwise than in groups (`1 1/2`), and if there is more
+        // around the add-in (`1 s/60`).
         std::string number;
         bool isEdited;     // since SetValue
         bool mayBeGrouped; // `1.200` by a user whose decimal sign is no point: 1.2 for Read, perhaps 1200
@@ -66,6 +68,8 @@ public:
 
 private:
     std::string WithoutAddIn(std::string_view text) const;
+    // Whether there is text before the prefix or after the suffix, which WithoutAddIn drops.
+    bool HasMoreThanAddIn(std::string_view text) const;
     std::string WithoutLooseAddIn(std::string_view text) const;
     // Whether the text of the control, of which `number` is the number, has changed since SetValue.
     bool IsEdited(std::string_view controlText, std::string_view number) const;

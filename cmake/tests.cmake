@@ -68,7 +68,7 @@ function(pavane_test name folder)
     # A program that needs other programs around it is started by the script of its folder, all tests at once.
     if(EXISTS ${folder}/run)
         add_test(NAME ${name} COMMAND ${folder}/run ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
-        set_tests_properties(${name} PROPERTIES TIMEOUT 120 LABELS ${name} ${locks})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS ${name} ${locks})
         return()
     endif()
     # A process takes long to start under Wine, so a program runs all its tests at once.
@@ -80,7 +80,7 @@ function(pavane_test name folder)
         return()
     endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."
-        WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin PROPERTIES TIMEOUT 120 LABELS ${name} ${locks})
+        WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin PROPERTIES TIMEOUT 300 LABELS ${name} ${locks})
 endfunction()
 
 function(pavane_test_folders kind)

@@ -3,6 +3,7 @@
 #include "dictionaries/translation.h"
 #include "toolkit/control_styles.h"
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/kept_exception.h"
 #include "toolkit/language_tag.h"
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/toolkit_platform.h"
@@ -54,6 +55,8 @@ constexpr FieldAlert kNumberOutside{"$$$/pvn/alert/number_outside/title",
                                     "$$$/pvn/alert/number_outside/text"};
 
 constexpr std::uint16_t kFrequencies[] = {kOnceRadio, kSometimesRadio, kAlwaysRadio};
+
+constexpr std::int32_t kFocusGap = 2; // between a check box and the frame around it, and for the frame
 
 // In the words of the service.
 const char* FrequencyOf(std::uint16_t radio) {
@@ -195,6 +198,7 @@ void CapturePane::Enter() {
 }
 
 void CapturePane::Leave() {
+    HideFocusFrame();
     ShowCheckBoxes(false);
     FieldPane::Leave();
 }
@@ -227,17 +231,44 @@ zeve::NativeWindow CapturePane::FirstControl() const {
 void CapturePane::OnMessage(const WindowMessage& message) {
     FieldPane::OnMessage(message);
     if (message.number != zeve::kMessageCommand || message.lparam == 0) return;
-    if (NotificationOf(message.wparam).code != kNotificationPressed) return;
     for (const NumberRow& row : kNumbers) {
         const zeve::NativeWindow check = zeve::ZeveSubControl(ref, row.field);
-        if (reinterpret_cast<std::intptr_t>(check) == message.lparam) return OnChoice(row.field);
+        if (reinterpret_cast<std::intptr_t>(check) != message.lparam) continue;
+        return OnCheckBox(row.field, NotificationOf(message.wparam).code);
     }
 }
 
-void CapturePane::OnChoice(std::uint16_t field) {
-    FollowSubCheck(ref, field);
-    if (IsSubCheckSet(ref, field)) FocusWhole(field);
+void CapturePane::OnCheckBox(std::uint16_t field, std::uint16_t notification) {
+    switch (notification) {
+    case kNotificationPressed:
+        FollowSubCheck(ref, field);
+        if (IsSubCheckSet(ref, field)) FocusWhole(field);
+        break;
+    case kNotificationButtonHasFocus: ShowFocusFrame(field); break;
+    case kNotificationButtonLosesFocus: HideFocusFrame(); break;
+    default: break;
+    }
 }
+
+// The system marks the focus of a check box around its text, for which these have no room.
+void CapturePane::ShowFocusFrame(std::uint16_t field) {
+    if (!ControlOf(kFocusFrame)) {
+        zeve::platform::WindowRequest request;
+        request.className = u"static";
+        request.style = zeve::style::kChild | zeve::style::kStaticFrame;
+        request.parent = zeve::ZeveTopWindow(ref);
+        request.id = kFocusFrame;
+        static_cast<void>(zeve::platform::MakeWindow(request));
+    }
+    const zeve::platform::Rectangle check = zeve::platform::FrameInParent(zeve::ZeveSubControl(ref, field));
+    const zeve::NativeWindow frame = ControlOf(kFocusFrame);
+    zeve::platform::MoveTo(frame, check.left - kFocusGap, check.top - kFocusGap,
+                           check.Width() + 2 * kFocusGap, check.Height() + 2 * kFocusGap);
+    zeve::platform::ShowOrHide(frame, true);
+    zeve::ThrowKeptException();
+}
+
+void CapturePane::HideFocusFrame() { zeve::platform::ShowOrHide(ControlOf(kFocusFrame), false); }
 
 bool CapturePane::TakeEntries() {
     NumberFieldReader fields(ref);

@@ -50,8 +50,10 @@ protected:
 private:
     void ShowUsualValues();
     void ShowCheckBoxes(bool visible);
-    // The user has pressed the check box of the field.
-    void OnChoice(std::uint16_t field);
+    // The check box of the field reports something.
+    void OnCheckBox(std::uint16_t field, std::uint16_t notification);
+    void ShowFocusFrame(std::uint16_t field);
+    void HideFocusFrame();
 
     bool isFilled = false;
 };

@@ -34,6 +34,7 @@ inline constexpr std::uint16_t kAspectRatioField = 204;
 inline constexpr std::uint16_t kApertureField = 205;
 inline constexpr std::uint16_t kExposureTimeField = 206;
 inline constexpr std::uint16_t kBrightnessField = 207;
+inline constexpr std::uint16_t kFocusFrame = 208; // made by the pane
 
 inline constexpr std::uint16_t kStoragePage = 300;
 inline constexpr std::uint16_t kDriveText = 301;

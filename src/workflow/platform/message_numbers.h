@@ -19,6 +19,7 @@ inline constexpr std::uint16_t kNotificationPressed = 0; // BN_CLICKED, and the 
 // A keyboard shortcut; of a popup or a list, another row chosen: CBN_SELCHANGE, LBN_SELCHANGE.
 inline constexpr std::uint16_t kNotificationKey = 1;
 inline constexpr std::uint16_t kNotificationButtonHasFocus = 6;      // BN_SETFOCUS, with the style BS_NOTIFY
+inline constexpr std::uint16_t kNotificationButtonLosesFocus = 7;    // BN_KILLFOCUS, the same
 inline constexpr std::uint16_t kNotificationPopupHasFocus = 3;       // CBN_SETFOCUS
 inline constexpr std::uint16_t kNotificationEditHasFocus = 0x0100;   // EN_SETFOCUS
 inline constexpr std::uint16_t kNotificationEditLosesFocus = 0x0200; // EN_KILLFOCUS

@@ -14,7 +14,7 @@ static_assert(kMessageFrameButtonDown == WM_NCLBUTTONDOWN && kMessageMouseMove =
               kMessageMiddleButtonDown == WM_MBUTTONDOWN && kMessageParentNotify == WM_PARENTNOTIFY);
 static_assert(kNotificationPressed == BN_CLICKED && kNotificationKey == CBN_SELCHANGE &&
               kNotificationKey == LBN_SELCHANGE && kNotificationPopupHasFocus == CBN_SETFOCUS &&
-              kNotificationButtonHasFocus == BN_SETFOCUS);
+              kNotificationButtonHasFocus == BN_SETFOCUS && kNotificationButtonLosesFocus == BN_KILLFOCUS);
 static_assert(kNotificationEditHasFocus == EN_SETFOCUS && kNotificationEditLosesFocus == EN_KILLFOCUS &&
               kNotificationEditChanged == EN_CHANGE && kNotificationEditChanging == EN_UPDATE);
 static_assert(kIdEnter == IDOK && kIdEscape == IDCANCEL && kShowRestored == SW_RESTORE);

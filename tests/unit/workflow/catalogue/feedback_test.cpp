@@ -415,6 +415,45 @@ TEST_F(Feedback, ACheckBoxThatOnlyGetsTheFocusChangesNothing) {
     ThenEndOnCapture();
 }
 
+// The system has no room for its own mark of the focus on them.
+TEST_F(Feedback, ACheckBoxWithTheFocusHasAFrame) {
+    ThenGoToCapture();
+    ThenExpectHidden({kFocusFrame});
+    for (const std::uint16_t field : kNumberFields) {
+        Then([this, field] {
+            TellOf(CheckBoxOf(field), kNotificationButtonHasFocus);
+            EXPECT_TRUE(IsControlShown(kFocusFrame));
+            const auto check = zeve::platform::FrameInParent(CheckBoxOf(field));
+            const auto& frame = Control(kFocusFrame)->frame;
+            EXPECT_EQ(frame.left, check.left - 2);
+            EXPECT_EQ(frame.top, check.top - 2);
+            EXPECT_EQ(frame.right, check.right + 2);
+            EXPECT_EQ(frame.bottom, check.bottom + 2);
+            TellOf(CheckBoxOf(field), kNotificationButtonLosesFocus);
+            EXPECT_FALSE(IsControlShown(kFocusFrame));
+        });
+    }
+    Then([this] { TellOf(CheckBoxOf(kApertureField), kNotificationButtonHasFocus); });
+    ThenPress(kBackButton);
+    ThenExpectHidden({kFocusFrame});
+    Then([] {
+        const auto isFrame = [](const auto& window) { return window->id == kFocusFrame; };
+        EXPECT_EQ(std::ranges::count_if(System().windows, isFrame), 1);
+    });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, WithoutTheFrameOfTheFocusTheRunGoesOn) {
+    ThenGoToCapture();
+    Then([this] {
+        System().refuseWindow = 1;
+        TellOf(CheckBoxOf(kApertureField), kNotificationButtonHasFocus);
+        EXPECT_FALSE(IsControlShown(kFocusFrame));
+    });
+    ThenEndOnCapture();
+}
+
 TEST_F(Feedback, FieldsStayEnabledOrDisabledAfterAStepBack) {
     ThenGoToCapture();
     ThenTypeNumber(kApertureField, u"f/8");

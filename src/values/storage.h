@@ -97,6 +97,12 @@ inline bool GetString(T_StorageInterface& bag, std::string_view key, std::string
     out = text;
     return true;
 }
+// Returns the text under the key, or the empty text.
+[[nodiscard]] inline std::string StringOf(T_StorageInterface& bag, std::string_view key) {
+    std::string text;
+    GetString(bag, key, text);
+    return text;
+}
 
 // Return false and leave `to` unchanged when `from` lacks the key; otherwise the result of the Set of `to`.
 bool CopyLong(T_StorageInterface& from, T_StorageInterface& to, std::string_view key);

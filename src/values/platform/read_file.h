@@ -50,6 +50,15 @@ inline std::optional<std::string> ReadToEnd(const FileHandle& file) {
     }
 }
 
+// Reads at most that many bytes. Returns nothing without a file and after a read error. Throws
+// std::bad_alloc.
+inline std::optional<std::string> ReadAtMost(const FileHandle& file, std::size_t most) {
+    if (!file) return std::nullopt;
+    std::string bytes(most, '\0');
+    bytes.resize(std::fread(bytes.data(), 1, most, file.get()));
+    return std::ferror(file.get()) != 0 ? std::nullopt : std::optional(std::move(bytes));
+}
+
 inline std::string MessageOf(int number) {
     const char* const message = std::strerror(number);
     return message == nullptr ? std::string() : message;

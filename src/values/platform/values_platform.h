@@ -49,6 +49,9 @@ std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string
 // The same as the first, but only for a file that is not open elsewhere, where the system can tell. The file
 // cannot be opened elsewhere meanwhile. The name of a device is no file.
 std::optional<std::string> ReadWholeFileAlone(const std::u16string& path);
+// At most that many bytes of the end of a file, however long it is. It may grow meanwhile: what follows is
+// not read then. Returns nothing when the file cannot be opened or read. Throws std::bad_alloc.
+std::optional<std::string> ReadEndOfFile(const std::u16string& path, std::size_t most);
 // Creates the file, or replaces its content. Returns whether all was written; if not, `error` takes the C
 // library's message, and the file may hold a part.
 [[nodiscard]] bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error);

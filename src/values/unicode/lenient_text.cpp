@@ -1,6 +1,7 @@
 #include "values/unicode/lenient_text.h"
 
 #include "values/unicode/code_point.h"
+#include "values/unicode/text_conversion.h"
 
 #include <algorithm>
 #include <array>
@@ -97,6 +98,20 @@ std::u16string LenientUtf16(std::string_view utf8) {
     std::u16string units(static_cast<std::size_t>(DecodeUtf8(nullptr, utf8.data(), length)), u'\0');
     // A NUL that ends the text takes the terminator's place.
     DecodeUtf8(units.data(), utf8.data(), length);
+    return units;
+}
+
+std::u16string ReplacingUtf16(std::string_view bytes) {
+    std::u16string units(bytes.size(), u'\0'); // no byte makes more than one
+    const auto* at = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    const auto* const end = at + bytes.size();
+    char16_t* out = units.data();
+    while (ConvertUtf8ToUtf16(at, end, out, units.data() + units.size(), false) !=
+           ConversionResult::ConversionOk) {
+        ++at;
+        *out++ = kReplacementCharacter;
+    }
+    units.resize(static_cast<std::size_t>(out - units.data()));
     return units;
 }
 

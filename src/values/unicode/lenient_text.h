@@ -25,4 +25,8 @@ std::int32_t DecodeUtf8(char16_t* out, const char* utf8, std::int32_t length);
 [[nodiscard]] std::string LenientUtf8(const char16_t* wide);
 [[nodiscard]] std::u16string LenientUtf16(std::string_view utf8);
 
+// Another rule, for bytes of any origin: U+FFFD takes the place of each byte that is in no legal sequence,
+// and NULs are kept. Throws std::bad_alloc.
+[[nodiscard]] std::u16string ReplacingUtf16(std::string_view bytes);
+
 } // namespace brixen::lyr::gen

@@ -146,9 +146,34 @@ TEST_F(WideFiles, AreAbsentWithoutMemory) {
     EXPECT_GT(nothing, 0);
 }
 
+TEST_F(WideFiles, AreReadFromTheirEnd) {
+    const std::u16string path = Write("ab\r\n\x1A"
+                                      "c");
+    EXPECT_EQ(ReadEndOfFile(path, 100), "ab\r\n\x1A"
+                                        "c");
+    EXPECT_EQ(ReadEndOfFile(path, 6), "ab\r\n\x1A"
+                                      "c");
+    EXPECT_EQ(ReadEndOfFile(path, 5), "b\r\n\x1A"
+                                      "c");
+    EXPECT_EQ(ReadEndOfFile(path, 1), "c");
+    EXPECT_EQ(ReadEndOfFile(path, 0), "");
+    EXPECT_EQ(ReadEndOfFile(Write(""), 5), "");
+    EXPECT_FALSE(ReadEndOfFile((folder / "absent").u16string(), 5).has_value());
+    EXPECT_FALSE(ReadEndOfFile(folder.u16string(), 5).has_value());
+}
+
+// Without room on the disk, where the file system allows it.
+TEST_F(WideFiles, OfMoreThanFourGigabytesAreReadFromTheirEnd) {
+    const std::u16string path = Write("start");
+    std::filesystem::resize_file(file, (std::uintmax_t{1} << 32) + 5);
+    std::ofstream(file, std::ios::binary | std::ios::app) << "end";
+    EXPECT_EQ(ReadEndOfFile(path, 4), std::string("\0end", 4));
+}
+
 TEST_F(WideFiles, AreClosedAfterReading) {
     const std::u16string path = Write("x");
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
+    EXPECT_TRUE(ReadEndOfFile(path, 1).has_value());
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());
     EXPECT_TRUE(std::filesystem::remove(file));
 }

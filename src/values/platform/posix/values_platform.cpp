@@ -121,6 +121,13 @@ std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string
     return ReadToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "rb")), error);
 }
 
+std::optional<std::string> ReadEndOfFile(const std::u16string& path, std::size_t most) {
+    const FileHandle file(std::fopen(NativePath(path).c_str(), "rb"));
+    // A shorter file refuses, and is read from its beginning.
+    if (file && fseeko(file.get(), -static_cast<off_t>(most), SEEK_END) != 0) std::rewind(file.get());
+    return ReadAtMost(file, most);
+}
+
 bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error) {
     return WriteToEnd(FileHandle(std::fopen(NativePath(path).c_str(), "wb")), bytes, error);
 }

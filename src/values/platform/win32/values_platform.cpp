@@ -9,6 +9,7 @@
 #include <share.h>
 
 #include <climits>
+#include <cstdint>
 #include <cstdlib>
 
 namespace brixen::lyr::gen {
@@ -88,6 +89,15 @@ std::optional<std::string> ReadWholeFile(const std::u16string& path) {
 
 std::optional<std::string> ReadWholeFile(const std::u16string& path, std::string& error) {
     return ReadToEnd(FileHandle(_wfopen(Wide(path.c_str()), L"rb")), error);
+}
+
+std::optional<std::string> ReadEndOfFile(const std::u16string& path, std::size_t most) {
+    const FileHandle file(_wfopen(Wide(path.c_str()), L"rb"));
+    // A shorter file refuses, and is read from its beginning.
+    if (file && _fseeki64(file.get(), -static_cast<std::int64_t>(most), SEEK_END) != 0) {
+        std::rewind(file.get());
+    }
+    return ReadAtMost(file, most);
 }
 
 bool WriteWholeFile(const std::u16string& path, std::string_view bytes, std::string& error) {

@@ -7,6 +7,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 using namespace brixen::lyr::gen;
 
@@ -118,6 +119,39 @@ TEST(LenientText, ConvertsWholeTextsUpToANul) {
     EXPECT_EQ(LenientUtf16(""), u"");
     EXPECT_EQ(LenientUtf16("a\xE2\x82\xAC"), u"a\u20AC");
     EXPECT_EQ(LenientUtf16(std::string_view("ab\0c", 4)), u"ab");
+}
+
+TEST(ReplacingUtf16, KeepsLegalTextAndNuls) {
+    EXPECT_EQ(ReplacingUtf16(""), u"");
+    EXPECT_EQ(ReplacingUtf16("a\u00E9\u20AC\U0001F600"), u"a\u00E9\u20AC\U0001F600");
+    EXPECT_EQ(ReplacingUtf16(std::string_view("a\0b", 3)), std::u16string_view(u"a\0b", 3));
+}
+
+TEST(ReplacingUtf16, ReplacesEachByteThatIsInNoLegalSequence) {
+    for (const auto& [bytes, text] : {std::pair<const char*, const char16_t*>{"\x80"
+                                                                              "a",
+                                                                              u"\uFFFDa"},
+                                      {"\xFF\xFE", u"\uFFFD\uFFFD"},
+                                      {"\xC3"
+                                       "a",
+                                       u"\uFFFDa"},
+                                      {"\xC0\x80", u"\uFFFD\uFFFD"},
+                                      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+                                      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+                                      {"a\xE2\x82", u"a\uFFFD\uFFFD"},
+                                      {"\xE2\x82\xE2\x82\xAC", u"\uFFFD\uFFFD\u20AC"}})
+        EXPECT_EQ(ReplacingUtf16(bytes), text);
+}
+
+TEST(ReplacingUtf16, ReplacesInLongTexts) {
+    std::string bytes;
+    std::u16string text;
+    for (int i = 0; i < 100; ++i) {
+        bytes += std::string(37, 'x') + "\xFC\u20AC";
+        text += std::u16string(37, u'x') + u"\uFFFD\u20AC";
+    }
+    EXPECT_EQ(ReplacingUtf16(bytes), text);
+    EXPECT_EQ(ReplacingUtf16(std::string(1000, '\xFF')), std::u16string(1000, u'\uFFFD'));
 }
 
 } // namespace

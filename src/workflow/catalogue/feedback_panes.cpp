@@ -157,8 +157,6 @@ void PicturePane::Enter() {
     if (!isFrequencyMarked) MarkRadioButton(ref, kFrequencies, kOnceRadio);
     isFrequencyMarked = true;
     FieldPane::Enter();
-    // The empty window of the page would paint over the frames of its fields.
-    zeve::platform::ShowOrHide(ControlOf(kPicturePage), false);
 }
 
 bool PicturePane::TakeEntries() {

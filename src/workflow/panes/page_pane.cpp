@@ -1,6 +1,7 @@
 #include "workflow/panes/page_pane.h"
 
 #include "toolkit/dialog/zeve_dialog.h"
+#include "toolkit/platform/toolkit_platform.h"
 #include "workflow/panes/pane_helpers.h"
 
 namespace brixen::pvn::pvn_workflow {
@@ -14,6 +15,8 @@ void PagePane::Enter() {
     if (traits.defaultButton != kNoButton) MakeDefaultButton(ref, traits.defaultButton);
     SetEnabled(ref, traits.page, true);
     SetVisible(ref, traits.page, true);
+    // The empty window of the page would paint over the frames of its fields.
+    zeve::platform::ShowOrHide(zeve::platform::ChildWithId(zeve::ZeveTopWindow(ref), traits.page), false);
     for (const std::uint16_t button : traits.buttons) SetVisible(ref, button, true);
 }
 

@@ -5,6 +5,7 @@
 #include "toolkit/platform/toolkit_platform.h"
 #include "workflow/catalogue/connection_settings_pane.h"
 #include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/text_checks.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/workflow_context.h"
 #include "workflow/machine/nav_state_machine.h"
@@ -71,6 +72,7 @@ void ConnectionSettingsHost::OnFirstFocus() {
 void ConnectionSettingsHost::DefineTexts(zeve::ZeveDialog& dialog) {
     zeve::ZeveDefineText(&dialog, "connection_settings", settings);
     SetString(*context, PvnWFKey_PageLocale, LocaleOfWords());
+    SetString(*context, PvnWFKey_ProductName, SendableName(StringOf(*context, PvnWFKey_ProductName)));
 }
 
 std::intptr_t ConnectionSettingsHost::GoOn(std::string_view event) {

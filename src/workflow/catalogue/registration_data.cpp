@@ -36,12 +36,6 @@ constexpr struct {
     {"locale", PvnWFKey_PageLocale},         {"product", PvnWFKey_ProductName},
 };
 
-std::string TextOf(T_StorageInterface& bag, const char* key) {
-    std::string text;
-    GetString(bag, key, text);
-    return text;
-}
-
 } // namespace
 
 constexpr OperationTraits kRegisterOperation{"PvnWF_Register", &RegisterProduct, "Registered"};
@@ -70,7 +64,7 @@ void StoreDetails(T_StorageInterface& bag, const RegistrationDetails& details) {
 
 Status RegisterProduct(T_StorageInterface& workerBag, const WorkerNotifier& notifier) {
     PayloadWriter payload("registration");
-    for (const auto& field : kFields) payload.Add(field.element, TextOf(workerBag, field.key));
+    for (const auto& field : kFields) payload.Add(field.element, StringOf(workerBag, field.key));
     std::string answer;
     const Status status = CallService(workerBag, "registerProduct", payload.Text(), answer, notifier);
     if (status != kStatusSuccess) return status;

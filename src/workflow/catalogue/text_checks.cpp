@@ -1,6 +1,9 @@
 #include "workflow/catalogue/text_checks.h"
 
-#include "values/unicode/code_point.h"
+#include "values/unicode/character_borders.h"
+#include "values/unicode/lenient_text.h"
+#include "values/unicode/text_conversion.h"
+#include "workflow/service/service_text.h"
 
 #include <algorithm>
 
@@ -10,6 +13,7 @@ namespace {
 
 constexpr std::size_t kLongestMailAddress = 254, kLongestMailName = 64; // units
 constexpr std::size_t kLongestSerialNumber = 40;
+constexpr std::size_t kLongestName = 128; // units
 constexpr std::uint32_t kLargestPort = 65535;
 
 struct Range {
@@ -87,6 +91,11 @@ std::u16string SendableLine(std::u16string_view text) {
     std::u16string line = SendableText(text);
     std::ranges::replace_if(line, IsBreakOrTab, u' ');
     return std::u16string(Trimmed(line));
+}
+
+std::string SendableName(std::string_view name) {
+    const std::u16string line = NeutralLine(SendableLine(lyr::gen::ReplacingUtf16(name)));
+    return lyr::gen::ToUtf8(lyr::gen::CutToUnits(line, kLongestName));
 }
 
 bool IsHostName(std::u16string_view text) {

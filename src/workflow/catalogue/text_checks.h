@@ -32,6 +32,11 @@ namespace brixen::pvn::pvn_workflow {
 // The same on one line: a blank takes the place of each tab and line break, none are at the ends.
 [[nodiscard]] std::u16string SendableLine(std::u16string_view text);
 
+// Returns a name of other origin, such as that of the host in its own file, as pages show it and a service
+// takes it: one line of at most 128 units, with U+FFFD in place of what is no UTF-8 and of every character
+// that would hide or change the direction of text.
+[[nodiscard]] std::string SendableName(std::string_view name);
+
 // Returns the port that a text of digits alone names, 1 to 65535. There may be blanks at its ends.
 [[nodiscard]] std::optional<std::uint16_t> PortOf(std::u16string_view text);
 

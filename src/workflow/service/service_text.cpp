@@ -1,7 +1,7 @@
 #include "workflow/service/service_text.h"
 
 #include "values/unicode/ascii.h"
-#include "values/unicode/code_point.h"
+#include "values/unicode/character_borders.h"
 #include "values/unicode/text_conversion.h"
 
 #include <algorithm>
@@ -45,6 +45,23 @@ bool IsShowable(std::string_view text, std::size_t longest) {
     const auto characters = static_cast<std::size_t>(
         std::ranges::count_if(wide, [](char16_t unit) { return !lyr::gen::IsLowSurrogate(unit); }));
     return characters > 0 && characters <= longest && std::ranges::none_of(wide, IsUnshowable);
+}
+
+std::u16string NeutralLine(std::u16string_view text) {
+    std::u16string line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i];
+        const bool isPair = lyr::gen::SplitsPair(text, i + 1);
+        if (unit == u'\t' || unit == u'\n' || unit == u'\r') {
+            line += u' ';
+        } else if (IsUnshowable(unit) || (lyr::gen::IsSurrogate(unit) && !isPair)) {
+            line += static_cast<char16_t>(lyr::gen::kReplacementCharacter);
+        } else {
+            line += text.substr(i, isPair ? 2 : 1);
+        }
+        if (isPair) ++i;
+    }
+    return line;
 }
 
 bool IsConfirmationNumber(std::string_view text) {

@@ -1,4 +1,4 @@
-// Checks of the texts of a service, which may hold anything, before a user sees them.
+// Checks of texts that may hold anything, such as those of a service, before a user sees them.
 #pragma once
 
 #include <cstddef>
@@ -10,6 +10,10 @@ namespace brixen::pvn::pvn_workflow {
 // Whether a text may be shown: well-formed UTF-8, 1 to `longest` characters, one line, no control characters,
 // and none that change the direction or the order of text.
 [[nodiscard]] bool IsShowable(std::string_view text, std::size_t longest);
+
+// Returns the text as one line that shows all that is in it: a blank for each tab and line break, and U+FFFD
+// for each other character that IsShowable refuses and for half a surrogate pair.
+[[nodiscard]] std::u16string NeutralLine(std::u16string_view text);
 
 // Whether it is 1 to 32 letters, digits and `-` of ASCII.
 [[nodiscard]] bool IsConfirmationNumber(std::string_view text);

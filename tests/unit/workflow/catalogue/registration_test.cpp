@@ -85,6 +85,20 @@ TEST_F(Registration, WalkedToItsEndIsASuccessWithTheNumberOfTheService) {
     EXPECT_EQ(StoredText(PvnWFKey_ConfirmationNumber), "R-2026-17");
 }
 
+TEST_F(Registration, ANameOfTheHostThatMisleadsIsNeutralizedWhereverItGoes) {
+    SetString(bag, PvnWFKey_ProductName, "Salt\n\u202EraguS\xFF & Co");
+    ThenExpectText(kProductText, "Product: Salt \uFFFDraguS\uFFFD && Co");
+    ThenRegister();
+    Then([this] {
+        std::string product;
+        GetString(context->workerBag->values, PvnWFKey_ProductName, product);
+        EXPECT_EQ(product, "Salt \uFFFDraguS\uFFFD & Co");
+    });
+    ThenEndWith(kUnavailable);
+    ThenLeave();
+    Run();
+}
+
 TEST_F(Registration, TheWorkerGetsTheDetailsWithoutBlanksAtTheirEnds) {
     ThenRegister();
     Then([this] {

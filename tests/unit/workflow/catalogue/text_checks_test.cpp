@@ -112,5 +112,19 @@ TEST(SendableLine, IsOneLineWithoutBlanksAtItsEnds) {
     EXPECT_EQ(SendableLine(u"\t\n"), u"");
 }
 
+TEST(SendableName, IsOneLineThatHidesNothing) {
+    EXPECT_EQ(SendableName("Salt & Sugar"), "Salt & Sugar");
+    EXPECT_EQ(SendableName(" Salt\r\n\tSugar\x01 "), "Salt  Sugar");
+    EXPECT_EQ(SendableName("Salt\u202Eraguz"), "Salt\uFFFDraguz");
+    EXPECT_EQ(SendableName("S\xFC\xDF \xE2\x82"), "S\uFFFD\uFFFD \uFFFD\uFFFD");
+    EXPECT_EQ(SendableName(""), "");
+}
+
+TEST(SendableName, HasAtMost128Units) {
+    EXPECT_EQ(SendableName(std::string(128, 'x')), std::string(128, 'x'));
+    EXPECT_EQ(SendableName(std::string(129, 'x')), std::string(128, 'x'));
+    EXPECT_EQ(SendableName(std::string(127, 'x') + "\U0001F600"), std::string(127, 'x'));
+}
+
 } // namespace
 } // namespace brixen::pvn::pvn_workflow

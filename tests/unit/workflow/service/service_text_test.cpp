@@ -43,6 +43,29 @@ TEST(Showable, ControlAndDirectionCharactersAreNot) {
     }
 }
 
+TEST(NeutralLine, KeepsOneLineOfOrdinaryText) {
+    EXPECT_EQ(NeutralLine(u"a & <b> אבג عربي 日本語 \U0001F600"), u"a & <b> אבג عربي 日本語 \U0001F600");
+    EXPECT_EQ(NeutralLine(u""), u"");
+}
+
+TEST(NeutralLine, HasBlanksForTabsAndBreaks) { EXPECT_EQ(NeutralLine(u"a\tb\nc\rd"), u"a b c d"); }
+
+TEST(NeutralLine, ShowsWhatWouldHideOrReorder) {
+    for (const char16_t unit : {u'\x01', u'\x7F', u'\x85', u'\xAD', u'\x061C', u'\x200B', u'\x200F',
+                                u'\x2028', u'\x202E', u'\x2066', u'\x2069', u'\xFEFF', u'\xFFFF'}) {
+        EXPECT_EQ(NeutralLine(std::u16string(u"a") + unit + u"b"), u"a\uFFFDb") << int(unit);
+    }
+    EXPECT_EQ(NeutralLine(std::u16string_view(u"a\0b", 3)), u"a\uFFFDb");
+    EXPECT_EQ(NeutralLine(u"a\U000E0041\U000E0042"), u"a\uFFFD\uFFFD") << "one for each character";
+    EXPECT_EQ(NeutralLine(u"\xD83D!\xDE00\xD83D"), u"\uFFFD!\uFFFD\uFFFD") << "half a pair";
+}
+
+TEST(NeutralLine, IsShowable) {
+    std::u16string all;
+    for (char32_t unit = 0; unit <= 0xFFFF; ++unit) all += static_cast<char16_t>(unit);
+    EXPECT_TRUE(IsShowable(lyr::gen::ToUtf8(NeutralLine(all)), all.size()));
+}
+
 TEST(ConfirmationNumber, IsOneTo32LettersDigitsAndHyphens) {
     for (const char* const text : {"A", "7C2F-91D0", "-", "azAZ09", "12345678901234567890123456789012"}) {
         EXPECT_TRUE(IsConfirmationNumber(text)) << text;

@@ -1,6 +1,5 @@
 #include "workflow/catalogue/feedback_data.h"
 
-#include "dictionaries/translation.h"
 #include "values/unicode/ascii.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/service/payload.h"
@@ -8,16 +7,16 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace brixen::pvn::pvn_workflow {
 
 namespace {
 
-// The elements of the payload, the texts of the bag that they hold, and how the user reads them.
 constexpr struct {
-    const char* element;
-    const char* key;
-    const char* shownAs;
+    const char* element; // of the payload
+    const char* key;     // of its text in the bag
+    const char* label;
 } kFields[] = {
     {"subject", PvnWFKey_FeedbackSubject, "$$$/pvn/feedback/field/subject"},
     {"category", PvnWFKey_FeedbackCategory, "$$$/pvn/feedback/field/category"},
@@ -35,17 +34,9 @@ constexpr struct {
     {"log", PvnWFKey_FeedbackLog, "$$$/pvn/feedback/field/log"},
 };
 
-constexpr char kFurtherLine[] = "    ";
-
 constexpr std::size_t kDigitsOfDecimal = 15; // in all, so that no two numbers are the same double
 constexpr std::size_t kDigitsOfWhole = 9;
 constexpr std::size_t kDigitsOfCount = 9;
-
-std::string TextOf(T_StorageInterface& bag, const char* key) {
-    std::string text;
-    GetString(bag, key, text);
-    return text;
-}
 
 bool IsDigits(std::string_view text, std::size_t most) {
     return !text.empty() && text.size() <= most && std::ranges::all_of(text, lyr::gen::IsAsciiDigit<char>);
@@ -108,30 +99,19 @@ bool IsInLimits(std::string_view number, const NumberLimits& limits) {
     return isEnough && value <= limits.most;
 }
 
-std::vector<std::string> LinesOfFeedback(T_StorageInterface& bag) {
-    std::vector<std::string> lines;
+std::vector<FeedbackField> FieldsOfFeedback(T_StorageInterface& bag) {
+    std::vector<FeedbackField> fields;
     for (const auto& field : kFields) {
-        const std::string text = TextOf(bag, field.key);
-        if (text.empty()) continue;
-        std::size_t end = text.find('\n');
-        lines.push_back(zeve::ZeveTranslate(field.shownAs, 0, text.substr(0, end)));
-        while (end != text.npos) {
-            const std::size_t begin = end + 1;
-            end = text.find('\n', begin);
-            lines.push_back(kFurtherLine + text.substr(begin, end - begin));
-        }
+        std::string text = StringOf(bag, field.key);
+        if (!text.empty()) fields.push_back({field.element, field.label, std::move(text)});
     }
-    return lines;
+    return fields;
 }
 
 Status SendFeedback(T_StorageInterface& workerBag, const WorkerNotifier& notifier) {
     PayloadWriter payload("feedback");
-    std::uint32_t fields = 0;
-    for (const auto& field : kFields) {
-        const std::string text = TextOf(workerBag, field.key);
-        payload.Add(field.element, text);
-        if (!text.empty()) ++fields;
-    }
+    const std::vector<FeedbackField> fields = FieldsOfFeedback(workerBag);
+    for (const FeedbackField& field : fields) payload.Add(field.element, field.text);
     std::string answer;
     const Status status = CallService(workerBag, "sendFeedback", payload.Text(), answer, notifier);
     if (status != kStatusSuccess) return status;
@@ -139,7 +119,7 @@ Status SendFeedback(T_StorageInterface& workerBag, const WorkerNotifier& notifie
     if (!ReadCount(answer, "fields", confirmedFields) || !ReadCount(answer, "bytes", confirmedBytes)) {
         return RefuseAnswer(answer);
     }
-    SetLong(workerBag, PvnWFKey_FeedbackSentFields, fields);
+    SetLong(workerBag, PvnWFKey_FeedbackSentFields, static_cast<std::uint32_t>(fields.size()));
     SetLong(workerBag, PvnWFKey_FeedbackSentBytes, static_cast<std::uint32_t>(payload.Text().size()));
     SetLong(workerBag, PvnWFKey_FeedbackConfirmedFields, confirmedFields);
     SetLong(workerBag, PvnWFKey_FeedbackConfirmedBytes, confirmedBytes);

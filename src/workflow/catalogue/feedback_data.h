@@ -12,7 +12,7 @@
 namespace brixen::pvn::pvn_workflow {
 
 // Strings: what is sent. Written when the user goes on from its page; the log, when the user chooses how
-// much.
+// much, and absent without a choice.
 inline constexpr char PvnWFKey_FeedbackSubject[] = "PvnWFKey_FeedbackSubject";
 inline constexpr char PvnWFKey_FeedbackCategory[] = "PvnWFKey_FeedbackCategory";
 inline constexpr char PvnWFKey_FeedbackFrequency[] = "PvnWFKey_FeedbackFrequency";
@@ -48,9 +48,15 @@ struct NumberLimits {
 // Whether a number that SendableNumber has returned is in the range.
 [[nodiscard]] bool IsInLimits(std::string_view number, const NumberLimits& limits);
 
-// Returns every field of the bag that is not empty and will be sent, in UTF-8: a line each, and a further one
-// for each further line of its text. The dictionary has the names.
-[[nodiscard]] std::vector<std::string> LinesOfFeedback(T_StorageInterface& bag);
+// A field that is sent.
+struct FeedbackField {
+    const char* element; // of the payload
+    const char* label;   // a key: how the user reads the field, with ^0 in place of its text
+    std::string text;    // UTF-8, of one line or more
+};
+
+// Returns what the bag has to send, in the order of the payload. A field without a text is not sent.
+[[nodiscard]] std::vector<FeedbackField> FieldsOfFeedback(T_StorageInterface& bag);
 
 // Sends what the bag has, and stores there what was sent and what the service has confirmed.
 [[nodiscard]] Status SendFeedback(T_StorageInterface& workerBag, const WorkerNotifier& notifier);

@@ -8,6 +8,7 @@
 #include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/drive_gauge.h"
 #include "workflow/catalogue/feedback_data.h"
+#include "workflow/catalogue/feedback_rows.h"
 #include "workflow/catalogue/feedback_views.h"
 #include "workflow/catalogue/log_tail.h"
 #include "workflow/context/workflow_context.h"
@@ -18,6 +19,7 @@
 #include "workflow/service/service_text.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow::feedback {
 
@@ -31,6 +33,7 @@ constexpr PageTraits kTraits{"$$$/pvn/feedback/storage/window_title", kStoragePa
 constexpr std::size_t kSliderPages = 8;
 constexpr std::uint32_t kCaptionPercent = 84; // the rest of the width is enough for the longest number
 constexpr std::size_t kListMargin = 8;        // pixels
+constexpr std::intptr_t kNoLevel = -1;        // of the gauge, which then shows nothing
 
 // With its last separator.
 std::u16string FolderOf(const std::u16string& path) { return path.substr(0, path.find_last_of(u"\\/") + 1); }
@@ -44,6 +47,15 @@ std::u16string DriveName(const std::u16string& folder) {
 std::intptr_t Send(zeve::NativeWindow control, std::uint32_t message, std::size_t wparam = 0,
                    std::intptr_t lparam = 0) {
     return toolkit_platform::Send(control, message, wparam, lparam);
+}
+
+// A list that shows less than what is sent would not be true: the run ends.
+void AddToList(zeve::NativeWindow list, const std::u16string& row) {
+    const std::intptr_t index = Send(list, kListAddString, 0, reinterpret_cast<std::intptr_t>(row.c_str()));
+    if (index >= 0) return;
+    PvnLog("%s: %s: The list of what is sent refuses a row(Answer: %d)\n", kLogComponent, kLogInfo,
+           static_cast<int>(index));
+    throw std::runtime_error("a list without room for its rows");
 }
 
 } // namespace
@@ -66,10 +78,11 @@ void StoragePane::Leave() {
 
 void StoragePane::ShowDrive() {
     const std::u16string folder = FolderOf(LogFilePath());
-    const std::string name = TextForStatic(lyr::gen::ToUtf8(DriveName(folder), true));
+    const std::string name = TextForStatic(lyr::gen::ToUtf8(NeutralLine(DriveName(folder))));
     const std::optional<platform::DriveSpace> space = platform::SpaceOfDrive(folder);
     if (!space) {
         SetControlText(ref, kDriveText, zeve::ZeveTranslate("$$$/pvn/feedback/storage/unknown", 0, name));
+        if (gauge) Send(gauge, kGaugeSetPosition, 0, kNoLevel); // not that of an earlier visit
         return;
     }
     const DriveGauge drive = GaugeOfDrive(*space);
@@ -119,7 +132,11 @@ void StoragePane::OnMessage(const WindowMessage& message) {
 
 void StoragePane::TakeLog(std::size_t kib) {
     kibOfLog = kib;
-    SetString(*context, PvnWFKey_FeedbackLog, lyr::gen::ToUtf8(TailOfLog(log, kib)));
+    if (kib == 0) {
+        context->Remove(PvnWFKey_FeedbackLog, kValueTypeString);
+    } else {
+        SetString(*context, PvnWFKey_FeedbackLog, lyr::gen::ToUtf8(TailOfLog(log, kib)));
+    }
     SetControlText(ref, kLogText,
                    zeve::ZeveTranslate("$$$/pvn/feedback/storage/kib", 0, std::to_string(kib)));
     FillList();
@@ -131,10 +148,9 @@ void StoragePane::FillList() {
     std::int32_t width = 0;
     Send(list, kMessageSetRedraw, false);
     Send(list, kListResetContent);
-    for (const std::string& line : LinesOfFeedback(*context)) {
-        const std::u16string wide = lyr::gen::ToUtf16(line, true);
-        Send(list, kListAddString, 0, reinterpret_cast<std::intptr_t>(wide.c_str()));
-        width = std::max(width, meter.MeasureText(wide).width);
+    for (const std::u16string& row : RowsOfFeedback(*context)) {
+        AddToList(list, row);
+        width = std::max(width, meter.MeasureText(row).width);
     }
     Send(list, kListSetExtent, static_cast<std::size_t>(width) + kListMargin);
     Send(list, kMessageSetRedraw, true);

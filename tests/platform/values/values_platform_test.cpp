@@ -162,14 +162,6 @@ TEST_F(WideFiles, AreReadFromTheirEnd) {
     EXPECT_FALSE(ReadEndOfFile(folder.u16string(), 5).has_value());
 }
 
-// Without room on the disk, where the file system allows it.
-TEST_F(WideFiles, OfMoreThanFourGigabytesAreReadFromTheirEnd) {
-    const std::u16string path = Write("start");
-    std::filesystem::resize_file(file, (std::uintmax_t{1} << 32) + 5);
-    std::ofstream(file, std::ios::binary | std::ios::app) << "end";
-    EXPECT_EQ(ReadEndOfFile(path, 4), std::string("\0end", 4));
-}
-
 TEST_F(WideFiles, AreClosedAfterReading) {
     const std::u16string path = Write("x");
     EXPECT_TRUE(ReadWholeFileAlone(path).has_value());

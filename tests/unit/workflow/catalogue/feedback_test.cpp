@@ -6,6 +6,7 @@
 #include "toolkit/control_styles.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
 #include "workflow/catalogue/connection_settings_views.h"
+#include "workflow/catalogue/feedback_rows.h"
 #include "workflow/catalogue/feedback_views.h"
 #include "workflow/controls/my_prog_bar.h"
 #include "workflow/platform/headless/control_class_recorder.h"
@@ -15,6 +16,7 @@
 #include <fstream>
 #include <map>
 #include <set>
+#include <stdexcept>
 
 namespace brixen::pvn::pvn_workflow {
 namespace {
@@ -24,9 +26,11 @@ using connection_settings::kHostField;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsSupersetOf;
 using testing::Not;
 
 constexpr Status kDenied = 0x8501, kUnavailable = 0x8502;
+constexpr std::intptr_t kListNoSpace = -2; // LB_ERRSPACE
 constexpr std::uint16_t kNumberFields[] = {kPixelWidthField,  kResolutionField, kAspectRatioField,
                                            kFocalLengthField, kApertureField,   kExposureTimeField,
                                            kBrightnessField};
@@ -54,6 +58,7 @@ protected:
         switch (message.number) {
         case kListResetContent: list.clear(); return 0;
         case kListAddString:
+            if (rowsUntilRefusal-- == 0) return kListNoSpace;
             list.push_back(lyr::gen::ToUtf8(reinterpret_cast<const char16_t*>(message.lparam)));
             return 0;
         case kSliderSetLargest: largest = message.lparam; return 0;
@@ -198,6 +203,7 @@ protected:
     std::vector<std::string> list;
     std::intptr_t largest = -1, position = 0; // of the slider
     std::intptr_t gaugeRange = -1, gaugePosition = -1;
+    int rowsUntilRefusal = -1; // of the list; below 0 it refuses none
     zeve::ZeveDialog* dialog = nullptr;
 };
 
@@ -695,29 +701,151 @@ TEST_F(Feedback, TheCheckBoxesHaveNamesAndAccessKeys) {
 }
 
 TEST_F(Feedback, TheLogIsSentOnlyAsFarAsTheUserChooses) {
-    WriteLog(std::string(3000, 'x') + "\nend");
+    const std::string x(480, 'x');
+    WriteLog("a" + x + "\nb" + x + "\nc" + x + "\nd" + x + "\nend");
     ThenGoToStorage();
     ThenExpectText(kLogText, "0 KB");
     ThenExpectFocus(kLogSlider);
     Then([this] {
-        EXPECT_EQ(largest, 3);
+        EXPECT_EQ(largest, 2);
         EXPECT_EQ(position, 0);
         EXPECT_THAT(list, Not(Contains(HasSubstr("Log:"))));
+        EXPECT_EQ(StoredText(PvnWFKey_FeedbackLog), "none") << "no key at all";
     });
     ThenMoveSliderTo(1);
     ThenExpectText(kLogText, "1 KB");
-    Then([this] {
-        EXPECT_THAT(list, Contains("Log: " + std::string(1020, 'x')));
-        EXPECT_THAT(list, Contains("    end"));
+    Then([this, x] {
+        EXPECT_THAT(list, IsSupersetOf({"Log: c" + x, "    d" + x, std::string("    end")}));
+        EXPECT_EQ(StoredText(PvnWFKey_FeedbackLog), "c" + x + "\nd" + x + "\nend");
     });
-    ThenMoveSliderTo(3);
-    Then([this] { EXPECT_THAT(list, Contains("Log: " + std::string(3000, 'x'))); });
+    ThenMoveSliderTo(2);
+    Then([this, x] {
+        EXPECT_THAT(list, IsSupersetOf({"Log: a" + x, "    b" + x, "    c" + x, std::string("    end")}));
+    });
     ThenMoveSliderTo(0);
     ThenExpectText(kLogText, "0 KB");
     Then([this] { EXPECT_THAT(list, Not(Contains(HasSubstr("Log:")))); });
     ThenPressEsc();
     Run();
-    EXPECT_EQ(StoredText(PvnWFKey_FeedbackLog), "");
+    EXPECT_EQ(StoredText(PvnWFKey_FeedbackLog), "none") << "no key at all";
+}
+
+TEST_F(Feedback, WithoutAChoiceTheWorkerGetsNoLog) {
+    WriteLog("last line");
+    ThenGoToStorage();
+    ThenMoveSliderTo(1);
+    ThenMoveSliderTo(0);
+    ThenStart(kSendButton);
+    Then([this] {
+        std::string text;
+        EXPECT_FALSE(GetString(context->workerBag->values, PvnWFKey_FeedbackLog, text));
+    });
+    ThenEndWith(kUnavailable);
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, TheTopOfTheSliderSendsAsMuchOfTheLogAsIsOffered) {
+    const std::string line = std::string(63, 'x') + "\n"; // 16 in a KiB
+    std::string log;
+    for (int i = 0; i < 300 * 16; ++i) log += line;
+    WriteLog("begin\n" + log);
+    ThenGoToStorage();
+    Then([this] { EXPECT_EQ(largest, 256); });
+    ThenMoveSliderTo(256);
+    ThenExpectText(kLogText, "256 KB");
+    ThenStart(kSendButton);
+    Then([this, log] {
+        std::string text;
+        GetString(context->workerBag->values, PvnWFKey_FeedbackLog, text);
+        EXPECT_EQ(text, log.substr(0, 256 * 1024));
+    });
+    ThenEndWith(kUnavailable);
+    ThenPressEsc();
+    Run();
+    EXPECT_EQ(list.size(), kMostRows + 1);
+    EXPECT_EQ(list.back(), "More lines that will be sent but are not shown here: 8") << "of 7 + 4096 + 1";
+}
+
+TEST_F(Feedback, TheListFollowsEveryFieldOfTheEarlierPages) {
+    ThenGoToStorage();
+    Then([this] { EXPECT_EQ(list.size(), 7u); });
+    ThenPress(kBackButton);
+    for (const std::uint16_t field : kNumberFields) ThenSetCheckBox(field);
+    ThenPress(kContinueButton);
+    Then([this] {
+        EXPECT_EQ(list.size(), 14u);
+        EXPECT_THAT(list, IsSupersetOf({"Image width in pixels: 6000", "Resolution in pixels per inch: 300.0",
+                                        "Aspect ratio: 3/2", "Focal length in millimeters: 50/1",
+                                        "Aperture, f-number: 2.8", "Exposure time in seconds: 1/250",
+                                        "Brightness in EV: 5.00"}));
+    });
+    ThenPress(kBackButton);
+    for (const std::uint16_t field : kNumberFields) ThenSetCheckBox(field, false);
+    ThenPress(kBackButton);
+    ThenType(kSubjectField, u"Blue sky");
+    ThenSelectCategory("wish");
+    ThenType(kCommentField, u"");
+    Then([] {
+        for (const std::uint16_t id : {kOnceRadio, kSometimesRadio, kAlwaysRadio})
+            zeve::platform::Send(Control(id)->handle, zeve::kButtonSetCheck, id == kAlwaysRadio, 0);
+    });
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenExpectPane("feedback/storage");
+    Then([this] {
+        EXPECT_THAT(list, ElementsAre("Subject: Blue sky", "Category: wish", "How often: always",
+                                      "Language of these pages: en_US", "Application: Salt & Sugar"));
+    });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, TheListNeutralizesWhatWouldHideOrReorder) {
+    WriteLog("\u202Eend\x01\tGr\xFC\xDF\n");
+    ThenFindDialog();
+    ThenType(kSubjectField, u"a\u202Egpj.exe");
+    ThenSelectCategory("quality");
+    ThenPress(kContinueButton);
+    ThenPress(kContinueButton);
+    ThenMoveSliderTo(1);
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(list, IsSupersetOf({"Subject: a\uFFFDgpj.exe", "Log: \uFFFDend Gr\uFFFD\uFFFD", "    "}));
+    EXPECT_EQ(StoredText(PvnWFKey_FeedbackSubject), "a\u202Egpj.exe") << "it is sent as it was typed";
+}
+
+TEST_F(Feedback, ANameOfTheHostThatMisleadsIsNeutralizedWhereverItGoes) {
+    SetString(bag, PvnWFKey_ProductName, "Salt\n\u202EraguS\xFF");
+    ThenSend();
+    Then([this] {
+        std::string product;
+        GetString(context->workerBag->values, PvnWFKey_ProductName, product);
+        EXPECT_EQ(product, "Salt \uFFFDraguS\uFFFD");
+    });
+    ThenEndWith(kUnavailable);
+    ThenPressEsc();
+    Run();
+    EXPECT_THAT(list, Contains("Application: Salt \uFFFDraguS\uFFFD"));
+}
+
+TEST_F(Feedback, ARowThatTheListRefusesIsLoggedAndEndsTheRun) {
+    for (const int rows : {0, 6}) {
+        rowsUntilRefusal = rows;
+        ThenGoToStorage();
+        EXPECT_THROW(Run(), std::runtime_error) << rows;
+        EXPECT_THAT(Logged(), HasSubstr("The list of what is sent refuses a row(Answer: -2)"));
+        EXPECT_EQ(TopDialog(), nullptr);
+    }
+}
+
+TEST_F(Feedback, ARowOfTheLogThatTheListRefusesEndsTheRun) {
+    WriteLog("last line");
+    ThenGoToStorage();
+    Then([this] { rowsUntilRefusal = 7; });
+    ThenMoveSliderTo(1);
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_THAT(Logged(), HasSubstr("The list of what is sent refuses a row(Answer: -2)"));
 }
 
 TEST_F(Feedback, AScrollMessageWithoutAMoveLeavesTheListAlone) {
@@ -784,6 +912,67 @@ TEST_F(Feedback, ADriveThatCannotBeReadHasWordsAndNoGauge) {
     ThenGoToStorage();
     ThenExpectText(kDriveText, "Temporary files and the log are on /tm&&p/. Its free space cannot be read.");
     Then([] { EXPECT_EQ(Control(kDriveGauge), nullptr); });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, ADriveThatCannotBeReadAnyMoreEmptiesTheGauge) {
+    GetFrameTwin().temporaryFolder = u"C:\\Temp\\";
+    ThenGoToStorage();
+    Then([this] { EXPECT_EQ(gaugePosition, 300); });
+    ThenPress(kBackButton);
+    Then([] { platform::TheDriveRecorder().space.reset(); });
+    ThenPress(kContinueButton);
+    ThenExpectText(kDriveText, "Temporary files and the log are on C:. Its free space cannot be read.");
+    Then([this] { EXPECT_LT(gaugePosition, 0) << "a level that is neither painted nor spoken"; });
+    ThenPress(kBackButton);
+    Then([] { platform::TheDriveRecorder().Reset(); });
+    ThenPress(kContinueButton);
+    Then([this] { EXPECT_EQ(gaugePosition, 300); });
+    ThenPressEsc();
+    Run();
+}
+
+TEST_F(Feedback, ThePlaceOfTheTemporaryFolderIsNamed) {
+    for (const auto& [temporaryFolder, name] : {std::pair{u"D:\\Work\\Temp\\", "D:"},
+                                                {u"\\\\server\\share\\temp\\", "\\\\server\\share\\temp\\"},
+                                                {u"\\\\server\\a\u202Eb\\", "\\\\server\\a\uFFFDb\\"},
+                                                {u"\xD83D:\\", "\uFFFD:"}}) {
+        GetFrameTwin().temporaryFolder = temporaryFolder;
+        ThenGoToStorage();
+        ThenExpectText(kDriveText, std::string("Temporary files and the log are on ") + name +
+                                       ", where 300 of 500 GB are used:");
+        Then([temporaryFolder = temporaryFolder] {
+            EXPECT_EQ(platform::TheDriveRecorder().folder, temporaryFolder);
+        });
+        ThenPressEsc();
+        Run();
+    }
+}
+
+TEST_F(Feedback, ThePagesHaveNoWindowOfTheirOwnOnScreen) {
+    const auto thenExpectNoPage = [] {
+        ThenExpectHidden({kPicturePage, kCapturePage, kStoragePage, kSendingPage, kReceivedPage, kProblemPage,
+                          connection_settings::kPage, kDrivePlace});
+    };
+    thenExpectNoPage();
+    ThenGoToCapture();
+    thenExpectNoPage();
+    ThenPress(kContinueButton);
+    thenExpectNoPage();
+    ThenPress(kBackButton);
+    thenExpectNoPage();
+    ThenPress(kContinueButton);
+    ThenStart(kSendButton);
+    thenExpectNoPage();
+    ThenEndWith(kUnavailable);
+    thenExpectNoPage();
+    ThenPress(kProblemConnectionLink);
+    thenExpectNoPage();
+    ThenPressEsc();
+    ThenStart(kTryAgainButton);
+    ThenReceive(6, 300);
+    thenExpectNoPage();
     ThenPressEsc();
     Run();
 }
@@ -897,6 +1086,8 @@ TEST_F(Feedback, ACanceledCallLeadsBackToTheListWithWhatWasEntered) {
         position = 0;
         ThenGoToStorage();
         ThenMoveSliderTo(1);
+        std::vector<std::string> sent;
+        Then([this, &sent] { sent = list; });
         ThenStart(kSendButton);
         ThenPress(cancel);
         ThenExpectPane("feedback/sending");
@@ -905,7 +1096,11 @@ TEST_F(Feedback, ACanceledCallLeadsBackToTheListWithWhatWasEntered) {
         ThenEndWith(kStatusCallCanceled);
         ThenExpectPane("feedback/storage");
         ThenExpectText(kLogText, "1 KB");
-        Then([this] { EXPECT_THAT(list, Contains("Log: last line")); });
+        Then([this, &sent] {
+            EXPECT_THAT(sent, Contains("Log: last line"));
+            EXPECT_EQ(list, sent);
+            EXPECT_EQ(position, 1);
+        });
         ThenPress(kCancelButton);
         EXPECT_EQ(Run(), 35074);
     }

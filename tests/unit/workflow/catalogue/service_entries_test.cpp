@@ -1,11 +1,14 @@
 // The worker entries of the workflows that call the service, over a scripted transport.
 #include "net/envelope/hexadecimal.h"
 #include "unit/net/transport/transport_fixture.h"
+#include "values/unicode/text_conversion.h"
 #include "workflow/catalogue/connection_data.h"
 #include "workflow/catalogue/feedback_data.h"
+#include "workflow/catalogue/log_tail.h"
 #include "workflow/catalogue/registration_data.h"
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
+#include "workflow/service/payload.h"
 
 #include <gmock/gmock.h>
 
@@ -158,9 +161,9 @@ TEST_F(ServiceEntries, FeedbackSendsTheFieldsAndStoresWhatWasConfirmed) {
           "<frequency>always</frequency>", "<comment>two\nlines</comment>", "<pixelWidth>6000</pixelWidth>",
           "<resolution>300.0</resolution>", "<focalLength>50/1</focalLength>",
           "<aspectRatio>3/2</aspectRatio>", "<aperture>2.8</aperture>", "<exposureTime>1/250</exposureTime>",
-          "<brightness", "<log>end &lt;of&gt; log</log>", "<locale>de_DE</locale>",
-          "<product>Salt</product>"})
+          "<log>end &lt;of&gt; log</log>", "<locale>de_DE</locale>", "<product>Salt</product>"})
         EXPECT_THAT(payload, HasSubstr(field));
+    EXPECT_THAT(payload, testing::Not(HasSubstr("brightness"))) << "a field without a text";
     for (const auto& [key, number] :
          {std::pair{PvnWFKey_FeedbackSentFields, 13u},
           std::pair{PvnWFKey_FeedbackSentBytes, static_cast<std::uint32_t>(payload.size())},
@@ -179,12 +182,47 @@ TEST_F(ServiceEntries, FeedbackCountsOnlyWithBothNumbers) {
           "<received><fields>1 </fields><bytes>1</bytes></received>",
           "<received><fields>0x1</fields><bytes>1</bytes></received>",
           "<received><fields>1</fields><bytes>1234567890</bytes></received>",
+          "<received><fields>1\n</fields><bytes>1</bytes></received>",
+          "<received><fields>1</fields><bytes>\u202E1</bytes></received>",
+          "<received><fields>\u0661</fields><bytes>1</bytes></received>",
+          "<received><fields>\xFF</fields><bytes>1</bytes></received>",
+          "<received><fields>%s</fields><bytes>^0</bytes></received>",
+          "<received><fields>$$$/pvn/x=1</fields><bytes>1</bytes></received>",
+          "<received><fields>1</fields><bytes>1</bytes>",
           "<reached><fields>1</fields><bytes>1</bytes></reached>"}) {
         AnswerIs(payload);
         EXPECT_EQ(Run(SendFeedback), kStatusUnexpectedContent) << payload;
         std::uint32_t number = 0;
         EXPECT_FALSE(GetLong(bag, PvnWFKey_FeedbackConfirmedFields, number)) << payload;
+        EXPECT_FALSE(GetLong(bag, PvnWFKey_FeedbackConfirmedBytes, number)) << payload;
     }
+}
+
+TEST_F(ServiceEntries, FeedbackWithoutALogHasNoElementForIt) {
+    SetString(bag, PvnWFKey_FeedbackSubject, "Gray");
+    for (const char* log : {static_cast<const char*>(nullptr), ""}) {
+        if (log) SetString(bag, PvnWFKey_FeedbackLog, log);
+        AnswerIs("<received><fields>2</fields><bytes>4711</bytes></received>");
+        EXPECT_EQ(Run(SendFeedback), kStatusSuccess);
+        ASSERT_FALSE(Calls("SendRequest").empty());
+        EXPECT_THAT(PayloadOf(Calls("SendRequest").back()), testing::Not(HasSubstr("log")));
+        std::uint32_t fields = 0;
+        EXPECT_TRUE(GetLong(bag, PvnWFKey_FeedbackSentFields, fields));
+        EXPECT_EQ(fields, 2u) << "the subject and the locale";
+    }
+}
+
+// What the service reads in the payload is the end of the log, byte by byte.
+TEST_F(ServiceEntries, ALogOfMarkupAndLineFeedsArrivesAsItIs) {
+    const std::string end = "<log>a & b</log>\n\n]]>\t&amp; \"quoted\" 'text' <!-- \u20AC \U0001F4F7\n";
+    SetString(bag, PvnWFKey_FeedbackSubject, "Gray");
+    SetString(bag, PvnWFKey_FeedbackLog, lyr::gen::ToUtf8(TailOfLog("cut off" + end, 1)));
+    AnswerIs("<received><fields>3</fields><bytes>4711</bytes></received>");
+    EXPECT_EQ(Run(SendFeedback), kStatusSuccess);
+    ASSERT_EQ(Calls("SendRequest").size(), 1u);
+    std::string read;
+    EXPECT_TRUE(ReadPayloadField(PayloadOf(Calls("SendRequest")[0]), "feedback", "log", read));
+    EXPECT_EQ(read, "cut off" + end);
 }
 
 } // namespace

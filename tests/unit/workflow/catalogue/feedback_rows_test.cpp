@@ -1,0 +1,99 @@
+#include "workflow/catalogue/feedback_rows.h"
+
+#include "dictionaries/translation.h"
+#include "values/unicode/lenient_text.h"
+#include "workflow/catalogue/feedback_data.h"
+#include "workflow/context/context_keys.h"
+#include "workflow/resources/resource_layer.h"
+
+#include <gmock/gmock.h>
+
+namespace brixen::pvn::pvn_workflow {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::Property;
+
+class FeedbackRows : public testing::Test {
+protected:
+    FeedbackRows() {
+        zeve::AddKeyValue("$$$/pvn/feedback/field/subject=Subject: ^0");
+        zeve::AddKeyValue("$$$/pvn/feedback/field/comment=Comment: ^0");
+        zeve::AddKeyValue("$$$/pvn/feedback/field/log=Log: ^0");
+        zeve::AddKeyValue("$$$/pvn/feedback/storage/more=More: ^0");
+    }
+    ~FeedbackRows() override { ShutDownResources(); }
+
+    // The rows of a log alone.
+    std::vector<std::u16string> RowsOfLog(const std::string& text) {
+        SetString(bag, PvnWFKey_FeedbackLog, text);
+        return RowsOfFeedback(bag);
+    }
+
+    T_Storage bag;
+};
+
+TEST_F(FeedbackRows, AreTheLinesOfTheFieldsThatAreNotEmpty) {
+    SetString(bag, PvnWFKey_FeedbackSubject, "Gray ^1 & sky");
+    SetString(bag, PvnWFKey_FeedbackComment, "");
+    EXPECT_THAT(RowsOfLog("one\n\ntwo\n"),
+                ElementsAre(u"Subject: Gray ^1 & sky", u"Log: one", u"    ", u"    two", u"    "));
+}
+
+TEST_F(FeedbackRows, OfNothingAreNone) { EXPECT_TRUE(RowsOfFeedback(bag).empty()); }
+
+TEST_F(FeedbackRows, ALongLineGoesOnAfterAnEllipsis) {
+    const std::u16string label = u"Log: ";
+    const auto rows = RowsOfLog(std::string(2 * kLongestRow, 'x') + "\n" + std::string(kLongestRow, 'y') +
+                                "\n" + std::string(kLongestRow + 1, 'z'));
+    EXPECT_THAT(rows, ElementsAre(label + std::u16string(kLongestRow - label.size(), u'x') + u"\u2026",
+                                  u"    " + std::u16string(kLongestRow, u'x') + u"\u2026",
+                                  u"    " + std::u16string(label.size(), u'x'),
+                                  u"    " + std::u16string(kLongestRow, u'y'),
+                                  u"    " + std::u16string(kLongestRow, u'z') + u"\u2026", u"    z"));
+}
+
+TEST_F(FeedbackRows, ALongLineIsCutBetweenCharacters) {
+    std::string line = "x"; // with the label an even number of units, so that a pair is on the border
+    for (std::size_t i = 0; i < kLongestRow; ++i) line += "\U0001F4F7";
+    const auto rows = RowsOfLog("\nx" + line);
+    ASSERT_EQ(rows.size(), 4u);
+    EXPECT_EQ(rows[1].size(), 4 + kLongestRow + 1);
+    const auto oddRows = RowsOfLog("\n" + line);
+    ASSERT_EQ(oddRows.size(), 4u);
+    EXPECT_EQ(oddRows[1].size(), 4 + kLongestRow) << "one unit less";
+    EXPECT_TRUE(oddRows[2].starts_with(u"    \U0001F4F7"));
+}
+
+TEST_F(FeedbackRows, ThatAreTooManyAreCounted) {
+    const auto most = RowsOfLog(std::string(kMostRows - 1, '\n'));
+    ASSERT_EQ(most.size(), kMostRows);
+    EXPECT_EQ(most.back(), u"    ");
+    const auto rows = RowsOfLog(std::string(256 * 1024, '\n'));
+    ASSERT_EQ(rows.size(), kMostRows + 1);
+    EXPECT_EQ(rows[kMostRows - 1], u"    ");
+    EXPECT_EQ(rows.back(), u"More: 258049");
+}
+
+TEST_F(FeedbackRows, OfOneLineOfTheWholeLogAreAllShownAndShort) {
+    const auto rows = RowsOfLog(std::string(256 * 1024, 'x'));
+    EXPECT_EQ(rows.size(), 525u);
+    EXPECT_THAT(rows, Each(Property(&std::u16string::size, testing::Le(4 + kLongestRow + 1))));
+}
+
+TEST_F(FeedbackRows, ShowWhatWouldHideOrReorder) {
+    SetString(bag, PvnWFKey_FeedbackSubject, "invoice\u202Egpj.exe \u2066x\u200B");
+    SetString(bag, PvnWFKey_FeedbackComment, "a\tb\u2028c\n\u202Ed\U000E0041e");
+    EXPECT_THAT(RowsOfFeedback(bag), ElementsAre(u"Subject: invoice\uFFFDgpj.exe \uFFFDx\uFFFD",
+                                                 u"Comment: a b\uFFFDc", u"    \uFFFDd\uFFFDe"));
+    EXPECT_EQ(StringOf(bag, PvnWFKey_FeedbackComment), "a\tb\u2028c\n\u202Ed\U000E0041e")
+        << "it is sent as it was typed";
+}
+
+TEST_F(FeedbackRows, OfBytesThatAreNoTextHaveReplacements) {
+    EXPECT_THAT(RowsOfLog("\xFF\xC3\n\x80"), ElementsAre(u"Log: \uFFFD\uFFFD", u"    \uFFFD"));
+}
+
+} // namespace
+} // namespace brixen::pvn::pvn_workflow

@@ -77,8 +77,8 @@ WORD = pattern(r"[a-z0-9_]{1,40}")
 
 
 def read_fields(payload: bytes, root: str, checks: dict) -> dict[str, str]:
-    """The fields of `checks`, each checked; a missing one is empty. Raises NotACall if the payload is not a document
-    of this root, and Denied if a field is wrong."""
+    """The fields of `checks` in that order, each checked; a missing one is empty. Raises NotACall if the payload is not a
+    document of this root, and Denied if a field is wrong."""
     document = markup.read(payload)
     if document.tag != root:
         raise NotACall(f"the payload is not <{root}>")
@@ -94,4 +94,4 @@ def read_fields(payload: bytes, root: str, checks: dict) -> dict[str, str]:
             check(found.setdefault(name, ""))
         except Denied as reason:
             raise Denied(f"{name}: {reason}") from None
-    return found
+    return {name: found[name] for name in checks}

@@ -37,9 +37,9 @@ FEEDBACK = {
     "aperture": number(0, 1000, above=True),
     "exposureTime": number(0, 1_000_000, above=True),
     "brightness": number(-1000, 1000),
-    "log": lines(1 << 20),
     "locale": LOCALE,
     "product": line(128),
+    "log": lines(1 << 20),
 }
 
 

@@ -92,10 +92,28 @@ static void GiveUp(const char* why) {
     ExitProcess(EXIT_STUCK);
 }
 
+static bool IsCheckBox(HWND control) {
+    wchar_t className[20];
+    GetClassNameW(control, className, sizeof className / sizeof className[0]);
+    return _wcsicmp(className, L"Button") == 0 &&
+           (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) == BS_AUTOCHECKBOX;
+}
+
+/* A field that waits for its check box, the control before it, gets it set. */
+static void Unlock(HWND field) {
+    const HWND check = GetWindow(field, GW_HWNDPREV);
+    if (!IsWindowEnabled(field) && check && IsCheckBox(check)) {
+        SendMessageW(check, BM_SETCHECK, BST_CHECKED, 0);
+        SendMessageW(GetParent(check), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(check), BN_CLICKED),
+                     (LPARAM)check);
+    }
+}
+
 /* A popup selects the row of that number, a slider goes to that position, a field has that text. */
 static void Fill(HWND control, const wchar_t* text) {
     wchar_t className[20];
     GetClassNameW(control, className, sizeof className / sizeof className[0]);
+    Unlock(control);
     if (_wcsicmp(className, L"ComboBox") == 0) {
         SendMessageW(control, CB_SETCURSEL, (WPARAM)wcstol(text, NULL, 10), 0);
     } else if (_wcsicmp(className, TRACKBAR_CLASSW) == 0) {

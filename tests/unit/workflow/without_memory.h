@@ -93,6 +93,7 @@ private:
         ShutDownResources();
         zeve::headless::Reset();
         platform::ThePaintingRecorder().Reset();
+        zeve::gToolkit.lastViewId = Fixture::kFirstId;
     }
 };
 

@@ -7,6 +7,7 @@
 #include "toolkit/dialog/zeve_dialog.h"
 #include "toolkit/message_numbers.h"
 #include "toolkit/platform/headless/headless.h"
+#include "toolkit/toolkit_state.h"
 #include "unit/workflow/resources/resource_fixture.h"
 #include "workflow/platform/headless/painting_recorder.h"
 #include "workflow/platform/headless/pane_recorder.h"
@@ -22,10 +23,14 @@ class DialogFixture : public ResourceFixture {
 protected:
     using Window = zeve::NativeWindow;
 
+    // After some hundred runs in one process the ids that views get by themselves meet those of the views.
+    static constexpr std::uint16_t kFirstId = 10000;
+
     DialogFixture() : savedContext(GetFrameState().gPavaneContext) {
         zeve::headless::Reset();
         platform::ThePaneRecorder().Reset();
         platform::ThePaintingRecorder().Reset();
+        zeve::gToolkit.lastViewId = kFirstId;
         GetFrameState().gPavaneContext = &frame;
     }
     ~DialogFixture() override {

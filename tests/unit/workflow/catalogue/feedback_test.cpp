@@ -5,6 +5,7 @@
 #include "support/temporary_folder.h"
 #include "toolkit/control_styles.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
+#include "unit/workflow/without_memory.h"
 #include "workflow/catalogue/connection_settings_views.h"
 #include "workflow/catalogue/feedback_rows.h"
 #include "workflow/catalogue/feedback_views.h"
@@ -1198,6 +1199,27 @@ TEST_F(Feedback, RunsFromABagInEveryLanguage) {
         EXPECT_TRUE(System().script.empty());
         ShutDownResources();
     }
+}
+
+// Over every page, with a failure in the middle of the run.
+class FeedbackWithoutMemory : public WithoutMemory<Feedback, PVNFeedbackWorkFlow> {
+protected:
+    FeedbackWithoutMemory() { WriteLog("first line\nlast line\n"); }
+    void WriteScript() override {
+        position = 0;
+        ThenGoToCapture();
+        ThenTypeNumber(kPixelWidthField, u"4000 px");
+        ThenPress(kContinueButton);
+        ThenMoveSliderTo(1);
+        ThenRunWorker(kSendButton, kUnavailable);
+        ThenRunWorker(kTryAgainButton, kStatusSuccess);
+        ThenPress(kDoneButton);
+    }
+};
+
+TEST_F(FeedbackWithoutMemory, EndsInAStatusLeavesNothingAndRunsAgain) {
+    constexpr std::size_t kStride = 53;
+    ExpectToHoldOut({kStatusUserCancel}, kStride);
 }
 
 } // namespace

@@ -19,6 +19,9 @@ constexpr std::u16string_view kIndent = u"    ", kEllipsis = u"\u2026";
 
 class RowList {
 public:
+    // `most`: how many rows there may be in all at the end of the field.
+    void BeginField(std::size_t most) { mostRows = most; }
+
     void AddLine(std::u16string_view indent, std::u16string_view line) {
         while (line.size() > kLongestRow) {
             const std::u16string_view part = lyr::gen::CutToUnits(line, kLongestRow);
@@ -29,18 +32,20 @@ public:
         AddRow(indent, line, {});
     }
 
-    std::vector<std::u16string> Take() {
-        if (missing > 0) {
-            const std::string note =
-                zeve::ZeveTranslate("$$$/pvn/feedback/storage/more", 0, std::to_string(missing));
-            rows.push_back(lyr::gen::ReplacingUtf16(note));
-        }
-        return std::move(rows);
+    // Without an indent, so that no line of a text looks like the note.
+    void EndField() {
+        if (missing == 0) return;
+        const std::string count = std::to_string(missing + 1); // with the one that the note replaces
+        rows.back() =
+            lyr::gen::ReplacingUtf16(zeve::ZeveTranslate("$$$/pvn/feedback/storage/more", 0, count));
+        missing = 0;
     }
+
+    std::vector<std::u16string> Take() { return std::move(rows); }
 
 private:
     void AddRow(std::u16string_view indent, std::u16string_view text, std::u16string_view end) {
-        if (rows.size() == kMostRows) {
+        if (rows.size() == mostRows) {
             ++missing;
             return;
         }
@@ -48,7 +53,7 @@ private:
     }
 
     std::vector<std::u16string> rows;
-    std::size_t missing = 0;
+    std::size_t mostRows = 0, missing = 0;
 };
 
 void AddField(RowList& rows, const FeedbackField& field) {
@@ -68,7 +73,12 @@ void AddField(RowList& rows, const FeedbackField& field) {
 
 std::vector<std::u16string> RowsOfFeedback(T_StorageInterface& bag) {
     RowList rows;
-    for (const FeedbackField& field : FieldsOfFeedback(bag)) AddField(rows, field);
+    const std::vector<FeedbackField> fields = FieldsOfFeedback(bag);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        rows.BeginField(kMostRows * (i + 1) / fields.size());
+        AddField(rows, fields[i]);
+        rows.EndField();
+    }
     return rows.Take();
 }
 

@@ -20,6 +20,9 @@ protected:
     FeedbackRows() {
         zeve::AddKeyValue("$$$/pvn/feedback/field/subject=Subject: ^0");
         zeve::AddKeyValue("$$$/pvn/feedback/field/comment=Comment: ^0");
+        zeve::AddKeyValue("$$$/pvn/feedback/field/aperture=Aperture: ^0");
+        zeve::AddKeyValue("$$$/pvn/feedback/field/locale=Language: ^0");
+        zeve::AddKeyValue("$$$/pvn/feedback/field/product=Application: ^0");
         zeve::AddKeyValue("$$$/pvn/feedback/field/log=Log: ^0");
         zeve::AddKeyValue("$$$/pvn/feedback/storage/more=More: ^0");
     }
@@ -71,9 +74,40 @@ TEST_F(FeedbackRows, ThatAreTooManyAreCounted) {
     ASSERT_EQ(most.size(), kMostRows);
     EXPECT_EQ(most.back(), u"    ");
     const auto rows = RowsOfLog(std::string(256 * 1024, '\n'));
-    ASSERT_EQ(rows.size(), kMostRows + 1);
-    EXPECT_EQ(rows[kMostRows - 1], u"    ");
-    EXPECT_EQ(rows.back(), u"More: 258049");
+    ASSERT_EQ(rows.size(), kMostRows);
+    EXPECT_EQ(rows[kMostRows - 2], u"    ");
+    EXPECT_EQ(rows.back(), u"More: 258050");
+}
+
+TEST_F(FeedbackRows, OfALongFieldLeaveThoseOfTheOthersInTheList) {
+    SetString(bag, PvnWFKey_FeedbackSubject, "Gray sky");
+    SetString(bag, PvnWFKey_FeedbackComment, std::string(16384, '\n'));
+    SetString(bag, PvnWFKey_FeedbackAperture, "2.8");
+    SetString(bag, PvnWFKey_PageLocale, "en_US");
+    SetString(bag, PvnWFKey_ProductName, "Host");
+    auto rows = RowsOfLog("one\ntwo");
+    ASSERT_EQ(rows.size(), 2 * kMostRows / 6 + 5) << "two shares of six, and the five rows behind them";
+    EXPECT_EQ(rows[2 * kMostRows / 6 - 2], u"    ");
+    rows.erase(rows.begin() + 2, rows.end() - 6);
+    EXPECT_THAT(rows, ElementsAre(u"Subject: Gray sky", u"Comment: ", u"More: 15022", u"Aperture: 2.8",
+                                  u"Language: en_US", u"Application: Host", u"Log: one", u"    two"));
+}
+
+TEST_F(FeedbackRows, ThatAFieldLeavesGoToThoseBehindIt) {
+    SetString(bag, PvnWFKey_FeedbackComment, "one\ntwo");
+    const auto rows = RowsOfLog(std::string(kMostRows - 3, '\n'));
+    ASSERT_EQ(rows.size(), kMostRows);
+    EXPECT_EQ(rows[2], u"Log: ");
+    EXPECT_EQ(rows.back(), u"    ");
+}
+
+TEST_F(FeedbackRows, OfEveryLongFieldAreCountedByThemselves) {
+    SetString(bag, PvnWFKey_FeedbackComment, std::string(9999, '\n'));
+    const auto rows = RowsOfLog(std::string(4999, '\n'));
+    ASSERT_EQ(rows.size(), kMostRows);
+    EXPECT_EQ(rows[kMostRows / 2 - 1], u"More: 7953");
+    EXPECT_EQ(rows[kMostRows / 2], u"Log: ");
+    EXPECT_EQ(rows.back(), u"More: 2953");
 }
 
 TEST_F(FeedbackRows, OfOneLineOfTheWholeLogAreAllShownAndShort) {

@@ -12,21 +12,31 @@ namespace {
 
 constexpr std::size_t kLongestConfirmation = 32;
 
-struct UnitRange {
-    char16_t first, last;
+struct CodeRange {
+    char32_t first, last;
 };
 
-// Controls, marks and overrides of direction, separators of lines, invisible operators, the byte-order mark,
-// the notes between characters, and the first half of every invisible tag.
-constexpr UnitRange kUnshowable[] = {
-    {0x0000, 0x001F}, {0x007F, 0x009F}, {0x00AD, 0x00AD}, {0x061C, 0x061C},
-    {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF},
-    {0xFFF0, 0xFFFB}, {0xFFFE, 0xFFFF}, {0xDB40, 0xDB43},
+// Controls, marks and overrides of direction, separators of lines, invisible operators, halves of pairs, the
+// byte-order mark, the notes between characters, and invisible tags. Joiners, soft hyphens and selectors of
+// variants are part of ordinary text in many languages, and hide nothing.
+constexpr CodeRange kUnshowable[] = {
+    {0x0000, 0x001F}, {0x007F, 0x009F},   {0x061C, 0x061C},   {0x200B, 0x200B}, {0x200E, 0x200F},
+    {0x2028, 0x202E}, {0x2060, 0x206F},   {0xD800, 0xDFFF},   {0xFEFF, 0xFEFF}, {0xFFF0, 0xFFFB},
+    {0xFFFE, 0xFFFF}, {0xE0000, 0xE00FF}, {0xE01F0, 0xE0FFF},
 };
 
-bool IsUnshowable(char16_t unit) {
+bool IsUnshowable(char32_t code) {
     return std::ranges::any_of(kUnshowable,
-                               [unit](UnitRange range) { return unit >= range.first && unit <= range.last; });
+                               [code](CodeRange range) { return code >= range.first && code <= range.last; });
+}
+
+// The character that begins at `position`; half a pair alone is one too.
+std::u16string_view CharacterAt(std::u16string_view text, std::size_t position) {
+    return text.substr(position, lyr::gen::SplitsPair(text, position + 1) ? 2 : 1);
+}
+
+char32_t CodeOf(std::u16string_view character) {
+    return character.size() == 2 ? lyr::gen::CodeOfPair(character[0], character[1]) : character[0];
 }
 
 bool IsOfConfirmation(char byte) {
@@ -42,24 +52,27 @@ bool IsShowable(std::string_view text, std::size_t longest) {
     } catch (const lyr::gen::illegal_utf_sequence&) {
         return false;
     }
-    const auto characters = static_cast<std::size_t>(
-        std::ranges::count_if(wide, [](char16_t unit) { return !lyr::gen::IsLowSurrogate(unit); }));
-    return characters > 0 && characters <= longest && std::ranges::none_of(wide, IsUnshowable);
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < wide.size(); ++count) {
+        const std::u16string_view character = CharacterAt(wide, i);
+        if (IsUnshowable(CodeOf(character))) return false;
+        i += character.size();
+    }
+    return count > 0 && count <= longest;
 }
 
 std::u16string NeutralLine(std::u16string_view text) {
     std::u16string line;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        const bool isPair = lyr::gen::SplitsPair(text, i + 1);
-        if (unit == u'\t' || unit == u'\n' || unit == u'\r') {
+    for (std::size_t i = 0; i < text.size();) {
+        const std::u16string_view character = CharacterAt(text, i);
+        if (character == u"\t" || character == u"\n" || character == u"\r") {
             line += u' ';
-        } else if (IsUnshowable(unit) || (lyr::gen::IsSurrogate(unit) && !isPair)) {
+        } else if (IsUnshowable(CodeOf(character))) {
             line += static_cast<char16_t>(lyr::gen::kReplacementCharacter);
         } else {
-            line += text.substr(i, isPair ? 2 : 1);
+            line += character;
         }
-        if (isPair) ++i;
+        i += character.size();
     }
     return line;
 }

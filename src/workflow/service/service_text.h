@@ -8,11 +8,12 @@
 namespace brixen::pvn::pvn_workflow {
 
 // Whether a text may be shown: well-formed UTF-8, 1 to `longest` characters, one line, no control characters,
-// and none that change the direction or the order of text.
+// and none that hide text or change its direction or order. Characters that only shape ordinary text are
+// fine: joiners, soft hyphens, and selectors of variants.
 [[nodiscard]] bool IsShowable(std::string_view text, std::size_t longest);
 
-// Returns the text as one line that shows all that is in it: a blank for each tab and line break, and U+FFFD
-// for each other character that IsShowable refuses and for half a surrogate pair.
+// Returns the text as one line in which nothing hides or reorders the rest: a blank for each tab and line
+// break, and U+FFFD for each other character that IsShowable refuses and for half a surrogate pair.
 [[nodiscard]] std::u16string NeutralLine(std::u16string_view text);
 
 // Whether it is 1 to 32 letters, digits and `-` of ASCII.

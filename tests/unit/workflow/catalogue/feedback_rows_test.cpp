@@ -125,6 +125,14 @@ TEST_F(FeedbackRows, ShowWhatWouldHideOrReorder) {
         << "it is sent as it was typed";
 }
 
+TEST_F(FeedbackRows, ShowOrdinaryTextAsItIs) {
+    SetString(bag, PvnWFKey_FeedbackSubject, "می\u200Cخواهم ❤\uFE0F");
+    SetString(bag, PvnWFKey_FeedbackComment, "Dampf\u00ADschiff\n\U0001F468\u200D\U0001F469");
+    EXPECT_THAT(RowsOfFeedback(bag),
+                ElementsAre(u"Subject: می\u200Cخواهم ❤\uFE0F", u"Comment: Dampf\u00ADschiff",
+                            u"    \U0001F468\u200D\U0001F469"));
+}
+
 TEST_F(FeedbackRows, OfBytesThatAreNoTextHaveReplacements) {
     EXPECT_THAT(RowsOfLog("\xFF\xC3\n\x80"), ElementsAre(u"Log: \uFFFD\uFFFD", u"    \uFFFD"));
 }

@@ -116,6 +116,7 @@ TEST(SendableName, IsOneLineThatHidesNothing) {
     EXPECT_EQ(SendableName("Salt & Sugar"), "Salt & Sugar");
     EXPECT_EQ(SendableName(" Salt\r\n\tSugar\x01 "), "Salt  Sugar");
     EXPECT_EQ(SendableName("Salt\u202Eraguz"), "Salt\uFFFDraguz");
+    EXPECT_EQ(SendableName("نرم\u200Cافزار ❤\uFE0F"), "نرم\u200Cافزار ❤\uFE0F") << "ordinary text";
     EXPECT_EQ(SendableName("S\xFC\xDF \xE2\x82"), "S\uFFFD\uFFFD \uFFFD\uFFFD");
     EXPECT_EQ(SendableName(""), "");
 }

@@ -14,7 +14,7 @@ endfunction()
 
 pavane_companion(svhservices good svhservices.c)
 pavane_companion(svhservices without_entry_points svhservices.c COMPANION_WITHOUT_ENTRY_POINTS)
-pavane_companion(svhservices slow svhservices.c COMPANION_SLOW=400)
+pavane_companion(svhservices slow svhservices.c COMPANION_SLOW=400 COMPANION_CALLING_BACK)
 pavane_companion(svhservices calling_back svhservices.c COMPANION_CALLING_BACK)
 pavane_companion(companion-helper helper helper.c)
 pavane_companion(svhservices in_need svhservices.c COMPANION_IN_NEED)

@@ -1,6 +1,7 @@
 /*
  * The companion library of the service loader's tests. cmake/companions.cmake builds one of each kind: good,
- * without entry points, slow to load, calling back into the program, and in need of another library.
+ * without entry points, slow to load, calling back into the program (the slow one does too), and in need of
+ * another library.
  */
 #include <windows.h>
 
@@ -93,10 +94,10 @@ BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* reserved) {
     (void)reserved;
     if (reason != DLL_PROCESS_ATTACH) return TRUE;
     gErrorMode = GetThreadErrorMode();
+    CallBack();
 #ifdef COMPANION_SLOW
     Sleep(COMPANION_SLOW);
 #endif
-    CallBack();
     return TRUE;
 }
 

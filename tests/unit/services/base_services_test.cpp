@@ -2,13 +2,16 @@
 
 #include "frame/platform/posix/frame_twin.h"
 #include "services/platform/posix/services_twin.h"
+#include "support/another_thread.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace brixen::pvn {
@@ -114,6 +117,13 @@ TEST_F(BaseServices, AreNotSearchedInATemporaryWorkingDirectory) {
     EXPECT_FALSE(GetServiceLoader().baseLoaded);
 }
 
+TEST_F(BaseServices, AreNotSearchedInTheLongestTemporaryFolder) {
+    twin.workingDirectory = "C:\\" + std::string(255, 'a') + "\\";
+    GetFrameTwin().temporaryFolder =
+        std::u16string(twin.workingDirectory.begin(), twin.workingDirectory.end());
+    EXPECT_THAT(GetServiceLoader().searchPaths, ElementsAre("C:\\App"));
+}
+
 TEST_F(BaseServices, KnowATemporaryFolderByAnyOfItsNames) {
     twin.workingDirectory = "D:\\Link";
     twin.places = {{"D:\\Link", {"C:\\Users\\Ann\\Temp\\x", false}}};
@@ -198,6 +208,21 @@ TEST_F(BaseServices, AreResolvedAllAtOnce) {
     EXPECT_EQ(CallsThatBegin("Find"), 4u) << "a worker would have asked the system";
     EXPECT_THAT(gAsked, ElementsAre("ServiceLoader 5 [] using logging service now", "release it", "create",
                                     "set 4000000000"));
+}
+
+// Calls the wrapper as a function with arguments of its own would.
+void LogWith(void* session, const char* component, int level, const char* formats, const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    SVHLogv(session, component, level, formats, format, arguments);
+    va_end(arguments);
+}
+
+TEST_F(BaseServices, LogTheLineOfACallerAsItIs) {
+    Install(kBesideTheLibrary);
+    ResolveBaseServices();
+    LogWith(&gErrorService, "Word Service", 9, "%d %s", "%d %s", 7, "words");
+    EXPECT_EQ(gAsked.back(), "session Word Service 9 [%d %s] 7 words");
 }
 
 TEST_F(BaseServices, ShowTheDebuggerEachEntryPointThatIsMissing) {
@@ -329,9 +354,57 @@ TEST_F(BaseServices, AnswerALibraryThatCallsBackWhileItStarts) {
     EXPECT_THAT(Shown(), ElementsAre("ServiceLoader: from inside\r\n"));
 }
 
+TEST_F(BaseServices, AnswerAnotherThreadWhileTheyAreLoaded) {
+    Install(kBesideTheLibrary);
+    bool hasBegun = false;
+    twin.duringLoad = [&] {
+        if (std::exchange(hasBegun, true)) return; // the system lets the other thread in as well
+        pavane_test::OnAnotherThread([] {
+            EXPECT_EQ(BaseServicesFolder(), "C:\\App");
+            EXPECT_EQ(SVHErrnoServiceCreate(), &gErrorService);
+            LoaderLog(GetServiceLoader(), kLoaderLevelPath, "", "of another thread");
+        });
+    };
+    ResolveBaseServices();
+    EXPECT_THAT(gAsked, ElementsAre("create", "ServiceLoader 4 [] of another thread",
+                                    "ServiceLoader 5 [] using logging service now"));
+    EXPECT_THAT(Shown(), IsEmpty());
+    EXPECT_EQ(CallsThatBegin("IsFile"), 1u) << "the search is over";
+    EXPECT_EQ(GetServiceLoader().libraries.begin()->second.symbols.size(), 4u);
+}
+
+TEST_F(BaseServices, AnswerAnotherThreadWhileTheyLog) {
+    Install(kBesideTheLibrary);
+    gInsideLogv = [] {
+        gInsideLogv = nullptr;
+        pavane_test::OnAnotherThread([] { EXPECT_EQ(SVHErrnoServiceCreate(), &gErrorService); });
+    };
+    ResolveBaseServices();
+    EXPECT_THAT(gAsked, ElementsAre("ServiceLoader 5 [] using logging service now", "create"));
+    EXPECT_EQ(CallsThatBegin("Load"), 1u);
+}
+
 TEST_F(BaseServices, HaveOneLoaderForAllCallers) {
     EXPECT_EQ(&GetServiceLoader(), &GetServiceLoader());
     EXPECT_TRUE(GetServiceLoader().isStarted);
+}
+
+// As a worker that still logs while the process ends.
+void UseTheLoaderAtTheEnd() {
+    const ServiceLoader& loader = GetServiceLoader();
+    std::_Exit(loader.searchPaths == std::vector<std::string>{"C:\\App", "C:\\Work"} ? 0 : 1);
+}
+
+// The process of the test is a new one: the loader is made after the function is registered, so that its
+// destructor would run before it.
+TEST(BaseServicesDeathTest, OutliveTheObjectsOfTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto endTheProcess = [] {
+        std::atexit(UseTheLoaderAtTheEnd);
+        static_cast<void>(GetServiceLoader());
+        std::exit(2);
+    };
+    EXPECT_EXIT(endTheProcess(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

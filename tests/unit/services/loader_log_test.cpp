@@ -2,6 +2,7 @@
 
 #include "frame/platform/frame_platform.h"
 #include "services/platform/posix/services_twin.h"
+#include "support/log_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -81,6 +82,20 @@ TEST_F(LoaderLogChannelTest, StaysWithTheDebuggerIfThereIsNoFunctionOfAService) 
     LoaderLog(service, kLoaderLevelMissing, "%s", "Failed to find %s", "a.dll");
     LoaderLog(service, kLoaderLevelProgress, "%s", "Found library %s", "a.dll");
     EXPECT_THAT(GetServicesTwin().debuggerTexts, ElementsAre("ServiceLoader: Failed to find a.dll\r\n"));
+}
+
+TEST_F(LoaderLogChannelTest, WritesNothingToTheLogFile) {
+    const pavane_test::LogFile file;
+    OpenLog(false);
+    Channel service(Logv);
+    for (int level = 0; level <= kLoaderLevelProgress; ++level) {
+        LoaderLog(channel, level, "%s", "Failed to find %s", "a.dll");
+        LoaderLog(service, level, "%s", "Failed to find %s", "a.dll");
+    }
+    ShowToDebugger("Logging", "failed to find C_SVHLogv\n");
+    EXPECT_EQ(file.Text(), "");
+    PvnLog("the file is open\n");
+    EXPECT_EQ(file.Bodies().size(), 1u);
 }
 
 Channel* gReentered = nullptr;

@@ -2,6 +2,7 @@
 
 #include "frame/platform/frame_platform.h"
 #include "services/platform/posix/services_twin.h"
+#include "support/another_thread.h"
 #include "support/failing_allocator.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +10,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <utility>
 
 namespace brixen::pvn {
 namespace {
@@ -24,6 +26,8 @@ void KeepMessage(void*, const char*, int level, const char* formats, const char*
     std::vsnprintf(text, sizeof text, format, arguments);
     gMessages.push_back(std::to_string(level) + " [" + formats + "] " + text);
 }
+
+ServiceLoader* gAnswering = nullptr;
 
 void First() {}
 void Second() {}
@@ -262,6 +266,81 @@ TEST_F(ServiceLoaderTest, AnswersALibraryThatCallsBackWhileItIsLoaded) {
     EXPECT_EQ(FindSymbol(loader, "a.dll", "First"), First);
     EXPECT_EQ(inside, Second);
     EXPECT_THAT(loader.searchPaths, ElementsAre("C:\\App", "C:\\More"));
+}
+
+TEST_F(ServiceLoaderTest, AnswersAnotherThreadWhileALibraryIsLoaded) {
+    AddGoodLibrary();
+    bool hasBegun = false;
+    EntryPoint ofOther = nullptr;
+    twin.duringLoad = [&] {
+        if (std::exchange(hasBegun, true)) return; // the system lets the other thread in as well
+        pavane_test::OnAnotherThread([&] {
+            EXPECT_FALSE(IsLoaded(loader, "a.dll"));
+            EXPECT_TRUE(AddLibrary(loader, "a.dll", ""));
+            AddSearchPath(loader, "C:\\More");
+            ofOther = FindSymbol(loader, "a.dll", "First");
+            EXPECT_TRUE(IsLoaded(loader, "a.dll"));
+        });
+    };
+    EXPECT_EQ(FindSymbol(loader, "a.dll", "First"), First);
+    EXPECT_EQ(ofOther, First);
+    const LibraryEntry& entry = loader.libraries.find("a.dll")->second;
+    EXPECT_EQ(entry.module, reinterpret_cast<NativeModule>(&twin.modules["C:\\App\\a.dll"]));
+    EXPECT_EQ(entry.opened, 2);
+    EXPECT_EQ(entry.symbols.size(), 1u);
+    EXPECT_EQ(FindSymbol(loader, "a.dll", "Second"), Second);
+    EXPECT_EQ(Loads().size(), 2u) << "one of each thread, and none after them";
+    EXPECT_THAT(gMessages, ElementsAre("4 [%s] adding search path: C:\\More"));
+}
+
+// Another thread overtakes during the message `gAtMessage`.
+ServiceLoader* gOvertaken = nullptr;
+std::string gAtMessage;
+void (*gInBetween)() = nullptr;
+
+void LogvThatIsOvertaken(void*, const char*, int, const char*, const char* format, std::va_list) {
+    if (format != gAtMessage) return;
+    gAtMessage.clear();
+    pavane_test::OnAnotherThread(gInBetween);
+}
+
+TEST_F(ServiceLoaderTest, KeepsWhatAFasterThreadHasAdded) {
+    ServiceLoader own{LogvThatIsOvertaken};
+    gOvertaken = &own;
+    own.useLoggingService = true;
+    twin.files = {"C:\\A\\a.dll"};
+    twin.modules = {{"C:\\A\\a.dll", {{"First", First}}}};
+    gAtMessage = "adding search path: %s";
+    gInBetween = [] { AddSearchPath(*gOvertaken, "C:\\A"); };
+    AddSearchPath(own, "C:\\A");
+    EXPECT_THAT(own.searchPaths, ElementsAre("C:\\A"));
+    gAtMessage = "looking for library %s";
+    gInBetween = [] {
+        EXPECT_TRUE(AddLibrary(*gOvertaken, "a.dll", ""));
+        EXPECT_EQ(FindSymbol(*gOvertaken, "a.dll", "First"), First);
+    };
+    EXPECT_TRUE(AddLibrary(own, "a.dll", ""));
+    EXPECT_TRUE(IsLoaded(own, "a.dll"));
+    EXPECT_EQ(own.libraries.find("a.dll")->second.opened, 2);
+}
+
+TEST_F(ServiceLoaderTest, AnswersAnotherThreadInEachOfItsMessages) {
+    ServiceLoader own{[](void*, const char*, int, const char*, const char* format, std::va_list) {
+        gMessages.push_back(format);
+        pavane_test::OnAnotherThread([] { EXPECT_FALSE(IsLoaded(*gAnswering, "other.dll")); });
+    }};
+    gAnswering = &own;
+    own.useLoggingService = true;
+    twin.files = {"C:\\A\\a.dll", "C:\\A\\b.dll"};
+    twin.resolved = {{"C:\\A\\b.dll", ""}};
+    AddSearchPath(own, "C:\\A");
+    EXPECT_TRUE(AddLibrary(own, "a.dll", ""));
+    EXPECT_FALSE(AddLibrary(own, "b.dll", ""));
+    EXPECT_EQ(FindSymbol(own, "a.dll", "First"), nullptr);
+    EXPECT_EQ(FindSymbol(own, "c.dll", "First"), nullptr);
+    twin.modules["C:\\A\\a.dll"] = {};
+    EXPECT_EQ(FindSymbol(own, "a.dll", "First"), nullptr);
+    EXPECT_EQ(gMessages.size(), 9u);
 }
 
 TEST_F(ServiceLoaderTest, ServesManyThreadsAtOnce) {

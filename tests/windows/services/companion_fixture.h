@@ -69,10 +69,12 @@ protected:
     DebuggerTexts debugger;
 
 private:
-    // So that the folder of the test can be deleted.
+    // So that the folder of the test can be deleted. Each thread that has loaded a library counts as a user
+    // of it.
     static void FreeLibraries(ServiceLoader& of) {
         for (const auto& [name, entry] : of.libraries) {
-            if (entry.module) FreeLibrary(reinterpret_cast<HMODULE>(entry.module));
+            while (entry.module && FreeLibrary(reinterpret_cast<HMODULE>(entry.module))) {
+            }
         }
     }
 };

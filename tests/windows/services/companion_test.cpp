@@ -1,10 +1,13 @@
 // The service loader with real libraries: good ones, and files that are none.
+#include "services/folder_rules.h"
 #include "windows/services/companion_fixture.h"
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cstring>
 #include <functional>
+#include <thread>
 
 namespace brixen::pvn {
 namespace {
@@ -156,10 +159,18 @@ TEST_F(Companion, FindsWhatItNeedsInItsOwnFolder) {
     EXPECT_EQ(number(), 42);
 }
 
-TEST_F(Companion, DoesNotFindWhatItNeedsInTheWorkingDirectoryOrOnThePath) {
+TEST_F(Companion, DoesNotFindWhatItNeedsElsewhere) {
     Install("in_need", folder / "app");
     Install("helper", folder / "elsewhere", "companion-helper.dll");
     EXPECT_TRUE(Add(folder / "app"));
+    const DLL_DIRECTORY_COOKIE added = AddDllDirectory((folder / "elsewhere").c_str());
+    EXPECT_EQ(Find("CompanionNumber"), nullptr);
+    RemoveDllDirectory(added);
+    const Path ofProgram = Path(FolderOfFile(ModuleFile())) / "companion-helper.dll";
+    std::filesystem::remove(ofProgram);
+    std::filesystem::copy_file(CompanionFile("helper", "companion-helper.dll"), ofProgram);
+    EXPECT_EQ(Find("CompanionNumber"), nullptr);
+    std::filesystem::remove(ofProgram);
     const Path former = std::filesystem::current_path();
     std::filesystem::current_path(folder / "elsewhere");
     EXPECT_EQ(Find("CompanionNumber"), nullptr);
@@ -169,7 +180,7 @@ TEST_F(Companion, DoesNotFindWhatItNeedsInTheWorkingDirectoryOrOnThePath) {
     SetEnvironmentVariableW(L"PATH", (folder / "elsewhere").c_str());
     EXPECT_EQ(Find("CompanionNumber"), nullptr);
     SetEnvironmentVariableW(L"PATH", path);
-    EXPECT_EQ(debugger.Get().size(), 2u);
+    EXPECT_EQ(debugger.Get().size(), 4u);
 }
 
 // The loader of the process, which searches the working directory after the folder of this program.
@@ -296,6 +307,49 @@ TEST_F(CompanionOfTheProcess, MayCallBackWhileItIsLoadedAndWhileItLogs) {
                 ElementsAre("release 0", "ServiceLoader 5 [] using logging service now", "release 0"));
     EXPECT_THAT(debugger.Get(),
                 ElementsAre("ServiceLoader: from inside 1\r\n", "ServiceLoader: from inside 2\r\n"));
+}
+
+TEST_F(CompanionOfTheProcess, ThatIsSlowToLoadIsLoadedOnceForTwoThreads) {
+    Install("slow", folder / "app");
+    EXPECT_TRUE(Add(folder / "app"));
+    std::atomic<int> starts = 0;
+    gCallBack = [&] { ++starts; }; // its load begins, and takes its time
+    std::atomic<bool> isOtherReady = false, isOver = false;
+    Milliseconds ofTables = 10000;
+    Milliseconds ofSymbol = 0;
+    EntryPoint found = nullptr;
+    std::thread other([&] {
+        isOtherReady = true;
+        while (starts == 0 && !isOver) SwitchToThread();
+        ofTables = TimeOf([&] {
+            EXPECT_FALSE(IsLoaded(loader, kBaseServices));
+            EXPECT_TRUE(AddLibrary(loader, kBaseServices, ""));
+        });
+        ofSymbol = TimeOf([&] { found = Find("C_SVHRelease"); });
+    });
+    while (!isOtherReady) SwitchToThread(); // a load keeps new threads from their start
+    const EntryPoint release = Find("C_SVHRelease");
+    isOver = true;
+    other.join();
+    EXPECT_NE(release, nullptr);
+    EXPECT_EQ(found, release);
+    EXPECT_EQ(starts, 1);
+    EXPECT_THAT(ofTables, Lt(300u)) << "the tables answer meanwhile";
+    EXPECT_THAT(ofSymbol, Lt(2000u));
+    EXPECT_THAT(debugger.Get(), IsEmpty());
+}
+
+TEST_F(CompanionOfTheProcess, AnswersAnotherThreadWhileItLogs) {
+    WorkIn("work");
+    Install("calling_back", folder / "work");
+    gCallBack = [] {
+        if (!IsLoaded(GetServiceLoader(), kBaseServices))
+            return; // its start, where no thread can be waited for
+        std::thread([] { SVHRelease(nullptr); }).join();
+    };
+    ResolveBaseServices();
+    EXPECT_THAT(Record(), ElementsAre("ServiceLoader 5 [] using logging service now", "release 0"));
+    EXPECT_THAT(debugger.Get(), IsEmpty());
 }
 
 TEST_F(CompanionOfTheProcess, ThatIsCorruptLeavesTheProcessAlone) {

@@ -3,10 +3,12 @@
 
 #include "services/service_loader.h"
 #include "windows/services/companion_fixture.h"
+#include "windows/toolkit/patched_import.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace brixen::pvn {
 namespace {
@@ -40,6 +42,40 @@ TEST(ServicesPlatform, MakesPathsAbsoluteUpTo1024Units) {
     std::string accents = "C:\\";
     for (std::size_t i = 3; i < kServicePathLimit; ++i) accents += "\xC3\xA9";
     EXPECT_EQ(ResolvePath(accents), accents) << "2048 bytes, 1024 units";
+}
+
+// The length of the path that the system is made to name, in units.
+std::size_t gLength = 0;
+
+wchar_t* NameDirectory(wchar_t* path, int capacity) {
+    if (gLength >= static_cast<std::size_t>(capacity)) {
+        errno = ERANGE;
+        return nullptr;
+    }
+    std::fill_n(path, gLength, L'a');
+    path[gLength] = L'\0';
+    return path;
+}
+
+DWORD WINAPI NameModule(HMODULE, wchar_t* path, DWORD capacity) {
+    const std::size_t written = std::min<std::size_t>(gLength, capacity - 1);
+    std::fill_n(path, written, L'a');
+    path[written] = L'\0';
+    return written < gLength ? capacity : static_cast<DWORD>(gLength);
+}
+
+TEST(ServicesPlatform, TakesPathsOfUpTo1024UnitsFromTheSystem) {
+    const pavane_test::PatchedImport directory("_wgetcwd", &NameDirectory);
+    const pavane_test::PatchedImport module("GetModuleFileNameW", &NameModule);
+    ASSERT_TRUE(directory.IsPatched() && module.IsPatched());
+    gLength = 1024;
+    EXPECT_EQ(WorkingDirectory(), std::string(1024, 'a'));
+    EXPECT_EQ(ModuleFile(), std::string(1024, 'a'));
+    gLength = 1025;
+    EXPECT_EQ(WorkingDirectory(), "");
+    EXPECT_EQ(ModuleFile(), "");
+    gLength = 0;
+    EXPECT_EQ(ModuleFile(), "");
 }
 
 TEST(ServicesPlatform, HasOnePlaceForAFolder) {

@@ -2,29 +2,17 @@
 
 #include "frame/exports/exported_operations.h"
 #include "frame/exports/run_mark.h"
+#include "support/another_thread.h"
 
 namespace brixen::pvn {
 namespace {
 
+using pavane_test::OnAnotherThread;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr std::uint32_t kLongWait = 60'000; // milliseconds; only a failing test takes them
-
-// Makes the call on a thread of its own and waits for it.
-void OnAnotherThread(std::function<void()> call) {
-    const auto routine = [](void* argument) -> unsigned long {
-        (*static_cast<std::function<void()>*>(argument))();
-        return 77;
-    };
-    const NativeThread thread = StartThread(routine, &call);
-    ASSERT_NE(thread, nullptr);
-    unsigned long code = 0;
-    EXPECT_TRUE(WaitForThread(thread, kLongWait, &code));
-    EXPECT_EQ(code, 77u);
-    CloseThread(thread);
-}
 
 void OnThisThread(std::function<void()> call) { call(); }
 

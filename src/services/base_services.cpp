@@ -48,6 +48,7 @@ std::string TemporaryFolder() {
 void AddFirstSearchPaths(ServiceLoader& loader) try {
     AddSearchPath(loader, FolderOfFile(ModuleFile()));
     const std::string directory = WorkingDirectory();
+    if (IsOnServer(directory)) return; // its place may be a path of a disk, and the server may not answer
     if (IsTrusted(PlaceOf(directory), PlaceOf(TemporaryFolder()))) AddSearchPath(loader, directory);
 } catch (const std::bad_alloc&) { // as a path that the system refuses
 }

@@ -31,7 +31,7 @@ inline constexpr std::size_t kServicePathLimit = 1024;
 // Where a folder is, after links and short names.
 struct FolderPlace {
     std::string path; // the same text for the same folder; empty if there is no such folder
-    bool isOnNetwork = false;
+    bool isOnNetworkDrive = false;
 };
 [[nodiscard]] FolderPlace PlaceOf(const std::string& folder);
 

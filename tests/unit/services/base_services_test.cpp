@@ -133,8 +133,20 @@ TEST_F(BaseServices, KnowATemporaryFolderByAnyOfItsNames) {
 }
 
 TEST_F(BaseServices, AreNotSearchedInAWorkingDirectoryOnTheNetwork) {
-    twin.places["C:\\Work"] = {"\\\\?\\UNC\\server\\share", true};
-    EXPECT_THAT(GetServiceLoader().searchPaths, ElementsAre("C:\\App"));
+    const struct {
+        const char* directory;
+        FolderPlace place;
+    } cases[] = {
+        {"N:\\Work", {"\\\\?\\N:\\Work", true}},
+        {"D:\\Link", {"\\\\?\\UNC\\server\\share", false}},
+        {"\\\\server\\share", {"\\\\?\\C:\\Shared", false}},
+    };
+    for (const auto& [directory, place] : cases) {
+        ResetServiceLoader();
+        twin.workingDirectory = directory;
+        twin.places[directory] = place;
+        EXPECT_THAT(GetServiceLoader().searchPaths, ElementsAre("C:\\App")) << directory;
+    }
 }
 
 TEST_F(BaseServices, AreSearchedInTheFolderOfTheLibraryWhereverThatIs) {

@@ -24,6 +24,17 @@ TEST(FolderOfFile, IsEmptyWithoutAFolder) {
     EXPECT_EQ(FolderOfFile(""), "");
 }
 
+TEST(FolderOfAServer, IsKnownByItsName) {
+    for (const char* folder : {"\\\\server\\share", "\\\\u\\share\\below", "\\\\?\\UNC\\server\\share",
+                               "\\\\?\\unc\\server\\share", "\\\\.\\UNC\\server\\share"}) {
+        EXPECT_TRUE(IsOnServer(folder)) << folder;
+    }
+    for (const char* folder : {"C:\\App", "C:\\UNC\\server", "C:\\\\server\\share", "\\\\?\\C:\\App",
+                               "\\\\.\\C:\\App", "\\\\?\\UNCLE\\App", "\\\\?\\UNC", "\\App", "\\", ""}) {
+        EXPECT_FALSE(IsOnServer(folder)) << folder;
+    }
+}
+
 constexpr char kTemporary[] = "C:\\Users\\Ann\\Temp";
 
 bool IsTrustedOnDisk(const std::string& folder, const std::string& temporary = kTemporary) {
@@ -48,6 +59,7 @@ TEST(TrustedFolder, IsNotTheTemporaryFolderNorOneInsideIt) {
 
 TEST(TrustedFolder, IsNotOnTheNetworkAndExists) {
     EXPECT_FALSE(IsTrusted({"C:\\App", true}, {kTemporary, false}));
+    EXPECT_FALSE(IsTrusted({"\\\\?\\UNC\\server\\share", false}, {kTemporary, false}));
     EXPECT_FALSE(IsTrusted({"", false}, {kTemporary, false}));
 }
 

@@ -241,6 +241,20 @@ TEST_F(CompanionOfTheProcess, IsNotTakenFromTheTemporaryFolder) {
     }
 }
 
+TEST_F(CompanionOfTheProcess, IsNotTakenFromAServer) {
+    const Path share = "\\\\pavane\\share";
+    ASSERT_TRUE(std::filesystem::is_directory(share)) << "scripts/wine_prefix makes this folder";
+    WorkIn("work");
+    std::filesystem::remove(share / kBaseServices);
+    std::filesystem::copy_file(CompanionFile("good"), share / kBaseServices);
+    std::filesystem::current_path(share);
+    ResolveBaseServices();
+    std::filesystem::current_path(folder.Path());
+    std::filesystem::remove(share / kBaseServices);
+    EXPECT_FALSE(GetServiceLoader().baseLoaded);
+    EXPECT_EQ(GetServiceLoader().searchPaths.size(), 1u);
+}
+
 TEST_F(CompanionOfTheProcess, CostsTwoLinesAndLittleTimeIfItIsMissing) {
     WorkIn("work");
     Milliseconds best = 10000;

@@ -84,7 +84,7 @@ TEST(ServicesPlatform, HasOnePlaceForAFolder) {
     std::filesystem::create_directories(folder / "inside");
     const FolderPlace place = PlaceOf(path);
     EXPECT_NE(place.path, "");
-    EXPECT_FALSE(place.isOnNetwork);
+    EXPECT_FALSE(place.isOnNetworkDrive);
     EXPECT_EQ(PlaceOf(path + "\\").path, place.path);
     EXPECT_EQ(PlaceOf(path + "\\inside\\..").path, place.path);
     EXPECT_EQ(PlaceOf(path + "\\inside").path, place.path + "\\inside");
@@ -94,10 +94,10 @@ TEST(ServicesPlatform, HasOnePlaceForAFolder) {
 
 TEST(ServicesPlatform, KnowsADriveOfTheNetwork) {
     ASSERT_EQ(GetDriveTypeW(L"N:\\"), UINT(DRIVE_REMOTE)) << "scripts/wine_prefix makes this drive";
-    EXPECT_TRUE(PlaceOf("N:\\").isOnNetwork);
+    EXPECT_TRUE(PlaceOf("N:\\").isOnNetworkDrive);
     std::filesystem::create_directories("N:\\below");
-    EXPECT_TRUE(PlaceOf("N:\\below").isOnNetwork);
-    EXPECT_FALSE(PlaceOf("C:\\windows").isOnNetwork);
+    EXPECT_TRUE(PlaceOf("N:\\below").isOnNetworkDrive);
+    EXPECT_FALSE(PlaceOf("C:\\windows").isOnNetworkDrive);
     std::filesystem::remove("N:\\below");
 }
 

@@ -17,7 +17,6 @@ namespace {
 using lyr::gen::Wide;
 
 constexpr std::size_t kUnits = kServicePathLimit + 1; // with the terminator
-constexpr std::wstring_view kNetworkPrefix = L"\\\\?\\UNC\\";
 
 // Empty for bytes that are no UTF-8, which name no file.
 std::u16string FromUtf8(const std::string& text) try {
@@ -118,9 +117,7 @@ FolderPlace PlaceOf(const std::string& folder) {
     const std::u16string wide = FromUtf8(folder);
     wchar_t path[kUnits] = {};
     if (wide.empty() || !FolderHandle(Wide(wide.c_str())).GetFinalPath(path)) return {};
-    const bool isOnNetwork = std::wstring_view(path).starts_with(kNetworkPrefix) ||
-                             IsRemoteDrive(Wide(wide.c_str())) || IsRemoteDrive(path);
-    return {FromWide(path), isOnNetwork};
+    return {FromWide(path), IsRemoteDrive(Wide(wide.c_str())) || IsRemoteDrive(path)};
 }
 
 NativeModule LoadModule(const std::string& path) {

@@ -29,6 +29,7 @@ void CopyProxySettings(T_StorageInterface& from, T_StorageInterface& to) {
 } // namespace
 
 WorkerBag& BuildWorkerBag(PVNWorkFlowContext& context) {
+    context.workerBag.reset(); // its values must not come back if there is no memory for the new one
     context.workerBag = std::make_shared<WorkerBag>();
     WorkerBag& bag = *context.workerBag;
     CopyLong(context, bag.values, PvnWFKey_UseUserProxySetting);

@@ -141,6 +141,12 @@ TEST_F(OperationActions, AStartClearsTheResultOfAnEarlierOne) {
     EXPECT_EQ(gProgressStatus(), 0);
 }
 
+TEST_F(OperationActions, AnOutcomeThatIsStoredWhileTheResultsAreTakenStays) {
+    context.whileTaken = [this] { SetLong(bag, PvnWFKey_WorkFlowResult, 33793); };
+    EXPECT_EQ(RunToItsEnd(), "Succeeded");
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), 33793u);
+}
+
 TEST_F(OperationActions, EachResultHasAnEvent) {
     EXPECT_EQ(context.ResultToEvent(0x8501), "TransactionDenied");
     for (unsigned status = 0x8502; status <= 0x85FF; ++status) {
@@ -250,9 +256,12 @@ TEST_F(OperationActions, TheNotifierOfTheBagIsCalled) {
     SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(counting));
     RunToItsEnd();
     EXPECT_EQ(calls, 2) << "the first question and the end";
+    context.Action("PvnWF_Fake");
+    context.Action("PvnWF_FakeAtOnce");
+    EXPECT_EQ(calls, 6) << "so does work on this thread";
     bag.Remove(PvnWFKey_ProgressNotifierProc, kValueTypePtr);
     EXPECT_EQ(RunToItsEnd(), "Succeeded") << "without one it is the engine's own";
-    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(calls, 6);
 }
 
 std::weak_ptr<WorkerBag> gBagAtEnd;
@@ -344,6 +353,11 @@ TEST_F(OperationActions, ThePasswordLeavesTheBagOfTheWorkerAfterItsEnd) {
         EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyPassword), std::nullopt);
         EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyHost), "own.host");
     }
+    context.Action("PvnWF_FakeAsync");
+    AwaitEnd();
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "CancelButton");
+    EXPECT_EQ(TextOf(context.workerBag->values, PvnWFKey_ProxyPassword), std::nullopt);
     ExpectProxy(bag, "own");
 }
 
@@ -394,6 +408,24 @@ TEST_F(WorkerStartWithoutMemory, IsReportedIfTheBagCannotBeMade) {
             EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "NoInternetConnection");
         }
     }
+}
+
+TEST_F(WorkerStartWithoutMemory, BringsNoSettingsOfAnEarlierStartBack) {
+    T_Storage bag;
+    FakeContext context(bag);
+    SetString(bag, PvnWFKey_ProxyHost, "of.the.earlier.start");
+    WorkReturns(kStatusHttpError);
+    context.Action("PvnWF_FakeAsync");
+    AwaitEnd();
+    context.Action("PvnWF_FakeAsyncDone");
+    bag.Remove(PvnWFKey_ProxyHost, kValueTypeString);
+    {
+        const pavane_test::FailNthAllocation failure(1);
+        context.Action("PvnWF_FakeAsync");
+        EXPECT_TRUE(failure.HasFailed());
+    }
+    EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "NoInternetConnection");
+    EXPECT_EQ(TextOf(bag, PvnWFKey_ProxyHost), std::nullopt);
 }
 
 // A worker that waits for `gate`, and what it found in its bag after that.
@@ -505,10 +537,13 @@ TEST_F(WorkerThatDoesNotEnd, RefusesASynchronousOneToo) {
 // The names of events are the process's, so a handle of the event shows its signals.
 class CancelSignals : public OutlivingWorker {
 protected:
-    CancelSignals() { ResetNetTwin(); }
+    CancelSignals() {
+        ResetNetTwin();
+        event = MakeClearCancelEvent();
+    }
     bool TakeSignal() const { return WaitForEither(event.get(), nullptr, 0) == WaitResult::kFirst; }
 
-    EventHandle event = MakeClearCancelEvent();
+    EventHandle event;
 };
 
 TEST_F(CancelSignals, TheFlagSignalsTheCall) {
@@ -665,6 +700,18 @@ TEST_F(CancelSignals, WithoutAnEventACancelEndsNoCall) {
     AwaitEnd();
     EXPECT_EQ(result, WaitResult::kFirst);
     EXPECT_EQ(context.Action("PvnWF_FakeAsyncDone"), "Succeeded");
+}
+
+TEST_F(CancelSignals, ACancelRightAfterTheAnswerOfTheFirstQuestionEndsTheCall) {
+    const WorkerCallback canceling = [](std::uint16_t percent, Status status) {
+        const bool goesOn = ProgressNotifier(percent, status);
+        if (percent == 0) CancelTransaction();
+        return goesOn;
+    };
+    SetPtr(bag, PvnWFKey_ProgressNotifierProc, reinterpret_cast<const void*>(canceling));
+    gFakeWork.work = [this](auto&, auto&) { return TakeSignal() ? kStatusCallCanceled : kStatusSuccess; };
+    RunToItsEnd();
+    EXPECT_EQ(LongOf(bag, PvnWFKey_WorkFlowResult), kStatusCallCanceled);
 }
 
 TEST_F(CancelSignals, ACancelBeforeTheFirstQuestionIsItsAnswer) {

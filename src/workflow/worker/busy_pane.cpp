@@ -9,6 +9,7 @@
 #include "workflow/panes/pane_helpers.h"
 #include "workflow/platform/accessible.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace brixen::pvn::pvn_workflow {
@@ -36,12 +37,15 @@ void BusyPane::Enter() {
     if (!bar.Window()) bar.Attach(ControlOf(traits.bar));
     bar.Start(kBusyStep);
     ShowStatus(kWaitingKey);
-    ShowCancel(OffersCancel());
     startsWorker = !isDemo;
     if (startsWorker) {
         zeve::platform::Post(dialog, zeve::kMessagePaint, 0, 0);
-        zeve::platform::Post(dialog, traits.startMessage, 0, 0);
+        // Without it the pane would wait forever.
+        if (!zeve::platform::Post(dialog, traits.startMessage, 0, 0)) {
+            throw std::runtime_error("no message for the start of a worker");
+        }
     }
+    ShowCancel(OffersCancel());
     zeve::platform::Focus(dialog);
 }
 

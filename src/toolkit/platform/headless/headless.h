@@ -82,6 +82,7 @@ struct System {
     // The n-th such request from now on is refused, counted from 1; 0 refuses none.
     int refuseWindow = 0, refuseClass = 0, refuseFont = 0, refuseIcon = 0, refuseRichEdit = 0;
     int refuseDpiContext = 0, refuseLayer = 0, refuseTimer = 0;
+    std::uint32_t refusedPost = 0; // a message that cannot be posted; 0: none
 
     NativeWindow focus = nullptr, active = nullptr;
     NativeWindow mouse = nullptr;           // the window that captured it

@@ -141,7 +141,7 @@ std::intptr_t Send(NativeWindow window, std::uint32_t message, std::uintptr_t wp
 
 bool Post(NativeWindow window, std::uint32_t message, std::uintptr_t wparam, std::intptr_t lparam) noexcept {
     Record("Post", window, {message, static_cast<std::int64_t>(wparam), lparam});
-    if (FindWindow(window) == nullptr) return false;
+    if (FindWindow(window) == nullptr || (message != 0 && message == State().refusedPost)) return false;
     try {
         State().posted.push_back({window, message, wparam, lparam});
         return true;

@@ -57,6 +57,7 @@ TEST_F(Connection, AReachedServiceIsShownWithTheTimeThatTheAnswerTook) {
     ThenStart(kTestButton);
     ThenExpectPane("connection/testing");
     ThenExpectShown({kBusyBar, kBusyText, kCancelTestButton, kCancelNote});
+    ThenExpectBusy(kBusyBar, kMessageStartSecondWorker);
     ThenEndWith(kStatusSuccess,
                 [](T_StorageInterface& workerBag) { SetLong(workerBag, PvnWFKey_ConnectionTime, 142); });
     ThenExpectPane("connection/reached");

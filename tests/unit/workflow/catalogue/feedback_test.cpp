@@ -224,6 +224,7 @@ TEST_F(Feedback, WalkedToItsEndIsASuccessWithWhatTheServiceConfirmed) {
     ThenStart(kSendButton);
     ThenExpectPane("feedback/sending");
     ThenExpectShown({kBusyBar, kBusyText, kCancelSendingButton, kCancelNote});
+    ThenExpectBusy(kBusyBar, kMessageStartWorker);
     ThenExpectHidden({kDriveGauge, kLogSlider, kSendButton, kCancelButton});
     ThenReceive(6, 300);
     ThenExpectPane("feedback/received");

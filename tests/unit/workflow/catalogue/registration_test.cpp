@@ -73,6 +73,7 @@ TEST_F(Registration, WalkedToItsEndIsASuccessWithTheNumberOfTheService) {
     ThenRegister();
     ThenExpectPane("registration/registering");
     ThenExpectShown({kBusyBar, kBusyText, kCancelButton, kCancelNote});
+    ThenExpectBusy(kBusyBar, kMessageStartWorker);
     ThenEndWith(kStatusSuccess, [](T_StorageInterface& workerBag) {
         SetString(workerBag, PvnWFKey_ConfirmationNumber, "R-2026-17");
     });

@@ -12,10 +12,12 @@
 #include "workflow/context/context_keys.h"
 #include "workflow/context/progress.h"
 #include "workflow/context/progress_timer.h"
+#include "workflow/controls/busy_bar.h"
 #include "workflow/panes/window_message.h"
 #include "workflow/platform/headless/region_recorder.h"
 #include "workflow/platform/message_numbers.h"
 #include "workflow/run_workflow.h"
+#include "workflow/worker/busy_pane.h"
 #include "workflow/worker/operation_context.h"
 
 #include <gmock/gmock.h>
@@ -204,6 +206,18 @@ protected:
         Then([] { GetFrameTwin().startsUntilRefusal = 1; });
         ThenPress(button);
         Then([] { EXPECT_EQ(gProgressPercent(), kPercentFinished) << "no worker was started"; });
+    }
+    // The bar runs in that control, and the pane has posted that message.
+    static void ThenExpectBusy(std::uint16_t bar, std::uint32_t startMessage) {
+        Then([=] {
+            EXPECT_THAT(zeve::headless::FindWindow(Control(bar)->handle)->timers,
+                        testing::ElementsAre(testing::Pair(kBusyTimer, kBusyPeriod)));
+            std::vector<std::int64_t> starts;
+            for (const auto& call : zeve::headless::CallsOf("Post"))
+                if (call.numbers[0] == kMessageStartWorker || call.numbers[0] == kMessageStartSecondWorker)
+                    starts.push_back(call.numbers[0]);
+            EXPECT_THAT(starts, testing::ElementsAre(startMessage));
+        });
     }
     // The worker has ended with the status, and the dialog notices.
     void ThenEndWith(Status status, std::function<void(T_StorageInterface&)> leaveResults = {}) {

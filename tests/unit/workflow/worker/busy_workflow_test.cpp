@@ -63,6 +63,7 @@ constexpr BusyTraits kSecondTraits{kFakeOperations[0],       kBar, kStatusText, 
 // What a test reads of the run, and how it begins.
 struct Plan {
     bool hasSecondMessage = false;
+    bool ignoresSuccess = false;
     PVNDialogStateMachine* machine = nullptr;
     FakeContext* context = nullptr;
     BusyPane* pane = nullptr;
@@ -102,7 +103,7 @@ public:
         gPlan.machine = machine.get();
         machine->SetTransition(kFormState, kBusyState, "Continue");
         machine->SetTransition(kFormState, kSuccessState, "Succeeded");
-        machine->SetTransition(kBusyState, kSuccessState, "Succeeded");
+        if (!gPlan.ignoresSuccess) machine->SetTransition(kBusyState, kSuccessState, "Succeeded");
         machine->SetTransition(kBusyState, kNoConnectionState, kEventNoConnection);
         machine->SetTransition(kBusyState, kUnavailableState, kEventServerUnavailable);
         machine->SetTransition(kBusyState, kDeniedState, kEventTransactionDenied);
@@ -176,6 +177,14 @@ protected:
         Then([state] { EXPECT_EQ(gPlan.machine->CurrentState(), state); });
     }
     static Window WindowOf(std::uint16_t id) { return Control(id)->handle; }
+    // The left edges at which a paint of the bar draws the cell.
+    static std::vector<std::int64_t> CellsPainted() {
+        platform::ThePaintingRecorder().calls.clear();
+        Tell(WindowOf(kBar), zeve::kMessagePaint);
+        std::vector<std::int64_t> lefts;
+        for (const auto& call : platform::PaintingCallsOf("BlendBitmap")) lefts.push_back(call.numbers[0]);
+        return lefts;
+    }
     static auto& TimersOf(Window window) { return zeve::headless::FindWindow(window)->timers; }
     std::uint32_t Result() { return LongOf(bag, PvnWFKey_WorkFlowResult).value_or(0); }
 
@@ -262,6 +271,8 @@ TEST_F(BusyPanes, TheEnteredPaneIsShownAndItsBarRuns) {
         EXPECT_TRUE(zeve::platform::IsEnabled(WindowOf(kCancel)));
         EXPECT_EQ(Control(kStatusText)->text, u"Waiting");
         EXPECT_THAT(TimersOf(WindowOf(kBar)), ElementsAre(Pair(kBusyTimer, kBusyPeriod)));
+        EXPECT_TRUE(FireTimer(WindowOf(kBar), kBusyTimer));
+        EXPECT_THAT(CellsPainted(), ElementsAre(9));
         EXPECT_THAT(TimersOf(TopDialog()), ElementsAre(Pair(kProgressTimer, kProgressPeriod)));
         void* pane = nullptr;
         EXPECT_TRUE(GetPtr(bag, PvnWFKey_CurrentPane, pane));
@@ -381,6 +392,31 @@ TEST_F(BusyPanes, AnyTimerOfTheDialogTakesTheEndOnce) {
     });
     ThenPress(kLeave);
     EXPECT_EQ(Run(), 1);
+}
+
+TEST_F(BusyPanes, AFullBarIsOneCellAgainWhenThePaneIsLeft) {
+    ThenPress(kGo);
+    Then([] {
+        AwaitEnd();
+        EXPECT_TRUE(Tick());
+        EXPECT_THAT(CellsPainted(), ElementsAre(0));
+    });
+    ThenPress(kDone);
+    Run();
+}
+
+TEST_F(BusyPanes, ASuccessThatLeadsNowhereStaysWithAFullBarAndNoPoll) {
+    gPlan.ignoresSuccess = true;
+    ThenPress(kGo);
+    Then([] {
+        AwaitEnd();
+        EXPECT_TRUE(Tick());
+        EXPECT_EQ(gPlan.machine->CurrentState(), kBusyState);
+        EXPECT_THAT(CellsPainted(), ElementsAre(4, 27, 50, 73));
+        EXPECT_TRUE(TimersOf(TopDialog()).empty());
+    });
+    ThenPress(kLeave);
+    Run();
 }
 
 TEST_F(BusyPanes, OnlyASuccessShowsTheFullBar) {
@@ -661,6 +697,13 @@ TEST_F(BusyPanes, WithoutATimerTheRunFails) {
     EXPECT_EQ(Run(), kStatusException);
     AwaitWorkers();
     EXPECT_EQ(gProgressPercent(), 0);
+}
+
+TEST_F(BusyPanes, WithoutAStartMessageTheRunFails) {
+    System().refusedPost = kMessageStartWorker;
+    ThenPress(kGo);
+    EXPECT_EQ(Run(), kStatusException);
+    EXPECT_EQ(gFakeWork.calls, 0);
 }
 
 // Also where the host has withheld the button: it is the way on.

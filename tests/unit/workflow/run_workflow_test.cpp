@@ -138,11 +138,16 @@ TEST_F(RunWithServices, FindsThemAfterTheLanguageIsSelectedAndBeforeBuild) {
         twin.modules["C:\\App\\svhservices.dll"][symbol] = doNothing;
     }
     bool wasLanguageSelected = false;
-    twin.duringLoad = [&] { wasLanguageSelected = TheResourceState().isSetUp; };
+    std::uint32_t ofThread = 0;
+    twin.duringLoad = [&] {
+        wasLanguageSelected = TheResourceState().isSetUp;
+        ofThread = CurrentThreadNumber();
+    };
     ThenPress(kGo);
     EXPECT_EQ(RunWorkFlowFromBag<Looking>(bag), 0);
     EXPECT_EQ(gPlan.built, 1);
     EXPECT_TRUE(wasLanguageSelected);
+    EXPECT_EQ(ofThread, CurrentThreadNumber());
 }
 
 TEST_F(RunWithServices, EndsAsWellWithoutThemAndLooksOnce) {

@@ -4,6 +4,7 @@
 #include "support/languages.h"
 #include "support/temporary_folder.h"
 #include "toolkit/control_styles.h"
+#include "toolkit/language_tag.h"
 #include "unit/workflow/catalogue/service_workflow_fixture.h"
 #include "unit/workflow/without_memory.h"
 #include "workflow/catalogue/connection_settings_views.h"
@@ -69,6 +70,22 @@ protected:
         case kGaugeSetPosition: gaugePosition = message.lparam; return 0;
         default: return std::nullopt;
         }
+    }
+
+    // The texts that the worker got, without those that are absent.
+    std::map<std::string, std::string> TextsOfWorker() {
+        std::map<std::string, std::string> texts;
+        for (const char* const key :
+             {PvnWFKey_FeedbackSubject, PvnWFKey_FeedbackCategory, PvnWFKey_FeedbackFrequency,
+              PvnWFKey_FeedbackComment, PvnWFKey_FeedbackPixelWidth, PvnWFKey_FeedbackResolution,
+              PvnWFKey_FeedbackFocalLength, PvnWFKey_FeedbackAspectRatio, PvnWFKey_FeedbackAperture,
+              PvnWFKey_FeedbackExposureTime, PvnWFKey_FeedbackBrightness, PvnWFKey_FeedbackLog,
+              PvnWFKey_PageLocale, PvnWFKey_ProductName, PvnWFKey_ServiceUrl, PvnWFKey_ProxyHost,
+              PvnWFKey_ProxyUserName}) {
+            std::string text;
+            if (GetString(context->workerBag->values, key, text)) texts[key] = text;
+        }
+        return texts;
     }
 
     // --- What the user does
@@ -260,7 +277,7 @@ TEST_F(Feedback, TheWorkerGetsExactlyWhatTheListShows) {
     ThenMoveSliderTo(1);
     ThenStart(kSendButton);
     Then([this] {
-        const std::map<const char*, std::string> expected = {
+        const std::map<std::string, std::string> expected = {
             {PvnWFKey_FeedbackSubject, "Gray sky"},
             {PvnWFKey_FeedbackCategory, "quality"},
             {PvnWFKey_FeedbackFrequency, "once"},
@@ -277,11 +294,7 @@ TEST_F(Feedback, TheWorkerGetsExactlyWhatTheListShows) {
             {PvnWFKey_ProductName, "Salt & Sugar"},
             {PvnWFKey_ServiceUrl, Word("service/url")},
         };
-        for (const auto& [key, text] : expected) {
-            std::string stored = "none";
-            GetString(context->workerBag->values, key, stored);
-            EXPECT_EQ(stored, text) << key;
-        }
+        EXPECT_EQ(TextsOfWorker(), expected);
     });
     ThenEndWith(kUnavailable);
     ThenPressEsc();
@@ -702,6 +715,25 @@ TEST_F(Feedback, TheCheckBoxesHaveNamesAndAccessKeys) {
     }
 }
 
+TEST_F(Feedback, TheCheckBoxesAreOnTheSideWhereReadingBegins) {
+    for (const std::string& locale : pavane_test::Locales()) {
+        SetLanguage(locale);
+        ThenGoToCapture();
+        Then([this, locale] {
+            for (const std::uint16_t id : kNumberFields) {
+                const auto check = zeve::platform::FrameInParent(CheckBoxOf(id));
+                const auto field = zeve::platform::FrameInParent(Control(id)->handle);
+                const bool isOnTheRight = check.left >= field.right;
+                EXPECT_EQ(isOnTheRight, zeve::IsRightToLeftLanguage(locale)) << locale << " " << id;
+                EXPECT_EQ(check.right <= field.left, !isOnTheRight) << locale << " " << id;
+            }
+        });
+        ThenPressEsc();
+        Run();
+        ShutDownResources(); // and with them the language
+    }
+}
+
 TEST_F(Feedback, TheLogIsSentOnlyAsFarAsTheUserChooses) {
     const std::string x(480, 'x');
     WriteLog("a" + x + "\nb" + x + "\nc" + x + "\nd" + x + "\nend");
@@ -1051,13 +1083,21 @@ TEST_F(Feedback, EveryFailureLeadsToTheProblem) {
 }
 
 TEST_F(Feedback, TryAgainSendsTheSameOnceMore) {
-    ThenFail(kUnavailable);
+    WriteLog("last line");
+    ThenGoToCapture();
+    for (const std::uint16_t field : kNumberFields) ThenSetCheckBox(field);
+    ThenPress(kContinueButton);
+    ThenMoveSliderTo(1);
+    ThenStart(kSendButton);
+    std::map<std::string, std::string> sent;
+    Then([this, &sent] { sent = TextsOfWorker(); });
+    ThenEndWith(kUnavailable);
+    Then([this] { WriteLog("a later line"); });
     ThenStart(kTryAgainButton);
     ThenExpectPane("feedback/sending");
-    Then([this] {
-        std::string subject;
-        GetString(context->workerBag->values, PvnWFKey_FeedbackSubject, subject);
-        EXPECT_EQ(subject, "Gray sky");
+    Then([this, &sent] {
+        EXPECT_EQ(sent.size(), 15u) << "every field and the address";
+        EXPECT_EQ(TextsOfWorker(), sent);
     });
     ThenReceive(6, 300);
     ThenPressEsc();
@@ -1134,9 +1174,10 @@ TEST_F(Feedback, AHiddenButtonChangesNothing) {
     thenPressAllBut({kBackButton, kSendButton, kCancelButton, kProblemCancelButton, kProblemBackButton});
     ThenExpectPane("feedback/storage");
     ThenStart(kSendButton);
+    Then([this] { SetLong(bag, PvnWFKey_WorkFlowResult, kDenied); }); // what no button stores
     thenPressAllBut({kCancelSendingButton});
     ThenExpectPane("feedback/sending");
-    Then([this] { EXPECT_NE(StoredLong(PvnWFKey_WorkFlowResult), kUnavailable); });
+    Then([this] { EXPECT_EQ(StoredLong(PvnWFKey_WorkFlowResult), kDenied); });
     ThenEndWith(kUnavailable);
     thenPressAllBut({kProblemBackButton, kTryAgainButton, kProblemCancelButton, kBackButton, kCancelButton});
     ThenExpectPane("feedback/problem");

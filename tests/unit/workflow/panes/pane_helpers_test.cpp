@@ -190,6 +190,22 @@ TEST_F(PaneHelpers, AFieldFollowsItsNamedSubCheck) {
               Control(kUnlabeled)->handle);
 }
 
+TEST_F(PaneHelpers, ASubCheckIsInFrontOfItsFieldWhereReadingBegins) {
+    const Window check = zeve::ZeveSubControl(dialog, kLabeled), field = Control(kLabeled)->handle;
+    const auto place = [&](bool isRightToLeft) {
+        zeve::platform::MoveTo(check, 40, 90, 13, 15);
+        zeve::platform::MoveTo(field, 60, 96, 90, 24);
+        PlaceSubCheck(dialog, kLabeled, isRightToLeft);
+    };
+    using zeve::platform::FrameInParent, zeve::platform::Rectangle;
+    place(false);
+    EXPECT_EQ(FrameInParent(check), (Rectangle{40, 100, 53, 115}));
+    EXPECT_EQ(FrameInParent(field), (Rectangle{60, 96, 150, 120}));
+    place(true);
+    EXPECT_EQ(FrameInParent(check), (Rectangle{137, 100, 150, 115}));
+    EXPECT_EQ(FrameInParent(field), (Rectangle{40, 96, 130, 120}));
+}
+
 TEST_F(PaneHelpers, AFieldWithoutASubCheckStaysAsItIs) {
     zeve::platform::Enable(Control(kField)->handle, true);
     FollowSubCheck(dialog, kField);

@@ -13,6 +13,15 @@ problem="Getting started: The feedback is not confirmed"
 start_host --workflow 5 --language en_US
 wait_until "the first page is shown" title_is "$picture"
 wait_until "the reader starts in the subject" focus_is edit
+press alt+e # the comment
+xdotool type "Too gray."
+press Return # begins a line; in the subject it would be an alert
+press Escape
+host_ends 1 "status 0x8902"
+
+start_host --workflow 5 --language en_US
+wait_until "the first page is shown" title_is "$picture"
+wait_until "the reader starts in the subject" focus_is edit
 press Return
 wait_until "a missing subject is refused" says "The subject is missing"
 press Return
@@ -39,6 +48,10 @@ wait_until "Tab leaves the group" focus_is edit
 xdotool type "Too gray."
 press Return # begins a line
 xdotool type "See the corner."
+press Tab
+wait_until "Tab leaves the comment" is_focused "Continue"
+press shift+Tab
+wait_until "Shift+Tab leads back" focus_is edit
 press alt+c
 
 wait_until "the capture data are shown" title_is "$capture"
@@ -80,7 +93,16 @@ press Home
 wait_until "and takes it away" shows "0 KB"
 press Right
 wait_until "and adds it again" shows "1 KB"
-press Return # sends nothing
+# Enter sends nothing: the keys after it still reach this page.
+press Return
+press Home
+wait_until "the slider is still there after Enter" shows "0 KB"
+press Tab
+wait_until "Tab leads to the list" focus_is listbox
+press Return
+press shift+Tab
+press Right
+wait_until "so is the list" shows "1 KB"
 wait_until "the list is still shown" title_is "$storage"
 
 fail_with silent
@@ -106,6 +128,8 @@ wait_until "Try again sends it" title_is "Getting started: Your feedback has arr
 wait_until "the service understood it" service_said '"subject": "Gray sky", "category": "quality", "frequency": "always", "comment": 25, "pixelWidth": "4000", "resolution": "", "focalLength": "", "aspectRatio": "", "aperture": "5.6", "exposureTime": "1/250", "brightness": "", "locale": "en_US", "product": "Sample Host", "log": '
 fields=$(sed -n 's/^service: feedback of \([0-9]*\) fields: .*/\1/p' "$serviceLog" | tail -n 1)
 [ "$fields" = 10 ] || fail "not ten fields: $(cat "$serviceLog")"
+calls=$(grep -c "^service: \(fails as told\|feedback of\)" "$serviceLog")
+[ "$calls" = 3 ] || fail "not three calls: $(cat "$serviceLog")"
 wait_until "the fields are confirmed" says "The service has confirmed 10 fields and"
 wait_until "nothing is missing" says "That is everything that was sent."
 press Return

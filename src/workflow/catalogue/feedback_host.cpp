@@ -1,6 +1,8 @@
 #include "workflow/catalogue/feedback_host.h"
 
 #include "frame/status.h"
+#include "toolkit/message_numbers.h"
+#include "toolkit/platform/toolkit_platform.h"
 #include "workflow/catalogue/feedback_views.h"
 #include "workflow/machine/nav_state_machine.h"
 #include "workflow/platform/message_numbers.h"
@@ -31,6 +33,17 @@ std::span<const PVNFeedbackHost::Command> PVNFeedbackHost::Commands() {
         {kIdEscape, &Host::OnEscapeKey},
     };
     return kCommands;
+}
+
+// A field of several lines keeps Esc from the dialog, and passes the key on.
+bool PVNFeedbackHost::ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) {
+    const bool isHandled = PVNConcreteHost::ProcessWindowMessage(message, result);
+    const bool isNewKey = message.number == zeve::kMessageKeyDown && (message.lparam & kKeyRepeats) == 0;
+    if (window && isNewKey && message.wparam == zeve::kKeyEscape &&
+        zeve::platform::IdOf(zeve::platform::FocusedWindow()) == kCommentField) {
+        result = OnEscapeKey();
+    }
+    return isHandled;
 }
 
 std::intptr_t PVNFeedbackHost::OnSend() { return GoOn(kEventSend); }

@@ -31,6 +31,8 @@ public:
 
     static std::span<const Command> Commands();
 
+    bool ProcessWindowMessage(const WindowMessage& message, std::intptr_t& result) override;
+
 private:
     std::intptr_t OnSend();
     std::intptr_t OnCancel();

@@ -1036,6 +1036,25 @@ TEST_F(Feedback, EnterNeverSendsAnything) {
     EXPECT_EQ(Run(), kStatusUserCancel);
 }
 
+// A field of several lines keeps Esc from the dialog, and passes the key on.
+TEST_F(Feedback, EscInTheCommentCancels) {
+    const auto thenPressIn = [this](std::uint16_t field, std::uintptr_t key, std::intptr_t repeats = 0) {
+        Then([=] {
+            System().focus = Control(field)->handle;
+            Tell(TopDialog(), zeve::kMessageKeyDown, key, repeats);
+        });
+        ThenExpectPane("feedback/picture");
+    };
+    Then([this] { SetLong(bag, PvnWFKey_WorkFlowResult, kDenied); }); // not what Cancel stores
+    thenPressIn(kSubjectField, zeve::kKeyEscape);                     // the dialog's
+    thenPressIn(kCommentField, zeve::kKeyEnter);
+    thenPressIn(kCommentField, zeve::kKeyEscape, kKeyRepeats);
+    Then([] { Tell(TopDialog(), zeve::kMessageKeyUp, zeve::kKeyEscape); });
+    ThenExpectPane("feedback/picture");
+    Then([] { Tell(TopDialog(), zeve::kMessageKeyDown, zeve::kKeyEscape); });
+    EXPECT_EQ(Run(), 35074);
+}
+
 TEST_F(Feedback, TheFocusBeginsWhereTheFirstActIs) {
     ThenExpectFocus(kSubjectField);
     ThenGoToCapture();

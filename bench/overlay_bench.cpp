@@ -43,6 +43,7 @@ void PaintBackdropWithOverlay(benchmark::State& state) {
     }
     recorder.keepsCalls = false;
     for (auto _ : state) paint();
+    state.SetItemsProcessed(state.iterations());
     recorder.Reset();
 }
 BENCHMARK(PaintBackdropWithOverlay);

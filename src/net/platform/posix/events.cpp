@@ -75,6 +75,7 @@ void CloseEvent(NativeEvent event) noexcept {
 }
 
 void SignalEventNamed(const char16_t* name) noexcept {
+    if (const auto& onSignal = GetNetTwin().onSignal) onSignal();
     const std::lock_guard guard(GetEvents().lock);
     const auto found = GetEvents().named.find(name);
     if (found == GetEvents().named.end()) return;

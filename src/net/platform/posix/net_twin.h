@@ -30,6 +30,7 @@ struct NetTwin {
     bool readsNeedACall = true; // false: kRead is played when the request has been sent
     std::function<void(std::string_view body)> onSend; // called inside SendRequest
     std::function<void()> onReceive;                   // called inside ReceiveResponse, before its record
+    std::function<void()> onSignal;                    // called inside SignalEventNamed, before the signal
     // Called inside WaitForEither, on the thread that waits: before the wait, and after it.
     std::function<void()> beforeWait;
     std::function<void()> afterWait;

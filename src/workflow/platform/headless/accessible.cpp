@@ -33,6 +33,7 @@ void AccessibleConnection::Cut() noexcept {
 
 void Announce(zeve::NativeWindow window, AccessibleChange change) noexcept try {
     TheAccessibleRecorder().announced.push_back({window, change});
+    if (const auto& onAnnounce = TheAccessibleRecorder().onAnnounce) onAnnounce();
 } catch (const std::bad_alloc&) {
     // A test that lets memory run out reads no announcements.
 }

@@ -4,6 +4,7 @@
 
 #include "workflow/platform/accessible.h"
 
+#include <functional>
 #include <vector>
 
 namespace brixen::pvn::pvn_workflow::platform {
@@ -22,6 +23,7 @@ struct AccessibleRecorder {
     // One for each object; each points to null after its connection was cut.
     std::vector<std::shared_ptr<AccessibleControl*>> objects;
     std::vector<Announcement> announced;
+    std::function<void()> onAnnounce; // called when a reader would look at the control
     bool refuseObjects = false;
 
     void Reset() { *this = AccessibleRecorder(); }

@@ -462,8 +462,16 @@ TEST_F(BusyPanes, TheClickSaysThatItCancels) {
     WorkWaits();
     ThenPress(kGo);
     ThenAwaitTheWork();
+    std::u16string announced;
+    Then([&announced] {
+        platform::TheAccessibleRecorder().onAnnounce = [&announced] {
+            announced = Control(kStatusText)->text;
+        };
+    });
     ThenPress(kCancel);
-    Then([] {
+    Then([&announced] {
+        EXPECT_EQ(announced, u"Canceling");
+        platform::TheAccessibleRecorder().onAnnounce = nullptr;
         EXPECT_TRUE(gProgressCancel);
         EXPECT_FALSE(zeve::platform::IsEnabled(WindowOf(kCancel)));
         EXPECT_EQ(Control(kStatusText)->text, u"Canceling");

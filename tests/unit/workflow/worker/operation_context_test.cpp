@@ -555,6 +555,19 @@ TEST_F(CancelSignals, TheFlagSignalsTheCall) {
     EXPECT_FALSE(TakeSignal());
 }
 
+// A worker that the signal wakes asks the flag at once.
+TEST_F(CancelSignals, TheFlagIsSetBeforeTheSignal) {
+    int signals = 0;
+    GetNetTwin().onSignal = [&signals] {
+        ++signals;
+        EXPECT_TRUE(gProgressCancel);
+    };
+    gProgressCancel = false;
+    SetLong(context, PvnWFKey_CancelFlag, 1);
+    EXPECT_EQ(signals, 1);
+    ResetNetTwin();
+}
+
 TEST_F(CancelSignals, TheEndOfARunSignalsItsWorker) {
     {
         T_Storage otherBag;

@@ -41,7 +41,7 @@
  *     another loop takes for itself is not seen: that of a menu, that of moving or sizing a window, or a loop
  *     that the host runs inside one of its window procedures.
  *  6. A window's end: when the dialog or the window that owns it (see 3) is destroyed during the run, the run
- *     ends as a cancel.
+ *     ends as a cancel. After a call to the service, an end by 5 or 6 has the status of that call instead.
  *  7. Exceptions of the host: a C++ exception that leaves one of the host's window procedures during a
  *     message that the library dispatches or sends ends the run with PAVANE_EXCEPTION. Nothing is promised
  *     for a procedure that the system itself calls, as during EnableWindow, ShowWindow, DestroyWindow or

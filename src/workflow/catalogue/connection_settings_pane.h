@@ -1,4 +1,4 @@
-// The pane of the connection settings, which Registration and Connection share.
+// The pane of the connection settings, which Registration, Connection and Feedback share.
 #pragma once
 
 #include "workflow/catalogue/field_pane.h"

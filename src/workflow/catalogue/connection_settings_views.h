@@ -1,4 +1,4 @@
-// The view ids of connection_settings.exv, the page that Registration and Connection share.
+// The view ids of connection_settings.exv, the page that Registration, Connection and Feedback share.
 #pragma once
 
 #include <cstdint>

@@ -403,6 +403,22 @@ TEST_F(Registration, QuitAsksFirst) {
     EXPECT_EQ(Run(), 35073);
 }
 
+// The host's quit message takes nothing back of a call that has ended.
+TEST_F(Registration, AQuitOfTheHostKeepsTheStatusOfTheCall) {
+    const auto expectQuitAs = [this](std::uint16_t status) {
+        Then([] { zeve::platform::PostQuit(0); });
+        EXPECT_EQ(Run(), status);
+        System().quit.reset(); // posted again for the host
+    };
+    expectQuitAs(kStatusUserCancel);
+    ThenFail(kUnavailable);
+    ThenPress(kProblemBackButton);
+    expectQuitAs(kUnavailable);
+    ThenRegister();
+    ThenEndWith(kStatusSuccess);
+    expectQuitAs(kStatusSuccess);
+}
+
 TEST_F(Registration, EscBeforeTheCallCancelsTheRun) {
     ThenPressEsc();
     EXPECT_EQ(Run(), 35074);

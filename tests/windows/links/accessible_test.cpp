@@ -1,5 +1,6 @@
 // Hyperlinks as a screen reader asks for them.
 #include "windows/links/link_fixture.h"
+#include "windows/toolkit/patched_import.h"
 #include "workflow/controls/busy_bar.h"
 #include "workflow/controls/my_prog_bar.h"
 #include "workflow/platform/accessible.h"
@@ -87,6 +88,14 @@ TEST_F(SpokenLink, HasItsState) {
     EXPECT_TRUE(Number(&IAccessible::get_accState) & STATE_SYSTEM_UNAVAILABLE);
 }
 
+TEST_F(SpokenLink, IsInvisibleWhenItsControlIsHidden) {
+    Attach(HyperLink::kCommandButton);
+    Ask();
+    EXPECT_FALSE(Number(&IAccessible::get_accState) & STATE_SYSTEM_INVISIBLE);
+    ShowWindow(control, SW_HIDE);
+    EXPECT_TRUE(Number(&IAccessible::get_accState) & STATE_SYSTEM_INVISIBLE);
+}
+
 TEST_F(SpokenLink, IsWhereItsControlIs) {
     Attach(HyperLink::kCommandButton);
     Ask();
@@ -152,6 +161,28 @@ TEST_F(SpokenLink, AnObjectMayOutliveTheControl) {
     Ask();
     DestroyWindow(control);
     ExpectCutOff(*object, Self());
+}
+
+IAccessible* gStandard = nullptr; // with a reference of the test's own
+
+HRESULT WINAPI KeepStandardObject(HWND window, LONG part, REFIID id, void** object) {
+    const auto make = reinterpret_cast<decltype(&CreateStdAccessibleObject)>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"oleacc.dll"), "CreateStdAccessibleObject")));
+    const HRESULT status = make(window, part, id, object);
+    if (status != S_OK) return status;
+    gStandard = static_cast<IAccessible*>(*object);
+    gStandard->AddRef();
+    return S_OK;
+}
+
+TEST_F(SpokenLink, LeavesNoObjectBehind) {
+    Attach(HyperLink::kCommandButton);
+    const pavane_test::PatchedImport making("CreateStdAccessibleObject", &KeepStandardObject);
+    ASSERT_TRUE(making.IsPatched());
+    Ask();
+    ASSERT_NE(gStandard, nullptr);
+    std::exchange(object, nullptr)->Release();
+    EXPECT_EQ(std::exchange(gStandard, nullptr)->Release(), 0u);
 }
 
 // --- Bars ---

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string_view>
 
 namespace brixen::pvn {
 namespace {
@@ -99,6 +100,20 @@ TEST(ServicesPlatform, KnowsADriveOfTheNetwork) {
     EXPECT_TRUE(PlaceOf("N:\\below").isOnNetworkDrive);
     EXPECT_FALSE(PlaceOf("C:\\windows").isOnNetworkDrive);
     std::filesystem::remove("N:\\below");
+}
+
+// The system names the place behind a link.
+DWORD WINAPI NamePlaceOnANetworkDrive(HANDLE, wchar_t* path, DWORD, DWORD) {
+    constexpr std::wstring_view kPlace = L"N:\\";
+    path[kPlace.copy(path, kPlace.size())] = L'\0';
+    return static_cast<DWORD>(kPlace.size());
+}
+
+TEST(ServicesPlatform, KnowsALinkToADriveOfTheNetwork) {
+    const pavane_test::PatchedImport place("GetFinalPathNameByHandleW", &NamePlaceOnANetworkDrive);
+    ASSERT_TRUE(place.IsPatched());
+    EXPECT_EQ(PlaceOf("C:\\windows").path, "N:\\");
+    EXPECT_TRUE(PlaceOf("C:\\windows").isOnNetworkDrive);
 }
 
 TEST(ServicesPlatform, LoadsNothingThatIsNoLibrary) {

@@ -152,6 +152,20 @@ BOOL WINAPI PassSend(HINTERNET request, LPCWSTR headers, DWORD headerLength, voi
                                                      context);
 }
 
+WINHTTP_STATUS_CALLBACK gCallback = nullptr;
+WINHTTP_STATUS_CALLBACK WINAPI KeepCallback(HINTERNET, WINHTTP_STATUS_CALLBACK callback, DWORD, DWORD_PTR) {
+    gCallback = callback;
+    return nullptr;
+}
+BOOL WINAPI AcceptOption(HINTERNET, DWORD, void*, DWORD) { return TRUE; }
+
+class RecordingObserver final : public HttpObserver {
+public:
+    void OnNotice(NativeHttp request, HttpNotice notice, std::uint32_t number) noexcept override {
+        Record(reinterpret_cast<std::uintptr_t>(request), static_cast<int>(notice), number);
+    }
+};
+
 class SystemCalls : public testing::Test {
 protected:
     SystemCalls() {
@@ -278,6 +292,43 @@ TEST_F(SystemCalls, ARequestIsMadeOfTheseCallsAlone) {
                                         "SetCallback 1 8323072 3072 0", "Send - 0 the body 8 1"));
     EXPECT_EQ(PVN_HTTPSend("https://localhost:1/", detail, "", response), kStatusHttpError);
     EXPECT_THAT(Recorded(), testing::Contains("OpenRequest POST / - - 1 8388608")) << "secure";
+}
+
+// The test calls in place of the system, which makes some of these notifications at rare faults alone.
+TEST_F(SystemCalls, ANotificationReachesTheObserverWithItsNumber) {
+    const PAVANE_REPLACED(WinHttpSetOption) option("winhttp.dll", "WinHttpSetOption", AcceptOption);
+    const PAVANE_REPLACED(WinHttpSetStatusCallback)
+        callback("winhttp.dll", "WinHttpSetStatusCallback", KeepCallback);
+    RecordingObserver observer;
+    ASSERT_TRUE(ObserveRequest(reinterpret_cast<NativeHttp>(7), observer));
+    const auto notify = [](HttpObserver* to, DWORD status, void* information, DWORD length) {
+        gCallback(reinterpret_cast<HINTERNET>(7), reinterpret_cast<DWORD_PTR>(to), status, information,
+                  length);
+    };
+    DWORD available = 300, reasons = WINHTTP_CALLBACK_STATUS_FLAG_INVALID_CA;
+    WINHTTP_ASYNC_RESULT failure = {API_SEND_REQUEST, ERROR_WINHTTP_CANNOT_CONNECT};
+    notify(&observer, WINHTTP_CALLBACK_STATUS_SENDREQUEST_COMPLETE, nullptr, 1);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_HEADERS_AVAILABLE, nullptr, 2);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_DATA_AVAILABLE, &available, sizeof available);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_READ_COMPLETE, &available, 200);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_REQUEST_ERROR, &failure, sizeof failure);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_SECURE_FAILURE, &reasons, sizeof reasons);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_HANDLE_CLOSING, nullptr, 3);
+    notify(&observer, WINHTTP_CALLBACK_STATUS_REDIRECT, nullptr, 4);
+    notify(nullptr, WINHTTP_CALLBACK_STATUS_HANDLE_CLOSING, nullptr, 0); // of a handle without an observer
+    const auto line = [](HttpNotice notice, DWORD number) {
+        return "7 " + std::to_string(static_cast<int>(notice)) + " " + std::to_string(number);
+    };
+    EXPECT_THAT(Recorded(),
+                ElementsAre(line(HttpNotice::kSent, 0), line(HttpNotice::kHeaders, 0),
+                            line(HttpNotice::kDataAvailable, 300), line(HttpNotice::kRead, 200),
+                            line(HttpNotice::kError, ERROR_WINHTTP_CANNOT_CONNECT),
+                            line(HttpNotice::kSecureFailure, WINHTTP_CALLBACK_STATUS_FLAG_INVALID_CA),
+                            line(HttpNotice::kClosed, 0)));
+}
+
+TEST(Waiting, ThatTheSystemRefusesIsNoTimeOut) {
+    EXPECT_EQ(WaitForEither(nullptr, nullptr, 0), WaitResult::kFailed);
 }
 
 } // namespace

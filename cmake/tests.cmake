@@ -135,7 +135,7 @@ endforeach()
 if(TARGET windows_services)
     include(cmake/companions.cmake)
     add_dependencies(windows_services companion_good companion_without_entry_points companion_slow
-        companion_calling_back companion_helper companion_in_need)
+        companion_calling_back companion_helper companion_in_need companion_in_need_of_system)
     target_compile_definitions(windows_services PRIVATE PAVANE_COMPANIONS="${companionFolder}")
 endif()
 

@@ -1,10 +1,11 @@
 /*
  * The companion library of the service loader's tests. cmake/companions.cmake builds one of each kind: good,
  * without entry points, slow to load, calling back into the program (the slow one does too), and in need of
- * another library.
+ * another library, of the test's own or of the system.
  */
 #include <windows.h>
 
+#include <lzexpand.h>
 #include <stdarg.h>
 #include <stdint.h>
 #include <stdio.h>
@@ -87,6 +88,9 @@ EXPORTED void C_SVHErrnoServiceSetErrno(void* service, uint32_t number) {
 #ifdef COMPANION_IN_NEED
 __declspec(dllimport) int HelperNumber(void);
 EXPORTED int CompanionNumber(void) { return HelperNumber(); }
+#endif
+#ifdef COMPANION_IN_NEED_OF_SYSTEM
+EXPORTED int CompanionNumber(void) { return LZSeek(-1, 0, 0); }
 #endif
 
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* reserved) {

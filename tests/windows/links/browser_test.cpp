@@ -2,6 +2,7 @@
 #include "workflow/controls/open_in_browser.h"
 
 #include "windows/links/recorder.h"
+#include "windows/toolkit/patched_import.h"
 #include "workflow/controls/hyper_link.h"
 #include "workflow/platform/control_platform.h"
 #include "workflow/platform/pane_platform.h"
@@ -67,6 +68,22 @@ TEST(Browser, IsNotStartedForAnythingElse) {
     ASSERT_TRUE(started);
     EXPECT_TRUE(EndsWith(started->commandLine, L"\"http://the.end\"")) << "the only one that was started";
     EXPECT_FALSE(recorder.HasAny());
+}
+
+INT_PTR gShellAnswer = 0;
+
+HINSTANCE WINAPI AnswerAsTheShell(HWND, const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*, INT) {
+    return reinterpret_cast<HINSTANCE>(gShellAnswer);
+}
+
+TEST(Shell, HasStartedNothingIfItsAnswerIsAtMost32) {
+    const pavane_test::PatchedImport shell("ShellExecuteW", &AnswerAsTheShell);
+    ASSERT_TRUE(shell.IsPatched());
+    for (const INT_PTR answer : {0, 2, 32, 33, 42}) {
+        gShellAnswer = answer;
+        EXPECT_EQ(platform::StartProgram(u"a.exe", u"", 1), answer > 32) << answer;
+        EXPECT_EQ(platform::OpenWithShell(u"http://a"), answer > 32) << answer;
+    }
 }
 
 TEST(LinkThatNavigates, HandsTheAddressToTheShellAsItIs) {

@@ -159,6 +159,15 @@ TEST_F(Companion, FindsWhatItNeedsInItsOwnFolder) {
     EXPECT_EQ(number(), 42);
 }
 
+TEST_F(Companion, FindsWhatItNeedsOfTheSystem) {
+    Install("in_need_of_system", folder / "app");
+    EXPECT_TRUE(Add(folder / "app"));
+    ASSERT_EQ(GetModuleHandleW(L"lz32.dll"), nullptr) << "nothing else needs it";
+    const auto number = FindAs<int()>("CompanionNumber");
+    ASSERT_NE(number, nullptr);
+    EXPECT_LT(number(), 0) << "the error of a handle that is none";
+}
+
 TEST_F(Companion, DoesNotFindWhatItNeedsElsewhere) {
     Install("in_need", folder / "app");
     Install("helper", folder / "elsewhere", "companion-helper.dll");

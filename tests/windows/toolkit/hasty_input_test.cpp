@@ -48,6 +48,13 @@ TEST_F(HastyInput, TheSecondPressOfADoubleClickDoesNotReachAnotherWindow) {
     EXPECT_TRUE(Press(second)) << "the third one is for it";
 }
 
+// As the press that closes an open list.
+TEST_F(HastyInput, APressMayBeOutsideOfTheWindowThatCapturedIt) {
+    const HWND beside = Button(60);
+    EXPECT_TRUE(Press(beside, -55));
+    EXPECT_FALSE(Press(first));
+}
+
 TEST_F(HastyInput, BothPressesOfADoubleClickReachTheSameWindow) {
     EXPECT_TRUE(Press(first));
     EXPECT_TRUE(Press(first));

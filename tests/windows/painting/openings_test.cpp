@@ -17,6 +17,7 @@
 #include "workflow/panes/dialog_state_machine.h"
 #include "workflow/panes/pane.h"
 #include "workflow/panes/pane_helpers.h"
+#include "workflow/platform/text_drawing.h"
 #include "workflow/resources/resource_layer.h"
 
 #include <gtest/gtest.h>
@@ -257,6 +258,38 @@ TEST_F(Openings, TwoHundredLeaveNoObjectBehind) {
     for (int i = 0; i < 200; ++i) Open();
     EXPECT_EQ(GraphicObjects(), objects);
     EXPECT_EQ(Windows(), windows);
+}
+
+TEST(Devices, OfAWindowAreGivenBackWhileItLives) {
+    const TestWindow window(30, 20);
+    const auto use = [window = Opaque(window.Get())] {
+        InvalidateRect(reinterpret_cast<HWND>(window), nullptr, FALSE);
+        EXPECT_NE(platform::Painting(window).Device(), nullptr);
+        EXPECT_GT(platform::MeasureTextIn(window, platform::StockFont(platform::kStockSystemFont), u"text",
+                                          {0, 0, 30, 20}, 0)
+                      .Width(),
+                  0);
+    };
+    for (int i = 0; i < 3; ++i) use();
+    const int objects = GraphicObjects();
+    for (int i = 0; i < 200; ++i) use();
+    EXPECT_EQ(GraphicObjects(), objects);
+}
+
+// A font that stayed on the device could not be deleted.
+TEST(Devices, KeepNothingOfADrawnText) {
+    const Canvas canvas(30, 20, 0);
+    const auto device = reinterpret_cast<HDC>(canvas.Device());
+    const HGDIOBJ font = GetCurrentObject(device, OBJ_FONT);
+    const COLORREF color = GetTextColor(device);
+    const int mode = GetBkMode(device);
+    platform::TextLook look;
+    look.font = reinterpret_cast<zeve::NativeFont>(GetStockObject(DEFAULT_GUI_FONT));
+    look.color = 0x123456;
+    platform::DrawTextIn(canvas.Device(), u"text", {0, 0, 30, 20}, look);
+    EXPECT_EQ(GetCurrentObject(device, OBJ_FONT), font);
+    EXPECT_EQ(GetTextColor(device), color);
+    EXPECT_EQ(GetBkMode(device), mode);
 }
 
 // --- Alerts ---

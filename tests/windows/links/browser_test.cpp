@@ -100,6 +100,25 @@ TEST(LinkThatNavigates, HandsTheAddressToTheShellAsItIs) {
 
 // --- Settings ---
 
+int gClosedKeys = 0;
+
+LONG WINAPI CountClosedKey(HKEY key) {
+    ++gClosedKeys;
+    const auto close = reinterpret_cast<decltype(&RegCloseKey)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"advapi32.dll"), "RegCloseKey")));
+    return close(key);
+}
+
+TEST(UserSettings, LeaveNoKeyOpen) {
+    const pavane_test::PatchedImport closing("RegCloseKey", &CountClosedKey);
+    ASSERT_TRUE(closing.IsPatched());
+    gClosedKeys = 0;
+    EXPECT_FALSE(platform::ReadUserSetting(u"Software", u"No such value"));
+    EXPECT_EQ(gClosedKeys, 1);
+    EXPECT_FALSE(platform::ReadUserSetting(u"Software\\No such key", u"No such value"));
+    EXPECT_EQ(gClosedKeys, 1);
+}
+
 TEST(UserSettings, AreReadAsTheyAreStored) {
     constexpr wchar_t kKey[] = L"Software\\Brixen\\Test of settings";
     HKEY key = nullptr;
@@ -110,6 +129,7 @@ TEST(UserSettings, AreReadAsTheyAreStored) {
     set(L"Text", REG_SZ, L"1,2,3", 12);
     set(L"Longest", REG_EXPAND_SZ, L"255,255,255", 24);
     set(L"Too long", REG_SZ, L"255,255,255 ", 26);
+    set(L"A byte too long", REG_BINARY, L"255,255,255 ", 25);
     set(L"Odd", REG_SZ, L"1,2,3", 11);
     const auto read = [](const char16_t* name) {
         return platform::ReadUserSetting(u"Software\\Brixen\\Test of settings", name);
@@ -122,6 +142,7 @@ TEST(UserSettings, AreReadAsTheyAreStored) {
     EXPECT_EQ(read(u"Longest")->type, platform::kSettingExpandableText);
     EXPECT_EQ(read(u"Longest")->size, 24u);
     EXPECT_FALSE(read(u"Too long"));
+    EXPECT_FALSE(read(u"A byte too long"));
     ASSERT_TRUE(read(u"Odd"));
     EXPECT_EQ(read(u"Odd")->size % 2, 1u) << "some systems add a terminator";
     RegCloseKey(key);

@@ -271,7 +271,7 @@ TEST_F(RealLink, ShowsItsTooltipUnderAMouseThatRests) {
     ASSERT_TRUE(MoveMouse(place));
     EXPECT_FALSE(IsWindowVisible(tooltip));
     SendMessageW(control, WM_MOUSEMOVE, 0, MAKELPARAM(MiddleX(), MiddleY()));
-    for (int i = 0; i < 500 && !IsWindowVisible(tooltip); ++i) {
+    for (int i = 0; i < 3000 && !IsWindowVisible(tooltip); ++i) {
         HandleMessages();
         Sleep(10);
     }

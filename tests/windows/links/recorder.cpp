@@ -6,7 +6,7 @@ namespace {
 
 constexpr wchar_t kFileVariable[] = L"PAVANE_RECORDER_FILE";
 constexpr wchar_t kBrowserKey[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\iexplore.exe";
-constexpr DWORD kPatience = 10000; // milliseconds
+constexpr DWORD kPatience = 60000; // milliseconds
 
 std::wstring Variable(const wchar_t* name) {
     wchar_t text[MAX_PATH] = {};

@@ -41,7 +41,7 @@ public:
 
     // Registers this program as "iexplore.exe", which nothing else is.
     void ActAsBrowser();
-    // Waits for the next program that the shell starts. Nothing if none comes within ten seconds.
+    // Waits for the next program that the shell starts. Nothing if none comes within a minute.
     std::optional<StartedProgram> Next() const;
     // Whether a program was started that Next has not returned.
     bool HasAny() const;

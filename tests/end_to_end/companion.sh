@@ -10,9 +10,9 @@ record=$folder/record
 COMPANION_RECORD=$(winepath -w "$record" 2>/dev/null)
 export COMPANION_RECORD
 
-mkdir "$folder/installed" "$folder/work" "$folder/pictures"
+mkdir "$folder/installed" "$folder/current" "$folder/pictures"
 cp -r "$bin"/{pavane.dll,pavane-host.exe,PVResources} "$folder/installed"
-hostFolder=$folder/work
+hostFolder=$folder/current
 hostProgram=$folder/installed/pavane-host.exe
 
 # walk NAME: runs Welcome to its end, with the pictures of its pages in pictures/NAME.
@@ -39,22 +39,22 @@ has_recorded
 cmp "$folder"/pictures/{missing,beside}/pane-1.png || fail "a library of services beside the library changes the pictures"
 rm "$folder/installed/svhservices.dll"
 
-cp "$companions/good/svhservices.dll" "$folder/work"
-cp -r "$folder/installed/PVResources" "$folder/work"
-convert -size 560x420 xc:'#FF0000' PNG24:"$folder/work/PVResources/background.png"
-walk work
+cp "$companions/good/svhservices.dll" "$folder/current"
+cp -r "$folder/installed/PVResources" "$folder/current"
+convert -size 560x420 xc:'#FF0000' PNG24:"$folder/current/PVResources/background.png"
+walk current
 has_recorded
-[ "$(redness work)" -gt 20 ] || fail "only $(redness work) percent of the page are the bitmap of the working directory"
+[ "$(redness current)" -gt 20 ] || fail "only $(redness current) percent of the page are the bitmap of the working directory"
 echo "ok: the bitmap below the working directory wins"
 
 # A drive of the network is not searched.
 hostFolder=$WINEPREFIX/drive_n
 trap 'finish; rm -rf "$folder"; rm -f "$WINEPREFIX/drive_n/svhservices.dll"' EXIT
-cp "$folder/work/svhservices.dll" "$hostFolder"
+cp "$folder/current/svhservices.dll" "$hostFolder"
 walk network
 [ ! -e "$record" ] || fail "a library of services on the network was loaded"
-hostFolder=$folder/work
+hostFolder=$folder/current
 
-echo "This is no library." >"$folder/work/svhservices.dll"
+echo "This is no library." >"$folder/current/svhservices.dll"
 walk corrupt
 [ ! -e "$record" ] || fail "a corrupt library of services has logged"

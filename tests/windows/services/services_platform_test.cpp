@@ -102,7 +102,7 @@ TEST(ServicesPlatform, KnowsADriveOfTheNetwork) {
     std::filesystem::remove("N:\\below");
 }
 
-// The system names the place behind a link.
+// In place of the system: says that a link leads to the drive N:.
 DWORD WINAPI NamePlaceOnANetworkDrive(HANDLE, wchar_t* path, DWORD, DWORD) {
     constexpr std::wstring_view kPlace = L"N:\\";
     path[kPlace.copy(path, kPlace.size())] = L'\0';
